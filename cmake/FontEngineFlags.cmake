@@ -1,0 +1,24 @@
+# Flags that every target of this build gets and no client ever sees.
+
+add_library(fontengine_flags INTERFACE)
+
+target_compile_features(fontengine_flags INTERFACE cxx_std_17)
+# Results are fixed to the bit: a multiplication and an addition never fuse into one rounding.
+target_compile_options(fontengine_flags INTERFACE
+  -ffp-contract=off -Wall -Wextra -Wpedantic -Wconversion -Wshadow)
+if(FONTENGINE_WARNINGS_AS_ERRORS)
+  target_compile_options(fontengine_flags INTERFACE -Werror)
+endif()
+
+if(FONTENGINE_SANITIZER STREQUAL "address-undefined")
+  # float-cast-overflow is not part of "undefined" by default.
+  set(flags -fsanitize=address,undefined,float-cast-overflow -fno-sanitize-recover=all -fno-omit-frame-pointer)
+elseif(FONTENGINE_SANITIZER STREQUAL "thread")
+  set(flags -fsanitize=thread -fno-omit-frame-pointer)
+elseif(FONTENGINE_SANITIZER STREQUAL "")
+  set(flags)
+else()
+  message(FATAL_ERROR "FONTENGINE_SANITIZER is '${FONTENGINE_SANITIZER}'; it may be empty, address-undefined or thread")
+endif()
+target_compile_options(fontengine_flags INTERFACE ${flags})
+target_link_options(fontengine_flags INTERFACE ${flags})

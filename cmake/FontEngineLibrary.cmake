@@ -1,0 +1,44 @@
+# fontengine_add_library(<target> EXPORT_NAME <name> SOURCES <file>... HEADERS <public header>...)
+#
+# One library of the house: hidden visibility, exports limited to Vell::, versioned soname, headers installed
+# below include/fontengine under the path that they are included by, alias FontEngine::<name>.
+function(fontengine_add_library target)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "EXPORT_NAME" "SOURCES;HEADERS")
+
+  add_library(${target} ${arg_SOURCES})
+  add_library(FontEngine::${arg_EXPORT_NAME} ALIAS ${target})
+  target_sources(${target} PUBLIC
+    FILE_SET HEADERS BASE_DIRS "${PROJECT_SOURCE_DIR}/src" FILES ${arg_HEADERS})
+  target_compile_features(${target} PUBLIC cxx_std_17)
+  target_link_libraries(${target} PRIVATE $<BUILD_INTERFACE:fontengine_flags>)
+  if(NOT BUILD_SHARED_LIBS)
+    target_compile_definitions(${target} PUBLIC FONTENGINE_STATIC)
+  endif()
+
+  set(exports "${PROJECT_SOURCE_DIR}/cmake/exports.map")
+  if(BUILD_SHARED_LIBS)
+    target_link_options(${target} PRIVATE
+      "LINKER:--version-script=${exports}" "LINKER:--as-needed" "LINKER:-z,defs,--no-undefined")
+    if(NOT FONTENGINE_SANITIZER STREQUAL "")
+      # The sanitizers' entry points are found in the executable.
+      target_link_options(${target} PRIVATE "LINKER:-z,undefs")
+    endif()
+  endif()
+  set_target_properties(${target} PROPERTIES
+    EXPORT_NAME ${arg_EXPORT_NAME}
+    VERSION ${PROJECT_VERSION}
+    SOVERSION ${PROJECT_VERSION_MAJOR}
+    CXX_EXTENSIONS OFF
+    CXX_VISIBILITY_PRESET hidden
+    VISIBILITY_INLINES_HIDDEN ON
+    POSITION_INDEPENDENT_CODE ON
+    VERIFY_INTERFACE_HEADER_SETS ON
+    LINK_DEPENDS "${exports}")
+
+  install(TARGETS ${target}
+    EXPORT FontEngine${arg_EXPORT_NAME}Targets
+    RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}"
+    LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}"
+    ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}"
+    FILE_SET HEADERS DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/fontengine")
+endfunction()

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <Gfx/Public/FontFaceInfo.h>
+#include <Utils/Public/Export.h>
+
+#include <string>
+
+namespace Vell::FontEngine::Internal {
+
+/// A face description that holds its values.
+///
+///     const auto face = Vell::makeNNPtr<const FontFaceInfo>("DejaVu Sans", false, true);
+class VELL_API FontFaceInfo : public Gfx::FontFaceInfo {
+public:
+    /// `name` is the family in UTF-8; the empty string is legal and means the loader's default face.
+    FontFaceInfo(std::string name, bool bold, bool italic);
+    ~FontFaceInfo() override;
+
+    std::string getName() const override;
+    bool isBold() const override;
+    bool isItalic() const override;
+
+private:
+    std::string _name;
+    bool _bold;
+    bool _italic;
+};
+
+} // namespace Vell::FontEngine::Internal

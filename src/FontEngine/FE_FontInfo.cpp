@@ -1,0 +1,27 @@
+#include <FontEngine/FE_FontInfo.h>
+
+#include <utility>
+
+namespace Vell::FontEngine::Internal {
+
+FontInfo::FontInfo(CheckedPtrImpl<const Gfx::FontFaceInfo, false> fontFaceInfo, float size,
+                   Gfx::TextPositionType type)
+    : _fontFaceInfo(std::move(fontFaceInfo))
+    , _size(size)
+    , _textPositionType(type) {}
+
+FontInfo::~FontInfo() = default;
+
+CheckedPtrImpl<const Gfx::FontFaceInfo, false> FontInfo::getFontFaceInfo() const {
+    return _fontFaceInfo;
+}
+
+float FontInfo::getSize() const {
+    return _size;
+}
+
+Gfx::TextPositionType FontInfo::getTextPositionType() const {
+    return _textPositionType;
+}
+
+} // namespace Vell::FontEngine::Internal

@@ -1,0 +1,7 @@
+#include <FontLoaders/Public/FontLoader.h>
+
+namespace Vell::FontLoaders {
+
+FontLoader::~FontLoader() = default;
+
+} // namespace Vell::FontLoaders

@@ -1,0 +1,78 @@
+#include <FontLoaders/Public/FreeType.h>
+
+#include <FontLoaders/Private/FreeTypeErrors.h>
+#include <FontLoaders/Public/Exceptions.h>
+
+#include FT_MODULE_H
+#include FT_SYSTEM_H
+
+#include <cstdlib>
+#include <mutex>
+
+namespace Vell::FontLoaders {
+
+namespace {
+
+void* allocate(FT_Memory, long size) {
+    return std::malloc(static_cast<std::size_t>(size));
+}
+
+void release(FT_Memory, void* block) {
+    std::free(block);
+}
+
+void* reallocate(FT_Memory, long, long newSize, void* block) {
+    return std::realloc(block, static_cast<std::size_t>(newSize));
+}
+
+/// The memory of every library: it belongs to none of them, so it is there for the last glyph of the last
+/// one.
+FT_MemoryRec_ heap{nullptr, allocate, release, reallocate};
+
+/// Guards the owner counts of all libraries, which FreeType changes without any care for threads.
+std::mutex ownerCountMutex;
+
+void releaseLibrary(FT_LibraryRec_* library) {
+    const std::lock_guard<std::mutex> lock(ownerCountMutex);
+    FT_Done_Library(library);
+}
+
+void releaseFace(FT_FaceRec_* face) {
+    FT_Done_Face(face);
+}
+
+void throwIfFailed(const char* call, int error) {
+    if (!isFTSucceeded(error)) {
+        throw FreeTypeException(Internal::describeFreeTypeError(call, error));
+    }
+}
+
+} // namespace
+
+bool isFTSucceeded(int error) {
+    return error == FT_Err_Ok;
+}
+
+FTLibraryPtr createFreeTypeLibrary() {
+    FT_Library library = nullptr;
+    throwIfFailed("FT_New_Library", FT_New_Library(&heap, &library));
+    FTLibraryPtr owner(library, releaseLibrary);
+    FT_Add_Default_Modules(library);
+    return owner;
+}
+
+FTLibraryPtr shareFreeTypeLibrary(FT_Library library) {
+    const std::lock_guard<std::mutex> lock(ownerCountMutex);
+    throwIfFailed("FT_Reference_Library", FT_Reference_Library(library));
+    return FTLibraryPtr(library, releaseLibrary);
+}
+
+FTFacePtr createFontFace(const FTLibraryPtr& library,
+                         const CheckedPtrImpl<const std::vector<unsigned char>, false>& bytes) {
+    FT_Face face = nullptr;
+    const auto size = static_cast<FT_Long>(bytes->size());
+    throwIfFailed("FT_New_Memory_Face", FT_New_Memory_Face(library.get(), bytes->data(), size, 0, &face));
+    return FTFacePtr(face, releaseFace);
+}
+
+} // namespace Vell::FontLoaders

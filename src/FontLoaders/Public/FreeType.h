@@ -1,0 +1,37 @@
+#pragma once
+
+#include <Utils/Public/Export.h>
+#include <Utils/Public/Ptr/CheckedPtr.h>
+
+#include <ft2build.h>
+#include FT_FREETYPE_H
+
+#include <memory>
+#include <vector>
+
+namespace Vell::FontLoaders {
+
+/// Own one reference to a FreeType library or face. Which function releases it is theirs to know: make them
+/// with the functions below.
+using FTLibraryPtr = std::unique_ptr<FT_LibraryRec_, void (*)(FT_LibraryRec_*)>;
+using FTFacePtr = std::unique_ptr<FT_FaceRec_, void (*)(FT_FaceRec_*)>;
+
+/// Whether a FreeType call returned "no error".
+VELL_API bool isFTSucceeded(int error);
+
+/// A new FreeType library with the standard modules. Throws FreeTypeException.
+///
+/// A library may be shared between owners (shareFreeTypeLibrary): it ends with the last of them, on whichever
+/// thread that is. Its memory comes from the heap of the process, so what was allocated through it may be
+/// freed on any thread, too. Everything else in a library must be used by one thread at a time.
+VELL_API FTLibraryPtr createFreeTypeLibrary();
+
+/// One more owner of a library, for objects that must not outlive it, such as glyphs.
+VELL_API FTLibraryPtr shareFreeTypeLibrary(FT_Library library);
+
+/// Opens the first face of a font file in memory. The bytes must outlive the face; so must the library.
+/// Throws FreeTypeException when FreeType does not know or accept the file.
+VELL_API FTFacePtr createFontFace(const FTLibraryPtr& library,
+                                  const CheckedPtrImpl<const std::vector<unsigned char>, false>& bytes);
+
+} // namespace Vell::FontLoaders

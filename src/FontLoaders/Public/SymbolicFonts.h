@@ -1,0 +1,15 @@
+#pragma once
+
+#include <Utils/Public/Export.h>
+
+#include <boost/utility/string_ref.hpp>
+
+namespace Vell::FontLoaders {
+
+/// Whether a family is one of the well-known symbol fonts, whose codes mean pictures and not characters. The
+/// name must match exactly, case included: "Symbol", "Wingdings", "Wingdings 2", "Wingdings 3", "Webdings",
+/// "Zapf Dingbats", "ITC Zapf Dingbats", "Marlett", "MT Extra", "Bookshelf Symbol 7". ("OpenSymbol" is not
+/// one: its pictures have Unicode codes.)
+VELL_API bool isSymbolicFont(boost::string_ref family);
+
+} // namespace Vell::FontLoaders

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <Gfx/Public/CharMap.h>
+#include <Gfx/Public/FactoryAccessTag.h>
+#include <Utils/Public/Export.h>
+
+#include <utility>
+
+namespace Vell::Gfx {
+
+/// The line metrics of a face and its character map. All lengths are in ems. Immutable.
+class VELL_API BasicMetrics {
+public:
+    BasicMetrics(FactoryAccessTag, float height, float ascender, float descender,
+                 std::pair<float, float> capHeightAndStrikeOut, CharMap charMap);
+
+    /// The distance between two base lines.
+    float getHeight() const { return _height; }
+    /// From the base line up to the top of the line.
+    float getAscender() const { return _ascender; }
+    /// From the base line down to the bottom of the line, as a positive number.
+    float getDescender() const { return _descender; }
+    float getCapHeight() const { return _capHeight; }
+    /// From the base line up to the lower edge of the strike-out stroke.
+    float getStrikeOutPosition() const { return _strikeOutPosition; }
+    const CharMap& getCharMap() const { return _charMap; }
+
+private:
+    float _height;
+    float _ascender;
+    float _descender;
+    float _capHeight;
+    float _strikeOutPosition;
+    CharMap _charMap;
+};
+
+} // namespace Vell::Gfx

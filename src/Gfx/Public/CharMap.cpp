@@ -1,0 +1,47 @@
+#include <Gfx/Public/CharMap.h>
+
+namespace Vell::Gfx {
+
+CharMap::CharMap(GlyphIndexWithAdvance defaultGlyph)
+    : _defaultGlyph(defaultGlyph) {}
+
+void CharMap::insert(unsigned int code, GlyphIndexWithAdvance glyph, bool replaceExisting) {
+    Page& page = getOrMakePage(code);
+    if (!page.contains(code)) {
+        page.add(code, glyph);
+        ++_size;
+    } else if (replaceExisting) {
+        page.entries[page.getSlot(code)] = glyph;
+    }
+}
+
+void CharMap::Page::add(unsigned int code, GlyphIndexWithAdvance glyph) {
+    const auto slot = static_cast<std::ptrdiff_t>(getSlot(code));
+    entries.insert(entries.begin() + slot, glyph);
+    mapped[getWord(code)] |= getBit(code);
+    for (unsigned int word = getWord(code) + 1; word < slotsBefore.size(); ++word) {
+        ++slotsBefore[word];
+    }
+}
+
+const CharMap::Page* CharMap::findPageBeyondUnicode(unsigned int number) const {
+    const auto found = _pagesBeyondUnicode.find(number);
+    return found != _pagesBeyondUnicode.end() ? &found->second : nullptr;
+}
+
+CharMap::Page& CharMap::getOrMakePage(unsigned int code) {
+    const unsigned int number = code >> pageBits;
+    if (number >= unicodePages) {
+        return _pagesBeyondUnicode[number];
+    }
+    if (number >= _directory.size()) {
+        _directory.resize(number + 1, noPage);
+    }
+    if (_directory[number] == noPage) {
+        _pages.emplace_back();
+        _directory[number] = static_cast<std::uint16_t>(_pages.size() - 1);
+    }
+    return _pages[_directory[number]];
+}
+
+} // namespace Vell::Gfx

@@ -1,0 +1,104 @@
+#pragma once
+
+#include <Utils/Public/Export.h>
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <unordered_map>
+#include <vector>
+
+namespace Vell::Gfx {
+
+/// Maps character codes to glyphs with their advances: the table that every drawn character goes through.
+///
+/// A lookup is three loads and a few arithmetic instructions at any size. Codes are kept in pages of 256; a
+/// page stores only what is mapped (8 bytes an entry, plus 64 bytes a page), so the memory follows the number
+/// of mapped codes and not their values. Any 32-bit code may be mapped; those beyond Unicode cost a hash
+/// lookup more.
+///
+/// Threads: concurrent lookups are safe; insert needs exclusive access.
+class VELL_API CharMap {
+public:
+    /// A glyph and its horizontal advance in ems.
+    struct GlyphIndexWithAdvance {
+        unsigned short glyphIndex;
+        float advance;
+
+        GlyphIndexWithAdvance(unsigned short index, float glyphAdvance)
+            : glyphIndex(index)
+            , advance(glyphAdvance) {}
+
+        friend bool operator==(const GlyphIndexWithAdvance& lhs, const GlyphIndexWithAdvance& rhs) {
+            return lhs.glyphIndex == rhs.glyphIndex && lhs.advance == rhs.advance;
+        }
+        friend bool operator!=(const GlyphIndexWithAdvance& lhs, const GlyphIndexWithAdvance& rhs) {
+            return !(lhs == rhs);
+        }
+    };
+
+    /// An empty map that answers `defaultGlyph` for every code.
+    explicit CharMap(GlyphIndexWithAdvance defaultGlyph);
+
+    /// The entry of `code`, or the default one.
+    GlyphIndexWithAdvance operator[](unsigned int code) const {
+        const Page* const page = findPage(code);
+        return page != nullptr && page->contains(code) ? page->entries[page->getSlot(code)] : _defaultGlyph;
+    }
+
+    /// How many codes are mapped.
+    std::size_t size() const { return _size; }
+
+    /// Maps `code`. When it is mapped already, `replaceExisting` decides which entry stays: true the new one,
+    /// false the old one.
+    void insert(unsigned int code, GlyphIndexWithAdvance glyph, bool replaceExisting);
+
+private:
+    /// The mapped codes among 256 neighbours: one bit a code, and the entries of the set bits in order.
+    struct Page {
+        std::array<std::uint64_t, 4> mapped{};
+        std::array<std::uint8_t, 4> slotsBefore{}; // set bits in the words before each one; at most 192
+        std::vector<GlyphIndexWithAdvance> entries;
+
+        static unsigned int getWord(unsigned int code) { return code >> 6 & 3U; }
+        static std::uint64_t getBit(unsigned int code) { return std::uint64_t(1) << (code & 63U); }
+
+        bool contains(unsigned int code) const { return (mapped[getWord(code)] & getBit(code)) != 0; }
+        std::size_t getSlot(unsigned int code) const {
+            const unsigned int word = getWord(code);
+            return slotsBefore[word] + countBits(mapped[word] & (getBit(code) - 1));
+        }
+        void add(unsigned int code, GlyphIndexWithAdvance glyph);
+    };
+
+    static constexpr unsigned int pageBits = 8;
+    static constexpr unsigned int unicodePages = 0x110000U >> pageBits;
+    static constexpr std::uint16_t noPage = 0xFFFF;
+
+    /// Written out because a build for any x86-64 machine would call a library function instead.
+    static unsigned int countBits(std::uint64_t bits) {
+        bits -= bits >> 1 & 0x5555555555555555U;
+        bits = (bits & 0x3333333333333333U) + (bits >> 2 & 0x3333333333333333U);
+        bits = (bits + (bits >> 4)) & 0x0F0F0F0F0F0F0F0FU;
+        return static_cast<unsigned int>(bits * 0x0101010101010101U >> 56);
+    }
+
+    const Page* findPage(unsigned int code) const {
+        const unsigned int number = code >> pageBits;
+        if (number < _directory.size()) {
+            const std::uint16_t page = _directory[number];
+            return page != noPage ? &_pages[page] : nullptr;
+        }
+        return number < unicodePages ? nullptr : findPageBeyondUnicode(number);
+    }
+    const Page* findPageBeyondUnicode(unsigned int number) const;
+    Page& getOrMakePage(unsigned int code);
+
+    GlyphIndexWithAdvance _defaultGlyph;
+    std::size_t _size = 0;
+    std::vector<std::uint16_t> _directory; // by page number; as long as the highest page in use needs
+    std::vector<Page> _pages;              // at most unicodePages
+    std::unordered_map<unsigned int, Page> _pagesBeyondUnicode;
+};
+
+} // namespace Vell::Gfx

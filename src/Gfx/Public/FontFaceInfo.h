@@ -1,0 +1,51 @@
+#pragma once
+
+#include <Utils/Public/Export.h>
+#include <Utils/Public/MemoizedHash.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <string>
+
+namespace Vell::Gfx {
+
+/// Describes a typeface: a family name and two style flags. Implementations are immutable and travel in
+/// shared pointers; caches compare and hash them by value, through the accessors, so any two implementations
+/// that answer alike are equal.
+///
+/// Threads: any number may use one description at once.
+class VELL_API FontFaceInfo {
+public:
+    virtual ~FontFaceInfo();
+
+    FontFaceInfo& operator=(const FontFaceInfo&) = delete;
+
+    /// The family name in UTF-8; empty means the loader's default face.
+    virtual std::string getName() const = 0;
+    virtual bool isBold() const = 0;
+    virtual bool isItalic() const = 0;
+
+    /// The hash of name and flags, computed on first use and kept.
+    std::uint64_t getHash() const;
+
+protected:
+    FontFaceInfo();
+    FontFaceInfo(const FontFaceInfo&) noexcept; // the copy computes its own hash
+
+private:
+    mutable MemoizedHash _hash;
+};
+
+/// Name, bold and italic, in this order; stops at the first difference.
+VELL_API bool operator==(const FontFaceInfo& lhs, const FontFaceInfo& rhs);
+inline bool operator!=(const FontFaceInfo& lhs, const FontFaceInfo& rhs) {
+    return !(lhs == rhs);
+}
+
+} // namespace Vell::Gfx
+
+template <>
+struct std::hash<Vell::Gfx::FontFaceInfo> {
+    std::size_t operator()(const Vell::Gfx::FontFaceInfo& info) const { return info.getHash(); }
+};

@@ -1,0 +1,7 @@
+#include <Gfx/Public/FontMetricsFactory.h>
+
+namespace Vell::Gfx {
+
+FontMetricsFactory::~FontMetricsFactory() = default;
+
+} // namespace Vell::Gfx

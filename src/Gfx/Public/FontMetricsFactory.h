@@ -1,0 +1,19 @@
+#pragma once
+
+#include <Gfx/Public/FontInfo.h>
+#include <Gfx/Public/FontMetrics.h>
+#include <Utils/Public/Export.h>
+#include <Utils/Public/Ptr/CheckedPtr.h>
+
+namespace Vell::Gfx {
+
+/// Where the graphics library gets its text metrics from.
+class VELL_API FontMetricsFactory {
+public:
+    virtual ~FontMetricsFactory();
+
+    virtual CheckedPtrImpl<const FontMetrics, false>
+    getFontMetrics(const CheckedPtrImpl<const FontInfo, false>& fontInfo) const = 0;
+};
+
+} // namespace Vell::Gfx

@@ -1,0 +1,7 @@
+#include <Gfx/Public/Painter.h>
+
+namespace Vell::Gfx {
+
+Painter::~Painter() = default;
+
+} // namespace Vell::Gfx

@@ -1,0 +1,155 @@
+#pragma once
+
+#include <Utils/Public/Assert.h>
+
+#include <boost/multi_index/hashed_index.hpp>
+#include <boost/multi_index/member.hpp>
+#include <boost/multi_index/sequenced_index.hpp>
+#include <boost/multi_index_container.hpp>
+
+#include <cstddef>
+#include <cstdint>
+#include <iterator>
+#include <utility>
+
+namespace Vell {
+
+/// Keeps values by key in the order of their most recent use, and drops those used least recently while there
+/// are more entries, or more bytes, than the limits allow.
+///
+///     MRUCache<Key, std::shared_ptr<const Glyph>, KeyHash, AreDeeplyEqualComparator> cache(0, 1 << 20);
+///     if (const auto* node = cache.get(key)) return node->getValue();
+///     return cache.put(key, {glyph, bytes})->getValue();
+///
+/// The weight of an entry in bytes is whatever its owner says. A limit of 0 means none, equality with a limit
+/// is within it, and the only entry is never dropped, however large.
+///
+/// Ownership: keys and values are held by value; store shared pointers, so that a value survives its
+/// eviction. A node that is handed out stays valid until the next put that evicts it, or clear, or the end of
+/// the cache. Threads: none; even get changes the order. The owner serialises all calls. Errors: what Hash,
+/// Equal or an allocation throws passes through and leaves the cache as it was.
+template <class Key, class Value, class Hash, class Equal>
+class MRUCache {
+public:
+    /// An entry's value with its weight. Immutable.
+    class DataNode {
+    public:
+        DataNode(Value value, std::uint64_t effectiveSizeInBytes)
+            : _value(std::move(value))
+            , _effectiveSizeInBytes(effectiveSizeInBytes) {}
+
+        const Value& getValue() const { return _value; }
+        std::uint64_t getEffectiveSizeInBytes() const { return _effectiveSizeInBytes; }
+
+    private:
+        Value _value;
+        std::uint64_t _effectiveSizeInBytes;
+    };
+
+    explicit MRUCache(std::uint64_t maxEntries = 0, std::uint64_t maxSizeInBytes = 0)
+        : _maxEntries(maxEntries)
+        , _maxSizeInBytes(maxSizeInBytes) {}
+
+    std::size_t size() const { return _data.size(); }
+    std::uint64_t getEffectiveSizeInBytes() const { return _effectiveSizeInBytes; }
+    /// How many entries the limits have pushed out since construction or clear.
+    std::uint64_t getEvictedCount() const { return _evictedCount; }
+    std::uint64_t getMaxEntries() const { return _maxEntries; }
+    std::uint64_t getMaxSizeInBytes() const { return _maxSizeInBytes; }
+
+    /// The entry of an equal key, which becomes the most recently used one; null when there is none.
+    const DataNode* get(const Key& key) {
+        const auto& index = _data.template get<byKey>();
+        const auto found = index.find(key);
+        if (found == index.end()) {
+            return nullptr;
+        }
+        moveToFront(_data.template project<byRecency>(found));
+        return &found->second;
+    }
+
+    /// Adds an entry as the most recently used one and evicts what the limits no longer allow. Null, with
+    /// nothing changed, when an equal key is held already: a value that was handed out is never superseded.
+    const DataNode* put(const Key& key, DataNode node) {
+        auto& recency = _data.template get<byRecency>();
+        const auto [added, isNew] = recency.emplace_back(key, std::move(node));
+        if (!isNew) {
+            return nullptr;
+        }
+        moveToFront(added);
+        _effectiveSizeInBytes += added->second.getEffectiveSizeInBytes();
+        checkAndPopLast();
+        return &added->second;
+    }
+
+    /// get, or else put of what `makeNode()` returns. What makeNode throws passes through with nothing added.
+    /// Asserts that makeNode did not itself add an entry of this key.
+    template <class MakeNode>
+    const DataNode& getOrPut(const Key& key, const MakeNode& makeNode) {
+        if (const DataNode* const held = get(key)) {
+            return *held;
+        }
+        const DataNode* const value = put(key, makeNode());
+        if (value == nullptr) {
+            doFailAssert(file, 199, "value");
+        }
+        return *value;
+    }
+
+    /// Drops all entries; the limits stay, the counts restart at zero.
+    void clear() {
+        _data.clear();
+        _evictedCount = 0;
+        _effectiveSizeInBytes = 0;
+    }
+
+private:
+    using Entry = std::pair<const Key, DataNode>;
+    using Data = boost::multi_index_container<
+        Entry, boost::multi_index::indexed_by<
+                   boost::multi_index::sequenced<>,
+                   boost::multi_index::hashed_unique<
+                       boost::multi_index::member<Entry, const Key, &Entry::first>, Hash, Equal>>>;
+    static constexpr int byRecency = 0; // front: most recently used
+    static constexpr int byKey = 1;
+    static constexpr const char* file = "Utils/Public/MRUCache";
+
+    template <class Position>
+    void moveToFront(const Position& position) {
+        auto& recency = _data.template get<byRecency>();
+        recency.relocate(recency.begin(), position);
+    }
+
+    bool isOverLimit() const {
+        return (_maxEntries != 0 && _data.size() > _maxEntries) ||
+               (_maxSizeInBytes != 0 && _effectiveSizeInBytes > _maxSizeInBytes);
+    }
+
+    void checkAndPopLast() {
+        while (_data.size() != 1 && isOverLimit()) {
+            popLast();
+        }
+    }
+
+    void popLast() {
+        if (_data.empty()) {
+            doFailAssert(file, 279, "!_data.empty()");
+        }
+        auto& recency = _data.template get<byRecency>();
+        const Entry& value = recency.back();
+        if (_effectiveSizeInBytes < value.second.getEffectiveSizeInBytes()) {
+            doFailAssert(file, 281, "_effectiveSizeInBytes >= value.second.getEffectiveSizeInBytes()");
+        }
+        _effectiveSizeInBytes -= value.second.getEffectiveSizeInBytes();
+        recency.pop_back();
+        ++_evictedCount;
+    }
+
+    Data _data;
+    std::uint64_t _maxEntries;
+    std::uint64_t _maxSizeInBytes;
+    std::uint64_t _evictedCount = 0;
+    std::uint64_t _effectiveSizeInBytes = 0;
+};
+
+} // namespace Vell

@@ -1,0 +1,119 @@
+#pragma once
+
+#include <Utils/Public/Assert.h>
+
+#include <cstddef>
+#include <functional>
+#include <memory>
+#include <type_traits>
+#include <utility>
+
+namespace Vell {
+
+/// The names of the checks below in assertion reports.
+namespace CheckedPtrLocation {
+constexpr const char* file = "Utils/Public/Ptr/CheckedPtr";
+constexpr int compare = 139;
+constexpr int dereference = 145;
+constexpr int convert = 206;
+} // namespace CheckedPtrLocation
+
+template <class T, bool nullable = false>
+class CheckedPtrImpl;
+
+/// A shared pointer that is never null, for parameters, members and results that must be there.
+///
+///     void draw(const CheckedPtrImpl<const Face, false>& face); // no null check inside
+///     draw(makeNNPtr<Face>(...));
+///     draw(sharedFace);                                         // asserts if sharedFace is null
+///
+/// Shares ownership like std::shared_ptr and costs the same. Only moving from one leaves it null; such a
+/// pointer may still be copied, moved, assigned and compared, and asserts when it is dereferenced. Thread
+/// rule: that of std::shared_ptr.
+template <class T>
+class CheckedPtrImpl<T, false> {
+    template <class U>
+    using EnableIfConvertible = std::enable_if_t<std::is_convertible_v<U*, T*>>;
+    struct NoSuchConversion;
+
+public:
+    using element_type = T;
+
+    CheckedPtrImpl(std::nullptr_t) = delete;
+
+    template <class U, class = EnableIfConvertible<U>>
+    CheckedPtrImpl(const std::shared_ptr<U>& ptr)
+        : _ptr(ptr) {
+        assertConverted();
+    }
+    template <class U, class = EnableIfConvertible<U>>
+    CheckedPtrImpl(std::shared_ptr<U>&& ptr)
+        : _ptr(std::move(ptr)) {
+        assertConverted();
+    }
+    template <class U, class = EnableIfConvertible<U>>
+    CheckedPtrImpl(const CheckedPtrImpl<U, false>& other) noexcept
+        : _ptr(other._ptr) {}
+    template <class U, class = EnableIfConvertible<U>>
+    CheckedPtrImpl(CheckedPtrImpl<U, false>&& other) noexcept
+        : _ptr(std::move(other._ptr)) {}
+
+    CheckedPtrImpl(const CheckedPtrImpl&) noexcept = default;
+    CheckedPtrImpl(CheckedPtrImpl&&) noexcept = default;
+    CheckedPtrImpl& operator=(const CheckedPtrImpl&) noexcept = default;
+    CheckedPtrImpl& operator=(CheckedPtrImpl&&) noexcept = default;
+    ~CheckedPtrImpl() = default;
+
+    T* operator->() const { return &dereference(); }
+    T& operator*() const { return dereference(); }
+
+    /// False only after this pointer has been moved from.
+    explicit operator bool() const noexcept { return _ptr != nullptr; }
+    operator std::shared_ptr<T>() const noexcept { return _ptr; }
+    operator std::shared_ptr<std::conditional_t<std::is_const_v<T>, NoSuchConversion, const T>>()
+        const noexcept {
+        return _ptr;
+    }
+
+    /// The plain address; null only after this pointer has been moved from.
+    T* get() const noexcept { return _ptr.get(); }
+
+    /// Compare addresses; AreDeeplyEqualComparator compares what is pointed to.
+    template <class U>
+    friend bool operator==(const CheckedPtrImpl& lhs, const CheckedPtrImpl<U, false>& rhs) noexcept {
+        return lhs.get() == rhs.get();
+    }
+    template <class U>
+    friend bool operator!=(const CheckedPtrImpl& lhs, const CheckedPtrImpl<U, false>& rhs) noexcept {
+        return lhs.get() != rhs.get();
+    }
+
+private:
+    template <class U, bool nullable>
+    friend class CheckedPtrImpl;
+
+    void assertConverted() const {
+        if (!_ptr) {
+            doFailAssert(CheckedPtrLocation::file, CheckedPtrLocation::convert, "_ptr");
+        }
+    }
+
+    T& dereference() const {
+        if (!_ptr) {
+            doFailAssert(CheckedPtrLocation::file, CheckedPtrLocation::dereference, "_ptr");
+        }
+        return *_ptr;
+    }
+
+    std::shared_ptr<T> _ptr;
+};
+
+} // namespace Vell
+
+/// Hashes what is pointed to, not the address, so that equal objects meet in one bucket of a hash table.
+template <class T>
+struct std::hash<Vell::CheckedPtrImpl<T, false>> {
+    std::size_t operator()(const Vell::CheckedPtrImpl<T, false>& ptr) const {
+        return std::hash<std::remove_cv_t<T>>()(*ptr);
+    }
+};

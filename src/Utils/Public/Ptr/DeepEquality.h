@@ -1,0 +1,41 @@
+#pragma once
+
+#include <Utils/Public/Assert.h>
+#include <Utils/Public/Ptr/CheckedPtr.h>
+
+namespace Vell {
+
+namespace ComparisonDetails {
+
+template <class T>
+void assertComparable(const CheckedPtrImpl<T, false>& ptr) {
+    if (!ptr) {
+        doFailAssert(CheckedPtrLocation::file, CheckedPtrLocation::convert, "_ptr");
+    }
+}
+
+/// Whether two pointers lead to equal objects. One shared object is equal to itself without being asked;
+/// otherwise `*lhs == *rhs` decides. A moved-from pointer is a failed assertion.
+template <class T, class U>
+bool arePointersDeeplyEqual(const CheckedPtrImpl<T, false>& lhs, const CheckedPtrImpl<U, false>& rhs) {
+    assertComparable(lhs);
+    assertComparable(rhs);
+    return lhs == rhs || *lhs == *rhs;
+}
+
+} // namespace ComparisonDetails
+
+/// Equality of keys: plain values by their own `==`, pointers by what they point to.
+struct AreDeeplyEqualComparator {
+    template <class T>
+    bool operator()(const T& lhs, const T& rhs) const {
+        return lhs == rhs;
+    }
+
+    template <class T, class U>
+    bool operator()(const CheckedPtrImpl<T, false>& lhs, const CheckedPtrImpl<U, false>& rhs) const {
+        return ComparisonDetails::arePointersDeeplyEqual(lhs, rhs);
+    }
+};
+
+} // namespace Vell

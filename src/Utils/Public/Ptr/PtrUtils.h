@@ -1,0 +1,29 @@
+#pragma once
+
+#include <Utils/Public/Assert.h>
+#include <Utils/Public/Ptr/CheckedPtr.h>
+
+#include <memory>
+#include <utility>
+
+namespace Vell {
+
+/// What `plainPtr` points to; asserts that it is not null. For pointers that may be null by their type and
+/// must not be null at this place.
+template <class T>
+T& derefNN(T* plainPtr) {
+    if (plainPtr == nullptr) {
+        doFailAssert("Utils/Public/Ptr/PtrUtils", 254, "plainPtr");
+    }
+    return *plainPtr;
+}
+
+/// Makes a T in one allocation together with its reference count.
+template <class T, class... Args>
+CheckedPtrImpl<T, false> makeNNPtr(Args&&... args) {
+    auto made = std::make_shared<T>(std::forward<Args>(args)...);
+    static_cast<void>(derefNN(made.get()));
+    return CheckedPtrImpl<T, false>(std::move(made));
+}
+
+} // namespace Vell
