@@ -8,6 +8,7 @@
 
 #include <cstdlib>
 #include <mutex>
+#include <utility>
 
 namespace Vell::FontLoaders {
 
@@ -41,6 +42,24 @@ void releaseFace(FT_FaceRec_* face) {
     FT_Done_Face(face);
 }
 
+/// Bytes that FreeType reads in place, kept by the stream until FreeType closes it: that is when the last
+/// owner of the face lets go, or when the bytes turn out to be no font.
+struct MemoryStream {
+    explicit MemoryStream(CheckedPtrImpl<const std::vector<unsigned char>, false> content)
+        : bytes(std::move(content)) {
+        // FreeType has no const for what it only reads.
+        record.base = const_cast<unsigned char*>(bytes->data());
+        record.size = static_cast<unsigned long>(bytes->size());
+        record.descriptor.pointer = this;
+        record.close = [](FT_Stream stream) {
+            delete static_cast<MemoryStream*>(stream->descriptor.pointer);
+        };
+    }
+
+    FT_StreamRec record{};
+    CheckedPtrImpl<const std::vector<unsigned char>, false> bytes;
+};
+
 void throwIfFailed(const char* call, int error) {
     if (!isFTSucceeded(error)) {
         throw FreeTypeException(Internal::describeFreeTypeError(call, error));
@@ -69,9 +88,13 @@ FTLibraryPtr shareFreeTypeLibrary(FT_Library library) {
 
 FTFacePtr createFontFace(const FTLibraryPtr& library,
                          const CheckedPtrImpl<const std::vector<unsigned char>, false>& bytes) {
+    // Without a library FreeType gives up before it looks at the stream, which then nobody would close.
+    throwIfFailed("FT_Open_Face", library ? FT_Err_Ok : FT_Err_Invalid_Library_Handle);
+    FT_Open_Args arguments{};
+    arguments.flags = FT_OPEN_STREAM;
+    arguments.stream = &(new MemoryStream(bytes))->record;
     FT_Face face = nullptr;
-    const auto size = static_cast<FT_Long>(bytes->size());
-    throwIfFailed("FT_New_Memory_Face", FT_New_Memory_Face(library.get(), bytes->data(), size, 0, &face));
+    throwIfFailed("FT_Open_Face", FT_Open_Face(library.get(), &arguments, 0, &face));
     return FTFacePtr(face, releaseFace);
 }
 

@@ -29,8 +29,9 @@ VELL_API FTLibraryPtr createFreeTypeLibrary();
 /// One more owner of a library, for objects that must not outlive it, such as glyphs.
 VELL_API FTLibraryPtr shareFreeTypeLibrary(FT_Library library);
 
-/// Opens the first face of a font file in memory. The bytes must outlive the face; so must the library.
-/// Throws FreeTypeException when FreeType does not know or accept the file.
+/// Opens the first face of a font file in memory. FreeType reads the bytes in place; the face shares their
+/// ownership and releases them last. The library must outlive the face. Throws FreeTypeException when
+/// FreeType does not know or accept the file.
 VELL_API FTFacePtr createFontFace(const FTLibraryPtr& library,
                                   const CheckedPtrImpl<const std::vector<unsigned char>, false>& bytes);
 

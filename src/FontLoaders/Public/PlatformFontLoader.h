@@ -10,8 +10,41 @@ namespace Vell::FontLoaders {
 
 /// A loader of the fonts that are installed on this machine, as fontconfig knows them.
 ///
-/// `defaultFaceName` is the family that loadDefaultFont prefers. Making the loader reads nothing; fontconfig
-/// is initialised by the first question. The loader may be used from several threads at once.
+///     const auto loader = createPlatformDefaultFontLoader("DejaVu Sans");
+///     const auto bytes = loader->loadFont(makeNNPtr<const FontFaceInfo>("DejaVu Serif", true, false));
+///
+/// Making the loader reads nothing; the first question loads fontconfig's configuration and its list of
+/// fonts, which this loader then keeps for itself. Fonts installed later are seen by loaders made later. Any
+/// number of threads may ask at once; they are served one after the other.
+///
+/// Names. loadFont knows a family by any of its names, in any language, whatever the case. A generic name
+/// ("sans-serif", "serif", "monospace", "cursive", "fantasy", "system-ui", "math", "emoji", and the spellings
+/// "sans", "sans serif", "mono", "system ui") stands for the family that fontconfig serves it with. A name
+/// that is not installed stands for the first installed family that the configuration binds to it as the
+/// same, as the standard configuration does for families of equal metrics ("Arial" and "Liberation Sans").
+/// Any other name gives null, and so does the empty one: nothing is replaced by something that merely looks
+/// alike.
+///
+/// Styles. A face is bold if its weight is at least demibold, and italic if it is italic or oblique; a
+/// request is served only by a face that agrees in both. Among several the one nearest to regular weight (to
+/// bold weight, if bold) is taken, then the one nearest to normal width, then the first by path, then the
+/// first in its file. A variable font has the style of its default instance and no other; its named instances
+/// do not count, because whoever opens the bytes gets the default one.
+///
+/// Bytes. A face of a collection comes as a font file of its own. A file is read once and shared as long as
+/// anybody holds its bytes; a face of a collection also keeps the bytes of the collection in memory. Requests
+/// that lead to the same face get the same vector. A file that has vanished or cannot be read is a
+/// FontLoaderException with the file's name and the reason; so is a collection that lacks the face.
+///
+/// Default font. loadDefaultFont takes the family `defaultFaceName` (by the rules for names), else the family
+/// of fontconfig's best match for it. If the machine has no fonts, it takes a font that is built into this
+/// library (unless that was left out of the build). The plain request always answers, with the nearest style
+/// of the family if need be; a styled one is null unless the font has that style.
+///
+/// Ranges. getFamilyNameForRange names the family whose plain face has outlines and covers most of the block;
+/// of equals the first in fontconfig's order of preference for `defaultFaceName` (which knows the language of
+/// the process). It is empty when no family covers any of the block, and for identifiers of no block. Every
+/// answer is kept.
 VELL_API CheckedPtrImpl<FontLoader, false>
 createPlatformDefaultFontLoader(const std::string& defaultFaceName);
 

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <FontLoaders/Private/StyleSelection.h>
+
+#include <deque>
+#include <map>
+#include <string>
+
+namespace Vell::FontLoaders::Internal {
+
+/// The faces that fontconfig lists, by their family names in any language, whatever the case of the letters.
+class FaceCatalog {
+public:
+    /// Reads the font lists of `config`, which must outlive the catalog.
+    explicit FaceCatalog(FcConfig* config);
+    FaceCatalog(const FaceCatalog&) = delete;
+    FaceCatalog& operator=(const FaceCatalog&) = delete;
+
+    /// The faces of a family; null when it is not installed.
+    const Faces* find(const std::string& family) const;
+
+private:
+    struct LessIgnoringCase {
+        bool operator()(const std::string& lhs, const std::string& rhs) const;
+    };
+
+    void add(const FcFontSet* fonts);
+    void add(InstalledFace face);
+
+    std::deque<InstalledFace> _faces; // where an element stays in place when others are added
+    std::map<std::string, Faces, LessIgnoringCase> _families;
+};
+
+} // namespace Vell::FontLoaders::Internal

@@ -1,0 +1,54 @@
+#include <FontLoaders/Private/FontFileCache.h>
+
+#include <FontLoaders/Private/CollectionExtractor.h>
+#include <FontLoaders/Private/FileReader.h>
+#include <FontLoaders/Public/Exceptions.h>
+
+#include <fmt/format.h>
+
+namespace Vell::FontLoaders::Internal {
+
+namespace {
+
+struct ExtractedFace {
+    std::vector<unsigned char> bytes;
+    FontBytes collection;
+};
+
+FontBytes makeFace(const std::string& file, unsigned int index, FontBytes whole) {
+    if (index == 0 && !isCollection(*whole)) {
+        return whole;
+    }
+    try {
+        auto bytes = extractFace(*whole, index);
+        auto face = std::make_shared<const ExtractedFace>(ExtractedFace{std::move(bytes), std::move(whole)});
+        return {face, &face->bytes};
+    } catch (const FontLoaderException& error) {
+        throw FontLoaderException(
+            fmt::format("cannot take face {} out of {}: {}", index, file, error.what()));
+    }
+}
+
+} // namespace
+
+FontBytes FontFileCache::load(const std::string& file, unsigned int index) {
+    auto& kept = _faces[{file, index}];
+    FontBytes face = kept.lock();
+    if (!face) {
+        face = makeFace(file, index, readFile(file));
+        kept = face;
+    }
+    return face;
+}
+
+FontBytes FontFileCache::readFile(const std::string& file) {
+    auto& kept = _files[file];
+    FontBytes whole = kept.lock();
+    if (!whole) {
+        whole = std::make_shared<const std::vector<unsigned char>>(readWholeFile(file));
+        kept = whole;
+    }
+    return whole;
+}
+
+} // namespace Vell::FontLoaders::Internal

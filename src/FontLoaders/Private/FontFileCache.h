@@ -1,0 +1,30 @@
+#pragma once
+
+#include <FontLoaders/Private/FontBytes.h>
+
+#include <map>
+#include <string>
+#include <utility>
+
+namespace Vell::FontLoaders::Internal {
+
+/// Reads font files, each once for as long as somebody holds what was read.
+///
+/// Keeps nothing alive itself. A face that comes out of a collection keeps the bytes of the collection, too,
+/// so that its sister faces need no second reading. A file that changes is read anew only when nobody holds
+/// the old bytes any more. Not safe for several threads at once.
+class FontFileCache {
+public:
+    /// A file whose only font is the wanted one comes back as it is, a face of a collection (counted from 0)
+    /// as a file of its own. The same face is the same vector. Throws FontLoaderException with the file's
+    /// name and the reason when the file cannot be read or holds no such face.
+    FontBytes load(const std::string& file, unsigned int index);
+
+private:
+    FontBytes readFile(const std::string& file);
+
+    std::map<std::string, std::weak_ptr<const std::vector<unsigned char>>> _files;
+    std::map<std::pair<std::string, unsigned int>, std::weak_ptr<const std::vector<unsigned char>>> _faces;
+};
+
+} // namespace Vell::FontLoaders::Internal

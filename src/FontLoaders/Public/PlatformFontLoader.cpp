@@ -1,0 +1,90 @@
+#include <FontLoaders/Public/PlatformFontLoader.h>
+
+#include <FontLoaders/Private/EmbeddedFont.h>
+#include <FontLoaders/Private/FontFileCache.h>
+#include <FontLoaders/Private/InstalledFonts.h>
+
+#include <Utils/Public/Ptr/PtrUtils.h>
+
+#include <mutex>
+#include <optional>
+#include <utility>
+
+namespace Vell::FontLoaders {
+
+namespace {
+
+using Internal::FontBytes;
+
+class PlatformFontLoader final : public FontLoader {
+public:
+    explicit PlatformFontLoader(std::string defaultFaceName)
+        : _defaultFaceName(std::move(defaultFaceName)) {}
+
+    FontBytes loadFont(const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& faceInfo) const override;
+    FontBytes loadDefaultFont(bool bold, bool italic) const override;
+    std::string getFamilyNameForRange(unsigned int rangeId) const override;
+
+private:
+    Internal::InstalledFonts& getFonts() const;
+    FontBytes load(const Internal::InstalledFace* face) const;
+    FontBytes getEmbeddedFont() const;
+
+    const std::string _defaultFaceName;
+    mutable std::mutex _mutex; // guards everything below
+    mutable std::optional<Internal::InstalledFonts> _fonts;
+    mutable Internal::FontFileCache _files;
+    mutable std::weak_ptr<const std::vector<unsigned char>> _embeddedFont;
+};
+
+FontBytes PlatformFontLoader::loadFont(const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& faceInfo) const {
+    const std::string name = faceInfo->getName();
+    const bool bold = faceInfo->isBold();
+    const bool italic = faceInfo->isItalic();
+    const std::lock_guard<std::mutex> lock(_mutex);
+    const Internal::Faces* faces = getFonts().find(name);
+    return faces == nullptr ? nullptr : load(selectFace(*faces, bold, italic));
+}
+
+FontBytes PlatformFontLoader::loadDefaultFont(bool bold, bool italic) const {
+    const bool isPlain = !bold && !italic;
+    const std::lock_guard<std::mutex> lock(_mutex);
+    const Internal::Faces* faces = getFonts().findDefault();
+    if (faces == nullptr) {
+        return isPlain ? getEmbeddedFont() : nullptr;
+    }
+    return load(isPlain ? selectPlainFace(*faces) : selectFace(*faces, bold, italic));
+}
+
+std::string PlatformFontLoader::getFamilyNameForRange(unsigned int rangeId) const {
+    const std::lock_guard<std::mutex> lock(_mutex);
+    return getFonts().getFamilyForRange(rangeId);
+}
+
+Internal::InstalledFonts& PlatformFontLoader::getFonts() const {
+    if (!_fonts) {
+        _fonts.emplace(_defaultFaceName);
+    }
+    return *_fonts;
+}
+
+FontBytes PlatformFontLoader::load(const Internal::InstalledFace* face) const {
+    return face == nullptr ? nullptr : _files.load(face->file, face->index);
+}
+
+FontBytes PlatformFontLoader::getEmbeddedFont() const {
+    FontBytes bytes = _embeddedFont.lock();
+    if (!bytes) {
+        bytes = Internal::loadEmbeddedFont();
+        _embeddedFont = bytes;
+    }
+    return bytes;
+}
+
+} // namespace
+
+CheckedPtrImpl<FontLoader, false> createPlatformDefaultFontLoader(const std::string& defaultFaceName) {
+    return makeNNPtr<PlatformFontLoader>(defaultFaceName);
+}
+
+} // namespace Vell::FontLoaders
