@@ -12,7 +12,10 @@ class MemoizedHash {
 public:
     MemoizedHash() = default;
     MemoizedHash(const MemoizedHash&) noexcept {}
-    MemoizedHash& operator=(const MemoizedHash&) = delete;
+    MemoizedHash& operator=(const MemoizedHash&) noexcept {
+        _isComputed = false;
+        return *this;
+    }
 
     template <class Compute>
     std::uint64_t get(const Compute& compute) {

@@ -32,8 +32,8 @@ struct AreDeeplyEqualComparator {
         return lhs == rhs;
     }
 
-    template <class T, class U>
-    bool operator()(const CheckedPtrImpl<T, false>& lhs, const CheckedPtrImpl<U, false>& rhs) const {
+    template <class T>
+    bool operator()(const CheckedPtrImpl<T, false>& lhs, const CheckedPtrImpl<T, false>& rhs) const {
         return ComparisonDetails::arePointersDeeplyEqual(lhs, rhs);
     }
 };

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <FontEngine/FE_GlyphInfo.h>
+#include <Utils/Public/Export.h>
+#include <cinder/Vector.h>
+
+#include <ft2build.h>
+#include FT_FREETYPE_H
+
+#include <cstddef>
+#include <cstdint>
+
+namespace Vell::FontEngine {
+
+/// Identifies one bitmap of a glyph: the key of the bitmap cache.
+///
+/// The character code is carried along for the rasteriser but is no part of the identity: a glyph that two
+/// codes lead to has one bitmap, made for whichever code came first.
+class VELL_API BitmapGlyphInfo : public GlyphInfo {
+public:
+    /// `scale` multiplies the font size; `devicePixelRatio` is device pixels per logical pixel;
+    /// `offsetInsidePixel` shifts the glyph to the right by so many 1/64 of a device pixel; `isLast` says
+    /// that the next character is another one, or none.
+    BitmapGlyphInfo(const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& faceInfo, FT_Render_Mode renderMode,
+                    unsigned long glyphIndex, unsigned int unicode, float fontSize,
+                    const cinder::Vec2<float>& scale, float devicePixelRatio, unsigned char offsetInsidePixel,
+                    bool isLast, GlyphTransform transform);
+
+    bool operator==(const BitmapGlyphInfo& other) const;
+    bool operator!=(const BitmapGlyphInfo& other) const { return !(*this == other); }
+
+    unsigned int getUnicode() const { return _unicode; }
+    const cinder::Vec2<float>& getScale() const { return _scale; }
+    float getDevicePixelRatio() const { return _devicePixelRatio; }
+    unsigned char getOffsetInsidePixel() const { return _offsetInsidePixel; }
+    FT_Render_Mode getRenderMode() const { return _renderMode; }
+    bool isLast() const { return _isLast; }
+
+    /// Only the part of the base is memoised.
+    std::uint64_t hash() const;
+
+private:
+    FT_Render_Mode _renderMode;
+    unsigned int _unicode;
+    cinder::Vec2<float> _scale;
+    float _devicePixelRatio;
+    unsigned char _offsetInsidePixel;
+    bool _isLast;
+};
+
+struct BitmapGlyphInfoHash {
+    std::size_t operator()(const BitmapGlyphInfo& key) const { return key.hash(); }
+};
+
+} // namespace Vell::FontEngine
