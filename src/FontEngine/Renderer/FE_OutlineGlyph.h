@@ -1,0 +1,25 @@
+#pragma once
+
+#include <Gfx/Public/Path.h>
+#include <Utils/Public/Export.h>
+
+#include <memory>
+
+namespace Vell::FontEngine {
+
+/// A glyph outline with its advance. Shares the path with the cache that it came from and keeps it alive.
+class VELL_API OutlineGlyph {
+public:
+    /// Both in font units. Asserts that `path` is not null.
+    OutlineGlyph(std::shared_ptr<const Gfx::Path> path, float advance);
+
+    const std::shared_ptr<const Gfx::Path>& getPath() const { return _path; }
+    /// Distance from this glyph's origin to the next one's, in font units, letter spacing included.
+    float getAdvance() const { return _advance; }
+
+private:
+    std::shared_ptr<const Gfx::Path> _path;
+    float _advance;
+};
+
+} // namespace Vell::FontEngine
