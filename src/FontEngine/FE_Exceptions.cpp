@@ -1,0 +1,7 @@
+#include <FontEngine/FE_Exceptions.h>
+
+namespace Vell::FontEngine {
+
+FontEngineException::~FontEngineException() = default;
+
+} // namespace Vell::FontEngine

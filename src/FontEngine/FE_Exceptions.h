@@ -1,0 +1,17 @@
+#pragma once
+
+#include <Utils/Public/Exceptions.h>
+#include <Utils/Public/Export.h>
+
+namespace Vell::FontEngine {
+
+/// The engine cannot make what it was asked for, though every library below it did its part.
+class VELL_API FontEngineException : public BaseRuntimeError {
+public:
+    using BaseRuntimeError::BaseRuntimeError;
+    FontEngineException(const FontEngineException&) = default;
+    FontEngineException& operator=(const FontEngineException&) = default;
+    ~FontEngineException() override;
+};
+
+} // namespace Vell::FontEngine

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <FontEngine/FE_FontFace.h>
+#include <Gfx/Public/FactoryAccessTag.h>
+#include <Gfx/Public/FontInfo.h>
+#include <Gfx/Public/UniversalFontMetrics.h>
+#include <Utils/Public/Export.h>
+#include <Utils/Public/Ptr/CheckedPtr.h>
+
+namespace Vell::FontEngine {
+
+class FontFactory;
+
+/// A face at a size: the text metrics of the graphics library, and what the text painters draw with. Made by
+/// FontFactory::getFont on every request; it shares its face, so it is cheap to make and to move, and its
+/// metrics stay valid whatever the factory drops from its caches.
+///
+/// Immutable; any number of threads may use one font at once.
+class VELL_API Font : public Gfx::UniversalFontMetrics {
+public:
+    Font(Gfx::FactoryAccessTag, const CheckedPtrImpl<const Gfx::FontInfo, false>& fontInfo,
+         const CheckedPtrImpl<const FontFace, false>& fontFace);
+    Font(const Font&) = default;
+    Font(Font&&) noexcept = default;
+    ~Font() override;
+
+    const CheckedPtrImpl<const FontFace, false>& getFace() const { return _fontFace; }
+    CheckedPtrImpl<const Gfx::FontInfo, false> getFontInfo() const { return _fontInfo; }
+    /// Asserts that the factory still exists.
+    const FontFactory& getFontFactory() const { return _fontFace->getFontFactory(); }
+
+    /// Replaces `glyph` by the entry of the fallback font for the character, which must then be drawn with
+    /// that font; leaves it alone when there is no fallback.
+    void trySubstituteGlyph(const CheckedPtrImpl<const Gfx::ExtFontInfo, false>& extFontInfo,
+                            unsigned int codePoint,
+                            Gfx::CharMap::GlyphIndexWithAdvance& glyph) const override;
+
+private:
+    CheckedPtrImpl<const Gfx::FontInfo, false> _fontInfo;
+    CheckedPtrImpl<const FontFace, false> _fontFace;
+};
+
+} // namespace Vell::FontEngine

@@ -1,0 +1,65 @@
+#include <FontEngine/FE_FontFace.h>
+
+#include <FontEngine/FE_FontFactory.h>
+#include <FontEngine/Private/FE_FreeTypeUtilsInternal.h>
+#include <FontEngine/Renderer/FE_BitmapGlyph.h>
+#include <Utils/Public/Ptr/PtrUtils.h>
+
+#include FT_LCD_FILTER_H
+
+#include <cmath>
+#include <utility>
+
+namespace Vell::FontEngine {
+
+namespace {
+
+Gfx::BasicMetrics makeBasicMetrics(Gfx::FactoryAccessTag tag, const FontLoaders::FTFacePtr& face,
+                                   GlyphTransform transform) {
+    Gfx::CharMap charMap = Internal::makeCharMap(face, transform);
+    const std::pair<float, float> capHeightAndStrikeOut = Internal::getCapHeightAndStrikeOutPosition(face);
+    const auto unitsPerEM = static_cast<float>(face->units_per_EM);
+    return Gfx::BasicMetrics(tag, static_cast<float>(face->height) / unitsPerEM,
+                             static_cast<float>(face->ascender) / unitsPerEM,
+                             std::fabs(static_cast<float>(face->descender) / unitsPerEM),
+                             capHeightAndStrikeOut, std::move(charMap));
+}
+
+} // namespace
+
+FontFace::FontFace(Gfx::FactoryAccessTag tag, std::shared_ptr<const FontFactory> factory, FaceData faceData)
+    : _fontFactory(std::move(factory))
+    , _faceData(std::move(faceData))
+    , _library(FontLoaders::createFreeTypeLibrary())
+    , _face(FontLoaders::createFontFace(_library, _faceData.bytes))
+    , _basicMetrics(makeBasicMetrics(tag, _face, _faceData.transform)) {
+    // A FreeType without this kind of sub-pixel filter says so and renders LCD glyphs in its own way.
+    static_cast<void>(FT_Library_SetLcdFilter(_library.get(), FT_LCD_FILTER_LIGHT));
+}
+
+FontFace::~FontFace() = default;
+
+const FontFactory& FontFace::getFontFactory() const {
+    return derefNN(_fontFactory.lock().get());
+}
+
+std::shared_ptr<const FT_BitmapGlyphRec_> FontFace::getBitmapGlyph(const BitmapGlyphInfo& info,
+                                                                   bool flipVertically) const {
+    const auto factory = _fontFactory.lock();
+    return factory ? factory->copyBitmapGlyph(info, shared_from_this(), flipVertically) : nullptr;
+}
+
+std::shared_ptr<const Gfx::Path> FontFace::getOutlineGlyphPath(const GlyphInfo& info,
+                                                               Gfx::Painter& painter) const {
+    const auto factory = _fontFactory.lock();
+    return factory ? factory->copyOutlineGlyphPath(info, shared_from_this(), painter) : nullptr;
+}
+
+std::shared_ptr<const BitmapGlyphImageWithDeleter>
+FontFace::getGlyphBitmapWithSubpixels(const BitmapGlyph& glyph,
+                                      const cinder::ColorAT<unsigned char>& color) const {
+    const auto factory = _fontFactory.lock();
+    return factory ? factory->getGlyphBitmapWithSubpixels(glyph, color) : nullptr;
+}
+
+} // namespace Vell::FontEngine

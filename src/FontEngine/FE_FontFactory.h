@@ -1,0 +1,189 @@
+#pragma once
+
+#include <FontEngine/FE_BitmapGlyphImage.h>
+#include <FontEngine/FE_BitmapGlyphInfo.h>
+#include <FontEngine/FE_ColoredBitmapGlyphInfo.h>
+#include <FontEngine/FE_FaceData.h>
+#include <FontEngine/FE_Font.h>
+#include <FontEngine/FE_FontFace.h>
+#include <FontEngine/FE_GlyphInfo.h>
+#include <FontLoaders/Public/FontLoader.h>
+#include <Gfx/Public/FontMetricsFactory.h>
+#include <Gfx/Public/Painter.h>
+#include <Gfx/Public/Path.h>
+#include <Utils/Public/Export.h>
+#include <Utils/Public/MRUCache.h>
+#include <Utils/Public/Ptr/CheckedPtr.h>
+#include <Utils/Public/Ptr/DeepEquality.h>
+#include <cinder/Color.h>
+
+#include FT_GLYPH_H
+
+#include <memory>
+#include <mutex>
+#include <string>
+#include <vector>
+
+namespace Vell::FontEngine {
+
+class BitmapGlyph;
+
+/// The entry to the library: makes faces and fonts from descriptions and renders their glyphs, each once.
+///
+///     const auto factory = FontFactory::create("DejaVu Sans");
+///     const auto face = makeNNPtr<const Internal::FontFaceInfo>("DejaVu Serif", true, false);
+///     const Font font = factory->getFont(
+///         makeNNPtr<const Internal::FontInfo>(face, 14.0F, Gfx::TextPositionType::Normal));
+///
+/// Five caches, each in the order of its most recent use, keep font files, faces, glyph bitmaps, coloured
+/// images and outline paths. They have no limits until `reset` sets some. Whatever was handed out stays valid
+/// when a cache drops it, and when the factory ends: all of it is shared. Faces refer to their factory
+/// weakly.
+///
+/// Threads: every lookup may be called from any thread. It holds the lock of its cache while it looks up,
+/// makes and inserts, so an entry is made once; the locks are recursive, and the face cache's is taken before
+/// that of the font files. `flush` and `reset` take no lock and need exclusive use of the factory. One face
+/// must not be rendered by the bitmap service and by the outline service at the same time, which size it
+/// under different locks.
+///
+/// Errors: FontLoaderException, FreeTypeException, FontEngineException, BadNumCastError, std::bad_alloc, and
+/// whatever a client's loader or painter throws. After an exception nothing is cached for that request and no
+/// lock is held.
+class VELL_API FontFactory : public Gfx::FontMetricsFactory,
+                             public std::enable_shared_from_this<FontFactory> {
+public:
+    /// Keeps factories inside shared pointers: only `create` can make one.
+    class FactoryAccessTag {
+        friend class FontFactory;
+        // User-provided, or `FactoryAccessTag{}` would be aggregate initialisation and open to all.
+        explicit FactoryAccessTag() {} // NOLINT(modernize-use-equals-default)
+    };
+
+    FontFactory(FactoryAccessTag, CheckedPtrImpl<const FontLoaders::FontLoader, false> loader,
+                const std::string& defaultFaceName);
+    ~FontFactory() override;
+
+    FontFactory(const FontFactory&) = delete;
+    FontFactory& operator=(const FontFactory&) = delete;
+
+    /// A factory over the client's loader.
+    static CheckedPtrImpl<FontFactory, false>
+    create(CheckedPtrImpl<const FontLoaders::FontLoader, false> loader, const std::string& defaultFaceName);
+    /// A factory over the fonts that are installed on the machine; the loader gets the same default face
+    /// name.
+    static CheckedPtrImpl<FontFactory, false> create(const std::string& defaultFaceName);
+
+    const FontLoaders::FontLoader& getFontLoader() const { return *_fontLoader; }
+
+    /// The same style in the factory's default family.
+    CheckedPtrImpl<const Gfx::FontFaceInfo, false>
+    substituteDefaultFaceName(const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& faceInfo) const;
+
+    /// The loader's answer for exactly this description, null included; for an empty name its default font of
+    /// the style. Each description reaches the loader once while its answer stays cached.
+    std::shared_ptr<const std::vector<unsigned char>>
+    getFaceDataBytes(const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& faceInfo) const;
+
+    /// The file to open for a description and the styling to add to it, when another style of the family must
+    /// serve; null when the loader has none of the family's styles.
+    std::shared_ptr<const FaceData>
+    getFaceData(const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& faceInfo) const;
+
+    /// The face of a description, or the loader's default face of its style. The reference is to the cached
+    /// pointer: copy it at once. Throws FontLoaderException when the default face is missing, too.
+    const CheckedPtrImpl<const FontFace, false>&
+    getFace(const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& faceInfo) const;
+
+    /// A new font over the cached face.
+    Font getFont(const CheckedPtrImpl<const Gfx::FontInfo, false>& fontInfo) const;
+
+    /// The same as a shared object.
+    CheckedPtrImpl<const Gfx::FontMetrics, false>
+    getFontMetrics(const CheckedPtrImpl<const Gfx::FontInfo, false>& fontInfo) const override;
+
+    /// A font for a character that `fontInfo` has no glyph for: the loader's family for the character's
+    /// Unicode range in the same style, size and position. Null when the character lies in no range or no
+    /// family serves it.
+    std::shared_ptr<const Font>
+    getDefaultFontForSymbol(unsigned int codePoint,
+                            const CheckedPtrImpl<const Gfx::FontInfo, false>& fontInfo) const;
+
+    /// The bitmap of a glyph, its rows reversed on request; null when FreeType cannot size the face so (the
+    /// failure is cached as well). `face` must be the face that `info` describes: the flip and the face are
+    /// no part of the key. The reference is to the cached pointer: copy it before another thread can evict
+    /// it.
+    const std::shared_ptr<const FT_BitmapGlyphRec_>&
+    getBitmapGlyph(const BitmapGlyphInfo& info, CheckedPtrImpl<const FontFace, false> face,
+                   bool flipVertically) const;
+
+    /// The coloured image of an LCD glyph, composed over white. Throws FontEngineException for a bitmap of
+    /// another pixel mode.
+    std::shared_ptr<const BitmapGlyphImageWithDeleter>
+    getGlyphBitmapWithSubpixels(const BitmapGlyph& glyph, const cinder::ColorAT<unsigned char>& color) const;
+
+    /// The outline of a glyph in font units, y pointing down, built by `painter` and drawable by any painter
+    /// of its kind; null when FreeType cannot size the face (cached as well) or the glyph has no outline. The
+    /// painter's path is left empty. The reference is to the cached pointer: copy it before another thread
+    /// can evict it.
+    const std::shared_ptr<const Gfx::Path>& getOutlineGlyphPath(const GlyphInfo& info,
+                                                                CheckedPtrImpl<const FontFace, false> face,
+                                                                Gfx::Painter& painter) const;
+
+    /// Empties every cache and keeps the limits.
+    void flush();
+
+    /// Empties the caches of font files, faces, bitmaps and coloured images and limits them: font files and
+    /// faces to `maxFaceCount` entries each, bitmaps and coloured images to `maxBitmapBytes` each; 0 means no
+    /// limit. Outlines belong to no budget: their cache is neither emptied nor limited.
+    void reset(unsigned long maxFaceCount, unsigned long maxBitmapBytes);
+
+private:
+    friend class FontFace;
+
+    using FaceKey = CheckedPtrImpl<const Gfx::FontFaceInfo, false>;
+    using FaceBytes = std::shared_ptr<const std::vector<unsigned char>>;
+    using FacePtr = CheckedPtrImpl<const FontFace, false>;
+    using BitmapPtr = std::shared_ptr<const FT_BitmapGlyphRec_>;
+    using ImagePtr = std::shared_ptr<const BitmapGlyphImageWithDeleter>;
+    using PathPtr = std::shared_ptr<const Gfx::Path>;
+    using Equal = AreDeeplyEqualComparator;
+
+    using FaceBytesCache = MRUCache<FaceKey, FaceBytes, std::hash<FaceKey>, Equal>;
+    using FaceCache = MRUCache<FaceKey, FacePtr, std::hash<FaceKey>, Equal>;
+    using BitmapCache = MRUCache<BitmapGlyphInfo, BitmapPtr, BitmapGlyphInfoHash, Equal>;
+    using ImageCache = MRUCache<ColoredBitmapGlyphInfo, ImagePtr, ColoredBitmapGlyphInfoHash, Equal>;
+    using OutlineCache = MRUCache<GlyphInfo, PathPtr, GlyphInfoHash, Equal>;
+
+    FontFactory(CheckedPtrImpl<const FontLoaders::FontLoader, false> loader,
+                const std::string& defaultFaceName);
+
+    FaceBytes loadFaceBytes(const FaceKey& faceInfo) const;
+    FacePtr openFace(const FaceKey& faceInfo) const;
+    FacePtr copyFace(const FaceKey& faceInfo) const;
+
+    // The caller holds the cache's lock while it calls and while it uses the reference.
+    const FacePtr& findOrOpenFace(const FaceKey& faceInfo) const;
+    const BitmapPtr& findOrRenderBitmap(const BitmapGlyphInfo& info, const FacePtr& face,
+                                        bool flipVertically) const;
+    const PathPtr& findOrBuildPath(const GlyphInfo& info, const FacePtr& face, Gfx::Painter& painter) const;
+
+    // What the faces hand on: copied under the lock, so that no other thread can evict it in between.
+    BitmapPtr copyBitmapGlyph(const BitmapGlyphInfo& info, const FacePtr& face, bool flipVertically) const;
+    PathPtr copyOutlineGlyphPath(const GlyphInfo& info, const FacePtr& face, Gfx::Painter& painter) const;
+
+    // Destroyed from the last to the first: glyphs and faces before the font files that they were made from.
+    CheckedPtrImpl<const FontLoaders::FontLoader, false> _fontLoader;
+    mutable FaceBytesCache _faceBytesCache;
+    mutable std::recursive_mutex _faceBytesMutex;
+    mutable FaceCache _faceCache;
+    mutable std::recursive_mutex _faceMutex;
+    mutable BitmapCache _bitmapCache;
+    mutable std::recursive_mutex _bitmapMutex;
+    mutable ImageCache _imageCache;
+    mutable std::recursive_mutex _imageMutex;
+    mutable OutlineCache _outlineCache;
+    mutable std::recursive_mutex _outlineMutex;
+    std::string _defaultFaceName;
+};
+
+} // namespace Vell::FontEngine

@@ -1,0 +1,137 @@
+// Glyphs of a face as bitmaps and as outlines.
+
+#include <FontEngine/Private/FE_BitmapRows.h>
+#include <FontEngine/Private/FE_FreeTypeUtilsInternal.h>
+#include <FontEngine/Private/FE_GlyphErrors.h>
+#include <FontEngine/Private/FE_Hinting.h>
+#include <Utils/Public/Assert.h>
+
+#include <utility>
+
+namespace Vell::FontEngine::Internal {
+
+using FontLoaders::FTFacePtr;
+using FontLoaders::FTLibraryPtr;
+
+namespace {
+
+constexpr const char* file = "FontEngine/Private/FE_FreeTypeUtilsInternal";
+
+/// Releases a glyph together with its share of the library that the release needs.
+struct GlyphReleaser {
+    FTLibraryPtr library;
+
+    void operator()(FT_GlyphRec_* glyph) const { FT_Done_Glyph(glyph); }
+};
+
+using GlyphOwner = std::unique_ptr<FT_GlyphRec_, GlyphReleaser>;
+
+void loadGlyph(const FTFacePtr& face, const GlyphInfo& info, int flags) {
+    throwIfGlyphFailed("FT_Load_Glyph() failed, error: {}, glyph index: {} ",
+                       FT_Load_Glyph(face.get(), static_cast<FT_UInt>(info.getGlyphIndex()), flags), info);
+}
+
+GlyphOwner takeGlyph(const FTFacePtr& face, const GlyphInfo& info) {
+    GlyphOwner owner(nullptr, GlyphReleaser{FontLoaders::shareFreeTypeLibrary(face->glyph->library)});
+    FT_Glyph glyph = nullptr;
+    throwIfGlyphFailed("FT_Get_Glyph() failed, error: {}, glyph index: {} ",
+                       FT_Get_Glyph(face->glyph, &glyph), info);
+    owner.reset(glyph);
+    return owner;
+}
+
+void transformSlot(const FTFacePtr& face, const GlyphInfo& info, OutlineScale scale) {
+    if (info.getTransform() != GlyphTransform::None) {
+        applyGlyphTransform(face, &face->glyph->outline, info.getTransform(), scale);
+    }
+}
+
+void shiftByOffset(const FTFacePtr& face, const BitmapGlyphInfo& info) {
+    constexpr FT_Fixed one = 0x10000;
+    FT_Matrix identity{one, 0, 0, one};
+    FT_Vector offset{info.getOffsetInsidePixel(), 0}; // 1/64 pixel is FreeType's 26.6
+    FT_Set_Transform(face.get(), &identity, &offset);
+}
+
+int getLoadFlags(const FTFacePtr& face, const BitmapGlyphInfo& info) {
+    const int noEmbeddedBitmap = FT_IS_SCALABLE(face.get()) ? FT_LOAD_NO_BITMAP : 0;
+    return getHintingFlags(face->family_name, info) | noEmbeddedBitmap;
+}
+
+void rasterise(GlyphOwner& owner, const BitmapGlyphInfo& info) {
+    // FreeType replaces the glyph: it owns the old one while it works, whatever comes of it belongs to us
+    // again.
+    FT_Glyph glyph = owner.release();
+    const int error = FT_Glyph_To_Bitmap(&glyph, info.getRenderMode(), nullptr, 1);
+    owner.reset(glyph);
+    throwIfGlyphFailed("Failed to get bitmap for glyph, error: {}, glyph index: {} ", error, info);
+}
+
+void makeBitmap(GlyphOwner& owner, const BitmapGlyphInfo& info) {
+    if (owner->format != FT_GLYPH_FORMAT_OUTLINE && owner->format != FT_GLYPH_FORMAT_BITMAP) {
+        doFailAssert(file, 658,
+                     "glyph->format == FT_GLYPH_FORMAT_OUTLINE || glyph->format == FT_GLYPH_FORMAT_BITMAP",
+                     "Unsupported glyph format!");
+    }
+    if (owner->format == FT_GLYPH_FORMAT_OUTLINE) {
+        rasterise(owner, info);
+    }
+}
+
+FT_Pos getBoldStrength(const FTFacePtr& face, OutlineScale scale) {
+    constexpr int partOfEm = 24;
+    switch (scale) {
+    case OutlineScale::Scaled:
+        return FT_MulFix(face->units_per_EM, face->size->metrics.y_scale) / partOfEm;
+    case OutlineScale::FontUnits:
+        return face->units_per_EM / partOfEm;
+    }
+    return 0;
+}
+
+} // namespace
+
+void applyGlyphTransform(const FTFacePtr& face, FT_Outline* outline, GlyphTransform transform,
+                         OutlineScale scale) {
+    if (isEmboldened(transform)) {
+        FT_Outline_Embolden(outline, getBoldStrength(face, scale));
+    }
+    if (isSlanted(transform)) {
+        constexpr FT_Fixed one = 0x10000;
+        constexpr FT_Fixed slope = 0x366A; // tan 12 degrees, rounded in 16.16
+        const FT_Matrix slant{one, slope, 0, one};
+        FT_Outline_Transform(outline, &slant);
+    }
+}
+
+std::shared_ptr<const FT_BitmapGlyphRec_> createBitmapGlyph(const BitmapGlyphInfo& info,
+                                                            const FTFacePtr& face, bool flipVertically) {
+    shiftByOffset(face, info);
+    loadGlyph(face, info, getLoadFlags(face, info));
+    transformSlot(face, info, OutlineScale::Scaled);
+    GlyphOwner owner = takeGlyph(face, info);
+    makeBitmap(owner, info);
+
+    auto* const glyph = reinterpret_cast<FT_BitmapGlyph>(owner.get());
+    if (flipVertically) {
+        flipRows(glyph->bitmap);
+    }
+    if (info.getUnicode() == '_' && isJoinable(glyph->bitmap)) {
+        joinUnderscore(glyph, info.isLast(), face->memory);
+    }
+    return {std::shared_ptr<FT_GlyphRec_>(std::move(owner)), glyph};
+}
+
+std::shared_ptr<FT_GlyphRec_> createOutlineGlyph(const GlyphInfo& info,
+                                                 const CheckedPtrImpl<const FontFace, false>& fontFace) {
+    if (!fontFace) {
+        doFailAssert(file, 699, "fontFace");
+    }
+    const FTFacePtr& face = fontFace->getHandle();
+    FT_Set_Transform(face.get(), nullptr, nullptr);
+    loadGlyph(face, info, FT_LOAD_NO_SCALE | FT_LOAD_FORCE_AUTOHINT);
+    transformSlot(face, info, OutlineScale::FontUnits);
+    return takeGlyph(face, info);
+}
+
+} // namespace Vell::FontEngine::Internal

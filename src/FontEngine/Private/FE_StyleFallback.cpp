@@ -1,0 +1,58 @@
+#include <FontEngine/Private/FE_StyleFallback.h>
+
+#include <Utils/Public/Ptr/PtrUtils.h>
+
+namespace Vell::FontEngine::Internal {
+
+namespace {
+
+using Bytes = std::shared_ptr<const std::vector<unsigned char>>;
+
+/// Its styled files differ from the regular one in proportions, so its styles are made from one file.
+constexpr const char* alwaysSynthesisedFamily = "Yu Gothic Medium";
+
+std::shared_ptr<const FaceData> makeFaceData(const Bytes& bytes, bool embolden, bool slant) {
+    return makeNNPtr<const FaceData>(FaceData{bytes, makeGlyphTransform(embolden, slant)});
+}
+
+std::shared_ptr<const FaceData> findRegular(const RequestedStyle& request, const StyleProbe& probe) {
+    const Bytes regular = probe(false, false);
+    return regular ? makeFaceData(regular, request.isBold, request.isItalic) : nullptr;
+}
+
+std::shared_ptr<const FaceData> findWithRegular(const RequestedStyle& request, const StyleProbe& probe) {
+    if (request.isBold && request.isItalic) {
+        if (const Bytes bold = probe(true, false)) {
+            return makeFaceData(bold, false, request.isItalic);
+        }
+    }
+    return findRegular(request, probe);
+}
+
+std::shared_ptr<const FaceData> findWithoutRegular(const RequestedStyle& request, const StyleProbe& probe) {
+    const Bytes bold = probe(true, false);
+    const Bytes italic = probe(false, true);
+    if (!bold && !italic) {
+        return findRegular(request, probe);
+    }
+    // A missing style is added only when the other one serves: with both files there, a bold italic request
+    // gets the bold file as it is, because slanting a bold beside a true italic looks worse than an upright
+    // bold.
+    const bool slant = request.isItalic && !italic && bold;
+    const bool isBoldMissing = request.isBold && !bold && italic;
+    const bool embolden = mayUseExactStyle(request) ? isBoldMissing : request.isBold;
+    return makeFaceData(bold ? bold : italic, embolden, slant);
+}
+
+} // namespace
+
+bool mayUseExactStyle(const RequestedStyle& request) {
+    return request.name != alwaysSynthesisedFamily;
+}
+
+std::shared_ptr<const FaceData> findSimilarStyle(const RequestedStyle& request, const StyleProbe& probe) {
+    const Bytes regular = probe(false, false);
+    return regular ? findWithRegular(request, probe) : findWithoutRegular(request, probe);
+}
+
+} // namespace Vell::FontEngine::Internal
