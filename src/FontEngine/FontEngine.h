@@ -1,0 +1,27 @@
+#pragma once
+
+/// The whole of FontEngine: the factory with its faces and fonts, the descriptions that clients build, glyph
+/// keys and runs, and the two text painters.
+
+#include <FontEngine/FE_BitmapGlyphImage.h>
+#include <FontEngine/FE_BitmapGlyphInfo.h>
+#include <FontEngine/FE_BitmapGlyphPainter.h>
+#include <FontEngine/FE_ColoredBitmapGlyphInfo.h>
+#include <FontEngine/FE_Exceptions.h>
+#include <FontEngine/FE_FaceData.h>
+#include <FontEngine/FE_Font.h>
+#include <FontEngine/FE_FontFace.h>
+#include <FontEngine/FE_FontFaceInfo.h>
+#include <FontEngine/FE_FontFactory.h>
+#include <FontEngine/FE_FontInfo.h>
+#include <FontEngine/FE_GlyphInfo.h>
+#include <FontEngine/FE_GlyphTransform.h>
+#include <FontEngine/Renderer/FE_BitmapGlyph.h>
+#include <FontEngine/Renderer/FE_BitmapGlyphRun.h>
+#include <FontEngine/Renderer/FE_OutlineGlyph.h>
+#include <FontEngine/Renderer/FE_OutlineGlyphRun.h>
+#include <FontEngine/Renderer/FE_RasterTextPainter.h>
+#include <FontEngine/Renderer/FE_VectorTextPainter.h>
+#include <FontLoaders/FontLoaders.h>
+#include <Gfx/Gfx.h>
+#include <Utils/Utils.h>

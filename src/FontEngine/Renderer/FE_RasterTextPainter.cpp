@@ -1,0 +1,106 @@
+#include <FontEngine/Renderer/FE_RasterTextPainter.h>
+
+#include <FontEngine/Renderer/FE_DevicePixelRatio.h>
+#include <Utils/Public/Assert.h>
+#include <Utils/Public/MatrixUtils.h>
+#include <Utils/Public/Ptr/PtrUtils.h>
+
+#include <cmath>
+#include <cstdint>
+
+namespace Vell::FontEngine {
+
+namespace {
+
+/// A view of a FreeType bitmap.
+BitmapGlyphImage viewBitmap(const FT_Bitmap& bitmap) {
+    BitmapGlyphImage view;
+    view.rows = bitmap.rows;
+    view.width = bitmap.width;
+    view.pitch = bitmap.pitch;
+    view.buffer = bitmap.buffer;
+    view.pixelMode = bitmap.pixel_mode;
+    return view;
+}
+
+float getLeft(const BitmapGlyph& glyph, float devicePixelRatio) {
+    const float x = static_cast<float>(glyph.getData()->left) / devicePixelRatio + glyph.getPos().x;
+    return Internal::isDense(devicePixelRatio) ? x : std::floor(x);
+}
+
+/// Snaps up to the whole unit unless the fraction is about three quarters or more: such glyphs would climb
+/// almost a unit and stand out of their line. The bit pattern of the limit is 3F3D7E02.
+float snapTop(float y) {
+    constexpr float keptFraction = 0.7402039766311646F;
+    const float whole = std::floor(y);
+    return y - whole < keptFraction ? whole : y;
+}
+
+float getTop(const BitmapGlyph& glyph, const FT_BBox& box, float devicePixelRatio) {
+    // The box cancels itself out, whatever a client has put into it: the sum is the negative top, modulo
+    // 2^64.
+    const auto yMin = static_cast<std::uint64_t>(box.yMin);
+    const auto yMax = static_cast<std::uint64_t>(box.yMax);
+    const auto top = static_cast<std::uint64_t>(static_cast<std::int64_t>(glyph.getData()->top));
+    const auto offset = static_cast<std::int64_t>((yMax - yMin) - top + yMin - yMax);
+    return snapTop(static_cast<float>(offset) / devicePixelRatio + glyph.getPos().y);
+}
+
+bool isRotated(float angle) {
+    constexpr float negligible = 9.5367431640625e-07F; // 2^-20
+    return !(std::fabs(angle) < negligible);
+}
+
+} // namespace
+
+RasterTextPainter::RasterTextPainter(Gfx::Painter& painter, BitmapGlyphPainter& glyphPainter,
+                                     bool flipVertically)
+    : _painter(painter)
+    , _glyphPainter(glyphPainter)
+    , _flipVertically(flipVertically) {}
+
+void RasterTextPainter::drawText(boost::string_ref text,
+                                 const CheckedPtrImpl<const Gfx::ExtFontInfo, false>& extFontInfo,
+                                 const Gfx::FontMetrics& fontMetrics,
+                                 const cinder::ColorAT<unsigned char>& color, float devicePixelRatio) {
+    _painter.pushTransform();
+    const auto* const font = dynamic_cast<const Font*>(&fontMetrics);
+    if (font == nullptr) {
+        doFailAssert("FontEngine/Renderer/FE_RasterTextPainter", 136, "font");
+    }
+    const cinder::MatrixAffine2<float> transform = _painter.getTransform();
+    const cinder::Vec2<float> scale(getScaleX(transform), getScaleY(transform));
+    const BitmapGlyphRun run = createGlyphRun(text, extFontInfo, *font, devicePixelRatio, scale);
+
+    _painter.resetTransform();
+    _painter.translate({getTranslateX(transform), getTranslateY(transform)});
+    const float angle = getAngle(transform);
+    if (isRotated(angle)) {
+        _painter.rotate(angle);
+    }
+    drawGlyphRun(run, *font, color, devicePixelRatio);
+    _painter.popTransform(); // no guard: after an exception the painter is its owner's to restore
+}
+
+void RasterTextPainter::drawGlyphRun(const BitmapGlyphRun& run, const Font& font,
+                                     const cinder::ColorAT<unsigned char>& color, float devicePixelRatio) {
+    for (const BitmapGlyph& glyph : run.getGlyphs()) {
+        const cinder::Vec2<float> position(getLeft(glyph, devicePixelRatio),
+                                           getTop(glyph, run.getBBox(), devicePixelRatio));
+        drawGlyph(glyph, position, font, color);
+    }
+}
+
+void RasterTextPainter::drawGlyph(const BitmapGlyph& glyph, const cinder::Vec2<float>& position,
+                                  const Font& font, const cinder::ColorAT<unsigned char>& color) {
+    const FT_Bitmap& bitmap = glyph.getData()->bitmap;
+    if (bitmap.pixel_mode != FT_PIXEL_MODE_LCD) {
+        _glyphPainter.drawGlyph(viewBitmap(bitmap), position);
+        return;
+    }
+    // The key in the glyph names the right face, also where a fallback font drew it.
+    const auto image = font.getFace()->getGlyphBitmapWithSubpixels(glyph, color);
+    _glyphPainter.drawGlyph(derefNN(image.get()), position);
+}
+
+} // namespace Vell::FontEngine

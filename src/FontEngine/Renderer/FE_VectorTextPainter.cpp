@@ -1,0 +1,68 @@
+#include <FontEngine/Renderer/FE_VectorTextPainter.h>
+
+#include <Utils/Public/Assert.h>
+
+#include <utility>
+#include <vector>
+
+namespace Vell::FontEngine {
+
+namespace {
+
+constexpr const char* file = "FontEngine/Renderer/FE_VectorTextPainter";
+
+} // namespace
+
+VectorTextPainter::VectorTextPainter(Gfx::Painter& painter)
+    : _painter(painter) {}
+
+OutlineGlyphRun
+VectorTextPainter::createGlyphRun(boost::string_ref text,
+                                  const CheckedPtrImpl<const Gfx::ExtFontInfo, false>& extFontInfo,
+                                  const Font& font) {
+    const auto faceInfo = extFontInfo->getFontInfo()->getFontFaceInfo();
+    const CheckedPtrImpl<const FontFace, false>& face = font.getFace();
+    if (!face) {
+        doFailAssert(file, 62, "face");
+    }
+    const Gfx::CharMap& charMap = face->getBasicMetrics().getCharMap();
+    const float letterSpacing = extFontInfo->getLetterSpacing();
+    const float size = extFontInfo->getFontInfo()->getSize();
+    const unsigned short unitsPerEM = face->getHandle()->units_per_EM;
+    const float spacingInUnits = (static_cast<float>(unitsPerEM) * letterSpacing) / size;
+
+    std::vector<OutlineGlyph> glyphs;
+    glyphs.reserve(text.size()); // bytes: no fewer than characters
+    Gfx::UniversalFontMetrics::forEachCharInText(text, extFontInfo, [&](unsigned int codePoint) {
+        const Gfx::CharMap::GlyphIndexWithAdvance glyph = charMap[codePoint];
+        const GlyphInfo info(faceInfo, glyph.glyphIndex, font.getFontSize(), face->getTransform());
+        // Unlike a bitmap, a missing outline takes no room: a vector text shows no gaps.
+        if (auto path = face->getOutlineGlyphPath(info, _painter)) {
+            glyphs.emplace_back(std::move(path),
+                                static_cast<float>(unitsPerEM) * glyph.advance + spacingInUnits);
+        }
+    });
+    return OutlineGlyphRun(std::move(glyphs), face->getHandle()->units_per_EM);
+}
+
+void VectorTextPainter::drawText(boost::string_ref text,
+                                 const CheckedPtrImpl<const Gfx::ExtFontInfo, false>& extFontInfo,
+                                 const Gfx::FontMetrics& fontMetrics) {
+    const auto* const font = dynamic_cast<const Font*>(&fontMetrics);
+    if (font == nullptr) {
+        doFailAssert(file, 36, "font");
+    }
+    const OutlineGlyphRun run = createGlyphRun(text, extFontInfo, *font);
+    const float scale = font->getFontSize() / static_cast<float>(run.getUnitsPerEM());
+
+    _painter.pushTransform();
+    _painter.scale({scale, scale});
+    for (const OutlineGlyph& glyph : run.getGlyphs()) {
+        constexpr bool isFilled = true;
+        _painter.drawPath(*glyph.getPath(), isFilled);
+        _painter.translate({glyph.getAdvance(), 0.0F});
+    }
+    _painter.popTransform();
+}
+
+} // namespace Vell::FontEngine
