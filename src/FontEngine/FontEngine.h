@@ -8,6 +8,7 @@
 #include <FontEngine/FE_BitmapGlyphPainter.h>
 #include <FontEngine/FE_ColoredBitmapGlyphInfo.h>
 #include <FontEngine/FE_Exceptions.h>
+#include <FontEngine/FE_ExtFontInfo.h>
 #include <FontEngine/FE_FaceData.h>
 #include <FontEngine/FE_Font.h>
 #include <FontEngine/FE_FontFace.h>
