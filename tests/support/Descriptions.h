@@ -1,0 +1,38 @@
+#pragma once
+
+#include <Gfx/Public/ExtFontInfo.h>
+#include <Gfx/Public/FontFaceInfo.h>
+#include <Gfx/Public/FontInfo.h>
+
+#include <string>
+
+namespace Vell::Testing {
+
+using FaceInfoPtr = CheckedPtrImpl<const Gfx::FontFaceInfo, false>;
+using FontInfoPtr = CheckedPtrImpl<const Gfx::FontInfo, false>;
+using ExtFontInfoPtr = CheckedPtrImpl<const Gfx::ExtFontInfo, false>;
+
+/// A font with a letter spacing, as a client of the engine would describe it.
+class SimpleExtFontInfo : public Gfx::ExtFontInfo {
+public:
+    SimpleExtFontInfo(FontInfoPtr fontInfo, float letterSpacing);
+    ~SimpleExtFontInfo() override;
+
+    FontInfoPtr getFontInfo() const override;
+    float getLetterSpacing() const override;
+
+private:
+    FontInfoPtr _fontInfo;
+    float _letterSpacing;
+};
+
+FaceInfoPtr makeFaceInfo(const std::string& name = "Test Sans", bool bold = false, bool italic = false);
+
+FontInfoPtr makeFontInfo(const FaceInfoPtr& faceInfo, float size = 10.0F,
+                         Gfx::TextPositionType type = Gfx::TextPositionType::Normal);
+FontInfoPtr makeFontInfo(const std::string& name = "Test Sans", float size = 10.0F);
+
+ExtFontInfoPtr makeExtFontInfo(const FontInfoPtr& fontInfo, float letterSpacing = 0.0F);
+ExtFontInfoPtr makeExtFontInfo(float letterSpacing = 0.0F);
+
+} // namespace Vell::Testing

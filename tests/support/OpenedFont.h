@@ -1,0 +1,24 @@
+#pragma once
+
+#include <support/ByteWriter.h>
+
+#include <FontLoaders/Public/FreeType.h>
+
+namespace Vell::Testing {
+
+/// A font file opened with FreeType, with everything that the face needs to live. Throws FreeTypeException.
+struct OpenedFont {
+    explicit OpenedFont(Bytes file)
+        : bytes(std::make_shared<const Bytes>(std::move(file)))
+        , library(FontLoaders::createFreeTypeLibrary())
+        , face(FontLoaders::createFontFace(library, bytes)) {}
+
+    FT_Face operator->() const { return face.get(); }
+    FT_Face get() const { return face.get(); }
+
+    CheckedPtrImpl<const Bytes, false> bytes;
+    FontLoaders::FTLibraryPtr library;
+    FontLoaders::FTFacePtr face;
+};
+
+} // namespace Vell::Testing
