@@ -1,0 +1,65 @@
+#pragma once
+
+#include <ft2build.h>
+#include FT_FREETYPE_H
+#include FT_IMAGE_H
+
+#include <optional>
+#include <string>
+#include <type_traits>
+#include <utility>
+
+/// What the forwarding functions share.
+namespace Vell::Testing::Spy {
+
+/// Four letters as FreeType packs them into a number.
+struct Tag {
+    FT_ULong value;
+};
+
+std::string describe(const FT_Matrix* matrix);
+std::string describe(const FT_Vector* vector);
+std::string describe(FT_CharMap charMap);
+std::string describe(Tag tag);
+
+template <class Number, class = std::enable_if_t<std::is_arithmetic_v<Number> || std::is_enum_v<Number>>>
+std::string describe(Number number) {
+    return std::to_string(static_cast<long>(number));
+}
+
+/// One call on its way through; lives as long as the call.
+class Call {
+public:
+    template <class... Arguments>
+    Call(const char* name, const void* returnAddress, const void* object, const Arguments&... arguments)
+        : _isNoted(enter(returnAddress)) {
+        if (_isNoted) {
+            note(name, object, (std::string(name) + ... + (' ' + describe(arguments))));
+        }
+    }
+    ~Call();
+    Call(const Call&) = delete;
+    Call& operator=(const Call&) = delete;
+
+    /// The error to return instead of calling FreeType.
+    const std::optional<FT_Error>& getInjectedError() const { return _injectedError; }
+
+    template <class Function, class... Arguments>
+    FT_Error forward(Function function, Arguments... arguments) const {
+        return _injectedError ? *_injectedError : function(arguments...);
+    }
+
+    /// The character to answer instead of asking FreeType.
+    std::optional<std::pair<FT_ULong, FT_UInt>> takeFirstCharacter() const;
+    std::optional<std::pair<FT_ULong, FT_UInt>> takeNextCharacter() const;
+    std::optional<FT_Glyph_Format> getGlyphFormat() const;
+
+private:
+    static bool enter(const void* returnAddress);
+    void note(const char* name, const void* object, std::string line);
+
+    bool _isNoted;
+    std::optional<FT_Error> _injectedError;
+};
+
+} // namespace Vell::Testing::Spy
