@@ -42,8 +42,8 @@ void releaseFace(FT_FaceRec_* face) {
     FT_Done_Face(face);
 }
 
-/// Bytes that FreeType reads in place, kept by the stream until FreeType closes it: that is when the last
-/// owner of the face lets go, or when the bytes turn out to be no font.
+/// Bytes that FreeType reads in place. They are kept until FreeType closes the stream: when the last owner of
+/// the face lets go, or when the bytes turn out to be no font.
 struct MemoryStream {
     explicit MemoryStream(CheckedPtrImpl<const std::vector<unsigned char>, false> content)
         : bytes(std::move(content)) {
@@ -52,12 +52,13 @@ struct MemoryStream {
         record.size = static_cast<unsigned long>(bytes->size());
         record.descriptor.pointer = this;
         record.close = [](FT_Stream stream) {
-            delete static_cast<MemoryStream*>(stream->descriptor.pointer);
+            static_cast<MemoryStream*>(stream->descriptor.pointer)->self.reset();
         };
     }
 
     FT_StreamRec record{};
     CheckedPtrImpl<const std::vector<unsigned char>, false> bytes;
+    std::shared_ptr<MemoryStream> self; // while FreeType has it
 };
 
 void throwIfFailed(const char* call, int error) {
@@ -88,13 +89,17 @@ FTLibraryPtr shareFreeTypeLibrary(FT_Library library) {
 
 FTFacePtr createFontFace(const FTLibraryPtr& library,
                          const CheckedPtrImpl<const std::vector<unsigned char>, false>& bytes) {
-    // Without a library FreeType gives up before it looks at the stream, which then nobody would close.
-    throwIfFailed("FT_Open_Face", library ? FT_Err_Ok : FT_Err_Invalid_Library_Handle);
+    const auto stream = std::make_shared<MemoryStream>(bytes);
     FT_Open_Args arguments{};
     arguments.flags = FT_OPEN_STREAM;
-    arguments.stream = &(new MemoryStream(bytes))->record;
+    arguments.stream = &stream->record;
     FT_Face face = nullptr;
-    throwIfFailed("FT_Open_Face", FT_Open_Face(library.get(), &arguments, 0, &face));
+    stream->self = stream;
+    const int error = FT_Open_Face(library.get(), &arguments, 0, &face);
+    if (!isFTSucceeded(error)) {
+        stream->self.reset(); // FreeType closes only what it has come to look at
+    }
+    throwIfFailed("FT_Open_Face", error);
     return FTFacePtr(face, releaseFace);
 }
 

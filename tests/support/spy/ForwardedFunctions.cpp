@@ -60,11 +60,10 @@ FT_Error FT_Library_SetLcdFilter(FT_Library library, FT_LcdFilter filter) {
     return call.forward(next, library, filter);
 }
 
-FT_Error FT_New_Memory_Face(FT_Library library, const FT_Byte* bytes, FT_Long size, FT_Long index,
-                            FT_Face* face) {
-    NEXT(FT_New_Memory_Face);
-    NOTE(FT_New_Memory_Face, library, size, index);
-    return call.forward(next, library, bytes, size, index, face);
+FT_Error FT_Open_Face(FT_Library library, const FT_Open_Args* arguments, FT_Long index, FT_Face* face) {
+    NEXT(FT_Open_Face);
+    NOTE(FT_Open_Face, library, index);
+    return call.forward(next, library, arguments, index, face);
 }
 
 FT_Error FT_Done_Face(FT_Face face) {
