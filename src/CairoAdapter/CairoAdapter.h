@@ -1,0 +1,13 @@
+#pragma once
+
+/// Draws on cairo surfaces (image, SVG, PDF and every other kind) through the interfaces of Gfx and
+/// FontEngine:
+///
+///     const auto surface = CairoAdapter::makeImageSurface(640, 480);
+///     CairoAdapter::CairoPainter painter(surface.get());
+///     FontEngine::VectorTextPainter(painter).drawText(text, extFontInfo, *metrics);
+
+#include <CairoAdapter/Public/CairoAdapterException.h>
+#include <CairoAdapter/Public/CairoGlyphPainter.h>
+#include <CairoAdapter/Public/CairoHandles.h>
+#include <CairoAdapter/Public/CairoPainter.h>

@@ -1,0 +1,69 @@
+#include <CairoAdapter/Public/CairoGlyphPainter.h>
+
+#include <CairoAdapter/Private/CairoMatrix.h>
+#include <CairoAdapter/Private/ContextState.h>
+#include <CairoAdapter/Private/GlyphPlacement.h>
+#include <CairoAdapter/Private/GlyphSurface.h>
+#include <CairoAdapter/Public/CairoAdapterException.h>
+
+#include <cmath>
+
+namespace Vell::CairoAdapter {
+
+namespace {
+
+PatternPtr makePattern(const Internal::GlyphSurface& glyph, cairo_filter_t filter) {
+    PatternPtr pattern = adoptPattern(cairo_pattern_create_for_surface(glyph.surface.get()));
+    cairo_pattern_set_filter(pattern.get(), filter);
+    return pattern;
+}
+
+void blend(cairo_t* context, const Internal::GlyphSurface& glyph, cairo_pattern_t* pattern,
+           const cinder::ColorAT<unsigned char>& color) {
+    if (glyph.isCoverage) {
+        Internal::setSource(context, color);
+        cairo_mask(context, pattern);
+    } else {
+        cairo_set_source(context, pattern);
+        cairo_paint(context);
+    }
+}
+
+} // namespace
+
+CairoGlyphPainter::CairoGlyphPainter(CairoPainter& painter, const cinder::ColorAT<unsigned char>& color,
+                                     float devicePixelRatio)
+    : _painter(painter)
+    , _color(color)
+    , _devicePixelRatio(devicePixelRatio) {
+    if (!std::isfinite(devicePixelRatio) || devicePixelRatio <= 0.0F) {
+        throw CairoAdapterException("the device pixel ratio must be finite and greater than 0");
+    }
+}
+
+CairoGlyphPainter::~CairoGlyphPainter() = default;
+
+void CairoGlyphPainter::drawGlyph(const FontEngine::BitmapGlyphImage& image,
+                                  const cinder::Vec2<float>& position) {
+    if (image.rows == 0 || image.width == 0 || image.buffer == nullptr) {
+        return;
+    }
+    const Internal::GlyphSurface glyph = Internal::makeGlyphSurface(image);
+    const cairo_matrix_t matrix =
+        Internal::placeGlyph(position, _devicePixelRatio, _painter.getDeviceTransform());
+    cairo_t* context = _painter.getContext();
+    if (Internal::isVisible(context, matrix, image.width, image.rows)) {
+        const PatternPtr pattern =
+            makePattern(glyph, Internal::chooseFilter(context, matrix, image.width, image.rows));
+        const Internal::ContextState state(context);
+        cairo_set_matrix(context, &matrix);
+        blend(context, glyph, pattern.get(), _color);
+    }
+    throwIfFailed(cairo_status(context));
+}
+
+void CairoGlyphPainter::setColor(const cinder::ColorAT<unsigned char>& color) {
+    _color = color;
+}
+
+} // namespace Vell::CairoAdapter
