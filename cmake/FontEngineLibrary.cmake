@@ -33,6 +33,7 @@ function(fontengine_add_library target)
     VISIBILITY_INLINES_HIDDEN ON
     POSITION_INDEPENDENT_CODE ON
     VERIFY_INTERFACE_HEADER_SETS ON
+    INSTALL_RPATH "$ORIGIN"
     LINK_DEPENDS "${exports}")
 
   install(TARGETS ${target}

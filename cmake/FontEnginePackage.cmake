@@ -19,5 +19,20 @@ install(FILES
   "${PROJECT_BINARY_DIR}/FontEngineConfigVersion.cmake"
   DESTINATION "${package_dir}")
 
+# The file finds its prefix from where it lies, so an installed tree may be moved.
+set(pc_dir "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
+file(RELATIVE_PATH pc_prefix "/prefix/${pc_dir}" "/prefix")
+set(pc_requires "freetype2")
+set(pc_libs "-lFontEngine -lFontEngineFontLoaders -lFontEngineGfx -lFontEngineUtils")
+set(pc_private_requires "fontconfig harfbuzz")
+set(pc_private_libs "-pthread")
+set(pc_cflags "")
+if(TARGET FontEngine::CairoAdapter)
+  string(APPEND pc_requires " cairo")
+  string(PREPEND pc_libs "-lFontEngineCairo ")
+endif()
+if(NOT BUILD_SHARED_LIBS)
+  set(pc_cflags "-DFONTENGINE_STATIC")
+endif()
 configure_file("${PROJECT_SOURCE_DIR}/cmake/FontEngine.pc.in" "${PROJECT_BINARY_DIR}/FontEngine.pc" @ONLY)
-install(FILES "${PROJECT_BINARY_DIR}/FontEngine.pc" DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
+install(FILES "${PROJECT_BINARY_DIR}/FontEngine.pc" DESTINATION "${pc_dir}")
