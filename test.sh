@@ -1,0 +1,50 @@
+#!/usr/bin/env bash
+# Proves the repository: installs what is missing, then builds and tests it in every way that matters.
+#
+#   ./test.sh              everything
+#   ./test.sh dev asan     only these steps: format, dev, clang, asan, tsan
+set -euo pipefail
+cd "$(dirname "$0")"
+
+scripts/install-packages
+
+build() {
+  cmake --preset "$1"
+  cmake --build --preset "$1" "${@:2}"
+}
+
+step_format() { # sources are formatted as .clang-format says
+  git ls-files -co --exclude-standard '*.h' '*.cpp' | xargs clang-format --dry-run --Werror
+}
+
+step_dev() { # every test, and each public header by itself
+  build dev --target all all_verify_interface_header_sets
+  ctest --preset dev
+}
+
+step_clang() { # the other compiler finds nothing to warn about
+  build clang
+}
+
+step_asan() { # every test under the address and undefined behaviour sanitizers
+  build asan
+  ctest --preset asan
+}
+
+step_tsan() { # the threaded tests under the thread sanitizer
+  build tsan
+  ctest --preset tsan
+}
+
+steps=("$@")
+[ ${#steps[@]} -gt 0 ] || steps=(format dev clang asan tsan)
+
+for step in "${steps[@]}"; do
+  declare -F "step_$step" >/dev/null || { echo "test.sh: unknown step '$step'" >&2; exit 2; }
+done
+for step in "${steps[@]}"; do
+  echo "== $step"
+  start=$SECONDS
+  "step_$step"
+  echo "== $step passed in $((SECONDS - start)) s"
+done
