@@ -1,6 +1,7 @@
 #pragma once
 
 #include <Utils/Public/Exceptions.h>
+#include <Utils/Public/Truncate.h>
 
 #include <boost/numeric/conversion/cast.hpp>
 
@@ -17,6 +18,10 @@ To numCast(From from) {
     if constexpr (std::is_floating_point_v<From> && std::is_integral_v<To>) {
         if (from != from) {
             throw BadNumCastError("bad numeric conversion: not a number");
+        }
+        // Boost refuses the lowest integer where From has no number between it and the one below it.
+        if (const auto truncated = tryTruncate<To>(from)) {
+            return *truncated;
         }
     }
     try {
