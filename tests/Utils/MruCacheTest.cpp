@@ -1,0 +1,322 @@
+#include <Utils/Public/MRUCache.h>
+#include <Utils/Public/Ptr/DeepEquality.h>
+#include <Utils/Public/Ptr/PtrUtils.h>
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <functional>
+#include <limits>
+#include <list>
+#include <map>
+#include <memory>
+#include <random>
+#include <string>
+#include <type_traits>
+
+namespace Vell {
+namespace {
+
+using Value = std::shared_ptr<const std::string>;
+using Cache = MRUCache<int, Value, std::hash<int>, AreDeeplyEqualComparator>;
+
+Value makeValue(const std::string& text) {
+    return std::make_shared<const std::string>(text);
+}
+
+const Cache::DataNode* put(Cache& cache, int key, std::uint64_t bytes = 0) {
+    return cache.put(key, Cache::DataNode(makeValue(std::to_string(key)), bytes));
+}
+
+TEST(MruCache, StartsEmptyAndUnlimited) {
+    const Cache cache;
+    EXPECT_EQ(cache.size(), 0U);
+    EXPECT_EQ(cache.getEffectiveSizeInBytes(), 0U);
+    EXPECT_EQ(cache.getEvictedCount(), 0U);
+    EXPECT_EQ(cache.getMaxEntries(), 0U);
+    EXPECT_EQ(cache.getMaxSizeInBytes(), 0U);
+    static_assert(!std::is_convertible_v<int, Cache>);
+}
+
+TEST(MruCache, HandsOutTheNodeThatWasPut) {
+    Cache cache;
+    const Value value = makeValue("one");
+    const Cache::DataNode* const node = cache.put(1, {value, 77});
+    ASSERT_NE(node, nullptr);
+    EXPECT_EQ(node->getValue(), value);
+    EXPECT_EQ(node->getEffectiveSizeInBytes(), 77U);
+    EXPECT_EQ(cache.get(1), node);
+    EXPECT_EQ(cache.get(2), nullptr);
+    EXPECT_EQ(cache.size(), 1U);
+    EXPECT_EQ(cache.getEffectiveSizeInBytes(), 77U);
+}
+
+TEST(MruCache, NeverEvictsWithoutLimits) {
+    Cache cache;
+    for (int key = 0; key < 1000; ++key) {
+        ASSERT_NE(put(cache, key, 1U << 30), nullptr);
+    }
+    EXPECT_EQ(cache.size(), 1000U);
+    EXPECT_EQ(cache.getEvictedCount(), 0U);
+    EXPECT_EQ(cache.getEffectiveSizeInBytes(), 1000ULL << 30);
+    EXPECT_NE(cache.get(0), nullptr);
+}
+
+TEST(MruCache, DropsTheEntryThatWasPutFirst) {
+    Cache cache(3);
+    for (int key = 1; key <= 4; ++key) {
+        put(cache, key);
+    }
+    EXPECT_EQ(cache.size(), 3U);
+    EXPECT_EQ(cache.getEvictedCount(), 1U);
+    EXPECT_EQ(cache.get(1), nullptr);
+    EXPECT_NE(cache.get(2), nullptr);
+}
+
+TEST(MruCache, ProtectsWhatWasReadLast) {
+    Cache cache(3);
+    for (int key = 1; key <= 3; ++key) {
+        put(cache, key);
+    }
+    EXPECT_NE(cache.get(1), nullptr);
+    put(cache, 4);
+    EXPECT_EQ(cache.get(2), nullptr) << "the next oldest goes instead";
+    EXPECT_NE(cache.get(1), nullptr);
+}
+
+TEST(MruCache, LeavesTheOrderAloneWhenTheFrontIsRead) {
+    Cache cache(2);
+    put(cache, 1);
+    put(cache, 2);
+    EXPECT_NE(cache.get(2), nullptr);
+    EXPECT_EQ(cache.get(9), nullptr);
+    put(cache, 3);
+    EXPECT_EQ(cache.get(1), nullptr);
+    EXPECT_NE(cache.get(2), nullptr);
+}
+
+TEST(MruCache, KeepsTheOnlyEntryAboveTheByteLimit) {
+    Cache cache(0, 100);
+    EXPECT_NE(put(cache, 1, 500), nullptr);
+    EXPECT_EQ(cache.size(), 1U);
+    EXPECT_EQ(cache.getEffectiveSizeInBytes(), 500U);
+    EXPECT_EQ(cache.getEvictedCount(), 0U);
+}
+
+TEST(MruCache, DropsTheLargeEntryForTheNewOne) {
+    Cache cache(0, 100);
+    put(cache, 1, 500);
+    const Cache::DataNode* const node = put(cache, 2, 600);
+    ASSERT_NE(node, nullptr);
+    EXPECT_EQ(*node->getValue(), "2") << "never the new one";
+    EXPECT_EQ(cache.get(1), nullptr);
+    EXPECT_EQ(cache.size(), 1U);
+    EXPECT_EQ(cache.getEffectiveSizeInBytes(), 600U);
+}
+
+TEST(MruCache, CountsABoundaryAsWithinTheLimit) {
+    Cache cache(0, 100);
+    put(cache, 1, 60);
+    put(cache, 2, 40);
+    EXPECT_EQ(cache.size(), 2U);
+    put(cache, 3, 1);
+    EXPECT_EQ(cache.get(1), nullptr);
+    EXPECT_EQ(cache.size(), 2U);
+    EXPECT_EQ(cache.getEffectiveSizeInBytes(), 41U);
+}
+
+TEST(MruCache, EvictsAsManyAsItTakes) {
+    Cache cache(0, 100);
+    for (int key = 1; key <= 10; ++key) {
+        put(cache, key, 10);
+    }
+    EXPECT_EQ(cache.size(), 10U);
+    put(cache, 11, 95);
+    EXPECT_EQ(cache.size(), 1U) << "one more entry of 10 would be too much";
+    EXPECT_EQ(cache.getEvictedCount(), 10U);
+    EXPECT_EQ(cache.getEffectiveSizeInBytes(), 95U);
+}
+
+TEST(MruCache, EvictsEntriesThatWeighNothingOnTheWay) {
+    Cache cache(0, 100);
+    put(cache, 1, 0);
+    put(cache, 2, 100);
+    EXPECT_EQ(cache.size(), 2U);
+    put(cache, 3, 1);
+    EXPECT_EQ(cache.size(), 1U);
+    EXPECT_NE(cache.get(3), nullptr);
+}
+
+TEST(MruCache, ObeysWhicheverLimitIsTighter) {
+    Cache cache(2, 100);
+    put(cache, 1, 10);
+    put(cache, 2, 10);
+    put(cache, 3, 10);
+    EXPECT_EQ(cache.size(), 2U);
+    put(cache, 4, 95);
+    EXPECT_EQ(cache.size(), 1U);
+}
+
+TEST(MruCache, KeepsOneEntryUnderALimitOfOne) {
+    Cache cache(1);
+    put(cache, 1);
+    put(cache, 2);
+    EXPECT_EQ(cache.size(), 1U);
+    EXPECT_NE(cache.get(2), nullptr);
+}
+
+TEST(MruCache, ChangesNothingWhenAnEqualKeyIsHeld) {
+    Cache cache(2);
+    const Value first = makeValue("first");
+    cache.put(1, {first, 5});
+    put(cache, 2, 7);
+    const Value second = makeValue("second");
+    EXPECT_EQ(cache.put(1, {second, 1000}), nullptr);
+    EXPECT_EQ(second.use_count(), 1) << "the rejected value is released";
+    EXPECT_EQ(cache.getEffectiveSizeInBytes(), 12U);
+    EXPECT_EQ(cache.size(), 2U);
+    EXPECT_EQ(cache.getEvictedCount(), 0U);
+
+    put(cache, 3);
+    EXPECT_EQ(cache.get(1), nullptr) << "the refused put did not make the entry a recent one";
+    EXPECT_NE(cache.get(2), nullptr);
+}
+
+TEST(MruCache, LetsAValueOutliveItsEviction) {
+    Cache cache(1);
+    const Value held = put(cache, 1)->getValue();
+    put(cache, 2);
+    EXPECT_EQ(held.use_count(), 1);
+    EXPECT_EQ(*held, "1");
+}
+
+TEST(MruCache, ClearsEverythingButTheLimits) {
+    Cache cache(2, 100);
+    for (int key = 1; key <= 3; ++key) {
+        put(cache, key, 10);
+    }
+    const Value held = cache.get(3)->getValue();
+    cache.clear();
+    EXPECT_EQ(cache.size(), 0U);
+    EXPECT_EQ(cache.getEffectiveSizeInBytes(), 0U);
+    EXPECT_EQ(cache.getEvictedCount(), 0U);
+    EXPECT_EQ(cache.getMaxEntries(), 2U);
+    EXPECT_EQ(cache.getMaxSizeInBytes(), 100U);
+    EXPECT_EQ(held.use_count(), 1);
+    EXPECT_EQ(cache.get(3), nullptr);
+    EXPECT_NE(put(cache, 3, 10), nullptr);
+}
+
+TEST(MruCache, FindsOneEntryByTwoEqualObjects) {
+    using Key = CheckedPtrImpl<const std::string, false>;
+    MRUCache<Key, int, std::hash<Key>, AreDeeplyEqualComparator> cache;
+    cache.put(makeNNPtr<std::string>("key"), {1, 0});
+    EXPECT_NE(cache.get(makeNNPtr<std::string>("key")), nullptr);
+    EXPECT_EQ(cache.put(makeNNPtr<std::string>("key"), {2, 0}), nullptr);
+    EXPECT_NE(cache.put(makeNNPtr<std::string>("other"), {2, 0}), nullptr);
+    EXPECT_EQ(cache.size(), 2U);
+}
+
+TEST(MruCache, MakesAnEntryOnlyWhenThereIsNone) {
+    Cache cache;
+    int made = 0;
+    const auto make = [&] {
+        ++made;
+        return Cache::DataNode(makeValue("made"), 3);
+    };
+    const Cache::DataNode& node = cache.getOrPut(1, make);
+    EXPECT_EQ(*node.getValue(), "made");
+    EXPECT_EQ(&cache.getOrPut(1, make), &node);
+    EXPECT_EQ(made, 1);
+    EXPECT_EQ(cache.getEffectiveSizeInBytes(), 3U);
+}
+
+TEST(MruCache, AddsNothingWhenMakingFails) {
+    Cache cache;
+    EXPECT_THROW(cache.getOrPut(1, []() -> Cache::DataNode { throw 5; }), int);
+    EXPECT_EQ(cache.size(), 0U);
+    EXPECT_EQ(cache.get(1), nullptr);
+}
+
+TEST(MruCache, AcceptsOtherEntriesMadeMeanwhile) {
+    Cache cache(2);
+    const Cache::DataNode& node = cache.getOrPut(1, [&] {
+        put(cache, 2);
+        put(cache, 3);
+        return Cache::DataNode(makeValue("outer"), 0);
+    });
+    EXPECT_EQ(*node.getValue(), "outer");
+    EXPECT_EQ(cache.get(2), nullptr);
+    EXPECT_NE(cache.get(3), nullptr);
+}
+
+/// The same cache, as plainly as it can be written.
+class PlainCache {
+public:
+    PlainCache(std::size_t maxEntries, std::uint64_t maxBytes)
+        : _maxEntries(maxEntries)
+        , _maxBytes(maxBytes) {}
+
+    bool get(int key) {
+        for (auto entry = _entries.begin(); entry != _entries.end(); ++entry) {
+            if (entry->first == key) {
+                _entries.splice(_entries.begin(), _entries, entry);
+                return true;
+            }
+        }
+        return false;
+    }
+    bool put(int key, std::uint64_t bytes) {
+        for (const auto& entry : _entries) {
+            if (entry.first == key) {
+                return false;
+            }
+        }
+        _entries.emplace_front(key, bytes);
+        while (_entries.size() > 1 && ((_maxEntries != 0 && _entries.size() > _maxEntries) ||
+                                       (_maxBytes != 0 && getBytes() > _maxBytes))) {
+            _entries.pop_back();
+            ++evicted;
+        }
+        return true;
+    }
+    std::uint64_t getBytes() const {
+        std::uint64_t sum = 0;
+        for (const auto& entry : _entries) {
+            sum += entry.second;
+        }
+        return sum;
+    }
+    std::size_t size() const { return _entries.size(); }
+
+    std::uint64_t evicted = 0;
+
+private:
+    std::list<std::pair<int, std::uint64_t>> _entries;
+    std::size_t _maxEntries;
+    std::uint64_t _maxBytes;
+};
+
+TEST(MruCache, BehavesLikeAPlainListUnderRandomUse) {
+    std::mt19937 random(20240607);
+    const std::pair<std::size_t, std::uint64_t> limits[] = {{0, 0}, {7, 0}, {0, 300}, {9, 200}, {1, 1}};
+    for (const auto& [maxEntries, maxBytes] : limits) {
+        Cache cache(maxEntries, maxBytes);
+        PlainCache plain(maxEntries, maxBytes);
+        for (int step = 0; step < 4000; ++step) {
+            const int key = static_cast<int>(random() % 25);
+            const std::uint64_t bytes = random() % 90;
+            if (random() % 2 == 0) {
+                ASSERT_EQ(cache.get(key) != nullptr, plain.get(key)) << step;
+            } else {
+                ASSERT_EQ(put(cache, key, bytes) != nullptr, plain.put(key, bytes)) << step;
+            }
+            ASSERT_EQ(cache.size(), plain.size()) << step;
+            ASSERT_EQ(cache.getEffectiveSizeInBytes(), plain.getBytes()) << step;
+            ASSERT_EQ(cache.getEvictedCount(), plain.evicted) << step;
+        }
+    }
+}
+
+} // namespace
+} // namespace Vell
