@@ -1,0 +1,141 @@
+#include "GfxDoubles.h"
+
+#include <support/ExpectAssertion.h>
+
+#include <functional>
+#include <limits>
+#include <type_traits>
+
+namespace Vell::Gfx {
+namespace {
+
+using Testing::FaceInfo;
+using Testing::FaceInfoPtr;
+using Testing::FontInfoPtr;
+using Testing::Info;
+using Testing::makeFaceInfo;
+
+static_assert(!std::is_copy_assignable_v<FontFaceInfo> && !std::is_copy_assignable_v<FontInfo>);
+static_assert(std::is_abstract_v<FontFaceInfo> && std::is_abstract_v<FontInfo> &&
+              std::is_abstract_v<ExtFontInfo>);
+static_assert(std::has_virtual_destructor_v<FontFaceInfo> && std::has_virtual_destructor_v<FontInfo>);
+static_assert(static_cast<int>(TextPositionType::Normal) == 0);
+static_assert(static_cast<int>(TextPositionType::Superscript) == 1);
+static_assert(static_cast<int>(TextPositionType::Subscript) == 2);
+static_assert(sizeof(TextPositionType) == 1);
+
+std::uint64_t hashFace(const std::string& name, bool bold = false, bool italic = false) {
+    return FaceInfo(name, bold, italic).getHash();
+}
+
+TEST(FontFaceInfo, HashesNameAndFlagsToFixedValues) {
+    EXPECT_EQ(hashFace("A"), 0x9efcdc8845f713c1U);
+    EXPECT_EQ(hashFace("DejaVu Sans"), 0x78ddbb4c7128072fU);
+    EXPECT_EQ(hashFace("DejaVu Sans", true, true), 0xa2b3bc0291f2d17fU);
+}
+
+TEST(FontFaceInfo, HashesAnEmptyName) {
+    EXPECT_EQ(hashFace("", false, false), 0xf7f700b40aaacbdcU);
+    EXPECT_EQ(hashFace("", true, false), 0xfbfe0838f3f9bec0U);
+    EXPECT_EQ(hashFace("", false, true), 0x2547e02727617588U);
+    EXPECT_EQ(hashFace("", true, true), 0x0a89cfec9b8f7bc4U);
+}
+
+TEST(FontFaceInfo, HashesBytesAbove7FAsNegativeNumbers) {
+    EXPECT_EQ(hashFace("Gr\xC3\xB6\xC3\x9F"
+                       "e"),
+              0x8343236073aa86e9U);
+    EXPECT_EQ(hashFace("\x7F\x80\xFF", true), 0x4244d645c6fed880U);
+}
+
+TEST(FontFaceInfo, HashesTheWholeNameAcrossANul) {
+    EXPECT_EQ(hashFace(std::string("a\0b", 3)), 0xcbafe1f88c35bf91U);
+}
+
+TEST(FontFaceInfo, ComputesItsHashOnce) {
+    const FaceInfo face("A", false, false);
+    EXPECT_EQ(face.getHash(), face.getHash());
+    EXPECT_EQ(face.nameCalls, 1);
+    EXPECT_EQ(face.boldCalls, 1);
+    EXPECT_EQ(face.italicCalls, 1);
+    const FaceInfo copy(face);
+    EXPECT_EQ(copy.getHash(), face.getHash());
+    EXPECT_EQ(copy.nameCalls, 1) << "a copy computes its own";
+}
+
+TEST(FontFaceInfo, HashesLikeItsPointer) {
+    const FaceInfoPtr face = makeFaceInfo("DejaVu Sans", true, true);
+    EXPECT_EQ(std::hash<FaceInfoPtr>()(face), 0xa2b3bc0291f2d17fU);
+    EXPECT_EQ(std::hash<FontFaceInfo>()(*face), face->getHash());
+}
+
+TEST(FontFaceInfo, EqualsAnotherOfTheSameNameAndFlags) {
+    EXPECT_TRUE(*makeFaceInfo("A", true, false) == *makeFaceInfo("A", true, false));
+    EXPECT_TRUE(*makeFaceInfo("A", true, false) != *makeFaceInfo("B", true, false));
+    EXPECT_TRUE(*makeFaceInfo("A", true, false) != *makeFaceInfo("A", false, false));
+    EXPECT_TRUE(*makeFaceInfo("A", true, false) != *makeFaceInfo("A", true, true));
+    EXPECT_TRUE(*makeFaceInfo("A") != *makeFaceInfo("a")) << "names are compared byte by byte";
+    EXPECT_TRUE(*makeFaceInfo("A") != *makeFaceInfo("A "));
+}
+
+TEST(FontFaceInfo, StopsComparingAtTheFirstDifference) {
+    const FaceInfo face("A", false, false);
+    EXPECT_FALSE(face == FaceInfo("B", true, true));
+    EXPECT_EQ(face.boldCalls, 0);
+    EXPECT_FALSE(face == FaceInfo("A", true, true));
+    EXPECT_EQ(face.boldCalls, 1);
+    EXPECT_EQ(face.italicCalls, 0);
+}
+
+TEST(FontFaceInfo, SharesACacheEntryWithItsEquals) {
+    MRUCache<FaceInfoPtr, int, std::hash<FaceInfoPtr>, AreDeeplyEqualComparator> cache;
+    ASSERT_NE(cache.put(makeFaceInfo("A", true), {1, 0}), nullptr);
+    EXPECT_EQ(cache.put(makeFaceInfo("A", true), {2, 0}), nullptr);
+    EXPECT_NE(cache.put(makeFaceInfo("A", false), {3, 0}), nullptr);
+    ASSERT_NE(cache.get(makeFaceInfo("A", true)), nullptr);
+    EXPECT_EQ(cache.get(makeFaceInfo("A", true))->getValue(), 1);
+}
+
+TEST(FontFaceInfo, IsNotAskedWhenItMeetsItself) {
+    const auto face = makeNNPtr<const FaceInfo>("A", false, false);
+    const FaceInfoPtr one = face;
+    const FaceInfoPtr two = face;
+    EXPECT_TRUE(AreDeeplyEqualComparator()(one, two));
+    EXPECT_EQ(face->nameCalls, 0);
+}
+
+FontInfoPtr makeInfo(float size, TextPositionType type, const FaceInfoPtr& face = makeFaceInfo()) {
+    return makeNNPtr<Info>(face, size, type);
+}
+
+TEST(FontInfo, HashesFaceSizeAndPosition) {
+    EXPECT_EQ(makeInfo(10.0F, TextPositionType::Normal)->getHash(), 0xf82f153c3dfc43c5U);
+    EXPECT_EQ(makeInfo(-12.5F, TextPositionType::Superscript)->getHash(), 0x3c71257485d86f34U);
+    EXPECT_EQ(makeInfo(0.0F, TextPositionType::Subscript)->getHash(), 0x5aee35001e398f16U);
+    EXPECT_EQ(makeInfo(-0.0F, TextPositionType::Subscript)->getHash(), 0x5aee35001e398f16U);
+    const float infinity = std::numeric_limits<float>::infinity();
+    EXPECT_EQ(makeInfo(infinity, TextPositionType::Normal)->getHash(), 0x18fd083af7dcbf17U);
+    const FontInfoPtr info = makeInfo(10.0F, TextPositionType::Normal);
+    EXPECT_EQ(std::hash<FontInfoPtr>()(info), info->getHash());
+}
+
+TEST(FontInfo, EqualsAnotherOfTheSameValues) {
+    const FontInfoPtr info = makeInfo(10.0F, TextPositionType::Normal);
+    EXPECT_TRUE(*info == *makeInfo(10.0F, TextPositionType::Normal)) << "the faces are equal, not the same";
+    EXPECT_TRUE(*info != *makeInfo(10.5F, TextPositionType::Normal));
+    EXPECT_TRUE(*info != *makeInfo(10.0F, TextPositionType::Subscript));
+    EXPECT_TRUE(*info != *makeInfo(10.0F, TextPositionType::Normal, makeFaceInfo("B")));
+    EXPECT_TRUE(*makeInfo(0.0F, TextPositionType::Normal) == *makeInfo(-0.0F, TextPositionType::Normal));
+}
+
+TEST(FontFaceInfoDeathTest, AssertsWhenANullOneIsComparedOrHashed) {
+    FaceInfoPtr source = makeFaceInfo();
+    const FaceInfoPtr taken = std::move(source);
+    VELL_EXPECT_ASSERTION(ComparisonDetails::arePointersDeeplyEqual(source, taken),
+                          "Utils/Public/Ptr/CheckedPtr:206: assertion failed: _ptr");
+    VELL_EXPECT_ASSERTION(std::hash<FaceInfoPtr>()(source),
+                          "Utils/Public/Ptr/CheckedPtr:145: assertion failed: _ptr");
+}
+
+} // namespace
+} // namespace Vell::Gfx

@@ -1,0 +1,219 @@
+#include "GfxDoubles.h"
+
+#include <support/ExpectAssertion.h>
+
+#include <limits>
+#include <string>
+#include <tuple>
+#include <type_traits>
+#include <vector>
+
+namespace Vell::Gfx {
+namespace {
+
+using Glyph = CharMap::GlyphIndexWithAdvance;
+using Testing::ExtFontInfoPtr;
+using Testing::FontInfoPtr;
+using Testing::makeExtFontInfo;
+using Testing::makeFontInfo;
+using BasicMetricsPtr = CheckedPtrImpl<const BasicMetrics, false>;
+
+static_assert(!std::is_default_constructible_v<FactoryAccessTag>);
+static_assert(!std::is_aggregate_v<FactoryAccessTag>, "or braces would open it to everybody");
+static_assert(std::is_abstract_v<UniversalFontMetrics> &&
+              std::is_base_of_v<FontMetrics, UniversalFontMetrics>);
+static_assert(std::is_abstract_v<FontMetricsFactory> && std::is_abstract_v<Painter>);
+static_assert(std::is_polymorphic_v<Path> && !std::is_abstract_v<Path> &&
+              std::has_virtual_destructor_v<Path>);
+
+/// 'i' is a quarter of an em wide, 'm' a whole one, what is missing a half.
+BasicMetricsPtr makeMetrics() {
+    CharMap map(Glyph(0, 0.5F));
+    map.insert('i', Glyph(1, 0.25F), true);
+    map.insert('m', Glyph(2, 1.0F), true);
+    map.insert(0x20AC, Glyph(3, 0.75F), true);
+    map.insert('0', Glyph(0, 0.125F), true);
+    return makeNNPtr<const BasicMetrics>(
+        FontEngine::FontFactory::makeMetrics(1.25F, 0.75F, 0.25F, {0.625F, 0.375F}, map));
+}
+
+/// Replaces one missing character and notes what it was asked for.
+class Metrics : public UniversalFontMetrics {
+public:
+    explicit Metrics(FontInfoPtr fontInfo, BasicMetricsPtr metrics = makeMetrics())
+        : UniversalFontMetrics(std::move(fontInfo), std::move(metrics)) {}
+
+    void trySubstituteGlyph(const ExtFontInfoPtr& ext, unsigned int codePoint, Glyph& glyph) const override {
+        asked.emplace_back(ext.get(), codePoint, glyph.advance);
+        if (codePoint == '*') {
+            glyph = Glyph(40, 2.0F);
+        }
+    }
+
+    mutable std::vector<std::tuple<const ExtFontInfo*, unsigned int, float>> asked;
+};
+
+TEST(BasicMetrics, HoldsWhatItWasMadeOf) {
+    const BasicMetricsPtr metrics = makeMetrics();
+    EXPECT_EQ(metrics->getHeight(), 1.25F);
+    EXPECT_EQ(metrics->getAscender(), 0.75F);
+    EXPECT_EQ(metrics->getDescender(), 0.25F);
+    EXPECT_EQ(metrics->getCapHeight(), 0.625F);
+    EXPECT_EQ(metrics->getStrikeOutPosition(), 0.375F);
+    EXPECT_EQ(metrics->getCharMap()['m'], Glyph(2, 1.0F));
+    EXPECT_EQ(metrics->getCharMap().size(), 4U);
+}
+
+TEST(UniversalFontMetrics, MultipliesTheFaceByTheSize) {
+    const Metrics metrics(makeFontInfo(16.0F));
+    EXPECT_EQ(metrics.getFontSize(), 16.0F);
+    EXPECT_EQ(metrics.getHeight(), 20.0F);
+    EXPECT_EQ(metrics.getAscent(), 12.0F);
+    EXPECT_EQ(metrics.getDescent(), 4.0F);
+    EXPECT_EQ(metrics.getLeading(), 4.0F);
+    EXPECT_EQ(metrics.getCapHeight(), 10.0F);
+    EXPECT_EQ(metrics.getStrikeOutPosition(), 6.0F);
+    EXPECT_EQ(metrics.getBaseLineShift(), 0.0F);
+}
+
+TEST(UniversalFontMetrics, SetsSuperscriptSmallerAndHigher) {
+    const Metrics metrics(makeFontInfo(100.0F, TextPositionType::Superscript));
+    EXPECT_EQ(metrics.getFontSize(), 100.0F * 0.65F);
+    EXPECT_EQ(metrics.getBaseLineShift(), 100.0F * 0.48F);
+    EXPECT_EQ(metrics.getAscent(), 0.75F * (100.0F * 0.65F));
+    EXPECT_EQ(metrics.getTextWidth("m", makeExtFontInfo()), 100.0F * 0.65F);
+}
+
+TEST(UniversalFontMetrics, SetsSubscriptSmallerAndLower) {
+    const Metrics metrics(makeFontInfo(100.0F, TextPositionType::Subscript));
+    EXPECT_EQ(metrics.getFontSize(), 100.0F * 0.65F);
+    EXPECT_EQ(metrics.getBaseLineShift(), 100.0F * -0.14F);
+}
+
+TEST(UniversalFontMetrics, AddsUpAdvancesAndLetterSpacing) {
+    const Metrics metrics(makeFontInfo(16.0F));
+    EXPECT_EQ(metrics.getTextWidth("", makeExtFontInfo(5)), 0.0F);
+    EXPECT_EQ(metrics.getTextWidth(boost::string_ref(), makeExtFontInfo(5)), 0.0F);
+    EXPECT_EQ(metrics.getTextWidth("im", makeExtFontInfo()), 4.0F + 16.0F);
+    EXPECT_EQ(metrics.getTextWidth("im", makeExtFontInfo(1.5F)), 4.0F + 1.5F + 16.0F + 1.5F);
+    EXPECT_EQ(metrics.getTextWidth("im", makeExtFontInfo(-6.0F)), 8.0F);
+    EXPECT_EQ(metrics.getTextWidth("\xE2\x82\xAC", makeExtFontInfo()), 12.0F);
+    EXPECT_TRUE(metrics.asked.empty());
+}
+
+TEST(UniversalFontMetrics, AsksForASubstituteWhereTheMapAnswersGlyph0) {
+    const Metrics metrics(makeFontInfo(16.0F));
+    const ExtFontInfoPtr ext = makeExtFontInfo();
+    EXPECT_EQ(metrics.getTextWidth("i*x0m", ext), 4.0F + 32.0F + 8.0F + 2.0F + 16.0F);
+    const decltype(metrics.asked) expected = {
+        {ext.get(), '*', 0.5F}, {ext.get(), 'x', 0.5F}, {ext.get(), '0', 0.125F}};
+    EXPECT_EQ(metrics.asked, expected);
+}
+
+TEST(UniversalFontMetrics, MeasuresIllFormedTextAsReplacementCharacters) {
+    const Metrics metrics(makeFontInfo(16.0F));
+    EXPECT_EQ(metrics.getTextWidth("\xF0\x9F\x98"
+                                   "m",
+                                   makeExtFontInfo()),
+              8.0F + 16.0F);
+    ASSERT_EQ(metrics.asked.size(), 1U);
+    EXPECT_EQ(std::get<1>(metrics.asked.front()), 0xFFFDU);
+}
+
+/// How many characters of the text fit, and how many bytes they take.
+std::pair<std::size_t, std::ptrdiff_t> countChars(const UniversalFontMetrics& metrics,
+                                                  const std::string& text, float width,
+                                                  const ExtFontInfoPtr& ext = makeExtFontInfo()) {
+    const char* begin = text.data();
+    const std::size_t count = metrics.countCharsForWidth(begin, text.data() + text.size(), width, ext);
+    return {count, begin - text.data()};
+}
+
+using Count = std::pair<std::size_t, std::ptrdiff_t>;
+
+TEST(UniversalFontMetrics, CountsTheCharactersThatFit) {
+    const Metrics metrics(makeFontInfo(16.0F));
+    EXPECT_EQ(countChars(metrics, "mim", 3.9F), Count(0, 0));
+    EXPECT_EQ(countChars(metrics, "mim", 16.0F), Count(1, 1)) << "just as wide as the width is within it";
+    EXPECT_EQ(countChars(metrics, "mim", 15.999F), Count(0, 0));
+    EXPECT_EQ(countChars(metrics, "mim", 20.0F), Count(2, 2));
+    EXPECT_EQ(countChars(metrics, "mim", 35.9F), Count(2, 2));
+    EXPECT_EQ(countChars(metrics, "mim", 1000.0F), Count(3, 3));
+    EXPECT_EQ(countChars(metrics, "", 1000.0F), Count(0, 0));
+    EXPECT_EQ(countChars(metrics, "mim", std::numeric_limits<float>::infinity()), Count(3, 3));
+    EXPECT_EQ(countChars(metrics, "mim", -1.0F), Count(0, 0));
+    EXPECT_EQ(countChars(metrics, "mim", std::numeric_limits<float>::quiet_NaN()), Count(0, 0));
+}
+
+TEST(UniversalFontMetrics, CountsWholeCharactersOfManyBytes) {
+    const Metrics metrics(makeFontInfo(16.0F));
+    EXPECT_EQ(countChars(metrics, "\xE2\x82\xACi", 12.0F), Count(1, 3));
+    EXPECT_EQ(countChars(metrics, "\xE2\x82\xACi", 11.0F), Count(0, 0));
+    EXPECT_EQ(countChars(metrics, "\xF0\x9F\x98\xC3", 8.0F), Count(1, 3))
+        << "an ill-formed part is a character";
+}
+
+TEST(UniversalFontMetrics, CountsLetterSpacingAndSubstitutesToo) {
+    const Metrics metrics(makeFontInfo(16.0F));
+    EXPECT_EQ(countChars(metrics, "ii", 8.0F, makeExtFontInfo(0.5F)), Count(1, 1));
+    EXPECT_EQ(countChars(metrics, "ii", 9.0F, makeExtFontInfo(0.5F)), Count(2, 2));
+    EXPECT_EQ(countChars(metrics, "*i", 31.0F), Count(0, 0));
+    EXPECT_EQ(countChars(metrics, "*i", 32.0F), Count(1, 1));
+}
+
+TEST(UniversalFontMetrics, StopsAtTheFirstCharacterThatDoesNotFit) {
+    const Metrics metrics(makeFontInfo(16.0F));
+    EXPECT_EQ(countChars(metrics, "imi", 9.0F), Count(1, 1));
+    EXPECT_EQ(countChars(metrics, "mii", 9.0F, makeExtFontInfo(-5)), Count(0, 0))
+        << "although the whole text would be narrow enough";
+}
+
+TEST(UniversalFontMetrics, CountsWhatGetTextWidthMeasures) {
+    const Metrics metrics(makeFontInfo(11.7F));
+    const ExtFontInfoPtr ext = makeExtFontInfo(0.3F);
+    const std::string text = "mimixm0i*\xE2\x82\xACmmiim";
+    for (std::size_t length = 0; length <= text.size(); ++length) {
+        const float width = metrics.getTextWidth(text.substr(0, length), ext);
+        const Count fitting = countChars(metrics, text.substr(0, length), width, ext);
+        EXPECT_EQ(fitting.second, static_cast<std::ptrdiff_t>(length)) << "its own width is enough";
+    }
+}
+
+std::vector<unsigned int> listChars(boost::string_ref text) {
+    std::vector<unsigned int> codes;
+    UniversalFontMetrics::forEachCharInText(text, makeExtFontInfo(),
+                                            [&](unsigned int codePoint) { codes.push_back(codePoint); });
+    return codes;
+}
+
+TEST(ForEachCharInText, CallsBackOncePerCharacter) {
+    using Codes = std::vector<unsigned int>;
+    EXPECT_EQ(listChars(""), Codes());
+    EXPECT_EQ(listChars(boost::string_ref()), Codes());
+    EXPECT_EQ(listChars(boost::string_ref("a\0\xC3\xA9", 4)), (Codes{'a', 0, 0xE9}));
+    EXPECT_EQ(listChars("\xF0\x9F\x98\x41"), (Codes{0xFFFD, 0x41}));
+    EXPECT_EQ(listChars("\xC0\xAF"), (Codes{0xFFFD, 0xFFFD}));
+    EXPECT_EQ(listChars("\xED\xA0\x80"), (Codes{0xFFFD, 0xFFFD, 0xFFFD}));
+    EXPECT_EQ(listChars(boost::string_ref("a\xF0\x9F\x98\x80", 4)), (Codes{'a', 0xFFFD}))
+        << "the text ends where it says";
+}
+
+TEST(ForEachCharInText, LetsExceptionsThroughAtOnce) {
+    int calls = 0;
+    const auto fail = [&](unsigned int) {
+        if (++calls == 2) {
+            throw calls;
+        }
+    };
+    EXPECT_THROW(UniversalFontMetrics::forEachCharInText("abc", makeExtFontInfo(), fail), int);
+    EXPECT_EQ(calls, 2);
+}
+
+TEST(UniversalFontMetricsDeathTest, AssertsOnANullDescription) {
+    FontInfoPtr source = makeFontInfo(10.0F);
+    const FontInfoPtr taken = std::move(source);
+    VELL_EXPECT_ASSERTION(Metrics{source}, "Utils/Public/Ptr/CheckedPtr:145: assertion failed: _ptr");
+}
+
+} // namespace
+} // namespace Vell::Gfx
