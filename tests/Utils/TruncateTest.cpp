@@ -21,7 +21,7 @@ using Pairs = testing::Types<Pair<float, int>, Pair<float, long>, Pair<float, un
                              Pair<float, unsigned long>, Pair<float, unsigned char>, Pair<float, short>,
                              Pair<double, int>, Pair<double, long>, Pair<double, unsigned int>,
                              Pair<double, unsigned long>, Pair<double, unsigned char>, Pair<double, short>>;
-TYPED_TEST_SUITE(Truncate, Pairs);
+TYPED_TEST_SUITE(Truncate, Pairs, );
 
 TYPED_TEST(Truncate, CutsFractionsTowardsZero) {
     using From = typename TypeParam::From;

@@ -16,10 +16,17 @@ namespace {
 
 using Internal::FontBytes;
 
+/// One for all loaders: their configurations are their own, but the caches and tables of names behind them
+/// are fontconfig's, one for the process.
+std::mutex fontconfigMutex;
+
 class PlatformFontLoader final : public FontLoader {
 public:
     explicit PlatformFontLoader(std::string defaultFaceName)
         : _defaultFaceName(std::move(defaultFaceName)) {}
+    PlatformFontLoader(const PlatformFontLoader&) = delete;
+    PlatformFontLoader& operator=(const PlatformFontLoader&) = delete;
+    ~PlatformFontLoader() override;
 
     FontBytes loadFont(const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& faceInfo) const override;
     FontBytes loadDefaultFont(bool bold, bool italic) const override;
@@ -31,24 +38,29 @@ private:
     FontBytes getEmbeddedFont() const;
 
     const std::string _defaultFaceName;
-    mutable std::mutex _mutex; // guards everything below
+    // Guarded by the mutex:
     mutable std::optional<Internal::InstalledFonts> _fonts;
     mutable Internal::FontFileCache _files;
     mutable std::weak_ptr<const std::vector<unsigned char>> _embeddedFont;
 };
 
+PlatformFontLoader::~PlatformFontLoader() {
+    const std::lock_guard<std::mutex> lock(fontconfigMutex);
+    _fonts.reset();
+}
+
 FontBytes PlatformFontLoader::loadFont(const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& faceInfo) const {
     const std::string name = faceInfo->getName();
     const bool bold = faceInfo->isBold();
     const bool italic = faceInfo->isItalic();
-    const std::lock_guard<std::mutex> lock(_mutex);
+    const std::lock_guard<std::mutex> lock(fontconfigMutex);
     const Internal::Faces* faces = getFonts().find(name);
     return faces == nullptr ? nullptr : load(selectFace(*faces, bold, italic));
 }
 
 FontBytes PlatformFontLoader::loadDefaultFont(bool bold, bool italic) const {
     const bool isPlain = !bold && !italic;
-    const std::lock_guard<std::mutex> lock(_mutex);
+    const std::lock_guard<std::mutex> lock(fontconfigMutex);
     const Internal::Faces* faces = getFonts().findDefault();
     if (faces == nullptr) {
         return isPlain ? getEmbeddedFont() : nullptr;
@@ -57,7 +69,7 @@ FontBytes PlatformFontLoader::loadDefaultFont(bool bold, bool italic) const {
 }
 
 std::string PlatformFontLoader::getFamilyNameForRange(unsigned int rangeId) const {
-    const std::lock_guard<std::mutex> lock(_mutex);
+    const std::lock_guard<std::mutex> lock(fontconfigMutex);
     return getFonts().getFamilyForRange(rangeId);
 }
 

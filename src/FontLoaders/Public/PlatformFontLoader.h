@@ -15,7 +15,7 @@ namespace Vell::FontLoaders {
 ///
 /// Making the loader reads nothing; the first question loads fontconfig's configuration and its list of
 /// fonts, which this loader then keeps for itself. Fonts installed later are seen by loaders made later. Any
-/// number of threads may ask at once; they are served one after the other.
+/// number of threads may ask any number of loaders at once; they are served one after the other.
 ///
 /// Names. loadFont knows a family by any of its names, in any language, whatever the case. A generic name
 /// ("sans-serif", "serif", "monospace", "cursive", "fantasy", "system-ui", "math", "emoji", and the spellings

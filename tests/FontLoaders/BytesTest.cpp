@@ -1,0 +1,205 @@
+#include "FaceRequest.h"
+#include "FontSandbox.h"
+#include "FontWriter.h"
+
+#include <gmock/gmock.h>
+
+#include <sys/stat.h>
+
+namespace Vell::FontLoaders::Testing {
+
+namespace {
+
+using ::testing::AllOf;
+using ::testing::HasSubstr;
+using ::testing::Property;
+using ::testing::Throws;
+
+/// What opening the bytes gives for their family.
+std::string getFamily(const CheckedPtrImpl<const Bytes, false>& bytes) {
+    const auto library = createFreeTypeLibrary();
+    return createFontFace(library, bytes)->family_name;
+}
+
+auto tellsOf(const std::string& file, const std::string& reason) {
+    return Throws<FontLoaderException>(
+        Property(&FontLoaderException::what, AllOf(HasSubstr(file), HasSubstr(reason))));
+}
+
+} // namespace
+
+TEST(FontBytes, DescriptionsOfOneFaceShareOneVector) {
+    const FontSandbox sandbox;
+    FontDraft draft = makeDraft(u"Alpha");
+    draft.families.push_back({japanese, u"\u5B57"});
+    sandbox.write("a.ttf", writeFont(draft));
+    const auto loader = createPlatformDefaultFontLoader("Alpha");
+    const auto bytes = load(loader, "Alpha");
+    ASSERT_NE(bytes, nullptr);
+    EXPECT_EQ(load(loader, "ALPHA").get(), bytes.get());
+    EXPECT_EQ(load(loader, "\u5B57").get(), bytes.get());
+    EXPECT_EQ(load(loader, "sans-serif").get(), bytes.get());
+    EXPECT_EQ(loader->loadDefaultFont(false, false).get(), bytes.get());
+}
+
+TEST(FontBytes, AFileIsReadOnceWhileItsBytesAreHeld) {
+    const FontSandbox sandbox;
+    sandbox.write("a.ttf", writeFont(makeDraft(u"Alpha")));
+    const auto loader = createPlatformDefaultFontLoader("");
+    const auto bytes = load(loader, "Alpha");
+    sandbox.remove("a.ttf");
+    EXPECT_EQ(load(loader, "Alpha").get(), bytes.get());
+}
+
+TEST(FontBytes, AFileIsReadAnewWhenNobodyHoldsItsBytes) {
+    const FontSandbox sandbox;
+    const Bytes first = writeFont(makeDraft(u"Alpha"));
+    sandbox.write("a.ttf", first);
+    const auto loader = createPlatformDefaultFontLoader("");
+    EXPECT_EQ(*load(loader, "Alpha"), first);
+    const Bytes second = writeFont(makeDraft(u"Alpha", 300));
+    sandbox.write("a.ttf", second);
+    EXPECT_EQ(*load(loader, "Alpha"), second);
+}
+
+TEST(FontBytes, TheLoaderKeepsNothingAlive) {
+    const FontSandbox sandbox;
+    sandbox.write("a.ttf", writeFont(makeDraft(u"Alpha")));
+    const auto loader = createPlatformDefaultFontLoader("");
+    const std::weak_ptr<const Bytes> watch = load(loader, "Alpha");
+    EXPECT_TRUE(watch.expired());
+}
+
+TEST(FontBytes, BytesOutliveTheLoader) {
+    const FontSandbox sandbox;
+    sandbox.write("a.ttf", writeFont(makeDraft(u"Alpha")));
+    const auto bytes = load(createPlatformDefaultFontLoader(""), "Alpha");
+    EXPECT_EQ(getFamily(bytes), "Alpha");
+}
+
+TEST(FontBytes, EachFaceOfACollectionIsAFileOfItsOwn) {
+    const FontSandbox sandbox;
+    sandbox.write("a.ttc", writeCollection({writeFont(makeDraft(u"Alpha")), writeFont(makeDraft(u"Beta"))}));
+    const auto loader = createPlatformDefaultFontLoader("");
+    for (const char* name : {"Alpha", "Beta"}) {
+        const auto bytes = load(loader, name);
+        ASSERT_NE(bytes, nullptr) << name;
+        EXPECT_EQ(getFamily(bytes), name);
+        const auto library = createFreeTypeLibrary();
+        EXPECT_EQ(createFontFace(library, bytes)->num_faces, 1);
+    }
+}
+
+TEST(FontBytes, OneFaceOfACollectionIsOneVector) {
+    const FontSandbox sandbox;
+    sandbox.write("a.ttc", writeCollection({writeFont(makeDraft(u"Alpha")), writeFont(makeDraft(u"Beta"))}));
+    const auto loader = createPlatformDefaultFontLoader("");
+    const auto alpha = load(loader, "Alpha");
+    const auto beta = load(loader, "Beta");
+    EXPECT_EQ(load(loader, "ALPHA").get(), alpha.get());
+    EXPECT_NE(alpha.get(), beta.get());
+}
+
+TEST(FontBytes, ACollectionIsReadOnceForAllItsFaces) {
+    const FontSandbox sandbox;
+    sandbox.write("a.ttc", writeCollection({writeFont(makeDraft(u"Alpha")), writeFont(makeDraft(u"Beta"))}));
+    const auto loader = createPlatformDefaultFontLoader("");
+    const auto alpha = load(loader, "Alpha");
+    sandbox.remove("a.ttc");
+    const auto beta = load(loader, "Beta");
+    ASSERT_NE(beta, nullptr);
+    EXPECT_EQ(getFamily(beta), "Beta");
+}
+
+TEST(FontBytes, AFaceOfABigCollectionDrawsItsOwnGlyphs) {
+    const FontSandbox sandbox;
+    sandbox.link(std::string(notoCjk) + "NotoSansCJK-Regular.ttc");
+    const auto loader = createPlatformDefaultFontLoader("");
+    const auto bytes = load(loader, "Noto Sans CJK KR");
+    ASSERT_NE(bytes, nullptr);
+    const auto library = createFreeTypeLibrary();
+    const auto face = createFontFace(library, bytes);
+    EXPECT_STREQ(face->family_name, "Noto Sans CJK KR");
+    const FT_UInt glyph = FT_Get_Char_Index(face.get(), 0x4E2D);
+    ASSERT_NE(glyph, 0U);
+    EXPECT_EQ(FT_Load_Glyph(face.get(), glyph, FT_LOAD_NO_SCALE), 0);
+    EXPECT_GT(face->glyph->outline.n_points, 0);
+}
+
+TEST(FontBytes, AVanishedFileIsAnErrorThatNamesItAndTheReason) {
+    const FontSandbox sandbox;
+    sandbox.write("a.ttf", writeFont(makeDraft(u"Alpha")));
+    const auto loader = createPlatformDefaultFontLoader("Alpha");
+    ASSERT_NE(load(loader, "Alpha"), nullptr);
+    sandbox.remove("a.ttf");
+    const auto file = sandbox.getPath("a.ttf");
+    EXPECT_THAT([&] { load(loader, "Alpha"); }, tellsOf(file, "No such file or directory"));
+    EXPECT_THAT([&] { loader->loadDefaultFont(false, false); }, tellsOf(file, "No such file or directory"));
+}
+
+TEST(FontBytes, AFileThatCannotBeReadIsAnErrorThatNamesItAndTheReason) {
+    const FontSandbox sandbox;
+    sandbox.write("a.ttf", writeFont(makeDraft(u"Alpha")));
+    const auto loader = createPlatformDefaultFontLoader("");
+    ASSERT_NE(load(loader, "Alpha"), nullptr);
+    const auto file = sandbox.getPath("a.ttf");
+    sandbox.remove("a.ttf");
+    ASSERT_EQ(mkdir(file.c_str(), 0700), 0);
+    EXPECT_THAT([&] { load(loader, "Alpha"); }, tellsOf(file, "Is a directory"));
+}
+
+TEST(FontBytes, AnEmptiedFileIsAnErrorThatNamesItAndTheReason) {
+    const FontSandbox sandbox;
+    sandbox.write("a.ttf", writeFont(makeDraft(u"Alpha")));
+    const auto loader = createPlatformDefaultFontLoader("");
+    ASSERT_NE(load(loader, "Alpha"), nullptr);
+    sandbox.write("a.ttf", {});
+    EXPECT_THAT([&] { load(loader, "Alpha"); }, tellsOf(sandbox.getPath("a.ttf"), "the file is empty"));
+}
+
+TEST(FontBytes, ACollectionThatLostTheFaceIsAnErrorThatNamesIt) {
+    const FontSandbox sandbox;
+    const Bytes alpha = writeFont(makeDraft(u"Alpha"));
+    sandbox.write("a.ttc", writeCollection({alpha, writeFont(makeDraft(u"Beta"))}));
+    const auto loader = createPlatformDefaultFontLoader("");
+    ASSERT_NE(load(loader, "Beta"), nullptr);
+    sandbox.write("a.ttc", writeCollection({alpha}));
+    EXPECT_THAT([&] { load(loader, "Beta"); },
+                tellsOf(sandbox.getPath("a.ttc"), "there is no face 1 among 1"));
+}
+
+TEST(FontBytes, AnErrorIsForgottenWhenTheFileIsBack) {
+    const FontSandbox sandbox;
+    const Bytes alpha = writeFont(makeDraft(u"Alpha"));
+    sandbox.write("a.ttf", alpha);
+    const auto loader = createPlatformDefaultFontLoader("");
+    ASSERT_NE(load(loader, "Alpha"), nullptr);
+    sandbox.remove("a.ttf");
+    EXPECT_THROW(load(loader, "Alpha"), FontLoaderException);
+    sandbox.write("a.ttf", alpha);
+    EXPECT_EQ(*load(loader, "Alpha"), alpha);
+}
+
+TEST(FontBytes, MakingALoaderReadsNothing) {
+    const auto loader = createPlatformDefaultFontLoader("Alpha");
+    // Only now is there a configuration that knows the font.
+    const FontSandbox sandbox;
+    sandbox.write("a.ttf", writeFont(makeDraft(u"Alpha")));
+    EXPECT_NE(load(loader, "Alpha"), nullptr);
+}
+
+TEST(FontBytes, LoadersDoNotShareWhatIsInstalled) {
+    const FontSandbox first;
+    first.write("a.ttf", writeFont(makeDraft(u"Alpha")));
+    const auto early = createPlatformDefaultFontLoader("");
+    ASSERT_NE(load(early, "Alpha"), nullptr);
+    const FontSandbox second;
+    second.write("b.ttf", writeFont(makeDraft(u"Beta")));
+    const auto late = createPlatformDefaultFontLoader("");
+    EXPECT_EQ(load(late, "Alpha"), nullptr);
+    EXPECT_NE(load(late, "Beta"), nullptr);
+    EXPECT_EQ(load(early, "Beta"), nullptr);
+    EXPECT_NE(load(early, "Alpha"), nullptr);
+}
+
+} // namespace Vell::FontLoaders::Testing

@@ -1,0 +1,107 @@
+#include "FaceRequest.h"
+#include "FontSandbox.h"
+#include "FontWriter.h"
+
+#include <gtest/gtest.h>
+
+namespace Vell::FontLoaders::Testing {
+
+TEST(DefaultFont, IsTheDefaultFamilyInTheStyleAskedFor) {
+    const FontSandbox sandbox;
+    sandbox.write("a.ttf", writeFont(makeDraft(u"Alpha")));
+    sandbox.write("b.ttf", writeFont(makeDraft(u"Beta")));
+    sandbox.write("c.ttf", writeFont(makeDraft(u"Beta", 700)));
+    sandbox.write("d.ttf", writeFont(makeDraft(u"Beta", 400, true)));
+    const auto loader = createPlatformDefaultFontLoader("beta");
+    EXPECT_EQ(*loader->loadDefaultFont(false, false), readFile(sandbox.getPath("b.ttf")));
+    EXPECT_EQ(*loader->loadDefaultFont(true, false), readFile(sandbox.getPath("c.ttf")));
+    EXPECT_EQ(*loader->loadDefaultFont(false, true), readFile(sandbox.getPath("d.ttf")));
+    EXPECT_EQ(loader->loadDefaultFont(true, true), nullptr);
+}
+
+TEST(DefaultFont, AStyleOfAnotherFamilyDoesNotStandIn) {
+    const FontSandbox sandbox;
+    sandbox.write("a.ttf", writeFont(makeDraft(u"Alpha")));
+    sandbox.write("b.ttf", writeFont(makeDraft(u"Beta", 700)));
+    EXPECT_EQ(createPlatformDefaultFontLoader("Alpha")->loadDefaultFont(true, false), nullptr);
+}
+
+TEST(DefaultFont, ThePlainRequestTakesTheNearestStyleOfAFamilyWithoutARegularFace) {
+    const FontSandbox sandbox;
+    sandbox.write("a.ttf", writeFont(makeDraft(u"Alpha", 400, true)));
+    const auto italicOnly = createPlatformDefaultFontLoader("Alpha")->loadDefaultFont(false, false);
+    ASSERT_NE(italicOnly, nullptr);
+    EXPECT_EQ(*italicOnly, readFile(sandbox.getPath("a.ttf")));
+    sandbox.write("b.ttf", writeFont(makeDraft(u"Alpha", 700)));
+    const auto boldToo = createPlatformDefaultFontLoader("Alpha")->loadDefaultFont(false, false);
+    ASSERT_NE(boldToo, nullptr);
+    EXPECT_EQ(*boldToo, readFile(sandbox.getPath("b.ttf")));
+}
+
+TEST(DefaultFont, IsTheBestMatchWhereTheDefaultFamilyIsNotInstalled) {
+    const FontSandbox sandbox("<alias binding=\"weak\"><family>Missing</family><prefer><family>Beta</family>"
+                              "</prefer></alias>");
+    sandbox.write("a.ttf", writeFont(makeDraft(u"Alpha")));
+    sandbox.write("b.ttf", writeFont(makeDraft(u"Beta")));
+    sandbox.write("c.ttf", writeFont(makeDraft(u"Gamma")));
+    const auto loader = createPlatformDefaultFontLoader("Missing");
+    const auto bytes = loader->loadDefaultFont(false, false);
+    ASSERT_NE(bytes, nullptr);
+    EXPECT_EQ(*bytes, readFile(sandbox.getPath("b.ttf")));
+    EXPECT_EQ(loader->loadDefaultFont(true, false), nullptr);
+    EXPECT_EQ(load(loader, "Missing"), nullptr);
+}
+
+TEST(DefaultFont, AnEmptyDefaultNameMeansTheBestMatch) {
+    const FontSandbox sandbox;
+    sandbox.write("a.ttf", writeFont(makeDraft(u"Alpha")));
+    const auto bytes = createPlatformDefaultFontLoader("")->loadDefaultFont(false, false);
+    ASSERT_NE(bytes, nullptr);
+    EXPECT_EQ(*bytes, readFile(sandbox.getPath("a.ttf")));
+}
+
+TEST(DefaultFont, AGenericDefaultNameStandsForTheFamilyThatServesIt) {
+    const FontSandbox sandbox("<alias><family>serif</family><prefer><family>Beta</family></prefer></alias>");
+    sandbox.write("a.ttf", writeFont(makeDraft(u"Alpha")));
+    sandbox.write("b.ttf", writeFont(makeDraft(u"Beta")));
+    sandbox.write("c.ttf", writeFont(makeDraft(u"Beta", 700)));
+    const auto loader = createPlatformDefaultFontLoader("serif");
+    EXPECT_EQ(*loader->loadDefaultFont(false, false), readFile(sandbox.getPath("b.ttf")));
+    EXPECT_EQ(*loader->loadDefaultFont(true, false), readFile(sandbox.getPath("c.ttf")));
+}
+
+class DefaultFontWithoutFonts : public ::testing::Test {
+protected:
+    const FontSandbox _sandbox;
+    const CheckedPtrImpl<FontLoader, false> _loader = createPlatformDefaultFontLoader("DejaVu Sans");
+};
+
+TEST_F(DefaultFontWithoutFonts, IsTheOneThatIsBuiltIn) {
+    const auto bytes = _loader->loadDefaultFont(false, false);
+    ASSERT_EQ(bytes != nullptr, FONT_IS_EMBEDDED != 0);
+    if (bytes) {
+        EXPECT_EQ(*bytes, readFile(EMBEDDED_FONT_FILE));
+        EXPECT_EQ(_loader->loadDefaultFont(false, false).get(), bytes.get());
+    }
+}
+
+TEST_F(DefaultFontWithoutFonts, HasNoStyles) {
+    EXPECT_EQ(_loader->loadDefaultFont(true, false), nullptr);
+    EXPECT_EQ(_loader->loadDefaultFont(false, true), nullptr);
+    EXPECT_EQ(_loader->loadDefaultFont(true, true), nullptr);
+}
+
+TEST_F(DefaultFontWithoutFonts, CannotBeAskedForByName) {
+    EXPECT_EQ(load(_loader, "DejaVu Sans"), nullptr);
+    EXPECT_EQ(_loader->getFamilyNameForRange(UnicodeRangeMap::find('A')), "");
+}
+
+TEST_F(DefaultFontWithoutFonts, IsFoundWhereTheConfigurationCannotBeRead) {
+    setenv("FONTCONFIG_FILE", _sandbox.getPath("no-such-file.conf").c_str(), 1);
+    setenv("FONTCONFIG_PATH", _sandbox.getPath("no-such-folder").c_str(), 1);
+    const auto bytes = _loader->loadDefaultFont(false, false);
+    unsetenv("FONTCONFIG_PATH");
+    EXPECT_TRUE(bytes != nullptr || FONT_IS_EMBEDDED == 0);
+}
+
+} // namespace Vell::FontLoaders::Testing

@@ -1,0 +1,162 @@
+#include "FaceRequest.h"
+#include "FontSandbox.h"
+#include "FontWriter.h"
+
+#include <gtest/gtest.h>
+
+namespace Vell::FontLoaders::Testing {
+
+namespace {
+
+FontDraft makeWide(std::uint16_t width) {
+    FontDraft draft = makeDraft(u"Alpha");
+    draft.width = width;
+    return draft;
+}
+
+FontDraft makeVariable(int defaultWeight) {
+    FontDraft draft = makeDraft(u"Alpha", static_cast<std::uint16_t>(defaultWeight));
+    draft.variableFrom = defaultWeight;
+    return draft;
+}
+
+} // namespace
+
+class FontStyles : public ::testing::Test {
+protected:
+    void install(const std::string& name, const FontDraft& draft) const {
+        _sandbox.write(name, writeFont(draft));
+    }
+
+    /// The name of the file that a request for Alpha gives, "null" for none.
+    std::string find(bool bold = false, bool italic = false) const {
+        const auto bytes = load(createPlatformDefaultFontLoader(""), "Alpha", bold, italic);
+        if (!bytes) {
+            return "null";
+        }
+        for (const auto& entry : std::filesystem::recursive_directory_iterator(_sandbox.getPath(""))) {
+            if (entry.is_regular_file() && readFile(entry.path().string()) == *bytes) {
+                return std::filesystem::relative(entry.path(), _sandbox.getPath("")).string();
+            }
+        }
+        return "bytes of no file";
+    }
+
+    const FontSandbox _sandbox;
+};
+
+TEST_F(FontStyles, EachStyleIsServedByItsOwnFile) {
+    install("regular.ttf", makeDraft(u"Alpha"));
+    install("bold.ttf", makeDraft(u"Alpha", 700));
+    install("italic.ttf", makeDraft(u"Alpha", 400, true));
+    install("both.ttf", makeDraft(u"Alpha", 700, true));
+    EXPECT_EQ(find(false, false), "regular.ttf");
+    EXPECT_EQ(find(true, false), "bold.ttf");
+    EXPECT_EQ(find(false, true), "italic.ttf");
+    EXPECT_EQ(find(true, true), "both.ttf");
+}
+
+TEST_F(FontStyles, AStyleThatTheFamilyLacksIsNull) {
+    install("regular.ttf", makeDraft(u"Alpha"));
+    EXPECT_EQ(find(true, false), "null");
+    EXPECT_EQ(find(false, true), "null");
+    EXPECT_EQ(find(true, true), "null");
+}
+
+TEST_F(FontStyles, ABoldFaceIsNoRegularOne) {
+    install("bold.ttf", makeDraft(u"Alpha", 700));
+    EXPECT_EQ(find(false, false), "null");
+}
+
+TEST_F(FontStyles, DemiboldIsBoldAndMediumIsNot) {
+    install("demibold.ttf", makeDraft(u"Alpha", 600));
+    install("medium.ttf", makeDraft(u"Alpha", 500));
+    EXPECT_EQ(find(true), "demibold.ttf");
+    EXPECT_EQ(find(false), "medium.ttf");
+}
+
+TEST_F(FontStyles, TheWeightNearestToTheStyleWins) {
+    install("1-thin.ttf", makeDraft(u"Alpha", 100));
+    install("2-medium.ttf", makeDraft(u"Alpha", 500));
+    install("3-regular.ttf", makeDraft(u"Alpha", 400));
+    install("4-demibold.ttf", makeDraft(u"Alpha", 600));
+    install("5-black.ttf", makeDraft(u"Alpha", 900));
+    install("6-bold.ttf", makeDraft(u"Alpha", 700));
+    EXPECT_EQ(find(false), "3-regular.ttf");
+    EXPECT_EQ(find(true), "6-bold.ttf");
+}
+
+TEST_F(FontStyles, NormalWidthWinsAmongEqualWeights) {
+    install("1-condensed.ttf", makeWide(3));
+    install("2-normal.ttf", makeWide(5));
+    install("3-expanded.ttf", makeWide(7));
+    EXPECT_EQ(find(), "2-normal.ttf");
+}
+
+TEST_F(FontStyles, WeightCountsBeforeWidth) {
+    install("1-condensed.ttf", makeWide(3));
+    install("2-light.ttf", makeDraft(u"Alpha", 300));
+    EXPECT_EQ(find(), "1-condensed.ttf");
+}
+
+TEST_F(FontStyles, EqualsAreTakenInTheOrderOfTheirPaths) {
+    FontDraft draft = makeDraft(u"Alpha");
+    install("c/a.ttf", draft);
+    draft.characters = {{U'a', U'b'}};
+    install("b/z.ttf", draft);
+    draft.characters = {{U'c', U'd'}};
+    install("b/y.ttf", draft);
+    EXPECT_EQ(find(), "b/y.ttf");
+}
+
+TEST_F(FontStyles, ObliqueCountsAsItalic) {
+    const std::string file = std::string(dejaVu) + "DejaVuSans-Oblique.ttf";
+    _sandbox.link(file);
+    const auto loader = createPlatformDefaultFontLoader("");
+    const auto bytes = load(loader, "DejaVu Sans", false, true);
+    ASSERT_NE(bytes, nullptr);
+    EXPECT_EQ(*bytes, readFile(file));
+    EXPECT_EQ(load(loader, "DejaVu Sans"), nullptr);
+}
+
+TEST_F(FontStyles, LightAndCondensedSistersDoNotServeAWholeFamily) {
+    for (const char* name : {"DejaVuSans-ExtraLight.ttf", "DejaVuSansCondensed.ttf", "DejaVuSans.ttf",
+                             "DejaVuSansCondensed-Bold.ttf", "DejaVuSans-Bold.ttf"}) {
+        _sandbox.link(dejaVu + std::string(name));
+    }
+    const auto loader = createPlatformDefaultFontLoader("");
+    EXPECT_EQ(*load(loader, "DejaVu Sans"), readFile(std::string(dejaVu) + "DejaVuSans.ttf"));
+    EXPECT_EQ(*load(loader, "DejaVu Sans", true), readFile(std::string(dejaVu) + "DejaVuSans-Bold.ttf"));
+    EXPECT_EQ(*load(loader, "DejaVu Sans Light"),
+              readFile(std::string(dejaVu) + "DejaVuSans-ExtraLight.ttf"));
+    EXPECT_EQ(*load(loader, "DejaVu Sans Condensed"),
+              readFile(std::string(dejaVu) + "DejaVuSansCondensed.ttf"));
+}
+
+TEST_F(FontStyles, TheVariableFontOfTheseTestsHasTwoNamedInstances) {
+    const auto library = createFreeTypeLibrary();
+    const auto face = createFontFace(library, makeNNPtr<const Bytes>(writeFont(makeVariable(400))));
+    EXPECT_TRUE(FT_HAS_MULTIPLE_MASTERS(face.get()));
+    EXPECT_EQ(face->style_flags >> 16, 2);
+}
+
+TEST_F(FontStyles, AVariableFontServesOnlyTheStyleThatItHasByDefault) {
+    install("variable.ttf", makeVariable(400));
+    EXPECT_EQ(find(false), "variable.ttf");
+    EXPECT_EQ(find(true), "null");
+    EXPECT_EQ(find(false, true), "null");
+}
+
+TEST_F(FontStyles, AVariableFontThatIsBoldByDefaultServesBold) {
+    install("variable.ttf", makeVariable(700));
+    EXPECT_EQ(find(true), "variable.ttf");
+    EXPECT_EQ(find(false), "null");
+}
+
+TEST_F(FontStyles, AStaticBoldIsFoundBesideTheNamedInstancesOfAVariableFont) {
+    install("1-variable.ttf", makeVariable(400));
+    install("2-bold.ttf", makeDraft(u"Alpha", 800));
+    EXPECT_EQ(find(true), "2-bold.ttf");
+}
+
+} // namespace Vell::FontLoaders::Testing

@@ -1,0 +1,94 @@
+#include "FaceRequest.h"
+#include "FontSandbox.h"
+#include "FontWriter.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <thread>
+
+namespace Vell::FontLoaders::Testing {
+
+namespace {
+
+constexpr int threadCount = 8;
+
+/// Runs `work` in many threads at once.
+template <class Work>
+void runTogether(const Work& work) {
+    std::atomic<int> waiting{threadCount};
+    std::vector<std::thread> threads;
+    for (int i = 0; i < threadCount; ++i) {
+        threads.emplace_back([&waiting, &work, i] {
+            --waiting;
+            while (waiting > 0) {
+                std::this_thread::yield();
+            }
+            work(i);
+        });
+    }
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+}
+
+void fill(const FontSandbox& sandbox) {
+    FontDraft greek = makeDraft(u"Beta");
+    greek.characters = {{0x370, 0x3FF}};
+    sandbox.write("a.ttf", writeFont(makeDraft(u"Alpha")));
+    sandbox.write("b.ttf", writeFont(greek));
+    sandbox.write("c.ttc", writeCollection({writeFont(makeDraft(u"Gamma")), writeFont(makeDraft(u"Delta"))}));
+}
+
+} // namespace
+
+TEST(FontLoaderThreads, AskOneLoaderForEverythingAtOnce) {
+    const FontSandbox sandbox;
+    fill(sandbox);
+    const auto loader = createPlatformDefaultFontLoader("Alpha");
+    runTogether([&loader](int) {
+        for (int round = 0; round < 20; ++round) {
+            EXPECT_NE(load(loader, "Alpha"), nullptr);
+            EXPECT_NE(load(loader, "Delta"), nullptr);
+            EXPECT_EQ(load(loader, "Missing"), nullptr);
+            EXPECT_NE(load(loader, "serif"), nullptr);
+            EXPECT_NE(loader->loadDefaultFont(false, false), nullptr);
+            EXPECT_EQ(loader->getFamilyNameForRange(UnicodeRangeMap::find(0x3B1)), "Beta");
+        }
+    });
+}
+
+TEST(FontLoaderThreads, GetOneVectorForOneFace) {
+    const FontSandbox sandbox;
+    fill(sandbox);
+    const auto loader = createPlatformDefaultFontLoader("Alpha");
+    std::shared_ptr<const Bytes> found[threadCount];
+    runTogether([&](int i) { found[i] = load(loader, "Gamma"); });
+    for (const auto& bytes : found) {
+        ASSERT_NE(bytes, nullptr);
+        EXPECT_EQ(bytes.get(), found[0].get());
+    }
+}
+
+TEST(FontLoaderThreads, UseLoadersOfTheirOwn) {
+    const FontSandbox sandbox;
+    fill(sandbox);
+    runTogether([](int i) {
+        const auto loader = createPlatformDefaultFontLoader(i % 2 == 0 ? "Alpha" : "Missing");
+        EXPECT_NE(load(loader, "Gamma"), nullptr);
+        EXPECT_NE(loader->loadDefaultFont(false, false), nullptr);
+        EXPECT_EQ(loader->getFamilyNameForRange(UnicodeRangeMap::find(0x3B1)), "Beta");
+    });
+}
+
+TEST(FontLoaderThreads, ReleaseFontsOfOneLibrary) {
+    const auto library = createFreeTypeLibrary();
+    runTogether([&library](int) {
+        for (int round = 0; round < 100; ++round) {
+            const FTLibraryPtr mine = shareFreeTypeLibrary(library.get());
+            EXPECT_EQ(mine.get(), library.get());
+        }
+    });
+}
+
+} // namespace Vell::FontLoaders::Testing
