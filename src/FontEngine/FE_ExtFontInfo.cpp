@@ -10,8 +10,12 @@ ExtFontInfo::ExtFontInfo(CheckedPtrImpl<const Gfx::FontInfo, false> fontInfo, fl
 
 ExtFontInfo::~ExtFontInfo() = default;
 
-CheckedPtrImpl<const Gfx::FontInfo, false> ExtFontInfo::getFontInfo() const { return _fontInfo; }
+CheckedPtrImpl<const Gfx::FontInfo, false> ExtFontInfo::getFontInfo() const {
+    return _fontInfo;
+}
 
-float ExtFontInfo::getLetterSpacing() const { return _letterSpacing; }
+float ExtFontInfo::getLetterSpacing() const {
+    return _letterSpacing;
+}
 
 } // namespace Vell::FontEngine::Internal

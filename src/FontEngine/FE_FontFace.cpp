@@ -28,7 +28,7 @@ Gfx::BasicMetrics makeBasicMetrics(Gfx::FactoryAccessTag tag, const FontLoaders:
 } // namespace
 
 FontFace::FontFace(Gfx::FactoryAccessTag tag, std::shared_ptr<const FontFactory> factory, FaceData faceData)
-    : _fontFactory(std::move(factory))
+    : _fontFactory(factory)
     , _faceData(std::move(faceData))
     , _library(FontLoaders::createFreeTypeLibrary())
     , _face(FontLoaders::createFontFace(_library, _faceData.bytes))

@@ -42,7 +42,8 @@ std::uint64_t weigh(const FT_Bitmap& bitmap) {
 std::uint64_t weigh(const BitmapGlyphImage& image) {
     // Four times the buffer, on purpose: the pitch counts the four bytes of a pixel already. Coloured images
     // are cheap to make again from their bitmaps, so they leave their budget sooner.
-    return image.rows * 4U * static_cast<std::uint32_t>(image.pitch);
+    const std::uint32_t bytes = image.rows * 4U * static_cast<std::uint32_t>(image.pitch);
+    return bytes;
 }
 
 std::shared_ptr<const FT_BitmapGlyphRec_> renderBitmap(const BitmapGlyphInfo& info, const FontFace& face,

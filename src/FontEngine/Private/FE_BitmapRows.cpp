@@ -2,6 +2,7 @@
 
 #include FT_SYSTEM_H
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
@@ -47,7 +48,7 @@ void fillRow(unsigned char* row, unsigned int width, unsigned char coverage) {
 }
 
 unsigned char* allocateZeroed(FT_Memory memory, std::size_t bytes) {
-    void* const block = memory->alloc(memory, static_cast<long>(bytes));
+    void* const block = memory->alloc(memory, static_cast<long>(std::max<std::size_t>(bytes, 1)));
     if (block == nullptr) {
         throw std::bad_alloc();
     }
@@ -86,7 +87,7 @@ void joinUnderscore(FT_BitmapGlyph glyph, bool isLast, FT_Memory memory) {
     joined.pitch = roundUpToWords(joined.pitch);
 
     const auto bytes = static_cast<std::size_t>(joined.pitch) * bitmap.rows;
-    unsigned char* const buffer = bytes != 0 ? allocateZeroed(memory, bytes) : nullptr;
+    unsigned char* const buffer = allocateZeroed(memory, bytes);
     for (unsigned int row = 0; row < bitmap.rows; ++row) {
         const std::size_t middle =
             static_cast<std::size_t>(row) * static_cast<std::size_t>(rendered.pitch) + rendered.width / 2;

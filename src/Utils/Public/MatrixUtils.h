@@ -16,7 +16,8 @@ VELL_API float getTranslateX(const cinder::MatrixAffine2<float>& matrix);
 VELL_API float getTranslateY(const cinder::MatrixAffine2<float>& matrix);
 
 /// Radians in (-pi, pi], counter-clockwise positive from the x axis towards the y axis. When the first column
-/// is zero, the second one tells the angle; when both are zero it is 0. NaN in the matrix gives NaN.
+/// is zero, the second one tells the angle; when both are zero it is 0. NaN in the column that tells it gives
+/// NaN.
 VELL_API float getAngle(const cinder::MatrixAffine2<float>& matrix);
 
 } // namespace Vell

@@ -5,6 +5,7 @@
 
 #include <boost/numeric/conversion/cast.hpp>
 
+#include <cmath>
 #include <type_traits>
 
 namespace Vell {
@@ -16,7 +17,7 @@ template <class To, class From>
 To numCast(From from) {
     static_assert(std::is_arithmetic_v<To> && std::is_arithmetic_v<From>, "numCast converts numbers");
     if constexpr (std::is_floating_point_v<From> && std::is_integral_v<To>) {
-        if (from != from) {
+        if (std::isnan(from)) {
             throw BadNumCastError("bad numeric conversion: not a number");
         }
         // Boost refuses the lowest integer where From has no number between it and the one below it.

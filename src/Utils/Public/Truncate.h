@@ -13,7 +13,8 @@ constexpr std::optional<To> tryTruncate(From value) {
     static_assert(std::is_integral_v<To> && std::is_floating_point_v<From>, "from floating point to integer");
     // The upper bound is a power of two, hence exact in From. Above `min - 1` the fraction is cut to `min`;
     // where From cannot tell the two apart, only `min` itself is left.
-    constexpr From aboveMax = static_cast<From>(std::numeric_limits<To>::max() / 2 + 1) * From(2);
+    constexpr To halfAboveMax = static_cast<To>(std::numeric_limits<To>::max() / 2 + 1);
+    constexpr From aboveMax = static_cast<From>(halfAboveMax) * From(2);
     constexpr From min = static_cast<From>(std::numeric_limits<To>::min());
     const bool fits = value < aboveMax && (value >= min || value > min - From(1));
     return fits ? std::optional<To>(static_cast<To>(value)) : std::nullopt;
@@ -25,10 +26,10 @@ constexpr To truncateSaturated(From value) {
     if (const auto truncated = tryTruncate<To>(value)) {
         return *truncated;
     }
-    if (value != value) {
-        return To(0);
+    if (value > From(0)) {
+        return std::numeric_limits<To>::max();
     }
-    return value > From(0) ? std::numeric_limits<To>::max() : std::numeric_limits<To>::min();
+    return value < From(0) ? std::numeric_limits<To>::min() : To(0);
 }
 
 } // namespace Vell
