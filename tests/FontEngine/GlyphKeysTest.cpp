@@ -1,0 +1,301 @@
+#include <FontEngine/AssertionText.h>
+#include <FontEngine/GlyphKeyFields.h>
+
+#include <Utils/Public/Ptr/DeepEquality.h>
+#include <Utils/Public/Ptr/PtrUtils.h>
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+#include <stdexcept>
+#include <type_traits>
+#include <vector>
+
+namespace Vell::FontEngine {
+namespace {
+
+using Testing::makeFaceInfo;
+using Testing::makeMovedFrom;
+using Testing::printsAssertion;
+using Testing::printsNullDereference;
+
+constexpr float infinity = std::numeric_limits<float>::infinity();
+constexpr float notANumber = std::numeric_limits<float>::quiet_NaN();
+
+KeyFields makeFields() {
+    KeyFields fields;
+    fields.glyph = 36;
+    fields.size = 12.5F;
+    return fields;
+}
+
+/// Every field that belongs to an outline's identity, changed in turn.
+std::vector<KeyFields> makeOutlineVariants() {
+    const KeyFields fields = makeFields();
+    return {fields.with(&KeyFields::face, makeFaceInfo("Test Serif")),
+            fields.with(&KeyFields::face, makeFaceInfo("Test Sans", true)),
+            fields.with(&KeyFields::face, makeFaceInfo("Test Sans", false, true)),
+            fields.with(&KeyFields::glyph, 37),
+            fields.with(&KeyFields::glyph, 0x100000024),
+            fields.with(&KeyFields::size, std::nextafter(12.5F, 13.0F)),
+            fields.with(&KeyFields::transform, GlyphTransform::Embolden),
+            fields.with(&KeyFields::transform, GlyphTransform::Slant),
+            fields.with(&KeyFields::transform, GlyphTransform::EmboldenAndSlant)};
+}
+
+/// The same for bitmaps.
+std::vector<KeyFields> makeBitmapVariants() {
+    const KeyFields fields = makeFields();
+    std::vector<KeyFields> variants = makeOutlineVariants();
+    variants.insert(variants.end(), {fields.with(&KeyFields::mode, FT_RENDER_MODE_LCD),
+                                     fields.with(&KeyFields::scale, cinder::Vec2<float>(2, 1)),
+                                     fields.with(&KeyFields::scale, cinder::Vec2<float>(1, 2)),
+                                     fields.with(&KeyFields::ratio, 2.0F), fields.with(&KeyFields::offset, 4),
+                                     fields.with(&KeyFields::isLast, false)});
+    return variants;
+}
+
+TEST(GlyphInfo, AnswersWhatItWasMadeFrom) {
+    const auto face = makeFaceInfo("Test Sans", true, false);
+    const GlyphInfo key(face, 0x123456789AUL, 12.5F, GlyphTransform::Slant);
+    EXPECT_EQ(key.getFaceInfo().get(), face.get());
+    EXPECT_EQ(key.getGlyphIndex(), 0x123456789AUL);
+    EXPECT_EQ(key.getFontSize(), 12.5F);
+    EXPECT_EQ(key.getTransform(), GlyphTransform::Slant);
+}
+
+TEST(GlyphInfo, TellsTheStyleOfTheDescriptionNotOfTheTransform) {
+    const GlyphInfo bold(makeFaceInfo("a", true, false), 1, 1.0F, GlyphTransform::Slant);
+    EXPECT_TRUE(bold.isBold());
+    EXPECT_FALSE(bold.isItalic());
+    const GlyphInfo italic(makeFaceInfo("a", false, true), 1, 1.0F, GlyphTransform::Embolden);
+    EXPECT_FALSE(italic.isBold());
+    EXPECT_TRUE(italic.isItalic());
+}
+
+TEST(BitmapGlyphInfo, AnswersWhatItWasMadeFrom) {
+    const BitmapGlyphInfo key(makeFaceInfo(), FT_RENDER_MODE_LCD, 7, 0x1F600, 12.5F, {1.5F, -2.0F}, 2.25F,
+                              255, false, GlyphTransform::Embolden);
+    EXPECT_EQ(key.getGlyphIndex(), 7U);
+    EXPECT_EQ(key.getFontSize(), 12.5F);
+    EXPECT_EQ(key.getTransform(), GlyphTransform::Embolden);
+    EXPECT_EQ(key.getRenderMode(), FT_RENDER_MODE_LCD);
+    EXPECT_EQ(key.getUnicode(), 0x1F600U);
+    EXPECT_EQ(key.getScale(), (cinder::Vec2<float>(1.5F, -2.0F)));
+    EXPECT_EQ(key.getDevicePixelRatio(), 2.25F);
+    EXPECT_EQ(key.getOffsetInsidePixel(), 255);
+    EXPECT_FALSE(key.isLast());
+}
+
+TEST(GlyphTransform, IsASetOfFlagsInOneByte) {
+    EXPECT_EQ(static_cast<int>(GlyphTransform::None), 0);
+    EXPECT_EQ(static_cast<int>(GlyphTransform::Embolden), 1);
+    EXPECT_EQ(static_cast<int>(GlyphTransform::Slant), 2);
+    EXPECT_EQ(static_cast<int>(GlyphTransform::EmboldenAndSlant), 3);
+    static_assert(std::is_same_v<std::underlying_type_t<GlyphTransform>, unsigned char>);
+}
+
+TEST(GlyphInfo, HashesFaceThenGlyphThenSizeThenTransform) {
+    const KeyFields fields = makeFields();
+    EXPECT_EQ(fields.makeOutline().hash(), 0x73CC07A02F13733CU);
+    EXPECT_EQ(fields.with(&KeyFields::transform, GlyphTransform::EmboldenAndSlant).makeOutline().hash(),
+              0x07CCCE4D666826A0U);
+    EXPECT_EQ(fields.with(&KeyFields::glyph, 0x100000024).makeOutline().hash(), 0x002CEB3B44296A19U)
+        << "all 64 bits of the index";
+}
+
+TEST(GlyphInfo, HashesSizesByTheirBitsAndTheSpecialOnesByNumbersOfTheirOwn) {
+    const auto hash = [](float size) {
+        return makeFields().with(&KeyFields::size, size).makeOutline().hash();
+    };
+    EXPECT_EQ(hash(0.0F), 0x96CDA3F38FA51A28U);
+    EXPECT_EQ(hash(-0.0F), 0x96CDA3F38FA51A28U);
+    EXPECT_EQ(hash(-12.5F), 0xD68039D4A814C746U);
+    EXPECT_EQ(hash(std::numeric_limits<float>::denorm_min()), 0xADD215EEEAF352D4U);
+    EXPECT_EQ(hash(infinity), 0xC1FBFCFA60355F81U);
+    EXPECT_EQ(hash(-infinity), 0x67D592B53C4EF267U);
+    EXPECT_EQ(hash(notANumber), 0xE94ADD660B06ED69U);
+}
+
+TEST(BitmapGlyphInfo, HashesTheOutlineThenItsOwnFields) {
+    KeyFields fields = makeFields();
+    EXPECT_EQ(fields.makeBitmap().hash(), 0x71A6DF3BD1043A90U);
+    fields.mode = FT_RENDER_MODE_LCD;
+    fields.scale = {1.5F, -2.0F};
+    fields.ratio = 2.25F;
+    fields.offset = 60;
+    fields.isLast = false;
+    EXPECT_EQ(fields.makeBitmap().hash(), 0x4653F0FAEA8A898EU);
+    fields.mode = FT_RENDER_MODE_NORMAL;
+    fields.scale = {-0.0F, notANumber};
+    fields.ratio = infinity;
+    fields.offset = 255;
+    fields.isLast = true;
+    EXPECT_EQ(fields.makeBitmap().hash(), 0x0AE7A61AF4F0F4C3U);
+}
+
+TEST(ColoredBitmapGlyphInfo, HashesTheBitmapThenTheColor) {
+    KeyFields fields = makeFields();
+    EXPECT_EQ(fields.makeColored().hash(), 0x25BA13711E810AA2U);
+    fields.mode = FT_RENDER_MODE_LCD;
+    fields.scale = {1.5F, -2.0F};
+    fields.ratio = 2.25F;
+    fields.offset = 60;
+    fields.isLast = false;
+    fields.color = 0x0A141E;
+    EXPECT_EQ(fields.makeColored().hash(), 0x7EC5E218F99CFE4CU);
+}
+
+TEST(GlyphKeyHashes, CallTheHashOfTheirKey) {
+    const KeyFields fields = makeFields();
+    EXPECT_EQ(GlyphInfoHash()(fields.makeOutline()), fields.makeOutline().hash());
+    EXPECT_EQ(BitmapGlyphInfoHash()(fields.makeBitmap()), fields.makeBitmap().hash());
+    EXPECT_EQ(ColoredBitmapGlyphInfoHash()(fields.makeColored()), fields.makeColored().hash());
+}
+
+TEST(GlyphKeys, DifferInEveryFieldOfAnOutline) {
+    const KeyFields fields = makeFields();
+    EXPECT_EQ(fields.makeOutline(), makeFields().makeOutline()) << "over another description object";
+    for (const KeyFields& variant : makeOutlineVariants()) {
+        EXPECT_FALSE(variant.makeOutline() == fields.makeOutline());
+        EXPECT_TRUE(variant.makeOutline() != fields.makeOutline());
+        EXPECT_NE(variant.makeOutline().hash(), fields.makeOutline().hash());
+    }
+}
+
+TEST(GlyphKeys, DifferInEveryFieldOfABitmapButTheCharacter) {
+    const KeyFields fields = makeFields();
+    for (const KeyFields& variant : makeBitmapVariants()) {
+        EXPECT_FALSE(variant.makeBitmap() == fields.makeBitmap());
+        EXPECT_NE(variant.makeBitmap().hash(), fields.makeBitmap().hash());
+    }
+    const KeyFields other = fields.with(&KeyFields::unicode, 'B');
+    EXPECT_EQ(other.makeBitmap(), fields.makeBitmap());
+    EXPECT_EQ(other.makeBitmap().hash(), fields.makeBitmap().hash());
+}
+
+TEST(GlyphKeys, DifferInEveryFieldOfAnImageButTheCharacter) {
+    const KeyFields fields = makeFields();
+    std::vector<KeyFields> variants = makeBitmapVariants();
+    variants.push_back(fields.with(&KeyFields::color, 1));
+    variants.push_back(fields.with(&KeyFields::color, 0x010000));
+    for (const KeyFields& variant : variants) {
+        EXPECT_FALSE(variant.makeColored() == fields.makeColored());
+        EXPECT_NE(variant.makeColored().hash(), fields.makeColored().hash());
+    }
+    EXPECT_EQ(fields.with(&KeyFields::unicode, 'B').makeColored(), fields.makeColored());
+}
+
+TEST(ColoredBitmapGlyphInfo, PacksTheColorWithoutAlpha) {
+    EXPECT_EQ(ColoredBitmapGlyphInfo::packColor({1, 2, 3, 4}), 0x010203U);
+    EXPECT_EQ(ColoredBitmapGlyphInfo::packColor({255, 254, 253, 255}), 0xFFFEFDU);
+    EXPECT_EQ(ColoredBitmapGlyphInfo::packColor({1, 2, 3, 0}),
+              ColoredBitmapGlyphInfo::packColor({1, 2, 3, 9}));
+}
+
+TEST(GlyphKeys, TakeBothZerosForOne) {
+    const KeyFields fields = makeFields().with(&KeyFields::size, 0.0F);
+    const KeyFields negative = makeFields().with(&KeyFields::size, -0.0F);
+    EXPECT_EQ(fields.makeOutline(), negative.makeOutline());
+    const KeyFields scaled =
+        fields.with(&KeyFields::scale, cinder::Vec2<float>(0, 0)).with(&KeyFields::ratio, 0);
+    const KeyFields negatively =
+        fields.with(&KeyFields::scale, cinder::Vec2<float>(-0.0F, -0.0F)).with(&KeyFields::ratio, -0.0F);
+    EXPECT_EQ(scaled.makeBitmap(), negatively.makeBitmap());
+    EXPECT_EQ(scaled.makeBitmap().hash(), negatively.makeBitmap().hash());
+}
+
+TEST(GlyphKeys, EqualNothingWhenAFieldIsNoNumber) {
+    const KeyFields fields = makeFields();
+    const GlyphInfo outline = fields.with(&KeyFields::size, notANumber).makeOutline();
+    EXPECT_FALSE(outline == outline);
+    EXPECT_EQ(outline.hash(), outline.hash());
+    for (const KeyFields& variant :
+         {fields.with(&KeyFields::size, notANumber), fields.with(&KeyFields::ratio, notANumber),
+          fields.with(&KeyFields::scale, cinder::Vec2<float>(notANumber, 1)),
+          fields.with(&KeyFields::scale, cinder::Vec2<float>(1, notANumber))}) {
+        const BitmapGlyphInfo key = variant.makeBitmap();
+        EXPECT_FALSE(key == key);
+        EXPECT_FALSE(AreDeeplyEqualComparator()(key, key));
+    }
+}
+
+/// A description that counts and can refuse.
+class CountingFaceInfo : public Gfx::FontFaceInfo {
+public:
+    std::string getName() const override {
+        ++nameCalls;
+        if (isThrowing) {
+            throw std::runtime_error("no name");
+        }
+        return "Test Sans";
+    }
+    bool isBold() const override { return false; }
+    bool isItalic() const override { return false; }
+
+    mutable int nameCalls = 0;
+    bool isThrowing = false;
+};
+
+TEST(GlyphKeys, AskTheDescriptionForEveryComparisonEvenWithItself) {
+    const auto face = makeNNPtr<CountingFaceInfo>();
+    const GlyphInfo key(face, 36, 12.5F, GlyphTransform::None);
+    EXPECT_TRUE(key == key);
+    EXPECT_EQ(face->nameCalls, 2);
+    EXPECT_EQ(key, makeFields().makeOutline());
+}
+
+TEST(GlyphKeys, WalkTheNameOncePerDescription) {
+    const auto face = makeNNPtr<CountingFaceInfo>();
+    const GlyphInfo key(face, 36, 12.5F, GlyphTransform::None);
+    EXPECT_EQ(key.hash(), 0x73CC07A02F13733CU);
+    EXPECT_EQ(key.hash(), 0x73CC07A02F13733CU);
+    const GlyphInfo copy(key); // NOLINT(performance-unnecessary-copy-initialization)
+    EXPECT_EQ(copy.hash(), key.hash()) << "computed anew";
+    EXPECT_EQ(face->nameCalls, 1);
+}
+
+TEST(GlyphKeys, ForgetAHashThatThrew) {
+    const auto face = makeNNPtr<CountingFaceInfo>();
+    const GlyphInfo key(face, 36, 12.5F, GlyphTransform::None);
+    face->isThrowing = true;
+    EXPECT_THROW(key.hash(), std::runtime_error);
+    EXPECT_THROW(static_cast<void>(key == key), std::runtime_error);
+    face->isThrowing = false;
+    EXPECT_EQ(key.hash(), 0x73CC07A02F13733CU);
+}
+
+TEST(GlyphKeys, ShareTheirDescription) {
+    const std::shared_ptr<const Gfx::FontFaceInfo> face = makeFaceInfo();
+    {
+        const BitmapGlyphInfo key =
+            makeFields().with(&KeyFields::face, Testing::FaceInfoPtr(face)).makeBitmap();
+        const long before = face.use_count();
+        const BitmapGlyphInfo copy(key);
+        EXPECT_EQ(face.use_count(), before + 1);
+        EXPECT_EQ(copy, key);
+        EXPECT_EQ(copy.getUnicode(), key.getUnicode());
+    }
+    EXPECT_EQ(face.use_count(), 1);
+}
+
+static_assert(!std::is_polymorphic_v<ColoredBitmapGlyphInfo>, "keys are plain values");
+static_assert(std::is_base_of_v<GlyphInfo, BitmapGlyphInfo> &&
+              std::is_base_of_v<BitmapGlyphInfo, ColoredBitmapGlyphInfo>);
+
+TEST(GlyphKeysDeathTest, AssertOnANullDescription) {
+    const KeyFields fields = makeFields();
+    const KeyFields null = fields.with(&KeyFields::face, makeMovedFrom(makeFaceInfo()));
+    EXPECT_DEATH(null.makeOutline().hash(), printsNullDereference());
+    EXPECT_DEATH(null.makeColored().hash(), printsNullDereference());
+    EXPECT_DEATH(null.makeOutline().isBold(), printsNullDereference());
+    EXPECT_DEATH(null.makeOutline().isItalic(), printsNullDereference());
+    const auto compared = printsAssertion("Utils/Public/Ptr/CheckedPtr:139", "_ptr");
+    EXPECT_DEATH(static_cast<void>(null.makeOutline() == fields.makeOutline()), compared);
+    EXPECT_DEATH(static_cast<void>(fields.makeOutline() == null.makeOutline()), compared);
+    EXPECT_DEATH(static_cast<void>(fields.makeColored() == null.makeColored()), compared);
+}
+
+} // namespace
+} // namespace Vell::FontEngine

@@ -1,0 +1,104 @@
+#include <FontEngine/AssertionText.h>
+#include <FontEngine/GlyphKeyFields.h>
+
+#include <FontEngine/Renderer/FE_BitmapGlyphRun.h>
+#include <FontEngine/Renderer/FE_OutlineGlyphRun.h>
+
+#include <gtest/gtest.h>
+
+#include <climits>
+#include <type_traits>
+
+namespace Vell::FontEngine {
+namespace {
+
+using Testing::printsAssertion;
+
+TEST(BitmapGlyph, HoldsWhatItWasGiven) {
+    const auto data = std::make_shared<const FT_BitmapGlyphRec_>();
+    const BitmapGlyph glyph(data, {1.25F, -2.5F}, KeyFields().with(&KeyFields::unicode, '_').makeBitmap());
+    EXPECT_EQ(glyph.getData(), data);
+    EXPECT_EQ(glyph.getPos(), (cinder::Vec2<float>(1.25F, -2.5F)));
+    EXPECT_EQ(glyph.getInfo(), KeyFields().makeBitmap());
+    EXPECT_EQ(glyph.getInfo().getUnicode(), static_cast<unsigned int>('_')) << "also what equality ignores";
+}
+
+TEST(BitmapGlyph, TakesANullBitmap) {
+    EXPECT_EQ(BitmapGlyph(nullptr, {0, 0}, KeyFields().makeBitmap()).getData(), nullptr);
+}
+
+TEST(BitmapGlyph, KeepsTheBitmapAliveInItsCopies) {
+    auto data = std::make_shared<const FT_BitmapGlyphRec_>();
+    const std::weak_ptr<const FT_BitmapGlyphRec_> watch = data;
+    {
+        auto original = std::make_unique<BitmapGlyph>(std::move(data), cinder::Vec2<float>(3, 4),
+                                                      KeyFields().makeBitmap());
+        const BitmapGlyph copy = *original;
+        original.reset();
+        EXPECT_FALSE(watch.expired());
+        EXPECT_EQ(copy.getPos(), (cinder::Vec2<float>(3, 4)));
+    }
+    EXPECT_TRUE(watch.expired());
+}
+
+TEST(BitmapGlyphRun, KeepsTheBoxAsItIs) {
+    for (const FT_BBox box : {FT_BBox{0, 0, 0, 0}, FT_BBox{-1, -2, 3, 4}, FT_BBox{9, 8, -7, -6},
+                              FT_BBox{LONG_MIN, LONG_MAX, LONG_MAX, LONG_MIN}}) {
+        const BitmapGlyphRun run({}, box);
+        EXPECT_EQ(run.getBBox().xMin, box.xMin);
+        EXPECT_EQ(run.getBBox().yMin, box.yMin);
+        EXPECT_EQ(run.getBBox().xMax, box.xMax);
+        EXPECT_EQ(run.getBBox().yMax, box.yMax);
+        EXPECT_TRUE(run.getGlyphs().empty());
+    }
+}
+
+TEST(BitmapGlyphRun, TakesItsGlyphsByMoving) {
+    const auto data = std::make_shared<const FT_BitmapGlyphRec_>();
+    std::vector<BitmapGlyph> glyphs(2, BitmapGlyph(data, {1, 0}, KeyFields().makeBitmap()));
+    const BitmapGlyph* const address = glyphs.data();
+    const BitmapGlyphRun run(std::move(glyphs), {0, 0, 1, 1});
+    EXPECT_EQ(run.getGlyphs().data(), address);
+    const BitmapGlyphRun copy = run; // NOLINT(performance-unnecessary-copy-initialization)
+    EXPECT_NE(copy.getGlyphs().data(), address);
+    EXPECT_EQ(copy.getGlyphs().at(1).getData(), data);
+    EXPECT_EQ(data.use_count(), 5);
+}
+
+TEST(OutlineGlyph, HoldsWhatItWasGiven) {
+    const auto path = std::make_shared<const Gfx::Path>();
+    const OutlineGlyph glyph(path, -12.5F);
+    EXPECT_EQ(glyph.getPath(), path);
+    EXPECT_EQ(glyph.getAdvance(), -12.5F);
+}
+
+TEST(OutlineGlyphRun, KeepsItsUnitsWithoutGlyphs) {
+    for (const int units : {0, 1000, 2048, 65535}) {
+        const auto unitsPerEM = static_cast<unsigned short>(units);
+        const OutlineGlyphRun run({}, unitsPerEM);
+        EXPECT_TRUE(run.getGlyphs().empty());
+        EXPECT_EQ(run.getUnitsPerEM(), unitsPerEM);
+    }
+}
+
+TEST(OutlineGlyphRun, SharesItsPathsWithItsCopies) {
+    auto path = std::make_shared<const Gfx::Path>();
+    const std::weak_ptr<const Gfx::Path> watch = path;
+    std::vector<OutlineGlyph> glyphs(1, OutlineGlyph(std::move(path), 1.0F));
+    auto run = std::make_unique<OutlineGlyphRun>(std::move(glyphs), static_cast<unsigned short>(1000));
+    const OutlineGlyphRun copy = *run;
+    run.reset();
+    EXPECT_EQ(copy.getGlyphs().at(0).getPath(), watch.lock());
+    EXPECT_NE(watch.lock(), nullptr);
+}
+
+static_assert(std::is_nothrow_move_constructible_v<OutlineGlyph> && std::is_copy_assignable_v<OutlineGlyph>);
+static_assert(std::is_copy_constructible_v<BitmapGlyphRun> && std::is_move_constructible_v<BitmapGlyphRun>);
+
+TEST(OutlineGlyphDeathTest, AssertsItsPath) {
+    EXPECT_DEATH(OutlineGlyph(nullptr, 1.0F),
+                 printsAssertion("FontEngine/Renderer/FE_OutlineGlyph:26", "_path"));
+}
+
+} // namespace
+} // namespace Vell::FontEngine
