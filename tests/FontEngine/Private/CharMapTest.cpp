@@ -1,0 +1,308 @@
+#include <FontEngine/AssertionText.h>
+#include <FontEngine/Engine.h>
+
+#include <support/BdfFont.h>
+#include <support/OpenedFont.h>
+#include <support/Type1Font.h>
+#include <support/spy/FreeTypeSpy.h>
+
+#include <FontEngine/Private/FE_FreeTypeUtilsInternal.h>
+#include <FontLoaders/Public/Exceptions.h>
+
+#include <gmock/gmock.h>
+
+#include <limits>
+
+namespace Vell::FontEngine::Internal {
+namespace {
+
+using FontLoaders::FreeTypeException;
+using Testing::CharMapKind;
+using testing::ElementsAre;
+using Testing::FontBuilder;
+using Testing::FreeTypeSpy;
+using Testing::makeBoxGlyph;
+using Testing::OpenedFont;
+using Testing::printsAssertion;
+
+using Entry = Gfx::CharMap::GlyphIndexWithAdvance;
+
+/// A font with charmaps of the given kinds, in each of which 'A' (in the symbol area) is glyph 1.
+OpenedFont openWithCharMaps(const std::vector<CharMapKind>& kinds) {
+    FontBuilder builder;
+    builder.addGlyph(makeBoxGlyph(600, 0, 0, 100, 100));
+    for (const CharMapKind kind : kinds) {
+        builder.map(kind, kind == CharMapKind::Symbol ? 0xF041 : 'A', 1);
+    }
+    return OpenedFont(builder.build());
+}
+
+std::vector<std::string> listSelections(const OpenedFont& font, bool isSymbolic, bool isSfnt) {
+    const FreeTypeSpy spy;
+    selectFTCharmap(font.face, isSymbolic, isSfnt);
+    return spy.getLines();
+}
+
+template <class Exception, class Function>
+std::string getErrorText(const Function& function) {
+    try {
+        function();
+    } catch (const Exception& error) {
+        return error.what();
+    }
+    return "no exception";
+}
+
+TEST(SelectCharmap, AsksForTheEncodingOfTheKindOfFont) {
+    const OpenedFont font = openWithCharMaps({CharMapKind::Symbol, CharMapKind::Unicode});
+    EXPECT_THAT(listSelections(font, false, false), ElementsAre("FT_Select_Charmap unic"));
+    EXPECT_THAT(listSelections(font, false, true), ElementsAre("FT_Select_Charmap unic"));
+    EXPECT_EQ(font->charmap->encoding, FT_ENCODING_UNICODE);
+    EXPECT_THAT(listSelections(font, true, true), ElementsAre("FT_Select_Charmap symb"));
+    EXPECT_EQ(font->charmap->encoding, FT_ENCODING_MS_SYMBOL);
+    EXPECT_THAT(listSelections(font, true, false),
+                ElementsAre("FT_Select_Charmap ADBC", "FT_Select_Charmap unic"));
+    EXPECT_EQ(font->charmap->encoding, FT_ENCODING_UNICODE);
+}
+
+TEST(SelectCharmap, PrefersUnicodeToTheCurrentCharmap) {
+    const OpenedFont font = openWithCharMaps({CharMapKind::MacRoman, CharMapKind::Unicode});
+    ASSERT_EQ(FT_Set_Charmap(font.get(), font->charmaps[0]), 0);
+    EXPECT_THAT(listSelections(font, true, true),
+                ElementsAre("FT_Select_Charmap symb", "FT_Select_Charmap unic"));
+    EXPECT_EQ(font->charmap->encoding, FT_ENCODING_UNICODE);
+}
+
+TEST(SelectCharmap, AsksForUnicodeTwiceAndKeepsTheCurrentCharmap) {
+    const OpenedFont font = openWithCharMaps({CharMapKind::MacRoman, CharMapKind::Symbol});
+    ASSERT_EQ(FT_Set_Charmap(font.get(), font->charmaps[1]), 0);
+    EXPECT_THAT(listSelections(font, false, true),
+                ElementsAre("FT_Select_Charmap unic", "FT_Select_Charmap unic"));
+    EXPECT_EQ(font->charmap, font->charmaps[1]);
+}
+
+TEST(SelectCharmap, TakesTheFirstCharmapWhereNoneIsCurrent) {
+    const OpenedFont font = openWithCharMaps({CharMapKind::MacRoman, CharMapKind::Symbol});
+    ASSERT_EQ(font->charmap, nullptr);
+    EXPECT_THAT(listSelections(font, false, true),
+                ElementsAre("FT_Select_Charmap unic", "FT_Select_Charmap unic", "FT_Set_Charmap 1 0"));
+    EXPECT_EQ(font->charmap, font->charmaps[0]);
+}
+
+TEST(SelectCharmap, ThrowsWhenTheFirstCharmapIsRefused) {
+    const OpenedFont font = openWithCharMaps({CharMapKind::MacRoman});
+    FreeTypeSpy spy;
+    spy.failCall("FT_Set_Charmap");
+    EXPECT_EQ(getErrorText<FreeTypeException>([&] { selectFTCharmap(font.face, false, true); }),
+              "FT_Set_Charmap failed");
+}
+
+TEST(SelectCharmapDeathTest, AssertsThatThereIsACharmap) {
+    const OpenedFont font = openWithCharMaps({});
+    EXPECT_DEATH(
+        selectFTCharmap(font.face, false, true),
+        printsAssertion("FontEngine/Private/FE_FreeTypeUtilsInternal:513", "face->num_charmaps > 0"));
+}
+
+TEST(SelectCharmapDeathTest, AssertsThatSelectingHasAnEffect) {
+    const OpenedFont font = openWithCharMaps({CharMapKind::MacRoman});
+    FreeTypeSpy spy;
+    spy.failCall("FT_Select_Charmap", 1, FT_Err_Ok);
+    EXPECT_DEATH(
+        selectFTCharmap(font.face, false, true),
+        printsAssertion("FontEngine/Private/FE_FreeTypeUtilsInternal:522", "nullptr != face->charmap"));
+}
+
+TEST(MakeCharMap, HoldsEveryCodeWithItsAdvanceInEms) {
+    FontBuilder builder = makeTestFont().setUnitsPerEm(2048);
+    builder.map(0x1F600, 3);
+    const OpenedFont font(builder.build());
+    const Gfx::CharMap map = makeCharMap(font.face, GlyphTransform::None);
+    EXPECT_EQ(map.size(), 5U);
+    EXPECT_EQ(map['A'].glyphIndex, 1);
+    EXPECT_EQ(map['A'].advance, 600.0F / 2048.0F);
+    EXPECT_EQ(map[0x1F600].glyphIndex, 3);
+    EXPECT_EQ(map[0x1F600].advance, 400.0F / 2048.0F);
+    EXPECT_EQ(map['B'].glyphIndex, 0);
+    EXPECT_EQ(map['B'].advance, 500.0F / 2048.0F) << "the missing glyph's";
+}
+
+TEST(MakeCharMap, HoldsTheDefaultEntryOnlyWhereNothingIsMapped) {
+    const OpenedFont font(FontBuilder().addCharMap(CharMapKind::Unicode).build());
+    const Gfx::CharMap map = makeCharMap(font.face, GlyphTransform::None);
+    EXPECT_EQ(map.size(), 0U);
+    EXPECT_EQ(map['A'].advance, 0.5F);
+}
+
+TEST(MakeCharMap, WalksTheCharmapUnscaled) {
+    const OpenedFont font(makeTestFont().build());
+    const FreeTypeSpy spy;
+    makeCharMap(font.face, GlyphTransform::Slant);
+    EXPECT_THAT(spy.getLines(),
+                ElementsAre("FT_Select_Charmap unic", "FT_Get_Advance 0 1", "FT_Get_First_Char",
+                            "FT_Get_Advance 4 1", "FT_Get_Next_Char 32", "FT_Get_Advance 1 1",
+                            "FT_Get_Next_Char 65", "FT_Get_Advance 2 1", "FT_Get_Next_Char 95",
+                            "FT_Get_Advance 3 1", "FT_Get_Next_Char 120"));
+}
+
+TEST(MakeCharMap, SizesAScalableFaceThatWillBeEmboldened) {
+    const OpenedFont font = openWithCharMaps({CharMapKind::Unicode});
+    for (const GlyphTransform transform : {GlyphTransform::Embolden, GlyphTransform::EmboldenAndSlant}) {
+        const FreeTypeSpy spy;
+        makeCharMap(font.face, transform);
+        EXPECT_THAT(spy.getLines(),
+                    ElementsAre("FT_Select_Charmap unic", "FT_Get_Advance 0 1", "FT_Set_Char_Size 0 0 0 0",
+                                "FT_Get_First_Char", "FT_Get_Advance 1 1", "FT_Get_Next_Char 65"));
+    }
+}
+
+TEST(MakeCharMap, DoesNotSizeABitmapFont) {
+    Testing::BdfFont builder;
+    builder.glyphs.push_back({'A', 6, 5, 0, 0, {{0xF8}}});
+    const OpenedFont font(builder.build());
+    const FreeTypeSpy spy;
+    const Gfx::CharMap map = makeCharMap(font.face, GlyphTransform::Embolden);
+    EXPECT_EQ(spy.countCalls("FT_Set_Char_Size"), 0U);
+    EXPECT_EQ(map['A'].advance, std::numeric_limits<float>::infinity()) << "no units in the em";
+}
+
+TEST(MakeCharMap, GivesASymbolFontItsPlainCodesToo) {
+    FontBuilder builder("Wingdings");
+    builder.addGlyph(makeBoxGlyph(600, 0, 0, 100, 100));
+    builder.addGlyph(makeBoxGlyph(700, 0, 0, 100, 100));
+    builder.map(CharMapKind::Symbol, 0xF020, 1).map(CharMapKind::Symbol, 0xF0FF, 2);
+    builder.map(CharMapKind::Symbol, 0xF100, 2).map('x', 2);
+    const OpenedFont font(builder.build());
+    const Gfx::CharMap map = makeCharMap(font.face, GlyphTransform::None);
+    EXPECT_EQ(font->charmap->encoding, FT_ENCODING_MS_SYMBOL);
+    EXPECT_EQ(map.size(), 5U);
+    for (const unsigned int code : {0xF020U, 0x20U}) {
+        EXPECT_EQ(map[code].glyphIndex, 1);
+        EXPECT_EQ(map[code].advance, 0.6F);
+    }
+    EXPECT_EQ(map[0xFF].glyphIndex, 2);
+    EXPECT_EQ(map[0xF100].glyphIndex, 2);
+    EXPECT_EQ(map[0x00].glyphIndex, 0) << "outside the symbol area there is no alias";
+    EXPECT_EQ(map['x'].glyphIndex, 0) << "the Unicode charmap is not read";
+}
+
+TEST(MakeCharMap, GivesATypeOneSymbolFontItsSymbolAreaToo) {
+    Testing::Type1Font builder;
+    builder.family = "Symbol";
+    builder.glyphs.push_back({"alpha", 0x41, makeBoxGlyph(600, 0, 0, 100, 100)});
+    const OpenedFont font(builder.build());
+    const Gfx::CharMap map = makeCharMap(font.face, GlyphTransform::None);
+    EXPECT_EQ(font->charmap->encoding, FT_ENCODING_ADOBE_CUSTOM);
+    EXPECT_EQ(map.size(), 2U);
+    EXPECT_EQ(map[0x41].glyphIndex, 1);
+    EXPECT_EQ(map[0xF041].glyphIndex, 1);
+    EXPECT_EQ(map[0xF041].advance, 0.6F);
+}
+
+TEST(MakeCharMap, TakesANamelessFontForNoSymbolFont) {
+    const OpenedFont font(makeTestFont().omitTable("name").build());
+    ASSERT_EQ(font->family_name, nullptr);
+    const FreeTypeSpy spy;
+    EXPECT_EQ(makeCharMap(font.face, GlyphTransform::None)['A'].glyphIndex, 1);
+    EXPECT_THAT(spy.getLines({"FT_Select_Charmap"}), ElementsAre("FT_Select_Charmap unic"));
+}
+
+TEST(MakeCharMap, KeepsTheLowSixteenBitsOfAGlyphIndex) {
+    const OpenedFont font = openWithCharMaps({CharMapKind::Unicode});
+    FreeTypeSpy spy;
+    spy.setCharacters({{'A', 0x12345}, {'B', 0x10000}});
+    spy.failCall("FT_Get_Advance", 2, FT_Err_Ok);
+    spy.failCall("FT_Get_Advance", 3, FT_Err_Ok);
+    const Gfx::CharMap map = makeCharMap(font.face, GlyphTransform::None);
+    EXPECT_EQ(map['A'].glyphIndex, 0x2345);
+    EXPECT_EQ(map['B'].glyphIndex, 0) << "the walk goes on by the whole index";
+    EXPECT_EQ(map.size(), 2U);
+    EXPECT_THAT(spy.getLines({"FT_Get_Advance"}),
+                ElementsAre("FT_Get_Advance 0 1", "FT_Get_Advance 74565 1", "FT_Get_Advance 65536 1"));
+}
+
+TEST(MakeCharMap, RefusesCodesAboveThirtyTwoBits) {
+    const OpenedFont font = openWithCharMaps({CharMapKind::Unicode});
+    FreeTypeSpy spy;
+    spy.setCharacters({{0xFFFFFFFFUL, 1}});
+    EXPECT_EQ(makeCharMap(font.face, GlyphTransform::None)[0xFFFFFFFFU].glyphIndex, 1);
+    spy.setCharacters({{'A', 1}, {0x100000000UL, 1}});
+    EXPECT_EQ(getErrorText<BadNumCastError>([&] { makeCharMap(font.face, GlyphTransform::None); }),
+              "bad numeric conversion: positive overflow");
+}
+
+TEST(MakeCharMap, ThrowsWithoutTheAdvanceOfTheMissingGlyph) {
+    const OpenedFont font = openWithCharMaps({CharMapKind::Unicode});
+    FreeTypeSpy spy;
+    spy.failCall("FT_Get_Advance");
+    EXPECT_EQ(getErrorText<FreeTypeException>([&] { makeCharMap(font.face, GlyphTransform::Embolden); }),
+              "FT_Get_Advance() failed. It can't find glyph advance for undefined character code.");
+    EXPECT_EQ(spy.countCalls("FT_Set_Char_Size"), 0U) << "the size comes after";
+}
+
+TEST(MakeCharMap, ThrowsWithoutTheAdvanceOfAMappedGlyph) {
+    const OpenedFont font = openWithCharMaps({CharMapKind::Unicode});
+    FreeTypeSpy spy;
+    spy.failCall("FT_Get_Advance", 2);
+    EXPECT_EQ(getErrorText<FreeTypeException>([&] { makeCharMap(font.face, GlyphTransform::None); }),
+              "Error making char to glyph advance cache. FT_Get_Advance() failed.");
+}
+
+TEST(MakeCharMap, ThrowsWithTheCodeOfARefusedSize) {
+    const OpenedFont font = openWithCharMaps({CharMapKind::Unicode});
+    FreeTypeSpy spy;
+    spy.failCall("FT_Set_Char_Size", 1, FT_Err_Invalid_Pixel_Size);
+    EXPECT_EQ(getErrorText<FreeTypeException>([&] { makeCharMap(font.face, GlyphTransform::Embolden); }),
+              "FT_Set_Char_Size() failed: 23");
+    EXPECT_EQ(spy.countCalls("FT_Get_First_Char"), 0U);
+}
+
+/// The codes that are mapped after the alias of one code was added.
+std::vector<unsigned int> listAliases(unsigned long code, bool isSymbolic, bool isSfnt) {
+    Gfx::CharMap map(Entry(0, 0));
+    addCharCodeAliasIfRequired(map, Entry(5, 0.5F), code, isSymbolic, isSfnt);
+    std::vector<unsigned int> aliases;
+    for (unsigned int candidate = 0; candidate <= 0x20000; ++candidate) {
+        if (map[candidate].glyphIndex == 5 && map[candidate].advance == 0.5F) {
+            aliases.push_back(candidate);
+        }
+    }
+    EXPECT_EQ(map.size(), aliases.size());
+    return aliases;
+}
+
+TEST(CharCodeAlias, ExistsForSymbolFontsOnly) {
+    for (const unsigned long code : {0x41UL, 0xF041UL}) {
+        EXPECT_THAT(listAliases(code, false, false), ElementsAre());
+        EXPECT_THAT(listAliases(code, false, true), ElementsAre());
+    }
+}
+
+TEST(CharCodeAlias, StripsTheSymbolAreaOfSfntFonts) {
+    EXPECT_THAT(listAliases(0xF000, true, true), ElementsAre(0U));
+    EXPECT_THAT(listAliases(0xF0FF, true, true), ElementsAre(0xFFU));
+    for (const unsigned long code : {0x41UL, 0xEFFFUL, 0xF100UL, 0x1F041UL}) {
+        EXPECT_THAT(listAliases(code, true, true), ElementsAre());
+    }
+    EXPECT_THAT(listAliases(0x70000F041UL, true, true), ElementsAre(0x41U)) << "by its low 32 bits";
+}
+
+TEST(CharCodeAlias, AddsTheSymbolAreaOfOtherFonts) {
+    EXPECT_THAT(listAliases(0, true, false), ElementsAre(0xF000U));
+    EXPECT_THAT(listAliases(0xFF, true, false), ElementsAre(0xF0FFU));
+    for (const unsigned long code : {0x141UL, 0xF041UL}) {
+        EXPECT_THAT(listAliases(code, true, false), ElementsAre());
+    }
+    EXPECT_THAT(listAliases(0x700000041UL, true, false), ElementsAre(0xF041U)) << "by its low 32 bits";
+}
+
+TEST(CharCodeAlias, YieldsToACodeOfTheFont) {
+    Gfx::CharMap map(Entry(0, 0));
+    map.insert('A', Entry(1, 0.1F), true);
+    addCharCodeAliasIfRequired(map, Entry(5, 0.5F), 0xF041, true, true);
+    EXPECT_EQ(map['A'].glyphIndex, 1);
+    EXPECT_EQ(map.size(), 1U);
+}
+
+} // namespace
+} // namespace Vell::FontEngine::Internal
