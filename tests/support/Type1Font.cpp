@@ -23,6 +23,7 @@ std::string encrypt(const std::string& plain, unsigned int key) {
 
 enum Operator : unsigned char {
     lineTo = 5,
+    curveTo = 8,
     closePath = 9,
     sideBearingAndWidth = 13,
     endChar = 14,
@@ -52,7 +53,13 @@ std::string makeCharString(const FontGlyph& glyph) {
     FontPoint pen{0, 0};
     for (const FontContour& contour : glyph.outline) {
         for (std::size_t i = 0; i < contour.size(); ++i) {
-            addCommand(charString, contour[i].x - pen.x, contour[i].y - pen.y, i == 0 ? moveTo : lineTo);
+            for (; !contour[i].isOnCurve; ++i) { // the control points go before the end of their curve
+                addNumber(charString, contour[i].x - pen.x);
+                addNumber(charString, contour[i].y - pen.y);
+                pen = contour[i];
+            }
+            const Operator stroke = i >= 2 && !contour[i - 1].isOnCurve ? curveTo : lineTo;
+            addCommand(charString, contour[i].x - pen.x, contour[i].y - pen.y, i == 0 ? moveTo : stroke);
             pen = contour[i];
         }
         charString += static_cast<char>(closePath);

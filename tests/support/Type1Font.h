@@ -7,7 +7,8 @@
 
 namespace Vell::Testing {
 
-/// A glyph of a Type 1 font; all its points are on the curve.
+/// A glyph of a Type 1 font. Points off the curve come in pairs, the controls of a cubic segment, followed by
+/// a point on it.
 struct Type1Glyph {
     std::string name; ///< a name of the Adobe glyph list gives the glyph a Unicode character, too
     int code;         ///< in the font's own encoding; -1 for none
