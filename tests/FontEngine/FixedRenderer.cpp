@@ -26,6 +26,10 @@ FT_Error renderFixed(FT_Renderer, FT_GlyphSlot slot, FT_Render_Mode, const FT_Ve
     return FT_Err_Ok;
 }
 
+FT_Error ignoreTransform(FT_Renderer, FT_GlyphSlot, const FT_Matrix*, const FT_Vector*) {
+    return FT_Err_Ok;
+}
+
 int makeNoRaster(void*, FT_Raster* raster) {
     *raster = nullptr;
     return 0;
@@ -45,7 +49,7 @@ const FT_Renderer_Class rendererClass = {
     {FT_MODULE_RENDERER, recordSize, "fixed", 0x10000, 0x20000, nullptr, nullptr, nullptr, nullptr},
     FT_GLYPH_FORMAT_OUTLINE,
     renderFixed,
-    nullptr,
+    ignoreTransform,
     nullptr,
     nullptr,
     &noRaster};
