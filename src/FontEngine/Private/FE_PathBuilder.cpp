@@ -18,7 +18,8 @@ struct Walk {
 };
 
 cinder::Vec2<float> toPainter(const FT_Vector& point) {
-    return {static_cast<float>(point.x), 0.0F - static_cast<float>(point.y)};
+    // Negated as an integer: as a float, a point on the base line would get a negative zero.
+    return {static_cast<float>(point.x), static_cast<float>(-point.y)};
 }
 
 template <class Draw>
