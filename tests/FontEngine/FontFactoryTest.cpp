@@ -33,7 +33,7 @@ struct ManyFonts : Engine {
 bool isFaceCached(const Engine& engine, const std::string& name) {
     const FreeTypeSpy spy;
     engine.getFace(name);
-    return spy.countCalls("FT_New_Memory_Face") == 0;
+    return spy.countCalls("FT_Open_Face") == 0;
 }
 
 bool areBytesCached(const Engine& engine, const std::string& name, bool bold = false, bool italic = false) {
