@@ -32,7 +32,7 @@ step_asan() { # every test under the address and undefined behaviour sanitizers
 }
 
 step_tsan() { # the threaded tests under the thread sanitizer
-  build tsan
+  build tsan --target threaded_tests
   ctest --preset tsan
 }
 
