@@ -147,7 +147,8 @@ TEST(RasterLayout, RendersOnlyUnderscoresWithSubpixelsAndMarksTheLastOfEquals) {
     const Engine engine;
     const auto describe = [&](const char* text) {
         std::vector<std::string> lines;
-        for (const BitmapGlyph& glyph : layOut(engine, text).getGlyphs()) {
+        const BitmapGlyphRun run = layOut(engine, text);
+        for (const BitmapGlyph& glyph : run.getGlyphs()) {
             lines.push_back(std::to_string(glyph.getInfo().getRenderMode()) +
                             (glyph.getInfo().isLast() ? " last" : " not last"));
         }
