@@ -1,0 +1,177 @@
+#include "CommandLine.h"
+
+#include "Errors.h"
+
+#include <CLI/CLI.hpp>
+
+#include <map>
+
+namespace Vell::Tool {
+
+namespace {
+
+/// Everything that the options write to while they are parsed, in the form in which CLI11 fills it.
+struct Parsed {
+    RenderOptions render;
+    std::string color = "black";
+    std::string background = "white";
+    std::string text;
+    std::string file;
+    InfoOptions info;
+    FallbackOptions fallback;
+    DemoOptions demo;
+};
+
+const std::map<std::string, PainterKind> painterNames{{"raster", PainterKind::Raster},
+                                                      {"vector", PainterKind::Vector}};
+
+void addSource(CLI::App& app, Parsed& parsed) {
+    app.add_option("TEXT", parsed.text, "the text; '-' reads standard input");
+    app.add_option("--file", parsed.file, "read the text from this file")->type_name("FILE");
+}
+
+void addStyle(CLI::App& app, bool& isBold, bool& isItalic) {
+    app.add_flag("--bold", isBold, "bold; synthesised where the family has none");
+    app.add_flag("--italic", isItalic, "italic; synthesised where the family has none");
+}
+
+void addFont(CLI::App& app, FontRequest& font) {
+    app.add_option("--family", font.family,
+                   std::string("an installed font family; ") + defaultFamily + " if not given");
+    addStyle(app, font.isBold, font.isItalic);
+}
+
+CLI::App* addRender(CLI::App& app, Parsed& parsed) {
+    RenderOptions& options = parsed.render;
+    CLI::App* render = app.add_subcommand("render", "Draw text into a PNG, SVG or PDF file");
+    addSource(*render, parsed);
+    render->add_option("-o,--output", options.output, "the file to write: .png, .svg or .pdf")
+        ->required()
+        ->type_name("OUT");
+    addFont(*render, options.font);
+    render->add_option("--size", options.font.size, "the font size in units: pixels, points in PDF")
+        ->capture_default_str();
+    render->add_option("--letter-spacing", options.font.letterSpacing, "added after each character, in units")
+        ->capture_default_str();
+    render->add_option("--color", parsed.color, "#rgb, #rrggbb, #rrggbbaa or a name")->capture_default_str();
+    render->add_option("--background", parsed.background, "likewise; 'transparent' for none")
+        ->capture_default_str();
+    render->add_option("--dpr", options.pixelRatio, "device pixels in a unit, for PNG and the raster painter")
+        ->capture_default_str();
+    render->add_option("--rotate", options.degrees, "turn the text by degrees, clockwise")
+        ->capture_default_str();
+    render->add_option("--scale", options.scale, "enlarge everything")->capture_default_str();
+    render
+        ->add_option("--painter", options.painter,
+                     "raster or vector; raster for PNG if not given, else vector")
+        ->transform(CLI::CheckedTransformer(painterNames))
+        ->type_name("raster|vector");
+    return render;
+}
+
+CLI::App* addInfo(CLI::App& app, InfoOptions& options) {
+    CLI::App* info = app.add_subcommand("info", "Tell what a font is: an installed family or a font file");
+    info->add_option("FAMILY|FILE", options.familyOrFile, "a family, or a path with a slash or of a file")
+        ->required();
+    addStyle(*info, options.isBold, options.isItalic);
+    info->add_option("--size", options.size, "the font size that the metrics are for")->capture_default_str();
+    info->add_flag("--characters", options.listsCharacters, "list the mapped characters");
+    return info;
+}
+
+CLI::App* addFallback(CLI::App& app, Parsed& parsed) {
+    CLI::App* fallback = app.add_subcommand("fallback", "Tell for each character which face would draw it");
+    addSource(*fallback, parsed);
+    addFont(*fallback, parsed.fallback.font);
+    return fallback;
+}
+
+CLI::App* addDemo(CLI::App& app, Parsed& parsed) {
+    CLI::App* demo = app.add_subcommand("demo", "Draw a specimen: demo.png, demo.svg and demo.pdf");
+    demo->add_option("TEXT", parsed.text, "the text to show");
+    demo->add_option("-o,--output", parsed.demo.folder, "the folder to write to")
+        ->required()
+        ->type_name("FOLDER");
+    return demo;
+}
+
+std::optional<std::string> getIfGiven(const CLI::App& app, const char* option, const std::string& value) {
+    return app.count(option) > 0 ? std::optional<std::string>(value) : std::nullopt;
+}
+
+TextSource getSource(const CLI::App& app, const Parsed& parsed) {
+    return {getIfGiven(app, "TEXT", parsed.text), getIfGiven(app, "--file", parsed.file)};
+}
+
+/// The empty name means the default family to the library; whoever writes it out has made a mistake.
+void checkFamily(const CLI::App& app, const FontRequest& font) {
+    if (app.count("--family") > 0 && font.family.empty()) {
+        throw UsageError("--family is empty");
+    }
+}
+
+/// The sub-commands, each with its options bound to `Parsed`.
+class Parser {
+public:
+    Parser() {
+        _app.require_subcommand(1);
+        _app.set_version_flag("--version", FONTENGINE_VERSION);
+    }
+
+    Command parse(int argc, const char* const* argv) {
+        try {
+            _app.parse(argc, argv);
+        } catch (const CLI::Success& success) {
+            return PrintText{describe(success)};
+        } catch (const CLI::ParseError& error) {
+            throw UsageError(error.what());
+        }
+        return takeCommand();
+    }
+
+private:
+    std::string describe(const CLI::Success& success) const {
+        std::ostringstream text;
+        _app.exit(success, text, text);
+        return text.str();
+    }
+
+    Command takeCommand() {
+        if (_render->parsed()) {
+            return takeRender();
+        }
+        if (_info->parsed()) {
+            return _parsed.info;
+        }
+        if (_fallback->parsed()) {
+            checkFamily(*_fallback, _parsed.fallback.font);
+            _parsed.fallback.source = getSource(*_fallback, _parsed);
+            return _parsed.fallback;
+        }
+        _parsed.demo.text = getIfGiven(*_demo, "TEXT", _parsed.text);
+        return _parsed.demo;
+    }
+
+    Command takeRender() {
+        checkFamily(*_render, _parsed.render.font);
+        _parsed.render.source = getSource(*_render, _parsed);
+        _parsed.render.color = parseColor(_parsed.color);
+        _parsed.render.background = parseColor(_parsed.background);
+        return _parsed.render;
+    }
+
+    CLI::App _app{"Draws text with FontEngine and tells about fonts.", "fontengine"};
+    Parsed _parsed;
+    CLI::App* _render = addRender(_app, _parsed);
+    CLI::App* _info = addInfo(_app, _parsed.info);
+    CLI::App* _fallback = addFallback(_app, _parsed);
+    CLI::App* _demo = addDemo(_app, _parsed);
+};
+
+} // namespace
+
+Command parseCommandLine(int argc, const char* const* argv) {
+    return Parser().parse(argc, argv);
+}
+
+} // namespace Vell::Tool

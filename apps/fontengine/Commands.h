@@ -1,0 +1,59 @@
+#pragma once
+
+#include "Color.h"
+#include "InputText.h"
+#include "TextFont.h"
+#include "TextPaint.h"
+
+#include <iosfwd>
+#include <optional>
+#include <string>
+
+/// What each sub-command does, from options that are read already. They throw ToolError and the exceptions of
+/// the libraries; UsageError for options that contradict each other.
+namespace Vell::Tool {
+
+struct RenderOptions {
+    TextSource source;
+    std::string output;
+    FontRequest font;
+    Color color = black;
+    Color background = white;
+    float pixelRatio = 1.0F;
+    float degrees = 0.0F; ///< clockwise
+    float scale = 1.0F;
+    std::optional<PainterKind> painter; ///< the format decides where nothing is said
+};
+
+struct InfoOptions {
+    std::string familyOrFile;
+    bool isBold = false;
+    bool isItalic = false;
+    float size = 1.0F;
+    bool listsCharacters = false;
+};
+
+struct FallbackOptions {
+    TextSource source;
+    FontRequest font;
+};
+
+struct DemoOptions {
+    std::optional<std::string> text;
+    std::string folder;
+};
+
+/// Writes a picture of a text.
+void render(const RenderOptions& options, std::istream& standardInput);
+
+/// Prints what a font is: one property a line.
+void printInfo(const InfoOptions& options, std::ostream& out);
+
+/// Prints a line for each character: code, character, the face that draws it, and "own", "fallback" or
+/// "missing", separated by tabs. Line ends and tabs, which no face draws, are left out.
+void printFallback(const FallbackOptions& options, std::istream& standardInput, std::ostream& out);
+
+/// Writes a specimen as demo.png, demo.svg and demo.pdf into a folder, which is made if need be.
+void drawDemo(const DemoOptions& options);
+
+} // namespace Vell::Tool

@@ -1,0 +1,60 @@
+#include "Commands.h"
+#include "Errors.h"
+#include "OutputFile.h"
+#include "Page.h"
+#include "Specimen.h"
+
+#include <fmt/format.h>
+
+#include <filesystem>
+#include <utility>
+#include <vector>
+
+namespace Vell::Tool {
+
+namespace {
+
+constexpr const char* defaultText = "The quick brown fox jumps over the lazy dog";
+
+constexpr const char* fileNames[] = {"demo.png", "demo.svg", "demo.pdf"};
+
+std::string chooseText(const DemoOptions& options) {
+    const std::string text = options.text.value_or("");
+    const bool isBlank = text.find_first_not_of(" \t\r\n") == std::string::npos;
+    return isBlank ? defaultText : text;
+}
+
+/// The specimen has no tab stops.
+std::string replaceTabs(std::string text) {
+    for (char& c : text) {
+        c = c == '\t' ? ' ' : c;
+    }
+    return text;
+}
+
+void makeFolder(const std::string& folder) {
+    std::error_code error;
+    std::filesystem::create_directories(folder, error);
+    if (error) {
+        throw ToolError(fmt::format("cannot make the folder '{}': {}", folder, error.message()));
+    }
+}
+
+} // namespace
+
+void drawDemo(const DemoOptions& options) {
+    const FactoryPtr factory = FontEngine::FontFactory::create(defaultFamily);
+    const Specimen specimen = composeSpecimen(factory, replaceTabs(chooseText(options)));
+    const auto draw = [&](CairoAdapter::CairoPainter& painter) { drawSpecimen(painter, specimen); };
+    std::vector<std::pair<std::filesystem::path, std::string>> files;
+    for (const char* name : fileNames) {
+        files.emplace_back(std::filesystem::path(options.folder) / name,
+                           makePage(getPageFormat(name), specimen.size, white, draw));
+    }
+    makeFolder(options.folder);
+    for (const auto& [path, bytes] : files) {
+        writeFile(path.string(), bytes);
+    }
+}
+
+} // namespace Vell::Tool

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <FontLoaders/FontLoaders.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace Vell::Tool {
+
+/// Serves one font file, under any family name, in the one style that the file has. Ranges have no families.
+class FileFontLoader : public FontLoaders::FontLoader {
+public:
+    /// Reads the file; of a collection, the first face counts. Throws ToolError when it cannot be read or is
+    /// no font.
+    explicit FileFontLoader(const std::string& path);
+
+    std::shared_ptr<const std::vector<unsigned char>>
+    loadFont(const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& faceInfo) const override;
+    std::shared_ptr<const std::vector<unsigned char>> loadDefaultFont(bool bold, bool italic) const override;
+    std::string getFamilyNameForRange(unsigned int rangeId) const override;
+
+    bool isBold() const { return _isBold; }
+    bool isItalic() const { return _isItalic; }
+
+private:
+    std::shared_ptr<const std::vector<unsigned char>> _bytes;
+    bool _isBold = false;
+    bool _isItalic = false;
+};
+
+} // namespace Vell::Tool

@@ -1,0 +1,129 @@
+#include "Commands.h"
+#include "Errors.h"
+#include "FileFontLoader.h"
+#include "NumberLimits.h"
+
+#include <fmt/format.h>
+#include <fmt/ostream.h>
+
+#include <filesystem>
+#include <ostream>
+#include <vector>
+
+namespace Vell::Tool {
+
+namespace {
+
+struct OpenedFont {
+    FactoryPtr factory; // the font refers to it weakly
+    TextFont font;
+};
+
+FontRequest makeRequest(const InfoOptions& options) {
+    return {options.familyOrFile, options.isBold, options.isItalic, options.size, 0.0F};
+}
+
+/// In the file's own style at least: a bold file has no plain face to show.
+OpenedFont openFile(const InfoOptions& options) {
+    const auto loader = makeNNPtr<const FileFontLoader>(options.familyOrFile);
+    const auto factory = FontEngine::FontFactory::create(loader, options.familyOrFile);
+    FontRequest request = makeRequest(options);
+    request.isBold = request.isBold || loader->isBold();
+    request.isItalic = request.isItalic || loader->isItalic();
+    return {factory, makeTextFont(factory, request)};
+}
+
+OpenedFont openFamily(const InfoOptions& options) {
+    const auto factory = FontEngine::FontFactory::create(defaultFamily);
+    return {factory, makeTextFont(factory, makeRequest(options))};
+}
+
+/// A path is a file. A plain word is a family, unless there is a file of that name.
+OpenedFont open(const InfoOptions& options) {
+    std::error_code ignored;
+    const std::string& name = options.familyOrFile;
+    const bool isPath = name.find('/') != std::string::npos;
+    return isPath || std::filesystem::exists(name, ignored) ? openFile(options) : openFamily(options);
+}
+
+struct CodeRange {
+    unsigned int first;
+    unsigned int last;
+};
+
+std::vector<CodeRange> findMappedRanges(const Gfx::CharMap& map) {
+    constexpr unsigned int endOfUnicode = 0x110000;
+    std::vector<CodeRange> ranges;
+    for (unsigned int code = 0; code < endOfUnicode; ++code) {
+        if (map[code].glyphIndex == 0) {
+            continue;
+        }
+        if (!ranges.empty() && ranges.back().last + 1 == code) {
+            ranges.back().last = code;
+        } else {
+            ranges.push_back({code, code});
+        }
+    }
+    return ranges;
+}
+
+void printLine(std::ostream& out, const char* name, const std::string& value) {
+    fmt::print(out, "{:<19}{}\n", fmt::format("{}:", name), value);
+}
+
+void printFace(const FontEngine::FontFace& face, std::ostream& out) {
+    const FT_FaceRec& record = *face.getHandle();
+    const auto yesOrNo = [](bool value) { return value ? "yes" : "no"; };
+    printLine(out, "family", getFamilyName(face));
+    printLine(out, "style", getStyleName(face));
+    printLine(out, "synthesised", describeSynthesis(face.getTransform()));
+    printLine(out, "symbol font", yesOrNo(FontLoaders::isSymbolicFont(getFamilyName(face))));
+    printLine(out, "outlines", yesOrNo(FT_IS_SCALABLE(&record)));
+    printLine(out, "faces in the file", fmt::format("{}", record.num_faces));
+    printLine(out, "glyphs", fmt::format("{}", record.num_glyphs));
+    printLine(out, "units per em", fmt::format("{}", record.units_per_EM));
+}
+
+void printMetrics(const FontEngine::Font& font, std::ostream& out) {
+    const struct {
+        const char* name;
+        float value;
+    } lengths[] = {
+        {"size", font.getFontSize()},
+        {"height", font.getHeight()},
+        {"ascent", font.getAscent()},
+        {"descent", font.getDescent()},
+        {"leading", font.getLeading()},
+        {"cap height", font.getCapHeight()},
+        {"strike-out", font.getStrikeOutPosition()},
+    };
+    for (const auto& length : lengths) {
+        printLine(out, length.name, fmt::format("{:.6g}", length.value));
+    }
+}
+
+void printCharacters(const Gfx::CharMap& map, bool listsThem, std::ostream& out) {
+    const std::vector<CodeRange> ranges = findMappedRanges(map);
+    printLine(out, "mapped characters", fmt::format("{} in {} ranges", map.size(), ranges.size()));
+    if (!listsThem) {
+        return;
+    }
+    for (const CodeRange& range : ranges) {
+        const std::string first = fmt::format("U+{:04X}", range.first);
+        fmt::print(out, "  {}\n",
+                   range.first == range.last ? first : fmt::format("{}..U+{:04X}", first, range.last));
+    }
+}
+
+} // namespace
+
+void printInfo(const InfoOptions& options, std::ostream& out) {
+    checkLimits(sizeLimits, options.size);
+    const OpenedFont opened = open(options);
+    const FontEngine::Font& font = *opened.font.font;
+    printFace(*font.getFace(), out);
+    printMetrics(font, out);
+    printCharacters(font.getFace()->getBasicMetrics().getCharMap(), options.listsCharacters, out);
+}
+
+} // namespace Vell::Tool

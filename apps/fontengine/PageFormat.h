@@ -1,0 +1,29 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace Vell::Tool {
+
+enum class PageFormat { Png, Svg, Pdf };
+
+/// The format that a file name ends in, whatever the case. Throws UsageError for any other ending.
+PageFormat getPageFormat(std::string_view path);
+
+/// Whether the format holds shapes rather than pixels.
+bool isVectorFormat(PageFormat format);
+
+/// A page in logical units: CSS pixels in SVG, points in PDF, `pixelRatio` pixels in PNG.
+struct PageSize {
+    float width;
+    float height;
+    float pixelRatio;
+};
+
+/// The side of a picture in pixels: PNG only.
+int getPixelCount(float length, float pixelRatio);
+
+/// Throws ToolError when the format cannot hold a page that large.
+void checkPageSize(PageFormat format, const PageSize& size);
+
+} // namespace Vell::Tool

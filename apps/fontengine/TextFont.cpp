@@ -1,0 +1,67 @@
+#include "TextFont.h"
+
+#include "Errors.h"
+
+#include <fmt/format.h>
+
+namespace Vell::Tool {
+
+namespace {
+
+using FontEngine::Font;
+using FaceInfoPtr = CheckedPtrImpl<const Gfx::FontFaceInfo, false>;
+using FontInfoPtr = CheckedPtrImpl<const Gfx::FontInfo, false>;
+
+std::string orUnnamed(const char* name) {
+    return name != nullptr && *name != '\0' ? name : "unnamed";
+}
+
+} // namespace
+
+TextFont makeTextFont(const FactoryPtr& factory, const FontRequest& request) {
+    const FaceInfoPtr faceInfo =
+        makeNNPtr<const FontEngine::Internal::FontFaceInfo>(request.family, request.isBold, request.isItalic);
+    if (!factory->getFaceData(faceInfo)) {
+        throw ToolError(fmt::format("the font family '{}' is not installed", request.family));
+    }
+    const FontInfoPtr fontInfo = makeNNPtr<const FontEngine::Internal::FontInfo>(
+        faceInfo, request.size, Gfx::TextPositionType::Normal);
+    return {std::make_shared<const Font>(factory->getFont(fontInfo)),
+            makeNNPtr<const FontEngine::Internal::ExtFontInfo>(fontInfo, request.letterSpacing)};
+}
+
+bool hasGlyph(const TextFont& font, unsigned int codePoint) {
+    return font.font->getFace()->getBasicMetrics().getCharMap()[codePoint].glyphIndex != 0;
+}
+
+TextFont chooseFont(const TextFont& font, unsigned int codePoint) {
+    if (hasGlyph(font, codePoint)) {
+        return font;
+    }
+    const auto fallback =
+        font.font->getFontFactory().getDefaultFontForSymbol(codePoint, font.setting->getFontInfo());
+    if (!fallback) {
+        return font;
+    }
+    return {fallback, makeNNPtr<const FontEngine::Internal::ExtFontInfo>(fallback->getFontInfo(),
+                                                                         font.setting->getLetterSpacing())};
+}
+
+std::string getFamilyName(const FontEngine::FontFace& face) {
+    return orUnnamed(face.getHandle()->family_name);
+}
+
+std::string getStyleName(const FontEngine::FontFace& face) {
+    return orUnnamed(face.getHandle()->style_name);
+}
+
+std::string describeSynthesis(FontEngine::GlyphTransform transform) {
+    const bool isEmboldened = FontEngine::isEmboldened(transform);
+    const bool isSlanted = FontEngine::isSlanted(transform);
+    if (isEmboldened && isSlanted) {
+        return "bold, slant";
+    }
+    return isEmboldened ? "bold" : isSlanted ? "slant" : "nothing";
+}
+
+} // namespace Vell::Tool

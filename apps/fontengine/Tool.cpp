@@ -1,0 +1,62 @@
+#include "Tool.h"
+
+#include "CommandLine.h"
+#include "Errors.h"
+
+#include <new>
+#include <ostream>
+#include <string>
+
+namespace Vell::Tool {
+
+namespace {
+
+/// Does the work of each kind of command.
+struct Runner {
+    std::istream& in;
+    std::ostream& out;
+
+    void operator()(const PrintText& print) const { out << print.text; }
+    void operator()(const RenderOptions& options) const { render(options, in); }
+    void operator()(const InfoOptions& options) const { printInfo(options, out); }
+    void operator()(const FallbackOptions& options) const { printFallback(options, in, out); }
+    void operator()(const DemoOptions& options) const { drawDemo(options); }
+};
+
+void flush(std::ostream& out) {
+    if (!out.flush()) {
+        throw ToolError("cannot write to standard output");
+    }
+}
+
+/// Names from the command line may hold line ends; the report is one line all the same.
+std::string makeOneLine(std::string text) {
+    for (char& c : text) {
+        const bool isControl = (c >= 0 && c < ' ') || c == 0x7F;
+        c = isControl ? ' ' : c;
+    }
+    return text.substr(0, text.find_last_not_of(' ') + 1);
+}
+
+int report(std::ostream& err, const std::string& message, int status) {
+    err << "fontengine: " << makeOneLine(message) << '\n';
+    return status;
+}
+
+} // namespace
+
+int runTool(int argc, const char* const* argv, std::istream& in, std::ostream& out, std::ostream& err) {
+    try {
+        std::visit(Runner{in, out}, parseCommandLine(argc, argv));
+        flush(out);
+        return succeeded;
+    } catch (const UsageError& error) {
+        return report(err, error.what(), wrongUse);
+    } catch (const std::bad_alloc&) {
+        return report(err, "out of memory", failed);
+    } catch (const std::exception& error) {
+        return report(err, error.what(), failed);
+    }
+}
+
+} // namespace Vell::Tool

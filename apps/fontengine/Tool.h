@@ -1,0 +1,16 @@
+#pragma once
+
+#include <iosfwd>
+
+namespace Vell::Tool {
+
+/// Exit statuses.
+constexpr int succeeded = 0;
+constexpr int failed = 1;
+constexpr int wrongUse = 2;
+
+/// Runs the command line, `argv[0]` included, and returns the exit status. Whatever goes wrong is told in one
+/// line on `err`.
+int runTool(int argc, const char* const* argv, std::istream& in, std::ostream& out, std::ostream& err);
+
+} // namespace Vell::Tool
