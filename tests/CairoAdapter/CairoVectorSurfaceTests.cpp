@@ -63,6 +63,35 @@ TEST(CairoVectorSurface, SvgTakesGlyphBitmapsAndSurvivesTransformsThatDrawNothin
     EXPECT_THAT(svg, HasSubstr("</svg>"));
 }
 
+TEST(CairoVectorSurface, SvgKeepsCoverageAtItsPlaceInItsColor) {
+    const std::string svg = makeSvg([](CairoPainter& painter) {
+        CairoGlyphPainter glyphPainter(painter, {255, 0, 0, 128});
+        glyphPainter.drawGlyph(Bitmap(FT_PIXEL_MODE_GRAY, 2, 1, 2, {100, 255}).image, {30, 10});
+    });
+    EXPECT_THAT(svg, HasSubstr("<use xlink:href=\"#image"));
+    EXPECT_THAT(svg, HasSubstr("transform=\"matrix(1,0,0,1,30,10)\""));
+    EXPECT_THAT(svg, Not(HasSubstr("<mask")));
+}
+
+TEST(CairoVectorSurface, RecordingsShowCoverageAsPicturesDo) {
+    const auto draw = [](cairo_surface_t* surface) {
+        CairoPainter painter(surface);
+        CairoGlyphPainter glyphPainter(painter, {250, 100, 0, 128});
+        glyphPainter.drawGlyph(Bitmap(FT_PIXEL_MODE_GRAY, 3, 1, 3, {0, 100, 255}).image, {2, 1});
+    };
+    const Canvas direct(8, 4);
+    draw(direct.surface.get());
+    const SurfacePtr recording =
+        adoptSurface(cairo_recording_surface_create(CAIRO_CONTENT_COLOR_ALPHA, nullptr));
+    draw(recording.get());
+    const Canvas replayed(8, 4);
+    const ContextPtr context = makeContext(replayed.surface.get());
+    cairo_set_source_surface(context.get(), recording.get(), 0, 0);
+    cairo_paint(context.get());
+    EXPECT_EQ(replayed.getPixels(), direct.getPixels());
+    EXPECT_EQ(direct.getAlpha(4, 1), 128U);
+}
+
 TEST(CairoVectorSurface, PdfTakesPathsAndGlyphBitmaps) {
     std::string text;
     const SurfacePtr surface = adoptSurface(cairo_pdf_surface_create_for_stream(append, &text, 100, 50));

@@ -1,5 +1,6 @@
 #include <CairoAdapter/Private/GlyphSurface.h>
 
+#include <CairoAdapter/Private/ContextState.h>
 #include <CairoAdapter/Public/CairoAdapterException.h>
 
 #include <ft2build.h>
@@ -111,6 +112,17 @@ GlyphSurface makeGlyphSurface(const FontEngine::BitmapGlyphImage& image) {
         layout.readRow(topRow + row * image.pitch, image.width, pixels + row * stride);
     }
     cairo_surface_mark_dirty(result.surface.get());
+    return result;
+}
+
+GlyphSurface makeColoredSurface(const GlyphSurface& coverage, const cinder::ColorAT<unsigned char>& color) {
+    cairo_surface_t* const mask = coverage.surface.get();
+    GlyphSurface result{
+        makeImageSurface(cairo_image_surface_get_width(mask), cairo_image_surface_get_height(mask)), false};
+    const ContextPtr context = makeContext(result.surface.get());
+    setSource(context.get(), color);
+    cairo_mask_surface(context.get(), mask, 0.0, 0.0);
+    throwIfFailed(cairo_status(context.get()));
     return result;
 }
 

@@ -2,6 +2,7 @@
 
 #include <CairoAdapter/Public/CairoHandles.h>
 #include <FontEngine/FE_BitmapGlyphImage.h>
+#include <cinder/Color.h>
 
 namespace Vell::CairoAdapter::Internal {
 
@@ -15,5 +16,8 @@ struct GlyphSurface {
 /// columns and a buffer. Throws CairoAdapterException for unknown pixel modes, pitches that are too short,
 /// and sizes that cairo refuses.
 GlyphSurface makeGlyphSurface(const FontEngine::BitmapGlyphImage& image);
+
+/// Coverage with its colour filled in.
+GlyphSurface makeColoredSurface(const GlyphSurface& coverage, const cinder::ColorAT<unsigned char>& color);
 
 } // namespace Vell::CairoAdapter::Internal

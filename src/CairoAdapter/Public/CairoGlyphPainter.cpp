@@ -18,6 +18,13 @@ PatternPtr makePattern(const Internal::GlyphSurface& glyph, cairo_filter_t filte
     return pattern;
 }
 
+/// cairo's SVG documents (of version 1.16) forget where a mask lies and show it in their corner; images keep
+/// their place. A recording may be replayed into one.
+bool misplacesMasks(cairo_t* context) {
+    const cairo_surface_type_t type = cairo_surface_get_type(cairo_get_target(context));
+    return type == CAIRO_SURFACE_TYPE_SVG || type == CAIRO_SURFACE_TYPE_RECORDING;
+}
+
 void blend(cairo_t* context, const Internal::GlyphSurface& glyph, cairo_pattern_t* pattern,
            const cinder::ColorAT<unsigned char>& color) {
     if (glyph.isCoverage) {
@@ -48,10 +55,13 @@ void CairoGlyphPainter::drawGlyph(const FontEngine::BitmapGlyphImage& image,
     if (image.rows == 0 || image.width == 0 || image.buffer == nullptr) {
         return;
     }
-    const Internal::GlyphSurface glyph = Internal::makeGlyphSurface(image);
+    Internal::GlyphSurface glyph = Internal::makeGlyphSurface(image);
     const cairo_matrix_t matrix =
         Internal::placeGlyph(position, _devicePixelRatio, _painter.getDeviceTransform());
     cairo_t* context = _painter.getContext();
+    if (glyph.isCoverage && misplacesMasks(context)) {
+        glyph = Internal::makeColoredSurface(glyph, _color);
+    }
     if (Internal::isVisible(context, matrix, image.width, image.rows)) {
         const PatternPtr pattern =
             makePattern(glyph, Internal::chooseFilter(context, matrix, image.width, image.rows));
