@@ -14,7 +14,7 @@ namespace Vell::Tool {
 
 namespace {
 
-constexpr const char* defaultText = "The quick brown fox jumps over the lazy dog";
+constexpr const char* defaultText = "Sphinx of black quartz, judge my vow";
 
 constexpr const char* fileNames[] = {"demo.png", "demo.svg", "demo.pdf"};
 

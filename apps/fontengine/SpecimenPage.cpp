@@ -55,7 +55,9 @@ void SpecimenPage::addLine(const TextFont& font, const std::string& text, const 
 }
 
 void SpecimenPage::addTitle(const std::string& title, const std::string& subtitle) {
+    constexpr float between = 4.0F;
     addLine(makeFont({"", true, false, 30.0F, 0.0F}), title, ink);
+    _y += between;
     addLine(makeFont({"", false, false, 13.0F, 0.0F}), subtitle, grey);
 }
 
