@@ -4,7 +4,7 @@
 
 #include <CLI/CLI.hpp>
 
-#include <map>
+#include <fmt/format.h>
 
 namespace Vell::Tool {
 
@@ -15,6 +15,7 @@ struct Parsed {
     RenderOptions render;
     std::string color = "black";
     std::string background = "white";
+    std::string painter;
     std::string text;
     std::string file;
     InfoOptions info;
@@ -22,11 +23,15 @@ struct Parsed {
     DemoOptions demo;
 };
 
-const std::map<std::string, PainterKind> painterNames{{"raster", PainterKind::Raster},
-                                                      {"vector", PainterKind::Vector}};
+PainterKind parsePainter(const std::string& name) {
+    if (name == "raster" || name == "vector") {
+        return name == "raster" ? PainterKind::Raster : PainterKind::Vector;
+    }
+    throw UsageError(fmt::format("--painter must be raster or vector, not '{}'", name));
+}
 
 void addSource(CLI::App& app, Parsed& parsed) {
-    app.add_option("TEXT", parsed.text, "the text; '-' reads standard input");
+    app.add_option("TEXT", parsed.text, "the text; '-' reads standard input")->type_name("");
     app.add_option("--file", parsed.file, "read the text from this file")->type_name("FILE");
 }
 
@@ -61,10 +66,7 @@ CLI::App* addRender(CLI::App& app, Parsed& parsed) {
     render->add_option("--rotate", options.degrees, "turn the text by degrees, clockwise")
         ->capture_default_str();
     render->add_option("--scale", options.scale, "enlarge everything")->capture_default_str();
-    render
-        ->add_option("--painter", options.painter,
-                     "raster or vector; raster for PNG if not given, else vector")
-        ->transform(CLI::CheckedTransformer(painterNames))
+    render->add_option("--painter", parsed.painter, "raster for PNG, vector for the others if not given")
         ->type_name("raster|vector");
     return render;
 }
@@ -72,6 +74,7 @@ CLI::App* addRender(CLI::App& app, Parsed& parsed) {
 CLI::App* addInfo(CLI::App& app, InfoOptions& options) {
     CLI::App* info = app.add_subcommand("info", "Tell what a font is: an installed family or a font file");
     info->add_option("FAMILY|FILE", options.familyOrFile, "a family, or a path with a slash or of a file")
+        ->type_name("")
         ->required();
     addStyle(*info, options.isBold, options.isItalic);
     info->add_option("--size", options.size, "the font size that the metrics are for")->capture_default_str();
@@ -88,7 +91,7 @@ CLI::App* addFallback(CLI::App& app, Parsed& parsed) {
 
 CLI::App* addDemo(CLI::App& app, Parsed& parsed) {
     CLI::App* demo = app.add_subcommand("demo", "Draw a specimen: demo.png, demo.svg and demo.pdf");
-    demo->add_option("TEXT", parsed.text, "the text to show");
+    demo->add_option("TEXT", parsed.text, "the text to show")->type_name("");
     demo->add_option("-o,--output", parsed.demo.folder, "the folder to write to")
         ->required()
         ->type_name("FOLDER");
@@ -157,6 +160,9 @@ private:
         _parsed.render.source = getSource(*_render, _parsed);
         _parsed.render.color = parseColor(_parsed.color);
         _parsed.render.background = parseColor(_parsed.background);
+        if (_render->count("--painter") > 0) {
+            _parsed.render.painter = parsePainter(_parsed.painter);
+        }
         return _parsed.render;
     }
 

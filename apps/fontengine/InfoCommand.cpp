@@ -6,6 +6,7 @@
 #include <fmt/format.h>
 #include <fmt/ostream.h>
 
+#include <cmath>
 #include <filesystem>
 #include <ostream>
 #include <vector>
@@ -35,7 +36,12 @@ OpenedFont openFile(const InfoOptions& options) {
 
 OpenedFont openFamily(const InfoOptions& options) {
     const auto factory = FontEngine::FontFactory::create(defaultFamily);
-    return {factory, makeTextFont(factory, makeRequest(options))};
+    const FontRequest request = makeRequest(options);
+    if (!isInstalled(factory, request)) {
+        throw ToolError(
+            fmt::format("'{}' is neither an installed font family nor a file", options.familyOrFile));
+    }
+    return {factory, makeTextFont(factory, request)};
 }
 
 /// A path is a file. A plain word is a family, unless there is a file of that name.
@@ -84,6 +90,12 @@ void printFace(const FontEngine::FontFace& face, std::ostream& out) {
     printLine(out, "units per em", fmt::format("{}", record.units_per_EM));
 }
 
+/// Without the noise of single precision, in which differences of metrics are seldom exactly 0.
+std::string printLength(float length) {
+    constexpr double precision = 1e5;
+    return fmt::format("{:.7g}", std::round(static_cast<double>(length) * precision) / precision + 0.0);
+}
+
 void printMetrics(const FontEngine::Font& font, std::ostream& out) {
     const struct {
         const char* name;
@@ -98,7 +110,7 @@ void printMetrics(const FontEngine::Font& font, std::ostream& out) {
         {"strike-out", font.getStrikeOutPosition()},
     };
     for (const auto& length : lengths) {
-        printLine(out, length.name, fmt::format("{:.6g}", length.value));
+        printLine(out, length.name, printLength(length.value));
     }
 }
 
@@ -119,6 +131,9 @@ void printCharacters(const Gfx::CharMap& map, bool listsThem, std::ostream& out)
 
 void printInfo(const InfoOptions& options, std::ostream& out) {
     checkLimits(sizeLimits, options.size);
+    if (options.familyOrFile.empty()) {
+        throw UsageError("the name of the font is empty");
+    }
     const OpenedFont opened = open(options);
     const FontEngine::Font& font = *opened.font.font;
     printFace(*font.getFace(), out);

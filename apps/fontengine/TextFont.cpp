@@ -16,16 +16,23 @@ std::string orUnnamed(const char* name) {
     return name != nullptr && *name != '\0' ? name : "unnamed";
 }
 
+FaceInfoPtr makeFaceInfo(const FontRequest& request) {
+    return makeNNPtr<const FontEngine::Internal::FontFaceInfo>(request.family, request.isBold,
+                                                               request.isItalic);
+}
+
 } // namespace
 
+bool isInstalled(const FactoryPtr& factory, const FontRequest& request) {
+    return factory->getFaceData(makeFaceInfo(request)) != nullptr;
+}
+
 TextFont makeTextFont(const FactoryPtr& factory, const FontRequest& request) {
-    const FaceInfoPtr faceInfo =
-        makeNNPtr<const FontEngine::Internal::FontFaceInfo>(request.family, request.isBold, request.isItalic);
-    if (!factory->getFaceData(faceInfo)) {
+    if (!isInstalled(factory, request)) {
         throw ToolError(fmt::format("the font family '{}' is not installed", request.family));
     }
     const FontInfoPtr fontInfo = makeNNPtr<const FontEngine::Internal::FontInfo>(
-        faceInfo, request.size, Gfx::TextPositionType::Normal);
+        makeFaceInfo(request), request.size, Gfx::TextPositionType::Normal);
     return {std::make_shared<const Font>(factory->getFont(fontInfo)),
             makeNNPtr<const FontEngine::Internal::ExtFontInfo>(fontInfo, request.letterSpacing)};
 }

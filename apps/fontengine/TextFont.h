@@ -27,6 +27,9 @@ struct TextFont {
     CheckedPtrImpl<const Gfx::ExtFontInfo, false> setting;
 };
 
+/// Whether the family has a font in any style; the empty one has.
+bool isInstalled(const FactoryPtr& factory, const FontRequest& request);
+
 /// The installed font for a request, its missing styles synthesised. Throws ToolError when the family is not
 /// installed: another font would surprise whoever named it.
 TextFont makeTextFont(const FactoryPtr& factory, const FontRequest& request);
