@@ -1,0 +1,41 @@
+#include "Color.h"
+
+#include "Errors.h"
+
+#include <gtest/gtest.h>
+
+namespace Vell::Tool {
+
+namespace {
+
+TEST(ToolColor, ReadsShortAndLongHexadecimalColors) {
+    EXPECT_EQ(parseColor("#1aF"), Color(0x11, 0xAA, 0xFF, 255));
+    EXPECT_EQ(parseColor("#1aF8"), Color(0x11, 0xAA, 0xFF, 0x88));
+    EXPECT_EQ(parseColor("#0102fE"), Color(1, 2, 254, 255));
+    EXPECT_EQ(parseColor("#0102fE00"), Color(1, 2, 254, 0));
+}
+
+TEST(ToolColor, KnowsNamesWhateverTheirCase) {
+    EXPECT_EQ(parseColor("navy"), Color(0, 0, 128, 255));
+    EXPECT_EQ(parseColor("White"), white);
+    EXPECT_EQ(parseColor("BLACK"), black);
+    EXPECT_EQ(parseColor("transparent").a, 0);
+}
+
+TEST(ToolColor, RefusesEverythingElseByName) {
+    for (const char* text :
+         {"", "#", "#1", "#12", "#12345", "#1234567", "#123456789", "#12g", "#-12", "nay", "12 34"}) {
+        EXPECT_THROW(parseColor(text), UsageError) << text;
+    }
+    try {
+        parseColor("blu");
+        FAIL();
+    } catch (const UsageError& error) {
+        EXPECT_STREQ("'blu' is no colour: give #rgb, #rrggbb, #rrggbbaa or a name such as navy",
+                     error.what());
+    }
+}
+
+} // namespace
+
+} // namespace Vell::Tool

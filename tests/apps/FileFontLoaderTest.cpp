@@ -1,0 +1,55 @@
+#include "FileFontLoader.h"
+
+#include "Errors.h"
+#include "TemporaryFolder.h"
+
+#include "support/Descriptions.h"
+#include "support/FontBuilder.h"
+
+#include <gtest/gtest.h>
+
+namespace Vell::Tool {
+
+namespace {
+
+using Testing::TemporaryFolder;
+using Vell::Testing::Bytes;
+using Vell::Testing::FontBuilder;
+using Vell::Testing::makeFaceInfo;
+
+void writeFont(const std::string& path, const FontBuilder& font) {
+    const Bytes bytes = font.build();
+    Testing::writeBytes(path, std::string(bytes.begin(), bytes.end()));
+}
+
+TEST(ToolFileFontLoader, ServesTheFileInItsOwnStyleOnly) {
+    const TemporaryFolder folder;
+    writeFont(folder.getPath("f.ttf"), FontBuilder("Test Sans").setStyle(true, false));
+    const FileFontLoader loader(folder.getPath("f.ttf"));
+    EXPECT_TRUE(loader.isBold());
+    EXPECT_FALSE(loader.isItalic());
+    EXPECT_NE(loader.loadFont(makeFaceInfo("whatever", true, false)), nullptr);
+    EXPECT_EQ(loader.loadFont(makeFaceInfo("whatever", false, false)), nullptr);
+    EXPECT_EQ(loader.loadFont(makeFaceInfo("whatever", true, true)), nullptr);
+    EXPECT_EQ(loader.loadDefaultFont(true, false), loader.loadFont(makeFaceInfo("", true, false)));
+    EXPECT_EQ(loader.getFamilyNameForRange(1), "");
+}
+
+TEST(ToolFileFontLoader, TellsWhatIsWrongWithAFile) {
+    const TemporaryFolder folder;
+    Testing::writeBytes(folder.getPath("text"), "no font");
+    Testing::writeBytes(folder.getPath("empty"), "");
+    for (const char* name : {"none", "text", "empty", "."}) {
+        try {
+            const FileFontLoader loader(folder.getPath(name));
+            FAIL() << name;
+        } catch (const ToolError& error) {
+            EXPECT_NE(std::string(error.what()).find(folder.getPath(name)), std::string::npos)
+                << error.what();
+        }
+    }
+}
+
+} // namespace
+
+} // namespace Vell::Tool

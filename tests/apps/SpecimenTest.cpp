@@ -1,0 +1,120 @@
+#include "Specimen.h"
+
+#include "Canvas.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+
+namespace Vell::Tool {
+
+namespace {
+
+Specimen compose(const FactoryPtr& factory, const std::string& text) {
+    return composeSpecimen(factory, text);
+}
+
+FactoryPtr makeFactory() {
+    return FontEngine::FontFactory::create(defaultFamily);
+}
+
+/// What a line of the specimen draws, on the page.
+Box measure(const PlacedText& placed) {
+    const TextBlock block{{{{{placed.text, 0.0F}}, 0.0F, 0.0F}}, 0.0F, 0.0F, 0.0F};
+    TextPaint paint = placed.paint;
+    paint.kind = PainterKind::Vector;
+    const Box ink = measureInk(block, placed.font, paint, {1.0F, placed.degrees});
+    return {ink.left + placed.start.x, ink.top + placed.start.y, ink.right + placed.start.x,
+            ink.bottom + placed.start.y};
+}
+
+bool areOverlapping(const Box& a, const Box& b) {
+    constexpr float slack = 1.5F; // ink is measured in whole units
+    return a.left + slack < b.right && b.left + slack < a.right && a.top + slack < b.bottom &&
+           b.top + slack < a.bottom;
+}
+
+std::vector<Box> measureAll(const Specimen& specimen) {
+    std::vector<Box> boxes;
+    for (const PlacedText& placed : specimen.texts) {
+        boxes.push_back(measure(placed));
+    }
+    return boxes;
+}
+
+/// Lines that follow each other in one style may touch: descenders and ascenders share the leading.
+bool belongTogether(const PlacedText& a, const PlacedText& b) {
+    return a.font.font->getFace() == b.font.font->getFace() && a.start.x == b.start.x &&
+           a.degrees == b.degrees;
+}
+
+void expectTidy(const Specimen& specimen) {
+    const std::vector<Box> boxes = measureAll(specimen);
+    for (std::size_t i = 0; i < boxes.size(); ++i) {
+        EXPECT_GE(boxes[i].left, 30.0F) << specimen.texts[i].text;
+        EXPECT_LE(boxes[i].right, specimen.size.width - 30.0F) << specimen.texts[i].text;
+        EXPECT_GE(boxes[i].top, 30.0F) << specimen.texts[i].text;
+        EXPECT_LE(boxes[i].bottom, specimen.size.height - 30.0F) << specimen.texts[i].text;
+        for (std::size_t k = 0; k < i; ++k) {
+            EXPECT_TRUE(belongTogether(specimen.texts[i], specimen.texts[k]) ||
+                        !areOverlapping(boxes[i], boxes[k]))
+                << specimen.texts[i].text << " over " << specimen.texts[k].text;
+        }
+    }
+}
+
+TEST(ToolSpecimen, NeitherClipsNorOverlaps) {
+    const FactoryPtr factory = makeFactory();
+    expectTidy(compose(factory, "Sphinx of black quartz, judge my vow"));
+}
+
+TEST(ToolSpecimen, StaysTidyWithLongTextsAndTextsWithoutSpaces) {
+    const FactoryPtr factory = makeFactory();
+    std::string words;
+    for (int i = 0; i < 12; ++i) {
+        words += "gypsy ÅÉ 中文 ";
+    }
+    expectTidy(compose(factory, words));
+    expectTidy(compose(factory, std::string(150, 'W')));
+    expectTidy(compose(factory, "one\ntwo\n\nthree"));
+}
+
+TEST(ToolSpecimen, ShowsEveryLineRasterBesideVector) {
+    const FactoryPtr factory = makeFactory();
+    const Specimen specimen = compose(factory, "Pair");
+    const auto isText = [](const PlacedText& placed) { return placed.text == "Pair"; };
+    const auto count = [&](PainterKind kind) {
+        return std::count_if(specimen.texts.begin(), specimen.texts.end(), [&](const PlacedText& placed) {
+            return isText(placed) && placed.paint.kind == kind;
+        });
+    };
+    // Four styles, five sizes, three spacings, a rotation; by the raster painter twice two ratios as well.
+    EXPECT_EQ(count(PainterKind::Vector), 13);
+    EXPECT_EQ(count(PainterKind::Raster), 17);
+    for (const float ratio : {1.0F, 2.0F}) {
+        EXPECT_TRUE(std::any_of(specimen.texts.begin(), specimen.texts.end(), [&](const PlacedText& placed) {
+            return isText(placed) && placed.paint.kind == PainterKind::Raster &&
+                   placed.paint.pixelRatio == ratio;
+        }));
+    }
+}
+
+TEST(ToolSpecimen, ShowsOtherScriptsInFontsThatLackThem) {
+    const FactoryPtr factory = makeFactory();
+    const Specimen specimen = compose(factory, "x");
+    for (const auto& [name, sample] : {std::pair{"Greek ", 0x03B1U}, std::pair{"Cyrillic ", 0x0436U},
+                                       std::pair{"CJK ", 0x5929U}, std::pair{"Symbols ", 0x2602U}}) {
+        const auto found =
+            std::find_if(specimen.texts.begin(), specimen.texts.end(), [&](const PlacedText& placed) {
+                return placed.text.rfind(name, 0) == 0 && placed.font.font->getFontSize() == 20.0F;
+            });
+        ASSERT_NE(found, specimen.texts.end()) << name;
+        EXPECT_FALSE(hasGlyph(found->font, sample)) << name;
+        EXPECT_TRUE(hasGlyph(chooseFont(found->font, sample), sample)) << name;
+    }
+}
+
+} // namespace
+
+} // namespace Vell::Tool

@@ -1,0 +1,47 @@
+#include "WrapText.h"
+
+#include "ToolFonts.h"
+
+#include <gmock/gmock.h>
+
+namespace Vell::Tool {
+
+namespace {
+
+using ::testing::ElementsAre;
+using Testing::makeTestFactory;
+using Testing::makeTestFont;
+
+TEST(ToolWrapText, BreaksAtSpacesAndDropsThem) {
+    const FactoryPtr factory = makeTestFactory();
+    const TextFont font = makeTestFont(factory); // 'A' is 6 wide, the space 2.5
+    EXPECT_THAT(wrapText(font, "AA AA AA", 27.0F), ElementsAre("AA AA", "AA"));
+    EXPECT_THAT(wrapText(font, "AA AA AA", 26.5F), ElementsAre("AA AA", "AA"));
+    EXPECT_THAT(wrapText(font, "AA AA AA", 26.4F), ElementsAre("AA", "AA", "AA"));
+    EXPECT_THAT(wrapText(font, "AA   AA", 20.0F), ElementsAre("AA", "AA"));
+}
+
+TEST(ToolWrapText, BreaksWordsThatAreTooLongForALine) {
+    const FactoryPtr factory = makeTestFactory();
+    const TextFont font = makeTestFont(factory);
+    EXPECT_THAT(wrapText(font, "AAAAA", 12.0F), ElementsAre("AA", "AA", "A"));
+    EXPECT_THAT(wrapText(font, "ααα", 10.0F), ElementsAre("α", "α", "α"));
+}
+
+TEST(ToolWrapText, GivesEveryLineACharacterHoweverNarrow) {
+    const FactoryPtr factory = makeTestFactory();
+    const TextFont font = makeTestFont(factory);
+    EXPECT_THAT(wrapText(font, "Aα", 1.0F), ElementsAre("A", "α"));
+    EXPECT_THAT(wrapText(font, "A A", -1.0F), ElementsAre("A", "A"));
+}
+
+TEST(ToolWrapText, KeepsLineEndsAndEmptyLines) {
+    const FactoryPtr factory = makeTestFactory();
+    const TextFont font = makeTestFont(factory);
+    EXPECT_THAT(wrapText(font, "A\n\nA", 100.0F), ElementsAre("A", "", "A"));
+    EXPECT_THAT(wrapText(font, "", 100.0F), ElementsAre(""));
+}
+
+} // namespace
+
+} // namespace Vell::Tool
