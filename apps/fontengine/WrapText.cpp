@@ -29,14 +29,19 @@ std::size_t findBreak(std::string_view text, std::size_t fitting) {
     return hasWord ? space : fitting;
 }
 
+std::string_view trimEnd(std::string_view text) {
+    return text.substr(0, text.find_last_not_of(' ') + 1);
+}
+
 void wrapLine(const TextFont& font, std::string_view text, float width, std::vector<std::string>& lines) {
     for (;;) {
         const std::size_t end = findBreak(text, countFittingBytes(font, text, width));
-        lines.emplace_back(text.substr(0, end));
         const std::size_t next = text.find_first_not_of(' ', end);
         if (next == std::string_view::npos) {
+            lines.emplace_back(text.substr(0, end));
             return;
         }
+        lines.emplace_back(trimEnd(text.substr(0, end)));
         text.remove_prefix(next);
     }
 }
