@@ -105,15 +105,18 @@ TEST(ToolSpecimen, ShowsEveryLineRasterBesideVector) {
 TEST(ToolSpecimen, ShowsOtherScriptsInFontsThatLackThem) {
     const FactoryPtr factory = makeFactory();
     const Specimen specimen = compose(factory, "x");
-    for (const auto& [name, sample] : {std::pair{"Greek ", 0x03B1U}, std::pair{"Cyrillic ", 0x0436U},
-                                       std::pair{"CJK ", 0x5929U}, std::pair{"Symbols ", 0x2602U}}) {
-        const auto found =
-            std::find_if(specimen.texts.begin(), specimen.texts.end(), [&](const PlacedText& placed) {
-                return placed.text.rfind(name, 0) == 0 && placed.font.font->getFontSize() == 20.0F;
-            });
-        ASSERT_NE(found, specimen.texts.end()) << name;
-        EXPECT_FALSE(hasGlyph(found->font, sample)) << name;
-        EXPECT_TRUE(hasGlyph(chooseFont(found->font, sample), sample)) << name;
+    const struct {
+        std::string name;
+        unsigned int sample;
+    } scripts[] = {{"Greek ", 0x03B1}, {"Cyrillic ", 0x0436}, {"CJK ", 0x5929}, {"Symbols ", 0x2602}};
+    for (const auto& script : scripts) {
+        const auto isShown = [&](const PlacedText& placed) {
+            return placed.text.rfind(script.name, 0) == 0 && placed.font.font->getFontSize() == 20.0F;
+        };
+        const auto found = std::find_if(specimen.texts.begin(), specimen.texts.end(), isShown);
+        ASSERT_NE(found, specimen.texts.end()) << script.name;
+        EXPECT_FALSE(hasGlyph(found->font, script.sample)) << script.name;
+        EXPECT_TRUE(hasGlyph(chooseFont(found->font, script.sample), script.sample)) << script.name;
     }
 }
 
