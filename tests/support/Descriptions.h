@@ -12,20 +12,6 @@ using FaceInfoPtr = CheckedPtrImpl<const Gfx::FontFaceInfo, false>;
 using FontInfoPtr = CheckedPtrImpl<const Gfx::FontInfo, false>;
 using ExtFontInfoPtr = CheckedPtrImpl<const Gfx::ExtFontInfo, false>;
 
-/// A font with a letter spacing, as a client of the engine would describe it.
-class SimpleExtFontInfo : public Gfx::ExtFontInfo {
-public:
-    SimpleExtFontInfo(FontInfoPtr fontInfo, float letterSpacing);
-    ~SimpleExtFontInfo() override;
-
-    FontInfoPtr getFontInfo() const override;
-    float getLetterSpacing() const override;
-
-private:
-    FontInfoPtr _fontInfo;
-    float _letterSpacing;
-};
-
 FaceInfoPtr makeFaceInfo(const std::string& name = "Test Sans", bool bold = false, bool italic = false);
 
 FontInfoPtr makeFontInfo(const FaceInfoPtr& faceInfo, float size = 10.0F,

@@ -11,18 +11,6 @@ using namespace Vell;
 
 namespace {
 
-class TextStyle : public Gfx::ExtFontInfo {
-public:
-    explicit TextStyle(CheckedPtrImpl<const Gfx::FontInfo, false> fontInfo)
-        : _fontInfo(std::move(fontInfo)) {}
-
-    CheckedPtrImpl<const Gfx::FontInfo, false> getFontInfo() const override { return _fontInfo; }
-    float getLetterSpacing() const override { return 0.0F; }
-
-private:
-    CheckedPtrImpl<const Gfx::FontInfo, false> _fontInfo;
-};
-
 class InkCounter : public FontEngine::BitmapGlyphPainter {
 public:
     void drawGlyph(const FontEngine::BitmapGlyphImage& image, const cinder::Vec2<float>&) override {
@@ -43,7 +31,8 @@ public:
     void beginPath() override {}
     void moveTo(const cinder::Vec2<float>&) override {}
     void lineTo(const cinder::Vec2<float>&) override {}
-    void cubicTo(const cinder::Vec2<float>&, const cinder::Vec2<float>&, const cinder::Vec2<float>&) override {}
+    void cubicTo(const cinder::Vec2<float>&, const cinder::Vec2<float>&,
+                 const cinder::Vec2<float>&) override {}
     void quadTo(const cinder::Vec2<float>&, const cinder::Vec2<float>&) override {}
     std::shared_ptr<const Gfx::Path> takePath() override { return std::make_shared<NullPath>(); }
     void drawPath(const Gfx::Path&, bool) override { ++paths; }
@@ -64,13 +53,16 @@ int main() {
     try {
         const auto factory = FontEngine::FontFactory::create("DejaVu Sans");
         const auto face = makeNNPtr<const FontEngine::Internal::FontFaceInfo>("DejaVu Sans", true, false);
-        const auto info = makeNNPtr<const FontEngine::Internal::FontInfo>(face, 20.0F, Gfx::TextPositionType::Normal);
+        const auto info =
+            makeNNPtr<const FontEngine::Internal::FontInfo>(face, 20.0F, Gfx::TextPositionType::Normal);
         const FontEngine::Font font = factory->getFont(info);
-        const CheckedPtrImpl<const Gfx::ExtFontInfo, false> style = makeNNPtr<const TextStyle>(info);
+        const CheckedPtrImpl<const Gfx::ExtFontInfo, false> style =
+            makeNNPtr<FontEngine::Internal::ExtFontInfo>(info);
 
         IdentityPainter painter;
         InkCounter counter;
-        FontEngine::RasterTextPainter(painter, counter, false).drawText("Ink_", style, font, {0, 0, 0, 255}, 1.0F);
+        FontEngine::RasterTextPainter(painter, counter, false)
+            .drawText("Ink_", style, font, {0, 0, 0, 255}, 1.0F);
         FontEngine::VectorTextPainter(painter).drawText("Ink_", style, font);
         std::printf("ink %lu, paths %d, width %.2f, gamma %u\n", counter.ink, painter.paths,
                     static_cast<double>(font.getTextWidth("Ink_", style)),
