@@ -11,6 +11,7 @@
 
 #include <fmt/format.h>
 
+#include <cstddef>
 #include <cstdint>
 
 namespace Vell::FontEngine::Internal {
@@ -63,6 +64,15 @@ FT_Fixed getAdvance(const FTFacePtr& face, FT_UInt glyphIndex, const char* failu
     return advance;
 }
 
+/// A charmap may claim four thousand million codes in a few hundred bytes: what is beyond the codes that
+/// there are is refused before the memory goes.
+void throwIfImplausible(std::size_t codeCount) {
+    constexpr std::size_t unicodeCodeCount = 0x110000;
+    if (codeCount > unicodeCodeCount) {
+        throw FreeTypeException(fmt::format("The charmap has more codes than Unicode, {}", unicodeCodeCount));
+    }
+}
+
 /// Emboldening measures the em at the current size: gives the face one.
 void setSmallestSize(const FTFacePtr& face) {
     const int error = FT_Set_Char_Size(face.get(), 0, 0, 0, 0);
@@ -99,9 +109,11 @@ Gfx::CharMap makeCharMap(const FTFacePtr& face, GlyphTransform transform) {
     }
 
     Gfx::CharMap map(Entry(0, toEm(face, defaultAdvance)));
+    std::size_t codeCount = 0;
     FT_UInt glyphIndex = 0;
     FT_ULong charCode = FT_Get_First_Char(face.get(), &glyphIndex);
     while (glyphIndex != 0) {
+        throwIfImplausible(++codeCount);
         const FT_Fixed advance = getAdvance(
             face, glyphIndex, "Error making char to glyph advance cache. FT_Get_Advance() failed.");
         // Glyphs beyond 65,535 share an index with a lower one: no font that is drawn in practice has them.

@@ -30,8 +30,8 @@ namespace Vell::FontEngine::Internal {
 VELL_API void selectFTCharmap(const FontLoaders::FTFacePtr& face, bool isSymbolic, bool isSfnt);
 
 /// Selects the charmap and reads all of it: each code's glyph and advance. The default entry is glyph 0 with
-/// its advance. Glyph indices keep their low 16 bits. Throws FreeTypeException, and BadNumCastError for a
-/// code above 32 bits.
+/// its advance. Glyph indices keep their low 16 bits. Throws FreeTypeException, also for a charmap with more
+/// codes than Unicode has (1,114,112), and BadNumCastError for a code above 32 bits.
 VELL_API Gfx::CharMap makeCharMap(const FontLoaders::FTFacePtr& face, GlyphTransform transform);
 
 /// Lets the glyph of a symbol font answer to its other customary code, too, unless a glyph has that code

@@ -231,6 +231,35 @@ TEST(MakeCharMap, RefusesCodesAboveThirtyTwoBits) {
               "bad numeric conversion: positive overflow");
 }
 
+/// A font of a few hundred bytes in which all codes from 0 to `last` are glyph 1: one group of a format 13
+/// charmap.
+OpenedFont openWithCodesUpTo(std::uint32_t last) {
+    Testing::Bytes cmap{0, 0,  0, 1, 0, 3, 0, 10, 0, 0, 0, 12, // one charmap, of Microsoft's 32-bit Unicode
+                        0, 13, 0, 0, 0, 0, 0, 28, 0, 0, 0, 0,  0, 0, 0, 1, 0, 0, 0, 0};
+    for (const int shift : {24, 16, 8, 0}) {
+        cmap.push_back(static_cast<unsigned char>(last >> shift & 0xFFU));
+    }
+    cmap.insert(cmap.end(), {0, 0, 0, 1});
+    FontBuilder builder;
+    builder.addGlyph(makeBoxGlyph(600, 0, 0, 100, 100));
+    return OpenedFont(builder.setTable("cmap", cmap).build());
+}
+
+TEST(MakeCharMap, TakesAsManyCodesAsUnicodeHas) {
+    const OpenedFont font = openWithCodesUpTo(0x10FFFF);
+    const Gfx::CharMap map = makeCharMap(font.face, GlyphTransform::None);
+    EXPECT_EQ(map.size(), 0x110000U);
+    EXPECT_EQ(map[0x10FFFF], Entry(1, 0.6F));
+}
+
+TEST(MakeCharMap, RefusesMoreCodesThanUnicodeHas) {
+    for (const std::uint32_t last : {0x110000U, 0xFFFFFFFFU}) {
+        const OpenedFont font = openWithCodesUpTo(last);
+        EXPECT_EQ(getErrorText<FreeTypeException>([&] { makeCharMap(font.face, GlyphTransform::None); }),
+                  "The charmap has more codes than Unicode, 1114112");
+    }
+}
+
 TEST(MakeCharMap, ThrowsWithoutTheAdvanceOfTheMissingGlyph) {
     const OpenedFont font = openWithCharMaps({CharMapKind::Unicode});
     FreeTypeSpy spy;
