@@ -28,6 +28,12 @@ export PKG_CONFIG_PATH
 "$compiler" -std=c++17 "$consumer/main.cpp" -o "$scratch/by-pkg-config" $(pkg-config --cflags --libs FontEngine)
 LD_LIBRARY_PATH=$(pkg-config --variable=libdir FontEngine) "$scratch/by-pkg-config"
 
+echo "== the installed tool"
+if [ -e "$build/apps" ]; then
+  "$prefix/bin/fontengine" render "Installed" -o "$scratch/tool.png"
+  [ -s "$scratch/tool.png" ]
+fi
+
 echo "== the program of the README"
 root=$(realpath "$(dirname "$0")/../..")
 sed -n '/^```cpp$/,/^```$/p' "$root/README.md" | sed '/^```/d' >"$scratch/hello.cpp"
