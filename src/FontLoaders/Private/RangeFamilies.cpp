@@ -35,12 +35,12 @@ RangeFamilies::RangeFamilies(FcConfig* config, const FaceCatalog& catalog, const
 }
 
 const std::string& RangeFamilies::get(unsigned int rangeId) {
-    const auto [answer, isNew] = _answers.try_emplace(rangeId);
-    const UnicodeBlock* block = UnicodeBlocks::tryGet(rangeId);
-    if (isNew && block != nullptr) {
-        answer->second = findBest(*block);
+    const auto kept = _answers.find(rangeId);
+    if (kept != _answers.end()) {
+        return kept->second;
     }
-    return answer->second;
+    const UnicodeBlock* block = UnicodeBlocks::tryGet(rangeId);
+    return _answers.emplace(rangeId, block == nullptr ? std::string() : findBest(*block)).first->second;
 }
 
 std::string RangeFamilies::findBest(const UnicodeBlock& block) const {
