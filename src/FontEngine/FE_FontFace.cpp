@@ -3,6 +3,7 @@
 #include <FontEngine/FE_FontFactory.h>
 #include <FontEngine/Private/FE_FreeTypeUtilsInternal.h>
 #include <FontEngine/Renderer/FE_BitmapGlyph.h>
+#include <FontLoaders/Public/FreeTypeMemory.h>
 #include <Utils/Public/Ptr/PtrUtils.h>
 
 #include FT_LCD_FILTER_H
@@ -16,6 +17,7 @@ namespace {
 
 Gfx::BasicMetrics makeBasicMetrics(Gfx::FactoryAccessTag tag, const FontLoaders::FTFacePtr& face,
                                    GlyphTransform transform) {
+    const FontLoaders::FreeTypeOperation operation;
     Gfx::CharMap charMap = Internal::makeCharMap(face, transform);
     const std::pair<float, float> capHeightAndStrikeOut = Internal::getCapHeightAndStrikeOutPosition(face);
     const auto unitsPerEM = static_cast<float>(face->units_per_EM);

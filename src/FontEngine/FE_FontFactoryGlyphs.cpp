@@ -6,6 +6,7 @@
 #include <FontEngine/Private/FE_FreeTypeUtilsInternal.h>
 #include <FontEngine/Private/FE_PathBuilder.h>
 #include <FontEngine/Renderer/FE_BitmapGlyph.h>
+#include <FontLoaders/Public/FreeTypeMemory.h>
 #include <Utils/Public/Assert.h>
 #include <Utils/Public/Ptr/PtrUtils.h>
 
@@ -48,6 +49,7 @@ std::uint64_t weigh(const BitmapGlyphImage& image) {
 
 std::shared_ptr<const FT_BitmapGlyphRec_> renderBitmap(const BitmapGlyphInfo& info, const FontFace& face,
                                                        bool flipVertically) {
+    const FontLoaders::FreeTypeOperation operation;
     return Internal::trySizeForBitmap(face.getHandle(), info)
                ? Internal::createBitmapGlyph(info, face.getHandle(), flipVertically)
                : nullptr;
@@ -55,6 +57,7 @@ std::shared_ptr<const FT_BitmapGlyphRec_> renderBitmap(const BitmapGlyphInfo& in
 
 std::shared_ptr<const Gfx::Path>
 renderPath(const GlyphInfo& info, const CheckedPtrImpl<const FontFace, false>& face, Gfx::Painter& painter) {
+    const FontLoaders::FreeTypeOperation operation;
     if (!Internal::trySizeForOutline(face->getHandle(), info)) {
         return nullptr;
     }

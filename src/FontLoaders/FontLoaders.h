@@ -6,6 +6,7 @@
 #include <FontLoaders/Public/Exceptions.h>
 #include <FontLoaders/Public/FontLoader.h>
 #include <FontLoaders/Public/FreeType.h>
+#include <FontLoaders/Public/FreeTypeMemory.h>
 #include <FontLoaders/Public/PlatformFontLoader.h>
 #include <FontLoaders/Public/SymbolicFonts.h>
 #include <FontLoaders/Public/UnicodeRangeMap.h>

@@ -1,34 +1,18 @@
 #include <FontLoaders/Public/FreeType.h>
 
 #include <FontLoaders/Private/FreeTypeErrors.h>
+#include <FontLoaders/Private/FreeTypeHeap.h>
 #include <FontLoaders/Public/Exceptions.h>
+#include <FontLoaders/Public/FreeTypeMemory.h>
 
 #include FT_MODULE_H
-#include FT_SYSTEM_H
 
-#include <cstdlib>
 #include <mutex>
 #include <utility>
 
 namespace Vell::FontLoaders {
 
 namespace {
-
-void* allocate(FT_Memory, long size) {
-    return std::malloc(static_cast<std::size_t>(size));
-}
-
-void release(FT_Memory, void* block) {
-    std::free(block);
-}
-
-void* reallocate(FT_Memory, long, long newSize, void* block) {
-    return std::realloc(block, static_cast<std::size_t>(newSize));
-}
-
-/// The memory of every library: it belongs to none of them, so it is there for the last glyph of the last
-/// one.
-FT_MemoryRec_ heap{nullptr, allocate, release, reallocate};
 
 /// Guards the owner counts of all libraries, which FreeType changes without any care for threads.
 std::mutex ownerCountMutex;
@@ -75,7 +59,7 @@ bool isFTSucceeded(int error) {
 
 FTLibraryPtr createFreeTypeLibrary() {
     FT_Library library = nullptr;
-    throwIfFailed("FT_New_Library", FT_New_Library(&heap, &library));
+    throwIfFailed("FT_New_Library", FT_New_Library(Internal::getFreeTypeHeap(), &library));
     FTLibraryPtr owner(library, releaseLibrary);
     FT_Add_Default_Modules(library);
     return owner;
@@ -93,6 +77,7 @@ FTFacePtr createFontFace(const FTLibraryPtr& library,
     FT_Open_Args arguments{};
     arguments.flags = FT_OPEN_STREAM;
     arguments.stream = &stream->record;
+    const FreeTypeOperation operation;
     FT_Face face = nullptr;
     stream->self = stream;
     const int error = FT_Open_Face(library.get(), &arguments, 0, &face);
@@ -100,7 +85,8 @@ FTFacePtr createFontFace(const FTLibraryPtr& library,
         stream->self.reset(); // FreeType closes only what it has come to look at
     }
     throwIfFailed("FT_Open_Face", error);
-    return FTFacePtr(face, releaseFace);
+    FTFacePtr owner(face, releaseFace);
+    return owner;
 }
 
 } // namespace Vell::FontLoaders

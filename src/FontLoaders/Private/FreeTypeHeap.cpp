@@ -1,0 +1,78 @@
+#include <FontLoaders/Private/FreeTypeHeap.h>
+
+#include <FontLoaders/Public/FreeTypeMemory.h>
+
+#include <malloc.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <limits>
+
+namespace Vell::FontLoaders {
+
+namespace {
+
+/// Outside of any operation: so much that no sum of blocks can use it up.
+constexpr std::size_t unbounded = std::numeric_limits<std::size_t>::max() / 2;
+
+/// What this thread's operation may still take.
+thread_local std::size_t rest = unbounded;
+
+bool mayTake(std::size_t bytes) {
+    return bytes <= maxFreeTypeBlock && bytes <= rest;
+}
+
+void take(void* block) {
+    if (rest < unbounded) {
+        rest -= std::min(rest, malloc_usable_size(block));
+    }
+}
+
+/// Blocks that are older than the operation may be among what it gives back; they do not raise its bound.
+void giveBack(void* block) {
+    if (rest < unbounded) {
+        rest = std::min(rest + malloc_usable_size(block), maxFreeTypeGrowth);
+    }
+}
+
+void* allocate(FT_Memory, long size) {
+    const auto bytes = static_cast<std::size_t>(size);
+    void* const block = mayTake(bytes) ? std::malloc(bytes) : nullptr;
+    take(block);
+    return block;
+}
+
+void release(FT_Memory, void* block) {
+    giveBack(block);
+    std::free(block);
+}
+
+void* reallocate(FT_Memory, long, long newSize, void* block) {
+    const auto bytes = static_cast<std::size_t>(newSize);
+    if (!mayTake(bytes)) {
+        return nullptr;
+    }
+    giveBack(block);
+    void* const grown = std::realloc(block, bytes);
+    take(grown != nullptr ? grown : block);
+    return grown;
+}
+
+FT_MemoryRec_ heap{nullptr, allocate, release, reallocate};
+
+} // namespace
+
+FT_Memory Internal::getFreeTypeHeap() {
+    return &heap;
+}
+
+FreeTypeOperation::FreeTypeOperation()
+    : _outerRest(rest) {
+    rest = maxFreeTypeGrowth;
+}
+
+FreeTypeOperation::~FreeTypeOperation() {
+    rest = _outerRest;
+}
+
+} // namespace Vell::FontLoaders

@@ -1,0 +1,161 @@
+#include <support/OpenedFont.h>
+
+#include <support/FontBuilder.h>
+
+#include <FontLoaders/Public/Exceptions.h>
+#include <FontLoaders/Public/FreeTypeMemory.h>
+
+#include FT_SYSTEM_H
+
+#include <gmock/gmock.h>
+
+namespace Vell::FontLoaders {
+namespace {
+
+using Testing::Bytes;
+using Testing::ByteWriter;
+using Testing::OpenedFont;
+
+constexpr auto maxBlock = static_cast<long>(maxFreeTypeBlock);
+
+/// The allocator that FreeType has, seen from its side.
+class Heap {
+public:
+    /// Whether there was so much to be had; it is kept until the test ends.
+    bool take(long size) {
+        _blocks.push_back(_memory->alloc(_memory, size));
+        return _blocks.back() != nullptr;
+    }
+    bool resizeLast(long size) {
+        void* const block = _memory->realloc(_memory, 0, size, _blocks.back());
+        _blocks.back() = block != nullptr ? block : _blocks.back();
+        return block != nullptr;
+    }
+    void giveBackLast() {
+        _memory->free(_memory, _blocks.back());
+        _blocks.pop_back();
+    }
+    ~Heap() {
+        for (void* const block : _blocks) {
+            _memory->free(_memory, block);
+        }
+    }
+
+private:
+    OpenedFont _font{Testing::FontBuilder().build()};
+    FT_Memory _memory = _font->memory;
+    std::vector<void*> _blocks;
+};
+
+/// A web font of 644 bytes with one table that claims to unpack to `size` bytes.
+Bytes makeWebFont(std::uint32_t size) {
+    constexpr std::uint32_t fileSize = 644;
+    constexpr std::uint32_t headerSize = 44 + 20;
+    ByteWriter writer;
+    writer.addText("wOFF");
+    writer.addU32(0x00010000);
+    writer.addU32(fileSize);
+    writer.addU16(1); // tables
+    writer.addU16(0);
+    writer.addU32(12 + 16 + size);
+    writer.addZeros(24); // version, metadata, private data
+    writer.addText("glyf");
+    writer.addU32(headerSize);
+    writer.addU32(fileSize - headerSize);
+    writer.addU32(size);
+    writer.addU32(0);
+    writer.addZeros(fileSize - headerSize);
+    return writer.getBytes();
+}
+
+std::string getOpeningError(const Bytes& file) {
+    try {
+        OpenedFont font(file);
+    } catch (const FreeTypeException& error) {
+        return error.what();
+    }
+    return "opened";
+}
+
+} // namespace
+
+TEST(FreeTypeMemory, RefusesBlocksAboveTheDocumentedSize) {
+    Heap heap;
+    EXPECT_TRUE(heap.take(maxBlock));
+    EXPECT_FALSE(heap.take(maxBlock + 1));
+    EXPECT_FALSE(heap.take(std::numeric_limits<long>::max()));
+}
+
+TEST(FreeTypeMemory, RefusesToGrowABlockAboveTheDocumentedSizeAndKeepsIt) {
+    Heap heap;
+    ASSERT_TRUE(heap.take(100));
+    EXPECT_FALSE(heap.resizeLast(maxBlock + 1));
+    EXPECT_TRUE(heap.resizeLast(maxBlock));
+}
+
+TEST(FreeTypeMemory, HasNoBoundOnWhatIsKeptOverManyOperations) {
+    static_assert(3 * maxFreeTypeBlock > maxFreeTypeGrowth);
+    Heap heap;
+    for (int i = 0; i < 4; ++i) {
+        const FreeTypeOperation operation;
+        EXPECT_TRUE(heap.take(maxBlock));
+    }
+    EXPECT_TRUE(heap.take(maxBlock)) << "outside of any operation";
+}
+
+TEST(FreeTypeMemory, BoundsTheGrowthWithinOneOperation) {
+    Heap heap;
+    const FreeTypeOperation operation;
+    EXPECT_TRUE(heap.take(maxBlock));
+    EXPECT_TRUE(heap.take(maxBlock / 2));
+    EXPECT_FALSE(heap.take(maxBlock));
+    heap.giveBackLast(); // the one that was refused
+    heap.giveBackLast();
+    EXPECT_TRUE(heap.take(maxBlock / 2)) << "what was given back may be taken again";
+    EXPECT_FALSE(heap.take(maxBlock));
+}
+
+TEST(FreeTypeMemory, CountsWhatABlockGrowsBy) {
+    Heap heap;
+    const FreeTypeOperation operation;
+    EXPECT_TRUE(heap.take(maxBlock / 2));
+    EXPECT_TRUE(heap.take(maxBlock));
+    EXPECT_TRUE(heap.resizeLast(maxBlock / 4));
+    EXPECT_TRUE(heap.take(maxBlock)) << "the block is smaller now";
+    EXPECT_FALSE(heap.take(maxBlock / 2));
+}
+
+TEST(FreeTypeMemory, DoesNotRaiseTheBoundByWhatIsOlderThanTheOperation) {
+    Heap heap;
+    ASSERT_TRUE(heap.take(maxBlock));
+    const FreeTypeOperation operation;
+    heap.giveBackLast();
+    EXPECT_TRUE(heap.take(maxBlock));
+    EXPECT_TRUE(heap.take(maxBlock / 2));
+    EXPECT_FALSE(heap.take(maxBlock));
+}
+
+TEST(FreeTypeMemory, CountsAnOperationInsideAnotherForItself) {
+    Heap heap;
+    const FreeTypeOperation outer;
+    EXPECT_TRUE(heap.take(maxBlock));
+    EXPECT_TRUE(heap.take(maxBlock / 2));
+    {
+        const FreeTypeOperation inner;
+        EXPECT_TRUE(heap.take(maxBlock));
+    }
+    EXPECT_FALSE(heap.take(maxBlock)) << "the outer one goes on where it was";
+    EXPECT_TRUE(heap.take(maxBlock / 4));
+}
+
+TEST(FreeTypeMemory, KeepsASmallWebFontFromClaimingAGigabyte) {
+    const Bytes file = makeWebFont(1U << 30U);
+    EXPECT_EQ(file.size(), 644U);
+    EXPECT_EQ(getOpeningError(file), "FT_Open_Face() failed: out of memory (error 64)");
+}
+
+TEST(FreeTypeMemory, LeavesWebFontsOfOrdinarySizeToFreeType) {
+    EXPECT_EQ(getOpeningError(makeWebFont(1U << 20U)), "FT_Open_Face() failed: broken table (error 8)");
+}
+
+} // namespace Vell::FontLoaders
