@@ -1,5 +1,7 @@
 #include <FontEngine/Private/FE_BitmapRows.h>
 
+#include <FontEngine/Private/FE_PixelLimit.h>
+
 #include FT_SYSTEM_H
 
 #include <algorithm>
@@ -80,11 +82,14 @@ bool isJoinable(const FT_Bitmap& bitmap) {
     return bitmap.pixel_mode == FT_PIXEL_MODE_LCD && bitmap.width > 2 * subpixels && bitmap.pitch > 0;
 }
 
-void joinUnderscore(FT_BitmapGlyph glyph, bool isLast, FT_Memory memory) {
+FT_Error joinUnderscore(FT_BitmapGlyph glyph, bool isLast, FT_Memory memory) {
     FT_Bitmap& bitmap = glyph->bitmap;
     const Extent rendered{bitmap.width, bitmap.pitch, glyph->left};
     Extent joined = isLast ? rendered : widen(rendered);
     joined.pitch = roundUpToWords(joined.pitch);
+    if (exceedsPixelLimit(joined.width / subpixels, bitmap.rows)) {
+        return FT_Err_Raster_Overflow;
+    }
 
     const auto bytes = static_cast<std::size_t>(joined.pitch) * bitmap.rows;
     unsigned char* const buffer = allocateZeroed(memory, bytes);
@@ -101,6 +106,7 @@ void joinUnderscore(FT_BitmapGlyph glyph, bool isLast, FT_Memory memory) {
     bitmap.width = joined.width;
     bitmap.pitch = joined.pitch;
     glyph->left = joined.left;
+    return FT_Err_Ok;
 }
 
 } // namespace Vell::FontEngine::Internal

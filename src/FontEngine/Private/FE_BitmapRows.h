@@ -13,8 +13,8 @@ bool isJoinable(const FT_Bitmap& bitmap);
 
 /// Makes a rendered underscore an even bar that meets its neighbours: every row takes the colour of its
 /// middle, and unless it is the last of its run the bar starts at its origin at the latest and ends a quarter
-/// of its width later. `memory` is the allocator of the glyph's library. Throws std::bad_alloc with the glyph
-/// unchanged.
-void joinUnderscore(FT_BitmapGlyph glyph, bool isLast, FT_Memory memory);
+/// of its width later. `memory` is the allocator of the glyph's library. Returns FreeType's success or the
+/// error of a glyph with too many pixels; throws std::bad_alloc. The glyph is unchanged after both.
+FT_Error joinUnderscore(FT_BitmapGlyph glyph, bool isLast, FT_Memory memory);
 
 } // namespace Vell::FontEngine::Internal

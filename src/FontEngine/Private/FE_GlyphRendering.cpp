@@ -4,6 +4,7 @@
 #include <FontEngine/Private/FE_FreeTypeUtilsInternal.h>
 #include <FontEngine/Private/FE_GlyphErrors.h>
 #include <FontEngine/Private/FE_Hinting.h>
+#include <FontEngine/Private/FE_PixelLimit.h>
 #include <Utils/Public/Assert.h>
 
 #include <utility>
@@ -58,13 +59,17 @@ int getLoadFlags(const FTFacePtr& face, const BitmapGlyphInfo& info) {
     return getHintingFlags(face->family_name, info) | noEmbeddedBitmap;
 }
 
+void throwIfNotRendered(int error, const BitmapGlyphInfo& info) {
+    throwIfGlyphFailed("Failed to get bitmap for glyph, error: {}, glyph index: {} ", error, info);
+}
+
 void rasterise(GlyphOwner& owner, const BitmapGlyphInfo& info) {
     // FreeType replaces the glyph: it owns the old one while it works, whatever comes of it belongs to us
     // again.
     FT_Glyph glyph = owner.release();
     const int error = FT_Glyph_To_Bitmap(&glyph, info.getRenderMode(), nullptr, 1);
     owner.reset(glyph);
-    throwIfGlyphFailed("Failed to get bitmap for glyph, error: {}, glyph index: {} ", error, info);
+    throwIfNotRendered(error, info);
 }
 
 void makeBitmap(GlyphOwner& owner, const BitmapGlyphInfo& info) {
@@ -72,6 +77,9 @@ void makeBitmap(GlyphOwner& owner, const BitmapGlyphInfo& info) {
         doFailAssert(file, 658,
                      "glyph->format == FT_GLYPH_FORMAT_OUTLINE || glyph->format == FT_GLYPH_FORMAT_BITMAP",
                      "Unsupported glyph format!");
+    }
+    if (exceedsPixelLimit(*owner)) {
+        throwIfNotRendered(FT_Err_Raster_Overflow, info);
     }
     if (owner->format == FT_GLYPH_FORMAT_OUTLINE) {
         rasterise(owner, info);
@@ -117,7 +125,7 @@ std::shared_ptr<const FT_BitmapGlyphRec_> createBitmapGlyph(const BitmapGlyphInf
         flipRows(glyph->bitmap);
     }
     if (info.getUnicode() == '_' && isJoinable(glyph->bitmap)) {
-        joinUnderscore(glyph, info.isLast(), face->memory);
+        throwIfNotRendered(joinUnderscore(glyph, info.isLast(), face->memory), info);
     }
     return {std::shared_ptr<FT_GlyphRec_>(std::move(owner)), glyph};
 }

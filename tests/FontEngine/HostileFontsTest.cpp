@@ -1,0 +1,103 @@
+#include <FontEngine/Engine.h>
+#include <FontEngine/FixedRenderer.h>
+#include <FontEngine/GlyphKeyFields.h>
+
+#include <support/RecordingPainter.h>
+#include <support/spy/FreeTypeSpy.h>
+
+#include <FontLoaders/Public/Exceptions.h>
+
+#include <gmock/gmock.h>
+
+namespace Vell::FontEngine {
+namespace {
+
+using FontLoaders::FreeTypeException;
+using Testing::FontBuilder;
+using Testing::FontGlyph;
+using Testing::FreeTypeSpy;
+using Testing::RecordingPainter;
+
+std::shared_ptr<const FT_BitmapGlyphRec_> render(const Engine& engine, const KeyFields& fields) {
+    return engine.factory->getBitmapGlyph(fields.makeBitmap(), engine.getFace(), false);
+}
+
+template <typename Operation>
+std::string getErrorText(const Operation& operation) {
+    try {
+        operation();
+    } catch (const FreeTypeException& error) {
+        return error.what();
+    }
+    return "no error";
+}
+
+std::string getRenderingError(const Engine& engine, const KeyFields& fields) {
+    return getErrorText([&] { render(engine, fields); });
+}
+
+KeyFields makeKey(unsigned long glyph, float size) {
+    return KeyFields().with(&KeyFields::glyph, glyph).with(&KeyFields::size, size);
+}
+
+/// A font of 64 units per em: at 64 pixels a unit is a pixel. Glyph 1 is small.
+Engine makeEngineWithBox(int width, int height) {
+    FontBuilder font;
+    font.setUnitsPerEm(64);
+    font.addGlyph(Testing::makeBoxGlyph(10, 0, 0, 10, 10));
+    font.addGlyph(Testing::makeBoxGlyph(10, 0, 0, width, height));
+    font.map('A', 1);
+    return Engine(font.build());
+}
+
+} // namespace
+
+TEST(HostileFont, RendersGlyphsUpToTheDocumentedNumberOfPixels) {
+    constexpr int width = 8192;
+    constexpr int height = 4096;
+    static_assert(width * height == maxGlyphPixels);
+    EXPECT_EQ(render(makeEngineWithBox(width, height), makeKey(2, 64.0F))->bitmap.rows, 4096U);
+    EXPECT_EQ(getRenderingError(makeEngineWithBox(width + 1, height), makeKey(2, 64.0F)),
+              "Failed to get bitmap for glyph, error: 98, glyph index: 2 ");
+    EXPECT_EQ(getRenderingError(makeEngineWithBox(width, height + 1), makeKey(2, 64.0F)),
+              "Failed to get bitmap for glyph, error: 98, glyph index: 2 ");
+}
+
+TEST(HostileFont, LosesOnlyTheGlyphThatWouldHaveTooManyPixels) {
+    const Engine engine = makeEngineWithBox(32000, 32000);
+    for (const FT_Render_Mode mode : {FT_RENDER_MODE_NORMAL, FT_RENDER_MODE_LCD, FT_RENDER_MODE_MONO}) {
+        const KeyFields large = makeKey(2, 12.0F).with(&KeyFields::mode, mode);
+        const KeyFields small = makeKey(1, 12.0F).with(&KeyFields::mode, mode);
+        const std::string text = "Failed to get bitmap for glyph, error: 98, glyph index: 2 ";
+        EXPECT_EQ(getRenderingError(engine, large), text);
+        EXPECT_EQ(getRenderingError(engine, large), text) << "nothing was cached";
+        EXPECT_NE(render(engine, small), nullptr);
+    }
+}
+
+TEST(HostileFont, CountsThePixelsOfAnEmboldenedGlyph) {
+    const Engine engine = makeEngineWithBox(8192, 4096);
+    const KeyFields bold = makeKey(2, 64.0F).with(&KeyFields::transform, GlyphTransform::Embolden);
+    EXPECT_EQ(getRenderingError(engine, bold), "Failed to get bitmap for glyph, error: 98, glyph index: 2 ");
+}
+
+TEST(HostileFont, DrawsOutlinesOfAnyExtent) {
+    const Engine engine = makeEngineWithBox(32000, 32000);
+    RecordingPainter painter;
+    EXPECT_NE(engine.factory->getOutlineGlyphPath(makeKey(2, 12.0F).makeOutline(), engine.getFace(), painter),
+              nullptr);
+}
+
+TEST(HostileFont, JoinsNoUnderscoreIntoTooManyPixels) {
+    const Engine engine;
+    setFixedRendering(engine.getFace()->getHandle().get(),
+                      {2, 9, 9, FT_PIXEL_MODE_LCD, -20'000'000, 9, Testing::Bytes(18, 1)});
+    const KeyFields underscore = makeKey(TestGlyph::underscore, 10.0F)
+                                     .with(&KeyFields::unicode, '_')
+                                     .with(&KeyFields::mode, FT_RENDER_MODE_LCD);
+    EXPECT_EQ(getRenderingError(engine, underscore.with(&KeyFields::isLast, false)),
+              "Failed to get bitmap for glyph, error: 98, glyph index: 2 ");
+    EXPECT_EQ(render(engine, underscore.with(&KeyFields::isLast, true))->bitmap.width, 9U);
+}
+
+} // namespace Vell::FontEngine
