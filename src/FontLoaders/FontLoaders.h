@@ -3,6 +3,7 @@
 /// Where fonts come from: the loader interface, the loader of the installed fonts, and the functions that
 /// open font bytes with FreeType.
 
+#include <FontLoaders/Public/CompositeGlyphs.h>
 #include <FontLoaders/Public/Exceptions.h>
 #include <FontLoaders/Public/FontLoader.h>
 #include <FontLoaders/Public/FreeType.h>

@@ -17,10 +17,18 @@ struct FontPoint {
 using FontContour = std::vector<FontPoint>;
 using FontOutline = std::vector<FontContour>;
 
+/// Another glyph of the font, drawn at an offset in font units.
+struct FontComponent {
+    unsigned int glyphIndex;
+    int x = 0;
+    int y = 0;
+};
+
 struct FontGlyph {
     unsigned int advance = 500;
     FontOutline outline;
-    Bytes instructions; ///< TrueType code of this glyph
+    Bytes instructions;                         ///< TrueType code of this glyph
+    std::vector<FontComponent> components = {}; ///< unless empty, what the glyph is made of: no outline then
 };
 
 /// A filled rectangle.

@@ -43,7 +43,27 @@ void addFlags(ByteWriter& writer, const FontOutline& outline) {
     }
 }
 
+void addComposite(ByteWriter& writer, const std::vector<FontComponent>& components) {
+    constexpr unsigned int offsetsAreWords = 0x0001;
+    constexpr unsigned int offsetsAreDistances = 0x0002;
+    constexpr unsigned int moreFollow = 0x0020;
+    writer.addI16(-1);
+    writer.addZeros(8); // the box
+    for (std::size_t i = 0; i < components.size(); ++i) {
+        const bool isLast = i + 1 == components.size();
+        writer.addU16(offsetsAreWords | offsetsAreDistances | (isLast ? 0 : moreFollow));
+        writer.addU16(components[i].glyphIndex);
+        writer.addI16(components[i].x);
+        writer.addI16(components[i].y);
+    }
+    writer.padTo4();
+}
+
 void addGlyph(ByteWriter& writer, const FontGlyph& glyph) {
+    if (!glyph.components.empty()) {
+        addComposite(writer, glyph.components);
+        return;
+    }
     if (glyph.outline.empty()) {
         return;
     }

@@ -5,6 +5,7 @@
 #include <FontEngine/Private/FE_GlyphErrors.h>
 #include <FontEngine/Private/FE_Hinting.h>
 #include <FontEngine/Private/FE_PixelLimit.h>
+#include <FontLoaders/Public/CompositeGlyphs.h>
 #include <Utils/Public/Assert.h>
 
 #include <utility>
@@ -27,9 +28,20 @@ struct GlyphReleaser {
 
 using GlyphOwner = std::unique_ptr<FT_GlyphRec_, GlyphReleaser>;
 
+/// The auto-hinter may load any other glyph of the font before the one in question: not in a font where that
+/// might not end.
+int restrainAutoHinter(FT_Face face, int flags) {
+    constexpr int unhinted = FT_LOAD_NO_HINTING | FT_LOAD_NO_SCALE;
+    return (flags & unhinted) != 0 || FontLoaders::hasBoundedGlyphs(face) ? flags
+                                                                          : flags | FT_LOAD_NO_AUTOHINT;
+}
+
 void loadGlyph(const FTFacePtr& face, const GlyphInfo& info, int flags) {
-    throwIfGlyphFailed("FT_Load_Glyph() failed, error: {}, glyph index: {} ",
-                       FT_Load_Glyph(face.get(), static_cast<FT_UInt>(info.getGlyphIndex()), flags), info);
+    const auto glyphIndex = static_cast<FT_UInt>(info.getGlyphIndex());
+    const FT_Error error = FontLoaders::isBoundedGlyph(face.get(), glyphIndex)
+                               ? FT_Load_Glyph(face.get(), glyphIndex, restrainAutoHinter(face.get(), flags))
+                               : FT_Err_Invalid_Composite;
+    throwIfGlyphFailed("FT_Load_Glyph() failed, error: {}, glyph index: {} ", error, info);
 }
 
 GlyphOwner takeGlyph(const FTFacePtr& face, const GlyphInfo& info) {

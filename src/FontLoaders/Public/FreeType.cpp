@@ -2,6 +2,7 @@
 
 #include <FontLoaders/Private/FreeTypeErrors.h>
 #include <FontLoaders/Private/FreeTypeHeap.h>
+#include <FontLoaders/Private/GlyfReader.h>
 #include <FontLoaders/Public/Exceptions.h>
 #include <FontLoaders/Public/FreeTypeMemory.h>
 
@@ -86,6 +87,7 @@ FTFacePtr createFontFace(const FTLibraryPtr& library,
     }
     throwIfFailed("FT_Open_Face", error);
     FTFacePtr owner(face, releaseFace);
+    Internal::attachGlyfReader(face);
     return owner;
 }
 
