@@ -20,5 +20,8 @@ elseif(FONTENGINE_SANITIZER STREQUAL "")
 else()
   message(FATAL_ERROR "FONTENGINE_SANITIZER is '${FONTENGINE_SANITIZER}'; it may be empty, address-undefined or thread")
 endif()
+if(FONTENGINE_COVERAGE)
+  list(APPEND flags --coverage -fprofile-update=atomic) # threads count, too
+endif()
 target_compile_options(fontengine_flags INTERFACE ${flags})
 target_link_options(fontengine_flags INTERFACE ${flags})

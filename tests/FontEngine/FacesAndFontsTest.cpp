@@ -106,6 +106,18 @@ TEST(GetFace, LetsFreeTypesErrorsThroughAndTriesAgain) {
     EXPECT_STREQ(engine.getFace()->getHandle()->family_name, "Test Sans");
 }
 
+TEST(GetFace, TellsErrorsThatFreeTypeHasNoTextFor) {
+    const Engine engine;
+    FreeTypeSpy spy;
+    spy.failCall("FT_Open_Face", 1, 9999);
+    try {
+        engine.getFace();
+        FAIL() << "FreeType's error is lost";
+    } catch (const FontLoaders::FreeTypeException& error) {
+        EXPECT_THAT(error.what(), testing::HasSubstr("unknown error (error 9999)"));
+    }
+}
+
 TEST(GetFace, LetsTheLoadersExceptionsThroughAndReleasesItsLock) {
     Engine engine;
     engine.loader->throwFrom("loadDefaultFont");

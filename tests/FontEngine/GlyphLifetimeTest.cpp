@@ -2,6 +2,7 @@
 #include <FontEngine/GlyphKeyFields.h>
 
 #include <support/RecordingPainter.h>
+#include <support/Threads.h>
 
 #include <FontEngine/Renderer/FE_BitmapGlyph.h>
 
@@ -9,7 +10,6 @@
 
 #include <atomic>
 #include <string>
-#include <thread>
 #include <vector>
 
 namespace Vell::FontEngine {
@@ -19,16 +19,9 @@ using GlyphPtr = std::shared_ptr<const FT_BitmapGlyphRec_>;
 
 constexpr unsigned int threadCount = 4;
 
-/// Runs `work(index)` on several threads at once.
 template <class Work>
 void runOnThreads(const Work& work) {
-    std::vector<std::thread> threads;
-    for (unsigned int index = 0; index < threadCount; ++index) {
-        threads.emplace_back([&work, index] { work(index); });
-    }
-    for (std::thread& thread : threads) {
-        thread.join();
-    }
+    Testing::runOnThreads(threadCount, work);
 }
 
 GlyphPtr render(const FacePtr& face, unsigned int number) {

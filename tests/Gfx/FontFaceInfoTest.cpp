@@ -119,6 +119,16 @@ TEST(FontInfo, HashesFaceSizeAndPosition) {
     EXPECT_EQ(std::hash<FontInfoPtr>()(info), info->getHash());
 }
 
+TEST(FontInfo, ComputesItsHashAnewInACopy) {
+    const auto face = makeNNPtr<const FaceInfo>("A", false, false);
+    const Info info(face, 10.0F, TextPositionType::Normal);
+    const std::uint64_t hash = info.getHash();
+    const Info copy(info); // NOLINT(performance-unnecessary-copy-initialization)
+    EXPECT_EQ(copy.getHash(), hash);
+    EXPECT_TRUE(copy == info);
+    EXPECT_EQ(copy.getFontFaceInfo(), info.getFontFaceInfo()) << "the very object";
+}
+
 TEST(FontInfo, EqualsAnotherOfTheSameValues) {
     const FontInfoPtr info = makeInfo(10.0F, TextPositionType::Normal);
     EXPECT_TRUE(*info == *makeInfo(10.0F, TextPositionType::Normal)) << "the faces are equal, not the same";

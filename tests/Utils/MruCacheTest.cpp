@@ -6,11 +6,7 @@
 
 #include <cstdint>
 #include <functional>
-#include <limits>
-#include <list>
-#include <map>
 #include <memory>
-#include <random>
 #include <string>
 #include <type_traits>
 
@@ -248,74 +244,6 @@ TEST(MruCache, AcceptsOtherEntriesMadeMeanwhile) {
     EXPECT_EQ(*node.getValue(), "outer");
     EXPECT_EQ(cache.get(2), nullptr);
     EXPECT_NE(cache.get(3), nullptr);
-}
-
-/// The same cache, as plainly as it can be written.
-class PlainCache {
-public:
-    PlainCache(std::size_t maxEntries, std::uint64_t maxBytes)
-        : _maxEntries(maxEntries)
-        , _maxBytes(maxBytes) {}
-
-    bool get(int key) {
-        for (auto entry = _entries.begin(); entry != _entries.end(); ++entry) {
-            if (entry->first == key) {
-                _entries.splice(_entries.begin(), _entries, entry);
-                return true;
-            }
-        }
-        return false;
-    }
-    bool put(int key, std::uint64_t bytes) {
-        for (const auto& entry : _entries) {
-            if (entry.first == key) {
-                return false;
-            }
-        }
-        _entries.emplace_front(key, bytes);
-        while (_entries.size() > 1 && ((_maxEntries != 0 && _entries.size() > _maxEntries) ||
-                                       (_maxBytes != 0 && getBytes() > _maxBytes))) {
-            _entries.pop_back();
-            ++evicted;
-        }
-        return true;
-    }
-    std::uint64_t getBytes() const {
-        std::uint64_t sum = 0;
-        for (const auto& entry : _entries) {
-            sum += entry.second;
-        }
-        return sum;
-    }
-    std::size_t size() const { return _entries.size(); }
-
-    std::uint64_t evicted = 0;
-
-private:
-    std::list<std::pair<int, std::uint64_t>> _entries;
-    std::size_t _maxEntries;
-    std::uint64_t _maxBytes;
-};
-
-TEST(MruCache, BehavesLikeAPlainListUnderRandomUse) {
-    std::mt19937 random(20240607);
-    const std::pair<std::size_t, std::uint64_t> limits[] = {{0, 0}, {7, 0}, {0, 300}, {9, 200}, {1, 1}};
-    for (const auto& [maxEntries, maxBytes] : limits) {
-        Cache cache(maxEntries, maxBytes);
-        PlainCache plain(maxEntries, maxBytes);
-        for (int step = 0; step < 4000; ++step) {
-            const int key = static_cast<int>(random() % 25);
-            const std::uint64_t bytes = random() % 90;
-            if (random() % 2 == 0) {
-                ASSERT_EQ(cache.get(key) != nullptr, plain.get(key)) << step;
-            } else {
-                ASSERT_EQ(put(cache, key, bytes) != nullptr, plain.put(key, bytes)) << step;
-            }
-            ASSERT_EQ(cache.size(), plain.size()) << step;
-            ASSERT_EQ(cache.getEffectiveSizeInBytes(), plain.getBytes()) << step;
-            ASSERT_EQ(cache.getEvictedCount(), plain.evicted) << step;
-        }
-    }
 }
 
 } // namespace

@@ -1,7 +1,7 @@
 // The layout half of the raster painter.
 
 #include <FontEngine/FE_FontFactory.h>
-#include <FontEngine/Renderer/FE_DevicePixelRatio.h>
+#include <FontEngine/Private/FE_DevicePixelRatio.h>
 #include <FontEngine/Renderer/FE_RasterTextPainter.h>
 #include <Utils/Public/Truncate.h>
 

@@ -1,6 +1,6 @@
 #include <FontEngine/Renderer/FE_RasterTextPainter.h>
 
-#include <FontEngine/Renderer/FE_DevicePixelRatio.h>
+#include <FontEngine/Private/FE_DevicePixelRatio.h>
 #include <Utils/Public/Assert.h>
 #include <Utils/Public/MatrixUtils.h>
 #include <Utils/Public/Ptr/PtrUtils.h>

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <support/CountingLoader.h>
+#include <support/RecordingPainter.h>
+
+#include <FontEngine/FE_FontFactory.h>
+#include <FontEngine/Renderer/FE_BitmapGlyphRun.h>
+#include <FontEngine/Renderer/FE_OutlineGlyphRun.h>
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+namespace Vell::FontEngine {
+
+/// A factory over many families, no two alike, and a fallback family for symbols. The even families are for
+/// bitmaps and the odd ones for outlines, because one face must not be rendered by both services at once.
+class StressEngine {
+public:
+    static constexpr unsigned int familyCount = 24;
+
+    /// Engines may share a loader and with it the bytes of the fonts.
+    explicit StressEngine(std::shared_ptr<const Testing::CountingLoader> loader = makeLoader());
+
+    static std::shared_ptr<Testing::CountingLoader> makeLoader();
+
+    FontFactory& getFactory() const { return *_factory; }
+
+    /// A round of work, the same in every engine for the same number: texts in fonts of every family, and the
+    /// images of their underscores. Returns a digest of every position, pixel, image and path.
+    std::uint64_t work(unsigned int round) const;
+
+    BitmapGlyphRun layOutBitmaps(unsigned int family, float size) const;
+    OutlineGlyphRun layOutOutlines(unsigned int family, float size, Gfx::Painter& painter) const;
+    Font getFont(unsigned int family, float size) const;
+
+private:
+    CheckedPtrImpl<FontFactory, false> _factory;
+};
+
+/// Folds values into one number that depends on all of them and on their order.
+class Digest {
+public:
+    void add(std::uint64_t value);
+    void add(float value);
+    void add(const FT_BitmapGlyphRec_& glyph);
+    void add(const BitmapGlyphImage& image);
+    void add(const BitmapGlyphRun& run);
+    void add(const OutlineGlyphRun& run);
+    /// The images of the run's underscores, as the font's face paints them.
+    void addImages(const BitmapGlyphRun& run, const Font& font);
+
+    std::uint64_t get() const { return _value; }
+
+private:
+    std::uint64_t _value = 0;
+};
+
+} // namespace Vell::FontEngine

@@ -1,0 +1,147 @@
+// Many threads on factories, faces and keys, within the rules of FontFactory, FontFace and GlyphInfo. What
+// each thread gets is compared with what one thread alone gets.
+
+#include <FontEngine/FactoryStress.h>
+#include <FontEngine/GlyphKeyFields.h>
+
+#include <support/Threads.h>
+
+#include <gtest/gtest.h>
+
+#include <utility>
+#include <vector>
+
+namespace Vell::FontEngine {
+namespace {
+
+using Testing::runOnThreads;
+
+constexpr unsigned int threadCount = 8;
+constexpr unsigned int roundsPerThread = 6;
+
+/// The digests of all rounds, thread by thread.
+using Results = std::vector<std::vector<std::uint64_t>>;
+
+std::vector<std::uint64_t> workRounds(const StressEngine& engine, unsigned int thread) {
+    std::vector<std::uint64_t> digests;
+    for (unsigned int round = 0; round < roundsPerThread; ++round) {
+        digests.push_back(engine.work(thread * 3 + round));
+    }
+    return digests;
+}
+
+/// What the threads should get: computed on this thread alone, in a factory of its own.
+Results workAlone() {
+    const StressEngine engine;
+    Results results(threadCount);
+    for (unsigned int thread = 0; thread < threadCount; ++thread) {
+        results[thread] = workRounds(engine, thread);
+    }
+    return results;
+}
+
+Results workTogether(const StressEngine& engine) {
+    Results results(threadCount);
+    runOnThreads(threadCount, [&](unsigned int thread) { results[thread] = workRounds(engine, thread); });
+    return results;
+}
+
+TEST(FactoryStress, TellsRoundsApart) {
+    const StressEngine engine;
+    EXPECT_NE(engine.work(0), engine.work(1));
+    EXPECT_EQ(engine.work(0), engine.work(0));
+    EXPECT_EQ(engine.work(0), StressEngine().work(0));
+}
+
+TEST(FactoryStress, GivesEightThreadsWhatOneThreadGets) {
+    const auto loader = StressEngine::makeLoader();
+    EXPECT_EQ(workTogether(StressEngine(loader)), workAlone());
+    EXPECT_EQ(loader->countCalls("loadFont"), StressEngine::familyCount + 1U) << "every file is loaded once";
+}
+
+TEST(FactoryStress, GivesTheSameWhileFacesAndGlyphsAreEvictedAllTheTime) {
+    const StressEngine engine;
+    engine.getFactory().reset(3, 2000);
+    EXPECT_EQ(workTogether(engine), workAlone());
+}
+
+TEST(FactoryStress, KeepsTwoFactoriesOverOneLoaderApart) {
+    const auto loader = StressEngine::makeLoader();
+    const StressEngine engines[2] = {StressEngine(loader), StressEngine(loader)};
+    engines[1].getFactory().reset(5, 4000);
+    Results results(threadCount);
+    runOnThreads(threadCount,
+                 [&](unsigned int thread) { results[thread] = workRounds(engines[thread % 2], thread); });
+    EXPECT_EQ(results, workAlone());
+}
+
+TEST(FactoryStress, ServesFactoriesThatThreadsMakeAndDrop) {
+    const auto loader = StressEngine::makeLoader();
+    Results results(threadCount);
+    runOnThreads(threadCount, [&](unsigned int thread) {
+        for (unsigned int round = 0; round < roundsPerThread; ++round) {
+            results[thread].push_back(StressEngine(loader).work(thread * 3 + round));
+        }
+    });
+    EXPECT_EQ(results, workAlone());
+}
+
+TEST(FactoryStress, AnswersFontsMetricsAndFallbacksToAllThreadsAlike) {
+    const auto ask = [](const StressEngine& engine, unsigned int family) {
+        const Testing::FontInfoPtr info = engine.getFont(family, 12.0F).getFontInfo();
+        const FontFactory& factory = engine.getFactory();
+        const auto metrics = factory.getFontMetrics(info);
+        const auto fallback = factory.getDefaultFontForSymbol(0x2603, info);
+        Digest digest;
+        digest.add(metrics->getHeight());
+        digest.add(metrics->getTextWidth("A\xE2\x98\x83", Testing::makeExtFontInfo(info)));
+        digest.add(fallback->getHeight());
+        digest.add(fallback->getFace()->getBasicMetrics().getCharMap()[0x2603].advance);
+        digest.add(factory.getFaceData(info->getFontFaceInfo())->bytes->size());
+        return digest.get();
+    };
+    const StressEngine alone;
+    std::vector<std::uint64_t> expected;
+    for (unsigned int family = 0; family < StressEngine::familyCount; ++family) {
+        expected.push_back(ask(alone, family));
+    }
+    const StressEngine shared;
+    Results results(threadCount);
+    runOnThreads(threadCount, [&](unsigned int thread) {
+        for (unsigned int family = 0; family < StressEngine::familyCount; ++family) {
+            results[thread].push_back(ask(shared, family));
+        }
+    });
+    EXPECT_EQ(results, Results(threadCount, expected));
+}
+
+TEST(SharedKeys, HashAlikeOnEightThreadsAtOnce) {
+    for (int round = 0; round < 100; ++round) {
+        KeyFields fields; // those whose hashes are known
+        fields.glyph = 36;
+        fields.size = 12.5F;
+        fields.mode = FT_RENDER_MODE_LCD;
+        fields.scale = {1.5F, -2.0F};
+        fields.ratio = 2.25F;
+        fields.offset = 60;
+        fields.isLast = false;
+        fields.color = 0x0A141E;
+        const ColoredBitmapGlyphInfo key = fields.makeColored();
+        const BitmapGlyphInfo& bitmapKey = key;
+        const GlyphInfo& outlineKey = key;
+        std::vector<std::vector<std::uint64_t>> hashes(threadCount);
+        runOnThreads(threadCount, [&](unsigned int thread) {
+            const ColoredBitmapGlyphInfo copy(key); // while others hash the original
+            hashes[thread] = {
+                outlineKey.hash(),    bitmapKey.hash(), key.hash(), copy.hash(), key.getFaceInfo()->getHash(),
+                key == copy ? 1U : 0U};
+        });
+        const std::vector<std::uint64_t> expected = {0x73CC07A02F13733C, 0x4653F0FAEA8A898E,
+                                                     0x7EC5E218F99CFE4C, 0x7EC5E218F99CFE4C,
+                                                     0x6BFC7765CA811BE7, 1};
+        ASSERT_EQ(hashes, Results(threadCount, expected));
+    }
+}
+
+} // namespace
+} // namespace Vell::FontEngine

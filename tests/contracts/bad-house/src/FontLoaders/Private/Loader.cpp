@@ -1,0 +1,2 @@
+#include <Gfx/Private/Detail.h>
+#include <Gfx/Public/Shape.h>

@@ -1,0 +1,3 @@
+#pragma once
+#include "../Private/Detail.h"
+#include <Utils/Utils.h>

@@ -1,0 +1,3 @@
+#pragma once
+#include <Gfx/Public/Shape.h>
+#include <cinder/Vector.h>

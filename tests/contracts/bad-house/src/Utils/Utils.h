@@ -1,0 +1,2 @@
+#pragma once
+#include <Utils/Public/Text.h>

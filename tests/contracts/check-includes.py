@@ -1,0 +1,106 @@
+#!/usr/bin/env python3
+"""Checks who includes whom in the house, and that every public header is installed.
+
+    check-includes.py ROOT
+
+The libraries stand on each other: cinder, Utils, Gfx, FontLoaders, FontEngine, CairoAdapter, then the applications
+and, on top, the tests. A file includes headers of its own layer and of those below. Headers in a folder `Private`
+belong to their library, unless its CMakeLists.txt lists them among its HEADERS; all other headers are public: they
+must be listed, must be reachable from the umbrella header of their library, and may include only public headers.
+Tests may include everything.
+"""
+import re
+import sys
+from pathlib import Path
+
+LAYERS = ["cinder", "Utils", "Gfx", "FontLoaders", "FontEngine", "CairoAdapter"]
+APPLICATIONS = len(LAYERS)
+INCLUDE = re.compile(r'^\s*#\s*include\s*[<"]([^>"]+)[>"]', re.MULTILINE)
+# Lists cinder's headers, which have no library of their own.
+LISTING_LIBRARY = {"cinder": "Utils"}
+
+
+class House:
+    def __init__(self, root):
+        self.root = root
+        self.src = root / "src"
+        self.listed = {header for layer in LAYERS for header in self._read_listed(layer)}
+
+    def _read_listed(self, layer):
+        """The headers that the library's CMakeLists.txt installs, by the path that they are included by."""
+        lists = self.src / layer / "CMakeLists.txt"
+        if not lists.exists():
+            return []
+        section = re.search(r"\bHEADERS\b([^)]*)\)", lists.read_text(encoding="utf-8"))
+        names = section.group(1).split() if section else []
+        return [(lists.parent / name).resolve().relative_to(self.src.resolve()).as_posix() for name in names]
+
+    def is_public(self, header):
+        return header in self.listed or "Private" not in Path(header).parts
+
+    def list_sources(self):
+        """(path, layer number) of every file with includes that the rules are for."""
+        for folder, layer in [("src", None), ("apps", APPLICATIONS)]:
+            for path in sorted((self.root / folder).rglob("*")):
+                if path.suffix in (".h", ".cpp"):
+                    yield path, LAYERS.index(path.relative_to(self.src).parts[0]) if layer is None else layer
+
+    def list_includes(self, path):
+        """The house's headers that a file includes, by their path from src."""
+        for name in INCLUDE.findall(path.read_text(encoding="utf-8")):
+            beside = (path.parent / name).resolve()
+            if beside.exists() and beside.is_relative_to(self.src.resolve()):
+                yield beside.relative_to(self.src.resolve()).as_posix()
+            elif name.split("/")[0] in LAYERS:
+                yield name
+
+
+def get_layer(header):
+    return LAYERS.index(header.split("/")[0])
+
+
+def check_arrows(house):
+    for path, layer in house.list_sources():
+        in_src = path.relative_to(house.src).as_posix() if layer != APPLICATIONS else None
+        for header in house.list_includes(path):
+            where = f"{path.relative_to(house.root).as_posix()} includes {header}"
+            if get_layer(header) > layer:
+                yield f"{where}: of a library that stands above it"
+            elif not house.is_public(header) and get_layer(header) != layer:
+                yield f"{where}: private to another library"
+            elif in_src in house.listed and header not in house.listed:
+                yield f"{where}: an installed header needs one that is not"
+
+
+def check_listed(house):
+    for path, layer in house.list_sources():
+        if path.suffix != ".h" or layer == APPLICATIONS:
+            continue
+        header = path.relative_to(house.src).as_posix()
+        if house.is_public(header) and header not in house.listed:
+            library = LISTING_LIBRARY.get(LAYERS[layer], LAYERS[layer])
+            yield f"src/{header} is public, but src/{library}/CMakeLists.txt does not list it"
+
+
+def check_umbrellas(house):
+    for header in sorted(house.listed):
+        layer = header.split("/")[0]
+        library = LISTING_LIBRARY.get(layer, layer)
+        umbrella = f"{library}/{library}.h"
+        if header == umbrella or "Private" in Path(header).parts:
+            continue
+        if header not in set(house.list_includes(house.src / umbrella)):
+            yield f"src/{umbrella} leaves out {header}"
+
+
+def main():
+    house = House(Path(sys.argv[1]).resolve())
+    problems = [*check_arrows(house), *check_listed(house), *check_umbrellas(house)]
+    print(*problems, sep="\n", end="\n" if problems else "")
+    sources = len(list(house.list_sources()))
+    print(f"{sources} files, {len(house.listed)} installed headers, {len(problems)} problems")
+    return 1 if problems or not sources else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
