@@ -14,8 +14,17 @@ namespace Vell::FontLoaders {
 
 namespace {
 
+/// Whether this thread has asked for memory in vain. FreeType goes on without the modules of a library and
+/// the tables of a face that it has no memory for: it must be stopped from outside.
+thread_local bool hasRunOutOfMemory = false;
+
+void* note(void* block) {
+    hasRunOutOfMemory = hasRunOutOfMemory || block == nullptr;
+    return block;
+}
+
 void* allocate(FT_Memory, long size) {
-    return std::malloc(static_cast<std::size_t>(size));
+    return note(std::malloc(static_cast<std::size_t>(size)));
 }
 
 void release(FT_Memory, void* block) {
@@ -23,7 +32,7 @@ void release(FT_Memory, void* block) {
 }
 
 void* reallocate(FT_Memory, long, long newSize, void* block) {
-    return std::realloc(block, static_cast<std::size_t>(newSize));
+    return note(std::realloc(block, static_cast<std::size_t>(newSize)));
 }
 
 /// The memory of every library: it belongs to none of them, so it is there for the last glyph of the last
@@ -61,6 +70,11 @@ struct MemoryStream {
     std::shared_ptr<MemoryStream> self; // while FreeType has it
 };
 
+/// The lack of memory behind an error that FreeType calls by another name, or behind none at all.
+int preferMemoryError(int error) {
+    return hasRunOutOfMemory ? FT_Err_Out_Of_Memory : error;
+}
+
 void throwIfFailed(const char* call, int error) {
     if (!isFTSucceeded(error)) {
         throw FreeTypeException(Internal::describeFreeTypeError(call, error));
@@ -77,7 +91,9 @@ FTLibraryPtr createFreeTypeLibrary() {
     FT_Library library = nullptr;
     throwIfFailed("FT_New_Library", FT_New_Library(&heap, &library));
     FTLibraryPtr owner(library, releaseLibrary);
+    hasRunOutOfMemory = false;
     FT_Add_Default_Modules(library);
+    throwIfFailed("FT_Add_Default_Modules", preferMemoryError(FT_Err_Ok));
     return owner;
 }
 
@@ -95,12 +111,14 @@ FTFacePtr createFontFace(const FTLibraryPtr& library,
     arguments.stream = &stream->record;
     FT_Face face = nullptr;
     stream->self = stream;
+    hasRunOutOfMemory = false;
     const int error = FT_Open_Face(library.get(), &arguments, 0, &face);
     if (!isFTSucceeded(error)) {
         stream->self.reset(); // FreeType closes only what it has come to look at
     }
-    throwIfFailed("FT_Open_Face", error);
-    return FTFacePtr(face, releaseFace);
+    FTFacePtr owner(face, releaseFace);
+    throwIfFailed("FT_Open_Face", preferMemoryError(error));
+    return owner;
 }
 
 } // namespace Vell::FontLoaders
