@@ -45,10 +45,16 @@ void FontFactory::flush() {
 }
 
 void FontFactory::reset(unsigned long maxFaceCount, unsigned long maxBitmapBytes) {
-    _bitmapCache = BitmapCache(0, maxBitmapBytes);
-    _imageCache = ImageCache(0, maxBitmapBytes);
-    _faceCache = FaceCache(maxFaceCount, 0);
-    _faceBytesCache = FaceBytesCache(maxFaceCount, 0);
+    // All are made before any takes effect, so that nothing has changed if there is no memory for one of
+    // them. They end in the order of flush, with what they have taken over.
+    FaceBytesCache faceBytes(maxFaceCount, 0);
+    FaceCache faces(maxFaceCount, 0);
+    ImageCache images(0, maxBitmapBytes);
+    BitmapCache bitmaps(0, maxBitmapBytes);
+    _bitmapCache = std::move(bitmaps);
+    _imageCache = std::move(images);
+    _faceCache = std::move(faces);
+    _faceBytesCache = std::move(faceBytes);
 }
 
 CheckedPtrImpl<const Gfx::FontFaceInfo, false>

@@ -46,6 +46,10 @@ class BitmapGlyph;
 /// must not be rendered by the bitmap service and by the outline service at the same time, which size it
 /// under different locks.
 ///
+/// Reentrancy: a client's loader and painter, and the destructors of its descriptions, font files and paths,
+/// may call the factory, `flush` and `reset` included, on the thread that called them. Only a request whose
+/// own entry they add, or push out again, is a failed assertion.
+///
 /// Errors: FontLoaderException, FreeTypeException, FontEngineException, BadNumCastError, std::bad_alloc, and
 /// whatever a client's loader or painter throws. After an exception nothing is cached for that request and no
 /// lock is held.

@@ -88,6 +88,10 @@ FailingAllocations::~FailingAllocations() {
     allocationsUntilFailure = 0;
 }
 
+bool FailingAllocations::hasFailed() const {
+    return allocationsUntilFailure == 0;
+}
+
 LiveBytes::LiveBytes()
     : _atStart(liveBytes) {}
 

@@ -13,6 +13,9 @@ public:
     ~FailingAllocations();
     FailingAllocations(const FailingAllocations&) = delete;
     FailingAllocations& operator=(const FailingAllocations&) = delete;
+
+    /// Whether that allocation has come.
+    bool hasFailed() const;
 };
 
 /// The bytes that this thread has allocated through operator new and not released since the object was made;

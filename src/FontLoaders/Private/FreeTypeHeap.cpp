@@ -18,14 +18,18 @@ constexpr std::size_t unbounded = std::numeric_limits<std::size_t>::max() / 2;
 /// What this thread's operation may still take.
 thread_local std::size_t rest = unbounded;
 
+thread_local bool hasLacked = false;
+
 bool mayTake(std::size_t bytes) {
     return bytes <= maxFreeTypeBlock && bytes <= rest;
 }
 
-void take(void* block) {
+void* take(void* block) {
+    hasLacked = hasLacked || block == nullptr;
     if (rest < unbounded) {
         rest -= std::min(rest, malloc_usable_size(block));
     }
+    return block;
 }
 
 /// Blocks that are older than the operation may be among what it gives back; they do not raise its bound.
@@ -37,9 +41,7 @@ void giveBack(void* block) {
 
 void* allocate(FT_Memory, long size) {
     const auto bytes = static_cast<std::size_t>(size);
-    void* const block = mayTake(bytes) ? std::malloc(bytes) : nullptr;
-    take(block);
-    return block;
+    return take(mayTake(bytes) ? std::malloc(bytes) : nullptr);
 }
 
 void release(FT_Memory, void* block) {
@@ -50,12 +52,14 @@ void release(FT_Memory, void* block) {
 void* reallocate(FT_Memory, long, long newSize, void* block) {
     const auto bytes = static_cast<std::size_t>(newSize);
     if (!mayTake(bytes)) {
-        return nullptr;
+        return take(nullptr);
     }
     giveBack(block);
-    void* const grown = std::realloc(block, bytes);
-    take(grown != nullptr ? grown : block);
-    return grown;
+    void* const moved = std::realloc(block, bytes);
+    if (moved == nullptr) {
+        take(block); // it is still there
+    }
+    return take(moved);
 }
 
 FT_MemoryRec_ heap{nullptr, allocate, release, reallocate};
@@ -64,6 +68,14 @@ FT_MemoryRec_ heap{nullptr, allocate, release, reallocate};
 
 FT_Memory Internal::getFreeTypeHeap() {
     return &heap;
+}
+
+bool Internal::hasLackedMemory() {
+    return hasLacked;
+}
+
+void Internal::forgetLackOfMemory() {
+    hasLacked = false;
 }
 
 FreeTypeOperation::FreeTypeOperation()

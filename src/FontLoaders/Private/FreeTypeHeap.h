@@ -9,4 +9,8 @@ namespace Vell::FontLoaders::Internal {
 /// last one.
 FT_Memory getFreeTypeHeap();
 
+/// Whether this thread has asked that heap for memory in vain since it last called forgetLackOfMemory.
+bool hasLackedMemory();
+void forgetLackOfMemory();
+
 } // namespace Vell::FontLoaders::Internal

@@ -46,6 +46,12 @@ struct MemoryStream {
     std::shared_ptr<MemoryStream> self; // while FreeType has it
 };
 
+/// The lack of memory behind an error that FreeType calls by another name, or behind none at all: it goes on
+/// without the modules of a library and the tables of a face that it has no memory for.
+int preferMemoryError(int error) {
+    return Internal::hasLackedMemory() ? FT_Err_Out_Of_Memory : error;
+}
+
 void throwIfFailed(const char* call, int error) {
     if (!isFTSucceeded(error)) {
         throw FreeTypeException(Internal::describeFreeTypeError(call, error));
@@ -62,7 +68,9 @@ FTLibraryPtr createFreeTypeLibrary() {
     FT_Library library = nullptr;
     throwIfFailed("FT_New_Library", FT_New_Library(Internal::getFreeTypeHeap(), &library));
     FTLibraryPtr owner(library, releaseLibrary);
+    Internal::forgetLackOfMemory();
     FT_Add_Default_Modules(library);
+    throwIfFailed("FT_Add_Default_Modules", preferMemoryError(FT_Err_Ok));
     return owner;
 }
 
@@ -81,12 +89,13 @@ FTFacePtr createFontFace(const FTLibraryPtr& library,
     const FreeTypeOperation operation;
     FT_Face face = nullptr;
     stream->self = stream;
+    Internal::forgetLackOfMemory();
     const int error = FT_Open_Face(library.get(), &arguments, 0, &face);
     if (!isFTSucceeded(error)) {
         stream->self.reset(); // FreeType closes only what it has come to look at
     }
-    throwIfFailed("FT_Open_Face", error);
     FTFacePtr owner(face, releaseFace);
+    throwIfFailed("FT_Open_Face", preferMemoryError(error));
     Internal::attachGlyfReader(face);
     return owner;
 }

@@ -19,7 +19,8 @@ using FTFacePtr = std::unique_ptr<FT_FaceRec_, void (*)(FT_FaceRec_*)>;
 /// Whether a FreeType call returned "no error".
 VELL_API bool isFTSucceeded(int error);
 
-/// A new FreeType library with the standard modules. Throws FreeTypeException.
+/// A new FreeType library with the standard modules. Throws FreeTypeException, also when there is no memory
+/// for one of the modules.
 ///
 /// A library may be shared between owners (shareFreeTypeLibrary): it ends with the last of them, on whichever
 /// thread that is. Its memory comes from the heap of the process, so what was allocated through it may be
@@ -31,7 +32,7 @@ VELL_API FTLibraryPtr shareFreeTypeLibrary(FT_Library library);
 
 /// Opens the first face of a font file in memory. FreeType reads the bytes in place; the face shares their
 /// ownership and releases them last. The library must outlive the face. Throws FreeTypeException when
-/// FreeType does not know or accept the file.
+/// FreeType does not know or accept the file, and when there is no memory for a part of it.
 VELL_API FTFacePtr createFontFace(const FTLibraryPtr& library,
                                   const CheckedPtrImpl<const std::vector<unsigned char>, false>& bytes);
 

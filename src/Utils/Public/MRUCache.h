@@ -10,6 +10,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <iterator>
+#include <new>
 #include <utility>
 
 namespace Vell {
@@ -26,8 +27,10 @@ namespace Vell {
 ///
 /// Ownership: keys and values are held by value; store shared pointers, so that a value survives its
 /// eviction. A node that is handed out stays valid until the next put that evicts it, or clear, or the end of
-/// the cache. Threads: none; even get changes the order. The owner serialises all calls. Errors: what Hash,
-/// Equal or an allocation throws passes through and leaves the cache as it was.
+/// the cache. The destructors of keys and values may call back into the cache: an entry ends when it is no
+/// part of the cache any more. Hash and Equal may not. Threads: none; even get changes the order. The owner
+/// serialises all calls. Errors: what Hash, Equal or an allocation throws passes through and leaves the cache
+/// as it was.
 template <class Key, class Value, class Hash, class Equal>
 class MRUCache {
 public:
@@ -70,6 +73,7 @@ public:
 
     /// Adds an entry as the most recently used one and evicts what the limits no longer allow. Null, with
     /// nothing changed, when an equal key is held already: a value that was handed out is never superseded.
+    /// Null, too, when the entry has gone again, because of what the end of an evicted one did.
     const DataNode* put(const Key& key, DataNode node) {
         auto& recency = _data.template get<byRecency>();
         const auto [added, isNew] = recency.emplace_back(key, std::move(node));
@@ -78,12 +82,14 @@ public:
         }
         moveToFront(added);
         _effectiveSizeInBytes += added->second.getEffectiveSizeInBytes();
+        const std::uint64_t change = ++_changes.count;
         checkAndPopLast();
-        return &added->second;
+        // Searched for only then: a key that does not even equal itself is not found.
+        return change == _changes.count ? &added->second : find(key);
     }
 
     /// get, or else put of what `makeNode()` returns. What makeNode throws passes through with nothing added.
-    /// Asserts that makeNode did not itself add an entry of this key.
+    /// Asserts that makeNode did not itself add an entry of this key, and that the entry is held in the end.
     template <class MakeNode>
     const DataNode& getOrPut(const Key& key, const MakeNode& makeNode) {
         if (const DataNode* const held = get(key)) {
@@ -96,11 +102,18 @@ public:
         return *value;
     }
 
-    /// Drops all entries; the limits stay, the counts restart at zero.
+    /// Drops all entries; the limits stay, the counts restart at zero. Entries end when the cache is empty
+    /// already: what their end adds stays.
     void clear() {
-        _data.clear();
+        ++_changes.count;
         _evictedCount = 0;
-        _effectiveSizeInBytes = 0;
+        try {
+            Data ended;
+            ended.swap(_data);
+            _effectiveSizeInBytes = 0;
+        } catch (const std::bad_alloc&) {
+            dropOneByOne();
+        }
     }
 
 private:
@@ -110,6 +123,19 @@ private:
                    boost::multi_index::sequenced<>,
                    boost::multi_index::hashed_unique<
                        boost::multi_index::member<Entry, const Key, &Entry::first>, Hash, Equal>>>;
+    /// How often entries were put or cleared: tells put whether the end of an evicted entry did. An
+    /// assignment to the cache is one more change.
+    struct Changes {
+        Changes() = default;
+        Changes(const Changes&) = default;
+        Changes& operator=(const Changes&) {
+            ++count;
+            return *this;
+        }
+
+        std::uint64_t count = 0;
+    };
+
     static constexpr int byRecency = 0; // front: most recently used
     static constexpr int byKey = 1;
     static constexpr const char* file = "Utils/Public/MRUCache";
@@ -118,6 +144,12 @@ private:
     void moveToFront(const Position& position) {
         auto& recency = _data.template get<byRecency>();
         recency.relocate(recency.begin(), position);
+    }
+
+    const DataNode* find(const Key& key) const {
+        const auto& index = _data.template get<byKey>();
+        const auto found = index.find(key);
+        return found == index.end() ? nullptr : &found->second;
     }
 
     bool isOverLimit() const {
@@ -135,14 +167,26 @@ private:
         if (_data.empty()) {
             doFailAssert(file, 279, "!_data.empty()");
         }
-        auto& recency = _data.template get<byRecency>();
-        const Entry& value = recency.back();
+        const Entry& value = _data.template get<byRecency>().back();
         if (_effectiveSizeInBytes < value.second.getEffectiveSizeInBytes()) {
             doFailAssert(file, 281, "_effectiveSizeInBytes >= value.second.getEffectiveSizeInBytes()");
         }
-        _effectiveSizeInBytes -= value.second.getEffectiveSizeInBytes();
-        recency.pop_back();
         ++_evictedCount;
+        dropLast();
+    }
+
+    /// clear without memory: an entry that the end of another one asks for may stay.
+    void dropOneByOne() {
+        for (std::size_t count = _data.size(); count != 0 && !_data.empty(); --count) {
+            dropLast();
+        }
+    }
+
+    /// All counts are right before the entry ends.
+    void dropLast() {
+        auto& recency = _data.template get<byRecency>();
+        _effectiveSizeInBytes -= recency.back().second.getEffectiveSizeInBytes();
+        recency.pop_back();
     }
 
     Data _data;
@@ -150,6 +194,7 @@ private:
     std::uint64_t _maxSizeInBytes;
     std::uint64_t _evictedCount = 0;
     std::uint64_t _effectiveSizeInBytes = 0;
+    Changes _changes;
 };
 
 } // namespace Vell

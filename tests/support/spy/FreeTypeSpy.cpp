@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <exception>
 #include <map>
 #include <mutex>
 #include <stdexcept>
@@ -20,6 +21,7 @@ using Character = std::pair<FT_ULong, FT_UInt>;
 struct State {
     bool isWatching = false;
     std::vector<FreeTypeCall> calls;
+    std::size_t unwoundCalls = 0;
     std::map<std::string, std::map<std::size_t, FT_Error>> failures; // by calls still to come
     std::optional<std::vector<Character>> characters;
     std::size_t nextCharacter = 0;
@@ -123,9 +125,15 @@ std::size_t FreeTypeSpy::countCalls(const std::string& name) const {
     return getLines({name}).size();
 }
 
+std::size_t FreeTypeSpy::countUnwoundCalls() const {
+    const std::lock_guard<std::mutex> lock(stateMutex);
+    return state.unwoundCalls;
+}
+
 void FreeTypeSpy::clear() {
     const std::lock_guard<std::mutex> lock(stateMutex);
     state.calls.clear();
+    state.unwoundCalls = 0;
 }
 
 void FreeTypeSpy::failCall(const std::string& name, std::size_t number, FT_Error error) {
@@ -192,6 +200,10 @@ bool Call::enter(const void* returnAddress) {
 
 Call::~Call() {
     --depth;
+    if (_isNoted && std::uncaught_exceptions() > _exceptionsAtEntry) {
+        const std::lock_guard<std::mutex> lock(stateMutex);
+        ++state.unwoundCalls;
+    }
 }
 
 void Call::note(const char* name, const void* object, std::string line) {

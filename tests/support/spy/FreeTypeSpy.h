@@ -46,6 +46,8 @@ public:
     std::vector<std::string> getLines() const;
     std::vector<std::string> getLines(const std::vector<std::string>& names) const;
     std::size_t countCalls(const std::string& name) const;
+    /// How many calls an exception has left, FreeType's frames included, in which nothing is cleaned up.
+    std::size_t countUnwoundCalls() const;
     void clear();
 
     /// Lets the `number`-th noted call of a function from now on (1 is the next one) return `error` without

@@ -167,6 +167,22 @@ TEST(FreeTypeSpy, ChangesTheFormatOfGlyphs) {
     FT_Done_Glyph(glyph);
 }
 
+TEST(FreeTypeSpy, CountsTheCallsThatAnExceptionLeaves) {
+    const OpenedFont font(buildFont());
+    ASSERT_EQ(FT_Load_Glyph(font.get(), 1, FT_LOAD_NO_SCALE), FT_Err_Ok);
+    const auto draw = [](const FT_Vector*, void* isThrowing) {
+        return *static_cast<bool*>(isThrowing) ? throw std::runtime_error("") : 0;
+    };
+    const FT_Outline_Funcs functions{draw, draw, nullptr, nullptr, 0, 0};
+    const FreeTypeSpy spy;
+    bool isThrowing = false;
+    FT_Outline_Decompose(&font->glyph->outline, &functions, &isThrowing);
+    EXPECT_EQ(spy.countUnwoundCalls(), 0U);
+    isThrowing = true;
+    EXPECT_THROW(FT_Outline_Decompose(&font->glyph->outline, &functions, &isThrowing), std::runtime_error);
+    EXPECT_EQ(spy.countUnwoundCalls(), 1U);
+}
+
 TEST(FreeTypeSpy, ForgetsEverythingAtItsEnd) {
     {
         FreeTypeSpy spy;

@@ -4,6 +4,7 @@
 #include FT_FREETYPE_H
 #include FT_IMAGE_H
 
+#include <exception>
 #include <optional>
 #include <string>
 #include <type_traits>
@@ -32,7 +33,8 @@ class Call {
 public:
     template <class... Arguments>
     Call(const char* name, const void* returnAddress, const void* object, const Arguments&... arguments)
-        : _isNoted(enter(returnAddress)) {
+        : _exceptionsAtEntry(std::uncaught_exceptions())
+        , _isNoted(enter(returnAddress)) {
         if (_isNoted) {
             note(name, object, (std::string(name) + ... + (' ' + describe(arguments))));
         }
@@ -58,6 +60,7 @@ private:
     static bool enter(const void* returnAddress);
     void note(const char* name, const void* object, std::string line);
 
+    int _exceptionsAtEntry;
     bool _isNoted;
     std::optional<FT_Error> _injectedError;
 };

@@ -1,0 +1,58 @@
+// Every allocation of every operation through operator new fails in turn.
+
+#include <FontEngine/Faults/Operations.h>
+
+#include <support/FailingAllocations.h>
+#include <support/FreeTypeMemory.h>
+
+#include <gmock/gmock.h>
+
+#include <new>
+
+namespace Vell::FontEngine {
+namespace {
+
+using Testing::FailingAllocations;
+using Testing::FreeTypeMemory;
+
+/// Performs the operation with its `number`-th allocation through operator new failing; whether there was
+/// such an allocation.
+bool performWithout(std::size_t number, const Operation& operation, World& world) {
+    const FailingAllocations failing(number);
+    try {
+        operation.perform(world);
+        EXPECT_FALSE(failing.hasFailed() && operation.needsMemory)
+            << "the failure was passed over in silence";
+    } catch (const std::bad_alloc&) {
+        EXPECT_TRUE(failing.hasFailed() && operation.needsMemory);
+    }
+    EXPECT_TRUE(failing.hasFailed() || number > 1) << "every operation allocates";
+    return failing.hasFailed();
+}
+
+void expectSurvivesEveryFailure(const Operation& operation) {
+    const std::string expected = performUndisturbed(operation);
+    bool hasFailed = true;
+    for (std::size_t number = 1; hasFailed; ++number) {
+        SCOPED_TRACE(std::string(operation.name) + " without its allocation " + std::to_string(number));
+        const Testing::LiveBytes live;
+        {
+            World world;
+            operation.prepare(world);
+            hasFailed = performWithout(number, operation, world);
+            ASSERT_EQ(operation.perform(world), expected);
+        }
+        ASSERT_EQ(live.get(), 0U);
+    }
+}
+
+TEST(AllocationFaults, EndEveryOperationAndNothingElse) {
+    const FreeTypeMemory memory;
+    for (const Operation& operation : getOperations()) {
+        expectSurvivesEveryFailure(operation);
+        EXPECT_EQ(memory.countLiveBlocks(), 0) << operation.name;
+    }
+}
+
+} // namespace
+} // namespace Vell::FontEngine

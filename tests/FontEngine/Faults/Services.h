@@ -1,0 +1,32 @@
+#pragma once
+
+#include <FontEngine/Engine.h>
+#include <FontEngine/GlyphKeyFields.h>
+
+#include <string>
+#include <vector>
+
+namespace Vell::FontEngine {
+
+/// A request to the library that leads to a glyph, a run or a drawing: does it at a font size and describes
+/// what came out of it, down to pixels and segments; "null" for nothing. Texts are "A", or "_" for an
+/// underscore, which is rendered with sub-pixels.
+struct Service {
+    const char* name;
+    std::string (*perform)(const Engine& engine, const FacePtr& face, const char* text, float size);
+};
+
+/// Requests that render the bitmap of a glyph.
+const std::vector<Service>& getBitmapServices();
+/// Requests that build the outline of a glyph.
+const std::vector<Service>& getOutlineServices();
+
+std::string describe(const FT_BitmapGlyphRec_* glyph);
+std::string describe(const BitmapGlyphImage* image);
+/// Of a path that a RecordingPainter built.
+std::string describe(const Gfx::Path* path);
+
+/// The keys of a text's only glyph as the painters make them at an unscaled transform.
+KeyFields makeKey(const FacePtr& face, const char* text, float size);
+
+} // namespace Vell::FontEngine

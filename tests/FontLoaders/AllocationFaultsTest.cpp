@@ -1,0 +1,148 @@
+// Every allocation through operator new of every operation of the platform's loader fails in turn. What
+// fontconfig allocates by itself does not come this way.
+
+#include "FaceRequest.h"
+#include "FontSandbox.h"
+#include "FontWriter.h"
+
+#include <support/FailingAllocations.h>
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <new>
+#include <stdexcept>
+
+namespace Vell::FontLoaders::Testing {
+
+namespace {
+
+using Vell::Testing::FailingAllocations;
+using Vell::Testing::LiveBytes;
+
+using LoaderPtr = CheckedPtrImpl<FontLoader, false>;
+
+/// A request to the loader that describes its answer.
+struct Question {
+    const char* name;
+    std::function<std::string(const LoaderPtr&)> ask;
+};
+
+std::string describe(const std::shared_ptr<const Bytes>& bytes) {
+    return bytes ? std::string(bytes->begin(), bytes->end()) : "null";
+}
+
+std::string getError(const LoaderPtr& loader, const std::string& name) {
+    try {
+        return describe(load(loader, name));
+    } catch (const FontLoaderException& error) {
+        return error.what();
+    }
+}
+
+std::string openAlpha(const LoaderPtr& loader) {
+    const std::shared_ptr<const Bytes> bytes = load(loader, "Alpha");
+    const auto library = createFreeTypeLibrary();
+    const auto shared = shareFreeTypeLibrary(library.get());
+    return createFontFace(library, makeNNPtr<const Bytes>(*bytes))->family_name;
+}
+
+const Question questions[] = {
+    {"createPlatformDefaultFontLoader",
+     [](const auto&) { return describe(load(createPlatformDefaultFontLoader("Alpha"), "Unknown")); }},
+    {"loadFont", [](const auto& loader) { return describe(load(loader, "Alpha")); }},
+    {"loadFont of a face of a collection",
+     [](const auto& loader) { return describe(load(loader, "Gamma")); }},
+    {"loadFont of a generic name", [](const auto& loader) { return describe(load(loader, "sans-serif")); }},
+    {"loadFont of an alias", [](const auto& loader) { return describe(load(loader, "Wish")); }},
+    {"loadFont of an unknown name", [](const auto& loader) { return describe(load(loader, "Unknown")); }},
+    {"loadFont of a lost file", [](const auto& loader) { return getError(loader, "Lost"); }},
+    {"loadDefaultFont", [](const auto& loader) { return describe(loader->loadDefaultFont(false, false)); }},
+    {"loadDefaultFont of a style",
+     [](const auto& loader) { return describe(loader->loadDefaultFont(true, false)); }},
+    {"getFamilyNameForRange", [](const auto& loader) { return loader->getFamilyNameForRange(1); }},
+    {"opening a face", openAlpha}};
+
+class LoaderAllocationFaults : public ::testing::Test {
+protected:
+    LoaderAllocationFaults() {
+        sandbox.write("a.ttf", writeFont(makeDraft(u"Alpha")));
+        sandbox.write("ab.ttf", writeFont(makeDraft(u"Alpha", 700)));
+        sandbox.write("b.ttc",
+                      writeCollection({writeFont(makeDraft(u"Beta")), writeFont(makeDraft(u"Gamma"))}));
+        sandbox.write("l.ttf", writeFont(makeDraft(u"Lost")));
+    }
+
+    /// A loader that knows of a file that is gone.
+    LoaderPtr makeLoader() const {
+        sandbox.write("l.ttf", writeFont(makeDraft(u"Lost")));
+        const LoaderPtr loader = createPlatformDefaultFontLoader("Alpha");
+        load(loader, "Unknown");
+        sandbox.remove("l.ttf");
+        return loader;
+    }
+
+    /// Whether an allocation failed.
+    bool askWithout(std::size_t number, const Question& question, const LoaderPtr& loader) const {
+        const FailingAllocations failing(number);
+        try {
+            question.ask(loader);
+            EXPECT_FALSE(failing.hasFailed()) << "the failure was passed over in silence";
+        } catch (const std::bad_alloc&) {
+            EXPECT_TRUE(failing.hasFailed());
+        }
+        EXPECT_TRUE(failing.hasFailed() || number > 1) << "every question allocates";
+        return failing.hasFailed();
+    }
+
+    void expectSurvivesEveryFailure(const Question& question, const std::function<LoaderPtr()>& make) const {
+        const std::string expected = question.ask(make());
+        bool hasFailed = true;
+        for (std::size_t number = 1; hasFailed; ++number) {
+            SCOPED_TRACE(std::string(question.name) + " without its allocation " + std::to_string(number));
+            const LiveBytes live;
+            {
+                const LoaderPtr loader = make();
+                hasFailed = askWithout(number, question, loader);
+                ASSERT_EQ(question.ask(loader), expected);
+            }
+            ASSERT_EQ(live.get(), 0U);
+        }
+    }
+
+    const FontSandbox sandbox{"<alias binding=\"same\"><family>Wish</family><accept><family>Alpha</family>"
+                              "</accept></alias>"};
+};
+
+TEST_F(LoaderAllocationFaults, EndEveryQuestionAndNothingElse) {
+    for (const Question& question : questions) {
+        expectSurvivesEveryFailure(question, [this] { return makeLoader(); });
+    }
+}
+
+TEST_F(LoaderAllocationFaults, EndTheFirstQuestionOfALoader) {
+    expectSurvivesEveryFailure(questions[1], [] { return createPlatformDefaultFontLoader("Alpha"); });
+}
+
+TEST(LoaderWithoutFontsAllocationFaults, EndTheQuestionForTheBuiltInFont) {
+    const FontSandbox sandbox;
+    const LoaderPtr loader = createPlatformDefaultFontLoader("");
+    const auto ask = [&] { return describe(loader->loadDefaultFont(false, false)); };
+    const std::string expected = ask();
+    bool hasFailed = true;
+    for (std::size_t number = 1; hasFailed; ++number) {
+        {
+            const FailingAllocations failing(number);
+            try {
+                ask();
+            } catch (const std::bad_alloc&) {
+            }
+            hasFailed = failing.hasFailed();
+        }
+        ASSERT_TRUE(ask() == expected) << "without allocation " << number;
+    }
+}
+
+} // namespace
+
+} // namespace Vell::FontLoaders::Testing

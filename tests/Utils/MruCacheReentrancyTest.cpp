@@ -1,0 +1,263 @@
+// Entries whose end calls the cache that they were in.
+
+#include <support/ExpectAssertion.h>
+#include <support/FailingAllocations.h>
+
+#include <Utils/Public/MRUCache.h>
+#include <Utils/Public/Ptr/DeepEquality.h>
+
+#include <functional>
+#include <limits>
+#include <memory>
+#include <utility>
+#include <vector>
+
+namespace Vell {
+namespace {
+
+using Value = std::shared_ptr<const int>;
+using Cache = MRUCache<int, Value, std::hash<int>, AreDeeplyEqualComparator>;
+
+/// A value that does something when the last owner lets go.
+Value makeValue(std::function<void()> end) {
+    return Value(new int(0), [end = std::move(end)](const int* number) {
+        delete number;
+        end();
+    });
+}
+
+std::vector<int> getHeldKeys(Cache& cache) {
+    std::vector<int> keys;
+    for (int key = 0; key < 100; ++key) {
+        if (cache.get(key) != nullptr) {
+            keys.push_back(key);
+        }
+    }
+    return keys;
+}
+
+using Keys = std::vector<int>;
+
+TEST(MruCacheReentrancy, LetsAnEvictedEntryAddAnother) {
+    Cache cache(3);
+    cache.put(1, {makeValue([&] { EXPECT_NE(cache.put(10, {nullptr, 7}), nullptr); }), 1});
+    cache.put(2, {nullptr, 2});
+    cache.put(3, {nullptr, 3});
+    const Cache::DataNode* const added = cache.put(4, {nullptr, 4});
+    EXPECT_EQ(added, cache.get(4));
+    EXPECT_EQ(getHeldKeys(cache), (Keys{3, 4, 10})) << "the other put had to evict as well";
+    EXPECT_EQ(cache.getEffectiveSizeInBytes(), 14U);
+    EXPECT_EQ(cache.getEvictedCount(), 2U);
+}
+
+TEST(MruCacheReentrancy, ShowsAnEvictedEntryThatItHasGone) {
+    Cache cache(1);
+    std::size_t size = 0;
+    std::uint64_t bytes = 0;
+    std::uint64_t evicted = 0;
+    const Cache::DataNode* self = nullptr;
+    cache.put(1, {makeValue([&] {
+                      self = cache.get(1);
+                      size = cache.size();
+                      bytes = cache.getEffectiveSizeInBytes();
+                      evicted = cache.getEvictedCount();
+                  }),
+                  5});
+    cache.put(2, {nullptr, 9});
+    EXPECT_EQ(self, nullptr);
+    EXPECT_EQ(size, 1U);
+    EXPECT_EQ(bytes, 9U);
+    EXPECT_EQ(evicted, 1U);
+}
+
+TEST(MruCacheReentrancy, AnswersNullWhenAnEvictedEntryPushesTheNewOneOut) {
+    Cache cache(1);
+    cache.put(1, {makeValue([&] { cache.put(3, {nullptr, 30}); }), 10});
+    EXPECT_EQ(cache.put(2, {nullptr, 20}), nullptr);
+    EXPECT_EQ(getHeldKeys(cache), Keys{3});
+    EXPECT_EQ(cache.getEffectiveSizeInBytes(), 30U);
+    EXPECT_EQ(cache.getEvictedCount(), 2U);
+}
+
+TEST(MruCacheReentrancy, AnswersNullWhenAnEvictedEntryClearsTheCache) {
+    Cache cache(0, 15);
+    cache.put(1, {makeValue([&] { cache.clear(); }), 10});
+    EXPECT_EQ(cache.put(2, {nullptr, 10}), nullptr);
+    EXPECT_EQ(cache.size(), 0U);
+    EXPECT_EQ(cache.getEffectiveSizeInBytes(), 0U);
+    EXPECT_EQ(cache.getEvictedCount(), 0U);
+    EXPECT_NE(cache.put(2, {nullptr, 100}), nullptr) << "usable, and the limit is still there:";
+    EXPECT_NE(cache.put(3, {nullptr, 1}), nullptr);
+    EXPECT_EQ(getHeldKeys(cache), Keys{3});
+}
+
+TEST(MruCacheReentrancy, AnswersNullWhenAnEvictedEntryReplacesTheCache) {
+    Cache cache(1);
+    cache.put(1, {makeValue([&] {
+                      cache = Cache(7); // its counts begin anew, and come to where the first put left them
+                      cache.put(3, {nullptr, 1});
+                      cache.put(4, {nullptr, 1});
+                  }),
+                  0});
+    EXPECT_EQ(cache.put(2, {nullptr, 0}), nullptr);
+    EXPECT_EQ(getHeldKeys(cache), (Keys{3, 4}));
+}
+
+TEST(MruCacheReentrancy, EvictsForAKeyThatDoesNotEqualItself) {
+    MRUCache<float, Value, std::hash<float>, AreDeeplyEqualComparator> cache(1);
+    cache.put(1.0F, {nullptr, 3});
+    EXPECT_NE(cache.put(std::numeric_limits<float>::quiet_NaN(), {nullptr, 4}), nullptr);
+    EXPECT_EQ(cache.get(1.0F), nullptr);
+    EXPECT_EQ(cache.getEffectiveSizeInBytes(), 4U);
+}
+
+TEST(MruCacheReentrancyDeathTest, AssertsThatANewEntryIsHeldInTheEnd) {
+    VELL_EXPECT_ASSERTION(
+        {
+            Cache cache(1);
+            cache.put(1, {makeValue([&] { cache.clear(); }), 0});
+            cache.getOrPut(2, [] { return Cache::DataNode(nullptr, 0); });
+        },
+        "Utils/Public/MRUCache:199: assertion failed: value");
+}
+
+TEST(MruCacheReentrancy, TakesTheEntryThatAnEvictedOneMadeAnewForTheSameKey) {
+    Cache cache(1);
+    const Value remade = std::make_shared<const int>(2);
+    cache.put(1, {makeValue([&] {
+                      cache.clear();
+                      cache.put(2, {remade, 0});
+                  }),
+                  0});
+    EXPECT_EQ(cache.getOrPut(2, [] { return Cache::DataNode(nullptr, 0); }).getValue(), remade);
+}
+
+TEST(MruCacheReentrancy, IsEmptyWhenItsEntriesEndWhileItIsCleared) {
+    Cache cache;
+    std::vector<std::size_t> sizes;
+    for (int key = 0; key < 4; ++key) {
+        cache.put(key, {makeValue([&] {
+                            sizes.push_back(getHeldKeys(cache).size());
+                            EXPECT_EQ(sizes.back(), cache.size());
+                            EXPECT_EQ(cache.getEffectiveSizeInBytes(), 0U);
+                        }),
+                        2});
+    }
+    cache.clear();
+    EXPECT_EQ(sizes, (std::vector<std::size_t>{0, 0, 0, 0}));
+}
+
+/// Entries that ask for their neighbours and add others at their end.
+void fillWithCurious(Cache& cache) {
+    for (int key = 0; key < 5; ++key) {
+        cache.put(key, {makeValue([&cache, key] {
+                            cache.get((key + 1) % 5);
+                            cache.put(key + 10, {nullptr, 3});
+                        }),
+                        1});
+    }
+}
+
+TEST(MruCacheReentrancy, DropsEvenWhatIsAskedForWhileItIsCleared) {
+    Cache cache;
+    fillWithCurious(cache);
+    cache.clear();
+    EXPECT_EQ(getHeldKeys(cache), (Keys{10, 11, 12, 13, 14}));
+}
+
+TEST(MruCacheReentrancy, IsWholeAfterItWasClearedWithoutMemory) {
+    Cache cache(0, 100);
+    fillWithCurious(cache);
+    const std::size_t before = cache.size();
+    {
+        const Testing::FailingAllocations failing(1);
+        cache.clear();
+        EXPECT_TRUE(failing.hasFailed());
+    }
+    EXPECT_EQ(getHeldKeys(cache).size(), cache.size());
+    cache.clear();
+    cache.clear();
+    EXPECT_EQ(before, 5U);
+    EXPECT_EQ(cache.size(), 0U);
+    EXPECT_EQ(cache.getEffectiveSizeInBytes(), 0U);
+}
+
+TEST(MruCacheReentrancy, IsClearedWithoutMemoryAsWellWhenNothingCallsIt) {
+    bool hasFailed = true;
+    for (std::size_t number = 1; hasFailed; ++number) {
+        Cache cache(2, 100);
+        for (int key = 0; key < 5; ++key) {
+            cache.put(key, {nullptr, 7});
+        }
+        const Testing::FailingAllocations failing(number);
+        cache.clear();
+        hasFailed = failing.hasFailed();
+        EXPECT_TRUE(hasFailed || number > 1);
+        EXPECT_EQ(cache.size(), 0U);
+        EXPECT_EQ(cache.getEffectiveSizeInBytes(), 0U);
+        EXPECT_EQ(cache.getEvictedCount(), 0U);
+    }
+}
+
+TEST(MruCacheReentrancy, KeepsWhatAnEntryAddsWhileItIsCleared) {
+    Cache cache;
+    for (int key = 0; key < 5; ++key) {
+        cache.put(key, {makeValue([&cache, key] { cache.put(key + 10, {nullptr, 3}); }), 1});
+    }
+    cache.clear();
+    EXPECT_EQ(getHeldKeys(cache), (Keys{10, 11, 12, 13, 14}));
+    EXPECT_EQ(cache.size(), 5U);
+    EXPECT_EQ(cache.getEffectiveSizeInBytes(), 15U);
+    cache.clear();
+    EXPECT_EQ(cache.size(), 0U);
+    EXPECT_EQ(cache.getEffectiveSizeInBytes(), 0U);
+}
+
+TEST(MruCacheReentrancy, EndsClearingEvenIfEveryEndAddsAnEntryLikeItself) {
+    Cache cache;
+    bool isAdding = true;
+    std::function<void()> addAgain = [&] {
+        if (isAdding) {
+            cache.put(1, {makeValue(addAgain), 1});
+        }
+    };
+    cache.put(1, {makeValue(addAgain), 1});
+    cache.clear();
+    EXPECT_EQ(getHeldKeys(cache), Keys{1});
+    isAdding = false;
+}
+
+TEST(MruCacheReentrancy, MayBeClearedWhileItIsCleared) {
+    Cache cache;
+    int ends = 0;
+    for (int key = 0; key < 5; ++key) {
+        cache.put(key, {makeValue([&] {
+                            ++ends;
+                            cache.clear();
+                        }),
+                        1});
+    }
+    cache.clear();
+    EXPECT_EQ(ends, 5);
+    EXPECT_EQ(cache.size(), 0U);
+    EXPECT_EQ(cache.getEffectiveSizeInBytes(), 0U);
+}
+
+TEST(MruCacheReentrancy, MayBeReplacedWhileAnEntryOfTheOldOneLooksForItself) {
+    Cache cache(2);
+    const Cache::DataNode* found = nullptr;
+    cache.put(1, {makeValue([&] {
+                      found = cache.get(2);
+                      cache.put(3, {nullptr, 5});
+                  }),
+                  1});
+    cache.put(2, {nullptr, 1});
+    cache = Cache(7, 0);
+    EXPECT_EQ(found, nullptr);
+    EXPECT_EQ(getHeldKeys(cache), Keys{3});
+    EXPECT_EQ(cache.getEffectiveSizeInBytes(), 5U);
+    EXPECT_EQ(cache.getMaxEntries(), 7U);
+}
+
+} // namespace
+} // namespace Vell
