@@ -97,6 +97,7 @@ std::vector<Seed> makeCompositeSeeds() {
         makeSeed("composite-unknown", makeFont({triangle, makeComposite({999})}), 1),
         makeSeed("composite-tower", makeTower(12, 1, triangle), 12),
         makeSeed("composite-high-tower", makeTower(5000, 1, triangle), 5000),
+        makeSeed("composite-highest-tower", makeTower(60000, 1, triangle), 60000),
         makeSeed("composite-doubling", makeTower(8, 2, triangle), 8),
         makeSeed("composite-endless-doubling", makeTower(60, 2, {}), 60),
         makeSeed("composite-endless-doubling-of-points", makeTower(60, 2, triangle), 60)};
