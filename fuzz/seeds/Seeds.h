@@ -15,15 +15,15 @@ struct Seed {
     Bytes bytes;
 };
 
-/// How a font seed is asked for its glyphs: the fields of FontScript as bytes. A measure's first byte is its
-/// whole part.
+/// How a font seed is asked for its glyphs: the fields of FontScript as bytes. The first byte of
+/// the size is its whole part; factors are in 1/16384.
 struct FontSteering {
     unsigned int flags = 0;
     unsigned int renderMode = 0; ///< 0 grey, 1 LCD, 2 light, 3 mono, 4 vertical LCD
     unsigned int size = 16 << 8;
-    unsigned int scaleX = 1 << 8;
-    unsigned int scaleY = 1 << 8;
-    unsigned int ratio = 1 << 8;
+    unsigned int scaleX = 1 << 14;
+    unsigned int scaleY = 1 << 14;
+    unsigned int ratio = 1 << 14;
     unsigned int offset = 0;
     unsigned int character = 0; ///< 0 a letter, 1 an underscore
     unsigned int glyphs[2] = {1, 2};
@@ -35,6 +35,7 @@ Seed makeFontSeed(std::string name, const Bytes& file, const FontSteering& steer
 Testing::FontBuilder makeBoxFont(const std::string& family = "Fuzzed");
 
 std::vector<Seed> makeFontSeeds();      ///< fonts such as are in use
+std::vector<Seed> makeCffSeeds();       ///< fonts with PostScript outlines
 std::vector<Seed> makeCharMapSeeds();   ///< fonts in every charmap format
 std::vector<Seed> makeCompositeSeeds(); ///< fonts with glyphs made of glyphs
 std::vector<Seed> makeHostileSeeds();   ///< fonts that ask for too much

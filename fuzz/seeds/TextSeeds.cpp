@@ -8,8 +8,8 @@ using Testing::ByteWriter;
 
 namespace {
 
-/// The measures in the order of the script: size, spacing, ratio, width, scale x and y, angle, translation x
-/// and y.
+/// The measures in the order of the script: size, spacing, width, angle, translation x and y, ratio,
+/// scale x and y.
 using Measures = std::vector<unsigned int>;
 
 Seed makeSeed(std::string name, unsigned int flags, const Measures& measures, const std::string& text) {
@@ -23,9 +23,10 @@ Seed makeSeed(std::string name, unsigned int flags, const Measures& measures, co
 }
 
 constexpr unsigned int one = 0x0100;
+constexpr unsigned int oneFold = 0x4000;
 
 Measures makeUsual() {
-    return {12 * one, 0, one, 50 * one, one, one, 0, 3 * one, 4 * one};
+    return {12 * one, 0, 50 * one, 0, 3 * one, 4 * one, oneFold, oneFold, oneFold};
 }
 
 Measures replaceAll(unsigned int measure) {
@@ -47,7 +48,7 @@ std::vector<Seed> makeTextSeeds() {
         makeSeed("broken", 0, makeUsual(),
                  "\xFF\xC0\x80 \xED\xA0\x80\xF4\x90\x80\x80 \xE4\xB8 x\xF0\x9F\x98"),
         makeSeed("zeros", 0, makeUsual(), std::string(3, '\0')),
-        makeSeed("turned", 0, {12 * one, one, 2 * one, 50 * one, one, 2 * one, one, 0, 0}, text),
+        makeSeed("turned", 0, {12 * one, one, 50 * one, one, 0, 0, 2 * oneFold, oneFold, 2 * oneFold}, text),
         makeSeed("long", 0, makeUsual(), std::string(2000, 'a') + std::string(500, '_'))};
     for (unsigned int absurd = 0; absurd < 23; ++absurd) {
         seeds.push_back(makeSeed("absurd-" + std::to_string(absurd), 0, replaceAll(0xC000 + absurd), text));

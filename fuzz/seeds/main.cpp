@@ -18,6 +18,7 @@ using Vell::Fuzz::Seed;
 /// to a folder of their own, which nothing runs.
 constexpr std::string_view unboundedSeeds[] = {"absurd-9-0",
                                                "absurd-scale-2",
+                                               "cff-busy",
                                                "absurd-size-9",
                                                "composite-endless-doubling",
                                                "composite-highest-tower",
@@ -54,6 +55,7 @@ void writeBounded(const std::filesystem::path& folder, const std::string& harnes
 
 void writeAll(const std::filesystem::path& folder) {
     writeBounded(folder, "font", Vell::Fuzz::makeFontSeeds());
+    writeBounded(folder, "font", Vell::Fuzz::makeCffSeeds());
     writeBounded(folder, "font", Vell::Fuzz::makeCharMapSeeds());
     writeBounded(folder, "font", Vell::Fuzz::makeCompositeSeeds());
     writeBounded(folder, "font", Vell::Fuzz::makeHostileSeeds());

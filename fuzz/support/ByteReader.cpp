@@ -39,11 +39,11 @@ constexpr unsigned int firstMagnitude = 0xE0;
 
 } // namespace
 
-float ByteReader::takeMeasure() {
+float ByteReader::takeNumber(float usualStep) {
     const unsigned int kind = takeU8();
     const unsigned int detail = takeU8();
     if (kind < firstAbsurd) {
-        return static_cast<float>(kind << 8 | detail) / 256.0F;
+        return static_cast<float>(kind << 8 | detail) * usualStep;
     }
     if (kind < firstMagnitude) {
         return absurdMeasures[detail % std::size(absurdMeasures)];

@@ -21,11 +21,14 @@ public:
         return high << 8 | takeU8();
     }
 
-    /// A length or a factor, from two bytes, the first of which says what the second one is:
-    ///   00..BF  a usual number: both are one of 0 to 191.996 in steps of 1/256
+    /// A length, from two bytes, the first of which says what the second one is:
+    ///   00..BF  a usual length: both are one of 0 to 191.996 in steps of 1/256
     ///   C0..DF  one of the numbers that no one expects, see ByteReader.cpp
     ///   E0..FF  a number of any magnitude; odd ones are negative
-    float takeMeasure();
+    float takeMeasure() { return takeNumber(1.0F / 256); }
+
+    /// The same, but usual factors are 0 to 2.9999 in steps of 1/16384: products of them stay usual.
+    float takeFactor() { return takeNumber(1.0F / 16384); }
 
     Testing::Bytes takeRest() {
         const auto first = _bytes.begin() + static_cast<std::ptrdiff_t>(_position);
@@ -34,6 +37,8 @@ public:
     }
 
 private:
+    float takeNumber(float usualStep);
+
     const Testing::Bytes& _bytes;
     std::size_t _position = 0;
 };

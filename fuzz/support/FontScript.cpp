@@ -17,8 +17,8 @@ constexpr FT_Render_Mode renderModes[] = {FT_RENDER_MODE_NORMAL, FT_RENDER_MODE_
 constexpr unsigned int characters[] = {'A', '_', 'r', '*', '0', 0x416};
 
 cinder::Vec2<float> takeScale(ByteReader& reader) {
-    const float x = reader.takeMeasure();
-    const float y = reader.takeMeasure();
+    const float x = reader.takeFactor();
+    const float y = reader.takeFactor();
     return {x, y};
 }
 
@@ -34,7 +34,7 @@ FontScript::FontScript(ByteReader& reader) {
     renderMode = renderModes[reader.takeU8() % std::size(renderModes)];
     fontSize = reader.takeMeasure();
     scale = takeScale(reader);
-    devicePixelRatio = reader.takeMeasure();
+    devicePixelRatio = reader.takeFactor();
     offset = reader.takeU8();
     character = characters[reader.takeU8() % std::size(characters)];
     for (unsigned int& glyph : glyphs) {

@@ -28,8 +28,8 @@ struct FontScript {
     Gfx::TextPositionType position;
     FT_Render_Mode renderMode;          // 1 byte
     float fontSize;                     // 2 bytes, a measure
-    cinder::Vec2<float> scale;          // 2 measures
-    float devicePixelRatio;             // a measure
+    cinder::Vec2<float> scale;          // 2 factors of 2 bytes
+    float devicePixelRatio;             // a factor
     unsigned char offset;               // 1 byte
     unsigned int character;             // 1 byte: one of those that the engine treats in ways of their own
     std::array<unsigned int, 2> glyphs; // 2 bytes each

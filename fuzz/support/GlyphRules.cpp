@@ -59,6 +59,14 @@ void checkBitmap(const FT_Bitmap& bitmap) {
     }
 }
 
+void checkPixels(const FontEngine::BitmapGlyphImage& image) {
+    const auto pitch = static_cast<std::size_t>(std::abs(image.pitch));
+    require(image.buffer != nullptr || pitch * image.rows == 0 || image.width == 0, "an image has a buffer");
+    if (image.buffer != nullptr) {
+        readAll(image.buffer, pitch * image.rows);
+    }
+}
+
 void checkImage(const FontEngine::BitmapGlyphImage& image, const FT_Bitmap& bitmap) {
     require(image.rows == bitmap.rows, "a coloured image has the rows of its bitmap");
     require(image.width == bitmap.width / 3, "three sub-pixels are one pixel of a coloured image");

@@ -12,7 +12,11 @@ namespace Vell::Fuzz {
 /// whether they are there.
 void checkBitmap(const FT_Bitmap& bitmap);
 
-/// The same for the coloured image of an LCD bitmap: as large as the bitmap, each pixel opaque or zero.
+/// Reads every byte of an image that is drawn.
+void checkPixels(const FontEngine::BitmapGlyphImage& image);
+
+/// Throws Finding unless the coloured image of an LCD bitmap is as large as the bitmap, each pixel opaque or
+/// zero.
 void checkImage(const FontEngine::BitmapGlyphImage& image, const FT_Bitmap& bitmap);
 
 /// Throws Finding unless the path is made of contours, each of which starts with a moveTo, all of them

@@ -31,10 +31,15 @@ struct TextScript {
         isFallbackMissing = (flags & 4U) != 0;
         isBold = (flags & 8U) != 0;
         position = static_cast<Gfx::TextPositionType>((flags >> 4) % 3);
-        for (float* const measure : {&size, &spacing, &devicePixelRatio, &width, &scaleX, &scaleY, &angle,
-                                     &translateX, &translateY}) {
-            *measure = reader.takeMeasure();
-        }
+        size = reader.takeMeasure();
+        spacing = reader.takeMeasure();
+        width = reader.takeMeasure();
+        angle = reader.takeMeasure();
+        translateX = reader.takeMeasure();
+        translateY = reader.takeMeasure();
+        devicePixelRatio = reader.takeFactor();
+        scaleX = reader.takeFactor();
+        scaleY = reader.takeFactor();
     }
 
     TextPlace makePlace() const {
@@ -49,7 +54,7 @@ struct TextScript {
     }
 
     // 1 byte of flags: 1 flipped, 2 with a fallback family, 4 which the loader does not have, 8 bold, the
-    // rest the position type; then a measure each
+    // rest the position type; then 2 bytes each: six measures, three factors
     bool isFlipped;
     bool hasFallback;
     bool isFallbackMissing;
@@ -57,13 +62,13 @@ struct TextScript {
     Gfx::TextPositionType position;
     float size;
     float spacing;
-    float devicePixelRatio;
     float width;
-    float scaleX;
-    float scaleY;
     float angle; // radians
     float translateX;
     float translateY;
+    float devicePixelRatio;
+    float scaleX;
+    float scaleY;
 };
 
 Bytes makeTextFont() {

@@ -70,4 +70,12 @@ TEST(ByteReader, MeasuresWhatIsUsualAndWhatIsNot) {
     EXPECT_EQ(reader.takeMeasure(), std::ldexp(1.0F, 120));
 }
 
+TEST(ByteReader, KeepsUsualFactorsSmall) {
+    const Testing::Bytes bytes = {0x40, 0, 0xBF, 255, 0xC0, 2};
+    ByteReader reader(bytes);
+    EXPECT_EQ(reader.takeFactor(), 1.0F);
+    EXPECT_LT(reader.takeFactor(), 3.0F);
+    EXPECT_EQ(reader.takeFactor(), -1.0F);
+}
+
 } // namespace Vell::Fuzz
