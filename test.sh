@@ -2,7 +2,7 @@
 # Proves the repository: installs what is missing, then builds and tests it in every way that matters.
 #
 #   ./test.sh              everything
-#   ./test.sh dev asan     only these steps: format, dev, clang, clang_tests, asan, tsan
+#   ./test.sh dev asan     only these steps: format, dev, clang, clang_tests, asan, tsan, fuzz
 set -euo pipefail
 cd "$(dirname "$0")"
 
@@ -42,8 +42,12 @@ step_tsan() { # the threaded tests under the thread sanitizer
   ctest --preset tsan
 }
 
+step_fuzz() { # each fuzzer for twenty seconds
+  fuzz/run.sh 20
+}
+
 steps=("$@")
-[ ${#steps[@]} -gt 0 ] || steps=(format dev clang asan tsan)
+[ ${#steps[@]} -gt 0 ] || steps=(format dev clang asan tsan fuzz)
 
 for step in "${steps[@]}"; do
   declare -F "step_$step" >/dev/null || { echo "test.sh: unknown step '$step'" >&2; exit 2; }

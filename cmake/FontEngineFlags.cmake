@@ -13,12 +13,16 @@ endif()
 if(FONTENGINE_SANITIZER STREQUAL "address-undefined")
   # float-cast-overflow is not part of "undefined" by default.
   set(flags -fsanitize=address,undefined,float-cast-overflow -fno-sanitize-recover=all -fno-omit-frame-pointer)
+elseif(FONTENGINE_SANITIZER STREQUAL "fuzzer")
+  # Everything is instrumented; only the fuzzers themselves link libFuzzer's main function.
+  set(flags -fsanitize=address,undefined,float-cast-overflow,fuzzer-no-link -fno-sanitize-recover=all
+    -fno-omit-frame-pointer)
 elseif(FONTENGINE_SANITIZER STREQUAL "thread")
   set(flags -fsanitize=thread -fno-omit-frame-pointer)
 elseif(FONTENGINE_SANITIZER STREQUAL "")
   set(flags)
 else()
-  message(FATAL_ERROR "FONTENGINE_SANITIZER is '${FONTENGINE_SANITIZER}'; it may be empty, address-undefined or thread")
+  message(FATAL_ERROR "FONTENGINE_SANITIZER is '${FONTENGINE_SANITIZER}'; it may be empty, address-undefined, fuzzer or thread")
 endif()
 if(FONTENGINE_COVERAGE)
   list(APPEND flags --coverage -fprofile-update=atomic) # threads count, too

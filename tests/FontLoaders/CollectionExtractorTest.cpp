@@ -102,6 +102,13 @@ TEST(CollectionExtractor, TablesThatClaimTheSameBytesAgainAndAgainAreAnError) {
     EXPECT_THROW(extractFace(bomb, 0), FontLoaderException);
 }
 
+TEST(CollectionExtractor, AFaceWhoseOnlyTableCannotBeWrittenIsAnError) {
+    // HarfBuzz builds no table of this name.
+    const Bytes file = {0, 1, 0, 0, 0, 1, 0, 0,  0, 0, 0, 0, 0xFF, 0xFF, 0xFF, 0xFF,
+                        0, 0, 0, 0, 0, 0, 0, 28, 0, 0, 0, 4, 1,    2,    3,    4};
+    EXPECT_THROW(extractFace(file, 0), FontLoaderException);
+}
+
 TEST(CollectionExtractor, SurvivesEveryTruncation) {
     const Bytes collection = makeCollection();
     for (std::size_t length = 0; length < collection.size(); ++length) {

@@ -13,6 +13,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <ctime>
 
 namespace Vell::FontEngine::Internal {
 
@@ -73,6 +74,30 @@ void throwIfImplausible(std::size_t codeCount) {
     }
 }
 
+/// Where the advances of a font stand in no table, FreeType runs the program of each glyph: up to a third of
+/// a second, and hours for all glyphs of a font of a few hundred kilobytes. So the walk has a time, of which
+/// the largest real fonts take a hundredth. The thread's own time: what other work does to the machine counts
+/// for nothing.
+class WalkTime {
+public:
+    void throwIfSpent() const {
+        constexpr double maxSeconds = 5.0;
+        if (now() - _start > maxSeconds) {
+            throw FreeTypeException(
+                fmt::format("The charmap takes longer to read than {} seconds", maxSeconds));
+        }
+    }
+
+private:
+    static double now() {
+        timespec time{};
+        clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+        return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) * 1e-9;
+    }
+
+    double _start = now();
+};
+
 /// Emboldening measures the em at the current size: gives the face one.
 void setSmallestSize(const FTFacePtr& face) {
     const int error = FT_Set_Char_Size(face.get(), 0, 0, 0, 0);
@@ -109,11 +134,16 @@ Gfx::CharMap makeCharMap(const FTFacePtr& face, GlyphTransform transform) {
     }
 
     Gfx::CharMap map(Entry(0, toEm(face, defaultAdvance)));
+    constexpr std::size_t codesBetweenLooks = 16; // a look costs as much as a few codes
+    const WalkTime time;
     std::size_t codeCount = 0;
     FT_UInt glyphIndex = 0;
     FT_ULong charCode = FT_Get_First_Char(face.get(), &glyphIndex);
     while (glyphIndex != 0) {
         throwIfImplausible(++codeCount);
+        if (codeCount % codesBetweenLooks == 0) {
+            time.throwIfSpent();
+        }
         const FT_Fixed advance = getAdvance(
             face, glyphIndex, "Error making char to glyph advance cache. FT_Get_Advance() failed.");
         // Glyphs beyond 65,535 share an index with a lower one: no font that is drawn in practice has them.

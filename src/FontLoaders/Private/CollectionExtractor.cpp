@@ -40,11 +40,13 @@ void copyTables(hb_face_t* source, hb_face_t* target, std::size_t limit) {
     std::size_t total = 0;
     for (const hb_tag_t tag : getTableTags(source)) {
         const BlobPtr table(hb_face_reference_table(source, tag));
-        total += hb_blob_get_length(table.get());
+        // HarfBuzz refuses a table of the name FFFFFFFF, which is none.
+        if (hb_face_builder_add_table(target, tag, table.get())) {
+            total += hb_blob_get_length(table.get());
+        }
         if (total > limit) {
             throw FontLoaderException("the tables of the face overlap");
         }
-        hb_face_builder_add_table(target, tag, table.get());
     }
     if (total == 0) {
         throw FontLoaderException("the face has no tables");

@@ -2,6 +2,7 @@
 #include <FontEngine/Engine.h>
 
 #include <support/BdfFont.h>
+#include <support/CffFont.h>
 #include <support/OpenedFont.h>
 #include <support/Type1Font.h>
 #include <support/spy/FreeTypeSpy.h>
@@ -258,6 +259,12 @@ TEST(MakeCharMap, RefusesMoreCodesThanUnicodeHas) {
         EXPECT_EQ(getErrorText<FreeTypeException>([&] { makeCharMap(font.face, GlyphTransform::None); }),
                   "The charmap has more codes than Unicode, 1114112");
     }
+}
+
+TEST(MakeCharMap, RefusesAFontWhoseAdvancesTakeMinutesToCompute) {
+    const OpenedFont font(Testing::makeBusyCffFont(229, 5).build());
+    EXPECT_EQ(getErrorText<FreeTypeException>([&] { makeCharMap(font.face, GlyphTransform::None); }),
+              "The charmap takes longer to read than 5 seconds");
 }
 
 TEST(MakeCharMap, ThrowsWithoutTheAdvanceOfTheMissingGlyph) {

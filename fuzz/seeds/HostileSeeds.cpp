@@ -1,0 +1,91 @@
+#include <fuzz/seeds/Seeds.h>
+
+#include <utility>
+
+namespace Vell::Fuzz {
+
+using Testing::ByteWriter;
+using Testing::FontBuilder;
+using Testing::FontGlyph;
+using Testing::makeBoxGlyph;
+
+namespace {
+
+/// A compressed font whose only table claims to be `bytes` long once it is unpacked.
+Bytes makeWoff(std::uint32_t bytes) {
+    constexpr std::uint32_t compressed = 64;
+    ByteWriter writer;
+    writer.addText("wOFF");
+    writer.addU32(0x00010000);
+    writer.addU32(44 + 20 + compressed);
+    writer.addU16(1);
+    writer.addU16(0);
+    writer.addU32(12 + 16 + bytes);
+    writer.addZeros(4 + 5 * 4);
+    writer.addText("head");
+    for (const std::uint32_t field : {44U + 20U, compressed, bytes, 0U}) {
+        writer.addU32(field);
+    }
+    writer.addZeros(compressed);
+    return writer.getBytes();
+}
+
+FontBuilder makeGiantFont() {
+    FontBuilder font("Fuzzed");
+    font.setUnitsPerEm(16);
+    font.map('A', font.addGlyph(makeBoxGlyph(65535, -16000, -16000, 16000, 16000)));
+    font.map('_', font.addGlyph(makeBoxGlyph(65535, 0, -16000, 16000, 0)));
+    return font;
+}
+
+/// As many points as a glyph may have, so that its outline crosses itself everywhere.
+FontGlyph makeTangledGlyph() {
+    FontGlyph glyph{500, {{}}, {}};
+    for (int i = 0; i < 30000; ++i) {
+        glyph.outline.front().push_back({(i * 7919) % 1000, (i * 6007) % 997, i % 3 != 0});
+    }
+    return glyph;
+}
+
+FontBuilder makeLoopingFont(Bytes program) {
+    FontBuilder font = makeBoxFont();
+    FontGlyph glyph = makeBoxGlyph(600, 100, 0, 500, 700);
+    glyph.instructions = program;
+    font.map('l', font.addGlyph(std::move(glyph)));
+    return font.setTable("prep", std::move(program));
+}
+
+/// Function 0 calls itself a thousand times, and each of those again.
+FontBuilder makeRecursiveFont() {
+    FontBuilder font = makeBoxFont();
+    font.setTable("fpgm", {0xB0, 0x00, 0x2C, 0xB8, 0x03, 0xE8, 0xB0, 0x00, 0x2A, 0x2D});
+    return font.setTable("prep", {0xB0, 0x00, 0x2B});
+}
+
+Seed makeLarge(std::string name, const FontBuilder& font, unsigned int size) {
+    FontSteering steering;
+    steering.size = size;
+    return makeFontSeed(std::move(name), font.build(), steering);
+}
+
+} // namespace
+
+std::vector<Seed> makeHostileSeeds() {
+    FontBuilder tangled = makeBoxFont();
+    tangled.map('t', tangled.addGlyph(makeTangledGlyph()));
+    FontSteering steering;
+    steering.glyphs[0] = 30;
+    FontBuilder most = makeBoxFont();
+    most.addGlyphs(65000, {500, {}, {}});
+    return {makeFontSeed("woff", makeWoff(1000)),
+            makeFontSeed("woff-gigabyte", makeWoff(0x40000000)),
+            makeFontSeed("woff-four-gigabytes", makeWoff(0xFFFFFFFF - 28)),
+            makeLarge("giant-glyph", makeGiantFont(), 16 << 8),
+            makeLarge("giant-glyph-small", makeGiantFont(), 1 << 8),
+            makeFontSeed("tangled", tangled.build(), steering),
+            makeFontSeed("backward-jump", makeLoopingFont({0xB8, 0xFF, 0xFD, 0x1C}).build()),
+            makeFontSeed("recursion", makeRecursiveFont().build()),
+            makeFontSeed("most-glyphs", most.build())};
+}
+
+} // namespace Vell::Fuzz

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <support/FontBuilder.h>
+
+#include <string>
+#include <vector>
+
+/// The inputs that the fuzzers start from and that the replay runs.
+namespace Vell::Fuzz {
+
+using Testing::Bytes;
+
+struct Seed {
+    std::string name; ///< the file's name
+    Bytes bytes;
+};
+
+/// How a font seed is asked for its glyphs: the fields of FontScript as bytes. The first byte of
+/// the size is its whole part; factors are in 1/16384.
+struct FontSteering {
+    unsigned int flags = 0;
+    unsigned int renderMode = 0; ///< 0 grey, 1 LCD, 2 light, 3 mono, 4 vertical LCD
+    unsigned int size = 16 << 8;
+    unsigned int scaleX = 1 << 14;
+    unsigned int scaleY = 1 << 14;
+    unsigned int ratio = 1 << 14;
+    unsigned int offset = 0;
+    unsigned int character = 0; ///< 0 a letter, 1 an underscore
+    unsigned int glyphs[2] = {1, 2};
+};
+
+Seed makeFontSeed(std::string name, const Bytes& file, const FontSteering& steering = {});
+
+/// A font of boxes: A to Z, the underscore, a blank and an accented letter.
+Testing::FontBuilder makeBoxFont(const std::string& family = "Fuzzed");
+
+std::vector<Seed> makeFontSeeds();      ///< fonts such as are in use
+std::vector<Seed> makeCffSeeds();       ///< fonts with PostScript outlines
+std::vector<Seed> makeCharMapSeeds();   ///< fonts in every charmap format
+std::vector<Seed> makeCompositeSeeds(); ///< fonts with glyphs made of glyphs
+std::vector<Seed> makeHostileSeeds();   ///< fonts that ask for too much
+std::vector<Seed> makeTextSeeds();
+std::vector<Seed> makeCacheSeeds();
+std::vector<Seed> makeSfntSeeds();
+
+} // namespace Vell::Fuzz

@@ -1,0 +1,192 @@
+#pragma once
+
+#include <fuzz/support/ByteReader.h>
+#include <fuzz/support/Finding.h>
+
+#include <Utils/Public/MRUCache.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <list>
+#include <vector>
+
+namespace Vell::Fuzz {
+
+/// A cache as one would write it without a thought for speed: a list, the most recently used entry in front.
+class ListCache {
+public:
+    struct Entry {
+        unsigned int key;
+        std::uint32_t value;
+        std::uint64_t bytes;
+    };
+
+    ListCache(std::uint64_t maxEntries, std::uint64_t maxBytes)
+        : _maxEntries(maxEntries)
+        , _maxBytes(maxBytes) {}
+
+    const Entry* get(unsigned int key);
+    const Entry* put(const Entry& entry);
+    void clear();
+
+    const std::list<Entry>& getEntries() const { return _entries; }
+    std::uint64_t countBytes() const;
+    /// The keys that the last put has pushed out.
+    const std::vector<unsigned int>& getLastEvicted() const { return _lastEvicted; }
+    std::uint64_t getEvictedCount() const { return _evictedCount; }
+    std::uint64_t getMaxEntries() const { return _maxEntries; }
+    std::uint64_t getMaxBytes() const { return _maxBytes; }
+
+private:
+    std::list<Entry> _entries;
+    std::uint64_t _maxEntries;
+    std::uint64_t _maxBytes;
+    std::uint64_t _evictedCount = 0;
+    std::vector<unsigned int> _lastEvicted;
+};
+
+/// One step of an operation stream, from three bytes: what to do, with which key, and a number whose meaning
+/// depends on what is done.
+struct CacheOperation {
+    enum class Kind { Get, Put, GetOrPut, FailedGetOrPut, Clear, Limit };
+
+    Kind kind;
+    unsigned int key;
+    unsigned int number;
+};
+
+CacheOperation takeCacheOperation(ByteReader& reader);
+/// 0 to 2^40, so that no sum of weights overflows: most of them small, some of them far apart.
+std::uint64_t toWeight(unsigned int number);
+
+/// Keys that share few hash values, so that they meet in the hash table.
+struct CollidingHash {
+    std::size_t operator()(unsigned int key) const { return key % 5; }
+};
+
+using FuzzedCache = MRUCache<unsigned int, std::uint32_t, CollidingHash, std::equal_to<>>;
+
+/// Plays a stream of operations on `Cache`, which has the interface of MRUCache, and on a list.
+template <class Cache>
+class CacheDuel {
+public:
+    explicit CacheDuel(ByteReader& reader)
+        : _reader(reader)
+        , _cache(0, 0)
+        , _model(0, 0) {
+        const std::uint64_t maxEntries = _reader.takeU8();
+        limit(maxEntries, toWeight(_reader.takeU16()));
+    }
+
+    void run() {
+        while (!_reader.isAtEnd()) {
+            play(takeCacheOperation(_reader));
+            compareTotals();
+        }
+        compareEntries();
+    }
+
+private:
+    using Kind = CacheOperation::Kind;
+    struct MakingFailed {};
+
+    void play(const CacheOperation& operation) {
+        switch (operation.kind) {
+        case Kind::Get:
+            compare(_cache.get(operation.key), _model.get(operation.key));
+            break;
+        case Kind::Put:
+            put(operation);
+            break;
+        case Kind::GetOrPut:
+            getOrPut(operation);
+            break;
+        case Kind::FailedGetOrPut:
+            failGetOrPut(operation.key);
+            break;
+        case Kind::Clear:
+            _cache.clear();
+            _model.clear();
+            break;
+        case Kind::Limit:
+            limit(operation.key, toWeight(operation.number));
+            break;
+        }
+    }
+
+    void limit(std::uint64_t maxEntries, std::uint64_t maxBytes) {
+        _cache = Cache(maxEntries, maxBytes);
+        _model = ListCache(maxEntries, maxBytes);
+    }
+
+    ListCache::Entry makeEntry(const CacheOperation& operation) {
+        return {operation.key, ++_lastValue, toWeight(operation.number)};
+    }
+
+    void put(const CacheOperation& operation) {
+        const ListCache::Entry entry = makeEntry(operation);
+        compare(_cache.put(entry.key, {entry.value, entry.bytes}), _model.put(entry));
+        compareEvictions();
+    }
+
+    void getOrPut(const CacheOperation& operation) {
+        const ListCache::Entry entry = makeEntry(operation);
+        bool isMade = false;
+        const auto& node = _cache.getOrPut(entry.key, [&] {
+            isMade = true;
+            return typename Cache::DataNode(entry.value, entry.bytes);
+        });
+        const ListCache::Entry* const held = _model.get(entry.key);
+        require(isMade == (held == nullptr), "getOrPut makes a value when there is none, and only then");
+        compare(&node, held != nullptr ? held : _model.put(entry));
+        compareEvictions();
+    }
+
+    void failGetOrPut(unsigned int key) {
+        const auto fail = []() -> typename Cache::DataNode { throw MakingFailed(); };
+        try {
+            const auto& node = _cache.getOrPut(key, fail);
+            compare(&node, _model.get(key));
+        } catch (const MakingFailed&) {
+            require(_model.get(key) == nullptr, "getOrPut makes nothing for a key that is held");
+        }
+    }
+
+    template <class Node>
+    static void compare(const Node* node, const ListCache::Entry* entry) {
+        require((node == nullptr) == (entry == nullptr), "the cache holds what the list holds");
+        if (node != nullptr) {
+            require(node->getValue() == entry->value, "an entry keeps its value");
+            require(node->getEffectiveSizeInBytes() == entry->bytes, "an entry keeps its weight");
+        }
+    }
+
+    void compareTotals() const {
+        require(_cache.size() == _model.getEntries().size(), "the entries are as many as the list's");
+        require(_cache.getEffectiveSizeInBytes() == _model.countBytes(), "the bytes are the list's sum");
+        require(_cache.getEvictedCount() == _model.getEvictedCount(), "evictions are counted");
+        require(_cache.getMaxEntries() == _model.getMaxEntries(), "the limit of entries stays");
+        require(_cache.getMaxSizeInBytes() == _model.getMaxBytes(), "the limit of bytes stays");
+    }
+
+    /// The order shows in who has to go. Asking for a key that is not held changes no order.
+    void compareEvictions() {
+        for (const unsigned int key : _model.getLastEvicted()) {
+            require(_cache.get(key) == nullptr, "the least recently used entries are evicted first");
+        }
+    }
+
+    void compareEntries() {
+        for (const ListCache::Entry& entry : _model.getEntries()) {
+            compare(_cache.get(entry.key), &entry);
+        }
+    }
+
+    ByteReader& _reader;
+    Cache _cache;
+    ListCache _model;
+    std::uint32_t _lastValue = 0;
+};
+
+} // namespace Vell::Fuzz

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <fuzz/support/ByteReader.h>
+
+#include <FontEngine/FE_BitmapGlyphInfo.h>
+#include <FontEngine/FE_FontFace.h>
+#include <Gfx/Public/TextPositionType.h>
+
+#include <array>
+
+namespace Vell::Fuzz {
+
+/// How a fuzzed font is asked for its glyphs: the 16 bytes in front of the file, in this order.
+struct FontScript {
+    static constexpr std::size_t size = 16;
+
+    explicit FontScript(ByteReader& reader);
+
+    FontEngine::BitmapGlyphInfo makeKey(const FontEngine::FontFace& face,
+                                        const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& faceInfo,
+                                        unsigned long glyphIndex) const;
+
+    // 1 byte of flags: 1 bold, 2 italic, 4 flipped, 8 last, 16 and 32 the position type
+    bool isBold;
+    bool isItalic;
+    bool isFlipped;
+    bool isLast;
+    Gfx::TextPositionType position;
+    FT_Render_Mode renderMode;          // 1 byte
+    float fontSize;                     // 2 bytes, a measure
+    cinder::Vec2<float> scale;          // 2 factors of 2 bytes
+    float devicePixelRatio;             // a factor
+    unsigned char offset;               // 1 byte
+    unsigned int character;             // 1 byte: one of those that the engine treats in ways of their own
+    std::array<unsigned int, 2> glyphs; // 2 bytes each
+};
+
+} // namespace Vell::Fuzz

@@ -1,0 +1,103 @@
+#include <fuzz/support/CacheHarness.h>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <random>
+#include <vector>
+
+namespace Vell::Fuzz {
+
+namespace {
+
+Testing::Bytes makeStream() {
+    std::mt19937 random(1);
+    Testing::Bytes bytes = {8, 0, 0}; // eight entries
+    for (int i = 0; i < 3000; ++i) {
+        bytes.push_back(static_cast<unsigned char>(random()));
+    }
+    return bytes;
+}
+
+template <class Cache>
+void play() {
+    const Testing::Bytes stream = makeStream();
+    ByteReader reader(stream);
+    CacheDuel<Cache>(reader).run();
+}
+
+/// Forgets that looking an entry up is using it: evicts in the order of the puts.
+class ForgetfulCache : public FuzzedCache {
+public:
+    using FuzzedCache::FuzzedCache;
+
+    const DataNode* get(unsigned int key) {
+        const DataNode* const node = FuzzedCache::get(key);
+        for (const unsigned int added : _added) {
+            FuzzedCache::get(added);
+        }
+        return node;
+    }
+    const DataNode* put(unsigned int key, const DataNode& node) {
+        const DataNode* const added = FuzzedCache::put(key, node);
+        if (added != nullptr) {
+            _added.push_back(key);
+        }
+        return added;
+    }
+
+private:
+    std::vector<unsigned int> _added;
+};
+
+/// Keeps more than it may.
+class GreedyCache : public FuzzedCache {
+public:
+    GreedyCache(std::uint64_t maxEntries, std::uint64_t maxBytes)
+        : FuzzedCache(maxEntries + 1, maxBytes)
+        , _claimedMaxEntries(maxEntries) {}
+
+    std::uint64_t getMaxEntries() const { return _claimedMaxEntries; }
+
+private:
+    std::uint64_t _claimedMaxEntries;
+};
+
+/// Lets a later value win.
+class OverwritingCache : public FuzzedCache {
+public:
+    using FuzzedCache::FuzzedCache;
+
+    const DataNode* put(unsigned int key, const DataNode& node) {
+        const DataNode* const added = FuzzedCache::put(key, node);
+        return added != nullptr ? added : FuzzedCache::get(key);
+    }
+};
+
+} // namespace
+
+TEST(FuzzedCache, AgreesWithTheList) {
+    EXPECT_NO_THROW(play<FuzzedCache>());
+}
+
+TEST(FuzzedCache, IsFoundOutWhenItForgetsUses) {
+    EXPECT_THROW(play<ForgetfulCache>(), Finding);
+}
+
+TEST(FuzzedCache, IsFoundOutWhenItKeepsTooMuch) {
+    EXPECT_THROW(play<GreedyCache>(), Finding);
+}
+
+TEST(FuzzedCache, IsFoundOutWhenItOverwrites) {
+    EXPECT_THROW(play<OverwritingCache>(), Finding);
+}
+
+TEST(FuzzedCache, HasWeightsWhoseSumNeverOverflows) {
+    std::uint64_t heaviest = 0;
+    for (unsigned int number = 0; number < 0x10000; ++number) {
+        heaviest = std::max(heaviest, toWeight(number));
+    }
+    EXPECT_EQ(heaviest, std::uint64_t(1) << 40);
+}
+
+} // namespace Vell::Fuzz
