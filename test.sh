@@ -37,8 +37,8 @@ step_asan() { # every test under the address and undefined behaviour sanitizers
   ctest --preset asan
 }
 
-step_tsan() { # the threaded tests under the thread sanitizer
-  build tsan --target threaded_tests
+step_tsan() { # every test under the thread sanitizer
+  build tsan
   ctest --preset tsan
 }
 
