@@ -75,16 +75,16 @@ void throwIfImplausible(std::size_t codeCount) {
 }
 
 /// Where the advances of a font stand in no table, FreeType runs the program of each glyph: up to a third of
-/// a second, and hours for all glyphs of a font of a few hundred kilobytes. So the walk has a time, of which
-/// the largest real fonts take a hundredth. The thread's own time: what other work does to the machine counts
-/// for nothing.
+/// a second, and hours for all glyphs of a font of a few hundred kilobytes. So the walk has a time: a start
+/// that such glyphs soon use up, and for each code more than a hundred times what it takes in the largest
+/// real fonts. The thread's own time: what other work does to the machine counts for nothing.
 class WalkTime {
 public:
-    void throwIfSpent() const {
-        constexpr double maxSeconds = 5.0;
-        if (now() - _start > maxSeconds) {
-            throw FreeTypeException(
-                fmt::format("The charmap takes longer to read than {} seconds", maxSeconds));
+    void throwIfSpent(std::size_t codeCount) const {
+        constexpr double startSeconds = 5.0;
+        constexpr double secondsPerCode = 20e-6;
+        if (now() - _start > startSeconds + secondsPerCode * static_cast<double>(codeCount)) {
+            throw FreeTypeException("The charmap takes too long to read");
         }
     }
 
@@ -142,7 +142,7 @@ Gfx::CharMap makeCharMap(const FTFacePtr& face, GlyphTransform transform) {
     while (glyphIndex != 0) {
         throwIfImplausible(++codeCount);
         if (codeCount % codesBetweenLooks == 0) {
-            time.throwIfSpent();
+            time.throwIfSpent(codeCount);
         }
         const FT_Fixed advance = getAdvance(
             face, glyphIndex, "Error making char to glyph advance cache. FT_Get_Advance() failed.");

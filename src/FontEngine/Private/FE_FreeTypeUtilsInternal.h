@@ -31,7 +31,7 @@ VELL_API void selectFTCharmap(const FontLoaders::FTFacePtr& face, bool isSymboli
 
 /// Selects the charmap and reads all of it: each code's glyph and advance. The default entry is glyph 0 with
 /// its advance. Glyph indices keep their low 16 bits. Throws FreeTypeException, also for a charmap with more
-/// codes than Unicode has (1,114,112) and for one that takes five seconds of the thread, and BadNumCastError
+/// codes than Unicode has (1,114,112) and for one that takes more than five seconds, and BadNumCastError
 /// for a code above 32 bits.
 VELL_API Gfx::CharMap makeCharMap(const FontLoaders::FTFacePtr& face, GlyphTransform transform);
 

@@ -264,7 +264,7 @@ TEST(MakeCharMap, RefusesMoreCodesThanUnicodeHas) {
 TEST(MakeCharMap, RefusesAFontWhoseAdvancesTakeMinutesToCompute) {
     const OpenedFont font(Testing::makeBusyCffFont(229, 5).build());
     EXPECT_EQ(getErrorText<FreeTypeException>([&] { makeCharMap(font.face, GlyphTransform::None); }),
-              "The charmap takes longer to read than 5 seconds");
+              "The charmap takes too long to read");
 }
 
 TEST(MakeCharMap, ThrowsWithoutTheAdvanceOfTheMissingGlyph) {
