@@ -1,0 +1,57 @@
+#include "BenchEngine.h"
+
+#include <Utils/Public/Ptr/PtrUtils.h>
+
+#include <filesystem>
+#include <fstream>
+#include <stdexcept>
+#include <utility>
+
+namespace Vell::Benchmarks {
+
+namespace {
+
+constexpr const char* family = "Bench";
+constexpr const char* fallbackFamily = "Bench Fallback";
+
+std::shared_ptr<const Bytes> readIfNamed(const std::string& path) {
+    return path.empty() ? nullptr : readFontFile(path);
+}
+
+} // namespace
+
+std::shared_ptr<const Bytes> readFontFile(const std::string& path) {
+    auto bytes = std::make_shared<Bytes>(std::filesystem::file_size(path));
+    std::ifstream file(path, std::ios::binary);
+    if (!file.read(reinterpret_cast<char*>(bytes->data()), static_cast<std::streamsize>(bytes->size()))) {
+        throw std::runtime_error("cannot read " + path);
+    }
+    return bytes;
+}
+
+OneFontLoader::OneFontLoader(std::shared_ptr<const Bytes> font, std::shared_ptr<const Bytes> fallback)
+    : _font(std::move(font))
+    , _fallback(std::move(fallback)) {}
+
+std::shared_ptr<const Bytes>
+OneFontLoader::loadFont(const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& faceInfo) const {
+    return faceInfo->getName() == fallbackFamily ? _fallback : _font;
+}
+
+std::shared_ptr<const Bytes> OneFontLoader::loadDefaultFont(bool, bool) const {
+    return _font;
+}
+
+std::string OneFontLoader::getFamilyNameForRange(unsigned int) const {
+    return _fallback ? fallbackFamily : std::string();
+}
+
+BenchEngine::BenchEngine(const std::string& fontFile, const std::string& fallbackFile, float size)
+    : factory(FontEngine::FontFactory::create(
+          makeNNPtr<OneFontLoader>(readFontFile(fontFile), readIfNamed(fallbackFile)), family))
+    , faceInfo(makeNNPtr<const FontEngine::Internal::FontFaceInfo>(family, false, false))
+    , fontInfo(makeNNPtr<const FontEngine::Internal::FontInfo>(faceInfo, size, Gfx::TextPositionType::Normal))
+    , extFontInfo(makeNNPtr<const FontEngine::Internal::ExtFontInfo>(fontInfo, 0.0F))
+    , font(factory->getFont(fontInfo)) {}
+
+} // namespace Vell::Benchmarks

@@ -1,0 +1,66 @@
+#pragma once
+
+#include "Workload.h"
+
+#include <FontEngine/FontEngine.h>
+#include <FontLoaders/FontLoaders.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace Vell::Benchmarks {
+
+using Bytes = std::vector<unsigned char>;
+
+std::shared_ptr<const Bytes> readFontFile(const std::string& path);
+
+/// Serves one file as "Bench" regular, and another one for every Unicode range.
+class OneFontLoader : public FontLoaders::FontLoader {
+public:
+    OneFontLoader(std::shared_ptr<const Bytes> font, std::shared_ptr<const Bytes> fallback = nullptr);
+
+    std::shared_ptr<const Bytes>
+    loadFont(const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& faceInfo) const override;
+    std::shared_ptr<const Bytes> loadDefaultFont(bool bold, bool italic) const override;
+    std::string getFamilyNameForRange(unsigned int rangeId) const override;
+
+private:
+    std::shared_ptr<const Bytes> _font;
+    std::shared_ptr<const Bytes> _fallback;
+};
+
+/// A factory over one font file, the description of its font at a size, and the font.
+struct BenchEngine {
+    explicit BenchEngine(const std::string& fontFile, const std::string& fallbackFile = {},
+                         float size = pixelSize);
+
+    CheckedPtrImpl<FontEngine::FontFactory, false> factory;
+    CheckedPtrImpl<const Gfx::FontFaceInfo, false> faceInfo;
+    CheckedPtrImpl<const Gfx::FontInfo, false> fontInfo;
+    CheckedPtrImpl<const Gfx::ExtFontInfo, false> extFontInfo;
+    FontEngine::Font font;
+};
+
+/// A painter of glyphs and shapes that does nothing, for what comes before it.
+class IdlePainter : public Gfx::Painter, public FontEngine::BitmapGlyphPainter {
+public:
+    void beginPath() override {}
+    void moveTo(const cinder::Vec2<float>&) override {}
+    void lineTo(const cinder::Vec2<float>&) override {}
+    void cubicTo(const cinder::Vec2<float>&, const cinder::Vec2<float>&,
+                 const cinder::Vec2<float>&) override {}
+    void quadTo(const cinder::Vec2<float>&, const cinder::Vec2<float>&) override {}
+    std::shared_ptr<const Gfx::Path> takePath() override { return nullptr; }
+    void drawPath(const Gfx::Path&, bool) override {}
+    void resetTransform() override {}
+    void translate(const cinder::Vec2<float>&) override {}
+    void scale(const cinder::Vec2<float>&) override {}
+    cinder::MatrixAffine2<float> getTransform() const override { return {}; }
+    void rotate(float) override {}
+    void pushTransform() override {}
+    void popTransform() override {}
+    void drawGlyph(const FontEngine::BitmapGlyphImage&, const cinder::Vec2<float>&) override {}
+};
+
+} // namespace Vell::Benchmarks

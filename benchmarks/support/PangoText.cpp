@@ -1,0 +1,31 @@
+#include "PangoText.h"
+
+namespace Vell::Benchmarks {
+
+PangoText::PangoText(const Workload& workload, cairo_t* target)
+    : _context(pango_font_map_create_context(pango_cairo_font_map_get_default()))
+    , _layout(pango_layout_new(_context))
+    , _target(target) {
+    PangoFontDescription* const font = pango_font_description_from_string(workload.fontFamily.c_str());
+    pango_font_description_set_absolute_size(font, pixelSize * PANGO_SCALE);
+    pango_layout_set_font_description(_layout, font);
+    pango_font_description_free(font);
+}
+
+PangoText::~PangoText() {
+    g_object_unref(_layout);
+    g_object_unref(_context);
+}
+
+void PangoText::layOut(const std::string& line) {
+    pango_layout_set_text(_layout, line.data(), static_cast<int>(line.size()));
+    pango_layout_get_line_readonly(_layout, 0);
+}
+
+void PangoText::draw(const std::string& line, double x, double y) {
+    layOut(line);
+    cairo_move_to(_target, x, y);
+    pango_cairo_show_layout_line(_target, pango_layout_get_line_readonly(_layout, 0));
+}
+
+} // namespace Vell::Benchmarks

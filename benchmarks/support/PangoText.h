@@ -1,0 +1,29 @@
+#pragma once
+
+#include "Workload.h"
+
+#include <pango/pangocairo.h>
+
+#include <string>
+
+namespace Vell::Benchmarks {
+
+/// Text by Pango over cairo, in the font of a workload and without hinting, as the engine has it.
+class PangoText {
+public:
+    explicit PangoText(const Workload& workload, cairo_t* target = nullptr);
+    ~PangoText();
+    PangoText(const PangoText&) = delete;
+    PangoText& operator=(const PangoText&) = delete;
+
+    /// Sets the text anew: Pango keeps the layout of an unchanged one.
+    void layOut(const std::string& line);
+    void draw(const std::string& line, double x, double y);
+
+private:
+    PangoContext* _context;
+    PangoLayout* _layout;
+    cairo_t* _target;
+};
+
+} // namespace Vell::Benchmarks
