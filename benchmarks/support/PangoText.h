@@ -8,7 +8,7 @@
 
 namespace Vell::Benchmarks {
 
-/// Text by Pango over cairo, in the font of a workload and without hinting, as the engine has it.
+/// Text by Pango over cairo, in the font and size of a workload.
 class PangoText {
 public:
     explicit PangoText(const Workload& workload, cairo_t* target = nullptr);

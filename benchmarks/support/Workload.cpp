@@ -31,14 +31,6 @@ std::size_t Workload::countCharacters() const {
     return count;
 }
 
-std::size_t Workload::countBytes() const {
-    std::size_t count = 0;
-    for (const std::string& line : lines) {
-        count += line.size();
-    }
-    return count;
-}
-
 const Workload& getEnglish() {
     static const Workload workload{
         "E",

@@ -14,7 +14,6 @@ struct Workload {
     std::vector<std::string> lines;
 
     std::size_t countCharacters() const;
-    std::size_t countBytes() const;
 };
 
 /// English prose.

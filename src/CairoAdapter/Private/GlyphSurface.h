@@ -17,7 +17,7 @@ struct GlyphSurface {
 /// and sizes that cairo refuses.
 GlyphSurface makeGlyphSurface(const FontEngine::BitmapGlyphImage& image);
 
-/// Coverage with its colour filled in.
+/// Coverage with its colour filled in, as a surface of 32 bits a pixel. Throws CairoAdapterException.
 GlyphSurface makeColoredSurface(const GlyphSurface& coverage, const cinder::ColorAT<unsigned char>& color);
 
 } // namespace Vell::CairoAdapter::Internal

@@ -65,30 +65,38 @@ FT_Fixed getAdvance(const FTFacePtr& face, FT_UInt glyphIndex, const char* failu
     return advance;
 }
 
+/// What a walk over a charmap may take.
+///
 /// A charmap may claim four thousand million codes in a few hundred bytes: what is beyond the codes that
 /// there are is refused before the memory goes.
-void throwIfImplausible(std::size_t codeCount) {
-    constexpr std::size_t unicodeCodeCount = 0x110000;
-    if (codeCount > unicodeCodeCount) {
-        throw FreeTypeException(fmt::format("The charmap has more codes than Unicode, {}", unicodeCodeCount));
-    }
-}
-
+///
 /// Where the advances of a font stand in no table, FreeType runs the program of each glyph: up to a third of
 /// a second, and hours for all glyphs of a font of a few hundred kilobytes. So the walk has a time: a start
 /// that such glyphs soon use up, and for each code more than a hundred times what it takes in the largest
 /// real fonts. The thread's own time: what other work does to the machine counts for nothing.
-class WalkTime {
+class WalkBounds {
 public:
-    void throwIfSpent(std::size_t codeCount) const {
-        constexpr double startSeconds = 5.0;
-        constexpr double secondsPerCode = 20e-6;
-        if (now() - _start > startSeconds + secondsPerCode * static_cast<double>(codeCount)) {
-            throw FreeTypeException("The charmap takes too long to read");
+    void countCode() {
+        constexpr std::size_t unicodeCodeCount = 0x110000;
+        constexpr std::size_t codesBetweenLooks = 16; // a look at the time costs as much as a few codes
+        if (++_codeCount > unicodeCodeCount) {
+            throw FreeTypeException(
+                fmt::format("The charmap has more codes than Unicode, {}", unicodeCodeCount));
+        }
+        if (_codeCount % codesBetweenLooks == 0) {
+            throwIfTimeIsSpent();
         }
     }
 
 private:
+    void throwIfTimeIsSpent() const {
+        constexpr double startSeconds = 5.0;
+        constexpr double secondsPerCode = 20e-6;
+        if (now() - _start > startSeconds + secondsPerCode * static_cast<double>(_codeCount)) {
+            throw FreeTypeException("The charmap takes too long to read");
+        }
+    }
+
     static double now() {
         timespec time{};
         clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
@@ -96,6 +104,7 @@ private:
     }
 
     double _start = now();
+    std::size_t _codeCount = 0;
 };
 
 /// Emboldening measures the em at the current size: gives the face one.
@@ -134,16 +143,11 @@ Gfx::CharMap makeCharMap(const FTFacePtr& face, GlyphTransform transform) {
     }
 
     Gfx::CharMap map(Entry(0, toEm(face, defaultAdvance)));
-    constexpr std::size_t codesBetweenLooks = 16; // a look costs as much as a few codes
-    const WalkTime time;
-    std::size_t codeCount = 0;
+    WalkBounds bounds;
     FT_UInt glyphIndex = 0;
     FT_ULong charCode = FT_Get_First_Char(face.get(), &glyphIndex);
     while (glyphIndex != 0) {
-        throwIfImplausible(++codeCount);
-        if (codeCount % codesBetweenLooks == 0) {
-            time.throwIfSpent(codeCount);
-        }
+        bounds.countCode();
         const FT_Fixed advance = getAdvance(
             face, glyphIndex, "Error making char to glyph advance cache. FT_Get_Advance() failed.");
         // Glyphs beyond 65,535 share an index with a lower one: no font that is drawn in practice has them.

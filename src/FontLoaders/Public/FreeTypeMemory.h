@@ -20,7 +20,7 @@ constexpr std::size_t maxFreeTypeGrowth = std::size_t(256) << 20U;
 
 /// One operation of FreeType: while it lives, what FreeType takes on this thread counts against
 /// maxFreeTypeGrowth. An operation inside another one, from a callback, counts for itself. Belongs on the
-/// stack.
+/// stack: it ends on the thread that began it, before what is around it.
 class VELL_API FreeTypeOperation {
 public:
     FreeTypeOperation();
