@@ -2,6 +2,7 @@
 #include <FontEngine/FixedRenderer.h>
 #include <FontEngine/GlyphKeyFields.h>
 
+#include <support/ErrorText.h>
 #include <support/RecordingPainter.h>
 #include <support/spy/FreeTypeSpy.h>
 
@@ -16,24 +17,15 @@ using FontLoaders::FreeTypeException;
 using Testing::FontBuilder;
 using Testing::FontGlyph;
 using Testing::FreeTypeSpy;
+using Testing::getErrorText;
 using Testing::RecordingPainter;
 
 std::shared_ptr<const FT_BitmapGlyphRec_> render(const Engine& engine, const KeyFields& fields) {
     return engine.factory->getBitmapGlyph(fields.makeBitmap(), engine.getFace(), false);
 }
 
-template <typename Operation>
-std::string getErrorText(const Operation& operation) {
-    try {
-        operation();
-    } catch (const FreeTypeException& error) {
-        return error.what();
-    }
-    return "no error";
-}
-
 std::string getRenderingError(const Engine& engine, const KeyFields& fields) {
-    return getErrorText([&] { render(engine, fields); });
+    return getErrorText<FreeTypeException>([&] { render(engine, fields); });
 }
 
 KeyFields makeKey(unsigned long glyph, float size) {
@@ -130,7 +122,7 @@ TEST(HostileFont, LosesOnlyTheGlyphsThatNestTooDeep) {
     const std::string text = "FT_Load_Glyph() failed, error: 21, glyph index: 16000 ";
     RecordingPainter painter;
     EXPECT_EQ(getRenderingError(engine, makeKey(16'000, 12.0F)), text);
-    EXPECT_EQ(getErrorText([&] {
+    EXPECT_EQ(getErrorText<FreeTypeException>([&] {
                   engine.factory->getOutlineGlyphPath(makeKey(16'000, 12.0F).makeOutline(), engine.getFace(),
                                                       painter);
               }),

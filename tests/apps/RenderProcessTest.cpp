@@ -1,3 +1,4 @@
+#include "Pixels.h"
 #include "ToolProcess.h"
 
 #include <CairoAdapter/CairoAdapter.h>
@@ -6,7 +7,6 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <cstring>
 
 namespace Vell::Tool::Testing {
 
@@ -26,14 +26,7 @@ public:
     int getWidth() const { return cairo_image_surface_get_width(_surface.get()); }
     int getHeight() const { return cairo_image_surface_get_height(_surface.get()); }
 
-    std::uint32_t getPixel(int x, int y) const {
-        std::uint32_t pixel = 0;
-        std::memcpy(&pixel,
-                    cairo_image_surface_get_data(_surface.get()) +
-                        y * cairo_image_surface_get_stride(_surface.get()) + x * 4,
-                    sizeof(pixel));
-        return pixel & 0xFFFFFF;
-    }
+    std::uint32_t getPixel(int x, int y) const { return readPixel(_surface.get(), x, y) & 0xFFFFFF; }
 
     /// Pixels of another colour than the corner's.
     int countInk() const {

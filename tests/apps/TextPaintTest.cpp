@@ -1,12 +1,12 @@
 #include "TextPaint.h"
 
 #include "Page.h"
+#include "Pixels.h"
 #include "ToolFonts.h"
 
 #include <gtest/gtest.h>
 
 #include <cstdint>
-#include <cstring>
 
 namespace Vell::Tool {
 
@@ -30,14 +30,7 @@ public:
         cairo_surface_flush(_surface.get());
     }
 
-    std::uint32_t getPixel(int x, int y) const {
-        std::uint32_t pixel = 0;
-        std::memcpy(&pixel,
-                    cairo_image_surface_get_data(_surface.get()) +
-                        y * cairo_image_surface_get_stride(_surface.get()) + x * 4,
-                    sizeof(pixel));
-        return pixel;
-    }
+    std::uint32_t getPixel(int x, int y) const { return Testing::readPixel(_surface.get(), x, y); }
     unsigned int getAlpha(int x, int y) const { return getPixel(x, y) >> 24; }
 
     /// One character a column of the row above the base line: '#' where it is covered.

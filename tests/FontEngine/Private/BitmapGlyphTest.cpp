@@ -4,6 +4,7 @@
 #include <FontEngine/GlyphKeyFields.h>
 
 #include <support/BdfFont.h>
+#include <support/ErrorText.h>
 #include <support/OpenedFont.h>
 #include <support/spy/FreeTypeSpy.h>
 
@@ -25,6 +26,7 @@ using FontLoaders::FreeTypeException;
 using Testing::Bytes;
 using testing::ElementsAre;
 using Testing::FreeTypeSpy;
+using Testing::getErrorText;
 using Testing::OpenedFont;
 
 using GlyphPtr = std::shared_ptr<const FT_BitmapGlyphRec_>;
@@ -107,16 +109,6 @@ Look renderByEngine(const Bytes& file, int size26Dot6, const KeyFields& fields) 
     FT_Library_SetLcdFilter(font.library.get(), FT_LCD_FILTER_LIGHT);
     EXPECT_EQ(FT_Set_Char_Size(font.get(), 0, size26Dot6, 72, 0), 0);
     return look(createBitmapGlyph(fields.makeBitmap(), font.face, false));
-}
-
-template <class Function>
-std::string getErrorText(const Function& function) {
-    try {
-        function();
-    } catch (const FreeTypeException& error) {
-        return error.what();
-    }
-    return "no exception";
 }
 
 TEST(BitmapGlyph, HasTheBytesThatFreeTypeRenders) {
@@ -243,15 +235,16 @@ TEST(BitmapGlyph, TellsFreeTypesErrorsWithCodeAndGlyph) {
     FreeTypeSpy spy;
     const auto render = [&] { createBitmapGlyph(KeyFields().makeBitmap(), font.face, false); };
     spy.failCall("FT_Load_Glyph", 1, FT_Err_Invalid_Outline);
-    EXPECT_EQ(getErrorText(render), "FT_Load_Glyph() failed, error: 20, glyph index: 1 ");
+    EXPECT_EQ(getErrorText<FreeTypeException>(render), "FT_Load_Glyph() failed, error: 20, glyph index: 1 ");
     spy.failCall("FT_Get_Glyph", 1, FT_Err_Out_Of_Memory);
-    EXPECT_EQ(getErrorText(render), "FT_Get_Glyph() failed, error: 64, glyph index: 1 ");
+    EXPECT_EQ(getErrorText<FreeTypeException>(render), "FT_Get_Glyph() failed, error: 64, glyph index: 1 ");
     spy.failCall("FT_Glyph_To_Bitmap", 1, FT_Err_Raster_Overflow);
-    EXPECT_EQ(getErrorText(render), "Failed to get bitmap for glyph, error: 98, glyph index: 1 ");
+    EXPECT_EQ(getErrorText<FreeTypeException>(render),
+              "Failed to get bitmap for glyph, error: 98, glyph index: 1 ");
     EXPECT_EQ(spy.countCalls("FT_Done_Glyph"), 1U) << "the outline that was not rendered";
     EXPECT_EQ(spy.countCalls("FT_Reference_Library"), spy.countCalls("FT_Done_Library"));
     spy.clear();
-    EXPECT_EQ(getErrorText(render), "no exception");
+    EXPECT_EQ(getErrorText<FreeTypeException>(render), "no exception");
     EXPECT_EQ(spy.getLines().front(), "FT_Set_Transform 65536 0 0 65536 0 0");
 }
 
@@ -260,8 +253,9 @@ TEST(BitmapGlyph, TellsErrorCodesWithoutSignAndIndicesWithAllBits) {
     FreeTypeSpy spy;
     spy.failCall("FT_Load_Glyph", 1, -1);
     const KeyFields fields = KeyFields().with(&KeyFields::glyph, 0xFFFFFFFFFFFFFFFFUL);
-    EXPECT_EQ(getErrorText([&] { createBitmapGlyph(fields.makeBitmap(), font.face, false); }),
-              "FT_Load_Glyph() failed, error: 4294967295, glyph index: 18446744073709551615 ");
+    EXPECT_EQ(
+        getErrorText<FreeTypeException>([&] { createBitmapGlyph(fields.makeBitmap(), font.face, false); }),
+        "FT_Load_Glyph() failed, error: 4294967295, glyph index: 18446744073709551615 ");
 }
 
 TEST(BitmapGlyphDeathTest, AssertsAFormatThatItKnows) {

@@ -3,6 +3,7 @@
 
 #include <support/BdfFont.h>
 #include <support/CffFont.h>
+#include <support/ErrorText.h>
 #include <support/OpenedFont.h>
 #include <support/Type1Font.h>
 #include <support/spy/FreeTypeSpy.h>
@@ -22,6 +23,7 @@ using Testing::CharMapKind;
 using testing::ElementsAre;
 using Testing::FontBuilder;
 using Testing::FreeTypeSpy;
+using Testing::getErrorText;
 using Testing::makeBoxGlyph;
 using Testing::OpenedFont;
 using Testing::printsAssertion;
@@ -42,16 +44,6 @@ std::vector<std::string> listSelections(const OpenedFont& font, bool isSymbolic,
     const FreeTypeSpy spy;
     selectFTCharmap(font.face, isSymbolic, isSfnt);
     return spy.getLines();
-}
-
-template <class Exception, class Function>
-std::string getErrorText(const Function& function) {
-    try {
-        function();
-    } catch (const Exception& error) {
-        return error.what();
-    }
-    return "no exception";
 }
 
 TEST(SelectCharmap, AsksForTheEncodingOfTheKindOfFont) {
