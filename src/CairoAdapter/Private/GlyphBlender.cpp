@@ -45,12 +45,16 @@ double getDrift(const cairo_matrix_t& toPixels, double bitmapPixel) {
 
 } // namespace
 
-void GlyphBlender::open(cairo_t* context, const cairo_matrix_t& deviceTransform, float devicePixelRatio) {
-    _target = findImageTarget(context);
+GlyphBlender::GlyphBlender(const CairoPainter& painter, float devicePixelRatio)
+    : _painter(painter)
+    , _bitmapPixel(1.0 / static_cast<double>(devicePixelRatio)) {}
+
+void GlyphBlender::open() {
+    _target = findImageTarget(_painter.getContext());
     _isTakenOver = _target.surface != nullptr;
     if (_isTakenOver) {
-        _toPixels = chain(deviceTransform, getSurfaceTransform(context));
-        _drift = getDrift(_toPixels, 1.0 / static_cast<double>(devicePixelRatio));
+        _toPixels = chain(_painter.getDeviceTransform(), _target.toPixels);
+        _drift = getDrift(_toPixels, _bitmapPixel);
     }
 }
 

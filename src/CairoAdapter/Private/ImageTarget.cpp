@@ -3,9 +3,9 @@
 #include <CairoAdapter/Private/CairoMatrix.h>
 #include <CairoAdapter/Private/ContextState.h>
 
+#include <algorithm>
 #include <cmath>
 #include <memory>
-#include <utility>
 
 namespace Vell::CairoAdapter::Internal {
 
@@ -34,13 +34,12 @@ RectanglesPtr copyClip(cairo_t* context) {
 
 /// Empty unless the clip is one box of whole pixels. Of a context or surface in error there is none; a
 /// finished surface gets into its error by being asked.
-PixelBox findClip(cairo_t* context) {
+PixelBox findClip(cairo_t* context, const cairo_matrix_t& toPixels) {
     const RectanglesPtr clip = copyClip(context);
     if (clip->num_rectangles != 1) {
         return {};
     }
     const cairo_rectangle_t& box = *clip->rectangles;
-    const cairo_matrix_t toPixels = getSurfaceTransform(context);
     const auto toWhole = [](double value) { return static_cast<int>(std::lround(value)); };
     const auto [left, right] = std::minmax({toWhole(box.x * toPixels.xx + toPixels.x0),
                                             toWhole((box.x + box.width) * toPixels.xx + toPixels.x0)});
@@ -68,13 +67,14 @@ ImageTarget findImageTarget(cairo_t* context) {
     }
     const PixelBox image{0, 0, cairo_image_surface_get_width(surface),
                          cairo_image_surface_get_height(surface)};
-    const PixelBox clip = intersect(findClip(context), image);
+    const cairo_matrix_t toPixels = getSurfaceTransform(surface);
+    const PixelBox clip = intersect(findClip(context, toPixels), image);
     if (clip.isEmpty()) {
         return {};
     }
     cairo_surface_flush(surface);
     return {adoptSurface(cairo_surface_reference(surface)), cairo_image_surface_get_data(surface),
-            cairo_image_surface_get_stride(surface), clip};
+            cairo_image_surface_get_stride(surface), toPixels, clip};
 }
 
 } // namespace Vell::CairoAdapter::Internal

@@ -12,7 +12,8 @@ struct ImageTarget {
     SurfacePtr surface; ///< shared with its owners; null where there is no such image
     unsigned char* pixels = nullptr;
     std::ptrdiff_t stride = 0;
-    PixelBox clip; ///< within the image
+    cairo_matrix_t toPixels{}; ///< from the context's device units
+    PixelBox clip;             ///< within the image
 };
 
 /// The image below a context, provided that blending coverage and colours within a box of whole pixels is all

@@ -49,17 +49,25 @@ std::uint32_t premultiply(const cinder::ColorAT<unsigned char>& color) {
            premultiply(color.g, color.a) << 8 | premultiply(color.b, color.a);
 }
 
-/// Closes the blender at the end of the scope.
-class BlenderCloser {
+/// Opens a blender for the length of a scope, if there is one.
+class BlenderScope {
 public:
-    explicit BlenderCloser(Internal::GlyphBlender& blender)
-        : _blender(blender) {}
-    BlenderCloser(const BlenderCloser&) = delete;
-    BlenderCloser& operator=(const BlenderCloser&) = delete;
-    ~BlenderCloser() { _blender.close(); }
+    explicit BlenderScope(Internal::GlyphBlender* blender)
+        : _blender(blender) {
+        if (_blender != nullptr) {
+            _blender->open();
+        }
+    }
+    BlenderScope(const BlenderScope&) = delete;
+    BlenderScope& operator=(const BlenderScope&) = delete;
+    ~BlenderScope() {
+        if (_blender != nullptr) {
+            _blender->close();
+        }
+    }
 
 private:
-    Internal::GlyphBlender& _blender;
+    Internal::GlyphBlender* _blender;
 };
 
 } // namespace
@@ -70,7 +78,7 @@ CairoGlyphPainter::CairoGlyphPainter(CairoPainter& painter, const cinder::ColorA
     , _color(color)
     , _premultipliedColor(premultiply(color))
     , _devicePixelRatio(devicePixelRatio)
-    , _blender(std::make_unique<Internal::GlyphBlender>()) {
+    , _blender(std::make_unique<Internal::GlyphBlender>(painter, devicePixelRatio)) {
     if (!std::isfinite(devicePixelRatio) || devicePixelRatio <= 0.0F) {
         throw CairoAdapterException("the device pixel ratio must be finite and greater than 0");
     }
@@ -83,35 +91,21 @@ void CairoGlyphPainter::drawGlyph(const FontEngine::BitmapGlyphImage& image,
     if (image.rows == 0 || image.width == 0 || image.buffer == nullptr) {
         return;
     }
-    if (_isInRun) {
-        drawOnTarget(image, position);
-    } else {
-        openBlender();
-        const BlenderCloser closer(*_blender);
-        drawOnTarget(image, position);
+    const BlenderScope scope(_isInRun ? nullptr : _blender.get());
+    if (!_blender->tryBlend(image, position, _premultipliedColor)) {
+        _blender->handOver();
+        drawThroughCairo(image, position);
     }
 }
 
 void CairoGlyphPainter::beginGlyphRun() {
-    openBlender();
+    _blender->open();
     _isInRun = true;
 }
 
 void CairoGlyphPainter::endGlyphRun() noexcept {
     _blender->close();
     _isInRun = false;
-}
-
-void CairoGlyphPainter::openBlender() {
-    _blender->open(_painter.getContext(), _painter.getDeviceTransform(), _devicePixelRatio);
-}
-
-void CairoGlyphPainter::drawOnTarget(const FontEngine::BitmapGlyphImage& image,
-                                     const cinder::Vec2<float>& position) {
-    if (!_blender->tryBlend(image, position, _premultipliedColor)) {
-        _blender->handOver();
-        drawThroughCairo(image, position);
-    }
 }
 
 void CairoGlyphPainter::drawThroughCairo(const FontEngine::BitmapGlyphImage& image,

@@ -69,8 +69,6 @@ public:
     float getDevicePixelRatio() const { return _devicePixelRatio; }
 
 private:
-    void openBlender();
-    void drawOnTarget(const FontEngine::BitmapGlyphImage& image, const cinder::Vec2<float>& position);
     void drawThroughCairo(const FontEngine::BitmapGlyphImage& image, const cinder::Vec2<float>& position);
 
     CairoPainter& _painter;
