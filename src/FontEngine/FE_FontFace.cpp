@@ -48,7 +48,7 @@ const FontFactory& FontFace::getFontFactory() const {
 std::shared_ptr<const FT_BitmapGlyphRec_> FontFace::getBitmapGlyph(const BitmapGlyphInfo& info,
                                                                    bool flipVertically) const {
     const auto factory = _fontFactory.lock();
-    return factory ? factory->copyBitmapGlyph(info, shared_from_this(), flipVertically) : nullptr;
+    return factory ? factory->copyBitmapGlyph(info, *shared_from_this(), flipVertically) : nullptr;
 }
 
 std::shared_ptr<const Gfx::Path> FontFace::getOutlineGlyphPath(const GlyphInfo& info,

@@ -21,6 +21,10 @@ namespace Vell::FontEngine {
 class BitmapGlyph;
 class FontFactory;
 
+namespace Internal {
+class RunServices;
+} // namespace Internal
+
 /// One font file, opened as a FreeType face in a FreeType library of its own, with its metrics and its
 /// character map computed once. Made by FontFactory::getFace and shared; it keeps its bytes alive but not its
 /// factory.
@@ -55,6 +59,8 @@ public:
     getGlyphBitmapWithSubpixels(const BitmapGlyph& glyph, const cinder::ColorAT<unsigned char>& color) const;
 
 private:
+    friend class Internal::RunServices;
+
     // Declared in the order in which they depend on each other: FreeType reads the face from the bytes.
     std::weak_ptr<const FontFactory> _fontFactory;
     FaceData _faceData;

@@ -70,10 +70,11 @@ renderPath(const GlyphInfo& info, const CheckedPtrImpl<const FontFace, false>& f
 
 } // namespace
 
-const FontFactory::BitmapPtr&
-FontFactory::findOrRenderBitmap(const BitmapGlyphInfo& info, const FacePtr& face, bool flipVertically) const {
+const FontFactory::BitmapPtr& FontFactory::findOrRenderBitmap(const BitmapGlyphInfo& info,
+                                                              const FontFace& face,
+                                                              bool flipVertically) const {
     const auto render = [&] {
-        BitmapPtr glyph = renderBitmap(info, *face, flipVertically);
+        BitmapPtr glyph = renderBitmap(info, face, flipVertically);
         const std::uint64_t bytes = glyph ? weigh(glyph->bitmap) : 0;
         return BitmapCache::DataNode(std::move(glyph), bytes);
     };
@@ -85,12 +86,11 @@ FontFactory::getBitmapGlyph(const BitmapGlyphInfo& info, CheckedPtrImpl<const Fo
                             bool flipVertically) const {
     assertBitmapFace(face);
     const Lock lock(_bitmapMutex);
-    return findOrRenderBitmap(info, face, flipVertically);
+    return findOrRenderBitmap(info, *face, flipVertically);
 }
 
-FontFactory::BitmapPtr FontFactory::copyBitmapGlyph(const BitmapGlyphInfo& info, const FacePtr& face,
+FontFactory::BitmapPtr FontFactory::copyBitmapGlyph(const BitmapGlyphInfo& info, const FontFace& face,
                                                     bool flipVertically) const {
-    assertBitmapFace(face);
     const Lock lock(_bitmapMutex);
     return findOrRenderBitmap(info, face, flipVertically);
 }
