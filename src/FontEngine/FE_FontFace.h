@@ -23,6 +23,7 @@ class FontFactory;
 
 namespace Internal {
 class RunServices;
+class SizedFace;
 } // namespace Internal
 
 /// One font file, opened as a FreeType face in a FreeType library of its own, with its metrics and its
@@ -59,6 +60,7 @@ public:
     getGlyphBitmapWithSubpixels(const BitmapGlyph& glyph, const cinder::ColorAT<unsigned char>& color) const;
 
 private:
+    friend class FontFactory;
     friend class Internal::RunServices;
 
     // Declared in the order in which they depend on each other: FreeType reads the face from the bytes.
@@ -66,6 +68,7 @@ private:
     FaceData _faceData;
     FontLoaders::FTLibraryPtr _library;
     FontLoaders::FTFacePtr _face;
+    std::unique_ptr<Internal::SizedFace> _sized; // changes with the face, which const services size as well
     Gfx::BasicMetrics _basicMetrics;
 };
 
