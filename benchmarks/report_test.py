@@ -37,10 +37,10 @@ class Collecting(unittest.TestCase):
                          ("threads/2 threads", "engine, own factory"))
         self.assertEqual(results.split_name("growth/10 MB/engine/repeats:3"), ("growth/10 MB", "engine"))
 
-    def test_groups_stand_in_the_order_of_the_report(self):
-        groups = results.collect([make_run(f"{group}/engine", 1.0)
-                                  for group in ("unheard of/x", "open/CJK", "layout/M", "layout/E")])
-        self.assertEqual(list(groups), ["layout/M", "layout/E", "open/CJK", "unheard of/x"])
+    def test_tasks_stand_in_the_order_of_the_report_and_workloads_as_they_were_registered(self):
+        shuffled = (("unheard of/x", 0), ("open/CJK", 3), ("layout/M", 2), ("layout/E", 1))
+        groups = results.collect([make_run(f"{group}/engine", 1.0, family_index=i) for group, i in shuffled])
+        self.assertEqual(list(groups), ["layout/E", "layout/M", "open/CJK", "unheard of/x"])
 
     def test_a_missing_library_is_no_error_and_anything_else_is(self):
         outcome = results.Results(groups=results.collect([make_failure("draw/E/Qt", "not installed"),
@@ -114,6 +114,12 @@ class Showing(unittest.TestCase):
         bars = [element for element in root.iter("{http://www.w3.org/2000/svg}rect")
                 if element.get("height") == str(plot.ROW_HEIGHT - 4)]
         self.assertEqual(len(bars), 5)
+
+    def test_the_columns_of_the_plot_are_as_even_as_can_be(self):
+        outcome = make_results({f"{task}/x": {str(i): 1.0 for i in range(rows)}
+                                for task, rows in (("a", 9), ("b", 1), ("c", 5), ("d", 4))})
+        panels = [plot.Panel(task, groups, outcome) for task, groups in tables.list_tasks(outcome).items()]
+        self.assertEqual([[panel.task for panel in column] for column in plot.split(panels)], [["a", "b"], ["c", "d"]])
 
     def test_bars_are_in_proportion_until_they_differ_by_more_than_twenty_times(self):
         self.assertAlmostEqual(plot.Scale([10.0, 100.0]).place(50.0), plot.BAR_WIDTH / 2)

@@ -6,7 +6,6 @@ from html import escape
 from reporting.results import get_item, get_workload, sort_contestants
 from reporting.tables import list_tasks, show_time
 
-COLUMN_COUNT = 2
 COLUMN_WIDTH = 640
 MARGIN = 24
 LABEL_WIDTH = 214
@@ -105,25 +104,30 @@ def draw_legend(x, y):
         x += 60 + 7 * len(text)
 
 
-def draw_panels(panels):
-    """Columns one beside the other, each filled down to about the same height; the elements and the height."""
-    total = sum(panel.height + PANEL_GAP for panel in panels)
-    elements = []
-    column, y, bottom = 0, HEAD_HEIGHT, 0
+def measure(panels):
+    return sum(panel.height + PANEL_GAP for panel in panels)
+
+
+def split(panels):
+    """The panels in two columns, in their order, so that the longer one is as short as can be."""
+    splits = [(panels[:i], panels[i:]) for i in range(1, len(panels) + 1)]
+    return min(splits, key=lambda columns: max(map(measure, columns))) if splits else ()
+
+
+def draw_column(panels, x):
+    y = HEAD_HEIGHT
     for panel in panels:
-        is_full = y + panel.height / 2 > HEAD_HEIGHT + total / COLUMN_COUNT
-        if is_full and column + 1 < COLUMN_COUNT:
-            column, y = column + 1, HEAD_HEIGHT
-        elements += panel.draw(MARGIN + column * (COLUMN_WIDTH + MARGIN), y)
+        yield from panel.draw(x, y)
         y += panel.height + PANEL_GAP
-        bottom = max(bottom, y)
-    return elements, bottom
 
 
 def make_svg(results, heading):
     panels = [Panel(task, groups, results) for task, groups in list_tasks(results).items()]
-    elements, height = draw_panels(panels)
-    width = MARGIN + COLUMN_COUNT * (COLUMN_WIDTH + MARGIN)
+    columns = split(panels)
+    elements = [element for i, column in enumerate(columns)
+                for element in draw_column(column, MARGIN + i * (COLUMN_WIDTH + MARGIN))]
+    height = HEAD_HEIGHT + max(map(measure, columns), default=0)
+    width = MARGIN + 2 * (COLUMN_WIDTH + MARGIN)
     return "\n".join([
         f'<svg xmlns="http://www.w3.org/2000/svg" width="{width}" height="{height}" viewBox="0 0 {width} {height}">',
         f"<style>{STYLE}</style>",

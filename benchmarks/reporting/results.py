@@ -73,14 +73,16 @@ def sort_contestants(names):
 
 
 def collect(benchmarks):
-    """{group: {contestant: Figure}}, the groups of a task in the order of the run."""
+    """{group: {contestant: Figure}}: tasks in the order of the report, their groups as they were registered."""
     times = {}
+    registered = {}
     errors = {}
     for run in benchmarks:
         if run["run_type"] != "iteration":
             continue
         name = split_name(run["run_name"])
         times.setdefault(name, [])
+        registered.setdefault(name[0], run.get("family_index", 0))
         if run.get("error_occurred"):
             errors[name] = run.get("error_message", "unknown error")
         else:
@@ -90,7 +92,8 @@ def collect(benchmarks):
         error = errors.get((group, contestant))
         figure = Figure(error=error) if error else Figure(statistics.median(values))
         groups.setdefault(group, {})[contestant] = figure
-    return dict(sorted(groups.items(), key=lambda entry: rank_task(get_task(entry[0]))))
+    order = sorted(groups, key=lambda group: (rank_task(get_task(group)), registered[group]))
+    return {group: groups[group] for group in order}
 
 
 def read(results_path, memory_path=None):

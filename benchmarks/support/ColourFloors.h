@@ -15,11 +15,13 @@ namespace Vell::Benchmarks {
 using Image = FontEngine::BitmapGlyphImageWithDeleter;
 using Color = cinder::ColorAT<unsigned char>;
 
-/// From a coverage to what is seen of it, for each channel of one colour.
+/// From a coverage to what is seen of it, for each channel of one colour: the channel at its place in a
+/// pixel, and above the 32 bits once more as a number. The sum over three channels is the pixel and its
+/// lightness.
 struct ColorTables {
     explicit ColorTables(const Color& color);
 
-    std::array<std::array<unsigned char, 256>, 3> channels;
+    std::array<std::array<std::uint64_t, 256>, 3> channels;
 };
 
 /// Three powers for each pixel, as the rule is written.
