@@ -1,6 +1,6 @@
 // The floor of drawing: the engine's own cached bitmaps, at the places that it gave them, by a plain loop.
 
-#include "support/BenchEngine.h"
+#include "support/EnginePage.h"
 #include "support/Stamps.h"
 
 #include <algorithm>
@@ -72,32 +72,24 @@ CairoAdapter::SurfacePtr blitPage(const Scene& scene, const RecordedPage& record
     return page;
 }
 
-CairoAdapter::SurfacePtr drawByEngine(const Scene& scene) {
-    const BenchEngine engine(scene.workload.fontFile);
-    CairoAdapter::SurfacePtr page = makePage(scene);
-    CairoAdapter::CairoPainter painter(page.get());
-    CairoAdapter::CairoGlyphPainter glyphPainter(painter, ink);
-    FontEngine::RasterTextPainter text(painter, glyphPainter, false);
-    double y = 0;
-    for (const std::string& line : scene.workload.lines) {
-        y += lineHeight;
-        painter.resetTransform();
-        painter.translate({static_cast<float>(leftMargin), static_cast<float>(y)});
-        text.drawText(line, engine.extFontInfo, engine.font, ink, 1.0F);
+bool isDrawnByEngine(const Scene& scene, const PixelView& pixels) {
+    constexpr int rounding = 2; // cairo rounds the colour's part and the page's part each by itself
+    EnginePage page(scene);
+    for (std::size_t line = 0; line < scene.workload.lines.size(); ++line) {
+        page.drawLine(line, lineHeight * static_cast<double>(line + 1));
     }
-    return page;
+    return compare(pixels, page.getPixels()) <= rounding;
 }
 
 /// At ratio 1 all glyphs stand on whole pixels: the floor must draw what the engine draws. At ratio 2 the
 /// adapter may interpolate, which the floor does not.
 bool isRight(const Scene& scene, const RecordedPage& recorded, Blit blit) {
-    constexpr int rounding = 2; // cairo rounds the colour's part and the page's part each by itself
     const CairoAdapter::SurfacePtr page = blitPage(scene, recorded, blit);
     const CairoAdapter::SurfacePtr plain = blitPage(scene, recorded, blitPlainly);
     if (compare(viewPixels(page), viewPixels(plain)) != 0) {
         return false;
     }
-    return scene.ratio != 1 || compare(viewPixels(page), viewPixels(drawByEngine(scene))) <= rounding;
+    return scene.ratio != 1 || isDrawnByEngine(scene, viewPixels(page));
 }
 
 void blitByHand(benchmark::State& state, const Scene& scene, Blit blit) {

@@ -2,6 +2,7 @@
 // turn, so that each has gone when its turn comes again.
 
 #include "support/GlyphSet.h"
+#include "support/Items.h"
 
 #include <benchmark/benchmark.h>
 
@@ -43,7 +44,7 @@ void ask(benchmark::State& state, double partOfAll) {
     for (auto step : state) {
         askForAll(glyphs);
     }
-    state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations() * GlyphSet::glyphCount));
+    countItems(state, GlyphSet::glyphCount);
 }
 
 /// Thrashing releases a glyph for each that it makes: so does its floor.
@@ -54,7 +55,7 @@ void renderAndRelease(benchmark::State& state) {
             FT_Done_Glyph(glyphs.renderByFreeType(i));
         }
     }
-    state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations() * GlyphSet::glyphCount));
+    countItems(state, GlyphSet::glyphCount);
 }
 
 const bool areRegistered = [] {

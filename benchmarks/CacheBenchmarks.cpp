@@ -1,5 +1,6 @@
 // Hits in caches of growing size, in random order: what grows is the way to the memory.
 
+#include "support/Items.h"
 #include "support/PlainCache.h"
 
 #include <Utils/Public/MRUCache.h>
@@ -74,7 +75,7 @@ void hitRandomly(benchmark::State& state, std::uint64_t size) {
     for (auto step : state) {
         benchmark::DoNotOptimize(cache.hit(keys.next()));
     }
-    state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations()));
+    countItems(state, 1);
 }
 
 template <typename Cache>

@@ -2,6 +2,7 @@
 
 #include "support/BenchEngine.h"
 #include "support/ColourFloors.h"
+#include "support/Items.h"
 
 #include <FontEngine/Private/FE_FreeTypeUtilsInternal.h>
 
@@ -59,7 +60,7 @@ void colorAll(benchmark::State& state, const FT_BitmapGlyphRec_& glyph, const Co
     for (auto step : state) {
         benchmark::DoNotOptimize(color(glyph)->buffer);
     }
-    state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations() * pixels));
+    countItems(state, pixels);
 }
 
 using ColorFunction = std::shared_ptr<Image> (*)(const FT_BitmapGlyphRec_&, const Color&);

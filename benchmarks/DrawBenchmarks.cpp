@@ -1,26 +1,15 @@
 // Drawing a text into an image of 32 bits a pixel when every glyph is cached: the engine through the painters
 // over cairo.
 
-#include "support/BenchEngine.h"
-#include "support/Scene.h"
+#include "support/EnginePage.h"
 
 namespace Vell::Benchmarks {
 
 namespace {
 
 void drawRaster(benchmark::State& state, const Scene& scene) {
-    const BenchEngine engine(scene.workload.fontFile);
-    const auto ratio = static_cast<float>(scene.ratio);
-    const CairoAdapter::SurfacePtr page = makePage(scene);
-    CairoAdapter::CairoPainter painter(page.get(), {ratio, 0.0F, 0.0F, ratio, 0.0F, 0.0F});
-    CairoAdapter::CairoGlyphPainter glyphPainter(painter, ink, ratio);
-    FontEngine::RasterTextPainter text(painter, glyphPainter, false);
-    drawPage(state, scene, viewPixels(page), [&](std::size_t line, double y) {
-        painter.pushTransform();
-        painter.translate({static_cast<float>(leftMargin), static_cast<float>(y)});
-        text.drawText(scene.workload.lines[line], engine.extFontInfo, engine.font, ink, ratio);
-        painter.popTransform();
-    });
+    EnginePage page(scene);
+    drawPage(state, scene, page.getPixels(), [&](std::size_t line, double y) { page.drawLine(line, y); });
 }
 
 const bool areRegistered = [] {

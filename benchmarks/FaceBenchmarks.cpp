@@ -1,6 +1,7 @@
 // Opening a face and building its table of characters, and closing it again.
 
 #include "support/BenchEngine.h"
+#include "support/Items.h"
 
 #include <FontLoaders/Public/FreeType.h>
 
@@ -23,7 +24,7 @@ void openFace(benchmark::State& state, const Workload& workload) {
         benchmark::DoNotOptimize(factory->getFace(description));
         factory->flush();
     }
-    state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations()));
+    countItems(state, 1);
 }
 
 /// Opening by FreeType alone, and a walk over the charmap with the advance of each code, which goes to a new
@@ -49,7 +50,7 @@ void walk(benchmark::State& state, const Workload& workload, const Insert& inser
         benchmark::ClobberMemory();
         FT_Done_Face(face);
     }
-    state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations()));
+    countItems(state, 1);
 }
 
 using Entry = Gfx::CharMap::GlyphIndexWithAdvance;

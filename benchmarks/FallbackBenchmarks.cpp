@@ -1,9 +1,7 @@
 // A text every third character of which its font lacks.
 
-#include "support/BenchEngine.h"
-#include "support/PangoText.h"
-
-#include <benchmark/benchmark.h>
+#include "support/Items.h"
+#include "support/LayoutLoops.h"
 
 namespace Vell::Benchmarks {
 
@@ -40,30 +38,13 @@ Workload makeGappedText() {
 }
 
 void layOut(benchmark::State& state, const Workload& workload) {
-    const BenchEngine engine(workload.fontFile, getCjk().fontFile);
-    IdlePainter idle;
-    FontEngine::RasterTextPainter painter(idle, idle, false);
-    const auto layOutAll = [&] {
-        for (const std::string& line : workload.lines) {
-            benchmark::DoNotOptimize(
-                painter.createGlyphRun(line, engine.extFontInfo, engine.font, 1.0F, {1.0F, 1.0F}));
-        }
-    };
-    layOutAll();
-    for (auto step : state) {
-        layOutAll();
-    }
-    state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations() * workload.countCharacters()));
+    measureEngine(state, BenchEngine(workload.fontFile, getCjk().fontFile), workload);
+    countItems(state, workload.countCharacters());
 }
 
 void layOutWithPango(benchmark::State& state, const Workload& workload) {
-    PangoText pango(workload);
-    for (auto step : state) {
-        for (const std::string& line : workload.lines) {
-            pango.layOut(line);
-        }
-    }
-    state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations() * workload.countCharacters()));
+    measurePango(state, workload);
+    countItems(state, workload.countCharacters());
 }
 
 const bool areRegistered = [] {

@@ -1,6 +1,7 @@
 // The first appearance of a glyph. What becomes of the glyphs afterwards is not measured, on neither side.
 
 #include "support/GlyphSet.h"
+#include "support/Items.h"
 
 #include <benchmark/benchmark.h>
 
@@ -9,7 +10,7 @@ namespace Vell::Benchmarks {
 namespace {
 
 void countGlyphs(benchmark::State& state) {
-    state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations() * GlyphSet::glyphCount));
+    countItems(state, GlyphSet::glyphCount);
 }
 
 void skipUnlessAgreed(benchmark::State& state, const GlyphSet& glyphs) {

@@ -1,6 +1,7 @@
 // The layout of one text that grows: an item is a glyph.
 
 #include "support/BenchEngine.h"
+#include "support/Items.h"
 
 #include <benchmark/benchmark.h>
 
@@ -35,12 +36,12 @@ void layOut(benchmark::State& state, std::size_t bytes) {
     for (auto step : state) {
         layOutText(text);
     }
-    state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations()) * static_cast<std::int64_t>(bytes));
+    countItems(state, bytes);
 }
 
 const bool areRegistered = [] {
     constexpr std::size_t kilobyte = 1000;
-    for (const std::size_t kilobytes : {1, 10, 100, 1000, 10000}) {
+    for (std::size_t kilobytes = 1; kilobytes <= 10000; kilobytes *= 10) {
         const std::string size =
             kilobytes < 1000 ? std::to_string(kilobytes) + " KB" : std::to_string(kilobytes / 1000) + " MB";
         auto* const registered = benchmark::RegisterBenchmark(("growth/" + size + "/engine").c_str(), layOut,

@@ -1,43 +1,20 @@
 // Laying a text out when every glyph is cached.
 
-#include "support/BenchEngine.h"
-#include "support/PangoText.h"
-
-#include <benchmark/benchmark.h>
+#include "support/Items.h"
+#include "support/LayoutLoops.h"
 
 namespace Vell::Benchmarks {
 
 namespace {
 
-void countGlyphs(benchmark::State& state, const Workload& workload) {
-    state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations() * workload.countCharacters()));
-}
-
 void layOut(benchmark::State& state, const Workload& workload, float ratio) {
-    const BenchEngine engine(workload.fontFile);
-    IdlePainter idle;
-    FontEngine::RasterTextPainter painter(idle, idle, false);
-    const auto layOutAll = [&] {
-        for (const std::string& line : workload.lines) {
-            benchmark::DoNotOptimize(
-                painter.createGlyphRun(line, engine.extFontInfo, engine.font, ratio, {1.0F, 1.0F}));
-        }
-    };
-    layOutAll();
-    for (auto step : state) {
-        layOutAll();
-    }
-    countGlyphs(state, workload);
+    measureEngine(state, BenchEngine(workload.fontFile), workload, ratio);
+    countItems(state, workload.countCharacters());
 }
 
 void layOutWithPango(benchmark::State& state, const Workload& workload) {
-    PangoText pango(workload);
-    for (auto step : state) {
-        for (const std::string& line : workload.lines) {
-            pango.layOut(line);
-        }
-    }
-    countGlyphs(state, workload);
+    measurePango(state, workload);
+    countItems(state, workload.countCharacters());
 }
 
 const bool areRegistered = [] {

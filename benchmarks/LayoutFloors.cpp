@@ -3,6 +3,7 @@
 
 #include "support/BenchEngine.h"
 #include "support/HeavyKeyCache.h"
+#include "support/Items.h"
 #include "support/PlainCache.h"
 
 #include <Utils/Public/Utf8.h>
@@ -37,7 +38,7 @@ void hitAll(benchmark::State& state, const Workload& workload, const Hit& hit) {
     for (auto step : state) {
         layOutAll();
     }
-    state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations() * workload.countCharacters()));
+    countItems(state, workload.countCharacters());
 }
 
 /// The text as it comes, each character's advance from the table of the face.
@@ -55,7 +56,7 @@ void decodeAndAdvance(benchmark::State& state, const Workload& workload) {
         benchmark::DoNotOptimize(pen);
         pen = 0.0F;
     }
-    state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations() * workload.countCharacters()));
+    countItems(state, workload.countCharacters());
 }
 
 void hitPlainKeys(benchmark::State& state, const Workload& workload) {

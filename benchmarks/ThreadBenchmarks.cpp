@@ -1,30 +1,16 @@
 // The layout of the English text on one thread and on two at once, in real time. Each thread counts its
 // share of the glyphs, so that what comes out is the time of a glyph on each thread.
 
-#include "support/BenchEngine.h"
-
-#include <benchmark/benchmark.h>
+#include "support/LayoutLoops.h"
 
 namespace Vell::Benchmarks {
 
 namespace {
 
 void layOut(benchmark::State& state, const BenchEngine& engine) {
-    const Workload& workload = getEnglish();
-    IdlePainter idle;
-    FontEngine::RasterTextPainter painter(idle, idle, false);
-    const auto layOutAll = [&] {
-        for (const std::string& line : workload.lines) {
-            benchmark::DoNotOptimize(
-                painter.createGlyphRun(line, engine.extFontInfo, engine.font, 1.0F, {1.0F, 1.0F}));
-        }
-    };
-    layOutAll();
-    for (auto step : state) {
-        layOutAll();
-    }
-    state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations() * workload.countCharacters()) /
-                            state.threads());
+    measureEngine(state, engine, getEnglish());
+    const auto characters = static_cast<std::int64_t>(getEnglish().countCharacters());
+    state.SetItemsProcessed(state.iterations() * characters / state.threads());
 }
 
 void layOutWithOwnFactory(benchmark::State& state) {

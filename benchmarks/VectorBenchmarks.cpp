@@ -3,6 +3,7 @@
 #include "support/BenchEngine.h"
 #include "support/CairoText.h"
 #include "support/CountingPainter.h"
+#include "support/Items.h"
 
 namespace Vell::Benchmarks {
 
@@ -24,7 +25,7 @@ void replayAll(benchmark::State& state, const Workload& workload, const Gfx::Pai
     for (auto step : state) {
         drawAll();
     }
-    state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations() * workload.countCharacters()));
+    countItems(state, workload.countCharacters());
 }
 
 void replayByEngine(benchmark::State& state, const Workload& workload) {

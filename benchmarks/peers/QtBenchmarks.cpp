@@ -1,6 +1,7 @@
 // Qt: the shaping layout of a line, and drawText on an image. Its texts are UTF-16 from the start, as in
 // programs that use it.
 
+#include "../support/Items.h"
 #include "../support/Scene.h"
 
 #include <QFontInfo>
@@ -61,7 +62,7 @@ void layOut(benchmark::State& state, const Workload& workload) {
             layout.endLayout();
         }
     }
-    state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations() * workload.countCharacters()));
+    countItems(state, workload.countCharacters());
 }
 
 void draw(benchmark::State& state, const Scene& scene) {

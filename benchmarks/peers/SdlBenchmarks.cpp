@@ -1,5 +1,6 @@
 // SDL_ttf: the measuring of a text, and a new blended picture of it for each drawing.
 
+#include "../support/Items.h"
 #include "../support/Scene.h"
 
 #include <SDL_ttf.h>
@@ -58,7 +59,7 @@ void measure(benchmark::State& state, const Workload& workload) {
     if (widthOfAll == 0) {
         state.SkipWithError("measured nothing");
     }
-    state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations() * workload.countCharacters()));
+    countItems(state, workload.countCharacters());
 }
 
 void draw(benchmark::State& state, const Scene& scene) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Items.h"
 #include "Workload.h"
 
 #include <CairoAdapter/CairoAdapter.h>
@@ -64,7 +65,7 @@ void drawPage(benchmark::State& state, const Scene& scene, const PixelView& page
     for (auto step : state) {
         drawAll();
     }
-    state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations() * scene.workload.countCharacters()));
+    countItems(state, scene.workload.countCharacters());
 }
 
 } // namespace Vell::Benchmarks
