@@ -38,8 +38,8 @@ class Collecting(unittest.TestCase):
         self.assertEqual(results.split_name("growth/10 MB/engine/repeats:3"), ("growth/10 MB", "engine"))
 
     def test_tasks_stand_in_the_order_of_the_report_and_workloads_as_they_were_registered(self):
-        shuffled = (("unheard of/x", 0), ("open/CJK", 3), ("layout/M", 2), ("layout/E", 1))
-        groups = results.collect([make_run(f"{group}/engine", 1.0, family_index=i) for group, i in shuffled])
+        shuffled = (("unheard of/x", 0), ("open/CJK", 3), ("layout/E", 9), ("layout/M", 2), ("layout/E", 1))
+        groups = results.collect([make_run(f"{group}/{i}", 1.0, family_index=i) for group, i in shuffled])
         self.assertEqual(list(groups), ["layout/E", "layout/M", "open/CJK", "unheard of/x"])
 
     def test_a_missing_library_is_no_error_and_anything_else_is(self):

@@ -82,7 +82,8 @@ def collect(benchmarks):
             continue
         name = split_name(run["run_name"])
         times.setdefault(name, [])
-        registered.setdefault(name[0], run.get("family_index", 0))
+        index = run.get("family_index", 0)
+        registered[name[0]] = min(index, registered.get(name[0], index))
         if run.get("error_occurred"):
             errors[name] = run.get("error_message", "unknown error")
         else:
