@@ -2,7 +2,7 @@
 # Proves the repository: installs what is missing, then builds and tests it in every way that matters.
 #
 #   ./test.sh              everything
-#   ./test.sh dev asan     only these steps: format, dev, clang, clang_tests, asan, tsan, fuzz
+#   ./test.sh dev asan     only these steps: format, dev, clang, clang_tests, asan, tsan, fuzz, bench
 set -euo pipefail
 cd "$(dirname "$0")"
 
@@ -46,8 +46,13 @@ step_fuzz() { # each fuzzer for twenty seconds
   fuzz/run.sh 20
 }
 
+step_bench() { # each benchmark once, only to see that it runs, that floors give the engine's pixels, and that reports work
+  benchmarks/report_test.py
+  benchmarks/run.sh --once
+}
+
 steps=("$@")
-[ ${#steps[@]} -gt 0 ] || steps=(format dev clang asan tsan fuzz)
+[ ${#steps[@]} -gt 0 ] || steps=(format dev clang asan tsan fuzz bench)
 
 for step in "${steps[@]}"; do
   declare -F "step_$step" >/dev/null || { echo "test.sh: unknown step '$step'" >&2; exit 2; }

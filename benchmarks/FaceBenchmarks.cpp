@@ -1,12 +1,15 @@
-// Opening a face and building its table of characters.
+// Opening a face and building its table of characters, and closing it again.
 
 #include "support/BenchEngine.h"
+#include "support/Items.h"
 
 #include <FontLoaders/Public/FreeType.h>
 
 #include <benchmark/benchmark.h>
 
 #include FT_ADVANCES_H
+
+#include <unordered_map>
 
 namespace Vell::Benchmarks {
 
@@ -21,35 +24,73 @@ void openFace(benchmark::State& state, const Workload& workload) {
         benchmark::DoNotOptimize(factory->getFace(description));
         factory->flush();
     }
-    state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations()));
+    countItems(state, 1);
 }
 
-/// Opening by FreeType alone, and a walk over the charmap with the advance of each code.
-void walk(benchmark::State& state, const Workload& workload) {
+/// Opening by FreeType alone, and a walk over the charmap with the advance of each code, which goes to a new
+/// `Table` through `insert(table, code, glyph, advance in ems)`.
+template <typename Table, typename Insert>
+void walk(benchmark::State& state, const Workload& workload, const Insert& insert) {
     const std::shared_ptr<const Bytes> bytes = readFontFile(workload.fontFile);
     for (auto step : state) {
         const FontLoaders::FTLibraryPtr library = FontLoaders::createFreeTypeLibrary();
         FT_Face face = nullptr;
         FT_New_Memory_Face(library.get(), bytes->data(), static_cast<FT_Long>(bytes->size()), 0, &face);
         FT_Select_Charmap(face, FT_ENCODING_UNICODE);
+        Table table{};
         FT_UInt glyph = 0;
-        FT_Fixed sum = 0;
         for (FT_ULong code = FT_Get_First_Char(face, &glyph); glyph != 0;
              code = FT_Get_Next_Char(face, code, &glyph)) {
             FT_Fixed advance = 0;
             FT_Get_Advance(face, glyph, FT_LOAD_NO_SCALE, &advance);
-            sum += advance;
+            insert(table, static_cast<unsigned int>(code), static_cast<unsigned short>(glyph),
+                   static_cast<float>(advance) / static_cast<float>(face->units_per_EM));
         }
-        benchmark::DoNotOptimize(sum);
+        benchmark::DoNotOptimize(&table);
+        benchmark::ClobberMemory();
         FT_Done_Face(face);
     }
-    state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations()));
+    countItems(state, 1);
 }
 
-BENCHMARK_CAPTURE(openFace, DejaVu, getEnglish())->Name("open DejaVu/engine");
-BENCHMARK_CAPTURE(walk, DejaVu, getEnglish())->Name("open DejaVu/FreeType walk");
-BENCHMARK_CAPTURE(openFace, CJK, getCjk())->Name("open Noto CJK/engine");
-BENCHMARK_CAPTURE(walk, CJK, getCjk())->Name("open Noto CJK/FreeType walk");
+using Entry = Gfx::CharMap::GlyphIndexWithAdvance;
+
+struct PagedTable {
+    Gfx::CharMap map{Entry(0, 0.0F)};
+};
+
+void walkOnly(benchmark::State& state, const Workload& workload) {
+    walk<float>(state, workload,
+                [](float& sum, unsigned int, unsigned short, float advance) { sum += advance; });
+}
+
+void walkIntoHashMap(benchmark::State& state, const Workload& workload) {
+    walk<std::unordered_map<unsigned int, Entry>>(
+        state, workload, [](auto& table, unsigned int code, unsigned short glyph, float advance) {
+            table.emplace(code, Entry(glyph, advance));
+        });
+}
+
+void walkIntoPages(benchmark::State& state, const Workload& workload) {
+    walk<PagedTable>(state, workload,
+                     [](PagedTable& table, unsigned int code, unsigned short glyph, float advance) {
+                         table.map.insert(code, Entry(glyph, advance), true);
+                     });
+}
+
+void registerFont(const std::string& name, const Workload& workload) {
+    const std::string group = "open/" + name;
+    benchmark::RegisterBenchmark((group + "/engine").c_str(), openFace, workload);
+    benchmark::RegisterBenchmark((group + "/floor: walk").c_str(), walkOnly, workload);
+    benchmark::RegisterBenchmark((group + "/floor: walk into pages").c_str(), walkIntoPages, workload);
+    benchmark::RegisterBenchmark((group + "/walk into unordered_map").c_str(), walkIntoHashMap, workload);
+}
+
+const bool areRegistered = [] {
+    registerFont("DejaVu", getEnglish());
+    registerFont("Noto CJK", getCjk());
+    return true;
+}();
 
 } // namespace
 

@@ -1,8 +1,7 @@
-// The first appearance of a glyph, and the colouring of a sub-pixel bitmap.
+// The first appearance of a glyph. What becomes of the glyphs afterwards is not measured, on neither side.
 
-#include "support/BenchEngine.h"
-
-#include <FontEngine/Private/FE_FreeTypeUtilsInternal.h>
+#include "support/GlyphSet.h"
+#include "support/Items.h"
 
 #include <benchmark/benchmark.h>
 
@@ -10,68 +9,68 @@ namespace Vell::Benchmarks {
 
 namespace {
 
-constexpr unsigned int firstGlyph = 36; // the letters of DejaVu Sans
-constexpr unsigned int glyphCount = 96;
-
-FontEngine::BitmapGlyphInfo makeKey(const BenchEngine& engine, unsigned int glyph, float size,
-                                    FT_Render_Mode mode = FT_RENDER_MODE_NORMAL) {
-    return FontEngine::BitmapGlyphInfo(engine.faceInfo, mode, glyph, 'x', size, {1.0F, 1.0F}, 1.0F, 0, true,
-                                       FontEngine::GlyphTransform::None);
+void countGlyphs(benchmark::State& state) {
+    countItems(state, GlyphSet::glyphCount);
 }
 
-/// Renders glyphs into an empty cache. `sizes` of them are asked for in turn.
-void renderCold(benchmark::State& state, unsigned int sizes) {
-    const BenchEngine engine(getEnglish().fontFile);
+void skipUnlessAgreed(benchmark::State& state, const GlyphSet& glyphs) {
+    if (!glyphs.agrees()) {
+        state.SkipWithError("FreeType gives other pixels");
+    }
+}
+
+/// Renders glyphs into an empty cache. The caller holds them, too, until the measurement pauses.
+void renderByEngine(benchmark::State& state, const HintedFont& font, unsigned int sizeCount) {
+    const GlyphSet glyphs(font, sizeCount);
+    skipUnlessAgreed(state, glyphs);
     for (auto step : state) {
-        for (unsigned int i = 0; i < glyphCount; ++i) {
-            const float size = pixelSize + static_cast<float>(i % sizes);
-            benchmark::DoNotOptimize(engine.factory->getBitmapGlyph(makeKey(engine, firstGlyph + i, size),
-                                                                    engine.font.getFace(), false));
+        for (std::size_t i = 0; i < GlyphSet::glyphCount; ++i) {
+            benchmark::DoNotOptimize(glyphs.getFromEngine(i));
         }
         state.PauseTiming();
-        engine.factory->reset(0, 0); // the font keeps its face
+        glyphs.getEngine().factory->reset(0, 0); // the font keeps its face
         state.ResumeTiming();
     }
-    state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations() * glyphCount));
+    countGlyphs(state);
 }
 
-/// The three calls of FreeType on a face that has its size.
-void callFreeType(benchmark::State& state) {
-    const FontLoaders::FTLibraryPtr library = FontLoaders::createFreeTypeLibrary();
-    const FontLoaders::FTFacePtr face =
-        FontLoaders::createFontFace(library, readFontFile(getEnglish().fontFile));
-    FT_Set_Char_Size(face.get(), 0, static_cast<FT_F26Dot6>(pixelSize * 64.0F), 72, 0);
+/// The three calls of FreeType, on a face that has its size, or that is sized for each glyph.
+void renderByFreeType(benchmark::State& state, const HintedFont& font, unsigned int sizeCount) {
+    const GlyphSet glyphs(font, sizeCount);
+    skipUnlessAgreed(state, glyphs);
+    glyphs.sizeFace(0);
+    std::array<FT_Glyph, GlyphSet::glyphCount> rendered{};
     for (auto step : state) {
-        for (unsigned int i = 0; i < glyphCount; ++i) {
-            FT_Glyph glyph = nullptr;
-            FT_Load_Glyph(face.get(), firstGlyph + i, FT_LOAD_NO_BITMAP);
-            FT_Get_Glyph(face->glyph, &glyph);
-            FT_Glyph_To_Bitmap(&glyph, FT_RENDER_MODE_NORMAL, nullptr, 1);
+        for (std::size_t i = 0; i < GlyphSet::glyphCount; ++i) {
+            if (sizeCount > 1) {
+                glyphs.sizeFace(i);
+            }
+            rendered[i] = glyphs.renderByFreeType(i);
+        }
+        state.PauseTiming();
+        for (const FT_Glyph glyph : rendered) {
             FT_Done_Glyph(glyph);
         }
+        state.ResumeTiming();
     }
-    state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations() * glyphCount));
+    countGlyphs(state);
 }
 
-/// Colours one glyph of a size; an item is a pixel.
-void colour(benchmark::State& state, float size) {
-    const BenchEngine engine(getEnglish().fontFile);
-    const auto glyph = engine.factory->getBitmapGlyph(makeKey(engine, firstGlyph, size, FT_RENDER_MODE_LCD),
-                                                      engine.font.getFace(), false);
-    std::size_t pixels = 0;
-    for (auto step : state) {
-        const auto image = FontEngine::Internal::getColoredGlyphImage(*glyph, {20, 90, 200, 255});
-        pixels += std::size_t(image->rows) * image->width;
-    }
-    state.SetItemsProcessed(static_cast<std::int64_t>(pixels));
-    state.SetLabel(std::to_string(glyph->bitmap.width / 3) + " x " + std::to_string(glyph->bitmap.rows));
+void registerFont(const HintedFont& font) {
+    const std::string oneSize = "cold glyph/" + font.name;
+    benchmark::RegisterBenchmark((oneSize + "/engine").c_str(), renderByEngine, font, 1);
+    benchmark::RegisterBenchmark((oneSize + "/floor: FreeType").c_str(), renderByFreeType, font, 1);
+    const std::string twoSizes = "cold glyph, two sizes in turn/" + font.name;
+    benchmark::RegisterBenchmark((twoSizes + "/engine").c_str(), renderByEngine, font, 2);
+    benchmark::RegisterBenchmark((twoSizes + "/floor: FreeType").c_str(), renderByFreeType, font, 2);
 }
 
-BENCHMARK_CAPTURE(renderCold, one size, 1)->Name("cold glyph/engine");
-BENCHMARK_CAPTURE(renderCold, two sizes, 2)->Name("cold glyph/engine, two sizes in turn");
-BENCHMARK(callFreeType)->Name("cold glyph/FreeType");
-BENCHMARK_CAPTURE(colour, small, 14.0F)->Name("colour 14/engine");
-BENCHMARK_CAPTURE(colour, large, 60.0F)->Name("colour 60/engine");
+const bool areRegistered = [] {
+    registerFont(getBytecodeFont());
+    registerFont(getAutoHintedFont());
+    registerFont(getUnhintedFont());
+    return true;
+}();
 
 } // namespace
 

@@ -1,3 +1,5 @@
+#include "support/Machine.h"
+
 #include <benchmark/benchmark.h>
 
 #include <thread>
@@ -6,6 +8,7 @@
 /// and no user of the engine has.
 int main(int argc, char** argv) {
     std::thread([] {}).join();
+    Vell::Benchmarks::describeMachine();
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
         return 1;

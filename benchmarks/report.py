@@ -1,30 +1,37 @@
 #!/usr/bin/env python3
-"""Prints the medians of a benchmark run: nanoseconds an item, and the engine's time as a multiple of each other's."""
+"""Reports a run of the benchmarks: what each contestant took for an item, and which targets are met.
 
-import json
+Fails if a benchmark reported an error; a library that is not installed is none.
+"""
+
+import argparse
 import sys
 
+from reporting import plot, results, tables, targets
 
-def read_medians(path):
-    """{group: {contestant: nanoseconds an item}}"""
-    with open(path, encoding="utf-8") as file:
-        runs = json.load(file)["benchmarks"]
-    groups = {}
-    for run in runs:
-        if run.get("aggregate_name") == "median":
-            group, contestant = run["run_name"].rsplit("/", 1)
-            groups.setdefault(group, {})[contestant] = 1e9 / run["items_per_second"]
-    return groups
+
+def parse_arguments():
+    parser = argparse.ArgumentParser(description=__doc__)
+    parser.add_argument("results", help="what the benchmarks wrote, as JSON")
+    parser.add_argument("memory", nargs="?", help="what fontengine_memory wrote")
+    parser.add_argument("--markdown", action="store_true", help="tables for a document")
+    parser.add_argument("--plot", metavar="FILE", help="writes a plot as SVG, too")
+    return parser.parse_args()
 
 
 def main():
-    for group, contestants in sorted(read_medians(sys.argv[1]).items()):
-        engine = contestants.get("engine")
-        print(group)
-        for contestant, nanoseconds in sorted(contestants.items(), key=lambda entry: (entry[0] != "engine", entry[0])):
-            ratio = f"   engine: {engine / nanoseconds:5.2f} x" if engine and contestant != "engine" else ""
-            print(f"  {contestant:20} {nanoseconds:9.1f} ns{ratio}")
+    arguments = parse_arguments()
+    outcome = results.read(arguments.results, arguments.memory)
+    make = tables.make_markdown if arguments.markdown else tables.make_text
+    print(make(outcome, targets.judge(outcome)))
+    if arguments.plot:
+        with open(arguments.plot, "w", encoding="utf-8") as file:
+            file.write(plot.make_svg(outcome, tables.describe_machine(outcome.context)))
+    errors = outcome.list_errors()
+    for error in errors:
+        print(f"report.py: {error}", file=sys.stderr)
+    return 1 if errors else 0
 
 
 if __name__ == "__main__":
-    main()
+    sys.exit(main())

@@ -2,6 +2,15 @@
 #
 # One library of the house: hidden visibility, exports limited to Vell::, versioned soname, headers installed
 # below include/fontengine under the path that they are included by, alias FontEngine::<name>.
+include(CheckIPOSupported)
+check_ipo_supported(RESULT isIpoSupported LANGUAGES CXX)
+
+# Glyphs pass through functions of several files: a shared library inlines across them. Static libraries stay
+# plain object code, which every linker understands, and what is instrumented stays as it was written.
+if(isIpoSupported AND BUILD_SHARED_LIBS AND FONTENGINE_SANITIZER STREQUAL "" AND NOT FONTENGINE_COVERAGE)
+  set(FONTENGINE_OPTIMISE_ACROSS_FILES ON)
+endif()
+
 function(fontengine_add_library target)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "EXPORT_NAME" "SOURCES;HEADERS")
 
@@ -13,6 +22,14 @@ function(fontengine_add_library target)
   target_link_libraries(${target} PRIVATE $<BUILD_INTERFACE:fontengine_flags>)
   if(NOT BUILD_SHARED_LIBS)
     target_compile_definitions(${target} PUBLIC FONTENGINE_STATIC)
+  endif()
+
+  if(FONTENGINE_OPTIMISE_ACROSS_FILES)
+    # Nobody replaces single functions of these libraries at load time.
+    target_compile_options(${target} PRIVATE -fno-semantic-interposition -fno-plt)
+    set_target_properties(${target} PROPERTIES
+      INTERPROCEDURAL_OPTIMIZATION_RELEASE ON
+      INTERPROCEDURAL_OPTIMIZATION_RELWITHDEBINFO ON)
   endif()
 
   set(exports "${PROJECT_SOURCE_DIR}/cmake/exports.map")

@@ -47,8 +47,11 @@ std::string OneFontLoader::getFamilyNameForRange(unsigned int) const {
 }
 
 BenchEngine::BenchEngine(const std::string& fontFile, const std::string& fallbackFile, float size)
-    : factory(FontEngine::FontFactory::create(
-          makeNNPtr<OneFontLoader>(readFontFile(fontFile), readIfNamed(fallbackFile)), family))
+    : BenchEngine(readFontFile(fontFile), readIfNamed(fallbackFile), size) {}
+
+BenchEngine::BenchEngine(const std::shared_ptr<const Bytes>& bytes,
+                         const std::shared_ptr<const Bytes>& fallback, float size)
+    : factory(FontEngine::FontFactory::create(makeNNPtr<OneFontLoader>(bytes, fallback), family))
     , faceInfo(makeNNPtr<const FontEngine::Internal::FontFaceInfo>(family, false, false))
     , fontInfo(makeNNPtr<const FontEngine::Internal::FontInfo>(faceInfo, size, Gfx::TextPositionType::Normal))
     , extFontInfo(makeNNPtr<const FontEngine::Internal::ExtFontInfo>(fontInfo, 0.0F))

@@ -34,6 +34,8 @@ private:
 struct BenchEngine {
     explicit BenchEngine(const std::string& fontFile, const std::string& fallbackFile = {},
                          float size = pixelSize);
+    explicit BenchEngine(const std::shared_ptr<const Bytes>& bytes,
+                         const std::shared_ptr<const Bytes>& fallback = nullptr, float size = pixelSize);
 
     CheckedPtrImpl<FontEngine::FontFactory, false> factory;
     CheckedPtrImpl<const Gfx::FontFaceInfo, false> faceInfo;

@@ -2,12 +2,15 @@
 
 namespace Vell::Benchmarks {
 
-PangoText::PangoText(const Workload& workload, cairo_t* target)
+PangoText::PangoText(const Workload& workload, int ratio, cairo_t* target)
     : _context(pango_font_map_create_context(pango_cairo_font_map_get_default()))
     , _layout(pango_layout_new(_context))
     , _target(target) {
+    if (target != nullptr) {
+        pango_cairo_update_context(target, _context); // its font options
+    }
     PangoFontDescription* const font = pango_font_description_from_string(workload.fontFamily.c_str());
-    pango_font_description_set_absolute_size(font, pixelSize * PANGO_SCALE);
+    pango_font_description_set_absolute_size(font, static_cast<double>(pixelSize) * ratio * PANGO_SCALE);
     pango_layout_set_font_description(_layout, font);
     pango_font_description_free(font);
 }

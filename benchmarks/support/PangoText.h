@@ -8,10 +8,10 @@
 
 namespace Vell::Benchmarks {
 
-/// Text by Pango over cairo, in the font and size of a workload.
+/// Text by Pango over cairo, in the font of a workload, its size multiplied by `ratio`.
 class PangoText {
 public:
-    explicit PangoText(const Workload& workload, cairo_t* target = nullptr);
+    explicit PangoText(const Workload& workload, int ratio = 1, cairo_t* target = nullptr);
     ~PangoText();
     PangoText(const PangoText&) = delete;
     PangoText& operator=(const PangoText&) = delete;

@@ -90,8 +90,20 @@ const Workload& getCjk() {
     return workload;
 }
 
+const Workload& getForm() {
+    static const Workload workload{"form",
+                                   dejaVu,
+                                   dejaVuFamily,
+                                   {"Name ________________________________  Date of birth ____________",
+                                    "Street ___________________________________________  No. ________",
+                                    "Town ____________________________________  Postcode ____________",
+                                    "________________________________________________________________",
+                                    "Signature ___________________________  Place, date _____________"}};
+    return workload;
+}
+
 std::vector<const Workload*> getWorkloads() {
-    return {&getEnglish(), &getMixed(), &getLabels(), &getCjk()};
+    return {&getEnglish(), &getMixed(), &getLabels(), &getCjk(), &getForm()};
 }
 
 } // namespace Vell::Benchmarks

@@ -24,8 +24,10 @@ const Workload& getMixed();
 const Workload& getLabels();
 /// Chinese and Japanese prose.
 const Workload& getCjk();
+/// A form to fill in: underscores, which the engine colours by sub-pixels.
+const Workload& getForm();
 
-/// All four.
+/// All five.
 std::vector<const Workload*> getWorkloads();
 
 /// The code points of well-formed UTF-8.

@@ -2,6 +2,7 @@
 
 #include <FontEngine/FE_GlyphInfo.h>
 #include <Utils/Public/Export.h>
+#include <Utils/Public/Hash.h>
 #include <cinder/Vector.h>
 
 #include <ft2build.h>
@@ -9,6 +10,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <utility>
 
 namespace Vell::FontEngine {
 
@@ -26,12 +28,23 @@ public:
     /// `scale` multiplies the font size; `devicePixelRatio` is device pixels per logical pixel;
     /// `offsetInsidePixel` shifts the glyph to the right by so many 1/64 of a device pixel; `isLast` says
     /// that the next character is another one, or none.
-    BitmapGlyphInfo(const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& faceInfo, FT_Render_Mode renderMode,
+    BitmapGlyphInfo(CheckedPtrImpl<const Gfx::FontFaceInfo, false> faceInfo, FT_Render_Mode renderMode,
                     unsigned long glyphIndex, unsigned int unicode, float fontSize,
                     const cinder::Vec2<float>& scale, float devicePixelRatio, unsigned char offsetInsidePixel,
-                    bool isLast, GlyphTransform transform);
+                    bool isLast, GlyphTransform transform)
+        : GlyphInfo(std::move(faceInfo), glyphIndex, fontSize, transform)
+        , _renderMode(renderMode)
+        , _unicode(unicode)
+        , _scale(scale)
+        , _devicePixelRatio(devicePixelRatio)
+        , _offsetInsidePixel(offsetInsidePixel)
+        , _isLast(isLast) {}
 
-    bool operator==(const BitmapGlyphInfo& other) const;
+    bool operator==(const BitmapGlyphInfo& other) const {
+        return GlyphInfo::operator==(other) && _renderMode == other._renderMode && _scale == other._scale &&
+               _devicePixelRatio == other._devicePixelRatio &&
+               _offsetInsidePixel == other._offsetInsidePixel && _isLast == other._isLast;
+    }
     bool operator!=(const BitmapGlyphInfo& other) const { return !(*this == other); }
 
     unsigned int getUnicode() const { return _unicode; }
@@ -42,7 +55,15 @@ public:
     bool isLast() const { return _isLast; }
 
     /// Only the part of the base is memoised.
-    std::uint64_t hash() const;
+    std::uint64_t hash() const {
+        std::uint64_t hash = combineHash(0, GlyphInfo::hash());
+        hash = combineHash(hash, static_cast<std::uint64_t>(_renderMode));
+        hash = combineHash(hash, hashFloat(_scale.x));
+        hash = combineHash(hash, hashFloat(_scale.y));
+        hash = combineHash(hash, hashFloat(_devicePixelRatio));
+        hash = combineHash(hash, _offsetInsidePixel);
+        return combineHash(hash, _isLast ? 1 : 0);
+    }
 
 private:
     FT_Render_Mode _renderMode;

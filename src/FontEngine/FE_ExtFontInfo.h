@@ -17,6 +17,9 @@ public:
     CheckedPtrImpl<const Gfx::FontInfo, false> getFontInfo() const override;
     float getLetterSpacing() const override;
 
+    /// The description held, whatever a derived class answers. Valid as long as this object.
+    const Gfx::FontInfo& viewFontInfo() const { return *_fontInfo; }
+
 private:
     CheckedPtrImpl<const Gfx::FontInfo, false> _fontInfo;
     float _letterSpacing;

@@ -2,6 +2,7 @@
 
 #include <FontEngine/FE_FontFactory.h>
 #include <FontEngine/Private/FE_FreeTypeUtilsInternal.h>
+#include <FontEngine/Private/FE_SizedFace.h>
 #include <FontEngine/Renderer/FE_BitmapGlyph.h>
 #include <FontLoaders/Public/FreeTypeMemory.h>
 #include <Utils/Public/Ptr/PtrUtils.h>
@@ -34,6 +35,7 @@ FontFace::FontFace(Gfx::FactoryAccessTag tag, std::shared_ptr<const FontFactory>
     , _faceData(std::move(faceData))
     , _library(FontLoaders::createFreeTypeLibrary())
     , _face(FontLoaders::createFontFace(_library, _faceData.bytes))
+    , _sized(std::make_unique<Internal::SizedFace>())
     , _basicMetrics(makeBasicMetrics(tag, _face, _faceData.transform)) {
     // A FreeType without this kind of sub-pixel filter says so and renders LCD glyphs in its own way.
     static_cast<void>(FT_Library_SetLcdFilter(_library.get(), FT_LCD_FILTER_LIGHT));
@@ -48,7 +50,7 @@ const FontFactory& FontFace::getFontFactory() const {
 std::shared_ptr<const FT_BitmapGlyphRec_> FontFace::getBitmapGlyph(const BitmapGlyphInfo& info,
                                                                    bool flipVertically) const {
     const auto factory = _fontFactory.lock();
-    return factory ? factory->copyBitmapGlyph(info, shared_from_this(), flipVertically) : nullptr;
+    return factory ? factory->copyBitmapGlyph(info, *shared_from_this(), flipVertically) : nullptr;
 }
 
 std::shared_ptr<const Gfx::Path> FontFace::getOutlineGlyphPath(const GlyphInfo& info,

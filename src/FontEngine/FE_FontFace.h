@@ -21,6 +21,11 @@ namespace Vell::FontEngine {
 class BitmapGlyph;
 class FontFactory;
 
+namespace Internal {
+class RunServices;
+class SizedFace;
+} // namespace Internal
+
 /// One font file, opened as a FreeType face in a FreeType library of its own, with its metrics and its
 /// character map computed once. Made by FontFactory::getFace and shared; it keeps its bytes alive but not its
 /// factory.
@@ -55,11 +60,15 @@ public:
     getGlyphBitmapWithSubpixels(const BitmapGlyph& glyph, const cinder::ColorAT<unsigned char>& color) const;
 
 private:
+    friend class FontFactory;
+    friend class Internal::RunServices;
+
     // Declared in the order in which they depend on each other: FreeType reads the face from the bytes.
     std::weak_ptr<const FontFactory> _fontFactory;
     FaceData _faceData;
     FontLoaders::FTLibraryPtr _library;
     FontLoaders::FTFacePtr _face;
+    std::unique_ptr<Internal::SizedFace> _sized; // changes with the face, which const services size as well
     Gfx::BasicMetrics _basicMetrics;
 };
 

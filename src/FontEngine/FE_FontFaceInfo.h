@@ -20,6 +20,11 @@ public:
     bool isBold() const override;
     bool isItalic() const override;
 
+    /// Whether both hold the same values, whatever the accessors of a derived class answer. Copies no name.
+    bool holdsSameAs(const FontFaceInfo& other) const {
+        return this == &other || (_name == other._name && _bold == other._bold && _italic == other._italic);
+    }
+
 private:
     std::string _name;
     bool _bold;

@@ -126,21 +126,32 @@ FontFactory::getFontMetrics(const CheckedPtrImpl<const Gfx::FontInfo, false>& fo
     return makeNNPtr<Font>(getFont(fontInfo));
 }
 
+std::optional<FontFactory::FallbackRequest>
+FontFactory::requestFallback(unsigned int codePoint,
+                             const CheckedPtrImpl<const Gfx::FontInfo, false>& fontInfo) const {
+    const unsigned int range = FontLoaders::UnicodeRangeMap::find(codePoint);
+    if (range == 0) {
+        return std::nullopt;
+    }
+    std::string family = _fontLoader->getFamilyNameForRange(range);
+    if (family.empty()) {
+        return std::nullopt;
+    }
+    const auto style = fontInfo->getFontFaceInfo();
+    return FallbackRequest{std::move(family), style->isBold(), style->isItalic(), fontInfo->getSize(),
+                           fontInfo->getTextPositionType()};
+}
+
 std::shared_ptr<const Font>
 FontFactory::getDefaultFontForSymbol(unsigned int codePoint,
                                      const CheckedPtrImpl<const Gfx::FontInfo, false>& fontInfo) const {
-    const unsigned int range = FontLoaders::UnicodeRangeMap::find(codePoint);
-    if (range == 0) {
+    const auto request = requestFallback(codePoint, fontInfo);
+    if (!request) {
         return nullptr;
     }
-    const std::string family = _fontLoader->getFamilyNameForRange(range);
-    if (family.empty()) {
-        return nullptr;
-    }
-    const auto style = fontInfo->getFontFaceInfo();
-    const auto face = makeNNPtr<Internal::FontFaceInfo>(family, style->isBold(), style->isItalic());
+    const auto face = makeNNPtr<Internal::FontFaceInfo>(request->family, request->bold, request->italic);
     return std::make_shared<const Font>(
-        getFont(makeNNPtr<Internal::FontInfo>(face, fontInfo->getSize(), fontInfo->getTextPositionType())));
+        getFont(makeNNPtr<Internal::FontInfo>(face, request->size, request->textPositionType)));
 }
 
 } // namespace Vell::FontEngine

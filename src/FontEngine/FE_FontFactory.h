@@ -21,12 +21,17 @@
 
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <string>
 #include <vector>
 
 namespace Vell::FontEngine {
 
 class BitmapGlyph;
+
+namespace Internal {
+class RunServices;
+}
 
 /// The entry to the library: makes faces and fonts from descriptions and renders their glyphs, each once.
 ///
@@ -144,6 +149,7 @@ public:
 
 private:
     friend class FontFace;
+    friend class Internal::RunServices;
 
     using FaceKey = CheckedPtrImpl<const Gfx::FontFaceInfo, false>;
     using FaceBytes = std::shared_ptr<const std::vector<unsigned char>>;
@@ -162,18 +168,30 @@ private:
     FontFactory(CheckedPtrImpl<const FontLoaders::FontLoader, false> loader,
                 const std::string& defaultFaceName);
 
+    /// The font that shall serve a character instead of another font: what getDefaultFontForSymbol asks the
+    /// loader and the description for.
+    struct FallbackRequest {
+        std::string family;
+        bool bold;
+        bool italic;
+        float size;
+        Gfx::TextPositionType textPositionType;
+    };
+    std::optional<FallbackRequest>
+    requestFallback(unsigned int codePoint, const CheckedPtrImpl<const Gfx::FontInfo, false>& fontInfo) const;
+
     FaceBytes loadFaceBytes(const FaceKey& faceInfo) const;
     FacePtr openFace(const FaceKey& faceInfo) const;
     FacePtr copyFace(const FaceKey& faceInfo) const;
 
     // The caller holds the cache's lock while it calls and while it uses the reference.
     const FacePtr& findOrOpenFace(const FaceKey& faceInfo) const;
-    const BitmapPtr& findOrRenderBitmap(const BitmapGlyphInfo& info, const FacePtr& face,
+    const BitmapPtr& findOrRenderBitmap(const BitmapGlyphInfo& info, const FontFace& face,
                                         bool flipVertically) const;
     const PathPtr& findOrBuildPath(const GlyphInfo& info, const FacePtr& face, Gfx::Painter& painter) const;
 
     // What the faces hand on: copied under the lock, so that no other thread can evict it in between.
-    BitmapPtr copyBitmapGlyph(const BitmapGlyphInfo& info, const FacePtr& face, bool flipVertically) const;
+    BitmapPtr copyBitmapGlyph(const BitmapGlyphInfo& info, const FontFace& face, bool flipVertically) const;
     PathPtr copyOutlineGlyphPath(const GlyphInfo& info, const FacePtr& face, Gfx::Painter& painter) const;
 
     // Destroyed from the last to the first: glyphs and faces before the font files that they were made from.

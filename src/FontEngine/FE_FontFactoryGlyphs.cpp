@@ -48,20 +48,27 @@ std::uint64_t weigh(const BitmapGlyphImage& image) {
 }
 
 std::shared_ptr<const FT_BitmapGlyphRec_> renderBitmap(const BitmapGlyphInfo& info, const FontFace& face,
-                                                       bool flipVertically) {
+                                                       Internal::SizedFace& sized, bool flipVertically) {
     const FontLoaders::FreeTypeOperation operation;
-    return Internal::trySizeForBitmap(face.getHandle(), info)
-               ? Internal::createBitmapGlyph(info, face.getHandle(), flipVertically)
-               : nullptr;
-}
-
-std::shared_ptr<const Gfx::Path>
-renderPath(const GlyphInfo& info, const CheckedPtrImpl<const FontFace, false>& face, Gfx::Painter& painter) {
-    const FontLoaders::FreeTypeOperation operation;
-    if (!Internal::trySizeForOutline(face->getHandle(), info)) {
+    if (!Internal::trySizeForBitmap(face.getHandle(), info, sized)) {
         return nullptr;
     }
+    sized.doubt();
+    auto glyph = Internal::createBitmapGlyph(info, face.getHandle(), flipVertically);
+    sized.trust(face.getHandle().get());
+    return glyph;
+}
+
+std::shared_ptr<const Gfx::Path> renderPath(const GlyphInfo& info,
+                                            const CheckedPtrImpl<const FontFace, false>& face,
+                                            Internal::SizedFace& sized, Gfx::Painter& painter) {
+    const FontLoaders::FreeTypeOperation operation;
+    if (!Internal::trySizeForOutline(face->getHandle(), info, sized)) {
+        return nullptr;
+    }
+    sized.doubt();
     const std::shared_ptr<FT_GlyphRec_> glyph = Internal::createOutlineGlyph(info, face);
+    sized.trust(face->getHandle().get());
     if (glyph->format != FT_GLYPH_FORMAT_OUTLINE) {
         return nullptr; // a bitmap-only face
     }
@@ -70,10 +77,11 @@ renderPath(const GlyphInfo& info, const CheckedPtrImpl<const FontFace, false>& f
 
 } // namespace
 
-const FontFactory::BitmapPtr&
-FontFactory::findOrRenderBitmap(const BitmapGlyphInfo& info, const FacePtr& face, bool flipVertically) const {
+const FontFactory::BitmapPtr& FontFactory::findOrRenderBitmap(const BitmapGlyphInfo& info,
+                                                              const FontFace& face,
+                                                              bool flipVertically) const {
     const auto render = [&] {
-        BitmapPtr glyph = renderBitmap(info, *face, flipVertically);
+        BitmapPtr glyph = renderBitmap(info, face, *face._sized, flipVertically);
         const std::uint64_t bytes = glyph ? weigh(glyph->bitmap) : 0;
         return BitmapCache::DataNode(std::move(glyph), bytes);
     };
@@ -85,12 +93,11 @@ FontFactory::getBitmapGlyph(const BitmapGlyphInfo& info, CheckedPtrImpl<const Fo
                             bool flipVertically) const {
     assertBitmapFace(face);
     const Lock lock(_bitmapMutex);
-    return findOrRenderBitmap(info, face, flipVertically);
+    return findOrRenderBitmap(info, *face, flipVertically);
 }
 
-FontFactory::BitmapPtr FontFactory::copyBitmapGlyph(const BitmapGlyphInfo& info, const FacePtr& face,
+FontFactory::BitmapPtr FontFactory::copyBitmapGlyph(const BitmapGlyphInfo& info, const FontFace& face,
                                                     bool flipVertically) const {
-    assertBitmapFace(face);
     const Lock lock(_bitmapMutex);
     return findOrRenderBitmap(info, face, flipVertically);
 }
@@ -113,7 +120,9 @@ FontFactory::getGlyphBitmapWithSubpixels(const BitmapGlyph& glyph,
 
 const FontFactory::PathPtr& FontFactory::findOrBuildPath(const GlyphInfo& info, const FacePtr& face,
                                                          Gfx::Painter& painter) const {
-    const auto build = [&] { return OutlineCache::DataNode(renderPath(info, face, painter), 0); };
+    const auto build = [&] {
+        return OutlineCache::DataNode(renderPath(info, face, *face->_sized, painter), 0);
+    };
     return _outlineCache.getOrPut(info, build).getValue();
 }
 

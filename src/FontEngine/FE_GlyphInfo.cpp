@@ -1,32 +1,30 @@
 #include <FontEngine/FE_GlyphInfo.h>
 
+#include <FontEngine/FE_FontFaceInfo.h>
 #include <Utils/Public/Assert.h>
-#include <Utils/Public/Hash.h>
+
+#include <typeinfo>
 
 namespace Vell::FontEngine {
 
-GlyphInfo::GlyphInfo(const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& faceInfo, unsigned long glyphIndex,
-                     float fontSize, GlyphTransform transform)
-    : _faceInfo(faceInfo)
-    , _glyphIndex(glyphIndex)
-    , _fontSize(fontSize)
-    , _transform(transform) {}
+namespace {
 
-bool GlyphInfo::operator==(const GlyphInfo& other) const {
+bool areEqual(const Gfx::FontFaceInfo& lhs, const Gfx::FontFaceInfo& rhs) {
+    const std::type_info& own = typeid(Internal::FontFaceInfo);
+    if (typeid(lhs) == own && typeid(rhs) == own) {
+        return static_cast<const Internal::FontFaceInfo&>(lhs).holdsSameAs(
+            static_cast<const Internal::FontFaceInfo&>(rhs));
+    }
+    return lhs == rhs;
+}
+
+} // namespace
+
+bool GlyphInfo::hasFaceOfEqualValue(const GlyphInfo& other) const {
     if (!_faceInfo || !other._faceInfo) {
         doFailAssert(CheckedPtrLocation::file, CheckedPtrLocation::compare, "_ptr");
     }
-    return *_faceInfo == *other._faceInfo && _glyphIndex == other._glyphIndex &&
-           _fontSize == other._fontSize && _transform == other._transform;
-}
-
-std::uint64_t GlyphInfo::hash() const {
-    return _hash.get([this] {
-        std::uint64_t hash = combineHash(0, _faceInfo->getHash());
-        hash = combineHash(hash, _glyphIndex);
-        hash = combineHash(hash, hashFloat(_fontSize));
-        return combineHash(hash, static_cast<std::uint64_t>(_transform));
-    });
+    return areEqual(*_faceInfo, *other._faceInfo);
 }
 
 } // namespace Vell::FontEngine

@@ -1,15 +1,23 @@
 #pragma once
 
+#include <FontEngine/FE_FontFaceInfo.h>
 #include <FontEngine/FE_GlyphTransform.h>
 #include <Gfx/Public/FontFaceInfo.h>
 #include <Utils/Public/Export.h>
+#include <Utils/Public/Hash.h>
 #include <Utils/Public/MemoizedHash.h>
 #include <Utils/Public/Ptr/CheckedPtr.h>
 
 #include <cstddef>
 #include <cstdint>
+#include <typeinfo>
+#include <utility>
 
 namespace Vell::FontEngine {
+
+namespace Internal {
+class RunServices;
+}
 
 /// Identifies the outline of a glyph: the key of the outline cache, and the base of the bitmap keys.
 ///
@@ -22,10 +30,17 @@ namespace Vell::FontEngine {
 /// assertion.
 class VELL_API GlyphInfo {
 public:
-    GlyphInfo(const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& faceInfo, unsigned long glyphIndex,
-              float fontSize, GlyphTransform transform);
+    GlyphInfo(CheckedPtrImpl<const Gfx::FontFaceInfo, false> faceInfo, unsigned long glyphIndex,
+              float fontSize, GlyphTransform transform)
+        : _faceInfo(std::move(faceInfo))
+        , _glyphIndex(glyphIndex)
+        , _fontSize(fontSize)
+        , _transform(transform) {}
 
-    bool operator==(const GlyphInfo& other) const;
+    bool operator==(const GlyphInfo& other) const {
+        return hasEqualFace(other) && _glyphIndex == other._glyphIndex && _fontSize == other._fontSize &&
+               _transform == other._transform;
+    }
     bool operator!=(const GlyphInfo& other) const { return !(*this == other); }
 
     const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& getFaceInfo() const { return _faceInfo; }
@@ -37,9 +52,42 @@ public:
     bool isBold() const { return _faceInfo->isBold(); }
     bool isItalic() const { return _faceInfo->isItalic(); }
 
-    std::uint64_t hash() const;
+    std::uint64_t hash() const {
+        return _hash.get([this] { return computeHash(); });
+    }
+
+    /// hash() for who has just made the key and has shown it to no other thread: takes no lock.
+    std::uint64_t hashUnshared() const {
+        return _hash.getUnshared([this] { return computeHash(); });
+    }
 
 private:
+    friend class Internal::RunServices;
+
+    /// For a key that no other thread knows: the same key for another glyph, without counting one more
+    /// reference to the description.
+    void changeGlyph(unsigned long glyphIndex) {
+        _glyphIndex = glyphIndex;
+        _hash = MemoizedHash();
+    }
+
+    /// Text in one font compares its description with itself, once a glyph and more: one of this library's
+    /// own class is not asked through its accessors, which copy the name.
+    bool hasEqualFace(const GlyphInfo& other) const {
+        const Gfx::FontFaceInfo* const face = _faceInfo.get();
+        return (face != nullptr && face == other._faceInfo.get() &&
+                typeid(*face) == typeid(Internal::FontFaceInfo)) ||
+               hasFaceOfEqualValue(other);
+    }
+    bool hasFaceOfEqualValue(const GlyphInfo& other) const;
+
+    std::uint64_t computeHash() const {
+        std::uint64_t hash = combineHash(0, _faceInfo->getHash());
+        hash = combineHash(hash, _glyphIndex);
+        hash = combineHash(hash, hashFloat(_fontSize));
+        return combineHash(hash, static_cast<std::uint64_t>(_transform));
+    }
+
     mutable MemoizedHash _hash;
     CheckedPtrImpl<const Gfx::FontFaceInfo, false> _faceInfo;
     unsigned long _glyphIndex;

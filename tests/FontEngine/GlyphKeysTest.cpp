@@ -246,6 +246,28 @@ TEST(GlyphKeys, AskTheDescriptionForEveryComparisonEvenWithItself) {
     EXPECT_EQ(key, makeFields().makeOutline());
 }
 
+/// A description that answers another name than the one it holds.
+class RenamedFaceInfo : public Internal::FontFaceInfo {
+public:
+    RenamedFaceInfo()
+        : Internal::FontFaceInfo("Held Sans", false, false) {}
+    std::string getName() const override { return "Test Sans"; }
+};
+
+TEST(GlyphKeys, AskADerivedDescriptionRatherThanLookingIntoIt) {
+    const GlyphInfo renamed(makeNNPtr<const RenamedFaceInfo>(), 36, 12.5F, GlyphTransform::None);
+    EXPECT_EQ(renamed, makeFields().makeOutline());
+    EXPECT_EQ(makeFields().makeOutline(), renamed);
+    EXPECT_NE(renamed, makeFields().with(&KeyFields::face, makeFaceInfo("Held Sans")).makeOutline());
+    EXPECT_EQ(renamed, GlyphInfo(makeNNPtr<const RenamedFaceInfo>(), 36, 12.5F, GlyphTransform::None));
+}
+
+TEST(GlyphKeys, HashAlikeWithoutALock) {
+    const GlyphInfo key = makeFields().makeOutline();
+    EXPECT_EQ(key.hashUnshared(), makeFields().makeOutline().hash());
+    EXPECT_EQ(key.hash(), key.hashUnshared());
+}
+
 TEST(GlyphKeys, WalkTheNameOncePerDescription) {
     const auto face = makeNNPtr<CountingFaceInfo>();
     const GlyphInfo key(face, 36, 12.5F, GlyphTransform::None);

@@ -3,10 +3,14 @@
 #include <FontEngine/Private/FE_FreeTypeUtilsInternal.h>
 #include <Utils/Public/Truncate.h>
 
+#include <algorithm>
+#include <array>
+#include <atomic>
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <mutex>
 
 namespace Vell::FontEngine::Internal {
 
@@ -14,43 +18,107 @@ namespace {
 
 constexpr float textGamma = 1.2F;
 
-struct GammaColor {
-    unsigned int r;
-    unsigned int g;
-    unsigned int b;
-};
-
 unsigned int raise(unsigned int value, float exponent) {
     return static_cast<unsigned int>(
         truncateSaturated<int>(std::pow(static_cast<float>(value) / 255.0F, exponent) * 255.0F));
 }
 
-/// Covers white with the text colour in gamma-encoded space.
-unsigned int blend(unsigned char coverage, unsigned int encodedText, unsigned int encodedWhite) {
+/// Covers white with a channel of the text colour in gamma-encoded space.
+unsigned int blend(unsigned int coverage, unsigned int encodedText, unsigned int encodedWhite) {
     const float alpha = static_cast<float>(coverage) / 255.0F;
     const float mixed =
         alpha * static_cast<float>(encodedText) + (1.0F - alpha) * static_cast<float>(encodedWhite);
     return decodeGamma(static_cast<unsigned int>(static_cast<int>(mixed)), textGamma);
 }
 
-bool isNearEdge(unsigned int index, unsigned int count) {
-    return index <= 1 || index + 2 >= count;
+constexpr std::size_t levels = 256;
+
+/// A channel of the text colour under every coverage.
+class Channel {
+public:
+    /// Computes the colours when a text has this channel for the first time, by the expression of a single
+    /// pixel: powers differ between machines in their last bit, so none are written down.
+    const unsigned char* getColors(unsigned int channel) {
+        if (!_isComputed.load(std::memory_order_acquire)) {
+            computeOnce(channel);
+        }
+        return _colors.data();
+    }
+
+private:
+    void computeOnce(unsigned int channel) {
+        static std::mutex mutex;
+        const std::lock_guard<std::mutex> lock(mutex);
+        if (_isComputed.load(std::memory_order_relaxed)) {
+            return;
+        }
+        const unsigned int text = encodeGamma(channel, textGamma);
+        const unsigned int white = encodeGamma(255, textGamma);
+        for (unsigned int coverage = 0; coverage < levels; ++coverage) {
+            _colors[coverage] = static_cast<unsigned char>(blend(coverage, text, white));
+        }
+        _isComputed.store(true, std::memory_order_release);
+    }
+
+    std::atomic<bool> _isComputed = false;
+    std::array<unsigned char, levels> _colors{}; // by coverage
+};
+
+/// Where a channel's colours are found by its coverage.
+const unsigned char* getColors(unsigned char channel) {
+    static std::array<Channel, levels> channels;
+    return channels[channel].getColors(channel);
 }
 
-/// Whether a pixel is so light that it is left out. In the corners, where only the filter's fringes fall,
-/// darker ones go as well; the two limits differ in their comparison, too.
-bool isTransparent(unsigned int sum, bool isCorner) {
-    constexpr unsigned int cornerLimit = 690;
-    constexpr unsigned int limit = 749;
-    return isCorner ? sum >= cornerLimit : sum > limit;
+struct TextColor {
+    const unsigned char* r;
+    const unsigned char* g;
+    const unsigned char* b;
+};
+
+/// The indices that are neither among the first two nor among the last two.
+struct Inner {
+    explicit Inner(unsigned int total)
+        : count(total > 2 * edge ? total - 2 * edge : 0) {}
+
+    bool contains(unsigned int index) const {
+        return index - edge < count;
+    } // below the edge, it wraps around
+
+    static constexpr unsigned int edge = 2;
+    unsigned int count;
+};
+
+/// Colours a row. `getLightest(x)` is the greatest sum of channels that is shown there; lighter pixels are
+/// left out.
+template <class GetLightest>
+void colorRow(const unsigned char* coverage, unsigned int width, const TextColor& text,
+              const GetLightest& getLightest, unsigned char* target) {
+    const TextColor colors = text; // a copy that what is written cannot change
+    for (unsigned int x = 0; x < width; ++x, coverage += 3, target += 4) {
+        const std::uint32_t r = colors.r[coverage[0]];
+        const std::uint32_t g = colors.g[coverage[1]];
+        const std::uint32_t b = colors.b[coverage[2]];
+        const std::uint32_t pixel = r + g + b > getLightest(x) ? 0 : 0xFF000000U | r << 16 | g << 8 | b;
+        std::memcpy(target, &pixel, sizeof(pixel));
+    }
 }
 
-std::uint32_t colorPixel(const unsigned char* coverage, const GammaColor& text, unsigned int white,
-                         bool isCorner) {
-    const unsigned int r = blend(coverage[0], text.r, white);
-    const unsigned int g = blend(coverage[1], text.g, white);
-    const unsigned int b = blend(coverage[2], text.b, white);
-    return isTransparent(r + g + b, isCorner) ? 0 : 0xFF000000U | r << 16 | g << 8 | b;
+void colorRow(const unsigned char* coverage, unsigned int row, const Inner& rows, unsigned int width,
+              const TextColor& text, unsigned char* target) {
+    // In the corners, where only the filter's fringes fall, darker pixels are left out as well; the two
+    // limits differ in their comparison, too.
+    constexpr unsigned int lightestInCorner = 690 - 1;
+    constexpr unsigned int lightest = 749;
+    if (rows.contains(row)) {
+        colorRow(
+            coverage, width, text, [](unsigned int) { return lightest; }, target);
+        return;
+    }
+    const auto getLightest = [columns = Inner(width)](unsigned int x) {
+        return columns.contains(x) ? lightest : lightestInCorner;
+    };
+    colorRow(coverage, width, text, getLightest, target);
 }
 
 std::shared_ptr<BitmapGlyphImageWithDeleter> makeImage(const FT_Bitmap& bitmap) {
@@ -80,17 +148,11 @@ getColoredGlyphImage(const FT_BitmapGlyphRec_& glyph, const cinder::ColorAT<unsi
         return nullptr;
     }
     auto image = makeImage(bitmap);
-    const GammaColor text{encodeGamma(color.r, textGamma), encodeGamma(color.g, textGamma),
-                          encodeGamma(color.b, textGamma)};
-    const unsigned int white = encodeGamma(255, textGamma);
+    const TextColor text{getColors(color.r), getColors(color.g), getColors(color.b)};
+    const Inner rows(image->rows);
     for (unsigned int row = 0; row < image->rows; ++row) {
-        const unsigned char* source = bitmap.buffer + static_cast<std::ptrdiff_t>(row) * bitmap.pitch;
-        unsigned char* target = image->buffer + static_cast<std::ptrdiff_t>(row) * image->pitch;
-        for (unsigned int x = 0; x < image->width; ++x, source += 3, target += 4) {
-            const bool isCorner = isNearEdge(x, image->width) && isNearEdge(row, image->rows);
-            const std::uint32_t pixel = colorPixel(source, text, white, isCorner);
-            std::memcpy(target, &pixel, sizeof(pixel));
-        }
+        colorRow(bitmap.buffer + static_cast<std::ptrdiff_t>(row) * bitmap.pitch, row, rows, image->width,
+                 text, image->buffer + static_cast<std::ptrdiff_t>(row) * image->pitch);
     }
     return image;
 }

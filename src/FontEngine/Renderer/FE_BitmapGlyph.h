@@ -8,6 +8,7 @@
 #include FT_GLYPH_H
 
 #include <memory>
+#include <utility>
 
 namespace Vell::FontEngine {
 
@@ -17,8 +18,10 @@ class VELL_API BitmapGlyph {
 public:
     /// `pos` is the pen position of the glyph's origin in the painter's logical units, unrounded. Nothing is
     /// checked; the painters need `data` not to be null.
-    BitmapGlyph(std::shared_ptr<const FT_BitmapGlyphRec_> data, cinder::Vec2<float> pos,
-                const BitmapGlyphInfo& info);
+    BitmapGlyph(std::shared_ptr<const FT_BitmapGlyphRec_> data, cinder::Vec2<float> pos, BitmapGlyphInfo info)
+        : _data(std::move(data))
+        , _pos(pos)
+        , _info(std::move(info)) {}
 
     const std::shared_ptr<const FT_BitmapGlyphRec_>& getData() const { return _data; }
     cinder::Vec2<float> getPos() const { return _pos; }

@@ -1,13 +1,17 @@
 // The layout half of the raster painter.
 
+#include <FontEngine/FE_ExtFontInfo.h>
 #include <FontEngine/FE_FontFactory.h>
 #include <FontEngine/Private/FE_DevicePixelRatio.h>
+#include <FontEngine/Private/FE_RunServices.h>
 #include <FontEngine/Renderer/FE_RasterTextPainter.h>
-#include <Utils/Public/Truncate.h>
+#include <Utils/Public/Utf8.h>
 
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <optional>
+#include <typeinfo>
 #include <utility>
 #include <vector>
 
@@ -16,43 +20,51 @@ namespace Vell::FontEngine {
 namespace {
 
 using ExtFontInfoPtr = CheckedPtrImpl<const Gfx::ExtFontInfo, false>;
+using FaceInfoPtr = CheckedPtrImpl<const Gfx::FontFaceInfo, false>;
 using GlyphEntry = Gfx::CharMap::GlyphIndexWithAdvance;
 
-std::vector<unsigned int> collectCodePoints(boost::string_ref text, const ExtFontInfoPtr& extFontInfo) {
-    std::vector<unsigned int> codePoints;
-    Gfx::UniversalFontMetrics::forEachCharInText(
-        text, extFontInfo, [&codePoints](unsigned int codePoint) { codePoints.push_back(codePoint); });
-    return codePoints;
+/// The face description of a text. This library's own kind of description need not count one more reference
+/// for the step in between; any other kind is asked.
+FaceInfoPtr getFaceInfo(const Gfx::ExtFontInfo& extFontInfo) {
+    if (typeid(extFontInfo) == typeid(Internal::ExtFontInfo)) {
+        return static_cast<const Internal::ExtFontInfo&>(extFontInfo).viewFontInfo().getFontFaceInfo();
+    }
+    return extFontInfo.getFontInfo()->getFontFaceInfo();
 }
 
-/// The face that draws a character, its description, and the character's entry in it.
-struct Choice {
-    CheckedPtrImpl<const Gfx::FontFaceInfo, false> faceInfo;
-    CheckedPtrImpl<const FontFace, false> face;
-    GlyphEntry glyph;
-};
+/// std::floor without the call that a build for any x86-64 machine makes.
+float floorOf(float x) {
+    constexpr float fractionless = 8388608.0F; // 2^23: from here on every number is whole
+    if (!(std::fabs(x) < fractionless)) {
+        return x;
+    }
+    const auto whole = static_cast<float>(static_cast<int>(x));
+    return whole > x ? whole - 1.0F : whole;
+}
 
 /// The pen's fraction in 1/64 pixel, quantised down to sixteenths of a pixel so that neighbouring positions
 /// share a bitmap. 0..60; a position just below a whole pixel rounds up to 64, one that is no number gives 0.
 unsigned char getOffsetInsidePixel(float x, float devicePixelRatio) {
-    if (Internal::isDense(devicePixelRatio)) {
+    const float fraction = x - floorOf(x);
+    if (Internal::isDense(devicePixelRatio) || !(fraction > 0.0F)) {
         return 0;
     }
-    const float fraction = x - std::floor(x);
-    return truncateSaturated<unsigned char>(std::floor(16.0F * fraction) * 0.0625F * 64.0F);
+    constexpr int unitsInSixteenth = 4;
+    return static_cast<unsigned char>(static_cast<int>(16.0F * fraction) * unitsInSixteenth);
 }
 
 /// The union of glyph boxes. Coordinates beyond 32,000 pixels are not expected: they would not widen it
 /// rightly.
 class BoxUnion {
 public:
+    /// The control box that FreeType gives in whole pixels.
     void add(const FT_BitmapGlyphRec_& glyph) {
-        FT_BBox box;
-        FT_Glyph_Get_CBox(const_cast<FT_Glyph>(&glyph.root), FT_GLYPH_BBOX_PIXELS, &box);
-        _box.xMin = std::min(_box.xMin, box.xMin);
-        _box.yMin = std::min(_box.yMin, box.yMin);
-        _box.xMax = std::max(_box.xMax, box.xMax);
-        _box.yMax = std::max(_box.yMax, box.yMax);
+        const FT_Pos left = glyph.left;
+        const FT_Pos top = glyph.top;
+        _box.xMin = std::min(_box.xMin, left);
+        _box.yMin = std::min(_box.yMin, top - static_cast<FT_Pos>(glyph.bitmap.rows));
+        _box.xMax = std::max(_box.xMax, left + static_cast<FT_Pos>(glyph.bitmap.width));
+        _box.yMax = std::max(_box.yMax, top);
     }
 
     FT_BBox get() const { return _box.xMin > _box.xMax ? FT_BBox{0, 0, 0, 0} : _box; }
@@ -67,58 +79,55 @@ public:
     Layout(const ExtFontInfoPtr& extFontInfo, const Font& font, float devicePixelRatio,
            const cinder::Vec2<float>& scale, bool flipVertically)
         : _extFontInfo(extFontInfo)
-        , _font(font)
-        , _charMap(font.getFace()->getBasicMetrics().getCharMap())
         , _letterSpacing(extFontInfo->getLetterSpacing())
+        , _face(*font.getFace())
+        , _charMap(_face.getBasicMetrics().getCharMap())
+        , _services(_face)
+        , _fontSize(font.getFontSize())
         , _devicePixelRatio(devicePixelRatio)
         , _scale(scale)
         , _flipVertically(flipVertically) {}
 
     void reserve(std::size_t count) { _glyphs.reserve(count); }
 
+    /// The text's own face draws, or the fallback face where it lacks the character; without a fallback the
+    /// face's missing-glyph symbol is drawn.
     void add(unsigned int codePoint, bool isLast) {
-        const Choice choice = choose(codePoint);
-        const float advance =
-            (_font.getFontSize() * choice.glyph.advance) * _scale.x + _scale.x * _letterSpacing;
-        const BitmapGlyphInfo key = makeKey(choice, codePoint, isLast);
-        if (auto bitmap = choice.face->getBitmapGlyph(key, _flipVertically)) {
-            _box.add(*bitmap);
-            _glyphs.emplace_back(std::move(bitmap), _pen, key);
+        FaceInfoPtr faceInfo = getFaceInfo(*_extFontInfo);
+        const GlyphEntry glyph = _charMap[codePoint];
+        if (glyph.glyphIndex == 0) {
+            if (const auto fallback = _services.findFallback(codePoint, _extFontInfo->getFontInfo())) {
+                const GlyphEntry substitute = fallback->face->getBasicMetrics().getCharMap()[codePoint];
+                append(fallback->faceInfo, *fallback->face, substitute, codePoint, isLast);
+                return;
+            }
         }
-        _pen.x = advance + _pen.x;
+        append(std::move(faceInfo), _face, glyph, codePoint, isLast);
     }
 
     BitmapGlyphRun finish() { return BitmapGlyphRun(std::move(_glyphs), _box.get()); }
 
 private:
-    /// The text's own face, or the fallback face where it lacks the character; without a fallback the face's
-    /// missing-glyph symbol is drawn.
-    Choice choose(unsigned int codePoint) const {
-        Choice choice{_extFontInfo->getFontInfo()->getFontFaceInfo(), _font.getFace(), _charMap[codePoint]};
-        if (choice.glyph.glyphIndex == 0) {
-            const auto fallback =
-                _font.getFontFactory().getDefaultFontForSymbol(codePoint, _extFontInfo->getFontInfo());
-            if (fallback) {
-                choice.face = fallback->getFace();
-                choice.faceInfo = fallback->getFontInfo()->getFontFaceInfo();
-                choice.glyph = choice.face->getBasicMetrics().getCharMap()[codePoint];
-            }
-        }
-        return choice;
-    }
-
-    BitmapGlyphInfo makeKey(const Choice& choice, unsigned int codePoint, bool isLast) const {
+    void append(FaceInfoPtr faceInfo, const FontFace& face, const GlyphEntry& glyph, unsigned int codePoint,
+                bool isLast) {
+        const float advance = (_fontSize * glyph.advance) * _scale.x + _scale.x * _letterSpacing;
         const FT_Render_Mode renderMode = codePoint == '_' ? FT_RENDER_MODE_LCD : FT_RENDER_MODE_NORMAL;
-        return BitmapGlyphInfo(choice.faceInfo, renderMode, choice.glyph.glyphIndex, codePoint,
-                               _font.getFontSize(), _scale, _devicePixelRatio,
-                               getOffsetInsidePixel(_pen.x, _devicePixelRatio), isLast,
-                               choice.face->getTransform());
+        BitmapGlyphInfo key(std::move(faceInfo), renderMode, glyph.glyphIndex, codePoint, _fontSize, _scale,
+                            _devicePixelRatio, getOffsetInsidePixel(_pen.x, _devicePixelRatio), isLast,
+                            face.getTransform());
+        if (auto bitmap = _services.getBitmapGlyph(key, face, _flipVertically)) {
+            _box.add(*bitmap);
+            _glyphs.emplace_back(std::move(bitmap), _pen, std::move(key));
+        }
+        _pen.x = advance + _pen.x;
     }
 
     const ExtFontInfoPtr& _extFontInfo;
-    const Font& _font;
-    const Gfx::CharMap& _charMap;
     float _letterSpacing;
+    const FontFace& _face;
+    const Gfx::CharMap& _charMap;
+    Internal::RunServices _services;
+    float _fontSize;
     float _devicePixelRatio;
     cinder::Vec2<float> _scale;
     bool _flipVertically;
@@ -135,10 +144,18 @@ BitmapGlyphRun RasterTextPainter::createGlyphRun(boost::string_ref text, const E
                                                  const cinder::Vec2<float>& scale) {
     Layout layout(extFontInfo, font, devicePixelRatio, scale, _flipVertically);
     layout.reserve(text.size()); // bytes: no fewer than characters
-    const std::vector<unsigned int> codePoints = collectCodePoints(text, extFontInfo);
-    for (std::size_t i = 0; i < codePoints.size(); ++i) {
-        const bool isRepeated = i + 1 < codePoints.size() && codePoints[i + 1] == codePoints[i];
-        layout.add(codePoints[i], !isRepeated);
+    const char* position = text.data();
+    const char* const end = position + text.size();
+    std::optional<unsigned int> waiting; // until it is known what follows
+    while (position != end) {
+        const unsigned int codePoint = decodeUtf8(position, end);
+        if (waiting) {
+            layout.add(*waiting, codePoint != *waiting);
+        }
+        waiting = codePoint;
+    }
+    if (waiting) {
+        layout.add(*waiting, true);
     }
     return layout.finish();
 }

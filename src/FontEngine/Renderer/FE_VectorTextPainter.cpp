@@ -1,6 +1,8 @@
 #include <FontEngine/Renderer/FE_VectorTextPainter.h>
 
+#include <FontEngine/Private/FE_RunServices.h>
 #include <Utils/Public/Assert.h>
+#include <Utils/Public/Utf8.h>
 
 #include <utility>
 #include <vector>
@@ -31,17 +33,20 @@ VectorTextPainter::createGlyphRun(boost::string_ref text,
     const unsigned short unitsPerEM = face->getHandle()->units_per_EM;
     const float spacingInUnits = (static_cast<float>(unitsPerEM) * letterSpacing) / size;
 
+    const Internal::RunServices services(*face);
+    GlyphInfo key(faceInfo, 0, font.getFontSize(), face->getTransform());
     std::vector<OutlineGlyph> glyphs;
     glyphs.reserve(text.size()); // bytes: no fewer than characters
-    Gfx::UniversalFontMetrics::forEachCharInText(text, extFontInfo, [&](unsigned int codePoint) {
-        const Gfx::CharMap::GlyphIndexWithAdvance glyph = charMap[codePoint];
-        const GlyphInfo info(faceInfo, glyph.glyphIndex, font.getFontSize(), face->getTransform());
+    const char* position = text.data();
+    const char* const end = position + text.size();
+    while (position != end) {
+        const Gfx::CharMap::GlyphIndexWithAdvance glyph = charMap[decodeUtf8(position, end)];
         // Unlike a bitmap, a missing outline takes no room: a vector text shows no gaps.
-        if (auto path = face->getOutlineGlyphPath(info, _painter)) {
+        if (auto path = services.getOutlineGlyphPath(key, glyph.glyphIndex, face, _painter)) {
             glyphs.emplace_back(std::move(path),
                                 static_cast<float>(unitsPerEM) * glyph.advance + spacingInUnits);
         }
-    });
+    }
     return OutlineGlyphRun(std::move(glyphs), face->getHandle()->units_per_EM);
 }
 

@@ -60,10 +60,6 @@ void throwIfFailed(const char* call, int error) {
 
 } // namespace
 
-bool isFTSucceeded(int error) {
-    return error == FT_Err_Ok;
-}
-
 FTLibraryPtr createFreeTypeLibrary() {
     FT_Library library = nullptr;
     throwIfFailed("FT_New_Library", FT_New_Library(Internal::getFreeTypeHeap(), &library));

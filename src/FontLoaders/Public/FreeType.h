@@ -17,7 +17,9 @@ using FTLibraryPtr = std::unique_ptr<FT_LibraryRec_, void (*)(FT_LibraryRec_*)>;
 using FTFacePtr = std::unique_ptr<FT_FaceRec_, void (*)(FT_FaceRec_*)>;
 
 /// Whether a FreeType call returned "no error".
-VELL_API bool isFTSucceeded(int error);
+inline bool isFTSucceeded(int error) {
+    return error == FT_Err_Ok;
+}
 
 /// A new FreeType library with the standard modules. Throws FreeTypeException, also when there is no memory
 /// for one of the modules.

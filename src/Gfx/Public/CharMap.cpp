@@ -5,11 +5,12 @@ namespace Vell::Gfx {
 CharMap::CharMap(GlyphIndexWithAdvance defaultGlyph)
     : _defaultGlyph(defaultGlyph) {}
 
-void CharMap::insert(unsigned int code, GlyphIndexWithAdvance glyph, bool replaceExisting) {
+void CharMap::insertAnywhere(unsigned int code, GlyphIndexWithAdvance glyph, bool replaceExisting) {
     Page& page = getOrMakePage(code);
     if (!page.contains(code)) {
         page.add(code, glyph);
         ++_size;
+        followTail(code, page);
     } else if (replaceExisting) {
         page.entries[page.getSlot(code)] = glyph;
     }
@@ -18,10 +19,20 @@ void CharMap::insert(unsigned int code, GlyphIndexWithAdvance glyph, bool replac
 void CharMap::Page::add(unsigned int code, GlyphIndexWithAdvance glyph) {
     const auto slot = static_cast<std::ptrdiff_t>(getSlot(code));
     entries.insert(entries.begin() + slot, glyph);
-    mapped[getWord(code)] |= getBit(code);
-    for (unsigned int word = getWord(code) + 1; word < slotsBefore.size(); ++word) {
-        ++slotsBefore[word];
+    mark(code);
+}
+
+/// A page that is left gives back the room that it has grown in vain.
+void CharMap::followTail(unsigned int code, const Page& page) {
+    const bool isHighest = page.getSlot(code) + 1 == page.entries.size();
+    if (!isHighest || code >> pageBits >= unicodePages) {
+        return;
     }
+    const std::size_t index = _directory[code >> pageBits];
+    if (_tail.isKnown && _tail.page != index) {
+        _pages[_tail.page].entries.shrink_to_fit();
+    }
+    _tail = {true, code, index};
 }
 
 const CharMap::Page* CharMap::findPageBeyondUnicode(unsigned int number) const {

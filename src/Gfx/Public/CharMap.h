@@ -51,7 +51,15 @@ public:
 
     /// Maps `code`. When it is mapped already, `replaceExisting` decides which entry stays: true the new one,
     /// false the old one.
-    void insert(unsigned int code, GlyphIndexWithAdvance glyph, bool replaceExisting);
+    void insert(unsigned int code, GlyphIndexWithAdvance glyph, bool replaceExisting) {
+        if (_tail.isFollowedBy(code)) {
+            _pages[_tail.page].append(code, glyph);
+            _tail.highestCode = code;
+            ++_size;
+        } else {
+            insertAnywhere(code, glyph, replaceExisting);
+        }
+    }
 
 private:
     /// The mapped codes among 256 neighbours: one bit a code, and the entries of the set bits in order.
@@ -69,6 +77,28 @@ private:
             return slotsBefore[word] + countBits(mapped[word] & (getBit(code) - 1));
         }
         void add(unsigned int code, GlyphIndexWithAdvance glyph);
+        /// add of a code above all others of the page.
+        void append(unsigned int code, GlyphIndexWithAdvance glyph) {
+            entries.push_back(glyph);
+            mark(code);
+        }
+        void mark(unsigned int code) {
+            mapped[getWord(code)] |= getBit(code);
+            for (unsigned int word = getWord(code) + 1; word < slotsBefore.size(); ++word) {
+                ++slotsBefore[word];
+            }
+        }
+    };
+
+    /// The highest code of the page that was last added to: charmaps are read in ascending order.
+    struct Tail {
+        bool isFollowedBy(unsigned int code) const {
+            return code > highestCode && code >> pageBits == highestCode >> pageBits && isKnown;
+        }
+
+        bool isKnown = false;
+        unsigned int highestCode = 0;
+        std::size_t page = 0; // index in _pages
     };
 
     static constexpr unsigned int pageBits = 8;
@@ -92,10 +122,13 @@ private:
         return number < unicodePages ? nullptr : findPageBeyondUnicode(number);
     }
     const Page* findPageBeyondUnicode(unsigned int number) const;
+    void insertAnywhere(unsigned int code, GlyphIndexWithAdvance glyph, bool replaceExisting);
     Page& getOrMakePage(unsigned int code);
+    void followTail(unsigned int code, const Page& page);
 
     GlyphIndexWithAdvance _defaultGlyph;
     std::size_t _size = 0;
+    Tail _tail;
     std::vector<std::uint16_t> _directory; // by page number; as long as the highest page in use needs
     std::vector<Page> _pages;              // at most unicodePages
     std::unordered_map<unsigned int, Page> _pagesBeyondUnicode;

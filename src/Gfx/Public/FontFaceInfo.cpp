@@ -25,12 +25,10 @@ FontFaceInfo::FontFaceInfo(const FontFaceInfo& other) noexcept = default;
 
 FontFaceInfo::~FontFaceInfo() = default;
 
-std::uint64_t FontFaceInfo::getHash() const {
-    return _hash.get([this] {
-        std::uint64_t hash = combineHash(0, hashName(getName()));
-        hash = combineHash(hash, isBold() ? 1 : 0);
-        return combineHash(hash, isItalic() ? 1 : 0);
-    });
+std::uint64_t FontFaceInfo::computeHash() const {
+    std::uint64_t hash = combineHash(0, hashName(getName()));
+    hash = combineHash(hash, isBold() ? 1 : 0);
+    return combineHash(hash, isItalic() ? 1 : 0);
 }
 
 bool operator==(const FontFaceInfo& lhs, const FontFaceInfo& rhs) {

@@ -27,13 +27,17 @@ public:
     virtual bool isItalic() const = 0;
 
     /// The hash of name and flags, computed on first use and kept.
-    std::uint64_t getHash() const;
+    std::uint64_t getHash() const {
+        return _hash.get([this] { return computeHash(); });
+    }
 
 protected:
     FontFaceInfo();
     FontFaceInfo(const FontFaceInfo&) noexcept; // the copy computes its own hash
 
 private:
+    std::uint64_t computeHash() const;
+
     mutable MemoizedHash _hash;
 };
 

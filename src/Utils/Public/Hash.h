@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cmath>
 #include <cstdint>
 #include <cstring>
 #include <limits>
@@ -19,23 +18,30 @@ constexpr std::uint64_t combineHash(std::uint64_t seed, std::uint64_t value) {
     return (seed ^ value) * multiplier + increment;
 }
 
+namespace HashDetails {
+
+/// Of an infinity or of what is no number.
+constexpr std::uint64_t hashUnbounded(float value) {
+    constexpr auto top = std::numeric_limits<std::uint64_t>::max();
+    if (value > 0) {
+        return top;
+    }
+    return value < 0 ? top - 1 : top - 2;
+}
+
+} // namespace HashDetails
+
 /// Equal numbers hash alike: +0 and -0 give 0. Infinities and NaN have values of their own outside 32 bits;
 /// every other number gives its IEEE 754 bit pattern.
 inline std::uint64_t hashFloat(float value) {
-    constexpr auto top = std::numeric_limits<std::uint64_t>::max();
-    switch (std::fpclassify(value)) {
-    case FP_ZERO:
-        return 0;
-    case FP_INFINITE:
-        return value > 0 ? top : top - 1;
-    case FP_NAN:
-        return top - 2;
-    default:
-        std::uint32_t bits = 0;
-        static_assert(sizeof(bits) == sizeof(value), "IEEE 754 single precision");
-        std::memcpy(&bits, &value, sizeof(bits));
-        return bits;
+    constexpr std::uint32_t exponent = 0x7F800000;
+    std::uint32_t bits = 0;
+    static_assert(sizeof(bits) == sizeof(value), "IEEE 754 single precision");
+    std::memcpy(&bits, &value, sizeof(bits));
+    if ((bits & exponent) == exponent) {
+        return HashDetails::hashUnbounded(value);
     }
+    return value == 0.0F ? 0 : bits;
 }
 
 } // namespace Vell

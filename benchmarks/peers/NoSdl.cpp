@@ -1,0 +1,3 @@
+#include "../support/Absent.h"
+
+static const bool isRegistered = (Vell::Benchmarks::registerAbsent("SDL_ttf"), true);

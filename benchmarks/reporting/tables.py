@@ -1,0 +1,107 @@
+"""The tables, for a terminal and for a document."""
+
+from reporting.results import get_item, get_task, get_workload, sort_contestants
+
+LIBRARIES = ("FreeType", "Boost", "cairo", "Pango", "SDL_ttf", "Qt")
+
+
+def describe_machine(context):
+    libraries = ", ".join(f"{name} {context[name]}" for name in LIBRARIES if name in context)
+    return (f"{context.get('processor', 'unknown processor')}, {context.get('num_cpus', '?')} cores; "
+            f"{context.get('compiler', 'unknown compiler')}; {libraries}; {context.get('date', '')[:10]}")
+
+
+def show_time(figure):
+    if figure is None:
+        return ""
+    if figure.error:
+        return figure.error
+    return f"{figure.nanoseconds:,.0f}" if figure.nanoseconds >= 1000 else f"{figure.nanoseconds:.1f}"
+
+
+def show_ratio(engine, figure):
+    """The engine's time as a multiple of another one's."""
+    if engine is None or engine.error or figure.error or figure is engine:
+        return ""
+    return f"{engine.nanoseconds / figure.nanoseconds:.2f}"
+
+
+def show_value(value, unit):
+    return "" if value is None else f"{value:.2f} {unit}"
+
+
+def show_limit(verdict):
+    return f"{'<=' if verdict.is_upper else '>='} {verdict.limit:g} {verdict.unit}"
+
+
+def list_rows(results):
+    """[group, contestant, time, ratio] of all."""
+    rows = []
+    for group, contestants in results.groups.items():
+        engine = contestants.get("engine")
+        for name in sort_contestants(contestants):
+            figure = contestants[name]
+            rows.append([group, name, show_time(figure), show_ratio(engine, figure)])
+    return rows
+
+
+def list_verdicts(verdicts):
+    return [[verdict.target, verdict.case, show_value(verdict.value, verdict.unit), show_limit(verdict),
+             verdict.describe()] for verdict in verdicts]
+
+
+def list_memory(results):
+    return [[entry["name"], show_value(entry["value"], entry["unit"])] for entry in results.memory]
+
+
+def align(header, rows, right):
+    """Lines of text; `right` are the columns that end at the same place."""
+    widths = [max(len(row[i]) for row in [header, *rows]) for i in range(len(header))]
+
+    def format_row(row):
+        cells = [cell.rjust(width) if i in right else cell.ljust(width)
+                 for i, (cell, width) in enumerate(zip(row, widths))]
+        return "  ".join(cells).rstrip()
+
+    return [format_row(header), "  ".join("-" * width for width in widths), *map(format_row, rows)]
+
+
+def draw_markdown(header, rows, right):
+    rule = ["---:" if i in right else "---" for i in range(len(header))]
+    return ["| " + " | ".join(row) + " |" for row in [header, rule, *rows]]
+
+
+def make_text(results, verdicts):
+    lines = [describe_machine(results.context), ""]
+    lines += align(["group", "contestant", "ns an item", "engine / this"], list_rows(results), {2, 3})
+    if results.memory:
+        lines += ["", *align(["memory", "figure"], list_memory(results), {1})]
+    lines += ["", *align(["target", "case", "figure", "limit", "verdict"], list_verdicts(verdicts), {2})]
+    return "\n".join(lines)
+
+
+def list_tasks(results):
+    """{task: [group]}"""
+    tasks = {}
+    for group in results.groups:
+        tasks.setdefault(get_task(group), []).append(group)
+    return tasks
+
+
+def make_task(results, groups):
+    """A table of one task: a row for each contestant, a column for each workload."""
+    contestants = sort_contestants({name for group in groups for name in results.groups[group]})
+    header = [f"ns a {get_item(groups[0])}", *map(get_workload, groups)]
+    rows = [[name, *(show_time(results.groups[group].get(name)) for group in groups)] for name in contestants]
+    return draw_markdown(header, rows, set(range(1, len(header))))
+
+
+def make_markdown(results, verdicts):
+    lines = [describe_machine(results.context)]
+    for task, groups in list_tasks(results).items():
+        lines += ["", f"### {task[0].upper()}{task[1:]}", "", *make_task(results, groups)]
+    if results.memory:
+        lines += ["", "### Memory", "", *draw_markdown(["what", "figure"], list_memory(results), {1})]
+    lines += ["", "### Targets", "",
+              *draw_markdown(["target", "case", "figure", "limit", "verdict"], list_verdicts(verdicts), {2})]
+    return "\n".join(lines)

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <benchmark/benchmark.h>
+
+#include <cstddef>
+#include <cstdint>
+
+namespace Vell::Benchmarks {
+
+/// Times are reported for an item: `count` of them were done in each iteration.
+inline void countItems(benchmark::State& state, std::size_t count) {
+    state.SetItemsProcessed(static_cast<std::int64_t>(count) * state.iterations());
+}
+
+} // namespace Vell::Benchmarks

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "BenchEngine.h"
+
+#include <benchmark/benchmark.h>
+
+namespace Vell::Benchmarks {
+
+/// Measure the layout of all lines when every glyph is cached. What an item is, the caller says.
+void measureEngine(benchmark::State& state, const BenchEngine& engine, const Workload& workload,
+                   float ratio = 1.0F);
+void measurePango(benchmark::State& state, const Workload& workload);
+
+} // namespace Vell::Benchmarks

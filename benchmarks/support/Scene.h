@@ -1,0 +1,71 @@
+#pragma once
+
+#include "Items.h"
+#include "Workload.h"
+
+#include <CairoAdapter/CairoAdapter.h>
+#include <cinder/Color.h>
+
+#include <benchmark/benchmark.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace Vell::Benchmarks {
+
+constexpr double lineHeight = 18.0;
+constexpr double leftMargin = 4.0;
+constexpr cinder::ColorAT<unsigned char> ink{20, 30, 40, 255};
+
+/// A text on a white page, its lines one below the other, at a number of device pixels for each logical unit.
+struct Scene {
+    const Workload& workload;
+    int ratio;
+
+    /// The task and the text, as the names of benchmarks begin.
+    std::string getName() const;
+    int getWidth() const;  ///< in device pixels
+    int getHeight() const; ///< in device pixels
+};
+
+/// Each workload at the ratios 1 and 2.
+const std::vector<Scene>& getScenes();
+
+/// 32-bit pixels in the machine's byte order, as cairo, SDL and Qt have them.
+struct PixelView {
+    const unsigned char* data;
+    std::ptrdiff_t stride;
+    int width;
+    int height;
+};
+
+PixelView viewPixels(const CairoAdapter::SurfacePtr& surface);
+CairoAdapter::SurfacePtr makePage(const Scene& scene);
+
+/// How much darker than white the pixels are on average, times their number: tells a contestant that draws
+/// nothing, or something else.
+double measureInk(const PixelView& pixels);
+
+/// Measures the drawing of the page. `drawLine` gets the number of a line and its base line in logical units.
+template <typename DrawLine>
+void drawPage(benchmark::State& state, const Scene& scene, const PixelView& page, const DrawLine& drawLine) {
+    const auto drawAll = [&] {
+        for (std::size_t line = 0; line < scene.workload.lines.size(); ++line) {
+            drawLine(line, lineHeight * static_cast<double>(line + 1));
+        }
+    };
+    drawAll();
+    const auto characters = static_cast<double>(scene.workload.countCharacters());
+    state.counters["ink"] = measureInk(page) / characters;
+    if (state.counters["ink"] < 1.0) {
+        state.SkipWithError("drew nothing");
+    }
+    for (auto step : state) {
+        drawAll();
+    }
+    countItems(state, scene.workload.countCharacters());
+}
+
+} // namespace Vell::Benchmarks

@@ -1,0 +1,158 @@
+// When a face is given a size, and when it is known to have it.
+
+#include <FontEngine/Engine.h>
+#include <FontEngine/GlyphKeyFields.h>
+
+#include <support/BdfFont.h>
+#include <support/RecordingPainter.h>
+#include <support/spy/FreeTypeSpy.h>
+
+#include <FontLoaders/Public/Exceptions.h>
+
+#include <gmock/gmock.h>
+
+#include FT_SIZES_H
+
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace Vell::FontEngine {
+namespace {
+
+using testing::ElementsAre;
+using Testing::FreeTypeSpy;
+using testing::IsEmpty;
+
+/// Renders a bitmap that is in no cache: another offset each time.
+class Renderer {
+public:
+    explicit Renderer(FacePtr face, unsigned char lastOffset = 0)
+        : _face(std::move(face))
+        , _offset(lastOffset) {}
+
+    void render(float size = 10.0F) {
+        _face->getBitmapGlyph(
+            KeyFields().with(&KeyFields::size, size).with(&KeyFields::offset, ++_offset).makeBitmap(), false);
+    }
+
+    /// The sizes that FreeType is asked for meanwhile.
+    std::vector<std::string> spyOn(float size = 10.0F) {
+        const FreeTypeSpy spy;
+        render(size);
+        return spy.getLines({"FT_Set_Char_Size"});
+    }
+
+    /// The same with an outline.
+    std::vector<std::string> spyOnOutline(float size, unsigned long glyph) {
+        Testing::RecordingPainter painter;
+        const FreeTypeSpy spy;
+        _face->getOutlineGlyphPath(
+            KeyFields().with(&KeyFields::size, size).with(&KeyFields::glyph, glyph).makeOutline(), painter);
+        return spy.getLines({"FT_Set_Char_Size"});
+    }
+
+    FT_Face getHandle() const { return _face->getHandle().get(); }
+
+private:
+    FacePtr _face;
+    unsigned char _offset;
+};
+
+TEST(FaceSizing, AsksForASizeOnceWhileItStays) {
+    const Engine engine;
+    Renderer renderer(engine.getFace());
+    EXPECT_THAT(renderer.spyOn(), ElementsAre("FT_Set_Char_Size 0 640 72 0"));
+    EXPECT_THAT(renderer.spyOn(), IsEmpty());
+    EXPECT_THAT(renderer.spyOn(10.001F), IsEmpty()) << "the same in 26.6";
+    EXPECT_THAT(renderer.spyOn(11.0F), ElementsAre("FT_Set_Char_Size 0 704 72 0"));
+    EXPECT_THAT(renderer.spyOn(), ElementsAre("FT_Set_Char_Size 0 640 72 0"));
+}
+
+TEST(FaceSizing, KnowsSizesByTheirRequestNotByTheirPixels) {
+    const Engine engine;
+    Renderer renderer(engine.getFace());
+    EXPECT_THAT(renderer.spyOn(), ElementsAre("FT_Set_Char_Size 0 640 72 0"));
+    EXPECT_THAT(renderer.spyOnOutline(10.0F, TestGlyph::a), ElementsAre("FT_Set_Char_Size 0 640 0 0"));
+    EXPECT_THAT(renderer.spyOnOutline(10.0F, TestGlyph::x), IsEmpty());
+    EXPECT_THAT(renderer.spyOn(), ElementsAre("FT_Set_Char_Size 0 640 72 0"));
+}
+
+TEST(FaceSizing, KnowsEachFaceByItself) {
+    const Engine engine;
+    Renderer first(engine.getFace());
+    first.render();
+    EXPECT_THAT(Renderer(engine.getFace("Test Sans", true), 32).spyOn(),
+                ElementsAre("FT_Set_Char_Size 0 640 72 0"));
+    EXPECT_THAT(first.spyOn(), IsEmpty());
+}
+
+TEST(FaceSizing, SeesThatTheClientHasSizedTheFace) {
+    const Engine engine;
+    Renderer renderer(engine.getFace());
+    renderer.render();
+    FT_Set_Char_Size(renderer.getHandle(), 0, 20 * 64, 72, 0);
+    EXPECT_THAT(renderer.spyOn(), ElementsAre("FT_Set_Char_Size 0 640 72 0"));
+    FT_Set_Char_Size(renderer.getHandle(), 20 * 64, 10 * 64, 72, 0);
+    EXPECT_THAT(renderer.spyOn(), ElementsAre("FT_Set_Char_Size 0 640 72 0")) << "another width";
+}
+
+TEST(FaceSizing, SeesThatTheClientHasActivatedAnotherSizeObject) {
+    const Engine engine;
+    Renderer renderer(engine.getFace());
+    renderer.render();
+    FT_Size other = nullptr;
+    ASSERT_EQ(FT_New_Size(renderer.getHandle(), &other), 0);
+    ASSERT_EQ(FT_Activate_Size(other), 0);
+    ASSERT_EQ(FT_Set_Char_Size(renderer.getHandle(), 0, 640, 72, 0), 0);
+    EXPECT_THAT(renderer.spyOn(), ElementsAre("FT_Set_Char_Size 0 640 72 0"));
+}
+
+TEST(FaceSizing, AsksAgainAfterARefusal) {
+    const Engine engine;
+    Renderer renderer(engine.getFace());
+    renderer.render();
+    {
+        FreeTypeSpy spy;
+        spy.failCall("FT_Set_Char_Size");
+        renderer.render(11.0F);
+    }
+    EXPECT_THAT(renderer.spyOn(), ElementsAre("FT_Set_Char_Size 0 640 72 0"));
+}
+
+TEST(FaceSizing, AsksAgainAfterAGlyphThatFailed) {
+    for (const char* const call : {"FT_Load_Glyph", "FT_Get_Glyph", "FT_Glyph_To_Bitmap"}) {
+        const Engine engine;
+        Renderer renderer(engine.getFace());
+        renderer.render();
+        {
+            FreeTypeSpy spy;
+            spy.failCall(call);
+            EXPECT_THROW(renderer.render(), FontLoaders::FreeTypeException) << call;
+        }
+        EXPECT_THAT(renderer.spyOn(), ElementsAre("FT_Set_Char_Size 0 640 72 0")) << call;
+        EXPECT_THAT(renderer.spyOn(), IsEmpty()) << call;
+    }
+}
+
+TEST(FaceSizing, AlwaysAsksFacesThatVary) {
+    const Engine engine;
+    Renderer renderer(engine.getFace());
+    renderer.getHandle()->face_flags |= FT_FACE_FLAG_MULTIPLE_MASTERS;
+    renderer.render();
+    EXPECT_THAT(renderer.spyOn(), ElementsAre("FT_Set_Char_Size 0 640 72 0"))
+        << "a client may have moved it along its axes";
+}
+
+TEST(FaceSizing, AlwaysAsksFacesOfBitmaps) {
+    Testing::BdfFont font;
+    font.glyphs.push_back({'A', 6, 5, 0, 0, {{0xF8}}});
+    font.pixelSize = 10;
+    const Engine engine(font.build());
+    Renderer renderer(engine.getFace());
+    renderer.render();
+    EXPECT_THAT(renderer.spyOn(), ElementsAre("FT_Set_Char_Size 0 640 72 0"));
+}
+
+} // namespace
+} // namespace Vell::FontEngine
