@@ -35,13 +35,16 @@ cairo_matrix_t chain(const cairo_matrix_t& first, const cairo_matrix_t& second) 
     return result;
 }
 
-cairo_matrix_t getSurfaceTransform(cairo_t* context) {
-    cairo_surface_t* surface = cairo_get_group_target(context);
+cairo_matrix_t getSurfaceTransform(cairo_surface_t* surface) {
     cairo_matrix_t matrix;
     cairo_matrix_init_identity(&matrix);
     cairo_surface_get_device_scale(surface, &matrix.xx, &matrix.yy);
     cairo_surface_get_device_offset(surface, &matrix.x0, &matrix.y0);
     return matrix;
+}
+
+cairo_matrix_t getSurfaceTransform(cairo_t* context) {
+    return getSurfaceTransform(cairo_get_group_target(context));
 }
 
 bool isDrawable(const cairo_matrix_t& matrix) {

@@ -11,6 +11,8 @@ cairo_matrix_t toCairoMatrix(const cinder::MatrixAffine2<float>& matrix);
 cairo_matrix_t chain(const cairo_matrix_t& first, const cairo_matrix_t& second);
 
 /// From cairo's device units on to the pixels of the surface, which may have a scale and an offset.
+cairo_matrix_t getSurfaceTransform(cairo_surface_t* surface);
+/// The same of the surface that a context draws on.
 cairo_matrix_t getSurfaceTransform(cairo_t* context);
 
 /// Whether cairo accepts the matrix: all of it finite, and invertible into something finite. Any other puts a

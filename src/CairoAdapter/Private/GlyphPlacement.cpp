@@ -11,9 +11,6 @@ namespace Vell::CairoAdapter::Internal {
 
 namespace {
 
-/// The interpolation that follows a displacement this small does not move a coverage of 255 by one.
-constexpr double alignmentTolerance = 1.0 / 256.0;
-
 struct Box {
     double left;
     double top;

@@ -5,6 +5,10 @@
 
 namespace Vell::CairoAdapter::Internal {
 
+/// In pixels. The interpolation that follows a displacement this small does not move a coverage of 255 by
+/// one.
+constexpr double alignmentTolerance = 1.0 / 256.0;
+
 /// From the pixels of a bitmap, made for the ratio, to the units that `deviceTransform` leads to.
 cairo_matrix_t placeGlyph(const cinder::Vec2<float>& position, float devicePixelRatio,
                           const cairo_matrix_t& deviceTransform);

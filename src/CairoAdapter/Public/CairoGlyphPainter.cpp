@@ -2,6 +2,7 @@
 
 #include <CairoAdapter/Private/CairoMatrix.h>
 #include <CairoAdapter/Private/ContextState.h>
+#include <CairoAdapter/Private/GlyphBlender.h>
 #include <CairoAdapter/Private/GlyphPlacement.h>
 #include <CairoAdapter/Private/GlyphSurface.h>
 #include <CairoAdapter/Public/CairoAdapterException.h>
@@ -36,13 +37,48 @@ void blend(cairo_t* context, const Internal::GlyphSurface& glyph, cairo_pattern_
     }
 }
 
+/// A channel of a premultiplied colour, from 16 bits as cairo has it.
+std::uint32_t premultiply(unsigned char channel, unsigned char alpha) {
+    constexpr double max = 255.0;
+    const auto wide = static_cast<std::uint32_t>(channel / max * (alpha / max) * 65536.0);
+    return (wide - (wide >> 16)) >> 8;
+}
+
+std::uint32_t premultiply(const cinder::ColorAT<unsigned char>& color) {
+    return std::uint32_t{color.a} << 24 | premultiply(color.r, color.a) << 16 |
+           premultiply(color.g, color.a) << 8 | premultiply(color.b, color.a);
+}
+
+/// Opens a blender for the length of a scope, if there is one.
+class BlenderScope {
+public:
+    explicit BlenderScope(Internal::GlyphBlender* blender)
+        : _blender(blender) {
+        if (_blender != nullptr) {
+            _blender->open();
+        }
+    }
+    BlenderScope(const BlenderScope&) = delete;
+    BlenderScope& operator=(const BlenderScope&) = delete;
+    ~BlenderScope() {
+        if (_blender != nullptr) {
+            _blender->close();
+        }
+    }
+
+private:
+    Internal::GlyphBlender* _blender;
+};
+
 } // namespace
 
 CairoGlyphPainter::CairoGlyphPainter(CairoPainter& painter, const cinder::ColorAT<unsigned char>& color,
                                      float devicePixelRatio)
     : _painter(painter)
     , _color(color)
-    , _devicePixelRatio(devicePixelRatio) {
+    , _premultipliedColor(premultiply(color))
+    , _devicePixelRatio(devicePixelRatio)
+    , _blender(std::make_unique<Internal::GlyphBlender>(painter, devicePixelRatio)) {
     if (!std::isfinite(devicePixelRatio) || devicePixelRatio <= 0.0F) {
         throw CairoAdapterException("the device pixel ratio must be finite and greater than 0");
     }
@@ -55,6 +91,25 @@ void CairoGlyphPainter::drawGlyph(const FontEngine::BitmapGlyphImage& image,
     if (image.rows == 0 || image.width == 0 || image.buffer == nullptr) {
         return;
     }
+    const BlenderScope scope(_isInRun ? nullptr : _blender.get());
+    if (!_blender->tryBlend(image, position, _premultipliedColor)) {
+        _blender->handOver();
+        drawThroughCairo(image, position);
+    }
+}
+
+void CairoGlyphPainter::beginGlyphRun() {
+    _blender->open();
+    _isInRun = true;
+}
+
+void CairoGlyphPainter::endGlyphRun() noexcept {
+    _blender->close();
+    _isInRun = false;
+}
+
+void CairoGlyphPainter::drawThroughCairo(const FontEngine::BitmapGlyphImage& image,
+                                         const cinder::Vec2<float>& position) {
     Internal::GlyphSurface glyph = Internal::makeGlyphSurface(image);
     const cairo_matrix_t matrix =
         Internal::placeGlyph(position, _devicePixelRatio, _painter.getDeviceTransform());
@@ -74,6 +129,7 @@ void CairoGlyphPainter::drawGlyph(const FontEngine::BitmapGlyphImage& image,
 
 void CairoGlyphPainter::setColor(const cinder::ColorAT<unsigned char>& color) {
     _color = color;
+    _premultipliedColor = premultiply(color);
 }
 
 } // namespace Vell::CairoAdapter

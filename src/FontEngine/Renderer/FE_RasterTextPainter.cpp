@@ -1,5 +1,6 @@
 #include <FontEngine/Renderer/FE_RasterTextPainter.h>
 
+#include <FontEngine/FE_BitmapGlyphRunPainter.h>
 #include <FontEngine/Private/FE_DevicePixelRatio.h>
 #include <Utils/Public/Assert.h>
 #include <Utils/Public/MatrixUtils.h>
@@ -12,15 +13,33 @@ namespace Vell::FontEngine {
 
 namespace {
 
-/// A view of a FreeType bitmap.
-BitmapGlyphImage viewBitmap(const FT_Bitmap& bitmap) {
-    BitmapGlyphImage view;
+/// Tells a glyph painter that wants to know it where a run begins and ends.
+class GlyphRunScope {
+public:
+    explicit GlyphRunScope(BitmapGlyphPainter& painter)
+        : _painter(dynamic_cast<BitmapGlyphRunPainter*>(&painter)) {
+        if (_painter != nullptr) {
+            _painter->beginGlyphRun();
+        }
+    }
+    GlyphRunScope(const GlyphRunScope&) = delete;
+    GlyphRunScope& operator=(const GlyphRunScope&) = delete;
+    ~GlyphRunScope() {
+        if (_painter != nullptr) {
+            _painter->endGlyphRun();
+        }
+    }
+
+private:
+    BitmapGlyphRunPainter* _painter;
+};
+
+void setToBitmap(BitmapGlyphImage& view, const FT_Bitmap& bitmap) {
     view.rows = bitmap.rows;
     view.width = bitmap.width;
     view.pitch = bitmap.pitch;
     view.buffer = bitmap.buffer;
     view.pixelMode = bitmap.pixel_mode;
-    return view;
 }
 
 float getLeft(const BitmapGlyph& glyph, float devicePixelRatio) {
@@ -84,20 +103,26 @@ void RasterTextPainter::drawText(boost::string_ref text,
 
 void RasterTextPainter::drawGlyphRun(const BitmapGlyphRun& run, const Font& font,
                                      const cinder::ColorAT<unsigned char>& color, float devicePixelRatio) {
+    if (run.getGlyphs().empty()) {
+        return;
+    }
+    const GlyphRunScope scope(_glyphPainter);
+    BitmapGlyphImage view; // one for all glyphs
     for (const BitmapGlyph& glyph : run.getGlyphs()) {
+        const FT_Bitmap& bitmap = glyph.getData()->bitmap;
         const cinder::Vec2<float> position(getLeft(glyph, devicePixelRatio),
                                            getTop(glyph, run.getBBox(), devicePixelRatio));
-        drawGlyph(glyph, position, font, color);
+        if (bitmap.pixel_mode == FT_PIXEL_MODE_LCD) {
+            drawColored(glyph, position, font, color);
+        } else {
+            setToBitmap(view, bitmap);
+            _glyphPainter.drawGlyph(view, position);
+        }
     }
 }
 
-void RasterTextPainter::drawGlyph(const BitmapGlyph& glyph, const cinder::Vec2<float>& position,
-                                  const Font& font, const cinder::ColorAT<unsigned char>& color) {
-    const FT_Bitmap& bitmap = glyph.getData()->bitmap;
-    if (bitmap.pixel_mode != FT_PIXEL_MODE_LCD) {
-        _glyphPainter.drawGlyph(viewBitmap(bitmap), position);
-        return;
-    }
+void RasterTextPainter::drawColored(const BitmapGlyph& glyph, const cinder::Vec2<float>& position,
+                                    const Font& font, const cinder::ColorAT<unsigned char>& color) {
     // The key in the glyph names the right face, also where a fallback font drew it.
     const auto image = font.getFace()->getGlyphBitmapWithSubpixels(glyph, color);
     _glyphPainter.drawGlyph(derefNN(image.get()), position);

@@ -41,8 +41,9 @@ public:
                   const Gfx::FontMetrics& fontMetrics, const cinder::ColorAT<unsigned char>& color,
                   float devicePixelRatio);
 
-    /// Hands each glyph of a run to the glyph painter. Below a ratio of 1.5 glyphs stand on whole logical
-    /// units horizontally (the fraction of the pen is in their bitmaps), from there on at fractions.
+    /// Hands each glyph of a run to the glyph painter, and says where the run begins and ends if that is a
+    /// BitmapGlyphRunPainter. Below a ratio of 1.5 glyphs stand on whole logical units horizontally (the
+    /// fraction of the pen is in their bitmaps), from there on at fractions.
     void drawGlyphRun(const BitmapGlyphRun& run, const Font& font,
                       const cinder::ColorAT<unsigned char>& color, float devicePixelRatio);
 
@@ -53,8 +54,8 @@ public:
                                   const Font& font, float devicePixelRatio, const cinder::Vec2<float>& scale);
 
 private:
-    void drawGlyph(const BitmapGlyph& glyph, const cinder::Vec2<float>& position, const Font& font,
-                   const cinder::ColorAT<unsigned char>& color);
+    void drawColored(const BitmapGlyph& glyph, const cinder::Vec2<float>& position, const Font& font,
+                     const cinder::ColorAT<unsigned char>& color);
 
     Gfx::Painter& _painter;
     BitmapGlyphPainter& _glyphPainter;

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <CairoAdapter/Private/BitmapView.h>
+#include <CairoAdapter/Private/ImageTarget.h>
+#include <CairoAdapter/Private/Interpolation.h>
+
+#include <cstdint>
+
+namespace Vell::CairoAdapter::Internal {
+
+/// Blends a bitmap into the pixels of the target from (left, top) on, within the target's clip; coverage in
+/// the premultiplied colour.
+void blendBitmap(const ImageTarget& target, const BitmapView& bitmap, int left, int top, std::uint32_t color);
+
+/// Whether blendDisplacedBitmap can do it.
+inline bool canBeDisplaced(const BitmapView& bitmap) {
+    return bitmap.isCoverage() && bitmap.width < maxInterpolatedWidth;
+}
+
+/// Blends coverage that lies between the pixels of the target.
+void blendDisplacedBitmap(const ImageTarget& target, const BitmapView& coverage,
+                          const Displacement& displacement, std::uint32_t color);
+
+} // namespace Vell::CairoAdapter::Internal

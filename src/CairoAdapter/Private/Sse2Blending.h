@@ -1,0 +1,197 @@
+#pragma once
+
+#if defined(__SSE2__)
+
+#include <CairoAdapter/Private/PixelBlock.h>
+
+#include <emmintrin.h>
+
+/// The blending of PortableBlending.h, to the bit, four pixels at once.
+namespace Vell::CairoAdapter::Internal::Sse2 {
+
+constexpr int pixelsAtOnce = 4;
+
+/// The channels of four pixels, 16 bits each.
+struct Channels {
+    __m128i low;  ///< red and blue
+    __m128i high; ///< alpha and green
+};
+
+inline Channels split(__m128i colors) {
+    return {_mm_and_si128(colors, _mm_set1_epi16(0xFF)), _mm_srli_epi16(colors, 8)};
+}
+
+inline __m128i join(const Channels& channels) {
+    return _mm_or_si128(channels.low, _mm_slli_epi16(channels.high, 8));
+}
+
+/// a * b / 255, rounded to the nearest, of eight numbers each.
+inline __m128i multiply(__m128i a, __m128i b) {
+    const __m128i product = _mm_add_epi16(_mm_mullo_epi16(a, b), _mm_set1_epi16(0x80));
+    return _mm_mulhi_epu16(product, _mm_set1_epi16(0x101));
+}
+
+inline Channels scale(const Channels& channels, __m128i factors) {
+    return {multiply(channels.low, factors), multiply(channels.high, factors)};
+}
+
+/// As much of the pixels as shines through something of these alphas, which come twice for each pixel.
+inline Channels cover(__m128i pixels, __m128i alphas) {
+    return scale(split(pixels), _mm_xor_si128(alphas, _mm_set1_epi16(0xFF)));
+}
+
+/// Four bytes as 16 bits each, twice.
+inline __m128i spread(std::uint32_t bytes) {
+    const __m128i wide = _mm_unpacklo_epi8(_mm_cvtsi32_si128(static_cast<int>(bytes)), _mm_setzero_si128());
+    return _mm_unpacklo_epi16(wide, wide);
+}
+
+/// Up to four bytes, the first one lowest; the others are 0.
+template <int count>
+std::uint32_t readCoverage(const unsigned char* from) {
+    std::uint32_t coverage = 0;
+    if constexpr (count == 3) {
+        coverage = readCoverage<2>(from) | std::uint32_t{from[2]} << 16;
+    } else {
+        std::memcpy(&coverage, from, count);
+    }
+    return coverage;
+}
+
+/// Up to four colours; the others are 0.
+template <int count>
+__m128i readColors(const unsigned char* from) {
+    if constexpr (count == 1) {
+        return _mm_cvtsi32_si128(static_cast<int>(readColor(from)));
+    } else if constexpr (count == 2) {
+        return _mm_loadl_epi64(reinterpret_cast<const __m128i*>(from));
+    } else if constexpr (count == 3) {
+        return _mm_unpacklo_epi64(readColors<2>(from), readColors<1>(from + 2 * bytesPerColor));
+    } else {
+        return _mm_loadu_si128(reinterpret_cast<const __m128i*>(from));
+    }
+}
+
+template <int count>
+void writeColors(__m128i colors, unsigned char* to) {
+    if constexpr (count == 1) {
+        writeColor(static_cast<std::uint32_t>(_mm_cvtsi128_si32(colors)), to);
+    } else if constexpr (count == 2) {
+        _mm_storel_epi64(reinterpret_cast<__m128i*>(to), colors);
+    } else if constexpr (count == 3) {
+        writeColors<2>(colors, to);
+        writeColors<1>(_mm_unpackhi_epi64(colors, colors), to + 2 * bytesPerColor);
+    } else {
+        _mm_storeu_si128(reinterpret_cast<__m128i*>(to), colors);
+    }
+}
+
+/// A colour for four pixels.
+struct Ink {
+    explicit Ink(std::uint32_t color)
+        : channels(split(_mm_set1_epi32(static_cast<int>(color))))
+        , alphas(_mm_set1_epi16(static_cast<short>(color >> 24))) {}
+
+    Channels channels;
+    __m128i alphas;
+};
+
+/// Neither here nor below can a sum exceed 255: a channel of the ink is its alpha at most.
+template <bool isOpaque>
+__m128i blend(const Ink& ink, __m128i coverage, __m128i under) {
+    const Channels above = scale(ink.channels, coverage);
+    const Channels below = cover(under, isOpaque ? coverage : multiply(ink.alphas, coverage));
+    return join({_mm_add_epi16(above.low, below.low), _mm_add_epi16(above.high, below.high)});
+}
+
+/// Four pixels, from their coverages.
+template <bool isOpaque>
+__m128i blendFour(const Ink& ink, std::uint32_t coverages, const unsigned char* to) {
+    return blend<isOpaque>(ink, spread(coverages), readColors<pixelsAtOnce>(to));
+}
+
+/// Rows of `count` pixels, four at most. Here and below, copies of block and ink are out of reach for what is
+/// written to the pixels, and stay in registers.
+template <bool isOpaque, int count>
+void blendThinRows(const PixelBlock block, const Ink ink) {
+    for (std::ptrdiff_t row = 0; row < block.rows; ++row) {
+        const __m128i coverages = spread(readCoverage<count>(block.from + row * block.fromPitch));
+        unsigned char* const to = block.to + row * block.toPitch;
+        writeColors<count>(blend<isOpaque>(ink, coverages, readColors<count>(to)), to);
+    }
+}
+
+/// Rows of five pixels or more. There is no remainder, but a last group that overlaps the one before. It does
+/// not cover the pixels that both have, and is written first.
+template <bool isOpaque>
+void blendWideRows(const PixelBlock block, const Ink ink) {
+    const int overlap = (pixelsAtOnce - block.width % pixelsAtOnce) % pixelsAtOnce;
+    const std::ptrdiff_t last = block.width - pixelsAtOnce;
+    const std::ptrdiff_t lastButOne = last + overlap - pixelsAtOnce;
+    const std::uint32_t own = 0xFFFFFFFFU << 8 * overlap;
+    for (std::ptrdiff_t row = 0; row < block.rows; ++row) {
+        const unsigned char* const from = block.from + row * block.fromPitch;
+        unsigned char* to = block.to + row * block.toPitch;
+        unsigned char* const end = to + last * bytesPerColor;
+        for (std::ptrdiff_t x = 0; x < lastButOne; x += pixelsAtOnce) {
+            writeColors<4>(blendFour<isOpaque>(ink, readCoverage<4>(from + x), to), to);
+            to += pixelsAtOnce * bytesPerColor;
+        }
+        const __m128i colors = blendFour<isOpaque>(ink, readCoverage<4>(from + lastButOne), to);
+        writeColors<4>(blendFour<isOpaque>(ink, readCoverage<4>(from + last) & own, end), end);
+        writeColors<4>(colors, to);
+    }
+}
+
+template <bool isOpaque>
+void blendCoverage(const PixelBlock& block, const Ink& ink) {
+    switch (block.width) {
+    case 1:
+        return blendThinRows<isOpaque, 1>(block, ink);
+    case 2:
+        return blendThinRows<isOpaque, 2>(block, ink);
+    case 3:
+        return blendThinRows<isOpaque, 3>(block, ink);
+    case 4:
+        return blendThinRows<isOpaque, 4>(block, ink);
+    default:
+        return blendWideRows<isOpaque>(block, ink);
+    }
+}
+
+inline void blendCoverage(const PixelBlock& block, std::uint32_t color) {
+    if (color >> 24 == 0xFF) {
+        blendCoverage<true>(block, Ink(color));
+    } else {
+        blendCoverage<false>(block, Ink(color));
+    }
+}
+
+/// Clients' colours may exceed their alpha: the sums are limited.
+template <int count>
+void blendColors(const unsigned char* from, unsigned char* to) {
+    const __m128i colors = readColors<count>(from);
+    const __m128i alphas = _mm_srli_epi32(colors, 24);
+    const Channels below = cover(readColors<count>(to), _mm_or_si128(alphas, _mm_slli_epi32(alphas, 16)));
+    writeColors<count>(_mm_adds_epu8(colors, join(below)), to);
+}
+
+inline void blendColors(const PixelBlock& block) {
+    const std::ptrdiff_t end = std::ptrdiff_t{block.width} * bytesPerColor;
+    const std::ptrdiff_t step = std::ptrdiff_t{pixelsAtOnce} * bytesPerColor;
+    for (std::ptrdiff_t row = 0; row < block.rows; ++row) {
+        const unsigned char* const from = block.from + row * block.fromPitch;
+        unsigned char* const to = block.to + row * block.toPitch;
+        std::ptrdiff_t x = 0;
+        for (; end - x >= step; x += step) {
+            blendColors<pixelsAtOnce>(from + x, to + x);
+        }
+        for (; x < end; x += bytesPerColor) {
+            blendColors<1>(from + x, to + x);
+        }
+    }
+}
+
+} // namespace Vell::CairoAdapter::Internal::Sse2
+
+#endif

@@ -1,0 +1,7 @@
+#include <FontEngine/FE_BitmapGlyphRunPainter.h>
+
+namespace Vell::FontEngine {
+
+BitmapGlyphRunPainter::~BitmapGlyphRunPainter() = default;
+
+} // namespace Vell::FontEngine

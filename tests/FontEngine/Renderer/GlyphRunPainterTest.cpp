@@ -1,0 +1,87 @@
+#include <FontEngine/Engine.h>
+
+#include <support/InjectedError.h>
+#include <support/RecordingPainter.h>
+
+#include <FontEngine/FE_BitmapGlyphRunPainter.h>
+#include <FontEngine/Renderer/FE_RasterTextPainter.h>
+
+#include <gmock/gmock.h>
+
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace Vell::FontEngine {
+namespace {
+
+using testing::ElementsAre;
+using Testing::InjectedError;
+using testing::IsEmpty;
+
+constexpr cinder::ColorAT<unsigned char> red(255, 0, 0, 255);
+
+/// Remembers its calls by name; throws from the one that it is told.
+class CallRecorder : public BitmapGlyphRunPainter {
+public:
+    explicit CallRecorder(std::string thrower = {})
+        : _thrower(std::move(thrower)) {}
+
+    void beginGlyphRun() override { record("begin"); }
+    void drawGlyph(const BitmapGlyphImage&, const cinder::Vec2<float>&) override { record("glyph"); }
+    void endGlyphRun() noexcept override { calls.emplace_back("end"); }
+
+    std::vector<std::string> calls;
+
+private:
+    void record(const std::string& call) {
+        calls.push_back(call);
+        if (call == _thrower) {
+            throw InjectedError();
+        }
+    }
+
+    std::string _thrower;
+};
+
+void draw(const char* text, BitmapGlyphPainter& glyphPainter) {
+    const Engine engine;
+    Testing::RecordingPainter painter;
+    RasterTextPainter(painter, glyphPainter, false)
+        .drawText(text, Testing::makeExtFontInfo(), engine.getFont(), red, 1.0F);
+}
+
+TEST(GlyphRunPainter, HearsWhereARunBeginsAndEnds) {
+    CallRecorder recorder;
+    draw("Ax", recorder);
+    EXPECT_THAT(recorder.calls, ElementsAre("begin", "glyph", "glyph", "end"));
+    draw("x", recorder);
+    EXPECT_THAT(recorder.calls, ElementsAre("begin", "glyph", "glyph", "end", "begin", "glyph", "end"));
+}
+
+TEST(GlyphRunPainter, HearsColoredGlyphsWithinTheRun) {
+    CallRecorder recorder;
+    draw("A_", recorder);
+    EXPECT_THAT(recorder.calls, ElementsAre("begin", "glyph", "glyph", "end"));
+}
+
+TEST(GlyphRunPainter, HearsNothingOfARunWithoutGlyphs) {
+    CallRecorder recorder;
+    draw("", recorder);
+    EXPECT_THAT(recorder.calls, IsEmpty());
+}
+
+TEST(GlyphRunPainter, HearsOfTheEndAfterAGlyphThatThrew) {
+    CallRecorder recorder("glyph");
+    EXPECT_THROW(draw("Ax", recorder), InjectedError);
+    EXPECT_THAT(recorder.calls, ElementsAre("begin", "glyph", "end"));
+}
+
+TEST(GlyphRunPainter, HearsOfNoGlyphAndNoEndAfterABeginThatThrew) {
+    CallRecorder recorder("begin");
+    EXPECT_THROW(draw("Ax", recorder), InjectedError);
+    EXPECT_THAT(recorder.calls, ElementsAre("begin"));
+}
+
+} // namespace
+} // namespace Vell::FontEngine
