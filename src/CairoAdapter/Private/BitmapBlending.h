@@ -1,8 +1,9 @@
 #pragma once
 
 #include <CairoAdapter/Private/BitmapView.h>
+#include <CairoAdapter/Private/Displacement.h>
 #include <CairoAdapter/Private/ImageTarget.h>
-#include <CairoAdapter/Private/Interpolation.h>
+#include <CairoAdapter/Private/InterpolatedRows.h>
 
 #include <cstdint>
 
