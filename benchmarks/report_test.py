@@ -113,6 +113,14 @@ class Showing(unittest.TestCase):
         self.assertIn("| engine | 100.0 | 200.0 |", text)
         self.assertIn("| SDL_ttf | not installed |  |", text)
 
+    def test_the_figures_of_a_document_are_replaced_between_their_marks(self):
+        text = f"above\n{tables.FIGURES_BEGIN}\nold\n{tables.FIGURES_END}\nbelow\n"
+        self.assertEqual(tables.replace_figures(text, "new"),
+                         f"above\n{tables.FIGURES_BEGIN}\n\nnew\n\n{tables.FIGURES_END}\nbelow\n")
+        for unmarked in ("no marks", tables.FIGURES_BEGIN, tables.FIGURES_END):
+            with self.assertRaises(ValueError):
+                tables.replace_figures(unmarked, "new")
+
     def test_the_plot_has_a_bar_for_each_contestant_and_is_well_formed(self):
         root = xml.fromstring(plot.make_svg(self.outcome, "a & b"))
         bars = [element for element in root.iter("{http://www.w3.org/2000/svg}rect")
