@@ -15,15 +15,26 @@ def parse_arguments():
     parser.add_argument("results", help="what the benchmarks wrote, as JSON")
     parser.add_argument("memory", nargs="?", help="what fontengine_memory wrote")
     parser.add_argument("--markdown", action="store_true", help="tables for a document")
+    parser.add_argument("--into", metavar="FILE", help="replaces the figures of that document by these tables")
     parser.add_argument("--plot", metavar="FILE", help="writes a plot as SVG, too")
     return parser.parse_args()
+
+
+def replace_figures(document, figures):
+    with open(document, encoding="utf-8") as file:
+        text = tables.replace_figures(file.read(), figures)
+    with open(document, "w", encoding="utf-8") as file:
+        file.write(text)
 
 
 def main():
     arguments = parse_arguments()
     outcome = results.read(arguments.results, arguments.memory)
     make = tables.make_markdown if arguments.markdown else tables.make_text
-    print(make(outcome, targets.judge(outcome)))
+    verdicts = targets.judge(outcome)
+    print(make(outcome, verdicts))
+    if arguments.into:
+        replace_figures(arguments.into, tables.make_markdown(outcome, verdicts))
     if arguments.plot:
         with open(arguments.plot, "w", encoding="utf-8") as file:
             file.write(plot.make_svg(outcome, tables.describe_machine(outcome.context)))

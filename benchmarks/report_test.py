@@ -78,9 +78,13 @@ class Judging(unittest.TestCase):
         verdict = find(targets.judge_vector(outcome), "warm vector text", "vector replay/E")
         self.assertEqual((verdict.value, verdict.is_met), (65.0, False))
 
-    def test_growth_compares_the_longest_text_with_a_short_one(self):
-        outcome = make_results({"growth/10 KB": {"engine": 100.0}, "growth/10 MB": {"engine": 140.0}})
-        self.assertAlmostEqual(find(targets.judge_growth(outcome), "growth", "growth").value, 1.4)
+    def test_growth_compares_the_longest_text_with_a_short_one_and_a_long_one(self):
+        outcome = make_results({f"growth/{size}": {"engine": time}
+                                for size, time in (("10 KB", 100.0), ("1 MB", 112.0), ("10 MB", 140.0))})
+        verdicts = targets.judge_growth(outcome)
+        self.assertAlmostEqual(find(verdicts, "growth: a glyph of 10 MB at most 1.5 x one of 10 KB", "growth").value, 1.4)
+        self.assertEqual(find(verdicts, "growth: a glyph of 10 MB at most 1.2 x one of 1 MB", "growth").describe(),
+                         "missed by 4 %")
 
     def test_thrashing_is_set_beside_the_cold_glyph_of_the_engine(self):
         outcome = make_results({"byte budget/thrashes": {"engine": 130.0}, "cold glyph/bytecode": {"engine": 100.0}})
@@ -108,6 +112,14 @@ class Showing(unittest.TestCase):
         self.assertIn("| ns a glyph | E | M |", text)
         self.assertIn("| engine | 100.0 | 200.0 |", text)
         self.assertIn("| SDL_ttf | not installed |  |", text)
+
+    def test_the_figures_of_a_document_are_replaced_between_their_marks(self):
+        text = f"above\n{tables.FIGURES_BEGIN}\nold\n{tables.FIGURES_END}\nbelow\n"
+        self.assertEqual(tables.replace_figures(text, "new"),
+                         f"above\n{tables.FIGURES_BEGIN}\n\nnew\n\n{tables.FIGURES_END}\nbelow\n")
+        for unmarked in ("no marks", tables.FIGURES_BEGIN, tables.FIGURES_END):
+            with self.assertRaises(ValueError):
+                tables.replace_figures(unmarked, "new")
 
     def test_the_plot_has_a_bar_for_each_contestant_and_is_well_formed(self):
         root = xml.fromstring(plot.make_svg(self.outcome, "a & b"))

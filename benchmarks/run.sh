@@ -7,8 +7,9 @@
 #   benchmarks/run.sh 'layout/E/.*'   what matches
 #   benchmarks/run.sh --once          each for a moment, only to see that it runs: its figures mean nothing
 #
-# The figures: build/bench/results.json and memory.json; as a picture: results.svg. For a document:
-#   benchmarks/report.py --markdown build/bench/results.json build/bench/memory.json
+# The figures: build/bench/results.json and memory.json; as a picture: results.svg. Those of docs/performance.md:
+#   benchmarks/report.py build/bench/results.json build/bench/memory.json \
+#     --into docs/performance.md --plot docs/performance.svg
 set -euo pipefail
 cd "$(dirname "$0")/.."
 

@@ -2,6 +2,8 @@
 
 from reporting.results import get_item, get_task, get_workload, sort_contestants
 
+FIGURES_BEGIN = "<!-- figures -->"
+FIGURES_END = "<!-- end of figures -->"
 LIBRARIES = ("FreeType", "Boost", "cairo", "Pango", "SDL_ttf", "Qt")
 
 
@@ -105,3 +107,12 @@ def make_markdown(results, verdicts):
     lines += ["", "### Targets", "",
               *draw_markdown(["target", "case", "figure", "limit", "verdict"], list_verdicts(verdicts), {2})]
     return "\n".join(lines)
+
+
+def replace_figures(text, figures):
+    """The document with these figures between its two marks, which must be there."""
+    before, begin, rest = text.partition(FIGURES_BEGIN)
+    _, end, after = rest.partition(FIGURES_END)
+    if not begin or not end:
+        raise ValueError(f"the document lacks {FIGURES_BEGIN} or {FIGURES_END}")
+    return f"{before}{begin}\n\n{figures}\n\n{end}{after}"

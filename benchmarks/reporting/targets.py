@@ -91,11 +91,16 @@ def judge_memory(results):
             for font in ("DejaVu", "Noto CJK")]
 
 
+def compare_lengths(results, shorter, factor):
+    ratio = divide(results.get("growth/10 MB", "engine"), results.get(f"growth/{shorter}", "engine"))
+    return [Verdict(f"growth: a glyph of 10 MB at most {factor} x one of {shorter}", "growth", ratio, "x", factor)]
+
+
 def judge_growth(results):
     caches = [group for group in results.groups if group.startswith("cache hit/")]
-    growth = divide(results.get("growth/10 MB", "engine"), results.get("growth/10 KB", "engine"))
     thrashing = divide(results.get("byte budget/thrashes", "engine"), results.get("cold glyph/bytecode", "engine"))
-    return ([Verdict("growth: a glyph of 10 MB at most 1.5 x one of 10 KB", "growth", growth, "x", 1.5)]
+    return (compare_lengths(results, "10 KB", 1.5)  # the run of 10 MB leaves the processor's caches, this one fits
+            + compare_lengths(results, "1 MB", 1.2)
             + at_most_times(results, "cache hits: at most 1.2 x the plain multi-index", caches, "floor: multi-index",
                             1.2)
             + [Verdict("thrashing: at most 1.2 x the cold glyph", "byte budget", thrashing, "x", 1.2)])
