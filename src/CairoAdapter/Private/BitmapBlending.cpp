@@ -1,5 +1,6 @@
 #include <CairoAdapter/Private/BitmapBlending.h>
 
+#include <CairoAdapter/Private/Interpolation.h>
 #include <CairoAdapter/Private/PixelBlending.h>
 
 #include <algorithm>
@@ -11,6 +12,14 @@ namespace {
 
 unsigned char* getPixel(const ImageTarget& target, int x, int y) {
     return target.pixels + y * target.stride + std::ptrdiff_t{x} * bytesPerColor;
+}
+
+void blend(const BitmapView& bitmap, const PixelBlock& block, std::uint32_t color) {
+    if (bitmap.isCoverage()) {
+        blendCoverage(block, color);
+    } else {
+        blendColors(block);
+    }
 }
 
 } // namespace
@@ -25,30 +34,30 @@ void blendBitmap(const ImageTarget& target, const BitmapView& bitmap, int left, 
         bitmap.top + (box.top - top) * bitmap.pitch + std::ptrdiff_t{box.left - left} * bitmap.bytesPerPixel;
     const PixelBlock block{from,          bitmap.pitch,         getPixel(target, box.left, box.top),
                            target.stride, box.right - box.left, box.bottom - box.top};
-    if (bitmap.isCoverage()) {
-        blendCoverage(block, color);
-    } else {
-        blendColors(block);
-    }
+    blend(bitmap, block, color);
 }
 
-void blendDisplacedBitmap(const ImageTarget& target, const BitmapView& coverage,
+void blendDisplacedBitmap(const ImageTarget& target, const BitmapView& bitmap,
                           const Displacement& displacement, std::uint32_t color) {
     const auto [left, top, ofRight, ofBottom] = displacement;
-    const PixelBox box =
-        intersect({left, top, left + coverage.width + 1, top + coverage.rows + 1}, target.clip);
+    const int emptyColumns = ofRight == 0 ? 1 : 0;
+    const int emptyRows = ofBottom == 0 ? 1 : 0;
+    const PixelBox box = intersect(
+        {left + emptyColumns, top + emptyRows, left + bitmap.width + 1, top + bitmap.rows + 1}, target.clip);
     if (box.isEmpty()) {
         return;
     }
-    std::array<unsigned char, std::size_t{8} * maxInterpolatedWidth> buffer;
-    const int width = box.right - box.left;
-    const int rowsAtOnce = static_cast<int>(buffer.size()) / width;
-    for (int y = box.top; y < box.bottom; y += rowsAtOnce) {
-        const int rows = std::min(rowsAtOnce, box.bottom - y);
-        interpolate(coverage, displacement, {box.left - left, y - top, box.right - left, y - top + rows},
-                    buffer.data());
-        blendCoverage({buffer.data(), width, getPixel(target, box.left, y), target.stride, width, rows},
-                      color);
+    std::array<unsigned char, std::size_t{4} * maxInterpolatedBytes> buffer;
+    const PixelBox part{box.left - left, box.top - top, box.right - left, box.bottom - top};
+    const int pitch = getInterpolatedPitch(bitmap, part);
+    const int rowsAtOnce = static_cast<int>(buffer.size()) / pitch;
+    for (int row = part.top; row < part.bottom; row += rowsAtOnce) {
+        const int end = std::min(row + rowsAtOnce, part.bottom);
+        interpolate(bitmap, displacement, {part.left, row, part.right, end}, buffer.data());
+        blend(bitmap,
+              {buffer.data(), pitch, getPixel(target, box.left, top + row), target.stride,
+               part.right - part.left, end - row},
+              color);
     }
 }
 

@@ -1,8 +1,9 @@
 #pragma once
 
 #include <CairoAdapter/Private/BitmapView.h>
+#include <CairoAdapter/Private/Displacement.h>
 #include <CairoAdapter/Private/ImageTarget.h>
-#include <CairoAdapter/Private/Interpolation.h>
+#include <CairoAdapter/Private/InterpolatedRows.h>
 
 #include <cstdint>
 
@@ -14,11 +15,11 @@ void blendBitmap(const ImageTarget& target, const BitmapView& bitmap, int left, 
 
 /// Whether blendDisplacedBitmap can do it.
 inline bool canBeDisplaced(const BitmapView& bitmap) {
-    return bitmap.isCoverage() && bitmap.width < maxInterpolatedWidth;
+    return bitmap.bytesPerPixel != 0 && bitmap.width < maxInterpolatedWidth;
 }
 
-/// Blends coverage that lies between the pixels of the target.
-void blendDisplacedBitmap(const ImageTarget& target, const BitmapView& coverage,
+/// The same for a bitmap that lies between the pixels of the target.
+void blendDisplacedBitmap(const ImageTarget& target, const BitmapView& bitmap,
                           const Displacement& displacement, std::uint32_t color);
 
 } // namespace Vell::CairoAdapter::Internal

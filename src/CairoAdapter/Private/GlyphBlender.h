@@ -25,8 +25,7 @@ public:
     /// Blends the image with its top left corner at `position`, in logical units; coverage in the
     /// premultiplied colour. The image must have rows, columns and a buffer. Answers false and draws nothing
     /// where cairo has to decide: the painter draws on no image or in another way than over it, the bitmap
-    /// would be turned or scaled, it is coloured and does not fall on whole pixels, or it is of a rare kind
-    /// or not in order.
+    /// would be turned or scaled, or it is of a rare kind or not in order.
     bool tryBlend(const FontEngine::BitmapGlyphImage& image, const cinder::Vec2<float>& position,
                   std::uint32_t color);
 

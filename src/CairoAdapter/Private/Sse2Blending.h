@@ -134,7 +134,10 @@ void blendWideRows(const PixelBlock block, const Ink ink) {
         unsigned char* to = block.to + row * block.toPitch;
         unsigned char* const end = to + last * bytesPerColor;
         for (std::ptrdiff_t x = 0; x < lastButOne; x += pixelsAtOnce) {
-            writeColors<4>(blendFour<isOpaque>(ink, readCoverage<4>(from + x), to), to);
+            const std::uint32_t coverages = readCoverage<4>(from + x);
+            if (coverages != 0) {
+                writeColors<4>(blendFour<isOpaque>(ink, coverages, to), to);
+            }
             to += pixelsAtOnce * bytesPerColor;
         }
         const __m128i colors = blendFour<isOpaque>(ink, readCoverage<4>(from + lastButOne), to);

@@ -30,10 +30,10 @@ class GlyphBlender;
 ///
 /// Without cairo, in a small part of the time, most glyphs are blended straight into images of 32 bits a
 /// pixel (CAIRO_FORMAT_ARGB32, CAIRO_FORMAT_RGB24, groups for these as well): upright coverage of a byte a
-/// pixel, and coloured bitmaps where they fall on whole pixels, as long as the operator is
-/// CAIRO_OPERATOR_OVER and the clip, if any, one box of whole device pixels. Everything else goes through
-/// cairo. No channel differs between the two by more than one level. To cairo it is a change of the surface
-/// by its owner (cairo_surface_flush, cairo_surface_mark_dirty).
+/// pixel and upright coloured bitmaps, as long as the operator is CAIRO_OPERATOR_OVER and the clip, if any,
+/// one box of whole device pixels. Everything else goes through cairo. No channel differs between the two by
+/// more than one level. To cairo it is a change of the surface by its owner (cairo_surface_flush,
+/// cairo_surface_mark_dirty).
 ///
 /// What is drawn on is looked at once a run. Between the glyphs of a run, nothing else may change the
 /// painter's transform, use its context or draw on its surface. A derived class that does so overrides

@@ -1,0 +1,189 @@
+#include <CairoAdapter/Private/Interpolation.h>
+
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <random>
+#include <vector>
+
+namespace Vell::CairoAdapter::Testing {
+
+namespace {
+
+using Internal::BitmapView;
+using Internal::Displacement;
+using Internal::PixelBox;
+
+using Bytes = std::vector<unsigned char>;
+using Interpolator = void (*)(const BitmapView&, const Displacement&, const PixelBox&, unsigned char*);
+
+/// Every way that this machine can run.
+std::vector<Interpolator> listInterpolators() {
+    return {
+        Internal::Portable::interpolate,
+#if defined(__SSE2__)
+            Internal::Sse2::interpolate,
+#endif
+    };
+}
+
+/// Bytes that are as long as needed: the address sanitizer sees what is read beyond. The last row comes
+/// first.
+struct Source {
+    Source(std::mt19937& random, int width, int rows, int bytesPerPixel)
+        : bytes(static_cast<std::size_t>(width * rows * bytesPerPixel)) {
+        std::generate(bytes.begin(), bytes.end(), [&random] {
+            return static_cast<unsigned char>(random() % 3 == 0 ? 255 : random() % 256);
+        });
+        const int pitch = width * bytesPerPixel;
+        view = {bytes.data() + pitch * (rows - 1), -pitch, width, rows, bytesPerPixel};
+    }
+
+    unsigned int at(int column, int row, int channel) const {
+        const bool isInside = column >= 0 && column < view.width && row >= 0 && row < view.rows;
+        return isInside ? view.top[row * view.pitch + column * view.bytesPerPixel + channel] : 0U;
+    }
+
+    Bytes bytes;
+    BitmapView view{};
+};
+
+/// The definition: all four neighbours at once, rounded down.
+unsigned char interpolateOne(const Source& source, const Displacement& displacement, int column, int row,
+                             int channel) {
+    const unsigned int ofLeft = 128 - displacement.ofRight;
+    const unsigned int upper = source.at(column - 1, row - 1, channel) * ofLeft +
+                               source.at(column, row - 1, channel) * displacement.ofRight;
+    const unsigned int lower =
+        source.at(column - 1, row, channel) * ofLeft + source.at(column, row, channel) * displacement.ofRight;
+    return static_cast<unsigned char>(
+        (upper * (128 - displacement.ofBottom) + lower * displacement.ofBottom) / (128 * 128));
+}
+
+/// The pixels of the part, row after row without gaps.
+Bytes interpolateByDefinition(const Source& source, const Displacement& displacement, const PixelBox& part) {
+    Bytes result;
+    for (int row = part.top; row < part.bottom; ++row) {
+        for (int column = part.left; column < part.right; ++column) {
+            for (int channel = 0; channel < source.view.bytesPerPixel; ++channel) {
+                result.push_back(interpolateOne(source, displacement, column, row, channel));
+            }
+        }
+    }
+    return result;
+}
+
+/// The same by one of the ways, into a buffer of just the size that it may use.
+Bytes run(Interpolator interpolate, const Source& source, const Displacement& displacement,
+          const PixelBox& part) {
+    const std::ptrdiff_t pitch = Internal::getInterpolatedPitch(source.view, part);
+    const std::ptrdiff_t length = std::ptrdiff_t{part.right - part.left} * source.view.bytesPerPixel;
+    Bytes buffer(static_cast<std::size_t>(pitch * (part.bottom - part.top)));
+    interpolate(source.view, displacement, part, buffer.data());
+    Bytes result;
+    for (auto row = buffer.begin(); row != buffer.end(); row += pitch) {
+        result.insert(result.end(), row, row + length);
+    }
+    return result;
+}
+
+void expectAllToFollowTheDefinition(const Source& source, const Displacement& displacement,
+                                    const PixelBox& part) {
+    const Bytes expected = interpolateByDefinition(source, displacement, part);
+    for (const Interpolator interpolate : listInterpolators()) {
+        ASSERT_EQ(run(interpolate, source, displacement, part), expected)
+            << source.view.width << " * " << source.view.rows << ", " << source.view.bytesPerPixel
+            << " bytes each; " << displacement.ofRight << ", " << displacement.ofBottom << "; from "
+            << part.left << ", " << part.top;
+    }
+}
+
+PixelBox getWhole(const BitmapView& bitmap) {
+    return {0, 0, bitmap.width + 1, bitmap.rows + 1};
+}
+
+TEST(Interpolation, FollowsItsDefinitionForEveryDisplacement) {
+    std::mt19937 random(5);
+    const Source source(random, 11, 3, 1);
+    for (unsigned int ofRight = 0; ofRight < 128; ++ofRight) {
+        for (unsigned int ofBottom = 0; ofBottom < 128; ++ofBottom) {
+            ASSERT_NO_FATAL_FAILURE(
+                expectAllToFollowTheDefinition(source, {0, 0, ofRight, ofBottom}, getWhole(source.view)));
+        }
+    }
+}
+
+TEST(Interpolation, FollowsItsDefinitionForEveryWidth) {
+    std::mt19937 random(6);
+    for (const int bytesPerPixel : {1, 4}) {
+        for (int width = 1; width <= 40; ++width) {
+            const Source source(random, width, 4, bytesPerPixel);
+            for (const Displacement& displacement :
+                 {Displacement{0, 0, 64, 0}, Displacement{0, 0, 0, 64}, Displacement{0, 0, 1, 127}}) {
+                ASSERT_NO_FATAL_FAILURE(
+                    expectAllToFollowTheDefinition(source, displacement, getWhole(source.view)));
+            }
+        }
+    }
+}
+
+TEST(Interpolation, KeepsFullCoverageFull) {
+    const Bytes full(20 * 3, 255);
+    const BitmapView bitmap{full.data(), 20, 20, 3, 1};
+    for (const Interpolator interpolate : listInterpolators()) {
+        for (unsigned int share = 0; share < 128; ++share) {
+            Bytes inside(24 * 2);
+            interpolate(bitmap, {0, 0, share, 127 - share}, {1, 1, 20, 3}, inside.data());
+            ASSERT_TRUE(std::all_of(inside.begin(), inside.begin() + 19, [](int byte) {
+                return byte == 255;
+            })) << share;
+        }
+    }
+}
+
+TEST(Interpolation, FollowsItsDefinitionInEveryPart) {
+    std::mt19937 random(7);
+    for (const int bytesPerPixel : {1, 4}) {
+        for (const int width : {1, 3, 7, 8, 9, 20}) {
+            const Source source(random, width, 3, bytesPerPixel);
+            for (int left = 0; left <= width; ++left) {
+                for (int right = left + 1; right <= width + 1; ++right) {
+                    const int top = left % 4;
+                    ASSERT_NO_FATAL_FAILURE(
+                        expectAllToFollowTheDefinition(source, {0, 0, 37, 90}, {left, top, right, 4}));
+                    ASSERT_NO_FATAL_FAILURE(
+                        expectAllToFollowTheDefinition(source, {0, 0, 37, 0}, {left, top, right, top + 1}));
+                }
+            }
+        }
+    }
+}
+
+TEST(Interpolation, TakesTheGreatestWidthThereIs) {
+    std::mt19937 random(8);
+    for (const int bytesPerPixel : {1, 4}) {
+        const Source source(random, Internal::maxInterpolatedWidth - 1, 2, bytesPerPixel);
+        expectAllToFollowTheDefinition(source, {0, 0, 99, 3}, getWhole(source.view));
+    }
+}
+
+TEST(Interpolation, WritesNothingBehindTheLastGroup) {
+    std::mt19937 random(9);
+    for (const Interpolator interpolate : listInterpolators()) {
+        for (int width = 1; width <= 24; ++width) {
+            const Source source(random, width, 2, 1);
+            const PixelBox whole = getWhole(source.view);
+            const std::ptrdiff_t size =
+                std::ptrdiff_t{3} * Internal::getInterpolatedPitch(source.view, whole);
+            Bytes buffer(static_cast<std::size_t>(size) + 16, 0x5A);
+            interpolate(source.view, {0, 0, 50, 60}, whole, buffer.data() + 8);
+            const auto isIntact = [](int byte) { return byte == 0x5A; };
+            ASSERT_TRUE(std::all_of(buffer.begin(), buffer.begin() + 8, isIntact)) << width;
+            ASSERT_TRUE(std::all_of(buffer.end() - 8, buffer.end(), isIntact)) << width;
+        }
+    }
+}
+
+} // namespace
+
+} // namespace Vell::CairoAdapter::Testing
