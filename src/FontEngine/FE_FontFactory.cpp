@@ -14,6 +14,18 @@ namespace Vell::FontEngine {
 
 using Lock = std::lock_guard<std::recursive_mutex>;
 
+namespace {
+
+template <class Cache>
+CacheFigures getFigures(const Cache& cache, std::recursive_mutex& mutex) {
+    const Lock lock(mutex);
+    return {
+        cache.size(),         cache.getEffectiveSizeInBytes(), cache.getEvictedCount(),  cache.getHitCount(),
+        cache.getMissCount(), cache.getMaxEntries(),           cache.getMaxSizeInBytes()};
+}
+
+} // namespace
+
 CheckedPtrImpl<FontFactory, false>
 FontFactory::create(CheckedPtrImpl<const FontLoaders::FontLoader, false> loader,
                     const std::string& defaultFaceName) {
@@ -34,6 +46,12 @@ FontFactory::FontFactory(CheckedPtrImpl<const FontLoaders::FontLoader, false> lo
     , _defaultFaceName(defaultFaceName) {}
 
 FontFactory::~FontFactory() = default;
+
+FactoryCacheFigures FontFactory::getCacheFigures() const {
+    return {getFigures(_faceBytesCache, _faceBytesMutex), getFigures(_faceCache, _faceMutex),
+            getFigures(_bitmapCache, _bitmapMutex), getFigures(_imageCache, _imageMutex),
+            getFigures(_outlineCache, _outlineMutex)};
+}
 
 void FontFactory::flush() {
     // What depends on something goes before it: glyphs, then their faces, then the faces' files.

@@ -2,6 +2,7 @@
 
 #include <FontEngine/FE_BitmapGlyphImage.h>
 #include <FontEngine/FE_BitmapGlyphInfo.h>
+#include <FontEngine/FE_CacheFigures.h>
 #include <FontEngine/FE_ColoredBitmapGlyphInfo.h>
 #include <FontEngine/FE_FaceData.h>
 #include <FontEngine/FE_Font.h>
@@ -138,6 +139,10 @@ public:
     const std::shared_ptr<const Gfx::Path>& getOutlineGlyphPath(const GlyphInfo& info,
                                                                 CheckedPtrImpl<const FontFace, false> face,
                                                                 Gfx::Painter& painter) const;
+
+    /// What the caches hold and how they have served. Each is looked at under its own lock, one after the
+    /// other: the five belong to one moment only while nobody else uses the factory. Changes nothing.
+    FactoryCacheFigures getCacheFigures() const;
 
     /// Empties every cache and keeps the limits.
     void flush();

@@ -7,6 +7,7 @@
 #include <FontEngine/FE_BitmapGlyphInfo.h>
 #include <FontEngine/FE_BitmapGlyphPainter.h>
 #include <FontEngine/FE_BitmapGlyphRunPainter.h>
+#include <FontEngine/FE_CacheFigures.h>
 #include <FontEngine/FE_ColoredBitmapGlyphInfo.h>
 #include <FontEngine/FE_Exceptions.h>
 #include <FontEngine/FE_ExtFontInfo.h>

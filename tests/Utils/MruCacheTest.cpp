@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <stdexcept>
 #include <string>
 #include <type_traits>
 
@@ -201,6 +202,33 @@ TEST(MruCache, ClearsEverythingButTheLimits) {
     EXPECT_EQ(held.use_count(), 1);
     EXPECT_EQ(cache.get(3), nullptr);
     EXPECT_NE(put(cache, 3, 10), nullptr);
+}
+
+TEST(MruCache, CountsWhatWasFoundAndWhatWasNot) {
+    Cache cache(2);
+    EXPECT_EQ(cache.getHitCount() + cache.getMissCount(), 0U);
+    cache.get(1);
+    put(cache, 1);
+    put(cache, 1); // neither finds nor misses
+    cache.get(1);
+    cache.get(1);
+    EXPECT_EQ(cache.getHitCount(), 2U);
+    EXPECT_EQ(cache.getMissCount(), 1U);
+    cache.getOrPut(2, [] { return Cache::DataNode(makeValue("two"), 0); });
+    cache.getOrPut(2, [] { return Cache::DataNode(makeValue("two"), 0); });
+    EXPECT_EQ(cache.getHitCount(), 3U);
+    EXPECT_EQ(cache.getMissCount(), 2U);
+    cache.clear();
+    EXPECT_EQ(cache.getHitCount(), 0U);
+    EXPECT_EQ(cache.getMissCount(), 0U);
+}
+
+TEST(MruCache, CountsAMissWhoseValueCouldNotBeMade) {
+    Cache cache;
+    const auto fail = []() -> Cache::DataNode { throw std::runtime_error("no value"); };
+    EXPECT_THROW(cache.getOrPut(1, fail), std::runtime_error);
+    EXPECT_EQ(cache.getMissCount(), 1U);
+    EXPECT_EQ(cache.getHitCount(), 0U);
 }
 
 TEST(MruCache, FindsOneEntryByTwoEqualObjects) {

@@ -57,6 +57,9 @@ public:
     std::uint64_t getEffectiveSizeInBytes() const { return _effectiveSizeInBytes; }
     /// How many entries the limits have pushed out since construction or clear.
     std::uint64_t getEvictedCount() const { return _evictedCount; }
+    /// How often `get` has found an entry since construction or clear, and how often it has not.
+    std::uint64_t getHitCount() const { return _hitCount; }
+    std::uint64_t getMissCount() const { return _missCount; }
     std::uint64_t getMaxEntries() const { return _maxEntries; }
     std::uint64_t getMaxSizeInBytes() const { return _maxSizeInBytes; }
 
@@ -65,8 +68,10 @@ public:
         const auto& index = _data.template get<byKey>();
         const auto found = index.find(key);
         if (found == index.end()) {
+            ++_missCount;
             return nullptr;
         }
+        ++_hitCount;
         moveToFront(_data.template project<byRecency>(found));
         return &found->second;
     }
@@ -107,6 +112,8 @@ public:
     void clear() {
         ++_changes.count;
         _evictedCount = 0;
+        _hitCount = 0;
+        _missCount = 0;
         try {
             Data ended;
             ended.swap(_data);
@@ -193,6 +200,8 @@ private:
     std::uint64_t _maxEntries;
     std::uint64_t _maxSizeInBytes;
     std::uint64_t _evictedCount = 0;
+    std::uint64_t _hitCount = 0;
+    std::uint64_t _missCount = 0;
     std::uint64_t _effectiveSizeInBytes = 0;
     Changes _changes;
 };
