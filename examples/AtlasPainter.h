@@ -8,12 +8,8 @@
 #include <stdexcept>
 #include <vector>
 
-/// A glyph's place in the texture.
-struct Place {
-    int x;
-    int y;
-    int width;
-    int height;
+struct Place { ///< of a glyph in the texture
+    int x, y, width, height;
     bool isColored; ///< finished colours, not coverage that takes the colour of the text
 };
 
@@ -25,8 +21,8 @@ struct Quad {
 
 /// Packs each bitmap that it has not seen yet into one texture, and records a quad for each glyph.
 ///
-/// It knows a bitmap by its address, which stays the bitmap's own while the factory caches it: always, if no
-/// limits are set. Under limits, take BitmapGlyph::getInfo from the runs that createGlyphRun makes.
+/// It knows a bitmap by its address, which stays its own while the factory caches it: always, if no limits
+/// are set. Under limits, take the keys (BitmapGlyph::getInfo) from the runs that createGlyphRun makes.
 class AtlasPainter : public Vell::FontEngine::BitmapGlyphPainter {
 public:
     static constexpr int side = 256; ///< of the texture, in pixels
@@ -36,9 +32,11 @@ public:
 
     void drawGlyph(const Vell::FontEngine::BitmapGlyphImage& image,
                    const cinder::Vec2<float>& position) override {
-        const auto found = places.find(image.buffer);
-        const Place place = found != places.end() ? found->second : places[image.buffer] = pack(image);
-        quads.push_back({place, position, _painter.getTransform()});
+        if (image.buffer != nullptr) { // a space has no pixels
+            const auto found = places.find(image.buffer);
+            const Place place = found != places.end() ? found->second : places[image.buffer] = pack(image);
+            quads.push_back({place, position, _painter.getTransform()});
+        }
     }
 
     Vell::CairoAdapter::SurfacePtr texture = Vell::CairoAdapter::makeImageSurface(side, side);
@@ -48,20 +46,21 @@ public:
 private:
     /// Puts the glyph behind the last one, or onto a new shelf; a pixel apart, so that a GPU may interpolate.
     Place pack(const Vell::FontEngine::BitmapGlyphImage& image) {
-        const bool isColored = image.pixelMode == FT_PIXEL_MODE_LCD;
-        Place place{_x, _y, static_cast<int>(image.width), static_cast<int>(image.rows), isColored};
+        Place place{_x, _y, int(image.width), int(image.rows), image.pixelMode == FT_PIXEL_MODE_LCD};
         if (_x + place.width >= side) {
             place.x = 1;
-            place.y += _shelfHeight + 1;
-            _shelfHeight = 0;
+            place.y = _nextShelf;
         }
         if (place.x + place.width >= side || place.y + place.height >= side) {
             throw std::runtime_error("the texture is full");
         }
+        if (!place.isColored && image.pixelMode != FT_PIXEL_MODE_GRAY) {
+            throw std::runtime_error("a bitmap font: its pixels are no bytes");
+        }
         copy(image, place);
         _x = place.x + place.width + 1;
         _y = place.y;
-        _shelfHeight = std::max(_shelfHeight, place.height);
+        _nextShelf = std::max(_nextShelf, place.y + place.height + 1);
         return place;
     }
 
@@ -73,11 +72,8 @@ private:
                     image.buffer[y * image.pitch + (place.isColored ? byte : byte / 4)];
             }
         }
-        cairo_surface_mark_dirty(texture.get());
     }
 
     const Vell::Gfx::Painter& _painter;
-    int _x = 1;
-    int _y = 1;
-    int _shelfHeight = 0;
+    int _x = 1, _y = 1, _nextShelf = 1;
 };

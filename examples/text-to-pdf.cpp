@@ -38,8 +38,9 @@ void writeDocument(const std::string& text, const std::string& file) {
         painter.setColor({static_cast<unsigned char>(255.0F * turn), 60, 160, 255});
         painter.pushTransform();
         painter.rotate(turn * 6.2831853F);
-        painter.translate({60.0F, font->getCapHeight() / 2.0F * 0.4F}); // its middle on the ray
-        painter.scale({0.4F, 0.4F});                                    // the same outlines at every size
+        painter.translate({60.0F, 0.0F});
+        painter.scale({0.4F, 0.4F}); // the same outlines at every size
+        painter.translate({0.0F, (font->getAscent() - font->getDescent()) / 2.0F}); // the ray is its middle
         textPainter.drawText(text, style, *font);
         painter.popTransform();
     }

@@ -55,6 +55,7 @@ void writePictures(const std::string& text, const char* textureFile, const char*
     AtlasPainter atlas(painter);
     painter.translate({10.0F, 4.0F});
     recordText(text, *factory, painter, atlas);
+    cairo_surface_mark_dirty(atlas.texture.get()); // a GPU would get the texture here
     for (const Quad& quad : atlas.quads) {
         drawQuad(painter.getContext(), atlas.texture.get(), quad);
     }

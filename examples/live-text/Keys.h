@@ -5,6 +5,16 @@
 #include <SDL_keycode.h>
 
 #include <algorithm>
+#include <string>
+
+/// Takes away the last byte, and those before it until a whole UTF-8 character is gone.
+inline void removeLastCharacter(std::string& text) {
+    bool isInside = true;
+    while (isInside && !text.empty()) {
+        isInside = (static_cast<unsigned char>(text.back()) & 0xC0U) == 0x80U;
+        text.pop_back();
+    }
+}
 
 /// Changes the view as the key says: Up and Down zoom, Left and Right turn, Page Up and Page Down change the
 /// device pixel ratio, Tab switches between bitmaps and outlines, Backspace takes the last character away.
@@ -32,7 +42,7 @@ inline void pressKey(SDL_Keycode key, TextView& view) {
         view.isVector = !view.isVector;
         break;
     case SDLK_BACKSPACE:
-        view.removeLastCharacter();
+        removeLastCharacter(view.text);
         break;
     default:
         break;

@@ -25,8 +25,11 @@ void drawRaster(CairoAdapter::CairoPainter& painter, const FontEngine::FontFacto
 
 std::string describe(const char* name, const FontEngine::CacheFigures& figures) {
     std::ostringstream line;
-    line << name << ": " << figures.entries << " entries, " << figures.bytes << " bytes, " << figures.hits
-         << " hits, " << figures.misses << " misses, " << figures.evictions << " evictions";
+    line << name << ": " << figures.entries << " entries, " << figures.hits << " hits, " << figures.misses
+         << " misses, " << figures.evictions << " evictions";
+    if (figures.maxBytes != 0) {
+        line << ", " << figures.bytes << " of " << figures.maxBytes << " bytes";
+    }
     return line.str();
 }
 
@@ -35,7 +38,7 @@ std::string describe(const char* name, const FontEngine::CacheFigures& figures) 
 TextView::TextView()
     : _factory(FontEngine::FontFactory::create("DejaVu Sans"))
     , _figuresFactory(FontEngine::FontFactory::create("DejaVu Sans")) {
-    _factory->reset(16, 1024 * 1024); // a small budget, so that zooming makes evictions
+    _factory->reset(16, 64 * 1024); // so small that zooming makes evictions
 }
 
 void TextView::draw(cairo_surface_t* surface) const {
@@ -46,14 +49,6 @@ void TextView::draw(cairo_surface_t* surface) const {
     drawText(painter);
     CairoAdapter::CairoPainter figuresPainter(surface);
     drawFigures(figuresPainter, static_cast<float>(cairo_image_surface_get_height(surface)));
-}
-
-void TextView::removeLastCharacter() {
-    const auto isInside = [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U; };
-    while (!text.empty() && isInside(text.back())) {
-        text.pop_back();
-    }
-    text.resize(text.size() - (text.empty() ? 0U : 1U));
 }
 
 void TextView::drawText(CairoAdapter::CairoPainter& painter) const {

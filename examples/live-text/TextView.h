@@ -11,7 +11,6 @@ public:
     TextView();
 
     void draw(cairo_surface_t* surface) const;
-    void removeLastCharacter();
 
     std::string text;
     float zoom = 1.0F;
