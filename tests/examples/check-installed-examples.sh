@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Installs a build into a prefix of its own, builds a copy of the examples against it and runs one of them.
+# Installs a build into a prefix of its own, and builds and runs two copied examples against it.
 #
 #   check-installed-examples.sh BUILD_DIR CXX_COMPILER
 set -euo pipefail
@@ -13,6 +13,6 @@ cmake --install "$build" --prefix "$scratch/prefix" >"$scratch/install.log"
 cp -r "$examples" "$scratch/sources"
 cmake -S "$scratch/sources" -B "$scratch/built" -G Ninja -DCMAKE_CXX_COMPILER="$compiler" \
   -DCMAKE_PREFIX_PATH="$scratch/prefix" -DCMAKE_CXX_FLAGS="-Wall -Wextra -Wpedantic -Werror"
-cmake --build "$scratch/built"
-(cd "$scratch" && built/string-to-png "Installed")
-[ -s "$scratch/string-to-png.png" ]
+cmake --build "$scratch/built" --target example-string-to-png example-texture-atlas
+(cd "$scratch" && built/string-to-png && built/texture-atlas)
+[ -s "$scratch/string-to-png.png" ] && [ -s "$scratch/texture-atlas.png" ]

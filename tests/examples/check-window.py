@@ -9,7 +9,7 @@ import subprocess
 import sys
 import time
 
-PATIENCE = 20  # seconds, on a busy machine
+PATIENCE = 60  # seconds, on a busy machine
 FIGURES_TOP = 300  # the text stays above, the figures of the caches below
 WHITE = 0xFFFFFF
 
