@@ -19,10 +19,10 @@ struct Quad {
     cinder::MatrixAffine2<float> transform;
 };
 
-/// Packs each bitmap that it has not seen yet into one texture, and records a quad for each glyph.
-///
-/// It knows a bitmap by its address, which stays its own while the factory caches it: always, if no limits
-/// are set. Under limits, take the keys (BitmapGlyph::getInfo) from the runs that createGlyphRun makes.
+/// Packs each bitmap that it has not seen yet into one texture, and records a quad for each glyph. A glyph
+/// has a bitmap for each fraction of a pixel that it may start at. A bitmap is known by its address, its own
+/// while the factory caches it: always, if no limits are set. Under limits, take the keys
+/// (BitmapGlyph::getInfo) from the runs that createGlyphRun makes.
 class AtlasPainter : public Vell::FontEngine::BitmapGlyphPainter {
 public:
     static constexpr int side = 256; ///< of the texture, in pixels
