@@ -68,8 +68,8 @@ void writePictures(const std::string& text, const char* textureFile, const char*
 
 int main(int argc, char** argv) {
     try {
-        writePictures(argc > 1 ? argv[1] : "Packed once, drawn often",
-                      argc > 2 ? argv[2] : "texture.png", argc > 3 ? argv[3] : "texture-atlas.png");
+        writePictures(argc > 1 ? argv[1] : "Packed once, drawn often", argc > 2 ? argv[2] : "texture.png",
+                      argc > 3 ? argv[3] : "texture-atlas.png");
     } catch (const std::exception& error) {
         std::cerr << "texture-atlas: " << error.what() << '\n';
         return 1;
