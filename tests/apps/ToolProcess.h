@@ -2,46 +2,20 @@
 
 #include "TemporaryFolder.h"
 
-#include <sys/wait.h>
+#include <support/Process.h>
 
-#include <cstdlib>
 #include <string>
 #include <vector>
 
 namespace Vell::Tool::Testing {
 
-struct ProcessResult {
-    int status;
-    std::string out;
-    std::string err;
-};
-
-inline std::string quote(const std::string& argument) {
-    std::string quoted = "'";
-    for (const char c : argument) {
-        quoted += c == '\'' ? std::string("'\\''") : std::string(1, c);
-    }
-    return quoted + "'";
-}
-
-/// Runs a command line of the shell and returns its exit status.
-inline int runShell(const std::string& command) {
-    const int status = std::system(command.c_str());
-    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-}
+using Vell::Testing::ProcessResult;
+using Vell::Testing::quote;
+using Vell::Testing::runShell;
 
 /// Runs the built tool with the bytes on its standard input.
 inline ProcessResult runTool(const std::vector<std::string>& arguments, const std::string& input = "") {
-    const TemporaryFolder folder;
-    writeBytes(folder.getPath("in"), input);
-    std::string command = quote(FONTENGINE_TOOL);
-    for (const std::string& argument : arguments) {
-        command += " " + quote(argument);
-    }
-    command += " <" + quote(folder.getPath("in")) + " >" + quote(folder.getPath("out")) + " 2>" +
-               quote(folder.getPath("err"));
-    const int status = runShell(command);
-    return {status, readBytes(folder.getPath("out")), readBytes(folder.getPath("err"))};
+    return Vell::Testing::runProgram(FONTENGINE_TOOL, arguments, input);
 }
 
 } // namespace Vell::Tool::Testing

@@ -4,10 +4,10 @@
     check-includes.py ROOT
 
 The libraries stand on each other: cinder, Utils, Gfx, FontLoaders, FontEngine, CairoAdapter, then the applications
-and, on top, the tests. A file includes headers of its own layer and of those below. Headers in a folder `Private`
-belong to their library, unless its CMakeLists.txt lists them among its HEADERS; all other headers are public: they
-must be listed, must be reachable from the umbrella header of their library, and may include only public headers.
-Tests may include everything.
+and the examples and, on top, the tests. A file includes headers of its own layer and of those below. Headers in a
+folder `Private` belong to their library, unless its CMakeLists.txt lists them among its HEADERS; all other headers are
+public: they must be listed, must be reachable from the umbrella header of their library, and may include only public
+headers. Tests may include everything.
 """
 import re
 import sys
@@ -40,7 +40,7 @@ class House:
 
     def list_sources(self):
         """(path, layer number) of every file with includes that the rules are for."""
-        for folder, layer in [("src", None), ("apps", APPLICATIONS)]:
+        for folder, layer in [("src", None), ("apps", APPLICATIONS), ("examples", APPLICATIONS)]:
             for path in sorted((self.root / folder).rglob("*")):
                 if path.suffix in (".h", ".cpp"):
                     yield path, LAYERS.index(path.relative_to(self.src).parts[0]) if layer is None else layer

@@ -1,0 +1,78 @@
+// Fonts that the application brings along: a loader over bytes in memory, here of files named on the command
+// line. The fonts installed on the machine are never looked at.
+//
+//     fonts-from-memory REGULAR.ttf BOLD.ttf [FILE.png]
+
+#include <CairoAdapter/CairoAdapter.h>
+#include <FontEngine/FontEngine.h>
+
+#include <fstream>
+#include <iostream>
+#include <iterator>
+#include <stdexcept>
+
+using namespace Vell;
+
+namespace {
+
+using Bytes = std::shared_ptr<const std::vector<unsigned char>>;
+constexpr const char* family = "Own";
+
+Bytes readBytes(const std::string& path) {
+    std::ifstream stream(path, std::ios::binary);
+    if (!stream) {
+        throw std::runtime_error("cannot read " + path);
+    }
+    using Iterator = std::istreambuf_iterator<char>;
+    return std::make_shared<const std::vector<unsigned char>>(Iterator(stream), Iterator());
+}
+
+/// One family in two styles. The styles that it lacks are synthesised from these: italic text is slanted.
+class MemoryLoader : public FontLoaders::FontLoader {
+public:
+    MemoryLoader(const std::string& regular, const std::string& bold)
+        : _regular(readBytes(regular))
+        , _bold(readBytes(bold)) {}
+
+    Bytes loadFont(const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& face) const override {
+        return face->getName() == family ? loadDefaultFont(face->isBold(), face->isItalic()) : nullptr;
+    }
+    Bytes loadDefaultFont(bool bold, bool italic) const override {
+        return italic ? nullptr : bold ? _bold : _regular;
+    }
+    std::string getFamilyNameForRange(unsigned int) const override { return {}; } // no fallback fonts
+
+private:
+    Bytes _regular, _bold;
+};
+
+void drawPicture(const CheckedPtrImpl<const FontLoaders::FontLoader, false>& loader, const char* file) {
+    const auto factory = FontEngine::FontFactory::create(loader, family);
+    const auto surface = CairoAdapter::makeImageSurface(400, 160);
+    CairoAdapter::CairoPainter painter(surface.get());
+    CairoAdapter::CairoGlyphPainter glyphPainter(painter, painter.getColor());
+    for (const bool isBold : {false, true}) {
+        const auto face = makeNNPtr<const FontEngine::Internal::FontFaceInfo>(family, isBold, false);
+        const auto info =
+            makeNNPtr<const FontEngine::Internal::FontInfo>(face, 50.0F, Gfx::TextPositionType::Normal);
+        const auto style = makeNNPtr<const FontEngine::Internal::ExtFontInfo>(info);
+        painter.translate({isBold ? 0.0F : 10.0F, 60.0F});
+        FontEngine::RasterTextPainter(painter, glyphPainter, false)
+            .drawText("ABBA", style, factory->getFont(info), painter.getColor(), 1.0F);
+    }
+    CairoAdapter::throwIfFailed(cairo_surface_write_to_png(surface.get(), file));
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    try {
+        if (argc < 3) {
+            throw std::runtime_error("needs the files of a regular and of a bold font");
+        }
+        drawPicture(makeNNPtr<MemoryLoader>(argv[1], argv[2]), argc > 3 ? argv[3] : "fonts-from-memory.png");
+    } catch (const std::exception& error) {
+        std::cerr << "fonts-from-memory: " << error.what() << '\n';
+        return 1;
+    }
+}

@@ -1,0 +1,55 @@
+// A string as a picture: the shortest way from words to pixels. The picture is as large as the text.
+//
+//     string-to-png [TEXT [FILE.png]]
+
+#include <CairoAdapter/CairoAdapter.h>
+#include <FontEngine/FontEngine.h>
+
+#include <cmath>
+#include <exception>
+#include <iostream>
+#include <string>
+
+using namespace Vell;
+
+namespace {
+
+constexpr float margin = 12.0F;
+constexpr cinder::ColorAT<unsigned char> ink(20, 60, 160, 255);
+
+void drawPicture(const std::string& text, const std::string& file) {
+    // A factory holds all caches: make one and keep it as long as there is text to draw.
+    const auto factory = FontEngine::FontFactory::create("DejaVu Sans");
+    const auto face = makeNNPtr<const FontEngine::Internal::FontFaceInfo>("DejaVu Serif", false, true);
+    const auto info =
+        makeNNPtr<const FontEngine::Internal::FontInfo>(face, 48.0F, Gfx::TextPositionType::Normal);
+    const auto style = makeNNPtr<const FontEngine::Internal::ExtFontInfo>(info);
+    const auto font = factory->getFontMetrics(info);
+
+    const float width = font->getTextWidth(text, style);
+    const auto surface =
+        CairoAdapter::makeImageSurface(static_cast<int>(std::ceil(width + 2.0F * margin)),
+                                       static_cast<int>(std::ceil(font->getHeight() + 2.0F * margin)));
+    CairoAdapter::CairoPainter painter(surface.get());
+    CairoAdapter::CairoGlyphPainter glyphPainter(painter, ink);
+    cairo_set_source_rgb(painter.getContext(), 1.0, 1.0, 1.0);
+    cairo_paint(painter.getContext());
+
+    // Text starts on its base line. On a whole pixel it is at its sharpest.
+    painter.translate({margin, std::round(margin + font->getAscent())});
+    FontEngine::RasterTextPainter(painter, glyphPainter, false).drawText(text, style, *font, ink, 1.0F);
+
+    CairoAdapter::throwIfFailed(cairo_surface_write_to_png(surface.get(), file.c_str()));
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    try {
+        drawPicture(argc > 1 ? argv[1] : "Hello, text", argc > 2 ? argv[2] : "string-to-png.png");
+        return 0;
+    } catch (const std::exception& error) {
+        std::cerr << "string-to-png: " << error.what() << '\n';
+        return 1;
+    }
+}

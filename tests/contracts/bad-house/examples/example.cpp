@@ -1,0 +1,2 @@
+#include <Gfx/Gfx.h>
+#include <Gfx/Private/Detail.h>

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <support/Process.h>
+
+#include <FontEngine/FontEngine.h>
+
+#include <string>
+#include <vector>
+
+namespace Vell::Examples::Testing {
+
+/// Runs a built example.
+inline Vell::Testing::ProcessResult runExample(const std::string& name,
+                                               const std::vector<std::string>& arguments) {
+    return Vell::Testing::runProgram(FONTENGINE_EXAMPLES_FOLDER "/" + name, arguments);
+}
+
+/// An installed font, as the examples describe theirs.
+struct InstalledFont {
+    InstalledFont(const std::string& family, bool isBold, bool isItalic, float size)
+        : style(makeNNPtr<const FontEngine::Internal::ExtFontInfo>(
+              makeNNPtr<const FontEngine::Internal::FontInfo>(
+                  makeNNPtr<const FontEngine::Internal::FontFaceInfo>(family, isBold, isItalic), size,
+                  Gfx::TextPositionType::Normal)))
+        , metrics(factory->getFontMetrics(style->getFontInfo())) {}
+
+    float measure(const std::string& text) const { return metrics->getTextWidth(text, style); }
+
+    CheckedPtrImpl<FontEngine::FontFactory, false> factory = FontEngine::FontFactory::create("DejaVu Sans");
+    CheckedPtrImpl<const Gfx::ExtFontInfo, false> style;
+    CheckedPtrImpl<const Gfx::FontMetrics, false> metrics;
+};
+
+} // namespace Vell::Examples::Testing
