@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <cstdint>
+#include <cstring>
 #include <vector>
 
 namespace Vell::Docs {
@@ -49,8 +51,11 @@ private:
             return row[x];
         case FT_PIXEL_MODE_MONO: // one bit a pixel, the leftmost in the highest bit
             return (row[x / 8] & 0x80U >> x % 8) != 0 ? 255 : 0;
-        case FT_PIXEL_MODE_LCD: // colours, four bytes a pixel: what is not transparent is ink
-            return row[4 * x + 3];
+        case FT_PIXEL_MODE_LCD: { // colours, 0xAARRGGBB a pixel: what is not transparent is ink
+            std::uint32_t pixel = 0;
+            std::memcpy(&pixel, row + sizeof(pixel) * x, sizeof(pixel));
+            return static_cast<unsigned char>(pixel >> 24U);
+        }
         default:
             return 0;
         }

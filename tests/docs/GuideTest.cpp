@@ -78,6 +78,18 @@ TEST_F(Guide, DrawsBitmapsThroughAGlyphPainter) {
     EXPECT_EQ(canvas.getPixel(4 + 2, 20), 0);
 }
 
+TEST_F(Guide, DrawsUnderscoresThatAreColouredAlready) {
+    const auto factory = FontFactory::create(loader, "House Sans");
+    const auto info = makeNNPtr<const FontInfo>(makeNNPtr<const FontFaceInfo>("House Sans", false, false),
+                                                20.0F, Gfx::TextPositionType::Normal);
+    SvgPainter painter;
+    CoverageCanvas canvas(painter, 40, 30);
+    painter.translate({4.0F, 20.0F});
+    FontEngine::RasterTextPainter(painter, canvas, false)
+        .drawText("_", makeNNPtr<const ExtFontInfo>(info), factory->getFont(info), {0, 0, 0, 255}, 1.0F);
+    EXPECT_GE(countInk(canvas), 9 * 14); // the symbol for missing glyphs, 10 wide, its last pixel left out
+}
+
 TEST_F(Guide, DrawsOutlinesThroughAPainter) {
     const auto factory = FontFactory::create(loader, "House Sans");
     const auto info = makeNNPtr<const FontInfo>(makeNNPtr<const FontFaceInfo>("House Sans", false, false),

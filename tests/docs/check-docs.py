@@ -64,7 +64,11 @@ def read_region(root, path, region):
 
 
 def check_code(root, document):
-    for block in CODE.finditer(document.read_text(encoding="utf-8")):
+    text = document.read_text(encoding="utf-8")
+    blocks = list(CODE.finditer(text))
+    if text.count("```cpp") != len(blocks) or len(re.findall("^<!-- from ", text, re.MULTILINE)) > len(blocks):
+        yield f"{document.relative_to(root)} has a block of C++, or a comment for one, that cannot be read"
+    for block in blocks:
         first = block["code"].split("\n", 1)[0]
         where = f"{document.relative_to(root)}, the block '{first}'"
         if block["path"] is None:
@@ -80,7 +84,10 @@ def check_code(root, document):
 def update_code(root, document):
     def renew(block):
         code = block["path"] and read_region(root, block["path"], block["region"])
-        return block[0].replace(block["code"], code) if code else block[0]
+        if not code:
+            return block[0]
+        start, end = (position - block.start() for position in block.span("code"))
+        return block[0][:start] + code + block[0][end:]
 
     document.write_text(CODE.sub(renew, document.read_text(encoding="utf-8")), encoding="utf-8")
 
