@@ -24,8 +24,8 @@ step_dev() { # every test, and each public header by itself
 }
 
 step_docs() { # the documents are right and Doxygen warns about nothing; dev does so, too
-  build dev --target guide_tests hello cache_table
-  ctest --preset dev -R '^(Docs|Guide|Surprises)\.|HouseIsDrawn' --no-tests=error
+  build dev --target guide_tests cairo_guide_tests hello cache_table
+  ctest --preset dev -R '^(Docs|Guide|CairoGuide|Surprises)\.|HouseIsDrawn' --no-tests=error
   scripts/build-docs
 }
 
