@@ -2,7 +2,8 @@
 # Proves the repository: installs what is missing, then builds and tests it in every way that matters.
 #
 #   ./test.sh              everything
-#   ./test.sh dev asan     only these steps: format, dev, clang, clang_tests, asan, tsan, fuzz, bench
+#   ./test.sh dev asan     only these steps: format, dev, docs, clang, clang_tests, asan, tsan,
+#                          fuzz, bench
 set -euo pipefail
 cd "$(dirname "$0")"
 
@@ -20,6 +21,12 @@ step_format() { # sources are formatted as .clang-format says
 step_dev() { # every test, and each public header by itself
   build dev --target all all_verify_interface_header_sets
   ctest --preset dev
+}
+
+step_docs() { # the documents are right and Doxygen warns about nothing; dev does so, too
+  build dev --target guide_tests cairo_guide_tests hello cache_table
+  ctest --preset dev -R '^(Docs|Guide|CairoGuide|Surprises)\.|HouseIsDrawn' --no-tests=error
+  scripts/build-docs
 }
 
 step_clang() { # the other compiler finds nothing to warn about in what is installed

@@ -1,0 +1,48 @@
+"""The house of libraries: which there are, from the ground up, and who includes whom in the sources."""
+import re
+from pathlib import Path
+
+LAYERS = ["cinder", "Utils", "Gfx", "FontLoaders", "FontEngine", "CairoAdapter"]
+APPLICATIONS = len(LAYERS)
+INCLUDE = re.compile(r'^\s*#\s*include\s*[<"]([^>"]+)[>"]', re.MULTILINE)
+# Lists cinder's headers, which have no library of their own.
+LISTING_LIBRARY = {"cinder": "Utils"}
+
+
+class House:
+    def __init__(self, root):
+        self.root = root
+        self.src = root / "src"
+        self.listed = {header for layer in LAYERS for header in self._read_listed(layer)}
+
+    def _read_listed(self, layer):
+        """The headers that the library's CMakeLists.txt installs, by the path that they are included by."""
+        lists = self.src / layer / "CMakeLists.txt"
+        if not lists.exists():
+            return []
+        section = re.search(r"\bHEADERS\b([^)]*)\)", lists.read_text(encoding="utf-8"))
+        names = section.group(1).split() if section else []
+        return [(lists.parent / name).resolve().relative_to(self.src.resolve()).as_posix() for name in names]
+
+    def is_public(self, header):
+        return header in self.listed or "Private" not in Path(header).parts
+
+    def list_sources(self):
+        """(path, layer number) of every file with includes that the rules are for."""
+        for folder, layer in [("src", None), ("apps", APPLICATIONS), ("examples", APPLICATIONS)]:
+            for path in sorted((self.root / folder).rglob("*")):
+                if path.suffix in (".h", ".cpp"):
+                    yield path, LAYERS.index(path.relative_to(self.src).parts[0]) if layer is None else layer
+
+    def list_includes(self, path):
+        """The house's headers that a file includes, by their path from src."""
+        for name in INCLUDE.findall(path.read_text(encoding="utf-8")):
+            beside = (path.parent / name).resolve()
+            if beside.exists() and beside.is_relative_to(self.src.resolve()):
+                yield beside.relative_to(self.src.resolve()).as_posix()
+            elif name.split("/")[0] in LAYERS:
+                yield name
+
+
+def get_layer(header):
+    return LAYERS.index(header.split("/")[0])

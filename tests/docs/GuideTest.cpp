@@ -1,0 +1,134 @@
+// The code of docs/guide.md, as it is printed there, and what it does.
+
+#include "CoverageCanvas.h"
+#include "MemoryFontLoader.h"
+#include "SvgPainter.h"
+
+#include <support/FontBuilder.h>
+
+#include <gtest/gtest.h>
+
+namespace Vell::Docs {
+
+namespace {
+
+using FontEngine::Font;
+using FontEngine::FontFactory;
+using FontEngine::Internal::ExtFontInfo;
+using FontEngine::Internal::FontFaceInfo;
+using FontEngine::Internal::FontInfo;
+
+/// 1000 units an em. A: 600 wide with a box of 100..500 x 0..700.
+std::vector<unsigned char> makeFontFile(unsigned int code) {
+    Testing::FontBuilder font("House Sans");
+    font.setNotdef(Testing::makeBoxGlyph(500, 0, 0, 500, 700));
+    font.map(code, font.addGlyph(Testing::makeBoxGlyph(600, 100, 0, 500, 700)));
+    return font.build();
+}
+
+struct Guide : testing::Test {
+    void SetUp() override {
+        loader->add("House Sans", false, false, makeFontFile('A'));
+        loader->add("House Greek", false, false, makeFontFile(alpha));
+        loader->serveRange(alpha, "House Greek");
+    }
+
+    static constexpr unsigned int alpha = 0x3B1;
+    std::shared_ptr<MemoryFontLoader> loader = std::make_shared<MemoryFontLoader>("House Sans");
+};
+
+int countInk(const CoverageCanvas& canvas) {
+    int ink = 0;
+    for (int y = 0; y < canvas.getHeight(); ++y) {
+        for (int x = 0; x < canvas.getWidth(); ++x) {
+            ink += canvas.getPixel(x, y) == 255 ? 1 : 0;
+        }
+    }
+    return ink;
+}
+
+} // namespace
+
+TEST_F(Guide, DescribesAFontAndMeasuresALine) {
+    //! [describe]
+    const auto factory = FontFactory::create(loader, "House Sans");
+    const auto face = makeNNPtr<const FontFaceInfo>("House Sans", false, false);
+    const auto info = makeNNPtr<const FontInfo>(face, 20.0F, Gfx::TextPositionType::Normal);
+    const auto style = makeNNPtr<const ExtFontInfo>(info, 0.5F); // half a unit between characters
+    const Font font = factory->getFont(info);
+    const float width = font.getTextWidth("AA", style);
+    //! [describe]
+    EXPECT_FLOAT_EQ(width, 2 * (12.0F + 0.5F));
+}
+
+TEST_F(Guide, DrawsBitmapsThroughAGlyphPainter) {
+    const auto factory = FontFactory::create(loader, "House Sans");
+    const auto info = makeNNPtr<const FontInfo>(makeNNPtr<const FontFaceInfo>("House Sans", false, false),
+                                                20.0F, Gfx::TextPositionType::Normal);
+    const auto style = makeNNPtr<const ExtFontInfo>(info);
+    const Font font = factory->getFont(info);
+    //! [raster]
+    SvgPainter painter;
+    CoverageCanvas canvas(painter, 40, 30);
+    painter.translate({4.0F, 20.0F});
+    FontEngine::RasterTextPainter(painter, canvas, false).drawText("AA", style, font, {0, 0, 0, 255}, 1.0F);
+    //! [raster]
+    EXPECT_EQ(countInk(canvas), 2 * 8 * 14);
+    EXPECT_EQ(canvas.getPixel(4 + 2, 19), 255);
+    EXPECT_EQ(canvas.getPixel(4 + 2, 20), 0);
+}
+
+TEST_F(Guide, DrawsUnderscoresThatAreColouredAlready) {
+    const auto factory = FontFactory::create(loader, "House Sans");
+    const auto info = makeNNPtr<const FontInfo>(makeNNPtr<const FontFaceInfo>("House Sans", false, false),
+                                                20.0F, Gfx::TextPositionType::Normal);
+    SvgPainter painter;
+    CoverageCanvas canvas(painter, 40, 30);
+    painter.translate({4.0F, 20.0F});
+    FontEngine::RasterTextPainter(painter, canvas, false)
+        .drawText("_", makeNNPtr<const ExtFontInfo>(info), factory->getFont(info), {0, 0, 0, 255}, 1.0F);
+    EXPECT_GE(countInk(canvas), 9 * 14); // the symbol for missing glyphs, 10 wide, its last pixel left out
+}
+
+TEST_F(Guide, DrawsOutlinesThroughAPainter) {
+    const auto factory = FontFactory::create(loader, "House Sans");
+    const auto info = makeNNPtr<const FontInfo>(makeNNPtr<const FontFaceInfo>("House Sans", false, false),
+                                                20.0F, Gfx::TextPositionType::Normal);
+    const auto style = makeNNPtr<const ExtFontInfo>(info);
+    const Font font = factory->getFont(info);
+    //! [vector]
+    SvgPainter painter;
+    FontEngine::VectorTextPainter(painter).drawText("AA", style, font);
+    const std::string elements = painter.getElements();
+    //! [vector]
+    EXPECT_EQ(elements, "<path transform='matrix(0.02 0 0 0.02 0 0 )' "
+                        "d='M 100 0L 100 -700L 500 -700L 500 0L 100 0'/>\n"
+                        "<path transform='matrix(0.02 0 0 0.02 12 0 )' "
+                        "d='M 100 0L 100 -700L 500 -700L 500 0L 100 0'/>\n");
+}
+
+TEST_F(Guide, ServesARangeFromAnotherFamily) {
+    const auto factory = FontFactory::create(loader, "House Sans");
+    const auto info = makeNNPtr<const FontInfo>(makeNNPtr<const FontFaceInfo>("House Sans", false, false),
+                                                20.0F, Gfx::TextPositionType::Normal);
+    //! [fallback]
+    const std::shared_ptr<const Font> greek = factory->getDefaultFontForSymbol(0x3B1, info);
+    //! [fallback]
+    ASSERT_TRUE(greek);
+    EXPECT_EQ(greek->getFontInfo()->getFontFaceInfo()->getName(), "House Greek");
+}
+
+TEST_F(Guide, BoundsTheCaches) {
+    //! [budget]
+    const auto factory = FontFactory::create(loader, "House Sans");
+    factory->reset(64, 8UL << 20U); // 64 faces; 8 MiB of bitmaps and 8 MiB of coloured images
+    //! [budget]
+    //! [figures]
+    const FontEngine::CacheFigures bitmaps = factory->getCacheFigures().bitmaps;
+    const bool isTooSmall = bitmaps.evictions > bitmaps.hits / 100;
+    //! [figures]
+    EXPECT_EQ(bitmaps.maxBytes, 8U << 20U);
+    EXPECT_FALSE(isTooSmall);
+}
+
+} // namespace Vell::Docs

@@ -1,0 +1,54 @@
+#pragma once
+
+#include <FontLoaders/FontLoaders.h>
+
+#include <map>
+#include <memory>
+#include <string>
+#include <tuple>
+#include <utility>
+#include <vector>
+
+namespace Vell::Docs {
+
+//! [loader]
+/// Serves font files that a program carries in its memory. Nothing changes after the factory has it, so any
+/// number of threads may ask.
+class MemoryFontLoader : public FontLoaders::FontLoader {
+public:
+    using Bytes = std::shared_ptr<const std::vector<unsigned char>>;
+
+    explicit MemoryFontLoader(std::string defaultFamily)
+        : _defaultFamily(std::move(defaultFamily)) {}
+
+    void add(const std::string& family, bool bold, bool italic, std::vector<unsigned char> file) {
+        _files[{family, bold, italic}] = std::make_shared<const std::vector<unsigned char>>(std::move(file));
+    }
+    void serveRange(unsigned int codePoint, const std::string& family) {
+        _families[FontLoaders::UnicodeRangeMap::find(codePoint)] = family;
+    }
+
+    Bytes loadFont(const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& faceInfo) const override {
+        return find(faceInfo->getName(), faceInfo->isBold(), faceInfo->isItalic());
+    }
+    Bytes loadDefaultFont(bool bold, bool italic) const override {
+        return find(_defaultFamily, bold, italic);
+    }
+    std::string getFamilyNameForRange(unsigned int rangeId) const override {
+        const auto found = _families.find(rangeId);
+        return found != _families.end() ? found->second : std::string();
+    }
+
+private:
+    Bytes find(const std::string& family, bool bold, bool italic) const {
+        const auto found = _files.find({family, bold, italic});
+        return found != _files.end() ? found->second : nullptr;
+    }
+
+    std::string _defaultFamily;
+    std::map<std::tuple<std::string, bool, bool>, Bytes> _files;
+    std::map<unsigned int, std::string> _families;
+};
+//! [loader]
+
+} // namespace Vell::Docs

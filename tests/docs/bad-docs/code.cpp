@@ -1,0 +1,6 @@
+//! [right]
+int right = 1;
+//! [right]
+//! [changed]
+int changed = 2;
+//! [changed]

@@ -1,0 +1,23 @@
+//! [hello]
+#include <CairoAdapter/CairoAdapter.h>
+#include <FontEngine/FontEngine.h>
+
+using namespace Vell;
+
+int main() {
+    const auto factory = FontEngine::FontFactory::create("DejaVu Sans");
+    const auto face = makeNNPtr<FontEngine::Internal::FontFaceInfo>("DejaVu Serif", false, true);
+    const auto info = makeNNPtr<FontEngine::Internal::FontInfo>(face, 32.0F, Gfx::TextPositionType::Normal);
+    const auto style = makeNNPtr<FontEngine::Internal::ExtFontInfo>(info);
+    const auto font = factory->getFontMetrics(info);
+
+    const auto surface = CairoAdapter::makeImageSurface(300, 60);
+    const cinder::ColorAT<unsigned char> color(20, 60, 160, 255);
+    CairoAdapter::CairoPainter painter(surface.get());
+    CairoAdapter::CairoGlyphPainter glyphPainter(painter, color);
+    painter.translate({10.0F, 40.0F});
+    FontEngine::RasterTextPainter(painter, glyphPainter, false)
+        .drawText("Hello, text", style, *font, color, 1.0F);
+    return cairo_surface_write_to_png(surface.get(), "hello.png");
+}
+//! [hello]
