@@ -1,7 +1,8 @@
 # fontengine_add_library(<target> EXPORT_NAME <name> SOURCES <file>... HEADERS <public header>...)
 #
 # One library of the house: hidden visibility, exports limited to Vell::, versioned soname, headers installed
-# below include/fontengine under the path that they are included by, alias FontEngine::<name>.
+# below include/fontengine under the path that they are included by, alias FontEngine::<name>. Programs need the
+# component Runtime, whoever compiles needs Development too.
 include(CheckIPOSupported)
 check_ipo_supported(RESULT isIpoSupported LANGUAGES CXX)
 
@@ -55,8 +56,7 @@ function(fontengine_add_library target)
 
   install(TARGETS ${target}
     EXPORT FontEngine${arg_EXPORT_NAME}Targets
-    RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}"
-    LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}"
-    ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}"
-    FILE_SET HEADERS DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/fontengine")
+    LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT Runtime NAMELINK_COMPONENT Development
+    ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT Development
+    FILE_SET HEADERS DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/fontengine" COMPONENT Development)
 endfunction()

@@ -6,7 +6,8 @@ set(package_dir "${CMAKE_INSTALL_LIBDIR}/cmake/FontEngine")
 
 foreach(component Utils Gfx FontLoaders FontEngine CairoAdapter)
   if(TARGET FontEngine::${component})
-    install(EXPORT FontEngine${component}Targets NAMESPACE FontEngine:: DESTINATION "${package_dir}")
+    install(EXPORT FontEngine${component}Targets NAMESPACE FontEngine:: DESTINATION "${package_dir}"
+      COMPONENT Development)
   endif()
 endforeach()
 
@@ -17,7 +18,8 @@ write_basic_package_version_file("${PROJECT_BINARY_DIR}/FontEngineConfigVersion.
 install(FILES
   "${PROJECT_BINARY_DIR}/FontEngineConfig.cmake"
   "${PROJECT_BINARY_DIR}/FontEngineConfigVersion.cmake"
-  DESTINATION "${package_dir}")
+  DESTINATION "${package_dir}"
+  COMPONENT Development)
 
 # The file finds its prefix from where it lies, so an installed tree may be moved.
 set(pc_dir "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
@@ -32,7 +34,12 @@ if(TARGET FontEngine::CairoAdapter)
   string(PREPEND pc_libs "-lFontEngineCairo ")
 endif()
 if(NOT BUILD_SHARED_LIBS)
+  # Archives alone are installed: every client links what they need, whether it says --static or not.
+  string(APPEND pc_requires " ${pc_private_requires}")
+  string(APPEND pc_libs " ${pc_private_libs}")
+  set(pc_private_requires "")
+  set(pc_private_libs "")
   set(pc_cflags "-DFONTENGINE_STATIC")
 endif()
 configure_file("${PROJECT_SOURCE_DIR}/cmake/FontEngine.pc.in" "${PROJECT_BINARY_DIR}/FontEngine.pc" @ONLY)
-install(FILES "${PROJECT_BINARY_DIR}/FontEngine.pc" DESTINATION "${pc_dir}")
+install(FILES "${PROJECT_BINARY_DIR}/FontEngine.pc" DESTINATION "${pc_dir}" COMPONENT Development)

@@ -21,4 +21,5 @@ set_source_files_properties(Private/EmbeddedFontData.S PROPERTIES OBJECT_DEPENDS
 target_sources(FontEngineFontLoaders PRIVATE
   Private/EmbeddedFont.cpp $<TARGET_OBJECTS:fontengine_embedded_font>)
 install(FILES "${FONTENGINE_EMBEDDED_FONT_NOTICE}"
-  DESTINATION "${CMAKE_INSTALL_DATAROOTDIR}/doc/fontengine" RENAME DejaVuSans-copyright)
+  DESTINATION "${CMAKE_INSTALL_DATAROOTDIR}/doc/fontengine" RENAME DejaVuSans-copyright
+  COMPONENT Notices)

@@ -1,0 +1,14 @@
+# Run by cpack when the packages are made. It puts scripts that call ldconfig into a package of shared libraries; the
+# trigger does the same once for all packages of an installation, so the scripts are taken out.
+
+foreach(package IN LISTS CPACK_PACKAGE_FILES)
+  set(tree "${CPACK_TEMPORARY_DIRECTORY}/without-scripts")
+  file(REMOVE_RECURSE "${tree}")
+  execute_process(COMMAND dpkg-deb --raw-extract "${package}" "${tree}" COMMAND_ERROR_IS_FATAL ANY)
+  if(EXISTS "${tree}/DEBIAN/triggers")
+    file(REMOVE "${tree}/DEBIAN/postinst" "${tree}/DEBIAN/postrm")
+    execute_process(COMMAND dpkg-deb --root-owner-group -Zxz --build "${tree}" "${package}"
+      OUTPUT_QUIET COMMAND_ERROR_IS_FATAL ANY)
+  endif()
+  file(REMOVE_RECURSE "${tree}")
+endforeach()

@@ -1,0 +1,95 @@
+#!/usr/bin/env bash
+# Makes the Debian packages and uses them. Setting up a whole Debian takes minutes, so they are unpacked into an empty
+# folder; that their dependencies can be had is asked of apt, and what the libraries need is resolved by the loader.
+#
+#   check-debian-packages.sh BUILD_DIR CXX_COMPILER      BUILD_DIR is kept, for the next time
+set -euo pipefail
+build=$(realpath -m "$1")
+compiler=$2
+consumer=$(realpath "$(dirname "$0")/consumer")
+source=$(realpath "$(dirname "$0")/../..")
+scratch=$(mktemp -d)
+trap 'rm -rf "$scratch"' EXIT
+source "$(dirname "$0")/clients.sh"
+
+fail() { echo "$1" >&2; exit 1; }
+
+field() { dpkg-deb --field "$1" "$2"; }
+
+expect_field() { # PACKAGE FIELD WORDS
+  field "$1" "$2" | grep -qF -- "$3" || fail "$(basename "$1"): $2 lacks '$3': $(field "$1" "$2")"
+}
+
+make_packages() {
+  rm -f "$build"/*.deb
+  cmake --preset package -S "$source" -B "$build" -DCMAKE_CXX_COMPILER="$compiler"
+  cmake --build "$build"
+  (cd "$build" && cpack)
+  runtime=$(echo "$build"/libfontengine0_*.deb)
+  development=$(echo "$build"/libfontengine-dev_*.deb)
+  tools=$(echo "$build"/fontengine-tools_*.deb)
+}
+
+check_control() {
+  local version package
+  version=$(field "$runtime" Version)
+  for package in "$development" "$tools"; do
+    expect_field "$package" Depends "libfontengine0 (= $version)"
+  done
+  for package in libfreetype-dev libboost-dev libcairo2-dev libfontconfig-dev libharfbuzz-dev; do
+    expect_field "$development" Depends "$package"
+  done
+  for package in libfreetype6 libfontconfig1 libharfbuzz0b libcairo2 libc6 libstdc++6; do
+    expect_field "$runtime" Depends "$package (>="
+  done
+  expect_field "$tools" Depends "libcairo2 (>="
+  for package in "$runtime" "$development" "$tools"; do
+    expect_field "$package" Description "Licence: not chosen yet"
+  done
+  dpkg-deb --control "$runtime" "$scratch/control"
+  [ "$(grep -c '^libFontEngine[A-Za-z]* 0 libfontengine0 (>= ' "$scratch/control/shlibs")" -eq 5 ] || fail "shlibs"
+  grep -qx 'activate-noawait ldconfig' "$scratch/control/triggers" || fail "no ldconfig trigger"
+  [ ! -e "$scratch/control/postinst" ] && [ ! -e "$scratch/control/postrm" ] || fail "maintainer scripts"
+}
+
+check_dependencies() {
+  apt-get install --simulate --no-install-recommends "$runtime" "$development" "$tools" >"$scratch/apt.log" 2>&1 ||
+    { cat "$scratch/apt.log" >&2; fail "apt cannot install the packages"; }
+  grep "^Inst .*fontengine" "$scratch/apt.log"
+}
+
+check_files() {
+  local libraries file
+  libraries=$(find_libraries "$root/usr")
+  for file in bin/fontengine share/man/man1/fontengine.1.gz share/bash-completion/completions/fontengine \
+    share/doc/libfontengine0/copyright share/doc/libfontengine-dev/copyright share/doc/fontengine-tools/copyright; do
+    [ -s "$root/usr/$file" ] || fail "no $file"
+  done
+  grep -q 'Licence: not chosen yet' "$root"/usr/share/doc/*/copyright || fail "the copyright file is silent"
+  for file in "$libraries"/libFontEngine*.so "$root/usr/bin/fontengine"; do
+    [ -z "$(nm "$file" 2>/dev/null)" ] || fail "$file is not stripped"
+    readelf -d "$file" | grep -qE 'R(UN)?PATH' && fail "$file searches libraries by itself"
+    LD_LIBRARY_PATH=$libraries ldd "$file" >"$scratch/ldd"
+    grep 'not found' "$scratch/ldd" && fail "$file does not find what it needs"
+    grep 'libFontEngine' "$scratch/ldd" | grep -v "$root" && fail "$file finds other libraries than the packaged ones"
+  done
+  return 0
+}
+
+echo "== making the packages"
+make_packages
+echo "== dependencies, by apt's simulation"
+check_control
+check_dependencies
+echo "== installed by unpacking with dpkg -x, not by setting up a Debian"
+root=$scratch/root
+for package in "$runtime" "$development" "$tools"; do
+  dpkg-deb --extract "$package" "$root"
+done
+check_files
+echo "== the tool draws"
+LD_LIBRARY_PATH=$(find_libraries "$root/usr") "$root/usr/bin/fontengine" render "Packaged" -o "$scratch/tool.png"
+count_ink "$scratch/tool.png"
+echo "== clients by the development package"
+client_by_find_package "$root/usr"
+client_by_pkg_config "$root/usr"

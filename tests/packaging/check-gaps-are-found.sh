@@ -1,0 +1,23 @@
+#!/usr/bin/env bash
+# Takes an option out of the manual page and out of the completions: the check must name each.
+#
+#   check-gaps-are-found.sh TOOL MANUAL.gz COMPLETIONS_DIR
+set -euo pipefail
+here=$(dirname "$0")
+scratch=$(mktemp -d)
+trap 'rm -rf "$scratch"' EXIT
+
+gzip -dc "$2" | sed '/letter/d' | gzip >"$scratch/manual.gz"
+for shell in bash fish; do
+  sed "s#sed -n#sed /letter/d | sed -n#" "$3/fontengine.$shell" >"$scratch/fontengine.$shell"
+done
+
+if "$here/check-manual-and-completions.sh" "$1" "$scratch/manual.gz" "$scratch" 2>"$scratch/errors"; then
+  echo "the gaps were not found" >&2
+  exit 1
+fi
+diff "$scratch/errors" - <<'EOF'
+manual: 'render' lacks --letter-spacing
+bash: 'render' does not complete --letter-spacing
+fish: 'render' does not complete --letter-spacing
+EOF

@@ -1,0 +1,58 @@
+#!/usr/bin/env bash
+# Compares the manual page and the completions with what the tool says about itself, sub-command by sub-command.
+#
+#   check-manual-and-completions.sh TOOL MANUAL.gz COMPLETIONS_DIR
+set -euo pipefail
+tool=$1
+manual=$2
+completions=$3
+PATH=$(dirname "$tool"):$PATH
+failures=0
+
+fail() {
+  echo "$1" >&2
+  failures=$((failures + 1))
+}
+
+commands=$("$tool" --help | sed -n '/^Subcommands:/,$s/^  \([a-z][a-z-]*\) .*/\1/p')
+options_of() { "$tool" $1 --help | grep -oE '^ +(-[a-zA-Z],)?--[a-z-]+' | tr -d ' ' | tr , '\n'; }
+
+manual_section() { # of a sub-command; the general options without one
+  gzip -dc "$manual" | sed 's/\\-/-/g' | sed -n "/^\.S[SH] ${1:-OPTIONS}/,/^\.S[SH] /p"
+}
+
+complete_in_bash() { # WORD...: what bash offers for the last word
+  bash -c 'source /usr/share/bash-completion/bash_completion; source "$1/fontengine.bash"; shift
+    COMP_WORDS=("$@"); COMP_CWORD=$(($# - 1)); COMP_LINE="$*"; COMP_POINT=${#COMP_LINE}; COMP_TYPE=9
+    _fontengine && printf "%s\n" "${COMPREPLY[@]}"' bash "$completions" "$@"
+}
+
+complete_in_fish() {
+  HOME=/nonexistent fish --no-config -c 'source $argv[1]/fontengine.fish; complete -C "$argv[2]"' "$completions" "$*" |
+    cut -f 1
+}
+
+check_command() { # SUB-COMMAND or nothing
+  local option section offered
+  section=$(manual_section "$1")
+  for option in $(options_of "$1"); do
+    grep -qE -- "(^|[^a-z-])$option([^a-z-]|\$)" <<<"$section" || fail "manual: '$1' lacks $option"
+  done
+  for shell in bash fish; do
+    offered=$("complete_in_$shell" fontengine $1 --)
+    for option in $(options_of "$1" | grep -- --); do
+      grep -qx -- "$option" <<<"$offered" || fail "$shell: '$1' does not complete $option"
+    done
+  done
+}
+
+[ -n "$commands" ] || fail "the help names no sub-command"
+check_command ""
+for command in $commands; do
+  [ -n "$(options_of "$command")" ] || fail "the help of '$command' names no option"
+  check_command "$command"
+  for shell in bash fish; do
+    "complete_in_$shell" fontengine "${command:0:1}" | grep -qx -- "$command" || fail "$shell does not complete $command"
+  done
+done
+[ $failures -eq 0 ] && echo "$(wc -w <<<"$commands") sub-commands are complete"

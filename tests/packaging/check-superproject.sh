@@ -1,0 +1,35 @@
+#!/usr/bin/env bash
+# Builds a client that has FontEngine as a subdirectory; the static libraries are then installed for other clients.
+# Nothing is optimised: this is about finding and linking.
+#
+#   check-superproject.sh shared|static CXX_COMPILER
+set -euo pipefail
+kind=$1
+compiler=$2
+consumer=$(realpath "$(dirname "$0")/consumer")
+root=$(realpath "$(dirname "$0")/../..")
+scratch=$(mktemp -d)
+trap 'rm -rf "$scratch"' EXIT
+source "$(dirname "$0")/clients.sh"
+
+echo "== a client by add_subdirectory, $kind"
+[ "$kind" = shared ] && is_shared=ON || is_shared=OFF
+cmake -S "$consumer" -B "$scratch/super" -G Ninja -DCMAKE_CXX_COMPILER="$compiler" -DCMAKE_CXX_FLAGS=-O0 \
+  -DBUILD_SHARED_LIBS=$is_shared -DCONSUMER_SUBDIRECTORY="$root"
+cmake --build "$scratch/super" -j2
+"$scratch/super/consumer"
+expect_linkage "$kind" "$scratch/super/consumer"
+[ ! -e "$scratch/super/FontEngine/tests" ] && [ ! -e "$scratch/super/FontEngine/apps" ]
+
+if [ "$kind" = static ]; then
+  cmake --install "$scratch/super" --prefix "$scratch/installed" >"$scratch/install.log"
+  mv "$scratch/installed" "$scratch/moved"
+
+  echo "== a client by find_package, static"
+  client_by_find_package "$scratch/moved"
+  expect_linkage static "$scratch/client/consumer"
+
+  echo "== a client by pkg-config, static"
+  client_by_pkg_config "$scratch/moved"
+  expect_linkage static "$scratch/by-pkg-config"
+fi

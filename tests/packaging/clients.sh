@@ -1,0 +1,45 @@
+# Builds and runs the client against a prefix; for sourcing. Needs compiler, consumer (a folder) and scratch (a folder).
+
+client_by_find_package() { # PREFIX
+  rm -rf "$scratch/client"
+  cmake -S "$consumer" -B "$scratch/client" -G Ninja -DCMAKE_CXX_COMPILER="$compiler" \
+    -DCMAKE_PREFIX_PATH="$1" -DCMAKE_CXX_FLAGS="-Wall -Wextra -Wpedantic -Werror"
+  cmake --build "$scratch/client"
+  expect_inside "$1" "$scratch/client/CMakeCache.txt"
+  LD_LIBRARY_PATH=$(find_libraries "$1") "$scratch/client/consumer"
+}
+
+expect_inside() { # PREFIX CACHE: the package was not found elsewhere
+  grep "^FontEngine_DIR:PATH=$1/" "$2"
+}
+
+find_libraries() { # PREFIX
+  local pc
+  pc=$(find "$1" -name FontEngine.pc)
+  dirname "$(dirname "$pc")"
+}
+
+compile_by_pkg_config() { # PREFIX SOURCE OUTPUT: no word about FontEngine beside what pkg-config says
+  local flags
+  flags=$(PKG_CONFIG_PATH=$(find_libraries "$1")/pkgconfig pkg-config --cflags --libs FontEngine)
+  # shellcheck disable=SC2086 # the flags are words of their own
+  "$compiler" -std=c++17 -Wall -Wextra -Werror "$2" -o "$3" $flags
+}
+
+client_by_pkg_config() { # PREFIX
+  compile_by_pkg_config "$1" "$consumer/main.cpp" "$scratch/by-pkg-config"
+  LD_LIBRARY_PATH=$(find_libraries "$1") "$scratch/by-pkg-config"
+}
+
+expect_linkage() { # shared|static PROGRAM
+  if readelf -d "$2" | grep -q 'NEEDED.*libFontEngine'; then
+    [ "$1" = shared ]
+  else
+    [ "$1" = static ]
+  fi || { echo "$2 is not linked $1" >&2; return 1; }
+}
+
+count_ink() { # PNG: fails without any dark pixel
+  "$compiler" -std=c++17 "$(dirname "$consumer")/ink.cpp" -o "$scratch/ink" $(pkg-config --cflags --libs cairo)
+  "$scratch/ink" "$1"
+}
