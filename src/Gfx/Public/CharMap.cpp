@@ -1,5 +1,7 @@
 #include <Gfx/Public/CharMap.h>
 
+#include <utility>
+
 namespace Vell::Gfx {
 
 CharMap::CharMap(GlyphIndexWithAdvance defaultGlyph)
@@ -49,7 +51,10 @@ CharMap::Page& CharMap::getOrMakePage(unsigned int code) {
         _directory.resize(number + 1, noPage);
     }
     if (_directory[number] == noPage) {
-        _pages.emplace_back();
+        constexpr std::size_t usualCount = 32; // few pages of a font hold less
+        Page page;
+        page.entries.reserve(usualCount);
+        _pages.push_back(std::move(page));
         _directory[number] = static_cast<std::uint16_t>(_pages.size() - 1);
     }
     return _pages[_directory[number]];

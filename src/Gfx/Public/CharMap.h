@@ -65,7 +65,7 @@ private:
     /// The mapped codes among 256 neighbours: one bit a code, and the entries of the set bits in order.
     struct Page {
         std::array<std::uint64_t, 4> mapped{};
-        std::array<std::uint8_t, 4> slotsBefore{}; // set bits in the words before each one; at most 192
+        std::uint32_t slotsBefore = 0; // a byte a word: set bits in the words before it, at most 192
         std::vector<GlyphIndexWithAdvance> entries;
 
         static unsigned int getWord(unsigned int code) { return code >> 6 & 3U; }
@@ -74,7 +74,7 @@ private:
         bool contains(unsigned int code) const { return (mapped[getWord(code)] & getBit(code)) != 0; }
         std::size_t getSlot(unsigned int code) const {
             const unsigned int word = getWord(code);
-            return slotsBefore[word] + countBits(mapped[word] & (getBit(code) - 1));
+            return (slotsBefore >> 8 * word & 0xFFU) + countBits(mapped[word] & (getBit(code) - 1));
         }
         void add(unsigned int code, GlyphIndexWithAdvance glyph);
         /// add of a code above all others of the page.
@@ -83,10 +83,9 @@ private:
             mark(code);
         }
         void mark(unsigned int code) {
+            constexpr std::uint32_t oneInEachWordAfterTheFirst = 0x01010100;
             mapped[getWord(code)] |= getBit(code);
-            for (unsigned int word = getWord(code) + 1; word < slotsBefore.size(); ++word) {
-                ++slotsBefore[word];
-            }
+            slotsBefore += oneInEachWordAfterTheFirst << 8 * getWord(code);
         }
     };
 
