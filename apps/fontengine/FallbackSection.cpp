@@ -14,15 +14,16 @@ namespace Vell::Tool {
 
 namespace {
 
-constexpr float sampleSize = 24.0F;
+constexpr float sampleSize = 20.0F;
 
 /// The faces that draw a sample, in the order of their first character.
 struct Faces {
     std::vector<std::string> names;
+    bool isOwnAmongThem = false;
     std::size_t missingCount = 0;
 };
 
-Faces findFaces(const TextFont& font, const char* text) {
+Faces findFaces(const TextFont& own, const TextFont& font, const char* text) {
     Faces faces;
     for (const CharacterFont& character : findCharacterFonts(font, text)) {
         if (character.codePoint == ' ') {
@@ -33,6 +34,7 @@ Faces findFaces(const TextFont& font, const char* text) {
             continue;
         }
         const FontEngine::FontFace& face = *character.font.font->getFace();
+        faces.isOwnAmongThem = faces.isOwnAmongThem || &face == &*own.font->getFace();
         const std::string name = getFamilyName(face) + ' ' + getStyleName(face);
         if (std::find(faces.names.begin(), faces.names.end(), name) == faces.names.end()) {
             faces.names.push_back(name);
@@ -41,14 +43,22 @@ Faces findFaces(const TextFont& font, const char* text) {
     return faces;
 }
 
-std::string describe(const Faces& faces, bool isOwn) {
+const char* getHead(const Faces& faces) {
+    if (!faces.isOwnAmongThem) {
+        return "fallback: ";
+    }
+    return faces.names.size() == 1 ? "own face: " : "own face and fallback: ";
+}
+
+std::string describe(const Faces& faces) {
     std::string names;
     for (const std::string& name : faces.names) {
         names += (names.empty() ? "" : ", ") + name;
     }
-    std::string text = names.empty() ? "" : (isOwn ? "own face: " : "fallback: ") + names;
+    std::string text = names.empty() ? "" : getHead(faces) + names;
     if (faces.missingCount > 0) {
-        text += fmt::format("{}{} characters that no face has", text.empty() ? "" : "; ", faces.missingCount);
+        text +=
+            fmt::format("{}characters that no face has: {}", text.empty() ? "" : "; ", faces.missingCount);
     }
     return text;
 }
@@ -60,7 +70,7 @@ std::string makeRow(const FontSource& source, const FontSource& installed, const
     const TextFont font = isOwn || !source.isFile() ? own : installed.makeFont(false, false, sampleSize);
     return fmt::format("<div class=\"script\"><h3>{}</h3>{}<p class=\"note\">{}</p></div>\n", sample.script,
                        makeImage(drawLine(font, sample.text).picture, "ink fitting", sample.text),
-                       escapeHtml(describe(findFaces(font, sample.text), isOwn)));
+                       escapeHtml(describe(findFaces(own, font, sample.text))));
 }
 
 } // namespace

@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <set>
 
 namespace Vell::Tool {
 
@@ -57,6 +58,16 @@ bool mustEscapeInJson(unsigned int code) {
     return code == '"' || code == '\\' || code == '<' || code == '>' || code == '&';
 }
 
+const std::string& getValue(const std::vector<std::pair<std::string_view, std::string>>& values,
+                            std::string_view name) {
+    const auto found =
+        std::find_if(values.begin(), values.end(), [&](const auto& pair) { return pair.first == name; });
+    if (found == values.end()) {
+        doFailAssert("apps/fontengine/Html", 91, "found != values.end()");
+    }
+    return found->second;
+}
+
 } // namespace
 
 std::string escapeHtml(std::string_view text) {
@@ -90,28 +101,19 @@ std::string encodeBase64(std::string_view bytes) {
 std::string fillTemplate(std::string_view text,
                          const std::vector<std::pair<std::string_view, std::string>>& values) {
     std::string result;
-    std::size_t used = 0;
-    for (;;) {
-        const std::size_t start = text.find("{{");
-        result += text.substr(0, start);
-        if (start == std::string_view::npos) {
-            break;
-        }
-        const std::size_t end = text.find("}}", start);
+    std::set<std::string_view> used;
+    for (std::size_t start = text.find("{{"); start != std::string_view::npos; start = text.find("{{")) {
+        const std::size_t end = std::min(text.find("}}", start), text.size());
         const std::string_view name = text.substr(start + 2, end - start - 2);
-        const auto value =
-            std::find_if(values.begin(), values.end(), [&](const auto& pair) { return pair.first == name; });
-        if (end == std::string_view::npos || value == values.end()) {
-            doFailAssert("fontengine/Html", __LINE__, "every name of the template has a value");
-        }
-        result += value->second;
+        result += text.substr(0, start);
+        result += getValue(values, end < text.size() ? name : std::string_view());
         text.remove_prefix(end + 2);
-        ++used;
+        used.insert(name);
     }
-    if (used != values.size()) {
-        doFailAssert("fontengine/Html", __LINE__, "every value is used once");
+    if (used.size() != values.size()) {
+        doFailAssert("apps/fontengine/Html", 112, "used.size() == values.size()");
     }
-    return result;
+    return result.append(text);
 }
 
 } // namespace Vell::Tool

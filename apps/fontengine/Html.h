@@ -17,7 +17,7 @@ std::string quoteJson(std::string_view text);
 
 std::string encodeBase64(std::string_view bytes);
 
-/// Replaces each {{name}} of the template by the value of that name, which is HTML already. A name without a
+/// Replaces each {{name}} of the template by the value of that name, as it is. A name without a
 /// value, and a value without a name in the template, is a programming error.
 std::string fillTemplate(std::string_view text,
                          const std::vector<std::pair<std::string_view, std::string>>& values);

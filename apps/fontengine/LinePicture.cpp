@@ -24,17 +24,18 @@ LinePicture drawLine(const TextFont& font, const std::string& text) {
     constexpr int pixelRatio = 2;
     constexpr Color transparent(0, 0, 0, 0);
     const float size = font.font->getFontSize();
-    const int margin = clampLength(size / 4.0F, greatestHeight); // slanted letters reach beyond their advance
+    const int left = clampLength(size / 12.0F, greatestHeight) + 1;
+    const int right = clampLength(size / 4.0F, greatestHeight); // slanted letters reach beyond their advance
     const LineRoom room = measureLine(font, text);
     const int ascent = clampLength(room.ascent, greatestHeight / 2);
     const int height = ascent + clampLength(room.descent, greatestHeight / 2) + 2;
-    const int width = clampLength(font.font->getTextWidth(text, font.setting), greatestWidth) + 2 * margin;
+    const int width = clampLength(font.font->getTextWidth(text, font.setting), greatestWidth) + left + right;
     const TextPaint paint{PainterKind::Raster, black, transparent, static_cast<float>(pixelRatio)};
     const auto draw = [&](CairoAdapter::CairoPainter& painter) {
-        painter.translate({static_cast<float>(margin), static_cast<float>(ascent + 1)});
+        painter.translate({static_cast<float>(left), static_cast<float>(ascent + 1)});
         paintText(painter, font, text, paint);
     };
-    return {drawInk(std::max(width, 1), height, pixelRatio, draw), margin, ascent + 1};
+    return {drawInk(std::max(width, 1), height, pixelRatio, draw), ascent + 1};
 }
 
 } // namespace Vell::Tool

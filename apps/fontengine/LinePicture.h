@@ -10,7 +10,6 @@ namespace Vell::Tool {
 /// A line of text as ink, and where its base line lies.
 struct LinePicture {
     Picture picture;
-    int left;     ///< of the pen's start, in logical units from the left edge
     int baseLine; ///< below the top edge
 };
 

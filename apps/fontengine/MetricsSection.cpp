@@ -6,19 +6,21 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+
 namespace Vell::Tool {
 
 namespace {
 
 struct MetricLine {
     const char* name;
-    float value; ///< above the base line
-    const char* side;
+    float value;       ///< above the base line
+    const char* place; ///< of the name, above or below the line
 };
 
 std::string chooseText(const TextFont& font) {
-    constexpr const char* tallAndDeep = "HxgpÅb";
-    constexpr std::size_t fewBytes = 12;
+    constexpr const char* tallAndDeep = "Hxg";
+    constexpr std::size_t fewBytes = 6;
     if (coversText(font, tallAndDeep)) {
         return tallAndDeep;
     }
@@ -37,7 +39,7 @@ std::string makeLine(const MetricLine& line, float size, const LinePicture& samp
     const float top = (static_cast<float>(sample.baseLine) - line.value) /
                       static_cast<float>(sample.picture.height) * whole;
     return fmt::format("<div class=\"metric {}\" style=\"top:{:.2f}%\"><span>{} {:.3f}</span></div>\n",
-                       line.side, top, line.name, line.value / size);
+                       line.place, top, line.name, line.value / size);
 }
 
 } // namespace
@@ -49,11 +51,11 @@ std::string makeMetricsSection(const FontSource& source) {
     const std::string text = chooseText(font);
     const LinePicture sample = drawLine(font, text);
     const MetricLine lines[] = {
-        {"Ascent", metrics.getAscent(), "left"},
-        {"Cap height", metrics.getCapHeight(), "right"},
-        {"Strike-out", metrics.getStrikeOutPosition(), "left"},
-        {"Base line", 0.0F, "right"},
-        {"Descent", -metrics.getDescent(), "left"},
+        {"Ascent", metrics.getAscent(), "above"},
+        {"Cap height", metrics.getCapHeight(), "below"},
+        {"Strike-out", metrics.getStrikeOutPosition(), "above"},
+        {"Base line", 0.0F, "below"},
+        {"Descent", -metrics.getDescent(), "below"},
     };
     std::string html = "<div class=\"metrics\">\n" + makeImage(sample.picture, "ink", text) + "\n";
     for (const MetricLine& line : lines) {
