@@ -21,6 +21,7 @@ struct Parsed {
     InfoOptions info;
     FallbackOptions fallback;
     DemoOptions demo;
+    SpecimenOptions specimen;
 };
 
 PainterKind parsePainter(const std::string& name) {
@@ -98,6 +99,18 @@ CLI::App* addDemo(CLI::App& app, Parsed& parsed) {
     return demo;
 }
 
+CLI::App* addSpecimen(CLI::App& app, SpecimenOptions& options) {
+    CLI::App* specimen =
+        app.add_subcommand("specimen", "Write a page about a font for the browser: index.html");
+    specimen->add_option("FAMILY|FILE", options.familyOrFile, "a family, or a path with a slash or of a file")
+        ->type_name("")
+        ->required();
+    specimen->add_option("-o,--output", options.folder, "the folder to write to")
+        ->required()
+        ->type_name("FOLDER");
+    return specimen;
+}
+
 std::optional<std::string> getIfGiven(const CLI::App& app, const char* option, const std::string& value) {
     return app.count(option) > 0 ? std::optional<std::string>(value) : std::nullopt;
 }
@@ -151,6 +164,9 @@ private:
             _parsed.fallback.source = getSource(*_fallback, _parsed);
             return _parsed.fallback;
         }
+        if (_specimen->parsed()) {
+            return _parsed.specimen;
+        }
         _parsed.demo.text = getIfGiven(*_demo, "TEXT", _parsed.text);
         return _parsed.demo;
     }
@@ -172,6 +188,7 @@ private:
     CLI::App* _info = addInfo(_app, _parsed.info);
     CLI::App* _fallback = addFallback(_app, _parsed);
     CLI::App* _demo = addDemo(_app, _parsed);
+    CLI::App* _specimen = addSpecimen(_app, _parsed.specimen);
 };
 
 } // namespace

@@ -43,6 +43,11 @@ struct DemoOptions {
     std::string folder;
 };
 
+struct SpecimenOptions {
+    std::string familyOrFile;
+    std::string folder;
+};
+
 /// Writes a picture of a text.
 void render(const RenderOptions& options, std::istream& standardInput);
 
@@ -55,5 +60,8 @@ void printFallback(const FallbackOptions& options, std::istream& standardInput, 
 
 /// Writes a specimen as demo.png, demo.svg and demo.pdf into a folder, which is made if need be.
 void drawDemo(const DemoOptions& options);
+
+/// Writes a page about a font, index.html, into a folder, which is made if need be.
+void makeSpecimen(const SpecimenOptions& options);
 
 } // namespace Vell::Tool

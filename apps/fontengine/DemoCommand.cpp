@@ -1,10 +1,8 @@
 #include "Commands.h"
-#include "Errors.h"
 #include "OutputFile.h"
+#include "OutputFolder.h"
 #include "Page.h"
 #include "Specimen.h"
-
-#include <fmt/format.h>
 
 #include <filesystem>
 #include <utility>
@@ -30,14 +28,6 @@ std::string replaceTabs(std::string text) {
         c = c == '\t' ? ' ' : c;
     }
     return text;
-}
-
-void makeFolder(const std::string& folder) {
-    std::error_code error;
-    std::filesystem::create_directories(folder, error);
-    if (error) {
-        throw ToolError(fmt::format("cannot make the folder '{}': {}", folder, error.message()));
-    }
 }
 
 } // namespace

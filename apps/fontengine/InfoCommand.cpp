@@ -1,77 +1,18 @@
+#include "CodeRanges.h"
 #include "Commands.h"
-#include "Errors.h"
-#include "FileFontLoader.h"
+#include "FontSource.h"
 #include "NumberLimits.h"
 
 #include <fmt/format.h>
 #include <fmt/ostream.h>
 
 #include <cmath>
-#include <filesystem>
 #include <ostream>
 #include <vector>
 
 namespace Vell::Tool {
 
 namespace {
-
-struct OpenedFont {
-    FactoryPtr factory; // the font refers to it weakly
-    TextFont font;
-};
-
-FontRequest makeRequest(const InfoOptions& options) {
-    return {options.familyOrFile, options.isBold, options.isItalic, options.size, 0.0F};
-}
-
-/// In the file's own style at least: a bold file has no plain face to show.
-OpenedFont openFile(const InfoOptions& options) {
-    const auto loader = makeNNPtr<const FileFontLoader>(options.familyOrFile);
-    const auto factory = FontEngine::FontFactory::create(loader, options.familyOrFile);
-    FontRequest request = makeRequest(options);
-    request.isBold = request.isBold || loader->isBold();
-    request.isItalic = request.isItalic || loader->isItalic();
-    return {factory, makeTextFont(factory, request)};
-}
-
-OpenedFont openFamily(const InfoOptions& options) {
-    const auto factory = FontEngine::FontFactory::create(defaultFamily);
-    const FontRequest request = makeRequest(options);
-    if (!isInstalled(factory, request)) {
-        throw ToolError(
-            fmt::format("'{}' is neither an installed font family nor a file", options.familyOrFile));
-    }
-    return {factory, makeTextFont(factory, request)};
-}
-
-/// A path is a file. A plain word is a family, unless there is a file of that name.
-OpenedFont open(const InfoOptions& options) {
-    std::error_code ignored;
-    const std::string& name = options.familyOrFile;
-    const bool isPath = name.find('/') != std::string::npos;
-    return isPath || std::filesystem::exists(name, ignored) ? openFile(options) : openFamily(options);
-}
-
-struct CodeRange {
-    unsigned int first;
-    unsigned int last;
-};
-
-std::vector<CodeRange> findMappedRanges(const Gfx::CharMap& map) {
-    constexpr unsigned int endOfUnicode = 0x110000;
-    std::vector<CodeRange> ranges;
-    for (unsigned int code = 0; code < endOfUnicode; ++code) {
-        if (map[code].glyphIndex == 0) {
-            continue;
-        }
-        if (!ranges.empty() && ranges.back().last + 1 == code) {
-            ranges.back().last = code;
-        } else {
-            ranges.push_back({code, code});
-        }
-    }
-    return ranges;
-}
 
 void printLine(std::ostream& out, const char* name, const std::string& value) {
     fmt::print(out, "{:<19}{}\n", fmt::format("{}:", name), value);
@@ -131,11 +72,9 @@ void printCharacters(const Gfx::CharMap& map, bool listsThem, std::ostream& out)
 
 void printInfo(const InfoOptions& options, std::ostream& out) {
     checkLimits(sizeLimits, options.size);
-    if (options.familyOrFile.empty()) {
-        throw UsageError("the name of the font is empty");
-    }
-    const OpenedFont opened = open(options);
-    const FontEngine::Font& font = *opened.font.font;
+    const FontSource source(options.familyOrFile);
+    const TextFont textFont = source.makeFont(options.isBold, options.isItalic, options.size);
+    const FontEngine::Font& font = *textFont.font;
     printFace(*font.getFace(), out);
     printMetrics(font, out);
     printCharacters(font.getFace()->getBasicMetrics().getCharMap(), options.listsCharacters, out);

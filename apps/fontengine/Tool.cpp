@@ -21,6 +21,7 @@ struct Runner {
     void operator()(const InfoOptions& options) const { printInfo(options, out); }
     void operator()(const FallbackOptions& options) const { printFallback(options, in, out); }
     void operator()(const DemoOptions& options) const { drawDemo(options); }
+    void operator()(const SpecimenOptions& options) const { makeSpecimen(options); }
 };
 
 void flush(std::ostream& out) {

@@ -82,6 +82,9 @@ TEST(ToolCommandLine, ReadsTheOtherCommands) {
     EXPECT_EQ(demo.folder, "folder");
     EXPECT_FALSE(demo.text.has_value());
     EXPECT_EQ(std::get<DemoOptions>(parse({"demo", "-o", "folder", "text"})).text, "text");
+    const auto specimen = std::get<SpecimenOptions>(parse({"specimen", "Some Sans", "-o", "folder"}));
+    EXPECT_EQ(specimen.familyOrFile, "Some Sans");
+    EXPECT_EQ(specimen.folder, "folder");
 }
 
 TEST(ToolCommandLine, ExplainsItself) {
@@ -104,7 +107,9 @@ TEST(ToolCommandLine, RefusesWhatItDoesNotKnow) {
                                                          {"render", "x", "-o", "a.png", "--family", ""},
                                                          {"info"},
                                                          {"info", "a", "b"},
-                                                         {"demo", "x"}};
+                                                         {"demo", "x"},
+                                                         {"specimen", "x"},
+                                                         {"specimen", "-o", "x"}};
     for (const auto& arguments : wrong) {
         EXPECT_THROW(parse(arguments), UsageError) << ::testing::PrintToString(arguments);
     }

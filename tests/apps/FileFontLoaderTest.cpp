@@ -2,9 +2,9 @@
 
 #include "Errors.h"
 #include "TemporaryFolder.h"
+#include "ToolFonts.h"
 
 #include "support/Descriptions.h"
-#include "support/FontBuilder.h"
 
 #include <gtest/gtest.h>
 
@@ -13,14 +13,9 @@ namespace Vell::Tool {
 namespace {
 
 using Testing::TemporaryFolder;
-using Vell::Testing::Bytes;
+using Testing::writeFont;
 using Vell::Testing::FontBuilder;
 using Vell::Testing::makeFaceInfo;
-
-void writeFont(const std::string& path, const FontBuilder& font) {
-    const Bytes bytes = font.build();
-    Testing::writeBytes(path, std::string(bytes.begin(), bytes.end()));
-}
 
 TEST(ToolFileFontLoader, ServesTheFileInItsOwnStyleOnly) {
     const TemporaryFolder folder;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "TemporaryFolder.h"
 #include "TextFont.h"
 
 #include "support/CountingLoader.h"
@@ -29,6 +30,11 @@ inline FactoryPtr makeTestFactory() {
 
 inline TextFont makeTestFont(const FactoryPtr& factory, float size = 10.0F, float letterSpacing = 0.0F) {
     return makeTextFont(factory, {"Test Sans", false, false, size, letterSpacing});
+}
+
+inline void writeFont(const std::string& path, const Vell::Testing::FontBuilder& font) {
+    const Vell::Testing::Bytes bytes = font.build();
+    writeBytes(path, std::string(bytes.begin(), bytes.end()));
 }
 
 } // namespace Vell::Tool::Testing
