@@ -86,7 +86,8 @@ class Window:
         end = time.monotonic() + PATIENCE
         while True:
             picture = Picture(self._screen.run("xwd", "-silent", "-id", self._id))
-            ink = get_ink(picture.text)
+            is_painted = picture.text[0][0] == WHITE  # black until the program has drawn
+            ink = get_ink(picture.text) if is_painted else None
             if ink is not None and condition(ink, picture):
                 print(f"{what}: ink {ink}")
                 return ink, picture
