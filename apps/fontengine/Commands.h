@@ -38,6 +38,17 @@ struct FallbackOptions {
     FontRequest font;
 };
 
+struct CacheStatsOptions {
+    TextSource source;
+    FontRequest font;
+    float pixelRatio = 1.0F;
+    std::optional<PainterKind> painter; ///< both where nothing is said
+    unsigned long maxFaces = 0;         ///< these two as FontFactory::reset takes them: 0 means no limit
+    unsigned long maxBitmapBytes = 0;
+    unsigned long passes = 1; ///< how often the whole text is drawn
+    bool printsJson = false;
+};
+
 struct DemoOptions {
     std::optional<std::string> text;
     std::string folder;
@@ -52,6 +63,10 @@ void printInfo(const InfoOptions& options, std::ostream& out);
 /// Prints a line for each character: code, character, the face that draws it, and "own", "fallback" or
 /// "missing", separated by tabs. Line ends and tabs, which no face draws, are left out.
 void printFallback(const FallbackOptions& options, std::istream& standardInput, std::ostream& out);
+
+/// Draws a text line by line where nobody sees it and prints how the factory's caches have served: a table,
+/// or JSON (CacheReport.h tells both forms). On a terminal standard error shows a bar meanwhile.
+void printCacheStats(const CacheStatsOptions& options, std::istream& standardInput, std::ostream& out);
 
 /// Writes a specimen as demo.png, demo.svg and demo.pdf into a folder, which is made if need be.
 void drawDemo(const DemoOptions& options);

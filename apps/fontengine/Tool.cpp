@@ -20,6 +20,7 @@ struct Runner {
     void operator()(const RenderOptions& options) const { render(options, in); }
     void operator()(const InfoOptions& options) const { printInfo(options, out); }
     void operator()(const FallbackOptions& options) const { printFallback(options, in, out); }
+    void operator()(const CacheStatsOptions& options) const { printCacheStats(options, in, out); }
     void operator()(const DemoOptions& options) const { drawDemo(options); }
 };
 

@@ -84,6 +84,31 @@ TEST(ToolCommandLine, ReadsTheOtherCommands) {
     EXPECT_EQ(std::get<DemoOptions>(parse({"demo", "-o", "folder", "text"})).text, "text");
 }
 
+TEST(ToolCommandLine, ReadsEveryOptionOfCacheStats) {
+    const auto plain = std::get<CacheStatsOptions>(parse({"cache-stats", "text"}));
+    EXPECT_EQ(plain.source.text, "text");
+    EXPECT_EQ(plain.maxFaces, 0U);
+    EXPECT_EQ(plain.maxBitmapBytes, 0U);
+    EXPECT_EQ(plain.passes, 1U);
+    EXPECT_FALSE(plain.painter.has_value());
+    EXPECT_FALSE(plain.printsJson);
+    const auto full = std::get<CacheStatsOptions>(parse(
+        {"cache-stats",        "--file", "f",        "--family", "F",         "--bold", "--size",      "9",
+         "--letter-spacing",   "1",      "--dpr",    "2",        "--painter", "raster", "--max-faces", "3",
+         "--max-bitmap-bytes", "4",      "--passes", "5",        "--json"}));
+    EXPECT_EQ(full.source.file, "f");
+    EXPECT_EQ(full.font.family, "F");
+    EXPECT_TRUE(full.font.isBold);
+    EXPECT_EQ(full.font.size, 9.0F);
+    EXPECT_EQ(full.font.letterSpacing, 1.0F);
+    EXPECT_EQ(full.pixelRatio, 2.0F);
+    EXPECT_EQ(full.painter, PainterKind::Raster);
+    EXPECT_EQ(full.maxFaces, 3U);
+    EXPECT_EQ(full.maxBitmapBytes, 4U);
+    EXPECT_EQ(full.passes, 5U);
+    EXPECT_TRUE(full.printsJson);
+}
+
 TEST(ToolCommandLine, ExplainsItself) {
     EXPECT_THAT(std::get<PrintText>(parse({"--help"})).text, HasSubstr("render"));
     EXPECT_THAT(std::get<PrintText>(parse({"render", "--help"})).text, HasSubstr("--letter-spacing"));
