@@ -83,6 +83,11 @@ CLI::App* addRender(CLI::App& app, Parsed& parsed) {
     return render;
 }
 
+void addWhy(CLI::App& app, bool& explains) {
+    app.add_flag("--why", explains,
+                 "tell the font files, how styles came about, and what the loader was asked");
+}
+
 CLI::App* addInfo(CLI::App& app, InfoOptions& options) {
     CLI::App* info = app.add_subcommand("info", "Tell what a font is: an installed family or a font file");
     info->add_option("FAMILY|FILE", options.familyOrFile, "a family, or a path with a slash or of a file")
@@ -91,6 +96,7 @@ CLI::App* addInfo(CLI::App& app, InfoOptions& options) {
     addStyle(*info, options.isBold, options.isItalic);
     info->add_option("--size", options.size, "the font size that the metrics are for")->capture_default_str();
     info->add_flag("--characters", options.listsCharacters, "list the mapped characters");
+    addWhy(*info, options.explains);
     return info;
 }
 
@@ -98,6 +104,7 @@ CLI::App* addFallback(CLI::App& app, Parsed& parsed) {
     CLI::App* fallback = app.add_subcommand("fallback", "Tell for each character which face would draw it");
     addSource(*fallback, parsed);
     addFont(*fallback, parsed.fallback.font);
+    addWhy(*fallback, parsed.fallback.explains);
     return fallback;
 }
 

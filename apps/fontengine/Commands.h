@@ -31,11 +31,13 @@ struct InfoOptions {
     bool isItalic = false;
     float size = 1.0F;
     bool listsCharacters = false;
+    bool explains = false;
 };
 
 struct FallbackOptions {
     TextSource source;
     FontRequest font;
+    bool explains = false;
 };
 
 struct CacheStatsOptions {
@@ -57,11 +59,16 @@ struct DemoOptions {
 /// Writes a picture of a text.
 void render(const RenderOptions& options, std::istream& standardInput);
 
-/// Prints what a font is: one property a line.
+/// Prints what a font is: one property a line. Where it is to explain (`--why`), three properties follow the
+/// others and leave them as they are: the file, the reason for the style, and all that the font loader was
+/// asked, one question a line (FontOrigin.h tells their forms).
 void printInfo(const InfoOptions& options, std::ostream& out);
 
 /// Prints a line for each character: code, character, the face that draws it, and "own", "fallback" or
-/// "missing", separated by tabs. Line ends and tabs, which no face draws, are left out.
+/// "missing", separated by tabs. Line ends and tabs, which no face draws, are left out. Where it is to
+/// explain
+/// (`--why`), an empty line ends these lines; the face, the file and the reason for the style follow for each
+/// face that draws, then all that the font loader was asked.
 void printFallback(const FallbackOptions& options, std::istream& standardInput, std::ostream& out);
 
 /// Draws a text line by line where nobody sees it and prints how the factory's caches have served: a table,

@@ -1,7 +1,9 @@
 #include "Commands.h"
 #include "Errors.h"
 #include "FileFontLoader.h"
+#include "FontOrigin.h"
 #include "NumberLimits.h"
+#include "Properties.h"
 
 #include <fmt/format.h>
 #include <fmt/ostream.h>
@@ -16,6 +18,7 @@ namespace Vell::Tool {
 namespace {
 
 struct OpenedFont {
+    CheckedPtrImpl<const RecordingFontLoader, false> loader;
     FactoryPtr factory; // the font refers to it weakly
     TextFont font;
 };
@@ -26,22 +29,25 @@ FontRequest makeRequest(const InfoOptions& options) {
 
 /// In the file's own style at least: a bold file has no plain face to show.
 OpenedFont openFile(const InfoOptions& options) {
-    const auto loader = makeNNPtr<const FileFontLoader>(options.familyOrFile);
+    const auto file = makeNNPtr<const FileFontLoader>(options.familyOrFile);
+    const auto loader = makeNNPtr<const RecordingFontLoader>(file);
     const auto factory = FontEngine::FontFactory::create(loader, options.familyOrFile);
     FontRequest request = makeRequest(options);
-    request.isBold = request.isBold || loader->isBold();
-    request.isItalic = request.isItalic || loader->isItalic();
-    return {factory, makeTextFont(factory, request)};
+    request.isBold = request.isBold || file->isBold();
+    request.isItalic = request.isItalic || file->isItalic();
+    return {loader, factory, makeTextFont(factory, request)};
 }
 
 OpenedFont openFamily(const InfoOptions& options) {
-    const auto factory = FontEngine::FontFactory::create(defaultFamily);
+    const auto loader =
+        makeNNPtr<const RecordingFontLoader>(FontLoaders::createPlatformDefaultFontLoader(defaultFamily));
+    const auto factory = FontEngine::FontFactory::create(loader, defaultFamily);
     const FontRequest request = makeRequest(options);
     if (!isInstalled(factory, request)) {
         throw ToolError(
             fmt::format("'{}' is neither an installed font family nor a file", options.familyOrFile));
     }
-    return {factory, makeTextFont(factory, request)};
+    return {loader, factory, makeTextFont(factory, request)};
 }
 
 /// A path is a file. A plain word is a family, unless there is a file of that name.
@@ -73,21 +79,17 @@ std::vector<CodeRange> findMappedRanges(const Gfx::CharMap& map) {
     return ranges;
 }
 
-void printLine(std::ostream& out, const char* name, const std::string& value) {
-    fmt::print(out, "{:<19}{}\n", fmt::format("{}:", name), value);
-}
-
 void printFace(const FontEngine::FontFace& face, std::ostream& out) {
     const FT_FaceRec& record = *face.getHandle();
     const auto yesOrNo = [](bool value) { return value ? "yes" : "no"; };
-    printLine(out, "family", getFamilyName(face));
-    printLine(out, "style", getStyleName(face));
-    printLine(out, "synthesised", describeSynthesis(face.getTransform()));
-    printLine(out, "symbol font", yesOrNo(FontLoaders::isSymbolicFont(getFamilyName(face))));
-    printLine(out, "outlines", yesOrNo(FT_IS_SCALABLE(&record)));
-    printLine(out, "faces in the file", fmt::format("{}", record.num_faces));
-    printLine(out, "glyphs", fmt::format("{}", record.num_glyphs));
-    printLine(out, "units per em", fmt::format("{}", record.units_per_EM));
+    printProperty(out, "family", getFamilyName(face));
+    printProperty(out, "style", getStyleName(face));
+    printProperty(out, "synthesised", describeSynthesis(face.getTransform()));
+    printProperty(out, "symbol font", yesOrNo(FontLoaders::isSymbolicFont(getFamilyName(face))));
+    printProperty(out, "outlines", yesOrNo(FT_IS_SCALABLE(&record)));
+    printProperty(out, "faces in the file", fmt::format("{}", record.num_faces));
+    printProperty(out, "glyphs", fmt::format("{}", record.num_glyphs));
+    printProperty(out, "units per em", fmt::format("{}", record.units_per_EM));
 }
 
 /// Without the noise of single precision, in which differences of metrics are seldom exactly 0.
@@ -110,13 +112,13 @@ void printMetrics(const FontEngine::Font& font, std::ostream& out) {
         {"strike-out", font.getStrikeOutPosition()},
     };
     for (const auto& length : lengths) {
-        printLine(out, length.name, printLength(length.value));
+        printProperty(out, length.name, printLength(length.value));
     }
 }
 
 void printCharacters(const Gfx::CharMap& map, bool listsThem, std::ostream& out) {
     const std::vector<CodeRange> ranges = findMappedRanges(map);
-    printLine(out, "mapped characters", fmt::format("{} in {} ranges", map.size(), ranges.size()));
+    printProperty(out, "mapped characters", fmt::format("{} in {} ranges", map.size(), ranges.size()));
     if (!listsThem) {
         return;
     }
@@ -125,6 +127,11 @@ void printCharacters(const Gfx::CharMap& map, bool listsThem, std::ostream& out)
         fmt::print(out, "  {}\n",
                    range.first == range.last ? first : fmt::format("{}..U+{:04X}", first, range.last));
     }
+}
+
+void printReasons(const OpenedFont& opened, std::ostream& out) {
+    printOrigin(*opened.font.font, *opened.loader, out);
+    printQuestions(*opened.loader, {}, out);
 }
 
 } // namespace
@@ -139,6 +146,9 @@ void printInfo(const InfoOptions& options, std::ostream& out) {
     printFace(*font.getFace(), out);
     printMetrics(font, out);
     printCharacters(font.getFace()->getBasicMetrics().getCharMap(), options.listsCharacters, out);
+    if (options.explains) {
+        printReasons(opened, out);
+    }
 }
 
 } // namespace Vell::Tool

@@ -67,17 +67,19 @@ TEST(ToolCommandLine, TakesAnyTextAsItIs) {
 }
 
 TEST(ToolCommandLine, ReadsTheOtherCommands) {
-    const auto info =
-        std::get<InfoOptions>(parse({"info", "Some Sans", "--bold", "--size", "10", "--characters"}));
+    const auto info = std::get<InfoOptions>(
+        parse({"info", "Some Sans", "--bold", "--size", "10", "--characters", "--why"}));
     EXPECT_EQ(info.familyOrFile, "Some Sans");
     EXPECT_TRUE(info.isBold);
     EXPECT_FALSE(info.isItalic);
     EXPECT_EQ(info.size, 10.0F);
     EXPECT_TRUE(info.listsCharacters);
+    EXPECT_TRUE(info.explains);
     const auto fallback = std::get<FallbackOptions>(parse({"fallback", "text", "--family", "F", "--italic"}));
     EXPECT_EQ(fallback.source.text, "text");
     EXPECT_EQ(fallback.font.family, "F");
     EXPECT_TRUE(fallback.font.isItalic);
+    EXPECT_FALSE(fallback.explains);
     const auto demo = std::get<DemoOptions>(parse({"demo", "-o", "folder"}));
     EXPECT_EQ(demo.folder, "folder");
     EXPECT_FALSE(demo.text.has_value());
