@@ -21,6 +21,8 @@ struct Parsed {
     InfoOptions info;
     FallbackOptions fallback;
     CacheStatsOptions cacheStats;
+    CompareOptions compare;
+    std::string output;
     DemoOptions demo;
 };
 
@@ -134,6 +136,19 @@ CLI::App* addCacheStats(CLI::App& app, Parsed& parsed) {
     return stats;
 }
 
+CLI::App* addCompare(CLI::App& app, Parsed& parsed) {
+    CLI::App* compare = app.add_subcommand("compare", "Tell by how much two PNG files differ, and where");
+    compare->footer("The exit status is 0 if the pictures are equal, 3 if they differ, and 1 or 2 if they\n"
+                    "could not be compared, as with the other commands.");
+    compare->add_option("FIRST", parsed.compare.first, "a PNG file")->type_name("")->required();
+    compare->add_option("SECOND", parsed.compare.second, "another one of the same size")
+        ->type_name("")
+        ->required();
+    compare->add_option("-o,--output", parsed.output, "draw the differences into this file, in red over grey")
+        ->type_name("PNG");
+    return compare;
+}
+
 CLI::App* addDemo(CLI::App& app, Parsed& parsed) {
     CLI::App* demo = app.add_subcommand("demo", "Draw a specimen: demo.png, demo.svg and demo.pdf");
     demo->add_option("TEXT", parsed.text, "the text to show")->type_name("");
@@ -204,6 +219,10 @@ private:
         if (_cacheStats->parsed()) {
             return takeCacheStats();
         }
+        if (_compare->parsed()) {
+            _parsed.compare.output = getIfGiven(*_compare, "--output", _parsed.output);
+            return _parsed.compare;
+        }
         _parsed.demo.text = getIfGiven(*_demo, "TEXT", _parsed.text);
         return _parsed.demo;
     }
@@ -230,6 +249,7 @@ private:
     CLI::App* _info = addInfo(_app, _parsed.info);
     CLI::App* _fallback = addFallback(_app, _parsed);
     CLI::App* _cacheStats = addCacheStats(_app, _parsed);
+    CLI::App* _compare = addCompare(_app, _parsed);
     CLI::App* _demo = addDemo(_app, _parsed);
 };
 

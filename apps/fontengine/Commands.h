@@ -51,6 +51,12 @@ struct CacheStatsOptions {
     bool printsJson = false;
 };
 
+struct CompareOptions {
+    std::string first;
+    std::string second;
+    std::optional<std::string> output; ///< a PNG file for the picture of the differences
+};
+
 struct DemoOptions {
     std::optional<std::string> text;
     std::string folder;
@@ -74,6 +80,10 @@ void printFallback(const FallbackOptions& options, std::istream& standardInput, 
 /// Draws a text line by line where nobody sees it and prints how the factory's caches have served: a table,
 /// or JSON (CacheReport.h tells both forms). On a terminal standard error shows a bar meanwhile.
 void printCacheStats(const CacheStatsOptions& options, std::istream& standardInput, std::ostream& out);
+
+/// Compares two PNG files of one size and prints by how much they differ; draws where, on request
+/// (PictureDifference.h tells how). Returns whether they show the same.
+bool comparePictures(const CompareOptions& options, std::ostream& out);
 
 /// Writes a specimen as demo.png, demo.svg and demo.pdf into a folder, which is made if need be.
 void drawDemo(const DemoOptions& options);

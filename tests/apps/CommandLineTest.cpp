@@ -111,6 +111,14 @@ TEST(ToolCommandLine, ReadsEveryOptionOfCacheStats) {
     EXPECT_TRUE(full.printsJson);
 }
 
+TEST(ToolCommandLine, ReadsWhatToCompare) {
+    const auto plain = std::get<CompareOptions>(parse({"compare", "a.png", "b.png"}));
+    EXPECT_EQ(plain.first, "a.png");
+    EXPECT_EQ(plain.second, "b.png");
+    EXPECT_FALSE(plain.output.has_value());
+    EXPECT_EQ(std::get<CompareOptions>(parse({"compare", "a", "b", "-o", "c.png"})).output, "c.png");
+}
+
 TEST(ToolCommandLine, ExplainsItself) {
     EXPECT_THAT(std::get<PrintText>(parse({"--help"})).text, HasSubstr("render"));
     EXPECT_THAT(std::get<PrintText>(parse({"render", "--help"})).text, HasSubstr("--letter-spacing"));
