@@ -20,6 +20,9 @@ struct Parsed {
     std::string file;
     InfoOptions info;
     FallbackOptions fallback;
+    CacheStatsOptions cacheStats;
+    CompareOptions compare;
+    std::string output;
     DemoOptions demo;
     SpecimenOptions specimen;
 };
@@ -47,6 +50,20 @@ void addFont(CLI::App& app, FontRequest& font) {
     addStyle(app, font.isBold, font.isItalic);
 }
 
+void addSize(CLI::App& app, FontRequest& font) {
+    app.add_option("--size", font.size, "the font size in units: pixels, points in PDF")
+        ->capture_default_str();
+}
+
+void addLetterSpacing(CLI::App& app, FontRequest& font) {
+    app.add_option("--letter-spacing", font.letterSpacing, "added after each character, in units")
+        ->capture_default_str();
+}
+
+void addPainter(CLI::App& app, std::string& painter, const char* help) {
+    app.add_option("--painter", painter, help)->type_name("raster|vector");
+}
+
 CLI::App* addRender(CLI::App& app, Parsed& parsed) {
     RenderOptions& options = parsed.render;
     CLI::App* render = app.add_subcommand("render", "Draw text into a PNG, SVG or PDF file");
@@ -55,10 +72,8 @@ CLI::App* addRender(CLI::App& app, Parsed& parsed) {
         ->required()
         ->type_name("OUT");
     addFont(*render, options.font);
-    render->add_option("--size", options.font.size, "the font size in units: pixels, points in PDF")
-        ->capture_default_str();
-    render->add_option("--letter-spacing", options.font.letterSpacing, "added after each character, in units")
-        ->capture_default_str();
+    addSize(*render, options.font);
+    addLetterSpacing(*render, options.font);
     render->add_option("--color", parsed.color, "#rgb, #rrggbb, #rrggbbaa or a name")->capture_default_str();
     render->add_option("--background", parsed.background, "likewise; 'transparent' for none")
         ->capture_default_str();
@@ -67,9 +82,13 @@ CLI::App* addRender(CLI::App& app, Parsed& parsed) {
     render->add_option("--rotate", options.degrees, "turn the text by degrees, clockwise")
         ->capture_default_str();
     render->add_option("--scale", options.scale, "enlarge everything")->capture_default_str();
-    render->add_option("--painter", parsed.painter, "raster for PNG, vector for the others if not given")
-        ->type_name("raster|vector");
+    addPainter(*render, parsed.painter, "raster for PNG, vector for the others if not given");
     return render;
+}
+
+void addWhy(CLI::App& app, bool& explains) {
+    app.add_flag("--why", explains,
+                 "tell the font files, how styles came about, and what the loader was asked");
 }
 
 CLI::App* addInfo(CLI::App& app, InfoOptions& options) {
@@ -80,6 +99,7 @@ CLI::App* addInfo(CLI::App& app, InfoOptions& options) {
     addStyle(*info, options.isBold, options.isItalic);
     info->add_option("--size", options.size, "the font size that the metrics are for")->capture_default_str();
     info->add_flag("--characters", options.listsCharacters, "list the mapped characters");
+    addWhy(*info, options.explains);
     return info;
 }
 
@@ -87,7 +107,47 @@ CLI::App* addFallback(CLI::App& app, Parsed& parsed) {
     CLI::App* fallback = app.add_subcommand("fallback", "Tell for each character which face would draw it");
     addSource(*fallback, parsed);
     addFont(*fallback, parsed.fallback.font);
+    addWhy(*fallback, parsed.fallback.explains);
     return fallback;
+}
+
+/// The limits of the caches and the passes. Without the check a negative number would wrap around.
+void addCounts(CLI::App& app, CacheStatsOptions& options) {
+    const auto add = [&app](const char* name, unsigned long& count, const char* help) {
+        app.add_option(name, count, help)->check(CLI::NonNegativeNumber)->capture_default_str();
+    };
+    add("--max-faces", options.maxFaces, "of faces, and of font files; 0: no limit");
+    add("--max-bitmap-bytes", options.maxBitmapBytes, "of bitmaps, and of coloured images; 0: no limit");
+    add("--passes", options.passes, "how often to draw the text");
+}
+
+CLI::App* addCacheStats(CLI::App& app, Parsed& parsed) {
+    CacheStatsOptions& options = parsed.cacheStats;
+    CLI::App* stats =
+        app.add_subcommand("cache-stats", "Draw text unseen and tell how the caches have served");
+    addSource(*stats, parsed);
+    addFont(*stats, options.font);
+    addSize(*stats, options.font);
+    addLetterSpacing(*stats, options.font);
+    stats->add_option("--dpr", options.pixelRatio, "device pixels in a unit, for the raster painter")
+        ->capture_default_str();
+    addPainter(*stats, parsed.painter, "one after the other if not given");
+    addCounts(*stats, options);
+    stats->add_flag("--json", options.printsJson, "print JSON instead of a table");
+    return stats;
+}
+
+CLI::App* addCompare(CLI::App& app, Parsed& parsed) {
+    CLI::App* compare = app.add_subcommand("compare", "Tell by how much two PNG files differ, and where");
+    compare->footer("The exit status is 0 if the pictures are equal, 3 if they differ, and 1 or 2 if they\n"
+                    "could not be compared, as with the other commands.");
+    compare->add_option("FIRST", parsed.compare.first, "a PNG file")->type_name("")->required();
+    compare->add_option("SECOND", parsed.compare.second, "another one of the same size")
+        ->type_name("")
+        ->required();
+    compare->add_option("-o,--output", parsed.output, "draw the differences into this file, in red over grey")
+        ->type_name("PNG");
+    return compare;
 }
 
 CLI::App* addDemo(CLI::App& app, Parsed& parsed) {
@@ -117,6 +177,11 @@ std::optional<std::string> getIfGiven(const CLI::App& app, const char* option, c
 
 TextSource getSource(const CLI::App& app, const Parsed& parsed) {
     return {getIfGiven(app, "TEXT", parsed.text), getIfGiven(app, "--file", parsed.file)};
+}
+
+std::optional<PainterKind> getPainter(const CLI::App& app, const Parsed& parsed) {
+    return app.count("--painter") > 0 ? std::optional<PainterKind>(parsePainter(parsed.painter))
+                                      : std::nullopt;
 }
 
 /// The empty name means the default family to the library; whoever writes it out has made a mistake.
@@ -167,6 +232,13 @@ private:
         if (_specimen->parsed()) {
             return _parsed.specimen;
         }
+        if (_cacheStats->parsed()) {
+            return takeCacheStats();
+        }
+        if (_compare->parsed()) {
+            _parsed.compare.output = getIfGiven(*_compare, "--output", _parsed.output);
+            return _parsed.compare;
+        }
         _parsed.demo.text = getIfGiven(*_demo, "TEXT", _parsed.text);
         return _parsed.demo;
     }
@@ -176,10 +248,15 @@ private:
         _parsed.render.source = getSource(*_render, _parsed);
         _parsed.render.color = parseColor(_parsed.color);
         _parsed.render.background = parseColor(_parsed.background);
-        if (_render->count("--painter") > 0) {
-            _parsed.render.painter = parsePainter(_parsed.painter);
-        }
+        _parsed.render.painter = getPainter(*_render, _parsed);
         return _parsed.render;
+    }
+
+    Command takeCacheStats() {
+        checkFamily(*_cacheStats, _parsed.cacheStats.font);
+        _parsed.cacheStats.source = getSource(*_cacheStats, _parsed);
+        _parsed.cacheStats.painter = getPainter(*_cacheStats, _parsed);
+        return _parsed.cacheStats;
     }
 
     CLI::App _app{"Draws text with FontEngine and tells about fonts.", "fontengine"};
@@ -187,6 +264,8 @@ private:
     CLI::App* _render = addRender(_app, _parsed);
     CLI::App* _info = addInfo(_app, _parsed.info);
     CLI::App* _fallback = addFallback(_app, _parsed);
+    CLI::App* _cacheStats = addCacheStats(_app, _parsed);
+    CLI::App* _compare = addCompare(_app, _parsed);
     CLI::App* _demo = addDemo(_app, _parsed);
     CLI::App* _specimen = addSpecimen(_app, _parsed.specimen);
 };

@@ -12,8 +12,8 @@ struct PrintText {
     std::string text;
 };
 
-using Command =
-    std::variant<PrintText, RenderOptions, InfoOptions, FallbackOptions, DemoOptions, SpecimenOptions>;
+using Command = std::variant<PrintText, RenderOptions, InfoOptions, FallbackOptions, CacheStatsOptions,
+                             CompareOptions, DemoOptions, SpecimenOptions>;
 
 /// Reads the command line, `argv[0]` included. Throws UsageError.
 Command parseCommandLine(int argc, const char* const* argv);

@@ -1,10 +1,14 @@
 #include "Commands.h"
+#include "FontOrigin.h"
 #include "FontRuns.h"
+#include "Properties.h"
 
 #include <fmt/format.h>
 #include <fmt/ostream.h>
 
+#include <algorithm>
 #include <ostream>
+#include <vector>
 
 namespace Vell::Tool {
 
@@ -28,24 +32,62 @@ const char* describeSource(const TextFont& wanted, const CharacterFont& characte
     return character.font.font->getFace() == wanted.font->getFace() ? "own" : "fallback";
 }
 
-void printCharacter(const TextFont& wanted, const CharacterFont& character, std::ostream& out) {
-    const FontEngine::FontFace& face = *character.font.font->getFace();
-    fmt::print(out, "U+{:04X}\t{}\t{} {}\t{}\n", character.codePoint, makePrintable(character),
-               getFamilyName(face), getStyleName(face), describeSource(wanted, character));
+std::string getFaceName(const TextFont& font) {
+    const FontEngine::FontFace& face = *font.font->getFace();
+    return fmt::format("{} {}", getFamilyName(face), getStyleName(face));
 }
+
+void printCharacter(const TextFont& wanted, const CharacterFont& character, std::ostream& out) {
+    fmt::print(out, "U+{:04X}\t{}\t{}\t{}\n", character.codePoint, makePrintable(character),
+               getFaceName(character.font), describeSource(wanted, character));
+}
+
+/// What is explained after the characters.
+class Seen {
+public:
+    void add(const CharacterFont& character) {
+        _codePoints.push_back(character.codePoint);
+        const bool isKnown = std::any_of(_fonts.begin(), _fonts.end(), [&](const TextFont& font) {
+            return font.font->getFace() == character.font.font->getFace();
+        });
+        if (!isKnown) {
+            _fonts.push_back(character.font);
+        }
+    }
+
+    void explain(const RecordingFontLoader& loader, std::ostream& out) const {
+        out << '\n';
+        for (const TextFont& font : _fonts) {
+            printProperty(out, "face", getFaceName(font));
+            printOrigin(*font.font, loader, out);
+        }
+        printQuestions(loader, _codePoints, out);
+    }
+
+private:
+    std::vector<unsigned int> _codePoints;
+    std::vector<TextFont> _fonts; // one for each face
+};
 
 } // namespace
 
 void printFallback(const FallbackOptions& options, std::istream& standardInput, std::ostream& out) {
     const std::string text = readText(options.source, standardInput);
-    const FactoryPtr factory = FontEngine::FontFactory::create(defaultFamily);
+    const auto loader =
+        makeNNPtr<const RecordingFontLoader>(FontLoaders::createPlatformDefaultFontLoader(defaultFamily));
+    const FactoryPtr factory = FontEngine::FontFactory::create(loader, defaultFamily);
     const TextFont font = makeTextFont(factory, options.font);
+    Seen seen;
     for (const std::string& line : splitLines(text)) {
         for (const CharacterFont& character : findCharacterFonts(font, line)) {
             if (character.codePoint != '\t') { // never drawn: it moves the pen
                 printCharacter(font, character, out);
+                seen.add(character);
             }
         }
+    }
+    if (options.explains) {
+        seen.explain(*loader, out);
     }
 }
 

@@ -45,7 +45,8 @@ std::shared_ptr<const std::vector<unsigned char>> readFont(const std::string& pa
 } // namespace
 
 FileFontLoader::FileFontLoader(const std::string& path)
-    : _bytes(readFont(path)) {
+    : _path(path)
+    , _bytes(readFont(path)) {
     try {
         const auto library = FontLoaders::createFreeTypeLibrary();
         const auto face = FontLoaders::createFontFace(library, _bytes);

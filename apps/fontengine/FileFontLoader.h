@@ -20,10 +20,12 @@ public:
     std::shared_ptr<const std::vector<unsigned char>> loadDefaultFont(bool bold, bool italic) const override;
     std::string getFamilyNameForRange(unsigned int rangeId) const override;
 
+    const std::string& getPath() const { return _path; }
     bool isBold() const { return _isBold; }
     bool isItalic() const { return _isItalic; }
 
 private:
+    std::string _path;
     std::shared_ptr<const std::vector<unsigned char>> _bytes;
     bool _isBold = false;
     bool _isItalic = false;

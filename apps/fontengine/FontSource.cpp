@@ -23,26 +23,24 @@ const std::string& checkName(const std::string& name) {
     return name;
 }
 
-FactoryPtr openFamily(const std::string& name) {
-    const auto factory = FontEngine::FontFactory::create(defaultFamily);
-    if (!isInstalled(factory, {name})) {
-        throw ToolError(fmt::format("'{}' is neither an installed font family nor a file", name));
-    }
-    return factory;
-}
-
 } // namespace
 
 FontSource::FontSource(const std::string& familyOrFile)
     : _name(checkName(familyOrFile))
     , _isFile(namesFile(familyOrFile))
-    , _factory(_isFile ? openFile() : openFamily(familyOrFile)) {}
+    , _loader(makeNNPtr<const RecordingFontLoader>(
+          _isFile ? openFile() : FontLoaders::createPlatformDefaultFontLoader(defaultFamily)))
+    , _factory(FontEngine::FontFactory::create(_loader, _isFile ? _name : defaultFamily)) {
+    if (!_isFile && !isInstalled(_factory, {_name})) {
+        throw ToolError(fmt::format("'{}' is neither an installed font family nor a file", _name));
+    }
+}
 
-FactoryPtr FontSource::openFile() {
+RecordingFontLoader::LoaderPtr FontSource::openFile() {
     const auto loader = makeNNPtr<const FileFontLoader>(_name);
     _isAlwaysBold = loader->isBold();
     _isAlwaysItalic = loader->isItalic();
-    return FontEngine::FontFactory::create(loader, _name);
+    return loader;
 }
 
 TextFont FontSource::makeFont(bool isBold, bool isItalic, float size) const {

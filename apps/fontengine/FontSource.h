@@ -1,5 +1,6 @@
 #pragma once
 
+#include "RecordingFontLoader.h"
 #include "TextFont.h"
 
 #include <string>
@@ -23,13 +24,17 @@ public:
     /// In the file's own style at least: a bold file has no plain face to show.
     TextFont makeFont(bool isBold, bool isItalic, float size) const;
 
+    /// Knows what was asked for so far.
+    const CheckedPtrImpl<const RecordingFontLoader, false>& getLoader() const { return _loader; }
+
 private:
-    FactoryPtr openFile();
+    RecordingFontLoader::LoaderPtr openFile();
 
     std::string _name;
     bool _isFile;
     bool _isAlwaysBold = false;
     bool _isAlwaysItalic = false;
+    CheckedPtrImpl<const RecordingFontLoader, false> _loader;
     FactoryPtr _factory;
 };
 

@@ -1,7 +1,9 @@
 #include "CodeRanges.h"
 #include "Commands.h"
+#include "FontOrigin.h"
 #include "FontSource.h"
 #include "NumberLimits.h"
+#include "Properties.h"
 
 #include <fmt/format.h>
 #include <fmt/ostream.h>
@@ -14,21 +16,17 @@ namespace Vell::Tool {
 
 namespace {
 
-void printLine(std::ostream& out, const char* name, const std::string& value) {
-    fmt::print(out, "{:<19}{}\n", fmt::format("{}:", name), value);
-}
-
 void printFace(const FontEngine::FontFace& face, std::ostream& out) {
     const FT_FaceRec& record = *face.getHandle();
     const auto yesOrNo = [](bool value) { return value ? "yes" : "no"; };
-    printLine(out, "family", getFamilyName(face));
-    printLine(out, "style", getStyleName(face));
-    printLine(out, "synthesised", describeSynthesis(face.getTransform()));
-    printLine(out, "symbol font", yesOrNo(FontLoaders::isSymbolicFont(getFamilyName(face))));
-    printLine(out, "outlines", yesOrNo(FT_IS_SCALABLE(&record)));
-    printLine(out, "faces in the file", fmt::format("{}", record.num_faces));
-    printLine(out, "glyphs", fmt::format("{}", record.num_glyphs));
-    printLine(out, "units per em", fmt::format("{}", record.units_per_EM));
+    printProperty(out, "family", getFamilyName(face));
+    printProperty(out, "style", getStyleName(face));
+    printProperty(out, "synthesised", describeSynthesis(face.getTransform()));
+    printProperty(out, "symbol font", yesOrNo(FontLoaders::isSymbolicFont(getFamilyName(face))));
+    printProperty(out, "outlines", yesOrNo(FT_IS_SCALABLE(&record)));
+    printProperty(out, "faces in the file", fmt::format("{}", record.num_faces));
+    printProperty(out, "glyphs", fmt::format("{}", record.num_glyphs));
+    printProperty(out, "units per em", fmt::format("{}", record.units_per_EM));
 }
 
 /// Without the noise of single precision, in which differences of metrics are seldom exactly 0.
@@ -51,13 +49,13 @@ void printMetrics(const FontEngine::Font& font, std::ostream& out) {
         {"strike-out", font.getStrikeOutPosition()},
     };
     for (const auto& length : lengths) {
-        printLine(out, length.name, printLength(length.value));
+        printProperty(out, length.name, printLength(length.value));
     }
 }
 
 void printCharacters(const Gfx::CharMap& map, bool listsThem, std::ostream& out) {
     const std::vector<CodeRange> ranges = findMappedRanges(map);
-    printLine(out, "mapped characters", fmt::format("{} in {} ranges", map.size(), ranges.size()));
+    printProperty(out, "mapped characters", fmt::format("{} in {} ranges", map.size(), ranges.size()));
     if (!listsThem) {
         return;
     }
@@ -66,6 +64,11 @@ void printCharacters(const Gfx::CharMap& map, bool listsThem, std::ostream& out)
         fmt::print(out, "  {}\n",
                    range.first == range.last ? first : fmt::format("{}..U+{:04X}", first, range.last));
     }
+}
+
+void printReasons(const FontEngine::Font& font, const FontSource& source, std::ostream& out) {
+    printOrigin(font, *source.getLoader(), out);
+    printQuestions(*source.getLoader(), {}, out);
 }
 
 } // namespace
@@ -78,6 +81,9 @@ void printInfo(const InfoOptions& options, std::ostream& out) {
     printFace(*font.getFace(), out);
     printMetrics(font, out);
     printCharacters(font.getFace()->getBasicMetrics().getCharMap(), options.listsCharacters, out);
+    if (options.explains) {
+        printReasons(font, source, out);
+    }
 }
 
 } // namespace Vell::Tool

@@ -16,6 +16,7 @@ constexpr NumberLimits sizeLimits{"--size", 0.1F, 4096.0F};
 constexpr NumberLimits scaleLimits{"--scale", 0.01F, 100.0F};
 constexpr NumberLimits ratioLimits{"--dpr", 0.1F, 16.0F};
 constexpr NumberLimits spacingLimits{"--letter-spacing", -4096.0F, 4096.0F};
+constexpr NumberLimits passLimits{"--passes", 1.0F, 1000000.0F};
 constexpr NumberLimits rotationLimits{"--rotate", -36000.0F, 36000.0F};
 
 /// Throws UsageError for a value outside, NaN included.

@@ -54,6 +54,16 @@ double toDevice(float length, float ratio) {
     return std::ceil(static_cast<double>(length) * static_cast<double>(ratio));
 }
 
+struct DeviceSize {
+    double width;
+    double height;
+};
+
+DeviceSize getDeviceSize(const FormatRow& row, const PageSize& size) {
+    const float ratio = row.isVector ? 1.0F : size.pixelRatio;
+    return {toDevice(size.width, ratio), toDevice(size.height, ratio)};
+}
+
 } // namespace
 
 PageFormat getPageFormat(std::string_view path) {
@@ -75,13 +85,19 @@ int getPixelCount(float length, float pixelRatio) {
     return std::max(1, static_cast<int>(toDevice(length, pixelRatio)));
 }
 
-void checkPageSize(PageFormat format, const PageSize& size) {
+bool fitsFormat(PageFormat format, const PageSize& size) {
     const FormatRow& row = getRow(format);
-    const float ratio = row.isVector ? 1.0F : size.pixelRatio;
-    const double width = toDevice(size.width, ratio);
-    const double height = toDevice(size.height, ratio);
-    if (!(width <= row.maxSide && height <= row.maxSide && width * height <= row.maxArea)) {
-        throw ToolError(fmt::format("the picture would be too large: {} by {} {}", width, height, row.unit));
+    const DeviceSize device = getDeviceSize(row, size);
+    return device.width <= row.maxSide && device.height <= row.maxSide &&
+           device.width * device.height <= row.maxArea;
+}
+
+void checkPageSize(PageFormat format, const PageSize& size) {
+    if (!fitsFormat(format, size)) {
+        const FormatRow& row = getRow(format);
+        const DeviceSize device = getDeviceSize(row, size);
+        throw ToolError(fmt::format("the picture would be too large: {} by {} {}", device.width,
+                                    device.height, row.unit));
     }
 }
 

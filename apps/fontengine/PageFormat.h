@@ -23,6 +23,9 @@ struct PageSize {
 /// The side of a picture in pixels: PNG only.
 int getPixelCount(float length, float pixelRatio);
 
+/// Whether the format can hold a page that large.
+bool fitsFormat(PageFormat format, const PageSize& size);
+
 /// Throws ToolError when the format cannot hold a page that large.
 void checkPageSize(PageFormat format, const PageSize& size);
 

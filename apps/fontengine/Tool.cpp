@@ -15,11 +15,16 @@ namespace {
 struct Runner {
     std::istream& in;
     std::ostream& out;
+    int status = succeeded;
 
     void operator()(const PrintText& print) const { out << print.text; }
     void operator()(const RenderOptions& options) const { render(options, in); }
     void operator()(const InfoOptions& options) const { printInfo(options, out); }
     void operator()(const FallbackOptions& options) const { printFallback(options, in, out); }
+    void operator()(const CacheStatsOptions& options) const { printCacheStats(options, in, out); }
+    void operator()(const CompareOptions& options) {
+        status = comparePictures(options, out) ? succeeded : different;
+    }
     void operator()(const DemoOptions& options) const { drawDemo(options); }
     void operator()(const SpecimenOptions& options) const { makeSpecimen(options); }
 };
@@ -48,9 +53,10 @@ int report(std::ostream& err, const std::string& message, int status) {
 
 int runTool(int argc, const char* const* argv, std::istream& in, std::ostream& out, std::ostream& err) {
     try {
-        std::visit(Runner{in, out}, parseCommandLine(argc, argv));
+        Runner runner{in, out};
+        std::visit(runner, parseCommandLine(argc, argv));
         flush(out);
-        return succeeded;
+        return runner.status;
     } catch (const UsageError& error) {
         return report(err, error.what(), wrongUse);
     } catch (const std::bad_alloc&) {

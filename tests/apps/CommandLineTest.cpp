@@ -67,17 +67,19 @@ TEST(ToolCommandLine, TakesAnyTextAsItIs) {
 }
 
 TEST(ToolCommandLine, ReadsTheOtherCommands) {
-    const auto info =
-        std::get<InfoOptions>(parse({"info", "Some Sans", "--bold", "--size", "10", "--characters"}));
+    const auto info = std::get<InfoOptions>(
+        parse({"info", "Some Sans", "--bold", "--size", "10", "--characters", "--why"}));
     EXPECT_EQ(info.familyOrFile, "Some Sans");
     EXPECT_TRUE(info.isBold);
     EXPECT_FALSE(info.isItalic);
     EXPECT_EQ(info.size, 10.0F);
     EXPECT_TRUE(info.listsCharacters);
+    EXPECT_TRUE(info.explains);
     const auto fallback = std::get<FallbackOptions>(parse({"fallback", "text", "--family", "F", "--italic"}));
     EXPECT_EQ(fallback.source.text, "text");
     EXPECT_EQ(fallback.font.family, "F");
     EXPECT_TRUE(fallback.font.isItalic);
+    EXPECT_FALSE(fallback.explains);
     const auto demo = std::get<DemoOptions>(parse({"demo", "-o", "folder"}));
     EXPECT_EQ(demo.folder, "folder");
     EXPECT_FALSE(demo.text.has_value());
@@ -85,6 +87,39 @@ TEST(ToolCommandLine, ReadsTheOtherCommands) {
     const auto specimen = std::get<SpecimenOptions>(parse({"specimen", "Some Sans", "-o", "folder"}));
     EXPECT_EQ(specimen.familyOrFile, "Some Sans");
     EXPECT_EQ(specimen.folder, "folder");
+}
+
+TEST(ToolCommandLine, ReadsEveryOptionOfCacheStats) {
+    const auto plain = std::get<CacheStatsOptions>(parse({"cache-stats", "text"}));
+    EXPECT_EQ(plain.source.text, "text");
+    EXPECT_EQ(plain.maxFaces, 0U);
+    EXPECT_EQ(plain.maxBitmapBytes, 0U);
+    EXPECT_EQ(plain.passes, 1U);
+    EXPECT_FALSE(plain.painter.has_value());
+    EXPECT_FALSE(plain.printsJson);
+    const auto full = std::get<CacheStatsOptions>(parse(
+        {"cache-stats",        "--file", "f",        "--family", "F",         "--bold", "--size",      "9",
+         "--letter-spacing",   "1",      "--dpr",    "2",        "--painter", "raster", "--max-faces", "3",
+         "--max-bitmap-bytes", "4",      "--passes", "5",        "--json"}));
+    EXPECT_EQ(full.source.file, "f");
+    EXPECT_EQ(full.font.family, "F");
+    EXPECT_TRUE(full.font.isBold);
+    EXPECT_EQ(full.font.size, 9.0F);
+    EXPECT_EQ(full.font.letterSpacing, 1.0F);
+    EXPECT_EQ(full.pixelRatio, 2.0F);
+    EXPECT_EQ(full.painter, PainterKind::Raster);
+    EXPECT_EQ(full.maxFaces, 3U);
+    EXPECT_EQ(full.maxBitmapBytes, 4U);
+    EXPECT_EQ(full.passes, 5U);
+    EXPECT_TRUE(full.printsJson);
+}
+
+TEST(ToolCommandLine, ReadsWhatToCompare) {
+    const auto plain = std::get<CompareOptions>(parse({"compare", "a.png", "b.png"}));
+    EXPECT_EQ(plain.first, "a.png");
+    EXPECT_EQ(plain.second, "b.png");
+    EXPECT_FALSE(plain.output.has_value());
+    EXPECT_EQ(std::get<CompareOptions>(parse({"compare", "a", "b", "-o", "c.png"})).output, "c.png");
 }
 
 TEST(ToolCommandLine, ExplainsItself) {

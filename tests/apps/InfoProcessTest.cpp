@@ -47,6 +47,39 @@ TEST(InfoProcess, ListsTheMappedCharactersOnRequest) {
     EXPECT_THAT(runTool({"info", "DejaVu Sans"}).out, ::testing::Not(HasSubstr("U+")));
 }
 
+TEST(InfoProcess, TellsWhichFileServesAndWhyOnRequest) {
+    const std::vector<std::string> plain = {"info", "Noto Sans CJK JP", "--bold", "--italic"};
+    std::vector<std::string> why = plain;
+    why.emplace_back("--why");
+    const std::string file = "/usr/share/fonts/opentype/noto/NotoSansCJK-Bold.ttc (face 0)\n";
+    const ProcessResult result = runTool(why);
+    EXPECT_EQ(result.status, 0) << result.err;
+    EXPECT_EQ(result.out, runTool(plain).out + "file:              " + file +
+                              "why:               asked for bold italic; bold italic: none, regular: found, "
+                              "bold: found -> bold serves, synthesised: slant\n"
+                              "loader asked:\n"
+                              "  \"Noto Sans CJK JP\" bold italic: none\n"
+                              "  \"Noto Sans CJK JP\" regular: "
+                              "/usr/share/fonts/opentype/noto/NotoSansCJK-Regular.ttc (face 0)\n"
+                              "  \"Noto Sans CJK JP\" bold: " +
+                              file);
+}
+
+TEST(InfoProcess, CountsTheFacesOfACollection) {
+    EXPECT_THAT(runTool({"info", "Noto Sans CJK KR", "--why"}).out,
+                ::testing::ContainsRegex(
+                    "\nfile:              /usr/share/fonts/opentype/noto/NotoSansCJK-Regular.ttc "
+                    "\\(face [1-9]\\)\n"));
+}
+
+TEST(InfoProcess, NamesTheFontFileThatItWasGiven) {
+    const std::string file = "/usr/share/fonts/truetype/dejavu/DejaVuSans-Bold.ttf";
+    EXPECT_THAT(runTool({"info", file, "--why"}).out,
+                HasSubstr("\nfile:              " + file +
+                          " (face 0)\nwhy:               asked for bold; bold: found -> "
+                          "bold serves, synthesised: nothing\n"));
+}
+
 TEST(InfoProcess, FailsPlainly) {
     const auto expectFailure = [](const std::string& name, int status, const std::string& message) {
         const ProcessResult result = runTool({"info", name});
@@ -74,6 +107,37 @@ TEST(FallbackProcess, NamesTheFaceOfEachCharacter) {
     EXPECT_THAT(result.out, HasSubstr("U+FFFD\t\xEF\xBF\xBD\t"));
     EXPECT_THAT(result.out, HasSubstr("U+0001\t\t"));
     EXPECT_THAT(result.out, ::testing::EndsWith("\tmissing\n"));
+}
+
+TEST(FallbackProcess, TellsWhereEachFaceComesFromOnRequest) {
+    const std::vector<std::string> plain = {"fallback",
+                                            "a\xE4\xB8\xAD"
+                                            "b",
+                                            "--bold"};
+    std::vector<std::string> why = plain;
+    why.emplace_back("--why");
+    const std::string own = "/usr/share/fonts/truetype/dejavu/DejaVuSans-Bold.ttf (face 0)\n";
+    const std::string cjk = "/usr/share/fonts/opentype/noto/NotoSansCJK-Bold.ttc (face 0)\n";
+    const ProcessResult result = runTool(why);
+    EXPECT_EQ(result.status, 0) << result.err;
+    EXPECT_EQ(result.out, runTool(plain).out +
+                              "\n"
+                              "face:              DejaVu Sans Bold\n"
+                              "file:              " +
+                              own +
+                              "why:               asked for bold; default font, bold: found -> "
+                              "default font, bold serves, synthesised: nothing\n"
+                              "face:              Noto Sans CJK JP Bold\n"
+                              "file:              " +
+                              cjk +
+                              "why:               asked for bold; bold: found -> bold serves, "
+                              "synthesised: nothing\n"
+                              "loader asked:\n"
+                              "  default font, bold: " +
+                              own +
+                              "  family for the block of U+4E2D: \"Noto Sans CJK JP\"\n"
+                              "  \"Noto Sans CJK JP\" bold: " +
+                              cjk);
 }
 
 TEST(FallbackProcess, FailsPlainly) {

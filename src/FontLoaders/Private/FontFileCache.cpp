@@ -6,6 +6,8 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+
 namespace Vell::FontLoaders::Internal {
 
 namespace {
@@ -39,6 +41,16 @@ FontBytes FontFileCache::load(const std::string& file, unsigned int index) {
         kept = face;
     }
     return face;
+}
+
+std::optional<FontFilePlace> FontFileCache::find(const FontBytes& bytes) const {
+    const auto found = std::find_if(_faces.begin(), _faces.end(), [&bytes](const auto& face) {
+        return bytes && face.second.lock() == bytes;
+    });
+    if (found == _faces.end()) {
+        return std::nullopt;
+    }
+    return FontFilePlace{found->first.first, found->first.second};
 }
 
 FontBytes FontFileCache::readFile(const std::string& file) {

@@ -1,8 +1,10 @@
 #pragma once
 
 #include <FontLoaders/Private/FontBytes.h>
+#include <FontLoaders/Public/PlatformFontLoader.h>
 
 #include <map>
+#include <optional>
 #include <string>
 #include <utility>
 
@@ -19,6 +21,9 @@ public:
     /// as a file of its own. The same face is the same vector. Throws FontLoaderException with the file's
     /// name and the reason when the file cannot be read or holds no such face.
     FontBytes load(const std::string& file, unsigned int index);
+
+    /// The face that these very bytes were loaded for; nothing if they are not from here.
+    std::optional<FontFilePlace> find(const FontBytes& bytes) const;
 
 private:
     FontBytes readFile(const std::string& file);

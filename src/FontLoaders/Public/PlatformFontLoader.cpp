@@ -32,6 +32,8 @@ public:
     FontBytes loadDefaultFont(bool bold, bool italic) const override;
     std::string getFamilyNameForRange(unsigned int rangeId) const override;
 
+    std::optional<FontFilePlace> findFile(const FontBytes& bytes) const;
+
 private:
     Internal::InstalledFonts& getFonts() const;
     FontBytes load(const Internal::InstalledFace* face) const;
@@ -73,6 +75,11 @@ std::string PlatformFontLoader::getFamilyNameForRange(unsigned int rangeId) cons
     return getFonts().getFamilyForRange(rangeId);
 }
 
+std::optional<FontFilePlace> PlatformFontLoader::findFile(const FontBytes& bytes) const {
+    const std::lock_guard<std::mutex> lock(fontconfigMutex);
+    return _files.find(bytes);
+}
+
 Internal::InstalledFonts& PlatformFontLoader::getFonts() const {
     if (!_fonts) {
         _fonts.emplace(_defaultFaceName);
@@ -97,6 +104,11 @@ FontBytes PlatformFontLoader::getEmbeddedFont() const {
 
 CheckedPtrImpl<FontLoader, false> createPlatformDefaultFontLoader(const std::string& defaultFaceName) {
     return makeNNPtr<PlatformFontLoader>(defaultFaceName);
+}
+
+std::optional<FontFilePlace> findFontFile(const FontLoader& loader, const FontBytes& bytes) {
+    const auto* platformLoader = dynamic_cast<const PlatformFontLoader*>(&loader);
+    return platformLoader == nullptr ? std::nullopt : platformLoader->findFile(bytes);
 }
 
 } // namespace Vell::FontLoaders

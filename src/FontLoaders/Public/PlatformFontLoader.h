@@ -4,7 +4,10 @@
 #include <Utils/Public/Export.h>
 #include <Utils/Public/Ptr/CheckedPtr.h>
 
+#include <memory>
+#include <optional>
 #include <string>
+#include <vector>
 
 namespace Vell::FontLoaders {
 
@@ -47,5 +50,17 @@ namespace Vell::FontLoaders {
 /// answer is kept.
 VELL_API CheckedPtrImpl<FontLoader, false>
 createPlatformDefaultFontLoader(const std::string& defaultFaceName);
+
+/// A face in a font file.
+struct FontFilePlace {
+    std::string file;   ///< as fontconfig names it
+    unsigned int index; ///< among the faces of a collection, from 0; 0 for a file that is no collection
+};
+
+/// Where the bytes come from that a loader of createPlatformDefaultFontLoader has handed out; for telling
+/// people. Nothing for the built-in font, for bytes of other loaders, and if `loader` is one. Asks fontconfig
+/// nothing and reads nothing. Any thread.
+VELL_API std::optional<FontFilePlace>
+findFontFile(const FontLoader& loader, const std::shared_ptr<const std::vector<unsigned char>>& bytes);
 
 } // namespace Vell::FontLoaders

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <unistd.h>
+
+#include <chrono>
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace Vell::Tool {
+
+/// A bar for work that takes a while, on standard error when that is a terminal. In a pipe or a file it
+/// writes nothing at all.
+///
+///     Progress progress("pages", pages.size());
+///     for (const Page& page : pages) { draw(page); progress.advance(); }
+///
+/// The bar stands on the terminal's current line and is drawn over itself a few times a second at most. Its
+/// end, an exception included, clears it away: what is printed next begins on an empty line. Nothing else
+/// should be printed while it stands. It never fails: a bar that cannot be written is not seen. One thread.
+class Progress {
+public:
+    /// `total`: how many steps there are, in whatever unit the work counts.
+    explicit Progress(std::string label, std::size_t total, int descriptor = STDERR_FILENO);
+    Progress(const Progress&) = delete;
+    Progress& operator=(const Progress&) = delete;
+    ~Progress();
+
+    /// Steps beyond the total do not count.
+    void advance(std::size_t steps = 1);
+
+private:
+    using Clock = std::chrono::steady_clock;
+
+    void draw();
+    void write(std::string_view text);
+
+    std::string _label;
+    std::size_t _total;
+    std::size_t _done = 0;
+    int _descriptor;
+    bool _isVisible;
+    std::size_t _columns = 0; // of what stands on the line
+    Clock::time_point _drawn;
+};
+
+/// The bar as a line of less than `columns` characters, with no bar in it where there is no room. The label
+/// is in ASCII.
+std::string formatProgress(std::string_view label, std::size_t done, std::size_t total, std::size_t columns);
+
+} // namespace Vell::Tool

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <FontLoaders/FontLoaders.h>
+
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <variant>
+#include <vector>
+
+namespace Vell::Tool {
+
+using FontBytes = std::shared_ptr<const std::vector<unsigned char>>;
+
+/// What a loader was asked for, and its answer.
+struct FontQuestion {
+    std::optional<std::string> family; ///< nothing: the default font
+    bool isBold;
+    bool isItalic;
+    FontBytes answer; ///< null: there is no such font
+};
+
+/// Which family a Unicode range falls back to.
+struct RangeQuestion {
+    unsigned int rangeId;
+    std::string answer; ///< empty: none
+};
+
+using LoaderQuestion = std::variant<FontQuestion, RangeQuestion>;
+
+/// Hands every question on to another loader and writes down each one with its answer, at the place where it
+/// was asked first: the question that comes again gets the same answer. Holds the bytes of all answers. A
+/// question that ends in an exception is not written down. Any thread.
+class RecordingFontLoader : public FontLoaders::FontLoader {
+public:
+    using LoaderPtr = CheckedPtrImpl<const FontLoaders::FontLoader, false>;
+
+    explicit RecordingFontLoader(LoaderPtr loader);
+
+    FontBytes loadFont(const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& faceInfo) const override;
+    FontBytes loadDefaultFont(bool bold, bool italic) const override;
+    std::string getFamilyNameForRange(unsigned int rangeId) const override;
+
+    const FontLoaders::FontLoader& getLoader() const { return *_loader; }
+    std::vector<LoaderQuestion> getQuestions() const;
+
+private:
+    void record(LoaderQuestion question) const;
+
+    LoaderPtr _loader;
+    mutable std::mutex _mutex; // guards the questions
+    mutable std::vector<LoaderQuestion> _questions;
+};
+
+} // namespace Vell::Tool

@@ -1,0 +1,71 @@
+#include "FaceRequest.h"
+#include "FontSandbox.h"
+#include "FontWriter.h"
+
+#include <gtest/gtest.h>
+
+namespace Vell::FontLoaders::Testing {
+
+namespace {
+
+void expectPlace(const FontLoader& loader, const std::shared_ptr<const Bytes>& bytes, const std::string& file,
+                 unsigned int index) {
+    const auto place = findFontFile(loader, bytes);
+    ASSERT_TRUE(place.has_value());
+    EXPECT_EQ(place->file, file);
+    EXPECT_EQ(place->index, index);
+}
+
+class OtherLoader final : public FontLoader {
+public:
+    std::shared_ptr<const Bytes>
+    loadFont(const CheckedPtrImpl<const Gfx::FontFaceInfo, false>&) const override {
+        return nullptr;
+    }
+    std::shared_ptr<const Bytes> loadDefaultFont(bool, bool) const override { return nullptr; }
+    std::string getFamilyNameForRange(unsigned int) const override { return {}; }
+};
+
+} // namespace
+
+TEST(FontFilePlace, IsTheFileOfTheFont) {
+    const FontSandbox sandbox;
+    sandbox.write("a.ttf", writeFont(makeDraft(u"Alpha")));
+    sandbox.write("b.ttf", writeFont(makeDraft(u"Alpha", 700)));
+    const auto loader = createPlatformDefaultFontLoader("Alpha");
+    const auto bold = load(loader, "Alpha", true);
+    const auto plain = loader->loadDefaultFont(false, false);
+    expectPlace(*loader, bold, sandbox.getPath("b.ttf"), 0);
+    expectPlace(*loader, plain, sandbox.getPath("a.ttf"), 0);
+}
+
+TEST(FontFilePlace, CountsTheFacesOfACollection) {
+    const FontSandbox sandbox;
+    sandbox.write("a.ttc", writeCollection({writeFont(makeDraft(u"Alpha")), writeFont(makeDraft(u"Beta"))}));
+    const auto loader = createPlatformDefaultFontLoader("");
+    const auto alpha = load(loader, "Alpha");
+    const auto beta = load(loader, "Beta");
+    expectPlace(*loader, alpha, sandbox.getPath("a.ttc"), 0);
+    expectPlace(*loader, beta, sandbox.getPath("a.ttc"), 1);
+}
+
+TEST(FontFilePlace, IsKnownOfItsOwnBytesOnly) {
+    const FontSandbox sandbox;
+    sandbox.write("a.ttf", writeFont(makeDraft(u"Alpha")));
+    const auto loader = createPlatformDefaultFontLoader("");
+    const auto bytes = load(loader, "Alpha");
+    EXPECT_FALSE(findFontFile(*loader, nullptr).has_value());
+    EXPECT_FALSE(findFontFile(*loader, std::make_shared<const Bytes>(*bytes)).has_value());
+    EXPECT_FALSE(findFontFile(*createPlatformDefaultFontLoader(""), bytes).has_value());
+    EXPECT_FALSE(findFontFile(OtherLoader(), bytes).has_value());
+}
+
+TEST(FontFilePlace, IsNowhereForTheBuiltInFont) {
+    const FontSandbox sandbox;
+    const auto loader = createPlatformDefaultFontLoader("");
+    const auto bytes = loader->loadDefaultFont(false, false);
+    ASSERT_EQ(bytes != nullptr, FONT_IS_EMBEDDED != 0);
+    EXPECT_FALSE(findFontFile(*loader, bytes).has_value());
+}
+
+} // namespace Vell::FontLoaders::Testing

@@ -1,0 +1,73 @@
+#pragma once
+
+#include <fcntl.h>
+#include <pty.h>
+#include <sys/ioctl.h>
+#include <termios.h>
+#include <unistd.h>
+
+#include <stdexcept>
+#include <string>
+#include <thread>
+
+namespace Vell::Tool::Testing {
+
+/// A terminal that keeps what is written to it, as it is. It reads all the time: a full terminal would block
+/// whoever writes.
+class PseudoTerminal {
+public:
+    explicit PseudoTerminal(unsigned short columns) {
+        termios raw{};
+        cfmakeraw(&raw);
+        const winsize size{24, columns, 0, 0};
+        if (openpty(&_controller, &_terminal, nullptr, &raw, &size) != 0) {
+            throw std::runtime_error("openpty failed");
+        }
+        fcntl(_controller, F_SETFD, FD_CLOEXEC);
+        fcntl(_terminal, F_SETFD, FD_CLOEXEC);
+        _reader = std::thread([this] { readAll(); });
+    }
+    PseudoTerminal(const PseudoTerminal&) = delete;
+    PseudoTerminal& operator=(const PseudoTerminal&) = delete;
+    ~PseudoTerminal() {
+        hangUp();
+        close(_controller);
+    }
+
+    int getDescriptor() const { return _terminal; }
+    /// The file by which a process opens the terminal.
+    std::string getPath() const { return ttyname(_terminal); }
+
+    /// All that was written. Whoever else has the terminal open must have closed it; it is gone afterwards.
+    std::string take() {
+        hangUp();
+        return _text;
+    }
+
+private:
+    /// The end that is read fails when nobody has the other one open any more.
+    void readAll() {
+        char buffer[4096];
+        for (;;) {
+            const ssize_t count = read(_controller, buffer, sizeof(buffer));
+            if (count <= 0) {
+                return;
+            }
+            _text.append(buffer, static_cast<std::size_t>(count));
+        }
+    }
+
+    void hangUp() {
+        if (_reader.joinable()) {
+            close(_terminal);
+            _reader.join();
+        }
+    }
+
+    int _controller = -1;
+    int _terminal = -1;
+    std::string _text; // the reader's until it is joined
+    std::thread _reader;
+};
+
+} // namespace Vell::Tool::Testing
