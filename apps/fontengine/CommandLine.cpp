@@ -114,7 +114,12 @@ CLI::App* addFallback(CLI::App& app, Parsed& parsed) {
 /// The limits of the caches and the passes. Without the check a negative number would wrap around.
 void addCounts(CLI::App& app, CacheStatsOptions& options) {
     const auto add = [&app](const char* name, unsigned long& count, const char* help) {
-        app.add_option(name, count, help)->check(CLI::NonNegativeNumber)->capture_default_str();
+        app.add_option(name, count, help)
+            ->check([](const std::string& text) {
+                return text.find('-') == std::string::npos ? "" : "must not be negative";
+            })
+            ->type_name("COUNT")
+            ->capture_default_str();
     };
     add("--max-faces", options.maxFaces, "of faces, and of font files; 0: no limit");
     add("--max-bitmap-bytes", options.maxBitmapBytes, "of bitmaps, and of coloured images; 0: no limit");
