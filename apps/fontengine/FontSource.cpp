@@ -23,18 +23,22 @@ const std::string& checkName(const std::string& name) {
     return name;
 }
 
+/// By a factory of its own: what is asked here is no part of what the source records.
+RecordingFontLoader::LoaderPtr openFamily(const std::string& name) {
+    const auto loader = FontLoaders::createPlatformDefaultFontLoader(defaultFamily);
+    if (!isInstalled(FontEngine::FontFactory::create(loader, defaultFamily), {name})) {
+        throw ToolError(fmt::format("'{}' is neither an installed font family nor a file", name));
+    }
+    return loader;
+}
+
 } // namespace
 
 FontSource::FontSource(const std::string& familyOrFile)
     : _name(checkName(familyOrFile))
     , _isFile(namesFile(familyOrFile))
-    , _loader(makeNNPtr<const RecordingFontLoader>(
-          _isFile ? openFile() : FontLoaders::createPlatformDefaultFontLoader(defaultFamily)))
-    , _factory(FontEngine::FontFactory::create(_loader, _isFile ? _name : defaultFamily)) {
-    if (!_isFile && !isInstalled(_factory, {_name})) {
-        throw ToolError(fmt::format("'{}' is neither an installed font family nor a file", _name));
-    }
-}
+    , _loader(makeNNPtr<const RecordingFontLoader>(_isFile ? openFile() : openFamily(_name)))
+    , _factory(FontEngine::FontFactory::create(_loader, _isFile ? _name : defaultFamily)) {}
 
 RecordingFontLoader::LoaderPtr FontSource::openFile() {
     const auto loader = makeNNPtr<const FileFontLoader>(_name);

@@ -7,9 +7,9 @@ here=$(dirname "$0")
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
 
-gzip -dc "$2" | sed '/letter/d' | gzip >"$scratch/manual.gz"
+gzip -dc "$2" | sed '/rotate/d' | gzip >"$scratch/manual.gz"
 for shell in bash fish; do
-  sed "s#sed -n#sed /letter/d | sed -n#" "$3/fontengine.$shell" >"$scratch/fontengine.$shell"
+  sed "s#sed -n#sed /rotate/d | sed -n#" "$3/fontengine.$shell" >"$scratch/fontengine.$shell"
 done
 
 if "$here/check-manual-and-completions.sh" "$1" "$scratch/manual.gz" "$scratch" 2>"$scratch/errors"; then
@@ -17,7 +17,7 @@ if "$here/check-manual-and-completions.sh" "$1" "$scratch/manual.gz" "$scratch" 
   exit 1
 fi
 diff "$scratch/errors" - <<'EOF'
-manual: 'render' lacks --letter-spacing
-bash: 'render' does not complete --letter-spacing
-fish: 'render' does not complete --letter-spacing
+manual: 'render' lacks --rotate
+bash: 'render' does not complete --rotate
+fish: 'render' does not complete --rotate
 EOF
