@@ -1,11 +1,10 @@
 #include "Page.h"
 
 #include "Errors.h"
+#include "SurfaceBytes.h"
 
 #include <cairo-pdf.h>
 #include <cairo-svg.h>
-
-#include <exception>
 
 namespace Vell::Tool {
 
@@ -14,15 +13,6 @@ namespace {
 using CairoAdapter::CairoPainter;
 using CairoAdapter::SurfacePtr;
 using CairoAdapter::throwIfFailed;
-
-cairo_status_t append(void* bytes, const unsigned char* data, unsigned int length) {
-    try {
-        static_cast<std::string*>(bytes)->append(reinterpret_cast<const char*>(data), length);
-        return CAIRO_STATUS_SUCCESS;
-    } catch (const std::exception&) {
-        return CAIRO_STATUS_NO_MEMORY; // cairo's frames must not see the exception
-    }
-}
 
 void fillWith(const CairoPainter& painter, const Color& color) {
     constexpr double full = 255.0;
@@ -45,19 +35,18 @@ std::string makePng(const PageSize& size, const Color& background, const PageDra
     const SurfacePtr surface = CairoAdapter::makeImageSurface(getPixelCount(size.width, size.pixelRatio),
                                                               getPixelCount(size.height, size.pixelRatio));
     drawOn(surface.get(), size.pixelRatio, background, draw);
-    std::string bytes;
-    throwIfFailed(cairo_surface_write_to_png_stream(surface.get(), append, &bytes));
-    return bytes;
+    return encodePng(surface.get());
 }
 
 SurfacePtr makeDocument(PageFormat format, const PageSize& size, std::string& bytes) {
     const auto width = static_cast<double>(size.width);
     const auto height = static_cast<double>(size.height);
     if (format == PageFormat::Pdf) {
-        return CairoAdapter::adoptSurface(cairo_pdf_surface_create_for_stream(append, &bytes, width, height));
+        return CairoAdapter::adoptSurface(
+            cairo_pdf_surface_create_for_stream(appendBytes, &bytes, width, height));
     }
     SurfacePtr surface =
-        CairoAdapter::adoptSurface(cairo_svg_surface_create_for_stream(append, &bytes, width, height));
+        CairoAdapter::adoptSurface(cairo_svg_surface_create_for_stream(appendBytes, &bytes, width, height));
     // Viewers show an SVG as large as the PNG of ratio 1.
     cairo_svg_surface_set_document_unit(surface.get(), CAIRO_SVG_UNIT_PX);
     return surface;

@@ -1,13 +1,13 @@
 #include "Picture.h"
 
 #include "Html.h"
+#include "SurfaceBytes.h"
 
 #include <fmt/format.h>
 
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
-#include <exception>
 
 namespace Vell::Tool {
 
@@ -16,21 +16,6 @@ namespace {
 using CairoAdapter::CairoPainter;
 using CairoAdapter::SurfacePtr;
 using CairoAdapter::throwIfFailed;
-
-cairo_status_t append(void* bytes, const unsigned char* data, unsigned int length) {
-    try {
-        static_cast<std::string*>(bytes)->append(reinterpret_cast<const char*>(data), length);
-        return CAIRO_STATUS_SUCCESS;
-    } catch (const std::exception&) {
-        return CAIRO_STATUS_NO_MEMORY; // cairo's frames must not see the exception
-    }
-}
-
-std::string encodePng(cairo_surface_t* surface) {
-    std::string bytes;
-    throwIfFailed(cairo_surface_write_to_png_stream(surface, append, &bytes));
-    return bytes;
-}
 
 /// White paper under a coverage, in 16 levels.
 unsigned char makeGrey(std::uint32_t argb) {
