@@ -32,6 +32,10 @@ void paint(cairo_surface_t* from, cairo_surface_t* to) {
     cairo_paint(context.get());
 }
 
+SurfacePtr makeRecording() {
+    return adoptSurface(cairo_recording_surface_create(CAIRO_CONTENT_COLOR_ALPHA, nullptr));
+}
+
 TEST_F(CairoGlyphSnapshot, IsNotTakenForAnEmptyPictureAfterItsFirstGlyph) {
     drawDot(1, 2);
     const Canvas copy(4, 4);
@@ -41,8 +45,7 @@ TEST_F(CairoGlyphSnapshot, IsNotTakenForAnEmptyPictureAfterItsFirstGlyph) {
 
 TEST_F(CairoGlyphSnapshot, OfARecordingKeepsThePictureAsItWas) {
     drawDot(1, 2);
-    const SurfacePtr recording =
-        adoptSurface(cairo_recording_surface_create(CAIRO_CONTENT_COLOR_ALPHA, nullptr));
+    const SurfacePtr recording = makeRecording();
     paint(canvas.surface.get(), recording.get());
     drawDot(3, 0);
     EXPECT_EQ(canvas.getPixel(3, 0), blackPixel);
@@ -54,13 +57,11 @@ TEST_F(CairoGlyphSnapshot, OfARecordingKeepsThePictureAsItWas) {
 TEST_F(CairoGlyphSnapshot, OfALaterRecordingHasTheGlyphsOfBothRuns) {
     drawDot(0, 0);
     {
-        const SurfacePtr recording =
-            adoptSurface(cairo_recording_surface_create(CAIRO_CONTENT_COLOR_ALPHA, nullptr));
+        const SurfacePtr recording = makeRecording();
         paint(canvas.surface.get(), recording.get());
     }
     drawDot(1, 0);
-    const SurfacePtr recording =
-        adoptSurface(cairo_recording_surface_create(CAIRO_CONTENT_COLOR_ALPHA, nullptr));
+    const SurfacePtr recording = makeRecording();
     paint(canvas.surface.get(), recording.get());
     const Canvas replayed(4, 4);
     paint(recording.get(), replayed.surface.get());

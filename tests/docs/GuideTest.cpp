@@ -49,6 +49,11 @@ int countInk(const CoverageCanvas& canvas) {
 
 } // namespace
 
+CheckedPtrImpl<const FontInfo, false> describeHouseSans() {
+    return makeNNPtr<const FontInfo>(makeNNPtr<const FontFaceInfo>("House Sans", false, false), 20.0F,
+                                     Gfx::TextPositionType::Normal);
+}
+
 TEST_F(Guide, DescribesAFontAndMeasuresALine) {
     //! [describe]
     const auto factory = FontFactory::create(loader, "House Sans");
@@ -63,8 +68,7 @@ TEST_F(Guide, DescribesAFontAndMeasuresALine) {
 
 TEST_F(Guide, DrawsBitmapsThroughAGlyphPainter) {
     const auto factory = FontFactory::create(loader, "House Sans");
-    const auto info = makeNNPtr<const FontInfo>(makeNNPtr<const FontFaceInfo>("House Sans", false, false),
-                                                20.0F, Gfx::TextPositionType::Normal);
+    const auto info = describeHouseSans();
     const auto style = makeNNPtr<const ExtFontInfo>(info);
     const Font font = factory->getFont(info);
     //! [raster]
@@ -80,8 +84,7 @@ TEST_F(Guide, DrawsBitmapsThroughAGlyphPainter) {
 
 TEST_F(Guide, DrawsUnderscoresThatAreColouredAlready) {
     const auto factory = FontFactory::create(loader, "House Sans");
-    const auto info = makeNNPtr<const FontInfo>(makeNNPtr<const FontFaceInfo>("House Sans", false, false),
-                                                20.0F, Gfx::TextPositionType::Normal);
+    const auto info = describeHouseSans();
     SvgPainter painter;
     CoverageCanvas canvas(painter, 40, 30);
     painter.translate({4.0F, 20.0F});
@@ -92,8 +95,7 @@ TEST_F(Guide, DrawsUnderscoresThatAreColouredAlready) {
 
 TEST_F(Guide, DrawsOutlinesThroughAPainter) {
     const auto factory = FontFactory::create(loader, "House Sans");
-    const auto info = makeNNPtr<const FontInfo>(makeNNPtr<const FontFaceInfo>("House Sans", false, false),
-                                                20.0F, Gfx::TextPositionType::Normal);
+    const auto info = describeHouseSans();
     const auto style = makeNNPtr<const ExtFontInfo>(info);
     const Font font = factory->getFont(info);
     //! [vector]
@@ -109,8 +111,7 @@ TEST_F(Guide, DrawsOutlinesThroughAPainter) {
 
 TEST_F(Guide, ServesARangeFromAnotherFamily) {
     const auto factory = FontFactory::create(loader, "House Sans");
-    const auto info = makeNNPtr<const FontInfo>(makeNNPtr<const FontFaceInfo>("House Sans", false, false),
-                                                20.0F, Gfx::TextPositionType::Normal);
+    const auto info = describeHouseSans();
     //! [fallback]
     const std::shared_ptr<const Font> greek = factory->getDefaultFontForSymbol(0x3B1, info);
     //! [fallback]
