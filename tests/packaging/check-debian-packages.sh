@@ -17,7 +17,9 @@ fail() { echo "$1" >&2; exit 1; }
 field() { dpkg-deb --field "$1" "$2"; }
 
 expect_field() { # PACKAGE FIELD WORDS
-  field "$1" "$2" | grep -qF -- "$3" || fail "$(basename "$1"): $2 lacks '$3': $(field "$1" "$2")"
+  local found
+  found=$(field "$1" "$2")
+  grep -qF -- "$3" <<<"$found" || fail "$(basename "$1"): $2 lacks '$3': $found"
 }
 
 make_packages() {
@@ -59,7 +61,7 @@ check_dependencies() {
 }
 
 check_files() {
-  local libraries file
+  local libraries file dynamic
   libraries=$(find_libraries "$root/usr")
   for file in bin/fontengine share/man/man1/fontengine.1.gz share/bash-completion/completions/fontengine \
     share/doc/libfontengine0/copyright share/doc/libfontengine-dev/copyright share/doc/fontengine-tools/copyright; do
@@ -68,7 +70,8 @@ check_files() {
   grep -q 'Licence: not chosen yet' "$root"/usr/share/doc/*/copyright || fail "the copyright file is silent"
   for file in "$libraries"/libFontEngine*.so "$root/usr/bin/fontengine"; do
     [ -z "$(nm "$file" 2>/dev/null)" ] || fail "$file is not stripped"
-    readelf -d "$file" | grep -qE 'R(UN)?PATH' && fail "$file searches libraries by itself"
+    dynamic=$(readelf -d "$file")
+    grep -qE 'R(UN)?PATH' <<<"$dynamic" && fail "$file searches libraries by itself"
     LD_LIBRARY_PATH=$libraries ldd "$file" >"$scratch/ldd"
     grep 'not found' "$scratch/ldd" && fail "$file does not find what it needs"
     grep 'libFontEngine' "$scratch/ldd" | grep -v "$root" && fail "$file finds other libraries than the packaged ones"

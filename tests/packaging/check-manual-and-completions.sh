@@ -52,7 +52,8 @@ for command in $commands; do
   [ -n "$(options_of "$command")" ] || fail "the help of '$command' names no option"
   check_command "$command"
   for shell in bash fish; do
-    "complete_in_$shell" fontengine "${command:0:1}" | grep -qx -- "$command" || fail "$shell does not complete $command"
+    offered=$("complete_in_$shell" fontengine "${command:0:1}")
+    grep -qx -- "$command" <<<"$offered" || fail "$shell does not complete $command"
   done
 done
 [ $failures -eq 0 ] && echo "$(wc -w <<<"$commands") sub-commands are complete"

@@ -32,7 +32,9 @@ client_by_pkg_config() { # PREFIX
 }
 
 expect_linkage() { # shared|static PROGRAM
-  if readelf -d "$2" | grep -q 'NEEDED.*libFontEngine'; then
+  local dynamic
+  dynamic=$(readelf -d "$2")
+  if grep -q 'NEEDED.*libFontEngine' <<<"$dynamic"; then
     [ "$1" = shared ]
   else
     [ "$1" = static ]
