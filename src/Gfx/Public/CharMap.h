@@ -79,7 +79,7 @@ private:
         void add(unsigned int code, GlyphIndexWithAdvance glyph);
         /// add of a code above all others of the page.
         void append(unsigned int code, GlyphIndexWithAdvance glyph) {
-            entries.push_back(glyph);
+            entries.emplace_back(glyph.glyphIndex, glyph.advance);
             mark(code);
         }
         void mark(unsigned int code) {
