@@ -9,10 +9,10 @@ NOT_INSTALLED = "not installed"
 
 # The order of the report, whatever the order of the run was; other tasks follow.
 TASKS = ("layout", "fallback", "threads", "growth", "draw", "draw at ratio 2", "vector replay", "vector fill",
-         "cold glyph", "cold glyph, two sizes in turn", "byte budget", "colour", "open", "cache hit")
+         "cold glyph", "cold glyph, two sizes in turn", "byte budget", "colour", "open", "scan", "cache hit")
 
 # What an item is, by the first part of a group's name; otherwise a glyph.
-ITEMS = {"open": "face", "colour": "pixel", "cache hit": "hit"}
+ITEMS = {"open": "face", "scan": "face", "colour": "pixel", "cache hit": "hit"}
 
 
 @dataclass
