@@ -50,6 +50,9 @@ FileFontLoader::FileFontLoader(const std::string& path)
     try {
         const auto library = FontLoaders::createFreeTypeLibrary();
         const auto face = FontLoaders::createFontFace(library, _bytes);
+        if (face->num_charmaps == 0) {
+            throw ToolError(fmt::format("'{}' maps no characters to glyphs", path));
+        }
         _isBold = (face->style_flags & FT_STYLE_FLAG_BOLD) != 0;
         _isItalic = (face->style_flags & FT_STYLE_FLAG_ITALIC) != 0;
     } catch (const FontLoaders::FreeTypeException& error) {

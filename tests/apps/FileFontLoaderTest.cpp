@@ -14,12 +14,14 @@ namespace {
 
 using Testing::TemporaryFolder;
 using Testing::writeFont;
+using Vell::Testing::CharMapKind;
 using Vell::Testing::FontBuilder;
 using Vell::Testing::makeFaceInfo;
 
 TEST(ToolFileFontLoader, ServesTheFileInItsOwnStyleOnly) {
     const TemporaryFolder folder;
-    writeFont(folder.getPath("f.ttf"), FontBuilder("Test Sans").setStyle(true, false));
+    writeFont(folder.getPath("f.ttf"),
+              FontBuilder("Test Sans").setStyle(true, false).addCharMap(CharMapKind::Unicode));
     const FileFontLoader loader(folder.getPath("f.ttf"));
     EXPECT_TRUE(loader.isBold());
     EXPECT_FALSE(loader.isItalic());
@@ -42,6 +44,17 @@ TEST(ToolFileFontLoader, TellsWhatIsWrongWithAFile) {
             EXPECT_NE(std::string(error.what()).find(folder.getPath(name)), std::string::npos)
                 << error.what();
         }
+    }
+}
+
+TEST(ToolFileFontLoader, RefusesAFontWithoutCharmap) {
+    const TemporaryFolder folder;
+    writeFont(folder.getPath("mute.ttf"), FontBuilder("Mute"));
+    try {
+        const FileFontLoader loader(folder.getPath("mute.ttf"));
+        FAIL();
+    } catch (const ToolError& error) {
+        EXPECT_EQ(error.what(), "'" + folder.getPath("mute.ttf") + "' maps no characters to glyphs");
     }
 }
 
