@@ -1,4 +1,4 @@
-# Installs what a client finds the libraries by: the CMake package and the pkg-config file.
+# Installs what a client finds the libraries by, the CMake package and the pkg-config file, and examples to copy.
 
 include(CMakePackageConfigHelpers)
 
@@ -43,3 +43,7 @@ if(NOT BUILD_SHARED_LIBS)
 endif()
 configure_file("${PROJECT_SOURCE_DIR}/cmake/FontEngine.pc.in" "${PROJECT_BINARY_DIR}/FontEngine.pc" @ONLY)
 install(FILES "${PROJECT_BINARY_DIR}/FontEngine.pc" DESTINATION "${pc_dir}" COMPONENT Development)
+
+if(TARGET FontEngine::CairoAdapter)
+  install(DIRECTORY "${PROJECT_SOURCE_DIR}/examples" DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT Development)
+endif()

@@ -1,17 +1,15 @@
 #!/usr/bin/env bash
-# Installs a build into a prefix of its own, and builds and runs two copied examples against it.
+# Installs a build into a prefix of its own, and builds and runs two of the installed examples against it.
 #
 #   check-installed-examples.sh BUILD_DIR CXX_COMPILER
 set -euo pipefail
 build=$(realpath "$1")
 compiler=$2
-examples=$(realpath "$(dirname "$0")/../../examples")
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
 
 cmake --install "$build" --prefix "$scratch/prefix" >"$scratch/install.log"
-cp -r "$examples" "$scratch/sources"
-cmake -S "$scratch/sources" -B "$scratch/built" -G Ninja -DCMAKE_CXX_COMPILER="$compiler" \
+cmake -S "$scratch/prefix/share/doc/FontEngine/examples" -B "$scratch/built" -G Ninja -DCMAKE_CXX_COMPILER="$compiler" \
   -DCMAKE_PREFIX_PATH="$scratch/prefix" -DCMAKE_CXX_FLAGS="-Wall -Wextra -Wpedantic -Werror"
 cmake --build "$scratch/built" --target example-string-to-png example-texture-atlas
 (cd "$scratch" && built/string-to-png && built/texture-atlas)
