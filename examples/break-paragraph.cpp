@@ -8,6 +8,7 @@
 #include <exception>
 #include <iomanip>
 #include <iostream>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 
@@ -67,8 +68,10 @@ int main(int argc, char** argv) {
     try {
         printLines(argc > 2 ? argv[2] : sample, argc > 1 ? std::stof(argv[1]) : 300.0F);
         return 0;
+    } catch (const std::invalid_argument&) {
+        std::cerr << "break-paragraph: the width must be a number\n";
     } catch (const std::exception& error) {
         std::cerr << "break-paragraph: " << error.what() << '\n';
-        return 1;
     }
+    return 1;
 }

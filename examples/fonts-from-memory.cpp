@@ -1,5 +1,4 @@
-// Fonts that the application brings along: a loader over bytes in memory, here of files named on the command
-// line. The fonts installed on the machine are never looked at.
+// Fonts from the application's memory, here read from files. The installed ones are never looked at.
 //
 //     fonts-from-memory REGULAR.ttf BOLD.ttf [FILE.png]
 
@@ -51,6 +50,8 @@ void drawPicture(const CheckedPtrImpl<const FontLoaders::FontLoader, false>& loa
     const auto surface = CairoAdapter::makeImageSurface(400, 160);
     CairoAdapter::CairoPainter painter(surface.get());
     CairoAdapter::CairoGlyphPainter glyphPainter(painter, painter.getColor());
+    cairo_set_source_rgb(painter.getContext(), 1.0, 1.0, 1.0);
+    cairo_paint(painter.getContext());
     for (const bool isBold : {false, true}) {
         const auto face = makeNNPtr<const FontEngine::Internal::FontFaceInfo>(family, isBold, false);
         const auto info =
@@ -68,7 +69,7 @@ void drawPicture(const CheckedPtrImpl<const FontLoaders::FontLoader, false>& loa
 int main(int argc, char** argv) {
     try {
         if (argc < 3) {
-            throw std::runtime_error("needs the files of a regular and of a bold font");
+            throw std::runtime_error("usage: fonts-from-memory REGULAR.ttf BOLD.ttf [FILE.png]");
         }
         drawPicture(makeNNPtr<MemoryLoader>(argv[1], argv[2]), argc > 3 ? argv[3] : "fonts-from-memory.png");
     } catch (const std::exception& error) {

@@ -8,6 +8,7 @@
 #include <cmath>
 #include <exception>
 #include <iostream>
+#include <stdexcept>
 #include <string>
 
 using namespace Vell;
@@ -20,7 +21,9 @@ constexpr cinder::ColorAT<unsigned char> ink(20, 60, 160, 255);
 void drawPicture(const std::string& text, const std::string& file) {
     // A factory holds all caches: make one and keep it as long as there is text to draw.
     const auto factory = FontEngine::FontFactory::create("DejaVu Sans");
-    const auto face = makeNNPtr<const FontEngine::Internal::FontFaceInfo>("DejaVu Serif", false, true);
+    const bool isBold = false;
+    const bool isItalic = true;
+    const auto face = makeNNPtr<const FontEngine::Internal::FontFaceInfo>("DejaVu Serif", isBold, isItalic);
     const auto info =
         makeNNPtr<const FontEngine::Internal::FontInfo>(face, 48.0F, Gfx::TextPositionType::Normal);
     const auto style = makeNNPtr<const FontEngine::Internal::ExtFontInfo>(info);
@@ -39,7 +42,9 @@ void drawPicture(const std::string& text, const std::string& file) {
     painter.translate({margin, std::round(margin + font->getAscent())});
     FontEngine::RasterTextPainter(painter, glyphPainter, false).drawText(text, style, *font, ink, 1.0F);
 
-    CairoAdapter::throwIfFailed(cairo_surface_write_to_png(surface.get(), file.c_str()));
+    if (cairo_surface_write_to_png(surface.get(), file.c_str()) != CAIRO_STATUS_SUCCESS) {
+        throw std::runtime_error("cannot write " + file);
+    }
 }
 
 } // namespace

@@ -1,5 +1,7 @@
 // Glyphs for a GPU: a glyph painter (AtlasPainter.h) that packs each new bitmap into one texture and records
-// a quad for each glyph. Writes the texture, and the text as drawn from the texture and the quads alone.
+// a quad for each glyph. Writes the texture, white on nothing (look at it on a dark ground), and the text as
+// drawn from the texture and the quads alone. There are almost as many bitmaps as glyphs, because a glyph has
+// one for each fraction of a pixel that it starts at; from a device pixel ratio of 1.5 on it has one.
 //
 //     texture-atlas [TEXT [TEXTURE.png [PICTURE.png]]]
 
@@ -59,7 +61,7 @@ void writePictures(const std::string& text, const char* textureFile, const char*
     for (const Quad& quad : atlas.quads) {
         drawQuad(painter.getContext(), atlas.texture.get(), quad);
     }
-    std::cout << atlas.quads.size() << " quads of " << atlas.places.size() << " glyphs\n";
+    std::cout << atlas.quads.size() << " quads of " << atlas.places.size() << " bitmaps\n";
     CairoAdapter::throwIfFailed(cairo_surface_write_to_png(atlas.texture.get(), textureFile));
     CairoAdapter::throwIfFailed(cairo_surface_write_to_png(picture.get(), pictureFile));
 }

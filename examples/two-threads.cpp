@@ -50,6 +50,8 @@ void drawPicture(const std::string& file) {
     auto right = std::async(std::launch::async, drawColumn, "DejaVu Serif");
     const auto surface = CairoAdapter::makeImageSurface(2 * columnWidth, height);
     const auto context = CairoAdapter::makeContext(surface.get());
+    cairo_set_source_rgb(context.get(), 1.0, 1.0, 1.0);
+    cairo_paint(context.get());
     putColumn(context.get(), left.get().get(), 0); // get() throws what the thread has thrown
     putColumn(context.get(), right.get().get(), columnWidth);
     CairoAdapter::throwIfFailed(cairo_surface_write_to_png(surface.get(), file.c_str()));

@@ -44,7 +44,7 @@ TEST(StringToPng, FillsAPictureAsLargeAsTheText) {
 TEST(StringToPng, SaysWhyItCannotWrite) {
     const auto result = runExample("string-to-png", {"A", "/nowhere/out.png"});
     EXPECT_EQ(result.status, 1);
-    EXPECT_THAT(result.err, HasSubstr("string-to-png: "));
+    EXPECT_EQ(result.err, "string-to-png: cannot write /nowhere/out.png\n");
 }
 
 TEST(FontsFromMemory, DrawsTheBoxesOfTheFilesThatItIsGiven) {
@@ -71,7 +71,9 @@ TEST(FontsFromMemory, DrawsTheBoxesOfTheFilesThatItIsGiven) {
 }
 
 TEST(FontsFromMemory, NeedsFontsThatCanBeRead) {
-    EXPECT_EQ(runExample("fonts-from-memory", {}).status, 1);
+    const auto usage = runExample("fonts-from-memory", {});
+    EXPECT_EQ(usage.status, 1);
+    EXPECT_THAT(usage.err, HasSubstr("REGULAR.ttf BOLD.ttf"));
     const auto result = runExample("fonts-from-memory", {"/nowhere/a.ttf", "/nowhere/b.ttf"});
     EXPECT_EQ(result.status, 1);
     EXPECT_THAT(result.err, HasSubstr("cannot read /nowhere/a.ttf"));

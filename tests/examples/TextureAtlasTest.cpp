@@ -52,7 +52,7 @@ TEST(TextureAtlas, DrawsFromTheTextureWhatIsDrawnDirectly) {
 
 TEST(TextureAtlas, HoldsEachGlyphOfAPictureWithoutRepetitionsOnce) {
     const Atlas atlas("Ag f");
-    EXPECT_EQ(atlas.result.out, "9 quads of 9 glyphs\n"); // three sizes, and nothing for the space
+    EXPECT_EQ(atlas.result.out, "9 quads of 9 bitmaps\n"); // three sizes, and nothing for the space
     const int inked = atlas.readPicture().countInk();
     EXPECT_GT(inked, 300);
     EXPECT_EQ(atlas.readTexture().countInk(), inked);
@@ -62,7 +62,7 @@ TEST(TextureAtlas, PacksWhatIsDrawnAgainOnlyOnce) {
     const Atlas once("Hey");
     const Atlas often(
         "Hey\xE3\x80\x80Hey"); // an ideographic space of a whole em: the pen comes back to the same fraction
-    EXPECT_EQ(once.result.out, "9 quads of 9 glyphs\n");
+    EXPECT_EQ(once.result.out, "9 quads of 9 bitmaps\n");
     EXPECT_EQ(often.result.out.rfind("18 quads of ", 0), 0U) << often.result.out;
     EXPECT_LT(std::stoi(often.result.out.substr(12)), 18) << often.result.out;
 }
