@@ -45,5 +45,6 @@ configure_file("${PROJECT_SOURCE_DIR}/cmake/FontEngine.pc.in" "${PROJECT_BINARY_
 install(FILES "${PROJECT_BINARY_DIR}/FontEngine.pc" DESTINATION "${pc_dir}" COMPONENT Development)
 
 if(TARGET FontEngine::CairoAdapter)
-  install(DIRECTORY "${PROJECT_SOURCE_DIR}/examples" DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT Development)
+  install(DIRECTORY "${PROJECT_SOURCE_DIR}/examples" DESTINATION "${CMAKE_INSTALL_DATAROOTDIR}/doc/fontengine"
+    COMPONENT Development)
 endif()

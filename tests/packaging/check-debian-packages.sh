@@ -65,7 +65,7 @@ check_files() {
   libraries=$(find_libraries "$root/usr")
   for file in bin/fontengine share/man/man1/fontengine.1.gz share/bash-completion/completions/fontengine \
     share/doc/libfontengine0/copyright share/doc/libfontengine-dev/copyright share/doc/fontengine-tools/copyright \
-    share/doc/FontEngine/examples/string-to-png.cpp; do
+    share/doc/fontengine/examples/string-to-png.cpp; do
     [ -s "$root/usr/$file" ] || fail "no $file"
   done
   grep -q 'Licence: not chosen yet' "$root"/usr/share/doc/*/copyright || fail "the copyright file is silent"
