@@ -47,6 +47,27 @@ int countInk(const CoverageCanvas& canvas) {
     return ink;
 }
 
+//! [split]
+/// Draws each character in `font`, or in its fallback font where `font` lacks it.
+void drawWithFallback(Gfx::Painter& painter, const std::string& text, const Font& font) {
+    FontEngine::VectorTextPainter textPainter(painter);
+    const Gfx::CharMap& charMap = font.getFace()->getBasicMetrics().getCharMap();
+    const char* const end = text.data() + text.size();
+    for (const char *start = text.data(), *position = start; start != end; start = position) {
+        const unsigned int code = decodeUtf8(position, end); // moves the position behind it
+        std::shared_ptr<const Font> fallback;
+        if (charMap[code].glyphIndex == 0) {
+            fallback = font.getFontFactory().getDefaultFontForSymbol(code, font.getFontInfo());
+        }
+        const Font& chosen = fallback ? *fallback : font;
+        const auto style = makeNNPtr<const ExtFontInfo>(chosen.getFontInfo()); // it names the face as well
+        const std::string character(start, position);
+        textPainter.drawText(character, style, chosen);
+        painter.translate({chosen.getTextWidth(character, style), 0.0F});
+    }
+}
+//! [split]
+
 } // namespace
 
 CheckedPtrImpl<const FontInfo, false> describeHouseSans() {
@@ -117,6 +138,18 @@ TEST_F(Guide, ServesARangeFromAnotherFamily) {
     //! [fallback]
     ASSERT_TRUE(greek);
     EXPECT_EQ(greek->getFontInfo()->getFontFaceInfo()->getName(), "House Greek");
+}
+
+TEST_F(Guide, DrawsOutlinesOfFallbackFonts) {
+    const auto factory = FontFactory::create(loader, "House Sans");
+    SvgPainter painter;
+    drawWithFallback(painter, "\xCE\xB1\x41\xD0\x96", factory->getFont(describeHouseSans()));
+    const std::string box = "d='M 100 0L 100 -700L 500 -700L 500 0L 100 0'/>\n";
+    EXPECT_EQ(painter.getElements(), "<path transform='matrix(0.02 0 0 0.02 0 0 )' " + box +
+                                         "<path transform='matrix(0.02 0 0 0.02 12 0 )' " + box +
+                                         "<path transform='matrix(0.02 0 0 0.02 24 0 )' "
+                                         "d='M 0 0L 0 -700L 500 -700L 500 0L 0 0'/>\n")
+        << "no font has the last one";
 }
 
 TEST_F(Guide, BoundsTheCaches) {

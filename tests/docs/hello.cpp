@@ -6,7 +6,9 @@ using namespace Vell;
 
 int main() {
     const auto factory = FontEngine::FontFactory::create("DejaVu Sans");
-    const auto face = makeNNPtr<FontEngine::Internal::FontFaceInfo>("DejaVu Serif", false, true);
+    const bool isBold = false;
+    const bool isItalic = true;
+    const auto face = makeNNPtr<FontEngine::Internal::FontFaceInfo>("DejaVu Serif", isBold, isItalic);
     const auto info = makeNNPtr<FontEngine::Internal::FontInfo>(face, 32.0F, Gfx::TextPositionType::Normal);
     const auto style = makeNNPtr<FontEngine::Internal::ExtFontInfo>(info);
     const auto font = factory->getFontMetrics(info);
@@ -15,8 +17,11 @@ int main() {
     const cinder::ColorAT<unsigned char> color(20, 60, 160, 255);
     CairoAdapter::CairoPainter painter(surface.get());
     CairoAdapter::CairoGlyphPainter glyphPainter(painter, color);
-    painter.translate({10.0F, 40.0F});
-    FontEngine::RasterTextPainter(painter, glyphPainter, false)
+    cairo_set_source_rgb(painter.getContext(), 1.0, 1.0, 1.0);
+    cairo_paint(painter.getContext());
+
+    painter.translate({10.0F, 40.0F}); // the base line of the text
+    FontEngine::RasterTextPainter(painter, glyphPainter, false) // cairo takes bitmaps from top to bottom
         .drawText("Hello, text", style, *font, color, 1.0F);
     return cairo_surface_write_to_png(surface.get(), "hello.png");
 }
