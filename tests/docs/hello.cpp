@@ -21,7 +21,7 @@ int main() {
     cairo_paint(painter.getContext());
 
     painter.translate({10.0F, 40.0F}); // the base line of the text
-    FontEngine::RasterTextPainter(painter, glyphPainter, false) // cairo takes bitmaps from top to bottom
+    FontEngine::RasterTextPainter(painter, glyphPainter, false)
         .drawText("Hello, text", style, *font, color, 1.0F);
     return cairo_surface_write_to_png(surface.get(), "hello.png");
 }
