@@ -210,7 +210,7 @@ public:
         } catch (const CLI::Success& success) {
             return PrintText{describe(success)};
         } catch (const CLI::ParseError& error) {
-            throw UsageError(error.what());
+            throw UsageError(describe(error));
         }
         return takeCommand();
     }
@@ -220,6 +220,16 @@ private:
         std::ostringstream text;
         _app.exit(success, text, text);
         return text.str();
+    }
+
+    /// CLI11 misses a sub-command before it looks at the words that it has not understood.
+    std::string describe(const CLI::ParseError& error) const {
+        const std::vector<std::string> unknown = _app.remaining();
+        if (!_app.get_subcommands().empty() || unknown.empty()) {
+            return error.what();
+        }
+        const bool isOption = unknown.front().rfind('-', 0) == 0;
+        return fmt::format("unknown {} '{}'", isOption ? "option" : "command", unknown.front());
     }
 
     Command takeCommand() {
