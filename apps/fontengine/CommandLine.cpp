@@ -74,7 +74,8 @@ CLI::App* addRender(CLI::App& app, Parsed& parsed) {
     addFont(*render, options.font);
     addSize(*render, options.font);
     addLetterSpacing(*render, options.font);
-    render->add_option("--color", parsed.color, "#rgb, #rrggbb, #rrggbbaa or a name")->capture_default_str();
+    render->add_option("--color", parsed.color, "#rgb, #rrggbb, #rrggbbaa or a name of those below")
+        ->capture_default_str();
     render->add_option("--background", parsed.background, "likewise; 'transparent' for none")
         ->capture_default_str();
     render->add_option("--dpr", options.pixelRatio, "device pixels in a unit, for PNG and the raster painter")
@@ -82,6 +83,7 @@ CLI::App* addRender(CLI::App& app, Parsed& parsed) {
     render->add_option("--rotate", options.degrees, "turn the text by degrees, clockwise")
         ->capture_default_str();
     render->add_option("--scale", options.scale, "enlarge everything")->capture_default_str();
+    render->footer("Colour names:\n" + listColorNames());
     addPainter(*render, parsed.painter, "raster for PNG, vector for the others if not given");
     return render;
 }

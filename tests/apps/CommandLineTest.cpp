@@ -125,6 +125,7 @@ TEST(ToolCommandLine, ReadsWhatToCompare) {
 TEST(ToolCommandLine, ExplainsItself) {
     EXPECT_THAT(std::get<PrintText>(parse({"--help"})).text, HasSubstr("render"));
     EXPECT_THAT(std::get<PrintText>(parse({"render", "--help"})).text, HasSubstr("--letter-spacing"));
+    EXPECT_THAT(std::get<PrintText>(parse({"render", "--help"})).text, HasSubstr(listColorNames()));
     EXPECT_THAT(std::get<PrintText>(parse({"--version"})).text,
                 ::testing::MatchesRegex("[0-9]+\\.[0-9]+\\.[0-9]+\n"));
 }
