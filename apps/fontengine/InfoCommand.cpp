@@ -1,3 +1,4 @@
+#include "CapHeight.h"
 #include "CodeRanges.h"
 #include "Commands.h"
 #include "FontOrigin.h"
@@ -35,21 +36,30 @@ std::string printLength(float length) {
     return fmt::format("{:.7g}", std::round(static_cast<double>(length) * precision) / precision + 0.0);
 }
 
+/// What the library answers, which may be of its own choice.
+std::string printCapHeight(const FontEngine::Font& font) {
+    const float capHeight = font.getCapHeight();
+    const char* const choice = capHeight == 0.0F ? "" : ": the ascent";
+    const std::string remark =
+        hasCapHeight(*font.getFace()) ? "" : fmt::format(" (none in the file{})", choice);
+    return printLength(capHeight) + remark;
+}
+
 void printMetrics(const FontEngine::Font& font, std::ostream& out) {
     const struct {
         const char* name;
-        float value;
+        std::string value;
     } lengths[] = {
-        {"size", font.getFontSize()},
-        {"height", font.getHeight()},
-        {"ascent", font.getAscent()},
-        {"descent", font.getDescent()},
-        {"leading", font.getLeading()},
-        {"cap height", font.getCapHeight()},
-        {"strike-out", font.getStrikeOutPosition()},
+        {"size", printLength(font.getFontSize())},
+        {"height", printLength(font.getHeight())},
+        {"ascent", printLength(font.getAscent())},
+        {"descent", printLength(font.getDescent())},
+        {"leading", printLength(font.getLeading())},
+        {"cap height", printCapHeight(font)},
+        {"strike-out", printLength(font.getStrikeOutPosition())},
     };
     for (const auto& length : lengths) {
-        printProperty(out, length.name, printLength(length.value));
+        printProperty(out, length.name, length.value);
     }
 }
 

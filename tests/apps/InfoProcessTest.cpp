@@ -25,6 +25,16 @@ TEST(InfoProcess, GivesMetricsForASize) {
                 HasSubstr("height:            1164.06"));
 }
 
+TEST(InfoProcess, SaysThatAFileHasNoCapHeight) {
+    const std::string ascent = "0.92822";
+    EXPECT_THAT(
+        runTool({"info", "DejaVu Serif"}).out,
+        ::testing::AllOf(HasSubstr("\nascent:            " + ascent + "\n"),
+                         HasSubstr("\ncap height:        " + ascent + " (none in the file: the ascent)\n")));
+    EXPECT_THAT(runTool({"info", "Noto Sans CJK JP"}).out,
+                ::testing::ContainsRegex("\ncap height:        [0-9.]+\n"));
+}
+
 TEST(InfoProcess, TellsWhichStylesAreSynthesised) {
     EXPECT_THAT(runTool({"info", "Noto Sans Symbols", "--bold", "--italic"}).out,
                 HasSubstr("synthesised:       slant\n"));

@@ -138,6 +138,18 @@ TEST_F(ToolWebPage, DrawsMetricsWhereTheyAre) {
     EXPECT_EQ(count(metrics, "class=\"metric "), 5U);
 }
 
+TEST_F(ToolWebPage, DrawsNoCapHeightThatTheFileHasNot) {
+    Vell::Testing::Os2Table os2;
+    const std::string with = makeMetricsSection(open(makeFont().setOs2(os2)));
+    EXPECT_THAT(with, HasSubstr("Cap height 0.700"));
+    EXPECT_THAT(with, Not(HasSubstr("no cap height")));
+    os2.version = 1;
+    const std::string without = makeMetricsSection(open(makeFont().setOs2(os2)));
+    EXPECT_THAT(without, Not(HasSubstr("Cap height")));
+    EXPECT_THAT(without, HasSubstr("The file tells no cap height."));
+    EXPECT_EQ(count(without, "class=\"metric "), 4U);
+}
+
 TEST_F(ToolWebPage, NamesTheFaceOfEachScript) {
     const std::string own = makeFallbackSection(FontSource("DejaVu Sans"));
     EXPECT_THAT(own, HasSubstr("own face: DejaVu Sans Book"));
