@@ -1,6 +1,7 @@
 #include "CapHeight.h"
 #include "CodeRanges.h"
 #include "Commands.h"
+#include "FontFile.h"
 #include "FontOrigin.h"
 #include "FontSource.h"
 #include "NumberLimits.h"
@@ -17,7 +18,8 @@ namespace Vell::Tool {
 
 namespace {
 
-void printFace(const FontEngine::FontFace& face, std::ostream& out) {
+void printFace(const FontEngine::Font& font, const RecordingFontLoader& loader, std::ostream& out) {
+    const FontEngine::FontFace& face = *font.getFace();
     const FT_FaceRec& record = *face.getHandle();
     const auto yesOrNo = [](bool value) { return value ? "yes" : "no"; };
     printProperty(out, "family", getFamilyName(face));
@@ -25,7 +27,7 @@ void printFace(const FontEngine::FontFace& face, std::ostream& out) {
     printProperty(out, "synthesised", describeSynthesis(face.getTransform()));
     printProperty(out, "symbol font", yesOrNo(FontLoaders::isSymbolicFont(getFamilyName(face))));
     printProperty(out, "outlines", yesOrNo(FT_IS_SCALABLE(&record)));
-    printProperty(out, "faces in the file", fmt::format("{}", record.num_faces));
+    printProperty(out, "faces in the file", fmt::format("{}", countFaces(font, loader)));
     printProperty(out, "glyphs", fmt::format("{}", record.num_glyphs));
     printProperty(out, "units per em", fmt::format("{}", record.units_per_EM));
 }
@@ -88,7 +90,7 @@ void printInfo(const InfoOptions& options, std::ostream& out) {
     const FontSource source(options.familyOrFile);
     const TextFont textFont = source.makeFont(options.isBold, options.isItalic, options.size);
     const FontEngine::Font& font = *textFont.font;
-    printFace(*font.getFace(), out);
+    printFace(font, *source.getLoader(), out);
     printMetrics(font, out);
     printCharacters(font.getFace()->getBasicMetrics().getCharMap(), options.listsCharacters, out);
     if (options.explains) {

@@ -76,6 +76,15 @@ TEST(InfoProcess, TellsWhichFileServesAndWhyOnRequest) {
 }
 
 TEST(InfoProcess, CountsTheFacesOfACollection) {
+    const std::string file = "/usr/share/fonts/opentype/noto/NotoSansCJK-Bold.ttc";
+    const std::string count = "\nfaces in the file: 10\n";
+    EXPECT_THAT(runTool({"info", file}).out, HasSubstr(count));
+    EXPECT_THAT(runTool({"info", "Noto Sans CJK JP", "--bold", "--why"}).out,
+                ::testing::AllOf(HasSubstr(count), HasSubstr("\nfile:              " + file)));
+    EXPECT_THAT(runTool({"info", "DejaVu Sans"}).out, HasSubstr("\nfaces in the file: 1\n"));
+}
+
+TEST(InfoProcess, TellsWhichFaceOfACollectionServes) {
     EXPECT_THAT(runTool({"info", "Noto Sans CJK KR", "--why"}).out,
                 ::testing::ContainsRegex(
                     "\nfile:              /usr/share/fonts/opentype/noto/NotoSansCJK-Regular.ttc "
