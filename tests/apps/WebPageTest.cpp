@@ -157,6 +157,16 @@ TEST_F(ToolWebPage, NamesTheFaceOfEachScript) {
     EXPECT_THAT(makeFallbackSection(open(makeFont())), Not(HasSubstr("own face: Test Sans")));
 }
 
+TEST_F(ToolWebPage, BreaksSamplesIntoLinesThatFitAPhone) {
+    const std::string fallback = makeFallbackSection(FontSource("DejaVu Serif"));
+    for (const std::string& picture : findPictures(fallback)) {
+        constexpr int pixelRatio = 2;
+        EXPECT_LE(cairo_image_surface_get_width(readPng(readDataUri(picture)).get()), 288 * pixelRatio);
+    }
+    EXPECT_THAT(fallback, HasSubstr(" alt=\"Sphinx of black "));
+    EXPECT_THAT(fallback, Not(HasSubstr("Sphinx of black quartz, judge my vow")));
+}
+
 TEST_F(ToolWebPage, WorksForAFontWithoutCharacters) {
     FontBuilder font("Empty");
     font.addCharMap(Vell::Testing::CharMapKind::Unicode);
