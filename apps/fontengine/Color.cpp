@@ -8,7 +8,6 @@
 #include <array>
 #include <iterator>
 #include <optional>
-#include <string>
 
 namespace Vell::Tool {
 
@@ -80,6 +79,22 @@ Color parseColor(std::string_view text) {
             fmt::format("'{}' is no colour: give #rgb, #rrggbb, #rrggbbaa or a name such as navy", text));
     }
     return *color;
+}
+
+std::string listColorNames() {
+    constexpr std::size_t lineLength = 80;
+    constexpr std::size_t commas = 3; // one with a blank before the name, one behind it
+    std::string list;
+    std::size_t lineStart = 0;
+    for (const NamedColor& named : namedColors) {
+        if (!list.empty()) {
+            const bool isFull = list.size() - lineStart + named.name.size() + commas > lineLength;
+            list += isFull ? ",\n" : ", ";
+            lineStart = isFull ? list.size() : lineStart;
+        }
+        list += named.name;
+    }
+    return list;
 }
 
 } // namespace Vell::Tool

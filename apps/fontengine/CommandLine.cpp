@@ -74,7 +74,8 @@ CLI::App* addRender(CLI::App& app, Parsed& parsed) {
     addFont(*render, options.font);
     addSize(*render, options.font);
     addLetterSpacing(*render, options.font);
-    render->add_option("--color", parsed.color, "#rgb, #rrggbb, #rrggbbaa or a name")->capture_default_str();
+    render->add_option("--color", parsed.color, "#rgb, #rrggbb, #rrggbbaa or a name of those below")
+        ->capture_default_str();
     render->add_option("--background", parsed.background, "likewise; 'transparent' for none")
         ->capture_default_str();
     render->add_option("--dpr", options.pixelRatio, "device pixels in a unit, for PNG and the raster painter")
@@ -82,6 +83,7 @@ CLI::App* addRender(CLI::App& app, Parsed& parsed) {
     render->add_option("--rotate", options.degrees, "turn the text by degrees, clockwise")
         ->capture_default_str();
     render->add_option("--scale", options.scale, "enlarge everything")->capture_default_str();
+    render->footer("Colour names:\n" + listColorNames());
     addPainter(*render, parsed.painter, "raster for PNG, vector for the others if not given");
     return render;
 }
@@ -210,7 +212,7 @@ public:
         } catch (const CLI::Success& success) {
             return PrintText{describe(success)};
         } catch (const CLI::ParseError& error) {
-            throw UsageError(error.what());
+            throw UsageError(describe(error));
         }
         return takeCommand();
     }
@@ -220,6 +222,16 @@ private:
         std::ostringstream text;
         _app.exit(success, text, text);
         return text.str();
+    }
+
+    /// CLI11 misses a sub-command before it looks at the words that it has not understood.
+    std::string describe(const CLI::ParseError& error) const {
+        const std::vector<std::string> unknown = _app.remaining();
+        if (!_app.get_subcommands().empty() || unknown.empty()) {
+            return error.what();
+        }
+        const bool isOption = unknown.front().rfind('-', 0) == 0;
+        return fmt::format("unknown {} '{}'", isOption ? "option" : "command", unknown.front());
     }
 
     Command takeCommand() {

@@ -14,7 +14,7 @@ namespace Vell::Tool {
 namespace {
 
 void checkOutput(const CompareOptions& options) {
-    if (options.output && getPageFormat(*options.output) != PageFormat::Png) {
+    if (options.output && findPageFormat(*options.output) != PageFormat::Png) {
         throw UsageError(fmt::format("'{}' does not end in .png", *options.output));
     }
 }

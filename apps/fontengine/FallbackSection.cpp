@@ -4,6 +4,7 @@
 #include "Html.h"
 #include "LinePicture.h"
 #include "SampleText.h"
+#include "WrapText.h"
 
 #include <fmt/format.h>
 
@@ -63,14 +64,27 @@ std::string describe(const Faces& faces) {
     return text;
 }
 
+/// In lines that fit the narrowest column there is, that of a phone of 320 pixels: no browser must shrink
+/// them.
+std::string drawSample(const TextFont& font, const char* text) {
+    constexpr float columnWidth = 288.0F;
+    constexpr float room = 12.0F; // what a picture has beside the advances of its text
+    std::string html;
+    for (const std::string& line : wrapText(font, text, columnWidth - room)) {
+        html += makeImage(drawLine(font, line).picture, "ink", line);
+    }
+    return html;
+}
+
 /// A font file knows no other fonts: what it lacks is shown in the installed ones.
 std::string makeRow(const FontSource& source, const FontSource& installed, const ScriptSample& sample) {
     const TextFont own = source.makeFont(false, false, sampleSize);
     const bool isOwn = coversText(own, sample.text);
     const TextFont font = isOwn || !source.isFile() ? own : installed.makeFont(false, false, sampleSize);
-    return fmt::format("<div class=\"script\"><h3>{}</h3>{}<p class=\"note\">{}</p></div>\n", sample.script,
-                       makeImage(drawLine(font, sample.text).picture, "ink fitting", sample.text),
-                       escapeHtml(describe(findFaces(own, font, sample.text))));
+    return fmt::format(
+        "<div class=\"script\"><h3>{}</h3><div class=\"sample\">{}</div><p class=\"note\">{}</p></div>\n",
+        sample.script, drawSample(font, sample.text),
+        escapeHtml(describe(findFaces(own, font, sample.text))));
 }
 
 } // namespace

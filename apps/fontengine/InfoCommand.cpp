@@ -1,5 +1,7 @@
+#include "CapHeight.h"
 #include "CodeRanges.h"
 #include "Commands.h"
+#include "FontFile.h"
 #include "FontOrigin.h"
 #include "FontSource.h"
 #include "NumberLimits.h"
@@ -16,7 +18,8 @@ namespace Vell::Tool {
 
 namespace {
 
-void printFace(const FontEngine::FontFace& face, std::ostream& out) {
+void printFace(const FontEngine::Font& font, const RecordingFontLoader& loader, std::ostream& out) {
+    const FontEngine::FontFace& face = *font.getFace();
     const FT_FaceRec& record = *face.getHandle();
     const auto yesOrNo = [](bool value) { return value ? "yes" : "no"; };
     printProperty(out, "family", getFamilyName(face));
@@ -24,7 +27,7 @@ void printFace(const FontEngine::FontFace& face, std::ostream& out) {
     printProperty(out, "synthesised", describeSynthesis(face.getTransform()));
     printProperty(out, "symbol font", yesOrNo(FontLoaders::isSymbolicFont(getFamilyName(face))));
     printProperty(out, "outlines", yesOrNo(FT_IS_SCALABLE(&record)));
-    printProperty(out, "faces in the file", fmt::format("{}", record.num_faces));
+    printProperty(out, "faces in the file", fmt::format("{}", countFaces(font, loader)));
     printProperty(out, "glyphs", fmt::format("{}", record.num_glyphs));
     printProperty(out, "units per em", fmt::format("{}", record.units_per_EM));
 }
@@ -35,21 +38,30 @@ std::string printLength(float length) {
     return fmt::format("{:.7g}", std::round(static_cast<double>(length) * precision) / precision + 0.0);
 }
 
+/// What the library answers, which may be of its own choice.
+std::string printCapHeight(const FontEngine::Font& font) {
+    const float capHeight = font.getCapHeight();
+    const char* const choice = capHeight == 0.0F ? "" : ": the ascent";
+    const std::string remark =
+        hasCapHeight(*font.getFace()) ? "" : fmt::format(" (none in the file{})", choice);
+    return printLength(capHeight) + remark;
+}
+
 void printMetrics(const FontEngine::Font& font, std::ostream& out) {
     const struct {
         const char* name;
-        float value;
+        std::string value;
     } lengths[] = {
-        {"size", font.getFontSize()},
-        {"height", font.getHeight()},
-        {"ascent", font.getAscent()},
-        {"descent", font.getDescent()},
-        {"leading", font.getLeading()},
-        {"cap height", font.getCapHeight()},
-        {"strike-out", font.getStrikeOutPosition()},
+        {"size", printLength(font.getFontSize())},
+        {"height", printLength(font.getHeight())},
+        {"ascent", printLength(font.getAscent())},
+        {"descent", printLength(font.getDescent())},
+        {"leading", printLength(font.getLeading())},
+        {"cap height", printCapHeight(font)},
+        {"strike-out", printLength(font.getStrikeOutPosition())},
     };
     for (const auto& length : lengths) {
-        printProperty(out, length.name, printLength(length.value));
+        printProperty(out, length.name, length.value);
     }
 }
 
@@ -78,7 +90,7 @@ void printInfo(const InfoOptions& options, std::ostream& out) {
     const FontSource source(options.familyOrFile);
     const TextFont textFont = source.makeFont(options.isBold, options.isItalic, options.size);
     const FontEngine::Font& font = *textFont.font;
-    printFace(*font.getFace(), out);
+    printFace(font, *source.getLoader(), out);
     printMetrics(font, out);
     printCharacters(font.getFace()->getBasicMetrics().getCharMap(), options.listsCharacters, out);
     if (options.explains) {

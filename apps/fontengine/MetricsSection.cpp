@@ -1,5 +1,6 @@
 #include "WebSections.h"
 
+#include "CapHeight.h"
 #include "Html.h"
 #include "LinePicture.h"
 #include "SampleText.h"
@@ -7,6 +8,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <vector>
 
 namespace Vell::Tool {
 
@@ -34,6 +36,18 @@ std::string chooseText(const TextFont& font) {
     return sample.substr(0, end);
 }
 
+/// From top to bottom as they usually are.
+std::vector<MetricLine> listLines(const FontEngine::Font& metrics) {
+    std::vector<MetricLine> lines = {{"Ascent", metrics.getAscent(), "above"}};
+    if (hasCapHeight(*metrics.getFace())) {
+        lines.push_back({"Cap height", metrics.getCapHeight(), "below"});
+    }
+    lines.push_back({"Strike-out", metrics.getStrikeOutPosition(), "above"});
+    lines.push_back({"Base line", 0.0F, "below"});
+    lines.push_back({"Descent", -metrics.getDescent(), "below"});
+    return lines;
+}
+
 std::string makeLine(const MetricLine& line, float size, const LinePicture& sample) {
     constexpr float whole = 100.0F;
     const float top = (static_cast<float>(sample.baseLine) - line.value) /
@@ -50,20 +64,14 @@ std::string makeMetricsSection(const FontSource& source) {
     const FontEngine::Font& metrics = *font.font;
     const std::string text = chooseText(font);
     const LinePicture sample = drawLine(font, text);
-    const MetricLine lines[] = {
-        {"Ascent", metrics.getAscent(), "above"},
-        {"Cap height", metrics.getCapHeight(), "below"},
-        {"Strike-out", metrics.getStrikeOutPosition(), "above"},
-        {"Base line", 0.0F, "below"},
-        {"Descent", -metrics.getDescent(), "below"},
-    };
     std::string html = "<div class=\"metrics\">\n" + makeImage(sample.picture, "ink", text) + "\n";
-    for (const MetricLine& line : lines) {
+    for (const MetricLine& line : listLines(metrics)) {
         html += makeLine(line, size, sample);
     }
     return html + fmt::format("</div>\n<p class=\"note\">In ems from the base line up. Base line to base "
-                              "line: {:.3f}; leading: {:.3f}.</p>\n",
-                              metrics.getHeight() / size, metrics.getLeading() / size + 0.0F);
+                              "line: {:.3f}; leading: {:.3f}.{}</p>\n",
+                              metrics.getHeight() / size, metrics.getLeading() / size + 0.0F,
+                              hasCapHeight(*metrics.getFace()) ? "" : " The file tells no cap height.");
 }
 
 } // namespace Vell::Tool

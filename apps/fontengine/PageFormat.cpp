@@ -66,15 +66,20 @@ DeviceSize getDeviceSize(const FormatRow& row, const PageSize& size) {
 
 } // namespace
 
-PageFormat getPageFormat(std::string_view path) {
+std::optional<PageFormat> findPageFormat(std::string_view path) {
     const std::string name = toLower(getFileName(path));
     const auto* row = std::find_if(std::begin(formats), std::end(formats), [&](const FormatRow& candidate) {
         return endsIn(name, candidate.extension);
     });
-    if (row == std::end(formats)) {
+    return row != std::end(formats) ? std::optional<PageFormat>(row->format) : std::nullopt;
+}
+
+PageFormat getPageFormat(std::string_view path) {
+    const auto format = findPageFormat(path);
+    if (!format) {
         throw UsageError(fmt::format("'{}' does not end in .png, .svg or .pdf", path));
     }
-    return row->format;
+    return *format;
 }
 
 bool isVectorFormat(PageFormat format) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -7,7 +8,10 @@ namespace Vell::Tool {
 
 enum class PageFormat { Png, Svg, Pdf };
 
-/// The format that a file name ends in, whatever the case. Throws UsageError for any other ending.
+/// The format that a file name ends in, whatever the case; nothing for any other ending.
+std::optional<PageFormat> findPageFormat(std::string_view path);
+
+/// The same. Throws UsageError for any other ending.
 PageFormat getPageFormat(std::string_view path);
 
 /// Whether the format holds shapes rather than pixels.

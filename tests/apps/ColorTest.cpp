@@ -4,6 +4,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <sstream>
+
 namespace Vell::Tool {
 
 namespace {
@@ -20,6 +23,25 @@ TEST(ToolColor, KnowsNamesWhateverTheirCase) {
     EXPECT_EQ(parseColor("White"), white);
     EXPECT_EQ(parseColor("BLACK"), black);
     EXPECT_EQ(parseColor("transparent").a, 0);
+}
+
+TEST(ToolColor, KnowsEveryNameThatItLists) {
+    std::string list = listColorNames();
+    std::replace(list.begin(), list.end(), '\n', ' ');
+    std::istringstream names(list);
+    int count = 0;
+    for (std::string name; names >> name; ++count) {
+        EXPECT_EQ(name.back() == ',', !names.eof());
+        EXPECT_NO_THROW(parseColor(name.substr(0, name.find(',')))) << name;
+    }
+    EXPECT_GT(count, 16);
+}
+
+TEST(ToolColor, ListsNamesInLinesThatFitATerminal) {
+    std::istringstream lines(listColorNames());
+    for (std::string line; std::getline(lines, line);) {
+        EXPECT_LE(line.size(), 80U) << line;
+    }
 }
 
 TEST(ToolColor, RefusesEverythingElseByName) {

@@ -125,8 +125,27 @@ TEST(ToolCommandLine, ReadsWhatToCompare) {
 TEST(ToolCommandLine, ExplainsItself) {
     EXPECT_THAT(std::get<PrintText>(parse({"--help"})).text, HasSubstr("render"));
     EXPECT_THAT(std::get<PrintText>(parse({"render", "--help"})).text, HasSubstr("--letter-spacing"));
+    EXPECT_THAT(std::get<PrintText>(parse({"render", "--help"})).text, HasSubstr(listColorNames()));
     EXPECT_THAT(std::get<PrintText>(parse({"--version"})).text,
                 ::testing::MatchesRegex("[0-9]+\\.[0-9]+\\.[0-9]+\n"));
+}
+
+/// What the tool says about a wrong command line; nothing about a right one.
+std::string getComplaint(const std::vector<const char*>& arguments) {
+    try {
+        parse(arguments);
+    } catch (const UsageError& error) {
+        return error.what();
+    }
+    return "";
+}
+
+TEST(ToolCommandLine, NamesTheCommandThatItDoesNotKnow) {
+    EXPECT_EQ(getComplaint({"rendr", "x"}), "unknown command 'rendr'");
+    EXPECT_EQ(getComplaint({"rendr", "x", "-o", "a.png"}), "unknown command 'rendr'");
+    EXPECT_EQ(getComplaint({"--versoin"}), "unknown option '--versoin'");
+    EXPECT_EQ(getComplaint({}), "A subcommand is required");
+    EXPECT_THAT(getComplaint({"render", "x"}), HasSubstr("--output"));
 }
 
 TEST(ToolCommandLine, RefusesWhatItDoesNotKnow) {

@@ -81,6 +81,16 @@ TEST_F(CompareProcess, RefusesWrongUse) {
     EXPECT_THAT(folder.list(), ElementsAre("a.png"));
 }
 
+TEST_F(CompareProcess, DrawsIntoNothingButPngAndSaysSoBeforeItReads) {
+    for (const char* name : {"c.jpg", "c.svg", "c.pdf", "c", ".png"}) {
+        const std::string output = folder.getPath(name);
+        const ProcessResult result =
+            runTool({"compare", folder.getPath("none.png"), folder.getPath("none.png"), "-o", output});
+        EXPECT_EQ(result.status, 2);
+        EXPECT_EQ(result.err, "fontengine: '" + output + "' does not end in .png\n");
+    }
+}
+
 TEST_F(CompareProcess, ExplainsItsStatusInTheHelp) {
     EXPECT_THAT(runTool({"compare", "--help"}).out, HasSubstr("3 if they differ"));
 }

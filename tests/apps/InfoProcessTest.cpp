@@ -25,6 +25,16 @@ TEST(InfoProcess, GivesMetricsForASize) {
                 HasSubstr("height:            1164.06"));
 }
 
+TEST(InfoProcess, SaysThatAFileHasNoCapHeight) {
+    const std::string ascent = "0.92822";
+    EXPECT_THAT(
+        runTool({"info", "DejaVu Serif"}).out,
+        ::testing::AllOf(HasSubstr("\nascent:            " + ascent + "\n"),
+                         HasSubstr("\ncap height:        " + ascent + " (none in the file: the ascent)\n")));
+    EXPECT_THAT(runTool({"info", "Noto Sans CJK JP"}).out,
+                ::testing::ContainsRegex("\ncap height:        [0-9.]+\n"));
+}
+
 TEST(InfoProcess, TellsWhichStylesAreSynthesised) {
     EXPECT_THAT(runTool({"info", "Noto Sans Symbols", "--bold", "--italic"}).out,
                 HasSubstr("synthesised:       slant\n"));
@@ -66,6 +76,15 @@ TEST(InfoProcess, TellsWhichFileServesAndWhyOnRequest) {
 }
 
 TEST(InfoProcess, CountsTheFacesOfACollection) {
+    const std::string file = "/usr/share/fonts/opentype/noto/NotoSansCJK-Bold.ttc";
+    const std::string count = "\nfaces in the file: 10\n";
+    EXPECT_THAT(runTool({"info", file}).out, HasSubstr(count));
+    EXPECT_THAT(runTool({"info", "Noto Sans CJK JP", "--bold", "--why"}).out,
+                ::testing::AllOf(HasSubstr(count), HasSubstr("\nfile:              " + file)));
+    EXPECT_THAT(runTool({"info", "DejaVu Sans"}).out, HasSubstr("\nfaces in the file: 1\n"));
+}
+
+TEST(InfoProcess, TellsWhichFaceOfACollectionServes) {
     EXPECT_THAT(runTool({"info", "Noto Sans CJK KR", "--why"}).out,
                 ::testing::ContainsRegex(
                     "\nfile:              /usr/share/fonts/opentype/noto/NotoSansCJK-Regular.ttc "

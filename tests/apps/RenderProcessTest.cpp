@@ -178,6 +178,13 @@ TEST_F(RenderProcess, RefusesNumbersThatMakeNoPicture) {
     EXPECT_THAT(folder.list(), IsEmpty());
 }
 
+TEST_F(RenderProcess, RefusesACommandThatDoesNotExist) {
+    const ProcessResult result = runTool({"rendr", "x"});
+    EXPECT_EQ(result.status, 2);
+    EXPECT_EQ(result.err, "fontengine: unknown command 'rendr'\n");
+    EXPECT_THAT(result.out, IsEmpty());
+}
+
 TEST_F(RenderProcess, FailsWithStatusOneAndKeepsTheOldFile) {
     writeBytes(folder.getPath("a.png"), "old");
     expectFailure(render({"x", "--family", "No Such Family"}, "a.png"), 1,

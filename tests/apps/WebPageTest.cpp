@@ -138,11 +138,33 @@ TEST_F(ToolWebPage, DrawsMetricsWhereTheyAre) {
     EXPECT_EQ(count(metrics, "class=\"metric "), 5U);
 }
 
+TEST_F(ToolWebPage, DrawsNoCapHeightThatTheFileHasNot) {
+    Vell::Testing::Os2Table os2;
+    const std::string with = makeMetricsSection(open(makeFont().setOs2(os2)));
+    EXPECT_THAT(with, HasSubstr("Cap height 0.700"));
+    EXPECT_THAT(with, Not(HasSubstr("no cap height")));
+    os2.version = 1;
+    const std::string without = makeMetricsSection(open(makeFont().setOs2(os2)));
+    EXPECT_THAT(without, Not(HasSubstr("Cap height")));
+    EXPECT_THAT(without, HasSubstr("The file tells no cap height."));
+    EXPECT_EQ(count(without, "class=\"metric "), 4U);
+}
+
 TEST_F(ToolWebPage, NamesTheFaceOfEachScript) {
     const std::string own = makeFallbackSection(FontSource("DejaVu Sans"));
     EXPECT_THAT(own, HasSubstr("own face: DejaVu Sans Book"));
     EXPECT_THAT(own, HasSubstr("fallback: Noto Sans CJK"));
     EXPECT_THAT(makeFallbackSection(open(makeFont())), Not(HasSubstr("own face: Test Sans")));
+}
+
+TEST_F(ToolWebPage, BreaksSamplesIntoLinesThatFitAPhone) {
+    const std::string fallback = makeFallbackSection(FontSource("DejaVu Serif"));
+    for (const std::string& picture : findPictures(fallback)) {
+        constexpr int pixelRatio = 2;
+        EXPECT_LE(cairo_image_surface_get_width(readPng(readDataUri(picture)).get()), 288 * pixelRatio);
+    }
+    EXPECT_THAT(fallback, HasSubstr(" alt=\"Sphinx of black "));
+    EXPECT_THAT(fallback, Not(HasSubstr("Sphinx of black quartz, judge my vow")));
 }
 
 TEST_F(ToolWebPage, WorksForAFontWithoutCharacters) {

@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Compares the manual page and the completions with what the tool says about itself, sub-command by sub-command.
+# Compares the manual page and the completions with what the tool says about itself, sub-command by sub-command, and the
+# manual's exit statuses with those that there are (Tool.h).
 #
 #   check-manual-and-completions.sh TOOL MANUAL.gz COMPLETIONS_DIR
 set -euo pipefail
@@ -32,6 +33,18 @@ complete_in_fish() {
     cut -f 1
 }
 
+check_prose() { # SUB-COMMAND: its line in the synopsis, and what its help says below the options
+  local help usage section line
+  help=$("$tool" "$1" --help)
+  usage=$(sed -n "s/^Usage: fontengine $1 //p" <<<"$help")
+  section=$(manual_section SYNOPSIS | sed -n "/^\.B fontengine $1\$/{n;p}")
+  [ "$section" = "$usage" ] || fail "manual: the synopsis of '$1' lacks its arguments"
+  section=$(manual_section "$1")
+  while IFS= read -r line; do
+    grep -qxF -- "$line" <<<"$section" || fail "manual: '$1' lacks \"$line\""
+  done < <(sed '1,/^Options:/d' <<<"$help" | sed '1,/^$/d')
+}
+
 check_command() { # SUB-COMMAND or nothing
   local option section offered
   section=$(manual_section "$1")
@@ -48,9 +61,14 @@ check_command() { # SUB-COMMAND or nothing
 
 [ -n "$commands" ] || fail "the help names no sub-command"
 check_command ""
+statuses=$(manual_section "EXIT STATUS")
+for status in 0 1 2 3; do
+  grep -qx "\.B $status" <<<"$statuses" || fail "manual: exit status $status is not told"
+done
 for command in $commands; do
   [ -n "$(options_of "$command")" ] || fail "the help of '$command' names no option"
   check_command "$command"
+  check_prose "$command"
   for shell in bash fish; do
     offered=$("complete_in_$shell" fontengine "${command:0:1}")
     grep -qx -- "$command" <<<"$offered" || fail "$shell does not complete $command"

@@ -3,7 +3,8 @@
 
     make-manual.py TOOL FRAME OUTPUT.gz
 
-Each sub-command and each option comes from `TOOL --help` and `TOOL SUB --help`, so none can be forgotten.
+Each sub-command with its arguments, its options and what stands below them comes from `TOOL --help` and
+`TOOL SUB --help`, so none can be forgotten.
 """
 import gzip
 import re
@@ -41,21 +42,37 @@ def list_entries(entries):
     return "".join(f".TP\n{make_heads(name)}\n{escape(text)}\n" for name, text in entries)
 
 
+def read_usage(help_text):
+    """The name of the command and what may follow it."""
+    return re.search(r"^Usage: fontengine (\S+) (.*)$", help_text, re.MULTILINE).groups()
+
+
+def read_footer(help_text):
+    """The lines below the options."""
+    return re.search(r"^Options:\n(?:  .*\n)*\n(.*)", help_text, re.MULTILINE | re.DOTALL)[1].splitlines()
+
+
+def make_synopsis(help_text):
+    name, arguments = read_usage(help_text)
+    return f".B fontengine {escape(name)}\n{escape(arguments)}"
+
+
 def describe_command(text, help_text):
-    usage = re.search(r"^Usage: fontengine (.*)$", help_text, re.MULTILINE)[1]
+    usage = " ".join(read_usage(help_text))
     entries = read_entries(help_text, "Positionals") + read_entries(help_text, "Options")
-    return f".SS {escape(usage)}\n{escape(text)}.\n{list_entries(entries)}"
+    footer = [".PP", *map(escape, lines)] if (lines := read_footer(help_text)) else []
+    return f".SS {escape(usage)}\n{escape(text)}.\n{list_entries(entries)}" + "".join(
+        line + "\n" for line in footer)
 
 
 def make_manual(tool, frame):
     general = ask(tool, "--help")
-    commands = read_entries(general, "Subcommands")
+    commands = [(text, ask(tool, name, "--help")) for name, text in read_entries(general, "Subcommands")]
     filling = {
         "version": ask(tool, "--version").strip(),
-        "synopsis": "\n.br\n".join(f".B fontengine {escape(name)}\n[options]" for name, _ in commands),
+        "synopsis": "\n.br\n".join(make_synopsis(help_text) for _, help_text in commands),
         "options": list_entries(read_entries(general, "Options")).strip(),
-        "commands": "".join(describe_command(text, ask(tool, name, "--help"))
-                            for name, text in commands).strip(),
+        "commands": "".join(describe_command(*command) for command in commands).strip(),
     }
     return re.sub(r"@(\w+)@", lambda match: filling[match[1]], frame)
 

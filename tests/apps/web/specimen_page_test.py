@@ -34,6 +34,12 @@ return Promise.all(sheets.map((sheet) => {
   return image.decode().then(() => 0, () => 1);
 })).then((failures) => failures.reduce((sum, failure) => sum + failure, 0))"""
 
+# Samples of scripts that are shown smaller than they were drawn, or that do not fit their box.
+COUNT_BAD_SAMPLES = """
+const isWhole = (image) => image.getBoundingClientRect().width === image.naturalWidth / 2
+  && image.parentNode.scrollWidth <= image.parentNode.clientWidth;
+return [...document.querySelectorAll(".script img")].filter((image) => !isWhole(image)).length"""
+
 # The mean grey of an element's picture, 0 to 255; 255 means that nothing is drawn.
 MEASURE_GLYPH = """
 const glyph = document.querySelector(arguments[0]);
@@ -112,6 +118,14 @@ class SpecimenPage(unittest.TestCase):
                         (scheme, self.browser.run("return getComputedStyle(document.body).backgroundColor")))
         self.assertEqual(len(backgrounds), 2)
         self.assertEqual(len({color for _, color in backgrounds}), 2)
+
+    def test_shows_samples_of_scripts_as_large_as_they_are_drawn(self):
+        for size in ((320, 740), PHONE, DESKTOP):
+            with self.subTest(size=size):
+                self.show(size, "light")
+                self.assertGreater(self.browser.run(
+                    "return document.querySelectorAll('.script img').length"), 20)
+                self.assertEqual(self.browser.run(COUNT_BAD_SAMPLES), 0)
 
     def test_finds_a_character_by_itself_its_code_and_its_number(self):
         for query in ("é", "U+00E9", "u+e9", "0xE9", "233", "&#233;"):
