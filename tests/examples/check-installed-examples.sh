@@ -10,7 +10,8 @@ trap 'rm -rf "$scratch"' EXIT
 
 cmake --install "$build" --prefix "$scratch/prefix" >"$scratch/install.log"
 cmake -S "$scratch/prefix/share/doc/fontengine/examples" -B "$scratch/built" -G Ninja -DCMAKE_BUILD_TYPE=Release \
-  -DCMAKE_CXX_COMPILER="$compiler" -DCMAKE_PREFIX_PATH="$scratch/prefix" -DCMAKE_CXX_FLAGS="-Wall -Wextra -Wpedantic -Werror"
+  -DCMAKE_CXX_COMPILER="$compiler" -DCMAKE_PREFIX_PATH="$scratch/prefix" \
+  -DCMAKE_CXX_FLAGS="-Wall -Wextra -Wpedantic -Werror"
 cmake --build "$scratch/built" --target example-string-to-png example-texture-atlas
 (cd "$scratch" && built/string-to-png && built/texture-atlas)
 [ -s "$scratch/string-to-png.png" ] && [ -s "$scratch/texture-atlas.png" ]

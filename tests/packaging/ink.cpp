@@ -1,4 +1,4 @@
-// Counts the pixels of a PNG that are more black than white; fails where there are none.
+// Counts the pixels of a PNG that are more black than white, and not transparent; fails where there are none.
 
 #include <cairo.h>
 
@@ -9,12 +9,14 @@ int main(int argc, char** argv) {
     const unsigned char* pixels = cairo_image_surface_get_data(image);
     const int width = cairo_image_surface_get_width(image);
     const int height = cairo_image_surface_get_height(image);
-    constexpr int bytesOfPixel = 4;
+    const bool hasAlpha = cairo_image_surface_get_format(image) == CAIRO_FORMAT_ARGB32;
+    constexpr int bytesOfPixel = 4; // blue, green, red, alpha
     long dark = 0;
     for (int y = 0; y < height; ++y) {
         const unsigned char* row = pixels + static_cast<long>(y) * cairo_image_surface_get_stride(image);
         for (int x = 0; x < width; ++x) {
-            dark += row[x * bytesOfPixel + 1] < 128 ? 1 : 0;
+            const unsigned char* pixel = row + x * bytesOfPixel;
+            dark += pixel[1] < 128 && (!hasAlpha || pixel[3] >= 128) ? 1 : 0;
         }
     }
     std::printf("%d x %d pixels, %ld of them dark\n", width, height, dark);
