@@ -2,47 +2,7 @@
 
 #include <fuzz/support/Harness.h>
 
-#include <algorithm>
-#include <numeric>
-
 namespace Vell::Fuzz {
-
-const ListCache::Entry* ListCache::get(unsigned int key) {
-    const auto found = std::find_if(_entries.begin(), _entries.end(),
-                                    [key](const Entry& entry) { return entry.key == key; });
-    if (found == _entries.end()) {
-        return nullptr;
-    }
-    _entries.splice(_entries.begin(), _entries, found);
-    return &_entries.front();
-}
-
-const ListCache::Entry* ListCache::put(const Entry& entry) {
-    _lastEvicted.clear();
-    for (const Entry& held : _entries) {
-        if (held.key == entry.key) {
-            return nullptr;
-        }
-    }
-    _entries.push_front(entry);
-    while (_entries.size() > 1 && ((_maxEntries != 0 && _entries.size() > _maxEntries) ||
-                                   (_maxBytes != 0 && countBytes() > _maxBytes))) {
-        _lastEvicted.push_back(_entries.back().key);
-        _entries.pop_back();
-        ++_evictedCount;
-    }
-    return &_entries.front();
-}
-
-void ListCache::clear() {
-    _entries.clear();
-    _evictedCount = 0;
-}
-
-std::uint64_t ListCache::countBytes() const {
-    return std::accumulate(_entries.begin(), _entries.end(), std::uint64_t(0),
-                           [](std::uint64_t sum, const Entry& entry) { return sum + entry.bytes; });
-}
 
 CacheOperation takeCacheOperation(ByteReader& reader) {
     // Clearing and limiting empty the cache: they are rare, or there would never be much in it.

@@ -2,49 +2,17 @@
 
 #include <fuzz/support/ByteReader.h>
 #include <fuzz/support/Finding.h>
+#include <support/ListCache.h>
 
 #include <Utils/Public/MRUCache.h>
 
 #include <cstddef>
 #include <cstdint>
 #include <functional>
-#include <list>
-#include <vector>
 
 namespace Vell::Fuzz {
 
-/// A cache as one would write it without a thought for speed: a list, the most recently used entry in front.
-class ListCache {
-public:
-    struct Entry {
-        unsigned int key;
-        std::uint32_t value;
-        std::uint64_t bytes;
-    };
-
-    ListCache(std::uint64_t maxEntries, std::uint64_t maxBytes)
-        : _maxEntries(maxEntries)
-        , _maxBytes(maxBytes) {}
-
-    const Entry* get(unsigned int key);
-    const Entry* put(const Entry& entry);
-    void clear();
-
-    const std::list<Entry>& getEntries() const { return _entries; }
-    std::uint64_t countBytes() const;
-    /// The keys that the last put has pushed out.
-    const std::vector<unsigned int>& getLastEvicted() const { return _lastEvicted; }
-    std::uint64_t getEvictedCount() const { return _evictedCount; }
-    std::uint64_t getMaxEntries() const { return _maxEntries; }
-    std::uint64_t getMaxBytes() const { return _maxBytes; }
-
-private:
-    std::list<Entry> _entries;
-    std::uint64_t _maxEntries;
-    std::uint64_t _maxBytes;
-    std::uint64_t _evictedCount = 0;
-    std::vector<unsigned int> _lastEvicted;
-};
+using Testing::ListCache;
 
 /// One step of an operation stream, from three bytes: what to do, with which key, and a number whose meaning
 /// depends on what is done.

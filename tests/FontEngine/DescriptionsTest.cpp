@@ -1,5 +1,5 @@
 #include <FontEngine/AssertionText.h>
-#include <support/Descriptions.h>
+#include <support/ClientDescriptions.h>
 
 #include <FontEngine/FE_FontFaceInfo.h>
 #include <FontEngine/FE_FontInfo.h>
@@ -23,19 +23,6 @@ using Testing::printsNullDereference;
 std::uint64_t hashOf(const FaceInfoPtr& face) {
     return std::hash<FaceInfoPtr>()(face);
 }
-
-/// A description of a client's own making, which hashes by its answers alone.
-class ForeignFaceInfo : public Gfx::FontFaceInfo {
-public:
-    std::string getName() const override {
-        ++nameCalls;
-        return "Test Sans";
-    }
-    bool isBold() const override { return true; }
-    bool isItalic() const override { return false; }
-
-    mutable int nameCalls = 0;
-};
 
 TEST(FaceDescription, AnswersWhatItWasMadeFrom) {
     const FontFaceInfo plain("Test Sans", false, true);
@@ -69,7 +56,7 @@ TEST(FaceDescription, HashesBytesAbove7FAsNegativeNumbers) {
 }
 
 TEST(FaceDescription, HashesByItsAnswersWhoeverGivesThem) {
-    const auto foreign = makeNNPtr<const ForeignFaceInfo>();
+    const auto foreign = makeNNPtr<const Testing::ClientFaceInfo>("Test Sans", true, false);
     EXPECT_EQ(hashOf(foreign), 0xFEECDC14401A4ECBU);
     EXPECT_EQ(hashOf(foreign), 0xFEECDC14401A4ECBU);
     EXPECT_EQ(foreign->nameCalls, 1) << "the second hash is remembered";
@@ -86,7 +73,7 @@ TEST(FaceDescription, IsEqualByValue) {
 }
 
 TEST(FaceDescription, IsEqualToItselfWithoutBeingAsked) {
-    const auto foreign = makeNNPtr<const ForeignFaceInfo>();
+    const auto foreign = makeNNPtr<const Testing::ClientFaceInfo>("Test Sans", true, false);
     EXPECT_TRUE(ComparisonDetails::arePointersDeeplyEqual(foreign, foreign));
     EXPECT_EQ(foreign->nameCalls, 0);
 }

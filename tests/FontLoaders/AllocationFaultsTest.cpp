@@ -1,9 +1,6 @@
+#include "LoaderFonts.h"
 // Every allocation through operator new of every operation of the platform's loader fails in turn. What
 // fontconfig allocates by itself does not come this way.
-
-#include "FaceRequest.h"
-#include "FontSandbox.h"
-#include "FontWriter.h"
 
 #include <support/FailingAllocations.h>
 
@@ -13,7 +10,9 @@
 #include <new>
 #include <stdexcept>
 
-namespace Vell::FontLoaders::Testing {
+namespace Vell::Testing {
+
+using namespace FontLoaders;
 
 namespace {
 
@@ -66,16 +65,15 @@ const Question questions[] = {
 class LoaderAllocationFaults : public ::testing::Test {
 protected:
     LoaderAllocationFaults() {
-        sandbox.write("a.ttf", writeFont(makeDraft(u"Alpha")));
-        sandbox.write("ab.ttf", writeFont(makeDraft(u"Alpha", 700)));
-        sandbox.write("b.ttc",
-                      writeCollection({writeFont(makeDraft(u"Beta")), writeFont(makeDraft(u"Gamma"))}));
-        sandbox.write("l.ttf", writeFont(makeDraft(u"Lost")));
+        sandbox.write("a.ttf", makeBlankFont("Alpha").build());
+        sandbox.write("ab.ttf", makeBlankFont("Alpha", 700).build());
+        sandbox.write("b.ttc", buildCollection({makeBlankFont("Beta"), makeBlankFont("Gamma")}));
+        sandbox.write("l.ttf", makeBlankFont("Lost").build());
     }
 
     /// A loader that knows of a file that is gone.
     LoaderPtr makeLoader() const {
-        sandbox.write("l.ttf", writeFont(makeDraft(u"Lost")));
+        sandbox.write("l.ttf", makeBlankFont("Lost").build());
         const LoaderPtr loader = createPlatformDefaultFontLoader("Alpha");
         load(loader, "Unknown");
         sandbox.remove("l.ttf");
@@ -145,4 +143,4 @@ TEST(LoaderWithoutFontsAllocationFaults, EndTheQuestionForTheBuiltInFont) {
 
 } // namespace
 
-} // namespace Vell::FontLoaders::Testing
+} // namespace Vell::Testing

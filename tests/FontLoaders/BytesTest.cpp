@@ -1,12 +1,12 @@
-#include "FaceRequest.h"
-#include "FontSandbox.h"
-#include "FontWriter.h"
+#include "LoaderFonts.h"
 
 #include <gmock/gmock.h>
 
 #include <sys/stat.h>
 
-namespace Vell::FontLoaders::Testing {
+namespace Vell::Testing {
+
+using namespace FontLoaders;
 
 namespace {
 
@@ -30,9 +30,9 @@ auto tellsOf(const std::string& file, const std::string& reason) {
 
 TEST(FontBytes, DescriptionsOfOneFaceShareOneVector) {
     const FontSandbox sandbox;
-    FontDraft draft = makeDraft(u"Alpha");
-    draft.families.push_back({japanese, u"\u5B57"});
-    sandbox.write("a.ttf", writeFont(draft));
+    FontBuilder font = makeBlankFont("Alpha");
+    font.addName({0x411, 1, "\u5B57"});
+    sandbox.write("a.ttf", font.build());
     const auto loader = createPlatformDefaultFontLoader("Alpha");
     const auto bytes = load(loader, "Alpha");
     ASSERT_NE(bytes, nullptr);
@@ -44,7 +44,7 @@ TEST(FontBytes, DescriptionsOfOneFaceShareOneVector) {
 
 TEST(FontBytes, AFileIsReadOnceWhileItsBytesAreHeld) {
     const FontSandbox sandbox;
-    sandbox.write("a.ttf", writeFont(makeDraft(u"Alpha")));
+    sandbox.write("a.ttf", makeBlankFont("Alpha").build());
     const auto loader = createPlatformDefaultFontLoader("");
     const auto bytes = load(loader, "Alpha");
     sandbox.remove("a.ttf");
@@ -53,18 +53,18 @@ TEST(FontBytes, AFileIsReadOnceWhileItsBytesAreHeld) {
 
 TEST(FontBytes, AFileIsReadAnewWhenNobodyHoldsItsBytes) {
     const FontSandbox sandbox;
-    const Bytes first = writeFont(makeDraft(u"Alpha"));
+    const Bytes first = makeBlankFont("Alpha").build();
     sandbox.write("a.ttf", first);
     const auto loader = createPlatformDefaultFontLoader("");
     EXPECT_EQ(*load(loader, "Alpha"), first);
-    const Bytes second = writeFont(makeDraft(u"Alpha", 300));
+    const Bytes second = makeBlankFont("Alpha", 300).build();
     sandbox.write("a.ttf", second);
     EXPECT_EQ(*load(loader, "Alpha"), second);
 }
 
 TEST(FontBytes, TheLoaderKeepsNothingAlive) {
     const FontSandbox sandbox;
-    sandbox.write("a.ttf", writeFont(makeDraft(u"Alpha")));
+    sandbox.write("a.ttf", makeBlankFont("Alpha").build());
     const auto loader = createPlatformDefaultFontLoader("");
     const std::weak_ptr<const Bytes> watch = load(loader, "Alpha");
     EXPECT_TRUE(watch.expired());
@@ -72,14 +72,14 @@ TEST(FontBytes, TheLoaderKeepsNothingAlive) {
 
 TEST(FontBytes, BytesOutliveTheLoader) {
     const FontSandbox sandbox;
-    sandbox.write("a.ttf", writeFont(makeDraft(u"Alpha")));
+    sandbox.write("a.ttf", makeBlankFont("Alpha").build());
     const auto bytes = load(createPlatformDefaultFontLoader(""), "Alpha");
     EXPECT_EQ(getFamily(bytes), "Alpha");
 }
 
 TEST(FontBytes, EachFaceOfACollectionIsAFileOfItsOwn) {
     const FontSandbox sandbox;
-    sandbox.write("a.ttc", writeCollection({writeFont(makeDraft(u"Alpha")), writeFont(makeDraft(u"Beta"))}));
+    sandbox.write("a.ttc", buildCollection({makeBlankFont("Alpha"), makeBlankFont("Beta")}));
     const auto loader = createPlatformDefaultFontLoader("");
     for (const char* name : {"Alpha", "Beta"}) {
         const auto bytes = load(loader, name);
@@ -92,7 +92,7 @@ TEST(FontBytes, EachFaceOfACollectionIsAFileOfItsOwn) {
 
 TEST(FontBytes, OneFaceOfACollectionIsOneVector) {
     const FontSandbox sandbox;
-    sandbox.write("a.ttc", writeCollection({writeFont(makeDraft(u"Alpha")), writeFont(makeDraft(u"Beta"))}));
+    sandbox.write("a.ttc", buildCollection({makeBlankFont("Alpha"), makeBlankFont("Beta")}));
     const auto loader = createPlatformDefaultFontLoader("");
     const auto alpha = load(loader, "Alpha");
     const auto beta = load(loader, "Beta");
@@ -102,7 +102,7 @@ TEST(FontBytes, OneFaceOfACollectionIsOneVector) {
 
 TEST(FontBytes, ACollectionIsReadOnceForAllItsFaces) {
     const FontSandbox sandbox;
-    sandbox.write("a.ttc", writeCollection({writeFont(makeDraft(u"Alpha")), writeFont(makeDraft(u"Beta"))}));
+    sandbox.write("a.ttc", buildCollection({makeBlankFont("Alpha"), makeBlankFont("Beta")}));
     const auto loader = createPlatformDefaultFontLoader("");
     const auto alpha = load(loader, "Alpha");
     sandbox.remove("a.ttc");
@@ -128,7 +128,7 @@ TEST(FontBytes, AFaceOfABigCollectionDrawsItsOwnGlyphs) {
 
 TEST(FontBytes, AVanishedFileIsAnErrorThatNamesItAndTheReason) {
     const FontSandbox sandbox;
-    sandbox.write("a.ttf", writeFont(makeDraft(u"Alpha")));
+    sandbox.write("a.ttf", makeBlankFont("Alpha").build());
     const auto loader = createPlatformDefaultFontLoader("Alpha");
     ASSERT_NE(load(loader, "Alpha"), nullptr);
     sandbox.remove("a.ttf");
@@ -139,7 +139,7 @@ TEST(FontBytes, AVanishedFileIsAnErrorThatNamesItAndTheReason) {
 
 TEST(FontBytes, AFileThatCannotBeReadIsAnErrorThatNamesItAndTheReason) {
     const FontSandbox sandbox;
-    sandbox.write("a.ttf", writeFont(makeDraft(u"Alpha")));
+    sandbox.write("a.ttf", makeBlankFont("Alpha").build());
     const auto loader = createPlatformDefaultFontLoader("");
     ASSERT_NE(load(loader, "Alpha"), nullptr);
     const auto file = sandbox.getPath("a.ttf");
@@ -150,7 +150,7 @@ TEST(FontBytes, AFileThatCannotBeReadIsAnErrorThatNamesItAndTheReason) {
 
 TEST(FontBytes, AnEmptiedFileIsAnErrorThatNamesItAndTheReason) {
     const FontSandbox sandbox;
-    sandbox.write("a.ttf", writeFont(makeDraft(u"Alpha")));
+    sandbox.write("a.ttf", makeBlankFont("Alpha").build());
     const auto loader = createPlatformDefaultFontLoader("");
     ASSERT_NE(load(loader, "Alpha"), nullptr);
     sandbox.write("a.ttf", {});
@@ -159,18 +159,18 @@ TEST(FontBytes, AnEmptiedFileIsAnErrorThatNamesItAndTheReason) {
 
 TEST(FontBytes, ACollectionThatLostTheFaceIsAnErrorThatNamesIt) {
     const FontSandbox sandbox;
-    const Bytes alpha = writeFont(makeDraft(u"Alpha"));
-    sandbox.write("a.ttc", writeCollection({alpha, writeFont(makeDraft(u"Beta"))}));
+    const FontBuilder alpha = makeBlankFont("Alpha");
+    sandbox.write("a.ttc", buildCollection({alpha, makeBlankFont("Beta")}));
     const auto loader = createPlatformDefaultFontLoader("");
     ASSERT_NE(load(loader, "Beta"), nullptr);
-    sandbox.write("a.ttc", writeCollection({alpha}));
+    sandbox.write("a.ttc", buildCollection({alpha}));
     EXPECT_THAT([&] { load(loader, "Beta"); },
                 tellsOf(sandbox.getPath("a.ttc"), "there is no face 1 among 1"));
 }
 
 TEST(FontBytes, AnErrorIsForgottenWhenTheFileIsBack) {
     const FontSandbox sandbox;
-    const Bytes alpha = writeFont(makeDraft(u"Alpha"));
+    const Bytes alpha = makeBlankFont("Alpha").build();
     sandbox.write("a.ttf", alpha);
     const auto loader = createPlatformDefaultFontLoader("");
     ASSERT_NE(load(loader, "Alpha"), nullptr);
@@ -184,17 +184,17 @@ TEST(FontBytes, MakingALoaderReadsNothing) {
     const auto loader = createPlatformDefaultFontLoader("Alpha");
     // Only now is there a configuration that knows the font.
     const FontSandbox sandbox;
-    sandbox.write("a.ttf", writeFont(makeDraft(u"Alpha")));
+    sandbox.write("a.ttf", makeBlankFont("Alpha").build());
     EXPECT_NE(load(loader, "Alpha"), nullptr);
 }
 
 TEST(FontBytes, LoadersDoNotShareWhatIsInstalled) {
     const FontSandbox first;
-    first.write("a.ttf", writeFont(makeDraft(u"Alpha")));
+    first.write("a.ttf", makeBlankFont("Alpha").build());
     const auto early = createPlatformDefaultFontLoader("");
     ASSERT_NE(load(early, "Alpha"), nullptr);
     const FontSandbox second;
-    second.write("b.ttf", writeFont(makeDraft(u"Beta")));
+    second.write("b.ttf", makeBlankFont("Beta").build());
     const auto late = createPlatformDefaultFontLoader("");
     EXPECT_EQ(load(late, "Alpha"), nullptr);
     EXPECT_NE(load(late, "Beta"), nullptr);
@@ -202,4 +202,4 @@ TEST(FontBytes, LoadersDoNotShareWhatIsInstalled) {
     EXPECT_NE(load(early, "Alpha"), nullptr);
 }
 
-} // namespace Vell::FontLoaders::Testing
+} // namespace Vell::Testing

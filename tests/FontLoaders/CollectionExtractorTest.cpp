@@ -1,6 +1,4 @@
-#include "FaceRequest.h"
-#include "FontSandbox.h"
-#include "FontWriter.h"
+#include "LoaderFonts.h"
 
 #include <FontLoaders/Private/CollectionExtractor.h>
 
@@ -9,7 +7,9 @@
 
 #include <random>
 
-namespace Vell::FontLoaders::Testing {
+namespace Vell::Testing {
+
+using namespace FontLoaders;
 
 namespace {
 
@@ -17,7 +17,7 @@ using Internal::extractFace;
 using Internal::isCollection;
 
 Bytes makeCollection() {
-    return writeCollection({writeFont(makeDraft(u"Alpha")), writeFont(makeDraft(u"Beta", 700))});
+    return buildCollection({makeBlankFont("Alpha"), makeBlankFont("Beta", 700)});
 }
 
 /// A face's tables, each with its bytes, as HarfBuzz reads them.
@@ -58,7 +58,7 @@ TEST(CollectionExtractor, KnowsACollectionByItsFirstFourBytes) {
     EXPECT_TRUE(isCollection({'t', 't', 'c', 'f'}));
     EXPECT_FALSE(isCollection({'t', 't', 'c'}));
     EXPECT_FALSE(isCollection({}));
-    EXPECT_FALSE(isCollection(writeFont(makeDraft(u"Alpha"))));
+    EXPECT_FALSE(isCollection(makeBlankFont("Alpha").build()));
 }
 
 TEST(CollectionExtractor, CopiesEveryTableOfTheFace) {
@@ -139,4 +139,4 @@ TEST(CollectionExtractor, SurvivesDamagedBytes) {
     }
 }
 
-} // namespace Vell::FontLoaders::Testing
+} // namespace Vell::Testing

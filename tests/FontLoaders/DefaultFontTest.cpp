@@ -1,17 +1,17 @@
-#include "FaceRequest.h"
-#include "FontSandbox.h"
-#include "FontWriter.h"
+#include "LoaderFonts.h"
 
 #include <gtest/gtest.h>
 
-namespace Vell::FontLoaders::Testing {
+namespace Vell::Testing {
+
+using namespace FontLoaders;
 
 TEST(DefaultFont, IsTheDefaultFamilyInTheStyleAskedFor) {
     const FontSandbox sandbox;
-    sandbox.write("a.ttf", writeFont(makeDraft(u"Alpha")));
-    sandbox.write("b.ttf", writeFont(makeDraft(u"Beta")));
-    sandbox.write("c.ttf", writeFont(makeDraft(u"Beta", 700)));
-    sandbox.write("d.ttf", writeFont(makeDraft(u"Beta", 400, true)));
+    sandbox.write("a.ttf", makeBlankFont("Alpha").build());
+    sandbox.write("b.ttf", makeBlankFont("Beta").build());
+    sandbox.write("c.ttf", makeBlankFont("Beta", 700).build());
+    sandbox.write("d.ttf", makeBlankFont("Beta", 400, true).build());
     const auto loader = createPlatformDefaultFontLoader("beta");
     EXPECT_EQ(*loader->loadDefaultFont(false, false), readFile(sandbox.getPath("b.ttf")));
     EXPECT_EQ(*loader->loadDefaultFont(true, false), readFile(sandbox.getPath("c.ttf")));
@@ -21,18 +21,18 @@ TEST(DefaultFont, IsTheDefaultFamilyInTheStyleAskedFor) {
 
 TEST(DefaultFont, AStyleOfAnotherFamilyDoesNotStandIn) {
     const FontSandbox sandbox;
-    sandbox.write("a.ttf", writeFont(makeDraft(u"Alpha")));
-    sandbox.write("b.ttf", writeFont(makeDraft(u"Beta", 700)));
+    sandbox.write("a.ttf", makeBlankFont("Alpha").build());
+    sandbox.write("b.ttf", makeBlankFont("Beta", 700).build());
     EXPECT_EQ(createPlatformDefaultFontLoader("Alpha")->loadDefaultFont(true, false), nullptr);
 }
 
 TEST(DefaultFont, ThePlainRequestTakesTheNearestStyleOfAFamilyWithoutARegularFace) {
     const FontSandbox sandbox;
-    sandbox.write("a.ttf", writeFont(makeDraft(u"Alpha", 400, true)));
+    sandbox.write("a.ttf", makeBlankFont("Alpha", 400, true).build());
     const auto italicOnly = createPlatformDefaultFontLoader("Alpha")->loadDefaultFont(false, false);
     ASSERT_NE(italicOnly, nullptr);
     EXPECT_EQ(*italicOnly, readFile(sandbox.getPath("a.ttf")));
-    sandbox.write("b.ttf", writeFont(makeDraft(u"Alpha", 700)));
+    sandbox.write("b.ttf", makeBlankFont("Alpha", 700).build());
     const auto boldToo = createPlatformDefaultFontLoader("Alpha")->loadDefaultFont(false, false);
     ASSERT_NE(boldToo, nullptr);
     EXPECT_EQ(*boldToo, readFile(sandbox.getPath("b.ttf")));
@@ -41,9 +41,9 @@ TEST(DefaultFont, ThePlainRequestTakesTheNearestStyleOfAFamilyWithoutARegularFac
 TEST(DefaultFont, IsTheBestMatchWhereTheDefaultFamilyIsNotInstalled) {
     const FontSandbox sandbox("<alias binding=\"weak\"><family>Missing</family><prefer><family>Beta</family>"
                               "</prefer></alias>");
-    sandbox.write("a.ttf", writeFont(makeDraft(u"Alpha")));
-    sandbox.write("b.ttf", writeFont(makeDraft(u"Beta")));
-    sandbox.write("c.ttf", writeFont(makeDraft(u"Gamma")));
+    sandbox.write("a.ttf", makeBlankFont("Alpha").build());
+    sandbox.write("b.ttf", makeBlankFont("Beta").build());
+    sandbox.write("c.ttf", makeBlankFont("Gamma").build());
     const auto loader = createPlatformDefaultFontLoader("Missing");
     const auto bytes = loader->loadDefaultFont(false, false);
     ASSERT_NE(bytes, nullptr);
@@ -54,7 +54,7 @@ TEST(DefaultFont, IsTheBestMatchWhereTheDefaultFamilyIsNotInstalled) {
 
 TEST(DefaultFont, AnEmptyDefaultNameMeansTheBestMatch) {
     const FontSandbox sandbox;
-    sandbox.write("a.ttf", writeFont(makeDraft(u"Alpha")));
+    sandbox.write("a.ttf", makeBlankFont("Alpha").build());
     const auto bytes = createPlatformDefaultFontLoader("")->loadDefaultFont(false, false);
     ASSERT_NE(bytes, nullptr);
     EXPECT_EQ(*bytes, readFile(sandbox.getPath("a.ttf")));
@@ -62,9 +62,9 @@ TEST(DefaultFont, AnEmptyDefaultNameMeansTheBestMatch) {
 
 TEST(DefaultFont, AGenericDefaultNameStandsForTheFamilyThatServesIt) {
     const FontSandbox sandbox("<alias><family>serif</family><prefer><family>Beta</family></prefer></alias>");
-    sandbox.write("a.ttf", writeFont(makeDraft(u"Alpha")));
-    sandbox.write("b.ttf", writeFont(makeDraft(u"Beta")));
-    sandbox.write("c.ttf", writeFont(makeDraft(u"Beta", 700)));
+    sandbox.write("a.ttf", makeBlankFont("Alpha").build());
+    sandbox.write("b.ttf", makeBlankFont("Beta").build());
+    sandbox.write("c.ttf", makeBlankFont("Beta", 700).build());
     const auto loader = createPlatformDefaultFontLoader("serif");
     EXPECT_EQ(*loader->loadDefaultFont(false, false), readFile(sandbox.getPath("b.ttf")));
     EXPECT_EQ(*loader->loadDefaultFont(true, false), readFile(sandbox.getPath("c.ttf")));
@@ -104,4 +104,4 @@ TEST_F(DefaultFontWithoutFonts, IsFoundWhereTheConfigurationCannotBeRead) {
     EXPECT_TRUE(bytes != nullptr || FONT_IS_EMBEDDED == 0);
 }
 
-} // namespace Vell::FontLoaders::Testing
+} // namespace Vell::Testing

@@ -1,10 +1,12 @@
-#include "FaceRequest.h"
-#include "FontSandbox.h"
-#include "FontWriter.h"
+#include "LoaderFonts.h"
+
+#include <support/CountingLoader.h>
 
 #include <gtest/gtest.h>
 
-namespace Vell::FontLoaders::Testing {
+namespace Vell::Testing {
+
+using namespace FontLoaders;
 
 namespace {
 
@@ -16,22 +18,12 @@ void expectPlace(const FontLoader& loader, const std::shared_ptr<const Bytes>& b
     EXPECT_EQ(place->index, index);
 }
 
-class OtherLoader final : public FontLoader {
-public:
-    std::shared_ptr<const Bytes>
-    loadFont(const CheckedPtrImpl<const Gfx::FontFaceInfo, false>&) const override {
-        return nullptr;
-    }
-    std::shared_ptr<const Bytes> loadDefaultFont(bool, bool) const override { return nullptr; }
-    std::string getFamilyNameForRange(unsigned int) const override { return {}; }
-};
-
 } // namespace
 
 TEST(FontFilePlace, IsTheFileOfTheFont) {
     const FontSandbox sandbox;
-    sandbox.write("a.ttf", writeFont(makeDraft(u"Alpha")));
-    sandbox.write("b.ttf", writeFont(makeDraft(u"Alpha", 700)));
+    sandbox.write("a.ttf", makeBlankFont("Alpha").build());
+    sandbox.write("b.ttf", makeBlankFont("Alpha", 700).build());
     const auto loader = createPlatformDefaultFontLoader("Alpha");
     const auto bold = load(loader, "Alpha", true);
     const auto plain = loader->loadDefaultFont(false, false);
@@ -41,7 +33,7 @@ TEST(FontFilePlace, IsTheFileOfTheFont) {
 
 TEST(FontFilePlace, CountsTheFacesOfACollection) {
     const FontSandbox sandbox;
-    sandbox.write("a.ttc", writeCollection({writeFont(makeDraft(u"Alpha")), writeFont(makeDraft(u"Beta"))}));
+    sandbox.write("a.ttc", buildCollection({makeBlankFont("Alpha"), makeBlankFont("Beta")}));
     const auto loader = createPlatformDefaultFontLoader("");
     const auto alpha = load(loader, "Alpha");
     const auto beta = load(loader, "Beta");
@@ -51,13 +43,13 @@ TEST(FontFilePlace, CountsTheFacesOfACollection) {
 
 TEST(FontFilePlace, IsKnownOfItsOwnBytesOnly) {
     const FontSandbox sandbox;
-    sandbox.write("a.ttf", writeFont(makeDraft(u"Alpha")));
+    sandbox.write("a.ttf", makeBlankFont("Alpha").build());
     const auto loader = createPlatformDefaultFontLoader("");
     const auto bytes = load(loader, "Alpha");
     EXPECT_FALSE(findFontFile(*loader, nullptr).has_value());
     EXPECT_FALSE(findFontFile(*loader, std::make_shared<const Bytes>(*bytes)).has_value());
     EXPECT_FALSE(findFontFile(*createPlatformDefaultFontLoader(""), bytes).has_value());
-    EXPECT_FALSE(findFontFile(OtherLoader(), bytes).has_value());
+    EXPECT_FALSE(findFontFile(CountingLoader(), bytes).has_value());
 }
 
 TEST(FontFilePlace, IsNowhereForTheBuiltInFont) {
@@ -68,4 +60,4 @@ TEST(FontFilePlace, IsNowhereForTheBuiltInFont) {
     EXPECT_FALSE(findFontFile(*loader, bytes).has_value());
 }
 
-} // namespace Vell::FontLoaders::Testing
+} // namespace Vell::Testing

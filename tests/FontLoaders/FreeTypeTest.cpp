@@ -1,6 +1,4 @@
-#include "FaceRequest.h"
-#include "FontSandbox.h"
-#include "FontWriter.h"
+#include "LoaderFonts.h"
 
 #include <gmock/gmock.h>
 
@@ -9,7 +7,9 @@
 
 #include <thread>
 
-namespace Vell::FontLoaders::Testing {
+namespace Vell::Testing {
+
+using namespace FontLoaders;
 
 namespace {
 
@@ -37,7 +37,7 @@ TEST(FreeTypeOpeners, OnlyZeroIsSuccess) {
 
 TEST(FreeTypeOpeners, OpenTheFirstFace) {
     const auto library = createFreeTypeLibrary();
-    const auto face = createFontFace(library, makeNNPtr<const Bytes>(writeFont(makeDraft(u"Alpha"))));
+    const auto face = createFontFace(library, makeNNPtr<const Bytes>(makeBlankFont("Alpha").build()));
     EXPECT_STREQ(face->family_name, "Alpha");
     EXPECT_EQ(face->face_index, 0);
     EXPECT_EQ(face->units_per_EM, 1000);
@@ -52,7 +52,7 @@ TEST(FreeTypeOpeners, ReportWhatIsNoFontWithTheTextAndCodeOfFreeType) {
 
 TEST(FreeTypeOpeners, ReportADamagedFontWithTheTextAndCodeOfFreeType) {
     const auto library = createFreeTypeLibrary();
-    Bytes damaged = writeFont(makeDraft(u"Alpha"));
+    Bytes damaged = makeBlankFont("Alpha").build();
     const std::string tag = "head";
     const auto head = std::search(damaged.begin(), damaged.end(), tag.begin(), tag.end());
     ASSERT_NE(head, damaged.end());
@@ -116,4 +116,4 @@ TEST(FreeTypeOpeners, SharingNoLibraryIsReported) {
                 tells("invalid library handle", FT_Err_Invalid_Library_Handle));
 }
 
-} // namespace Vell::FontLoaders::Testing
+} // namespace Vell::Testing

@@ -1,10 +1,10 @@
-#include "FaceRequest.h"
-#include "FontSandbox.h"
-#include "FontWriter.h"
+#include "LoaderFonts.h"
 
 #include <gtest/gtest.h>
 
-namespace Vell::FontLoaders::Testing {
+namespace Vell::Testing {
+
+using namespace FontLoaders;
 
 namespace {
 
@@ -31,7 +31,7 @@ TEST(FontNames, AnInstalledFamilyComesAsTheBytesOfItsFile) {
 
 TEST(FontNames, TheCaseOfTheLettersDoesNotMatter) {
     const FontSandbox sandbox;
-    sandbox.write("a.ttf", writeFont(makeDraft(u"\u00C4pfel Gr\u00FCn")));
+    sandbox.write("a.ttf", makeBlankFont("\u00C4pfel Gr\u00FCn").build());
     const auto loader = createPlatformDefaultFontLoader("");
     const auto bytes = load(loader, "\u00C4pfel Gr\u00FCn");
     ASSERT_NE(bytes, nullptr);
@@ -40,9 +40,9 @@ TEST(FontNames, TheCaseOfTheLettersDoesNotMatter) {
 
 TEST(FontNames, AFamilyAnswersToItsNamesInAllLanguages) {
     const FontSandbox sandbox;
-    FontDraft draft = makeDraft(u"Alpha");
-    draft.families.push_back({japanese, u"\u6E38\u30B4\u30B7\u30C3\u30AF"});
-    sandbox.write("a.ttf", writeFont(draft));
+    FontBuilder font = makeBlankFont("Alpha");
+    font.addName({0x411, 1, "\u6E38\u30B4\u30B7\u30C3\u30AF"});
+    sandbox.write("a.ttf", font.build());
     const auto loader = createPlatformDefaultFontLoader("");
     const auto bytes = load(loader, "Alpha");
     ASSERT_NE(bytes, nullptr);
@@ -51,7 +51,7 @@ TEST(FontNames, AFamilyAnswersToItsNamesInAllLanguages) {
 
 TEST(FontNames, BlanksMatter) {
     const FontSandbox sandbox;
-    sandbox.write("a.ttf", writeFont(makeDraft(u"Alpha Beta")));
+    sandbox.write("a.ttf", makeBlankFont("Alpha Beta").build());
     const auto loader = createPlatformDefaultFontLoader("");
     EXPECT_NE(load(loader, "Alpha Beta"), nullptr);
     EXPECT_EQ(load(loader, "AlphaBeta"), nullptr);
@@ -61,7 +61,7 @@ TEST(FontNames, BlanksMatter) {
 
 TEST(FontNames, WhatIsNotInstalledIsNull) {
     const FontSandbox sandbox;
-    sandbox.write("a.ttf", writeFont(makeDraft(u"Alpha")));
+    sandbox.write("a.ttf", makeBlankFont("Alpha").build());
     const auto loader = createPlatformDefaultFontLoader("Alpha");
     EXPECT_EQ(load(loader, "Beta"), nullptr);
     EXPECT_EQ(load(loader, "Alph"), nullptr);
@@ -72,7 +72,7 @@ TEST(FontNames, WhatIsNotInstalledIsNull) {
 
 TEST(FontNames, AZeroByteIsPartOfTheName) {
     const FontSandbox sandbox;
-    sandbox.write("a.ttf", writeFont(makeDraft(u"Alpha")));
+    sandbox.write("a.ttf", makeBlankFont("Alpha").build());
     const auto loader = createPlatformDefaultFontLoader("Alpha");
     EXPECT_EQ(load(loader, std::string("Alpha\0x", 7)), nullptr);
     EXPECT_EQ(load(loader, std::string("serif\0x", 7)), nullptr);
@@ -80,7 +80,7 @@ TEST(FontNames, AZeroByteIsPartOfTheName) {
 
 TEST(FontNames, IllFormedTextIsTheNameOfNoFamily) {
     const FontSandbox sandbox;
-    sandbox.write("a.ttf", writeFont(makeDraft(u"Alpha")));
+    sandbox.write("a.ttf", makeBlankFont("Alpha").build());
     const auto loader = createPlatformDefaultFontLoader("Alpha");
     EXPECT_EQ(load(loader, "\xFF\xFE\xED\xA0\x80"), nullptr);
     EXPECT_EQ(load(loader, "Alpha\xF0\x9F"), nullptr);
@@ -88,9 +88,9 @@ TEST(FontNames, IllFormedTextIsTheNameOfNoFamily) {
 
 TEST(FontNames, EveryGenericNameStandsForTheFamilyThatServesIt) {
     const FontSandbox sandbox(bind("serif", "Beta", "strong") + bind("monospace", "Gamma", "weak"));
-    sandbox.write("a.ttf", writeFont(makeDraft(u"Alpha")));
-    sandbox.write("b.ttf", writeFont(makeDraft(u"Beta")));
-    sandbox.write("c.ttf", writeFont(makeDraft(u"Gamma")));
+    sandbox.write("a.ttf", makeBlankFont("Alpha").build());
+    sandbox.write("b.ttf", makeBlankFont("Beta").build());
+    sandbox.write("c.ttf", makeBlankFont("Gamma").build());
     const auto loader = createPlatformDefaultFontLoader("");
     EXPECT_EQ(load(loader, "serif"), load(loader, "Beta"));
     EXPECT_EQ(load(loader, "Serif"), load(loader, "Beta"));
@@ -103,8 +103,8 @@ TEST(FontNames, EveryGenericNameStandsForTheFamilyThatServesIt) {
 
 TEST(FontNames, AGenericNameHasTheStylesOfItsFamilyOnly) {
     const FontSandbox sandbox(bind("serif", "Alpha", "strong"));
-    sandbox.write("a.ttf", writeFont(makeDraft(u"Alpha")));
-    sandbox.write("b.ttf", writeFont(makeDraft(u"Beta", 700)));
+    sandbox.write("a.ttf", makeBlankFont("Alpha").build());
+    sandbox.write("b.ttf", makeBlankFont("Beta", 700).build());
     const auto loader = createPlatformDefaultFontLoader("");
     EXPECT_NE(load(loader, "serif"), nullptr);
     EXPECT_EQ(load(loader, "serif", true), nullptr);
@@ -117,7 +117,7 @@ TEST(FontNames, AGenericNameIsNullOnAMachineWithoutFonts) {
 
 TEST(FontNames, AFamilyThatIsBoundAsTheSameServesTheName) {
     const FontSandbox sandbox(bind("Old", "Missing", "same") + bind("Old", "Alpha", "same"));
-    sandbox.write("a.ttf", writeFont(makeDraft(u"Alpha")));
+    sandbox.write("a.ttf", makeBlankFont("Alpha").build());
     const auto loader = createPlatformDefaultFontLoader("");
     ASSERT_NE(load(loader, "Alpha"), nullptr);
     EXPECT_EQ(load(loader, "Old"), load(loader, "Alpha"));
@@ -126,15 +126,15 @@ TEST(FontNames, AFamilyThatIsBoundAsTheSameServesTheName) {
 
 TEST(FontNames, AnInstalledFamilyIsNotReplacedByItsAlias) {
     const FontSandbox sandbox(bind("Alpha", "Beta", "same"));
-    sandbox.write("a.ttf", writeFont(makeDraft(u"Alpha")));
-    sandbox.write("b.ttf", writeFont(makeDraft(u"Beta")));
+    sandbox.write("a.ttf", makeBlankFont("Alpha").build());
+    sandbox.write("b.ttf", makeBlankFont("Beta").build());
     const auto loader = createPlatformDefaultFontLoader("");
     EXPECT_EQ(*load(loader, "Alpha"), readFile(sandbox.getPath("a.ttf")));
 }
 
 TEST(FontNames, AliasesOfAnyOtherBindingResolveToNothing) {
     const FontSandbox sandbox(bind("Weak", "Alpha", "weak") + bind("Strong", "Alpha", "strong"));
-    sandbox.write("a.ttf", writeFont(makeDraft(u"Alpha")));
+    sandbox.write("a.ttf", makeBlankFont("Alpha").build());
     const auto loader = createPlatformDefaultFontLoader("");
     EXPECT_EQ(load(loader, "Weak"), nullptr);
     EXPECT_EQ(load(loader, "Strong"), nullptr);
@@ -143,7 +143,7 @@ TEST(FontNames, AliasesOfAnyOtherBindingResolveToNothing) {
 TEST(FontNames, AChainOfAliasesIsTheSameOnlyIfEveryLinkIs) {
     const FontSandbox sandbox(bind("One", "Two", "same") + bind("Two", "Alpha", "same") +
                               bind("Loose", "Firm", "weak") + bind("Firm", "Alpha", "same"));
-    sandbox.write("a.ttf", writeFont(makeDraft(u"Alpha")));
+    sandbox.write("a.ttf", makeBlankFont("Alpha").build());
     const auto loader = createPlatformDefaultFontLoader("");
     EXPECT_EQ(load(loader, "One"), load(loader, "Alpha"));
     EXPECT_EQ(load(loader, "Firm"), load(loader, "Alpha"));
@@ -152,7 +152,7 @@ TEST(FontNames, AChainOfAliasesIsTheSameOnlyIfEveryLinkIs) {
 
 TEST(FontNames, AFamilyThatIsBoundToAGenericNameIsNotServedByWhateverServesThat) {
     const FontSandbox sandbox(bind("Gone Emoji", "emoji", "same"));
-    sandbox.write("a.ttf", writeFont(makeDraft(u"Alpha")));
+    sandbox.write("a.ttf", makeBlankFont("Alpha").build());
     const auto loader = createPlatformDefaultFontLoader("");
     EXPECT_NE(load(loader, "emoji"), nullptr);
     EXPECT_EQ(load(loader, "Gone Emoji"), nullptr);
@@ -173,4 +173,4 @@ TEST(FontNames, TheStandardMetricAliasesHold) {
     EXPECT_EQ(load(loader, "Times"), nullptr);
 }
 
-} // namespace Vell::FontLoaders::Testing
+} // namespace Vell::Testing

@@ -1,19 +1,17 @@
-#include "FaceRequest.h"
-#include "FontSandbox.h"
-#include "FontWriter.h"
+#include "LoaderFonts.h"
 
 #include <gtest/gtest.h>
 
-namespace Vell::FontLoaders::Testing {
+namespace Vell::Testing {
+
+using namespace FontLoaders;
 
 namespace {
 
 using Ranges = std::vector<std::pair<char32_t, char32_t>>;
 
-FontDraft makeCovering(const std::u16string& family, const Ranges& characters) {
-    FontDraft draft = makeDraft(family);
-    draft.characters = characters;
-    return draft;
+FontBuilder makeCovering(const std::string& family, const Ranges& characters) {
+    return makeBlankFont(family, 400, false, characters);
 }
 
 std::string findFor(const CheckedPtrImpl<FontLoader, false>& loader, char32_t code) {
@@ -24,16 +22,16 @@ std::string findFor(const CheckedPtrImpl<FontLoader, false>& loader, char32_t co
 
 class RangeFamily : public ::testing::Test {
 protected:
-    void install(const std::string& name, const FontDraft& draft) const {
-        _sandbox.write(name, writeFont(draft));
+    void install(const std::string& name, const FontBuilder& font) const {
+        _sandbox.write(name, font.build());
     }
 
     const FontSandbox _sandbox{"<alias><family>Wish</family><prefer><family>Gamma</family></prefer></alias>"};
 };
 
 TEST_F(RangeFamily, IsTheOneThatCoversMostOfTheBlock) {
-    install("a.ttf", makeCovering(u"Alpha", {{0x370, 0x37F}, {0x400, 0x4FF}}));
-    install("b.ttf", makeCovering(u"Beta", {{0x380, 0x3FF}, {0x4E00, 0x4E10}}));
+    install("a.ttf", makeCovering("Alpha", {{0x370, 0x37F}, {0x400, 0x4FF}}));
+    install("b.ttf", makeCovering("Beta", {{0x380, 0x3FF}, {0x4E00, 0x4E10}}));
     const auto loader = createPlatformDefaultFontLoader("Alpha");
     EXPECT_EQ(findFor(loader, U'\u03B1'), "Beta");
     EXPECT_EQ(findFor(loader, U'\u0416'), "Alpha");
@@ -41,36 +39,35 @@ TEST_F(RangeFamily, IsTheOneThatCoversMostOfTheBlock) {
 }
 
 TEST_F(RangeFamily, CountsNothingOutsideTheBlock) {
-    install("a.ttf", makeCovering(u"Alpha", {{0x36F, 0x371}, {0x400, 0x4FFF}}));
-    install("b.ttf", makeCovering(u"Beta", {{0x3FD, 0x3FF}}));
+    install("a.ttf", makeCovering("Alpha", {{0x36F, 0x371}, {0x400, 0x4FFF}}));
+    install("b.ttf", makeCovering("Beta", {{0x3FD, 0x3FF}}));
     EXPECT_EQ(findFor(createPlatformDefaultFontLoader("Alpha"), U'\u03B1'), "Beta");
 }
 
 TEST_F(RangeFamily, IsTheDefaultFamilyAmongEquals) {
-    for (const char16_t* family : {u"Alpha", u"Beta", u"Gamma"}) {
-        const std::u16string name = family;
-        install(std::string(1, static_cast<char>(name[0])) + ".ttf", makeCovering(name, {{0x370, 0x3FF}}));
+    for (const std::string family : {"Alpha", "Beta", "Gamma"}) {
+        install(family + ".ttf", makeCovering(family, {{0x370, 0x3FF}}));
     }
     EXPECT_EQ(findFor(createPlatformDefaultFontLoader("Alpha"), U'\u03B1'), "Alpha");
     EXPECT_EQ(findFor(createPlatformDefaultFontLoader("Beta"), U'\u03B1'), "Beta");
 }
 
 TEST_F(RangeFamily, IsTheMorePreferredAmongEquals) {
-    install("a.ttf", makeCovering(u"Alpha", {{0x370, 0x3FF}}));
-    install("b.ttf", makeCovering(u"Gamma", {{0x370, 0x3FF}}));
-    install("c.ttf", makeCovering(u"Wish", {{0x370, 0x371}}));
+    install("a.ttf", makeCovering("Alpha", {{0x370, 0x3FF}}));
+    install("b.ttf", makeCovering("Gamma", {{0x370, 0x3FF}}));
+    install("c.ttf", makeCovering("Wish", {{0x370, 0x371}}));
     EXPECT_EQ(findFor(createPlatformDefaultFontLoader("Wish"), U'\u03B1'), "Gamma");
 }
 
 TEST_F(RangeFamily, IsEmptyWhereNoFamilyHasAnyOfTheBlock) {
-    install("a.ttf", makeCovering(u"Alpha", {{0x370, 0x3FF}}));
+    install("a.ttf", makeCovering("Alpha", {{0x370, 0x3FF}}));
     const auto loader = createPlatformDefaultFontLoader("Alpha");
     EXPECT_EQ(findFor(loader, U'\u0416'), "");
     EXPECT_EQ(findFor(loader, U'\u0416'), "");
 }
 
 TEST_F(RangeFamily, IsEmptyForIdentifiersOfNoBlock) {
-    install("a.ttf", makeCovering(u"Alpha", {{0, 0x10FFFF}}));
+    install("a.ttf", makeCovering("Alpha", {{0, 0x10FFFF}}));
     const auto loader = createPlatformDefaultFontLoader("Alpha");
     EXPECT_EQ(loader->getFamilyNameForRange(0), "");
     EXPECT_EQ(loader->getFamilyNameForRange(100000), "");
@@ -79,18 +76,18 @@ TEST_F(RangeFamily, IsEmptyForIdentifiersOfNoBlock) {
 }
 
 TEST_F(RangeFamily, IsTheFamilyWhosePlainFaceHasTheCharacters) {
-    FontDraft bold = makeCovering(u"Alpha", {{0x370, 0x3FF}});
-    bold.weight = 700;
+    FontBuilder bold = makeCovering("Alpha", {{0x370, 0x3FF}});
+    bold.setWeight(700);
     install("a.ttf", bold);
-    install("b.ttf", makeCovering(u"Alpha", {{'A', 'Z'}}));
-    install("c.ttf", makeCovering(u"Beta", {{0x370, 0x371}}));
+    install("b.ttf", makeCovering("Alpha", {{'A', 'Z'}}));
+    install("c.ttf", makeCovering("Beta", {{0x370, 0x371}}));
     EXPECT_EQ(findFor(createPlatformDefaultFontLoader("Alpha"), U'\u03B1'), "Beta");
 }
 
 TEST_F(RangeFamily, CanBeLoaded) {
-    FontDraft draft = makeCovering(u"Alpha", {{0x370, 0x3FF}});
-    draft.families.push_back({japanese, u"\u5B57"});
-    install("a.ttf", draft);
+    FontBuilder font = makeCovering("Alpha", {{0x370, 0x3FF}});
+    font.addName({0x411, 1, "\u5B57"});
+    install("a.ttf", font);
     const auto loader = createPlatformDefaultFontLoader("");
     EXPECT_NE(load(loader, findFor(loader, U'\u03B1')), nullptr);
 }
@@ -106,4 +103,4 @@ TEST_F(RangeFamily, OfRealFontsHasTheCharacter) {
     EXPECT_EQ(findFor(loader, 0x12000), "");
 }
 
-} // namespace Vell::FontLoaders::Testing
+} // namespace Vell::Testing

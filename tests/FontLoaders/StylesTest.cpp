@@ -1,31 +1,30 @@
-#include "FaceRequest.h"
-#include "FontSandbox.h"
-#include "FontWriter.h"
+#include "LoaderFonts.h"
+
+#include <support/FontAxis.h>
 
 #include <gtest/gtest.h>
 
-namespace Vell::FontLoaders::Testing {
+namespace Vell::Testing {
+
+using namespace FontLoaders;
 
 namespace {
 
-FontDraft makeWide(std::uint16_t width) {
-    FontDraft draft = makeDraft(u"Alpha");
-    draft.width = width;
-    return draft;
+FontBuilder makeWide(unsigned int width) {
+    return makeBlankFont("Alpha").setWidth(width);
 }
 
-FontDraft makeVariable(int defaultWeight) {
-    FontDraft draft = makeDraft(u"Alpha", static_cast<std::uint16_t>(defaultWeight));
-    draft.variableFrom = defaultWeight;
-    return draft;
+FontBuilder makeVariable(int defaultWeight) {
+    FontBuilder font = makeBlankFont("Alpha", static_cast<unsigned int>(defaultWeight));
+    return addWeightAxis(font, defaultWeight);
 }
 
 } // namespace
 
 class FontStyles : public ::testing::Test {
 protected:
-    void install(const std::string& name, const FontDraft& draft) const {
-        _sandbox.write(name, writeFont(draft));
+    void install(const std::string& name, const FontBuilder& font) const {
+        _sandbox.write(name, font.build());
     }
 
     /// The name of the file that a request for Alpha gives, "null" for none.
@@ -46,10 +45,10 @@ protected:
 };
 
 TEST_F(FontStyles, EachStyleIsServedByItsOwnFile) {
-    install("regular.ttf", makeDraft(u"Alpha"));
-    install("bold.ttf", makeDraft(u"Alpha", 700));
-    install("italic.ttf", makeDraft(u"Alpha", 400, true));
-    install("both.ttf", makeDraft(u"Alpha", 700, true));
+    install("regular.ttf", makeBlankFont("Alpha"));
+    install("bold.ttf", makeBlankFont("Alpha", 700));
+    install("italic.ttf", makeBlankFont("Alpha", 400, true));
+    install("both.ttf", makeBlankFont("Alpha", 700, true));
     EXPECT_EQ(find(false, false), "regular.ttf");
     EXPECT_EQ(find(true, false), "bold.ttf");
     EXPECT_EQ(find(false, true), "italic.ttf");
@@ -57,31 +56,31 @@ TEST_F(FontStyles, EachStyleIsServedByItsOwnFile) {
 }
 
 TEST_F(FontStyles, AStyleThatTheFamilyLacksIsNull) {
-    install("regular.ttf", makeDraft(u"Alpha"));
+    install("regular.ttf", makeBlankFont("Alpha"));
     EXPECT_EQ(find(true, false), "null");
     EXPECT_EQ(find(false, true), "null");
     EXPECT_EQ(find(true, true), "null");
 }
 
 TEST_F(FontStyles, ABoldFaceIsNoRegularOne) {
-    install("bold.ttf", makeDraft(u"Alpha", 700));
+    install("bold.ttf", makeBlankFont("Alpha", 700));
     EXPECT_EQ(find(false, false), "null");
 }
 
 TEST_F(FontStyles, DemiboldIsBoldAndMediumIsNot) {
-    install("demibold.ttf", makeDraft(u"Alpha", 600));
-    install("medium.ttf", makeDraft(u"Alpha", 500));
+    install("demibold.ttf", makeBlankFont("Alpha", 600));
+    install("medium.ttf", makeBlankFont("Alpha", 500));
     EXPECT_EQ(find(true), "demibold.ttf");
     EXPECT_EQ(find(false), "medium.ttf");
 }
 
 TEST_F(FontStyles, TheWeightNearestToTheStyleWins) {
-    install("1-thin.ttf", makeDraft(u"Alpha", 100));
-    install("2-medium.ttf", makeDraft(u"Alpha", 500));
-    install("3-regular.ttf", makeDraft(u"Alpha", 400));
-    install("4-demibold.ttf", makeDraft(u"Alpha", 600));
-    install("5-black.ttf", makeDraft(u"Alpha", 900));
-    install("6-bold.ttf", makeDraft(u"Alpha", 700));
+    install("1-thin.ttf", makeBlankFont("Alpha", 100));
+    install("2-medium.ttf", makeBlankFont("Alpha", 500));
+    install("3-regular.ttf", makeBlankFont("Alpha", 400));
+    install("4-demibold.ttf", makeBlankFont("Alpha", 600));
+    install("5-black.ttf", makeBlankFont("Alpha", 900));
+    install("6-bold.ttf", makeBlankFont("Alpha", 700));
     EXPECT_EQ(find(false), "3-regular.ttf");
     EXPECT_EQ(find(true), "6-bold.ttf");
 }
@@ -95,17 +94,14 @@ TEST_F(FontStyles, NormalWidthWinsAmongEqualWeights) {
 
 TEST_F(FontStyles, WeightCountsBeforeWidth) {
     install("1-condensed.ttf", makeWide(3));
-    install("2-light.ttf", makeDraft(u"Alpha", 300));
+    install("2-light.ttf", makeBlankFont("Alpha", 300));
     EXPECT_EQ(find(), "1-condensed.ttf");
 }
 
 TEST_F(FontStyles, EqualsAreTakenInTheOrderOfTheirPaths) {
-    FontDraft draft = makeDraft(u"Alpha");
-    install("c/a.ttf", draft);
-    draft.characters = {{U'a', U'b'}};
-    install("b/z.ttf", draft);
-    draft.characters = {{U'c', U'd'}};
-    install("b/y.ttf", draft);
+    install("c/a.ttf", makeBlankFont("Alpha"));
+    install("b/z.ttf", makeBlankFont("Alpha", 400, false, {{'a', 'b'}}));
+    install("b/y.ttf", makeBlankFont("Alpha", 400, false, {{'c', 'd'}}));
     EXPECT_EQ(find(), "b/y.ttf");
 }
 
@@ -135,7 +131,7 @@ TEST_F(FontStyles, LightAndCondensedSistersDoNotServeAWholeFamily) {
 
 TEST_F(FontStyles, TheVariableFontOfTheseTestsHasTwoNamedInstances) {
     const auto library = createFreeTypeLibrary();
-    const auto face = createFontFace(library, makeNNPtr<const Bytes>(writeFont(makeVariable(400))));
+    const auto face = createFontFace(library, makeNNPtr<const Bytes>(makeVariable(400).build()));
     EXPECT_TRUE(FT_HAS_MULTIPLE_MASTERS(face.get()));
     EXPECT_EQ(face->style_flags >> 16, 2);
 }
@@ -155,8 +151,8 @@ TEST_F(FontStyles, AVariableFontThatIsBoldByDefaultServesBold) {
 
 TEST_F(FontStyles, AStaticBoldIsFoundBesideTheNamedInstancesOfAVariableFont) {
     install("1-variable.ttf", makeVariable(400));
-    install("2-bold.ttf", makeDraft(u"Alpha", 800));
+    install("2-bold.ttf", makeBlankFont("Alpha", 800));
     EXPECT_EQ(find(true), "2-bold.ttf");
 }
 
-} // namespace Vell::FontLoaders::Testing
+} // namespace Vell::Testing

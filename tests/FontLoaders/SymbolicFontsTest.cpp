@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
-namespace Vell::FontLoaders::Testing {
+namespace Vell::Testing {
+
+using namespace FontLoaders;
 
 TEST(SymbolicFonts, AreTheWellKnownFamilies) {
     for (const char* family :
@@ -28,4 +30,4 @@ TEST(SymbolicFonts, NothingIsNoName) {
     EXPECT_FALSE(isSymbolicFont(boost::string_ref()));
 }
 
-} // namespace Vell::FontLoaders::Testing
+} // namespace Vell::Testing

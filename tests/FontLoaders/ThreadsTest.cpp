@@ -1,13 +1,13 @@
-#include "FaceRequest.h"
-#include "FontSandbox.h"
-#include "FontWriter.h"
+#include "LoaderFonts.h"
 
 #include <gtest/gtest.h>
 
 #include <atomic>
 #include <thread>
 
-namespace Vell::FontLoaders::Testing {
+namespace Vell::Testing {
+
+using namespace FontLoaders;
 
 namespace {
 
@@ -33,11 +33,9 @@ void runTogether(const Work& work) {
 }
 
 void fill(const FontSandbox& sandbox) {
-    FontDraft greek = makeDraft(u"Beta");
-    greek.characters = {{0x370, 0x3FF}};
-    sandbox.write("a.ttf", writeFont(makeDraft(u"Alpha")));
-    sandbox.write("b.ttf", writeFont(greek));
-    sandbox.write("c.ttc", writeCollection({writeFont(makeDraft(u"Gamma")), writeFont(makeDraft(u"Delta"))}));
+    sandbox.write("a.ttf", makeBlankFont("Alpha").build());
+    sandbox.write("b.ttf", makeBlankFont("Beta", 400, false, {{0x370, 0x3FF}}).build());
+    sandbox.write("c.ttc", buildCollection({makeBlankFont("Gamma"), makeBlankFont("Delta")}));
 }
 
 } // namespace
@@ -91,4 +89,4 @@ TEST(FontLoaderThreads, ReleaseFontsOfOneLibrary) {
     });
 }
 
-} // namespace Vell::FontLoaders::Testing
+} // namespace Vell::Testing

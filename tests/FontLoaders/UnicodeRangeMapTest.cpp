@@ -7,7 +7,9 @@
 #include <string>
 #include <vector>
 
-namespace Vell::FontLoaders::Testing {
+namespace Vell::Testing {
+
+using namespace FontLoaders;
 
 namespace {
 
@@ -69,4 +71,4 @@ TEST(UnicodeRangeMap, BeginsWithBasicLatin) {
     EXPECT_EQ(UnicodeRangeMap::find(0x80), 2U);
 }
 
-} // namespace Vell::FontLoaders::Testing
+} // namespace Vell::Testing

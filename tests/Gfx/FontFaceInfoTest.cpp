@@ -1,6 +1,7 @@
-#include "GfxDoubles.h"
-
+#include <support/ClientDescriptions.h>
 #include <support/ExpectAssertion.h>
+
+#include <Gfx/Gfx.h>
 
 #include <functional>
 #include <limits>
@@ -9,11 +10,11 @@
 namespace Vell::Gfx {
 namespace {
 
-using Testing::FaceInfo;
+using Testing::ClientFaceInfo;
+using Testing::ClientFontInfo;
 using Testing::FaceInfoPtr;
 using Testing::FontInfoPtr;
-using Testing::Info;
-using Testing::makeFaceInfo;
+using Testing::makeClientFaceInfo;
 
 static_assert(!std::is_copy_assignable_v<FontFaceInfo> && !std::is_copy_assignable_v<FontInfo>);
 static_assert(std::is_abstract_v<FontFaceInfo> && std::is_abstract_v<FontInfo> &&
@@ -25,7 +26,7 @@ static_assert(static_cast<int>(TextPositionType::Subscript) == 2);
 static_assert(sizeof(TextPositionType) == 1);
 
 std::uint64_t hashFace(const std::string& name, bool bold = false, bool italic = false) {
-    return FaceInfo(name, bold, italic).getHash();
+    return ClientFaceInfo(name, bold, italic).getHash();
 }
 
 TEST(FontFaceInfo, HashesNameAndFlagsToFixedValues) {
@@ -53,59 +54,59 @@ TEST(FontFaceInfo, HashesTheWholeNameAcrossANul) {
 }
 
 TEST(FontFaceInfo, ComputesItsHashOnce) {
-    const FaceInfo face("A", false, false);
+    const ClientFaceInfo face("A", false, false);
     EXPECT_EQ(face.getHash(), face.getHash());
     EXPECT_EQ(face.nameCalls, 1);
     EXPECT_EQ(face.boldCalls, 1);
     EXPECT_EQ(face.italicCalls, 1);
-    const FaceInfo copy(face);
+    const ClientFaceInfo copy(face);
     EXPECT_EQ(copy.getHash(), face.getHash());
     EXPECT_EQ(copy.nameCalls, 1) << "a copy computes its own";
 }
 
 TEST(FontFaceInfo, HashesLikeItsPointer) {
-    const FaceInfoPtr face = makeFaceInfo("DejaVu Sans", true, true);
+    const FaceInfoPtr face = makeClientFaceInfo("DejaVu Sans", true, true);
     EXPECT_EQ(std::hash<FaceInfoPtr>()(face), 0xa2b3bc0291f2d17fU);
     EXPECT_EQ(std::hash<FontFaceInfo>()(*face), face->getHash());
 }
 
 TEST(FontFaceInfo, EqualsAnotherOfTheSameNameAndFlags) {
-    EXPECT_TRUE(*makeFaceInfo("A", true, false) == *makeFaceInfo("A", true, false));
-    EXPECT_TRUE(*makeFaceInfo("A", true, false) != *makeFaceInfo("B", true, false));
-    EXPECT_TRUE(*makeFaceInfo("A", true, false) != *makeFaceInfo("A", false, false));
-    EXPECT_TRUE(*makeFaceInfo("A", true, false) != *makeFaceInfo("A", true, true));
-    EXPECT_TRUE(*makeFaceInfo("A") != *makeFaceInfo("a")) << "names are compared byte by byte";
-    EXPECT_TRUE(*makeFaceInfo("A") != *makeFaceInfo("A "));
+    EXPECT_TRUE(*makeClientFaceInfo("A", true, false) == *makeClientFaceInfo("A", true, false));
+    EXPECT_TRUE(*makeClientFaceInfo("A", true, false) != *makeClientFaceInfo("B", true, false));
+    EXPECT_TRUE(*makeClientFaceInfo("A", true, false) != *makeClientFaceInfo("A", false, false));
+    EXPECT_TRUE(*makeClientFaceInfo("A", true, false) != *makeClientFaceInfo("A", true, true));
+    EXPECT_TRUE(*makeClientFaceInfo("A") != *makeClientFaceInfo("a")) << "names are compared byte by byte";
+    EXPECT_TRUE(*makeClientFaceInfo("A") != *makeClientFaceInfo("A "));
 }
 
 TEST(FontFaceInfo, StopsComparingAtTheFirstDifference) {
-    const FaceInfo face("A", false, false);
-    EXPECT_FALSE(face == FaceInfo("B", true, true));
+    const ClientFaceInfo face("A", false, false);
+    EXPECT_FALSE(face == ClientFaceInfo("B", true, true));
     EXPECT_EQ(face.boldCalls, 0);
-    EXPECT_FALSE(face == FaceInfo("A", true, true));
+    EXPECT_FALSE(face == ClientFaceInfo("A", true, true));
     EXPECT_EQ(face.boldCalls, 1);
     EXPECT_EQ(face.italicCalls, 0);
 }
 
 TEST(FontFaceInfo, SharesACacheEntryWithItsEquals) {
     MRUCache<FaceInfoPtr, int, std::hash<FaceInfoPtr>, AreDeeplyEqualComparator> cache;
-    ASSERT_NE(cache.put(makeFaceInfo("A", true), {1, 0}), nullptr);
-    EXPECT_EQ(cache.put(makeFaceInfo("A", true), {2, 0}), nullptr);
-    EXPECT_NE(cache.put(makeFaceInfo("A", false), {3, 0}), nullptr);
-    ASSERT_NE(cache.get(makeFaceInfo("A", true)), nullptr);
-    EXPECT_EQ(cache.get(makeFaceInfo("A", true))->getValue(), 1);
+    ASSERT_NE(cache.put(makeClientFaceInfo("A", true), {1, 0}), nullptr);
+    EXPECT_EQ(cache.put(makeClientFaceInfo("A", true), {2, 0}), nullptr);
+    EXPECT_NE(cache.put(makeClientFaceInfo("A", false), {3, 0}), nullptr);
+    ASSERT_NE(cache.get(makeClientFaceInfo("A", true)), nullptr);
+    EXPECT_EQ(cache.get(makeClientFaceInfo("A", true))->getValue(), 1);
 }
 
 TEST(FontFaceInfo, IsNotAskedWhenItMeetsItself) {
-    const auto face = makeNNPtr<const FaceInfo>("A", false, false);
+    const auto face = makeNNPtr<const ClientFaceInfo>("A", false, false);
     const FaceInfoPtr one = face;
     const FaceInfoPtr two = face;
     EXPECT_TRUE(AreDeeplyEqualComparator()(one, two));
     EXPECT_EQ(face->nameCalls, 0);
 }
 
-FontInfoPtr makeInfo(float size, TextPositionType type, const FaceInfoPtr& face = makeFaceInfo()) {
-    return makeNNPtr<Info>(face, size, type);
+FontInfoPtr makeInfo(float size, TextPositionType type, const FaceInfoPtr& face = makeClientFaceInfo()) {
+    return makeNNPtr<ClientFontInfo>(face, size, type);
 }
 
 TEST(FontInfo, HashesFaceSizeAndPosition) {
@@ -120,10 +121,10 @@ TEST(FontInfo, HashesFaceSizeAndPosition) {
 }
 
 TEST(FontInfo, ComputesItsHashAnewInACopy) {
-    const auto face = makeNNPtr<const FaceInfo>("A", false, false);
-    const Info info(face, 10.0F, TextPositionType::Normal);
+    const auto face = makeNNPtr<const ClientFaceInfo>("A", false, false);
+    const ClientFontInfo info(face, 10.0F, TextPositionType::Normal);
     const std::uint64_t hash = info.getHash();
-    const Info copy(info); // NOLINT(performance-unnecessary-copy-initialization)
+    const ClientFontInfo copy(info); // NOLINT(performance-unnecessary-copy-initialization)
     EXPECT_EQ(copy.getHash(), hash);
     EXPECT_TRUE(copy == info);
     EXPECT_EQ(copy.getFontFaceInfo(), info.getFontFaceInfo()) << "the very object";
@@ -134,12 +135,12 @@ TEST(FontInfo, EqualsAnotherOfTheSameValues) {
     EXPECT_TRUE(*info == *makeInfo(10.0F, TextPositionType::Normal)) << "the faces are equal, not the same";
     EXPECT_TRUE(*info != *makeInfo(10.5F, TextPositionType::Normal));
     EXPECT_TRUE(*info != *makeInfo(10.0F, TextPositionType::Subscript));
-    EXPECT_TRUE(*info != *makeInfo(10.0F, TextPositionType::Normal, makeFaceInfo("B")));
+    EXPECT_TRUE(*info != *makeInfo(10.0F, TextPositionType::Normal, makeClientFaceInfo("B")));
     EXPECT_TRUE(*makeInfo(0.0F, TextPositionType::Normal) == *makeInfo(-0.0F, TextPositionType::Normal));
 }
 
 TEST(FontFaceInfoDeathTest, AssertsWhenANullOneIsComparedOrHashed) {
-    FaceInfoPtr source = makeFaceInfo();
+    FaceInfoPtr source = makeClientFaceInfo();
     const FaceInfoPtr taken = std::move(source);
     VELL_EXPECT_ASSERTION(ComparisonDetails::arePointersDeeplyEqual(source, taken),
                           "Utils/Public/Ptr/CheckedPtr:206: assertion failed: _ptr");

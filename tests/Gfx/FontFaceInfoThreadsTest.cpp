@@ -1,4 +1,4 @@
-#include "GfxDoubles.h"
+#include <support/ClientDescriptions.h>
 
 #include <gtest/gtest.h>
 
@@ -12,8 +12,9 @@ namespace {
 TEST(FontFaceInfoThreads, HashOneDescriptionOnceFromEightThreads) {
     constexpr int threadCount = 8;
     for (int round = 0; round < 200; ++round) {
-        const auto face = makeNNPtr<const Testing::FaceInfo>("DejaVu Sans", true, true);
-        const Testing::FontInfoPtr font = makeNNPtr<Testing::Info>(face, 10.0F, TextPositionType::Normal);
+        const auto face = makeNNPtr<const Testing::ClientFaceInfo>("DejaVu Sans", true, true);
+        const Testing::FontInfoPtr font =
+            makeNNPtr<Testing::ClientFontInfo>(face, 10.0F, TextPositionType::Normal);
         std::atomic<int> waiting{threadCount};
         std::atomic<int> wrongHashes{0};
         std::vector<std::thread> threads;

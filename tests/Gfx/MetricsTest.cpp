@@ -1,6 +1,10 @@
-#include "GfxDoubles.h"
-
+#include <support/ClientDescriptions.h>
+#include <support/CountingLoader.h>
 #include <support/ExpectAssertion.h>
+#include <support/FontBuilder.h>
+
+#include <FontEngine/FE_FontFactory.h>
+#include <Gfx/Gfx.h>
 
 #include <limits>
 #include <string>
@@ -14,8 +18,6 @@ namespace {
 using Glyph = CharMap::GlyphIndexWithAdvance;
 using Testing::ExtFontInfoPtr;
 using Testing::FontInfoPtr;
-using Testing::makeExtFontInfo;
-using Testing::makeFontInfo;
 using BasicMetricsPtr = CheckedPtrImpl<const BasicMetrics, false>;
 
 static_assert(!std::is_default_constructible_v<FactoryAccessTag>);
@@ -27,14 +29,27 @@ static_assert(std::is_polymorphic_v<Path> && !std::is_abstract_v<Path> &&
               std::has_virtual_destructor_v<Path>);
 
 /// 'i' is a quarter of an em wide, 'm' a whole one, what is missing a half.
+Testing::FontBuilder makeMetricsFont() {
+    Testing::Os2Table os2;
+    os2.capHeight = 625;
+    os2.strikeoutPosition = 425;
+    os2.strikeoutSize = 50;
+    Testing::FontBuilder font("Test Sans");
+    font.setLine(750, -250, 250).setOs2(os2);
+    font.map('i', font.addGlyph({250, {}, {}}));
+    font.map('m', font.addGlyph({1000, {}, {}}));
+    font.map(0x20AC, font.addGlyph({750, {}, {}}));
+    return font;
+}
+
+/// Only a face of the engine has metrics: they share its ownership.
 BasicMetricsPtr makeMetrics() {
-    CharMap map(Glyph(0, 0.5F));
-    map.insert('i', Glyph(1, 0.25F), true);
-    map.insert('m', Glyph(2, 1.0F), true);
-    map.insert(0x20AC, Glyph(3, 0.75F), true);
-    map.insert('0', Glyph(0, 0.125F), true);
-    return makeNNPtr<const BasicMetrics>(
-        FontEngine::FontFactory::makeMetrics(1.25F, 0.75F, 0.25F, {0.625F, 0.375F}, map));
+    const auto loader = std::make_shared<Testing::CountingLoader>();
+    loader->setFont("Test Sans", false, false, makeMetricsFont().build());
+    const auto factory = FontEngine::FontFactory::create(loader, "");
+    const std::shared_ptr<const FontEngine::FontFace> face =
+        factory->getFace(Testing::makeFaceInfo("Test Sans"));
+    return std::shared_ptr<const BasicMetrics>(face, &face->getBasicMetrics());
 }
 
 /// Replaces one missing character and notes what it was asked for.
@@ -61,11 +76,11 @@ TEST(BasicMetrics, HoldsWhatItWasMadeOf) {
     EXPECT_EQ(metrics->getCapHeight(), 0.625F);
     EXPECT_EQ(metrics->getStrikeOutPosition(), 0.375F);
     EXPECT_EQ(metrics->getCharMap()['m'], Glyph(2, 1.0F));
-    EXPECT_EQ(metrics->getCharMap().size(), 4U);
+    EXPECT_EQ(metrics->getCharMap().size(), 3U);
 }
 
 TEST(UniversalFontMetrics, MultipliesTheFaceByTheSize) {
-    const Metrics metrics(makeFontInfo(16.0F));
+    const Metrics metrics(Testing::makeClientFontInfo(16.0F));
     EXPECT_EQ(metrics.getFontSize(), 16.0F);
     EXPECT_EQ(metrics.getHeight(), 20.0F);
     EXPECT_EQ(metrics.getAscent(), 12.0F);
@@ -77,53 +92,52 @@ TEST(UniversalFontMetrics, MultipliesTheFaceByTheSize) {
 }
 
 TEST(UniversalFontMetrics, SetsSuperscriptSmallerAndHigher) {
-    const Metrics metrics(makeFontInfo(100.0F, TextPositionType::Superscript));
+    const Metrics metrics(Testing::makeClientFontInfo(100.0F, TextPositionType::Superscript));
     EXPECT_EQ(metrics.getFontSize(), 100.0F * 0.65F);
     EXPECT_EQ(metrics.getBaseLineShift(), 100.0F * 0.48F);
     EXPECT_EQ(metrics.getAscent(), 0.75F * (100.0F * 0.65F));
-    EXPECT_EQ(metrics.getTextWidth("m", makeExtFontInfo()), 100.0F * 0.65F);
+    EXPECT_EQ(metrics.getTextWidth("m", Testing::makeClientExtFontInfo()), 100.0F * 0.65F);
 }
 
 TEST(UniversalFontMetrics, SetsSubscriptSmallerAndLower) {
-    const Metrics metrics(makeFontInfo(100.0F, TextPositionType::Subscript));
+    const Metrics metrics(Testing::makeClientFontInfo(100.0F, TextPositionType::Subscript));
     EXPECT_EQ(metrics.getFontSize(), 100.0F * 0.65F);
     EXPECT_EQ(metrics.getBaseLineShift(), 100.0F * -0.14F);
 }
 
 TEST(UniversalFontMetrics, AddsUpAdvancesAndLetterSpacing) {
-    const Metrics metrics(makeFontInfo(16.0F));
-    EXPECT_EQ(metrics.getTextWidth("", makeExtFontInfo(5)), 0.0F);
-    EXPECT_EQ(metrics.getTextWidth(boost::string_ref(), makeExtFontInfo(5)), 0.0F);
-    EXPECT_EQ(metrics.getTextWidth("im", makeExtFontInfo()), 4.0F + 16.0F);
-    EXPECT_EQ(metrics.getTextWidth("im", makeExtFontInfo(1.5F)), 4.0F + 1.5F + 16.0F + 1.5F);
-    EXPECT_EQ(metrics.getTextWidth("im", makeExtFontInfo(-6.0F)), 8.0F);
-    EXPECT_EQ(metrics.getTextWidth("\xE2\x82\xAC", makeExtFontInfo()), 12.0F);
+    const Metrics metrics(Testing::makeClientFontInfo(16.0F));
+    EXPECT_EQ(metrics.getTextWidth("", Testing::makeClientExtFontInfo(5)), 0.0F);
+    EXPECT_EQ(metrics.getTextWidth(boost::string_ref(), Testing::makeClientExtFontInfo(5)), 0.0F);
+    EXPECT_EQ(metrics.getTextWidth("im", Testing::makeClientExtFontInfo()), 4.0F + 16.0F);
+    EXPECT_EQ(metrics.getTextWidth("im", Testing::makeClientExtFontInfo(1.5F)), 4.0F + 1.5F + 16.0F + 1.5F);
+    EXPECT_EQ(metrics.getTextWidth("im", Testing::makeClientExtFontInfo(-6.0F)), 8.0F);
+    EXPECT_EQ(metrics.getTextWidth("\xE2\x82\xAC", Testing::makeClientExtFontInfo()), 12.0F);
     EXPECT_TRUE(metrics.asked.empty());
 }
 
 TEST(UniversalFontMetrics, AsksForASubstituteWhereTheMapAnswersGlyph0) {
-    const Metrics metrics(makeFontInfo(16.0F));
-    const ExtFontInfoPtr ext = makeExtFontInfo();
-    EXPECT_EQ(metrics.getTextWidth("i*x0m", ext), 4.0F + 32.0F + 8.0F + 2.0F + 16.0F);
-    const decltype(metrics.asked) expected = {
-        {ext.get(), '*', 0.5F}, {ext.get(), 'x', 0.5F}, {ext.get(), '0', 0.125F}};
+    const Metrics metrics(Testing::makeClientFontInfo(16.0F));
+    const ExtFontInfoPtr ext = Testing::makeClientExtFontInfo();
+    EXPECT_EQ(metrics.getTextWidth("i*xm", ext), 4.0F + 32.0F + 8.0F + 16.0F);
+    const decltype(metrics.asked) expected = {{ext.get(), '*', 0.5F}, {ext.get(), 'x', 0.5F}};
     EXPECT_EQ(metrics.asked, expected);
 }
 
 TEST(UniversalFontMetrics, MeasuresIllFormedTextAsReplacementCharacters) {
-    const Metrics metrics(makeFontInfo(16.0F));
+    const Metrics metrics(Testing::makeClientFontInfo(16.0F));
     EXPECT_EQ(metrics.getTextWidth("\xF0\x9F\x98"
                                    "m",
-                                   makeExtFontInfo()),
+                                   Testing::makeClientExtFontInfo()),
               8.0F + 16.0F);
     ASSERT_EQ(metrics.asked.size(), 1U);
     EXPECT_EQ(std::get<1>(metrics.asked.front()), 0xFFFDU);
 }
 
 /// How many characters of the text fit, and how many bytes they take.
-std::pair<std::size_t, std::ptrdiff_t> countChars(const UniversalFontMetrics& metrics,
-                                                  const std::string& text, float width,
-                                                  const ExtFontInfoPtr& ext = makeExtFontInfo()) {
+std::pair<std::size_t, std::ptrdiff_t>
+countChars(const UniversalFontMetrics& metrics, const std::string& text, float width,
+           const ExtFontInfoPtr& ext = Testing::makeClientExtFontInfo()) {
     const char* begin = text.data();
     const std::size_t count = metrics.countCharsForWidth(begin, text.data() + text.size(), width, ext);
     return {count, begin - text.data()};
@@ -132,7 +146,7 @@ std::pair<std::size_t, std::ptrdiff_t> countChars(const UniversalFontMetrics& me
 using Count = std::pair<std::size_t, std::ptrdiff_t>;
 
 TEST(UniversalFontMetrics, CountsTheCharactersThatFit) {
-    const Metrics metrics(makeFontInfo(16.0F));
+    const Metrics metrics(Testing::makeClientFontInfo(16.0F));
     EXPECT_EQ(countChars(metrics, "mim", 3.9F), Count(0, 0));
     EXPECT_EQ(countChars(metrics, "mim", 16.0F), Count(1, 1)) << "just as wide as the width is within it";
     EXPECT_EQ(countChars(metrics, "mim", 15.999F), Count(0, 0));
@@ -146,7 +160,7 @@ TEST(UniversalFontMetrics, CountsTheCharactersThatFit) {
 }
 
 TEST(UniversalFontMetrics, CountsWholeCharactersOfManyBytes) {
-    const Metrics metrics(makeFontInfo(16.0F));
+    const Metrics metrics(Testing::makeClientFontInfo(16.0F));
     EXPECT_EQ(countChars(metrics, "\xE2\x82\xACi", 12.0F), Count(1, 3));
     EXPECT_EQ(countChars(metrics, "\xE2\x82\xACi", 11.0F), Count(0, 0));
     EXPECT_EQ(countChars(metrics, "\xF0\x9F\x98\xC3", 8.0F), Count(1, 3))
@@ -154,23 +168,23 @@ TEST(UniversalFontMetrics, CountsWholeCharactersOfManyBytes) {
 }
 
 TEST(UniversalFontMetrics, CountsLetterSpacingAndSubstitutesToo) {
-    const Metrics metrics(makeFontInfo(16.0F));
-    EXPECT_EQ(countChars(metrics, "ii", 8.0F, makeExtFontInfo(0.5F)), Count(1, 1));
-    EXPECT_EQ(countChars(metrics, "ii", 9.0F, makeExtFontInfo(0.5F)), Count(2, 2));
+    const Metrics metrics(Testing::makeClientFontInfo(16.0F));
+    EXPECT_EQ(countChars(metrics, "ii", 8.0F, Testing::makeClientExtFontInfo(0.5F)), Count(1, 1));
+    EXPECT_EQ(countChars(metrics, "ii", 9.0F, Testing::makeClientExtFontInfo(0.5F)), Count(2, 2));
     EXPECT_EQ(countChars(metrics, "*i", 31.0F), Count(0, 0));
     EXPECT_EQ(countChars(metrics, "*i", 32.0F), Count(1, 1));
 }
 
 TEST(UniversalFontMetrics, StopsAtTheFirstCharacterThatDoesNotFit) {
-    const Metrics metrics(makeFontInfo(16.0F));
+    const Metrics metrics(Testing::makeClientFontInfo(16.0F));
     EXPECT_EQ(countChars(metrics, "imi", 9.0F), Count(1, 1));
-    EXPECT_EQ(countChars(metrics, "mii", 9.0F, makeExtFontInfo(-5)), Count(0, 0))
+    EXPECT_EQ(countChars(metrics, "mii", 9.0F, Testing::makeClientExtFontInfo(-5)), Count(0, 0))
         << "although the whole text would be narrow enough";
 }
 
 TEST(UniversalFontMetrics, CountsWhatGetTextWidthMeasures) {
-    const Metrics metrics(makeFontInfo(11.7F));
-    const ExtFontInfoPtr ext = makeExtFontInfo(0.3F);
+    const Metrics metrics(Testing::makeClientFontInfo(11.7F));
+    const ExtFontInfoPtr ext = Testing::makeClientExtFontInfo(0.3F);
     const std::string text = "mimixm0i*\xE2\x82\xACmmiim";
     for (std::size_t length = 0; length <= text.size(); ++length) {
         const float width = metrics.getTextWidth(text.substr(0, length), ext);
@@ -181,7 +195,7 @@ TEST(UniversalFontMetrics, CountsWhatGetTextWidthMeasures) {
 
 std::vector<unsigned int> listChars(boost::string_ref text) {
     std::vector<unsigned int> codes;
-    UniversalFontMetrics::forEachCharInText(text, makeExtFontInfo(),
+    UniversalFontMetrics::forEachCharInText(text, Testing::makeClientExtFontInfo(),
                                             [&](unsigned int codePoint) { codes.push_back(codePoint); });
     return codes;
 }
@@ -205,12 +219,12 @@ TEST(ForEachCharInText, LetsExceptionsThroughAtOnce) {
             throw calls;
         }
     };
-    EXPECT_THROW(UniversalFontMetrics::forEachCharInText("abc", makeExtFontInfo(), fail), int);
+    EXPECT_THROW(UniversalFontMetrics::forEachCharInText("abc", Testing::makeClientExtFontInfo(), fail), int);
     EXPECT_EQ(calls, 2);
 }
 
 TEST(UniversalFontMetricsDeathTest, AssertsOnANullDescription) {
-    FontInfoPtr source = makeFontInfo(10.0F);
+    FontInfoPtr source = Testing::makeClientFontInfo(10.0F);
     const FontInfoPtr taken = std::move(source);
     VELL_EXPECT_ASSERTION(Metrics{source}, "Utils/Public/Ptr/CheckedPtr:145: assertion failed: _ptr");
 }

@@ -1,82 +1,21 @@
 // The cache against the same cache, written as plainly as it can be.
 
+#include <support/ListCache.h>
+
 #include <Utils/Public/MRUCache.h>
 #include <Utils/Public/Ptr/DeepEquality.h>
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cstdint>
 #include <functional>
-#include <list>
 #include <random>
 
 namespace Vell {
 namespace {
 
-struct Entry {
-    int key;
-    int value;
-    std::uint64_t bytes;
-};
-
-/// A list from the most to the least recently used entry, searched from end to end.
-class PlainCache {
-public:
-    PlainCache(std::uint64_t maxEntries, std::uint64_t maxBytes)
-        : _maxEntries(maxEntries)
-        , _maxBytes(maxBytes) {}
-
-    const Entry* get(int key) {
-        const auto found = find(key);
-        if (found == _entries.end()) {
-            return nullptr;
-        }
-        _entries.splice(_entries.begin(), _entries, found);
-        return &_entries.front();
-    }
-    const Entry* put(const Entry& entry) {
-        if (find(entry.key) != _entries.end()) {
-            return nullptr;
-        }
-        _entries.push_front(entry);
-        while (_entries.size() > 1 && isOverLimit()) {
-            _entries.pop_back();
-            ++_evicted;
-        }
-        return &_entries.front();
-    }
-    void clear() {
-        _entries.clear();
-        _evicted = 0;
-    }
-
-    std::uint64_t countBytes() const {
-        std::uint64_t sum = 0;
-        for (const Entry& entry : _entries) {
-            sum += entry.bytes;
-        }
-        return sum;
-    }
-    std::size_t size() const { return _entries.size(); }
-    std::uint64_t getEvictedCount() const { return _evicted; }
-    const std::list<Entry>& getEntries() const { return _entries; }
-
-private:
-    std::list<Entry>::iterator find(int key) {
-        return std::find_if(_entries.begin(), _entries.end(),
-                            [key](const Entry& entry) { return entry.key == key; });
-    }
-    bool isOverLimit() const {
-        return (_maxEntries != 0 && _entries.size() > _maxEntries) ||
-               (_maxBytes != 0 && countBytes() > _maxBytes);
-    }
-
-    std::list<Entry> _entries;
-    std::uint64_t _maxEntries;
-    std::uint64_t _maxBytes;
-    std::uint64_t _evicted = 0;
-};
+using Testing::ListCache;
+using Entry = ListCache::Entry;
 
 struct Limits {
     std::uint64_t entries;
@@ -86,7 +25,7 @@ struct Limits {
 /// Both caches under the same operations.
 class Comparison {
 public:
-    using Cache = MRUCache<int, int, std::hash<int>, AreDeeplyEqualComparator>;
+    using Cache = MRUCache<unsigned int, std::uint32_t, std::hash<unsigned int>, AreDeeplyEqualComparator>;
 
     explicit Comparison(const Limits& limits)
         : _cache(limits.entries, limits.bytes)
@@ -95,8 +34,8 @@ public:
     /// One random operation: one in ten thousand clears, half of the others read.
     bool step(std::mt19937& random) {
         const std::uint64_t choice = random() % 10000;
-        const int key = static_cast<int>(random() % keyCount);
-        const Entry entry{key, static_cast<int>(random() % 1000000), random() % 90};
+        const auto key = static_cast<unsigned int>(random() % keyCount);
+        const Entry entry{key, static_cast<std::uint32_t>(random() % 1000000), random() % 90};
         if (choice == 0) {
             _cache.clear();
             _plain.clear();
@@ -115,7 +54,7 @@ public:
     bool hasSameOrder() const {
         Comparison copy(*this);
         bool isAlike = copy.hasSameEntries();
-        for (int newKey = keyCount; newKey < 2 * keyCount && isAlike; ++newKey) {
+        for (unsigned int newKey = keyCount; newKey < 2 * keyCount && isAlike; ++newKey) {
             const Entry entry{newKey, newKey, 20};
             isAlike = isSame(copy._cache.put(newKey, {entry.value, entry.bytes}), copy._plain.put(entry)) &&
                       Comparison(copy).hasSameEntries();
@@ -131,12 +70,13 @@ private:
         return node->getValue() == entry->value && node->getEffectiveSizeInBytes() == entry->bytes;
     }
     bool hasSameTotals() const {
-        return _cache.size() == _plain.size() && _cache.getEffectiveSizeInBytes() == _plain.countBytes() &&
+        return _cache.size() == _plain.getEntries().size() &&
+               _cache.getEffectiveSizeInBytes() == _plain.countBytes() &&
                _cache.getEvictedCount() == _plain.getEvictedCount();
     }
     bool hasSameEntries() {
         bool isAlike = true;
-        for (int key = 0; key < 2 * keyCount; ++key) {
+        for (unsigned int key = 0; key < 2 * keyCount; ++key) {
             isAlike = isAlike && isSame(_cache.get(key), _plain.get(key));
         }
         return isAlike;
@@ -148,10 +88,10 @@ private:
         return isSame(&_cache.getOrPut(entry.key, make), &expected);
     }
 
-    static constexpr int keyCount = 29;
+    static constexpr unsigned int keyCount = 29;
 
     Cache _cache;
-    PlainCache _plain;
+    ListCache _plain;
 };
 
 TEST(MruCacheModel, IsAPlainListOverAMillionRandomOperations) {

@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <cstdlib>
 
-namespace Vell::Tool::Testing {
+namespace Vell::Testing {
 
 namespace {
 
@@ -156,4 +156,4 @@ TEST(CacheStatsProcess, RefusesWrongUse) {
 
 } // namespace
 
-} // namespace Vell::Tool::Testing
+} // namespace Vell::Testing

@@ -3,7 +3,7 @@
 #include "FontSource.h"
 #include "ToolFonts.h"
 
-#include "support/BdfFont.h"
+#include <support/BdfFont.h>
 
 #include <gtest/gtest.h>
 

@@ -2,7 +2,7 @@
 
 #include <gmock/gmock.h>
 
-namespace Vell::Tool::Testing {
+namespace Vell::Testing {
 
 namespace {
 
@@ -97,4 +97,4 @@ TEST_F(CompareProcess, ExplainsItsStatusInTheHelp) {
 
 } // namespace
 
-} // namespace Vell::Tool::Testing
+} // namespace Vell::Testing

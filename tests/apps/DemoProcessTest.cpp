@@ -2,7 +2,7 @@
 
 #include <gmock/gmock.h>
 
-namespace Vell::Tool::Testing {
+namespace Vell::Testing {
 
 namespace {
 
@@ -39,4 +39,4 @@ TEST(DemoProcess, CannotWriteIntoAFile) {
 
 } // namespace
 
-} // namespace Vell::Tool::Testing
+} // namespace Vell::Testing

@@ -1,10 +1,10 @@
 #include "FileFontLoader.h"
 
 #include "Errors.h"
-#include "TemporaryFolder.h"
 #include "ToolFonts.h"
 
-#include "support/Descriptions.h"
+#include <support/Descriptions.h>
+#include <support/TemporaryFolder.h>
 
 #include <gtest/gtest.h>
 

@@ -1,10 +1,10 @@
 #include "FontOrigin.h"
 
 #include "FileFontLoader.h"
-#include "TemporaryFolder.h"
 
-#include "support/CountingLoader.h"
-#include "support/FontBuilder.h"
+#include <support/CountingLoader.h>
+#include <support/FontBuilder.h>
+#include <support/TemporaryFolder.h>
 
 #include <gmock/gmock.h>
 

@@ -1,6 +1,6 @@
 #include "Html.h"
 
-#include "support/ExpectAssertion.h"
+#include <support/ExpectAssertion.h>
 
 #include <gtest/gtest.h>
 

@@ -2,7 +2,7 @@
 
 #include <gmock/gmock.h>
 
-namespace Vell::Tool::Testing {
+namespace Vell::Testing {
 
 namespace {
 
@@ -167,4 +167,4 @@ TEST(FallbackProcess, FailsPlainly) {
 
 } // namespace
 
-} // namespace Vell::Tool::Testing
+} // namespace Vell::Testing

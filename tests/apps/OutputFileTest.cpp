@@ -1,7 +1,8 @@
 #include "OutputFile.h"
 
 #include "Errors.h"
-#include "TemporaryFolder.h"
+
+#include <support/TemporaryFolder.h>
 
 #include <gmock/gmock.h>
 

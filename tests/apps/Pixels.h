@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <cstring>
 
-namespace Vell::Tool::Testing {
+namespace Vell::Testing {
 
 /// A pixel of an image surface of 32 bits a pixel.
 inline std::uint32_t readPixel(cairo_surface_t* surface, int x, int y) {
@@ -16,4 +16,4 @@ inline std::uint32_t readPixel(cairo_surface_t* surface, int x, int y) {
     return pixel;
 }
 
-} // namespace Vell::Tool::Testing
+} // namespace Vell::Testing

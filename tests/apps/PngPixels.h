@@ -9,7 +9,7 @@
 #include <cstring>
 #include <string>
 
-namespace Vell::Tool::Testing {
+namespace Vell::Testing {
 
 /// Reads a picture back; grey ones come as 32 bits a pixel, too.
 inline CairoAdapter::SurfacePtr readPng(const std::string& bytes) {
@@ -43,4 +43,4 @@ inline std::string readDataUri(const std::string& address) {
     return bytes.substr(0, bytes.size() - padding);
 }
 
-} // namespace Vell::Tool::Testing
+} // namespace Vell::Testing

@@ -1,7 +1,8 @@
 #include "Progress.h"
 
 #include "PseudoTerminal.h"
-#include "TemporaryFolder.h"
+
+#include <support/TemporaryFolder.h>
 
 #include <gmock/gmock.h>
 

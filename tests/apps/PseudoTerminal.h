@@ -10,7 +10,7 @@
 #include <string>
 #include <thread>
 
-namespace Vell::Tool::Testing {
+namespace Vell::Testing {
 
 /// A terminal that keeps what is written to it, as it is. It reads all the time: a full terminal would block
 /// whoever writes.
@@ -70,4 +70,4 @@ private:
     std::thread _reader;
 };
 
-} // namespace Vell::Tool::Testing
+} // namespace Vell::Testing

@@ -1,8 +1,8 @@
 #include "RecordingFontLoader.h"
 
-#include "support/CountingLoader.h"
-#include "support/Descriptions.h"
-#include "support/InjectedError.h"
+#include <support/CountingLoader.h>
+#include <support/Descriptions.h>
+#include <support/InjectedError.h>
 
 #include <gtest/gtest.h>
 

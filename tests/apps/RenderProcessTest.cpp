@@ -8,7 +8,7 @@
 #include <algorithm>
 #include <cstdint>
 
-namespace Vell::Tool::Testing {
+namespace Vell::Testing {
 
 namespace {
 
@@ -228,4 +228,4 @@ TEST_F(RenderProcess, LeavesNothingWhenTheDiskIsFull) {
 
 } // namespace
 
-} // namespace Vell::Tool::Testing
+} // namespace Vell::Testing

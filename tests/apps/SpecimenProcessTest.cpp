@@ -2,7 +2,7 @@
 
 #include <gmock/gmock.h>
 
-namespace Vell::Tool::Testing {
+namespace Vell::Testing {
 
 namespace {
 
@@ -46,4 +46,4 @@ TEST(SpecimenProcess, FailsPlainly) {
 
 } // namespace
 
-} // namespace Vell::Tool::Testing
+} // namespace Vell::Testing

@@ -3,7 +3,7 @@
 #include "Errors.h"
 #include "ToolFonts.h"
 
-#include "support/BdfFont.h"
+#include <support/BdfFont.h>
 
 #include <gtest/gtest.h>
 

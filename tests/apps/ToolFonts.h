@@ -1,12 +1,15 @@
 #pragma once
 
-#include "TemporaryFolder.h"
 #include "TextFont.h"
 
-#include "support/CountingLoader.h"
-#include "support/FontBuilder.h"
+#include <support/CountingLoader.h>
+#include <support/FontBuilder.h>
+#include <support/TemporaryFolder.h>
 
-namespace Vell::Tool::Testing {
+namespace Vell::Testing {
+
+using Tool::FactoryPtr;
+using Tool::TextFont;
 
 /// A machine with two fonts. "Test Sans" has 'A' and '_', 0.6 em wide, and a space of 0.25 em; "Test Greek",
 /// which stands taller, serves U+03B1 as a fallback, 0.9 em wide.
@@ -29,7 +32,7 @@ inline FactoryPtr makeTestFactory() {
 }
 
 inline TextFont makeTestFont(const FactoryPtr& factory, float size = 10.0F, float letterSpacing = 0.0F) {
-    return makeTextFont(factory, {"Test Sans", false, false, size, letterSpacing});
+    return Tool::makeTextFont(factory, {"Test Sans", false, false, size, letterSpacing});
 }
 
 inline void writeFont(const std::string& path, const Vell::Testing::FontBuilder& font) {
@@ -37,4 +40,4 @@ inline void writeFont(const std::string& path, const Vell::Testing::FontBuilder&
     writeBytes(path, std::string(bytes.begin(), bytes.end()));
 }
 
-} // namespace Vell::Tool::Testing
+} // namespace Vell::Testing

@@ -6,7 +6,7 @@
 #include "ToolFonts.h"
 #include "WebSections.h"
 
-#include "support/BdfFont.h"
+#include <support/BdfFont.h>
 
 #include <gmock/gmock.h>
 

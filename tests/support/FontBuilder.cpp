@@ -22,14 +22,26 @@ FontBuilder& FontBuilder::setLine(int ascender, int descender, int lineGap) {
 }
 
 FontBuilder& FontBuilder::setStyle(bool bold, bool italic) {
+    return setWeight(bold ? 700 : 400, italic);
+}
+
+FontBuilder& FontBuilder::setWeight(unsigned int weightClass, bool italic) {
     constexpr const char* names[2][2] = {{"Regular", "Italic"}, {"Bold", "Bold Italic"}};
-    _isBold = bold;
+    constexpr unsigned int firstBoldWeight = 600;
+    _isBold = weightClass >= firstBoldWeight;
     _isItalic = italic;
-    _subfamily = names[bold ? 1 : 0][italic ? 1 : 0];
+    _subfamily = names[_isBold ? 1 : 0][italic ? 1 : 0];
     if (_os2) {
-        const bool isRegular = !bold && !italic;
-        _os2->selection = (isRegular ? 0x40U : 0U) | (bold ? 0x20U : 0U) | (italic ? 0x01U : 0U);
-        _os2->weightClass = bold ? 700 : 400;
+        const bool isRegular = !_isBold && !italic;
+        _os2->selection = (isRegular ? 0x40U : 0U) | (_isBold ? 0x20U : 0U) | (italic ? 0x01U : 0U);
+        _os2->weightClass = weightClass;
+    }
+    return *this;
+}
+
+FontBuilder& FontBuilder::setWidth(unsigned int widthClass) {
+    if (_os2) {
+        _os2->widthClass = widthClass;
     }
     return *this;
 }
@@ -79,6 +91,11 @@ FontBuilder& FontBuilder::map(CharMapKind kind, std::uint32_t code, unsigned int
     if (kind == CharMapKind::Unicode && code > 0xFFFF) {
         addCharMap(CharMapKind::UnicodeFull);
     }
+    return *this;
+}
+
+FontBuilder& FontBuilder::mapRange(const CodeRange& range) {
+    _ranges.push_back(range);
     return *this;
 }
 
@@ -141,6 +158,9 @@ Bytes FontBuilder::makeCmap() const {
             break;
         }
         }
+    }
+    if (!_ranges.empty()) {
+        tables.push_back({3, 10, Sfnt::makeFormat13(_ranges)});
     }
     return Sfnt::makeCmap(tables);
 }

@@ -38,6 +38,13 @@ struct FontName {
     std::string text;        ///< UTF-8
 };
 
+/// Every code from the first to the last has this glyph.
+struct CodeRange {
+    std::uint32_t first;
+    std::uint32_t last;
+    unsigned int glyphIndex;
+};
+
 /// Writes TrueType files whose metrics one can compute by hand.
 ///
 ///     FontBuilder font("Test Sans");
@@ -54,8 +61,12 @@ public:
 
     FontBuilder& setUnitsPerEm(unsigned int unitsPerEm);
     FontBuilder& setLine(int ascender, int descender, int lineGap = 0);
-    /// Sets the flags and the weight in every table, and the subfamily's name.
+    /// Sets the flags and the weight (400 or 700) in every table, and the subfamily's name.
     FontBuilder& setStyle(bool bold, bool italic);
+    /// The same for a weight of OpenType's scale; from 600 on, the font is a bold one.
+    FontBuilder& setWeight(unsigned int weightClass, bool italic = false);
+    /// A width of OpenType's scale: 1 is the narrowest, 5 normal, 9 the widest.
+    FontBuilder& setWidth(unsigned int widthClass);
     FontBuilder& setSubfamily(std::string subfamily);
     FontBuilder& setFixedPitch(bool isFixedPitch);
     /// Nothing leaves the table out.
@@ -71,12 +82,17 @@ public:
     /// Maps in Unicode.
     FontBuilder& map(std::uint32_t code, unsigned int glyphIndex);
     FontBuilder& map(CharMapKind kind, std::uint32_t code, unsigned int glyphIndex);
+    /// Maps a range to one glyph, in a Unicode charmap of format 13, which takes the place of UnicodeFull.
+    FontBuilder& mapRange(const CodeRange& range);
     /// A charmap that exists even if nothing is mapped in it.
     FontBuilder& addCharMap(CharMapKind kind);
 
     /// Adds a table ("fpgm", "prep", "cvt ") or replaces the one that would be written.
     FontBuilder& setTable(const std::string& tag, Bytes content);
     FontBuilder& omitTable(const std::string& tag);
+
+    /// Glyph 0 included.
+    unsigned int getGlyphCount() const { return static_cast<unsigned int>(_glyphs.size()); }
 
     Bytes build() const;
 
@@ -108,6 +124,7 @@ private:
     std::vector<FontName> _names;
     std::vector<FontGlyph> _glyphs = {FontGlyph()};
     CharMaps _charMaps;
+    std::vector<CodeRange> _ranges;
     std::map<std::string, Bytes> _rawTables;
     std::set<std::string> _omittedTables;
 };

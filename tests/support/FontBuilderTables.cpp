@@ -2,7 +2,7 @@
 
 #include <support/SfntTables.h>
 
-#include <Utils/Public/Utf8.h>
+#include <boost/regex/pending/unicode_iterator.hpp>
 
 #include <algorithm>
 #include <tuple>
@@ -10,10 +10,6 @@
 namespace Vell::Testing {
 
 namespace {
-
-unsigned int getGlyphCount(const std::vector<FontGlyph>& glyphs) {
-    return static_cast<unsigned int>(glyphs.size());
-}
 
 unsigned int getMaxAdvance(const std::vector<FontGlyph>& glyphs) {
     unsigned int maxAdvance = 0;
@@ -24,17 +20,12 @@ unsigned int getMaxAdvance(const std::vector<FontGlyph>& glyphs) {
 }
 
 Bytes encodeUtf16(const std::string& text) {
+    using Codes = boost::u8_to_u32_iterator<std::string::const_iterator, char32_t>;
+    using Units = boost::u32_to_u16_iterator<Codes, char16_t>;
     ByteWriter writer;
-    const char* position = text.data();
-    const char* const end = position + text.size();
-    while (position != end) {
-        const unsigned int code = decodeUtf8(position, end);
-        if (code > 0xFFFF) {
-            writer.addU16(0xD800 + ((code - 0x10000) >> 10));
-            writer.addU16(0xDC00 + ((code - 0x10000) & 0x3FF));
-        } else {
-            writer.addU16(code);
-        }
+    const Units end(Codes(text.end(), text.begin(), text.end()));
+    for (Units unit(Codes(text.begin(), text.begin(), text.end())); unit != end; ++unit) {
+        writer.addU16(*unit);
     }
     return writer.getBytes();
 }
@@ -91,7 +82,7 @@ Bytes FontBuilder::makeHhea() const {
         writer.addI16(field);
     }
     writer.addZeros(14); // caret run and offset, reserved, metric format
-    writer.addU16(getGlyphCount(_glyphs));
+    writer.addU16(getGlyphCount());
     return writer.getBytes();
 }
 
@@ -110,7 +101,7 @@ Bytes FontBuilder::makeMaxp() const {
     }
     ByteWriter writer;
     writer.addU32(0x00010000);
-    writer.addU16(getGlyphCount(_glyphs));
+    writer.addU16(getGlyphCount());
     writer.addU16(static_cast<unsigned int>(maxPoints));
     writer.addU16(static_cast<unsigned int>(maxContours));
     // composite points and contours, zones, twilight points, storage, functions, instruction definitions,

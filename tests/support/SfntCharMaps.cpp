@@ -27,6 +27,23 @@ std::vector<Segment> makeSegments(const Codes& codes) {
     return segments;
 }
 
+/// Formats 12 and 13 differ only in what the glyph of a group means: that of its first code, or of all.
+Bytes makeGroups(unsigned int format, const std::vector<CodeRange>& groups) {
+    const auto count = static_cast<std::uint32_t>(groups.size());
+    ByteWriter writer;
+    writer.addU16(format);
+    writer.addU16(0);
+    for (const std::uint32_t field : {16 + 12 * count, 0U, count}) {
+        writer.addU32(field);
+    }
+    for (const CodeRange& group : groups) {
+        for (const std::uint32_t field : {group.first, group.last, group.glyphIndex}) {
+            writer.addU32(field);
+        }
+    }
+    return writer.getBytes();
+}
+
 } // namespace
 
 Bytes makeFormat4(const Codes& codes) {
@@ -75,20 +92,15 @@ Bytes makeFormat6(const Codes& codes) {
 }
 
 Bytes makeFormat12(const Codes& codes) {
-    const std::vector<Segment> segments = makeSegments(codes);
-    const auto count = static_cast<std::uint32_t>(segments.size());
-    ByteWriter writer;
-    writer.addU16(12);
-    writer.addU16(0);
-    for (const std::uint32_t field : {16 + 12 * count, 0U, count}) {
-        writer.addU32(field);
+    std::vector<CodeRange> groups;
+    for (const Segment& segment : makeSegments(codes)) {
+        groups.push_back({segment.first, segment.last, segment.firstGlyph});
     }
-    for (const Segment& segment : segments) {
-        writer.addU32(segment.first);
-        writer.addU32(segment.last);
-        writer.addU32(segment.firstGlyph);
-    }
-    return writer.getBytes();
+    return makeGroups(12, groups);
+}
+
+Bytes makeFormat13(const std::vector<CodeRange>& ranges) {
+    return makeGroups(13, ranges);
 }
 
 Bytes makeCmap(const std::vector<CharMapTable>& charMaps) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <support/FontGlyph.h>
+#include <support/FontBuilder.h>
 
 #include <cstdint>
 #include <map>
@@ -36,6 +36,7 @@ struct CharMapTable {
 Bytes makeFormat4(const Codes& codes);
 Bytes makeFormat6(const Codes& codes);
 Bytes makeFormat12(const Codes& codes);
+Bytes makeFormat13(const std::vector<CodeRange>& ranges);
 Bytes makeCmap(const std::vector<CharMapTable>& charMaps);
 
 using Tables = std::map<std::string, Bytes>;

@@ -1,10 +1,11 @@
 #pragma once
 
-#include <filesystem>
+#include <support/TemporaryFolder.h>
+
 #include <string>
 #include <vector>
 
-namespace Vell::FontLoaders::Testing {
+namespace Vell::Testing {
 
 /// A machine of its own for the loaders that are made while it exists: a folder of fonts and a configuration
 /// of fontconfig that knows nothing else.
@@ -18,7 +19,7 @@ public:
 
     /// Where a font of this name is.
     std::string getPath(const std::string& name) const;
-    std::string getRoot() const { return _root.string(); }
+    std::string getRoot() const { return _root.getPath(); }
 
     void write(const std::string& name, const std::vector<unsigned char>& bytes) const;
     void remove(const std::string& name) const;
@@ -27,7 +28,7 @@ public:
     void link(const std::string& file) const;
 
 private:
-    std::filesystem::path _root;
+    TemporaryFolder _root;
 };
 
 /// Folders of the fonts that the tests borrow.
@@ -37,4 +38,4 @@ constexpr const char* notoCjk = "/usr/share/fonts/opentype/noto/";
 
 std::vector<unsigned char> readFile(const std::string& path);
 
-} // namespace Vell::FontLoaders::Testing
+} // namespace Vell::Testing

@@ -1,46 +1,30 @@
-#include "FontSandbox.h"
-
-#include <gtest/gtest.h>
+#include <support/FontSandbox.h>
 
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <stdexcept>
 
-namespace Vell::FontLoaders::Testing {
+namespace Vell::Testing {
 
-namespace {
-
-std::filesystem::path makeFolder() {
-    std::string path = ::testing::TempDir() + "fontengine-fonts-XXXXXX";
-    if (mkdtemp(path.data()) == nullptr) {
-        throw std::runtime_error("cannot make a folder like " + path);
-    }
-    return path;
-}
-
-} // namespace
-
-FontSandbox::FontSandbox(const std::string& rules)
-    : _root(makeFolder()) {
-    std::filesystem::create_directories(_root / "fonts");
-    const std::string config = (_root / "fonts.conf").string();
+FontSandbox::FontSandbox(const std::string& rules) {
+    std::filesystem::create_directory(_root.getPath("fonts"));
+    const std::string config = _root.getPath("fonts.conf");
     std::ofstream(config)
         << "<?xml version=\"1.0\"?>\n<!DOCTYPE fontconfig SYSTEM \"urn:fontconfig:fonts.dtd\">\n"
-        << "<fontconfig>\n<dir>" << (_root / "fonts").string() << "</dir>\n<cachedir>"
-        << (_root / "cache").string() << "</cachedir>\n"
+        << "<fontconfig>\n<dir>" << _root.getPath("fonts") << "</dir>\n<cachedir>" << _root.getPath("cache")
+        << "</cachedir>\n"
         << rules << "\n</fontconfig>\n";
     setenv("FONTCONFIG_FILE", config.c_str(), 1);
 }
 
 FontSandbox::~FontSandbox() {
     unsetenv("FONTCONFIG_FILE");
-    std::error_code ignored;
-    std::filesystem::remove_all(_root, ignored);
 }
 
 std::string FontSandbox::getPath(const std::string& name) const {
-    return (_root / "fonts" / name).string();
+    return _root.getPath("fonts/" + name);
 }
 
 void FontSandbox::write(const std::string& name, const std::vector<unsigned char>& bytes) const {
@@ -73,4 +57,4 @@ std::vector<unsigned char> readFile(const std::string& path) {
     return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
 }
 
-} // namespace Vell::FontLoaders::Testing
+} // namespace Vell::Testing
