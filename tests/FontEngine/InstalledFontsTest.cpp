@@ -1,5 +1,6 @@
-// That a size which a face has already need not be asked for again: over every font of the machine, the
-// bitmaps are those of a face that is sized anew for each glyph.
+// That the bytes of a glyph do not depend on what was drawn before it: over every face of every font of the
+// machine, walks through its glyphs in order and in reverse, at a size that the face keeps, give what a face
+// gives that is sized anew for each glyph.
 
 #include <support/OpenedFont.h>
 
@@ -16,6 +17,8 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <functional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -23,6 +26,12 @@ namespace Vell::FontEngine {
 namespace {
 
 using Testing::Bytes;
+using Testing::OpenedFont;
+
+using Keys = std::vector<BitmapGlyphInfo>;
+using Looks = std::vector<std::string>;
+using BitmapPtr = std::shared_ptr<const FT_BitmapGlyphRec_>;
+using Render = std::function<BitmapPtr(const BitmapGlyphInfo&)>;
 
 std::vector<std::filesystem::path> listInstalledFonts() {
     std::vector<std::filesystem::path> files;
@@ -41,6 +50,49 @@ Bytes readFile(const std::filesystem::path& path) {
     return bytes;
 }
 
+/// A collection with another of its faces in the first place.
+Bytes moveFaceToFront(Bytes collection, long index) {
+    constexpr long firstOffset = 12; // behind the tag, the version and the count
+    constexpr long offsetSize = 4;
+    const auto offset = collection.begin() + firstOffset;
+    std::copy_n(offset + index * offsetSize, offsetSize, offset);
+    return collection;
+}
+
+bool isComposite(FT_Face face, FT_UInt glyph) {
+    return FT_Load_Glyph(face, glyph, FT_LOAD_NO_RECURSE) == 0 &&
+           face->glyph->format == FT_GLYPH_FORMAT_COMPOSITE;
+}
+
+/// Digits, punctuation and accented letters, which fonts build from parts, and a spread over the whole font.
+std::set<FT_UInt> chooseGlyphs(FT_Face face) {
+    constexpr long spread = 20;
+    std::set<FT_UInt> glyphs;
+    for (const char32_t character : std::u32string(U"0189.,:;!?'\"()-+*/=%&@_\u00C0\u00C9\u00D6\u00E5\u00E7"
+                                                   U"\u00EE\u00F1\u0106\u011F\u0386\u0419\u0451\u1EC7")) {
+        glyphs.insert(FT_Get_Char_Index(face, character));
+    }
+    for (long i = 0; i < spread; ++i) {
+        glyphs.insert(static_cast<FT_UInt>(i * face->num_glyphs / spread));
+    }
+    return glyphs;
+}
+
+/// The glyphs in different modes and at different places inside a pixel.
+Keys makeKeys(const std::set<FT_UInt>& glyphs, float size) {
+    Keys keys;
+    for (const FT_UInt glyph : glyphs) {
+        keys.push_back(
+            KeyFields()
+                .with(&KeyFields::glyph, glyph)
+                .with(&KeyFields::size, size)
+                .with(&KeyFields::offset, glyph % 16 * 4)
+                .with(&KeyFields::mode, glyph % 3 == 0 ? FT_RENDER_MODE_LCD : FT_RENDER_MODE_NORMAL)
+                .makeBitmap());
+    }
+    return keys;
+}
+
 /// What of a bitmap a text shows.
 std::string describe(const FT_BitmapGlyphRec_& glyph) {
     const FT_Bitmap& bitmap = glyph.bitmap;
@@ -50,59 +102,99 @@ std::string describe(const FT_BitmapGlyphRec_& glyph) {
            std::string(reinterpret_cast<const char*>(bitmap.buffer), size);
 }
 
-template <class Render>
-std::string renderOrFail(const Render& render) {
+std::string describeOutcome(const Render& render, const BitmapGlyphInfo& key) {
     try {
-        return describe(*render());
+        const BitmapPtr glyph = render(key);
+        return glyph ? describe(*glyph) : "no size";
     } catch (const FontLoaders::FreeTypeException& error) {
         return error.what();
     }
 }
 
-/// Glyphs in different modes one after the other, through the engine and each on a newly sized face.
-void compareGlyphs(const Engine& engine, const Testing::OpenedFont& reference, float size) {
-    constexpr int glyphCount = 10;
-    const FacePtr face = engine.getFace();
-    const auto step = std::max(1L, reference->num_glyphs / glyphCount);
-    for (long glyph = 0; glyph < reference->num_glyphs; glyph += step) {
-        const bool isLcd = glyph % 3 == 0;
-        const BitmapGlyphInfo key =
-            KeyFields()
-                .with(&KeyFields::glyph, glyph)
-                .with(&KeyFields::size, size)
-                .with(&KeyFields::offset, glyph % 16 * 4)
-                .with(&KeyFields::mode, isLcd ? FT_RENDER_MODE_LCD : FT_RENDER_MODE_NORMAL)
-                .makeBitmap();
-        ASSERT_EQ(FT_Set_Char_Size(reference.get(), 0, static_cast<FT_F26Dot6>(size * 64.0F), 72, 0), 0);
-        EXPECT_EQ(renderOrFail([&] { return face->getBitmapGlyph(key, false); }),
-                  renderOrFail([&] { return Internal::createBitmapGlyph(key, reference.face, false); }))
-            << "glyph " << glyph << " at " << size;
+Looks walk(const Keys& keys, const Render& render) {
+    Looks looks;
+    for (const BitmapGlyphInfo& key : keys) {
+        looks.push_back(describeOutcome(render, key));
+    }
+    return looks;
+}
+
+Looks walkInReverse(const Keys& keys, const Render& render) {
+    Looks looks = walk(Keys(keys.rbegin(), keys.rend()), render);
+    std::reverse(looks.begin(), looks.end());
+    return looks;
+}
+
+/// Renders on a face of its own, which is sized for each glyph.
+BitmapPtr renderOnSizedFace(const OpenedFont& font, const BitmapGlyphInfo& key) {
+    const auto height = static_cast<FT_F26Dot6>(key.getFontSize() * 64.0F);
+    return FT_Set_Char_Size(font.get(), 0, height, 72, 0) == 0
+               ? Internal::createBitmapGlyph(key, font.face, false)
+               : nullptr;
+}
+
+void expectEqual(const Looks& looks, const Looks& expected, const Keys& keys, const char* order) {
+    for (std::size_t i = 0; i < keys.size(); ++i) {
+        EXPECT_EQ(looks[i], expected[i])
+            << order << ": glyph " << keys[i].getGlyphIndex() << " at " << keys[i].getFontSize();
     }
 }
 
-bool isKnownToBeSized(const Testing::OpenedFont& font) {
-    return FT_IS_SCALABLE(font.get()) && !FT_HAS_MULTIPLE_MASTERS(font.get());
+void compareWalks(const OpenedFont& font, const std::set<FT_UInt>& glyphs) {
+    const Engine engine;
+    engine.loader->setFont("Installed", false, false, font.bytes);
+    const FacePtr face = engine.getFace("Installed");
+    for (const float size : {11.5F, 14.0F}) {
+        const Keys keys = makeKeys(glyphs, size);
+        const Looks expected =
+            walk(keys, [&](const BitmapGlyphInfo& key) { return renderOnSizedFace(font, key); });
+        const auto render = [&](const BitmapGlyphInfo& key) { return face->getBitmapGlyph(key, false); };
+        engine.factory->flush();
+        expectEqual(walk(keys, render), expected, keys, "in order");
+        engine.factory->flush();
+        expectEqual(walkInReverse(keys, render), expected, keys, "in reverse");
+    }
 }
 
-TEST(InstalledFonts, RenderAlikeWhetherSizedOnceOrForEachGlyph) {
-    std::size_t comparedFonts = 0;
+/// What was compared.
+struct Totals {
+    long faces = 0;
+    long composites = 0;
+};
+
+void compareFace(const OpenedFont& font, Totals& totals) {
+    if (font->num_charmaps == 0) {
+        return; // nothing that a loader may serve
+    }
+    FT_Library_SetLcdFilter(font.library.get(), FT_LCD_FILTER_LIGHT); // as every face has it
+    const std::set<FT_UInt> glyphs = chooseGlyphs(font.get());
+    totals.faces += 1;
+    totals.composites += std::count_if(glyphs.begin(), glyphs.end(),
+                                       [&](FT_UInt glyph) { return isComposite(font.get(), glyph); });
+    compareWalks(font, glyphs);
+}
+
+void compareFile(const Bytes& file, Totals& totals) {
+    const OpenedFont font(file);
+    compareFace(font, totals);
+    for (long index = 1; index < font->num_faces; ++index) {
+        SCOPED_TRACE("face " + std::to_string(index));
+        compareFace(OpenedFont(moveFaceToFront(file, index)), totals);
+    }
+}
+
+TEST(InstalledFonts, RenderAGlyphAlikeWhateverWasDrawnBefore) {
+    Totals totals;
     for (const std::filesystem::path& path : listInstalledFonts()) {
         SCOPED_TRACE(path.string());
         try {
-            const Testing::OpenedFont reference(readFile(path));
-            FT_Library_SetLcdFilter(reference.library.get(), FT_LCD_FILTER_LIGHT); // as every face has it
-            if (isKnownToBeSized(reference)) {
-                const Engine engine(*reference.bytes);
-                for (const float size : {7.0F, 11.5F, 14.0F, 33.0F}) {
-                    compareGlyphs(engine, reference, size);
-                }
-                ++comparedFonts;
-            }
+            compareFile(readFile(path), totals);
         } catch (const FontLoaders::FreeTypeException&) {
             continue; // no font, or one that the engine refuses
         }
     }
-    EXPECT_GE(comparedFonts, 6U) << "the tests' packages alone have more";
+    EXPECT_GE(totals.faces, 6) << "the tests' packages alone have more";
+    EXPECT_GE(totals.composites, totals.faces) << "accented letters are built from parts";
 }
 
 } // namespace
