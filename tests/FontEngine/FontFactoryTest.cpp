@@ -5,6 +5,8 @@
 #include <support/RecordingPainter.h>
 #include <support/spy/FreeTypeSpy.h>
 
+#include <FontEngine/Renderer/FE_BitmapGlyph.h>
+
 #include <gmock/gmock.h>
 
 #include <type_traits>
@@ -44,6 +46,14 @@ bool areBytesCached(const Engine& engine, const std::string& name, bool bold = f
 
 std::shared_ptr<const FT_BitmapGlyphRec_> render(const Engine& engine, unsigned char offset) {
     return engine.getFace()->getBitmapGlyph(KeyFields().with(&KeyFields::offset, offset).makeBitmap(), false);
+}
+
+/// An image of a bitmap that another engine has rendered; each red has one of its own.
+std::shared_ptr<const BitmapGlyphImageWithDeleter> paint(const Engine& engine, unsigned char red) {
+    const KeyFields fields = KeyFields().with(&KeyFields::mode, FT_RENDER_MODE_LCD);
+    const auto bitmap = Engine().getFace()->getBitmapGlyph(fields.makeBitmap(), false);
+    return engine.factory->getGlyphBitmapWithSubpixels(BitmapGlyph(bitmap, {0, 0}, fields.makeBitmap()),
+                                                       {red, 0, 0, 255});
 }
 
 TEST(FontFactory, LoadsNothingWhenItIsMade) {
@@ -130,6 +140,72 @@ TEST(FontFactoryReset, LimitsTheBytesOfBitmaps) {
     EXPECT_EQ(render(engine, 8), third);
     EXPECT_EQ(render(engine, 0), whole) << "used after the other";
     EXPECT_NE(render(engine, 4), shifted);
+}
+
+TEST(FontFactoryReset, GivesBitmapsAndColoredImagesTheWholeLimitEach) {
+    const Engine engine;
+    const auto image = paint(engine, 0);
+    const unsigned long limit = 2UL * image->rows * 4 * static_cast<unsigned int>(image->pitch);
+    engine.factory->reset(0, limit);
+    paint(engine, 0);
+    paint(engine, 1);
+    const auto bitmapCount = static_cast<unsigned int>(limit / 83); // of 'A' shifted by a fraction, as above
+    ASSERT_LT(bitmapCount, 63U);
+    for (unsigned int i = 1; i <= bitmapCount; ++i) {
+        render(engine, static_cast<unsigned char>(i));
+    }
+    const FactoryCacheFigures full = engine.factory->getCacheFigures();
+    EXPECT_EQ(full.bitmaps.entries, bitmapCount);
+    EXPECT_EQ(full.coloredImages.entries, 2U);
+    EXPECT_GT(full.bitmaps.bytes + full.coloredImages.bytes, limit);
+    render(engine, 63);
+    EXPECT_EQ(engine.factory->getCacheFigures().bitmaps.evictions, 1U);
+    EXPECT_EQ(engine.factory->getCacheFigures().coloredImages.evictions, 0U);
+    paint(engine, 2);
+    EXPECT_EQ(engine.factory->getCacheFigures().bitmaps.evictions, 1U);
+    EXPECT_EQ(engine.factory->getCacheFigures().coloredImages.evictions, 1U);
+}
+
+/// Adds many entries to the caches and expects this many to stay.
+void expectRoom(const ManyFonts& engine, std::uint64_t faces, std::uint64_t bitmaps, std::uint64_t images) {
+    for (int i = 0; i < ManyFonts::count; ++i) {
+        engine.getFace(std::to_string(i));
+        render(engine, static_cast<unsigned char>(4 * i));
+        paint(engine, static_cast<unsigned char>(i));
+    }
+    const FactoryCacheFigures figures = engine.factory->getCacheFigures();
+    EXPECT_EQ(figures.fontFiles.entries, faces);
+    EXPECT_EQ(figures.faces.entries, faces);
+    EXPECT_EQ(figures.bitmaps.entries, bitmaps);
+    EXPECT_EQ(figures.coloredImages.entries, images);
+}
+
+TEST(FontFactoryReset, ReplacesTheLimitsOfAnEarlierOne) {
+    const ManyFonts engine;
+    constexpr std::uint64_t count = ManyFonts::count;
+    engine.factory->reset(2, 1);
+    expectRoom(engine, 2, 1, 1);
+    engine.factory->reset(5, 0);
+    expectRoom(engine, 5, count, count);
+    engine.factory->reset(0, 1);
+    expectRoom(engine, count + 1, 1, 1); // with the font that the bitmaps are of
+    engine.factory->reset(0, 0);
+    expectRoom(engine, count + 1, count, count);
+}
+
+TEST(FontFactoryReset, ForgetsColoredImagesAndNegativeAnswersEachTime) {
+    const Engine engine;
+    engine.factory->reset(5, 100000);
+    for (const char* const name : {"first", "second"}) {
+        const auto image = paint(engine, 1);
+        ASSERT_EQ(paint(engine, 1), image);
+        ASSERT_EQ(engine.factory->getFaceDataBytes(makeFaceInfo(name)), nullptr);
+        engine.loader->setFont(name, false, false, makeTestFont().build());
+        ASSERT_EQ(engine.factory->getFaceDataBytes(makeFaceInfo(name)), nullptr);
+        engine.factory->reset(5, 100000);
+        EXPECT_NE(paint(engine, 1), image);
+        EXPECT_NE(engine.factory->getFaceDataBytes(makeFaceInfo(name)), nullptr);
+    }
 }
 
 TEST(FontFactoryReset, EmptiesFourCachesAndLeavesTheOutlines) {
