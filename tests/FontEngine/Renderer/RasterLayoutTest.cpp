@@ -296,6 +296,26 @@ TEST(RasterLayout, TakesMissingCharactersFromTheFallback) {
     EXPECT_EQ(run.getGlyphs()[2].getInfo().getFaceInfo()->getName(), "Test Sans");
 }
 
+TEST(RasterLayout, StylesTheGlyphsOfAFallbackAsItsFaceIsStyled) {
+    Engine engine;
+    Testing::FontBuilder symbols("Symbols");
+    symbols.map(snowman, symbols.addGlyph(Testing::makeBoxGlyph(900, 0, 0, 800, 300)));
+    engine.loader->setFont("Symbols", false, false, symbols.build());
+    engine.loader->setFont("Test Sans", true, true, makeTestFont().build());
+    engine.loader->setRangeFamily(FontLoaders::UnicodeRangeMap::find(snowman), "Symbols");
+    const auto info = makeFontInfo(makeFaceInfo("Test Sans", true, true));
+    Testing::RecordingPainter painter;
+    Testing::RecordingGlyphPainter glyphPainter;
+    const BitmapGlyphRun run = RasterTextPainter(painter, glyphPainter, false)
+                                   .createGlyphRun(std::string(snowmanText) + "A", makeExtFontInfo(info),
+                                                   engine.factory->getFont(info), 1.0F, {1.0F, 1.0F});
+    ASSERT_EQ(run.getGlyphs().size(), 2U);
+    EXPECT_EQ(run.getGlyphs()[0].getInfo().getTransform(), GlyphTransform::EmboldenAndSlant);
+    EXPECT_GT(run.getGlyphs()[0].getData()->bitmap.width, 8U) << "regular, it is 8 pixels wide";
+    EXPECT_EQ(run.getGlyphs()[1].getInfo().getTransform(), GlyphTransform::None);
+    EXPECT_EQ(run.getGlyphs()[1].getData()->bitmap.width, 4U);
+}
+
 TEST(RasterLayout, TakesTheMissingGlyphOfAFallbackThatLacksTheCharacter) {
     Engine engine;
     Testing::FontBuilder symbols("Symbols");

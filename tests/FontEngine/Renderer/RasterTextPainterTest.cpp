@@ -9,6 +9,7 @@
 
 #include <FontEngine/Renderer/FE_RasterTextPainter.h>
 #include <FontLoaders/Public/Exceptions.h>
+#include <FontLoaders/Public/UnicodeRangeMap.h>
 
 #include <gmock/gmock.h>
 
@@ -16,6 +17,7 @@
 #include <cmath>
 #include <cstring>
 #include <limits>
+#include <tuple>
 
 namespace Vell::FontEngine {
 namespace {
@@ -139,6 +141,44 @@ TEST(RasterTextPainter, LosesSkew) {
     EXPECT_EQ(canvas.painter.countOperations("scale"), 0U);
 }
 
+/// A font whose only letter, 'A', differs from its mirror images.
+Testing::Bytes makeWedgeFont() {
+    Testing::FontBuilder font("Test Sans");
+    font.map('A', font.addGlyph({600, {{{0, 0}, {0, 700}, {500, 0}}}, {}}));
+    return font.build();
+}
+
+TEST(RasterTextPainter, DrawsUprightGlyphsAtTheirPlacesUnderAReflection) {
+    Canvas upright;
+    upright.engine = Engine(makeWedgeFont());
+    upright.draw("AA");
+    Canvas mirrored;
+    mirrored.engine = upright.engine;
+    mirrored.painter.setTransform(Matrix(1, 0, 0, -1, 3, 4));
+    mirrored.draw("AA");
+    EXPECT_THAT(
+        mirrored.painter.getOperations(),
+        ElementsAre("pushTransform", "getTransform", "resetTransform", "translate 3 4", "popTransform"));
+    EXPECT_EQ(mirrored.listPositions(), upright.listPositions());
+    const DrawnGlyph& glyph = mirrored.glyphPainter.getDrawnGlyphs().at(1);
+    EXPECT_EQ(glyph.pixels, upright.glyphPainter.getDrawnGlyphs().at(1).pixels);
+    const KeyFields fields = KeyFields().with(&KeyFields::scale, Point(1, -1));
+    EXPECT_EQ(glyph.buffer,
+              mirrored.engine.getFace()->getBitmapGlyph(fields.makeBitmap(), false)->bitmap.buffer)
+        << "the reflection is part of the key";
+}
+
+TEST(RasterTextPainter, TurnsAReflectionOfTheHorizontalAxisByHalfATurn) {
+    Canvas canvas;
+    canvas.painter.setTransform(Matrix(-2, 0, 0, 2, 3, 4));
+    canvas.draw("A");
+    EXPECT_THAT(canvas.painter.getOperations(),
+                ElementsAre("pushTransform", "getTransform", "resetTransform", "translate 3 4",
+                            "rotate 3.1415927", "popTransform"));
+    EXPECT_EQ(canvas.glyphPainter.getDrawnGlyphs().at(0).rows, 14U);
+    EXPECT_THAT(canvas.listPositions(), ElementsAre(Point(2, -14)));
+}
+
 TEST(RasterTextPainter, ResetsTheTransformEvenForNoText) {
     Canvas canvas;
     canvas.draw("");
@@ -237,6 +277,31 @@ TEST(RasterTextPainter, ColorsGlyphsOfAFallbackFontThroughThePaintedFont) {
         .drawGlyphRun(run, canvas.engine.getFont(), red, 1.0F);
     EXPECT_EQ(canvas.glyphPainter.getDrawnGlyphs().at(0).pixels, (Testing::Bytes{0, 0, 255, 255}));
     EXPECT_THAT(canvas.engine.loader->getCalls(), ElementsAre("loadFont \"Test Sans\" regular"));
+}
+
+/// What of a glyph one sees.
+auto look(const DrawnGlyph& glyph) {
+    return std::make_tuple(glyph.position.x, glyph.position.y, glyph.rows, glyph.width, glyph.pixelMode,
+                           glyph.pixels);
+}
+
+TEST(RasterTextPainter, DrawsUnderscoresOfAFallbackFontAsThatFontDoes) {
+    Canvas canvas;
+    canvas.engine = Engine(makeWedgeFont());
+    canvas.engine.loader->setFont("Bars", false, false, makeTestFont("Bars").build());
+    canvas.engine.loader->setRangeFamily(FontLoaders::UnicodeRangeMap::find('_'), "Bars");
+    Canvas bars;
+    for (Canvas* const each : {&canvas, &bars}) {
+        each->painter.setTransform(Matrix(4, 0, 0, 4, 0, 0));
+        each->draw("A__");
+    }
+    const std::vector<DrawnGlyph>& glyphs = canvas.glyphPainter.getDrawnGlyphs();
+    const std::vector<DrawnGlyph>& expected = bars.glyphPainter.getDrawnGlyphs();
+    ASSERT_EQ(glyphs.size(), 3U);
+    EXPECT_EQ(glyphs[1].pixelMode, FT_PIXEL_MODE_LCD);
+    EXPECT_EQ(look(glyphs[1]), look(expected[1]));
+    EXPECT_EQ(look(glyphs[2]), look(expected[2]));
+    EXPECT_EQ(canvas.engine.factory->getCacheFigures().coloredImages.entries, 2U);
 }
 
 /// Metrics of somebody else.
