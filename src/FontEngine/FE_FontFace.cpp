@@ -18,7 +18,7 @@ namespace {
 
 Gfx::BasicMetrics makeBasicMetrics(Gfx::FactoryAccessTag tag, const FontLoaders::FTFacePtr& face,
                                    GlyphTransform transform) {
-    const FontLoaders::FreeTypeOperation operation;
+    const FontLoaders::FreeTypeOperation operation(FontLoaders::openingBounds);
     Gfx::CharMap charMap = Internal::makeCharMap(face, transform);
     const std::pair<float, float> capHeightAndStrikeOut = Internal::getCapHeightAndStrikeOutPosition(face);
     const auto unitsPerEM = static_cast<float>(face->units_per_EM);

@@ -43,6 +43,7 @@ public:
     FontFace(const FontFace&) = delete;
     FontFace& operator=(const FontFace&) = delete;
 
+    /// The FreeType face. Its `generic` field is left to the client.
     const FontLoaders::FTFacePtr& getHandle() const { return _face; }
     GlyphTransform getTransform() const { return _faceData.transform; }
     FaceData getFaceData() const { return _faceData; }

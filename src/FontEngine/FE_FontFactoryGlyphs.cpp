@@ -47,9 +47,11 @@ std::uint64_t weigh(const BitmapGlyphImage& image) {
     return bytes;
 }
 
+static_assert(maxGlyphPixels <= FontLoaders::maxPixelsInMemory);
+
 std::shared_ptr<const FT_BitmapGlyphRec_> renderBitmap(const BitmapGlyphInfo& info, const FontFace& face,
                                                        Internal::SizedFace& sized, bool flipVertically) {
-    const FontLoaders::FreeTypeOperation operation;
+    const FontLoaders::FreeTypeOperation operation(FontLoaders::renderingBounds);
     if (!Internal::trySizeForBitmap(face.getHandle(), info, sized)) {
         return nullptr;
     }
@@ -62,7 +64,7 @@ std::shared_ptr<const FT_BitmapGlyphRec_> renderBitmap(const BitmapGlyphInfo& in
 std::shared_ptr<const Gfx::Path> renderPath(const GlyphInfo& info,
                                             const CheckedPtrImpl<const FontFace, false>& face,
                                             Internal::SizedFace& sized, Gfx::Painter& painter) {
-    const FontLoaders::FreeTypeOperation operation;
+    const FontLoaders::FreeTypeOperation operation(FontLoaders::renderingBounds);
     if (!Internal::trySizeForOutline(face->getHandle(), info, sized)) {
         return nullptr;
     }

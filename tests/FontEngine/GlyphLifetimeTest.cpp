@@ -84,6 +84,26 @@ TEST(GlyphLifetime, EndsWhileItsFaceRendersOnAnotherThread) {
     });
 }
 
+TEST(GlyphLifetime, SharesTheMemoryOfItsFaceWithBlocksOfOtherThreads) {
+    const Engine engine;
+    const FacePtr face = engine.getFace();
+    const FT_Memory memory = face->getHandle()->memory;
+    runOnThreads([&](unsigned int index) {
+        for (unsigned int number = 0; number < 64; ++number) {
+            if (index == 0) {
+                EXPECT_NE(render(face, number), nullptr);
+                continue;
+            }
+            void* const block = memory->alloc(memory, 100);
+            void* const forgotten = memory->alloc(memory, 100);
+            void* const grown = memory->realloc(memory, 100, 10'000, block);
+            EXPECT_NE(forgotten, nullptr);
+            EXPECT_NE(grown, nullptr);
+            memory->free(memory, grown);
+        }
+    });
+}
+
 TEST(GlyphServices, RenderAGlyphOnceForAllThreads) {
     const Engine engine;
     const FacePtr face = engine.getFace();

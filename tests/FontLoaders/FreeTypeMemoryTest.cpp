@@ -9,6 +9,10 @@
 
 #include <gmock/gmock.h>
 
+#include <cstring>
+#include <limits>
+#include <optional>
+
 namespace Vell::FontLoaders {
 namespace {
 
@@ -16,7 +20,8 @@ using Testing::Bytes;
 using Testing::ByteWriter;
 using Testing::OpenedFont;
 
-constexpr auto maxBlock = static_cast<long>(maxFreeTypeBlock);
+constexpr auto maxBlock = static_cast<long>(openingBounds.block);
+constexpr auto maxRenderingBlock = static_cast<long>(renderingBounds.block);
 
 /// The allocator that FreeType has, seen from its side.
 class Heap {
@@ -31,6 +36,7 @@ public:
         _blocks.back() = block != nullptr ? block : _blocks.back();
         return block != nullptr;
     }
+    void* getLast() const { return _blocks.back(); }
     void giveBackLast() {
         _memory->free(_memory, _blocks.back());
         _blocks.pop_back();
@@ -81,23 +87,48 @@ std::string getOpeningError(const Bytes& file) {
 
 TEST(FreeTypeMemory, RefusesBlocksAboveTheDocumentedSize) {
     Heap heap;
+    const FreeTypeOperation operation(openingBounds);
     EXPECT_TRUE(heap.take(maxBlock));
     EXPECT_FALSE(heap.take(maxBlock + 1));
     EXPECT_FALSE(heap.take(std::numeric_limits<long>::max()));
+    EXPECT_FALSE(heap.take(-1));
+}
+
+TEST(FreeTypeMemory, RefusesOnlyTheLargestBlocksOutsideOfAnyOperation) {
+    Heap heap;
+    EXPECT_TRUE(heap.take(maxRenderingBlock));
+    EXPECT_FALSE(heap.take(maxRenderingBlock + 1));
 }
 
 TEST(FreeTypeMemory, RefusesToGrowABlockAboveTheDocumentedSizeAndKeepsIt) {
     Heap heap;
+    const FreeTypeOperation operation(openingBounds);
     ASSERT_TRUE(heap.take(100));
+    std::memset(heap.getLast(), 7, 100);
     EXPECT_FALSE(heap.resizeLast(maxBlock + 1));
     EXPECT_TRUE(heap.resizeLast(maxBlock));
+    EXPECT_EQ(static_cast<unsigned char*>(heap.getLast())[99], 7);
+}
+
+TEST(FreeTypeMemory, HoldsTheLargestGlyphInEveryRenderMode) {
+    constexpr long pixels = 1L << 28;
+    Heap heap;
+    const FreeTypeOperation operation(renderingBounds);
+    EXPECT_TRUE(heap.take(4 * pixels)) << "a coloured bitmap";
+    EXPECT_FALSE(heap.take(4 * pixels + 1));
+    heap.giveBackLast();
+    heap.giveBackLast();
+    EXPECT_TRUE(heap.take(3 * pixels)) << "an LCD bitmap";
+    EXPECT_TRUE(heap.take(3 * pixels)) << "and what it is joined into";
+    EXPECT_FALSE(heap.take(pixels)) << "but no more";
+    EXPECT_TRUE(heap.take(pixels / 2));
 }
 
 TEST(FreeTypeMemory, HasNoBoundOnWhatIsKeptOverManyOperations) {
-    static_assert(3 * maxFreeTypeBlock > maxFreeTypeGrowth);
+    static_assert(3 * openingBounds.block > openingBounds.growth);
     Heap heap;
     for (int i = 0; i < 4; ++i) {
-        const FreeTypeOperation operation;
+        const FreeTypeOperation operation(openingBounds);
         EXPECT_TRUE(heap.take(maxBlock));
     }
     EXPECT_TRUE(heap.take(maxBlock)) << "outside of any operation";
@@ -105,7 +136,7 @@ TEST(FreeTypeMemory, HasNoBoundOnWhatIsKeptOverManyOperations) {
 
 TEST(FreeTypeMemory, BoundsTheGrowthWithinOneOperation) {
     Heap heap;
-    const FreeTypeOperation operation;
+    const FreeTypeOperation operation(openingBounds);
     EXPECT_TRUE(heap.take(maxBlock));
     EXPECT_TRUE(heap.take(maxBlock / 2));
     EXPECT_FALSE(heap.take(maxBlock));
@@ -117,7 +148,7 @@ TEST(FreeTypeMemory, BoundsTheGrowthWithinOneOperation) {
 
 TEST(FreeTypeMemory, CountsWhatABlockGrowsBy) {
     Heap heap;
-    const FreeTypeOperation operation;
+    const FreeTypeOperation operation(openingBounds);
     EXPECT_TRUE(heap.take(maxBlock / 2));
     EXPECT_TRUE(heap.take(maxBlock));
     EXPECT_TRUE(heap.resizeLast(maxBlock / 4));
@@ -128,7 +159,7 @@ TEST(FreeTypeMemory, CountsWhatABlockGrowsBy) {
 TEST(FreeTypeMemory, DoesNotRaiseTheBoundByWhatIsOlderThanTheOperation) {
     Heap heap;
     ASSERT_TRUE(heap.take(maxBlock));
-    const FreeTypeOperation operation;
+    const FreeTypeOperation operation(openingBounds);
     heap.giveBackLast();
     EXPECT_TRUE(heap.take(maxBlock));
     EXPECT_TRUE(heap.take(maxBlock / 2));
@@ -137,15 +168,79 @@ TEST(FreeTypeMemory, DoesNotRaiseTheBoundByWhatIsOlderThanTheOperation) {
 
 TEST(FreeTypeMemory, CountsAnOperationInsideAnotherForItself) {
     Heap heap;
-    const FreeTypeOperation outer;
+    const FreeTypeOperation outer(openingBounds);
     EXPECT_TRUE(heap.take(maxBlock));
     EXPECT_TRUE(heap.take(maxBlock / 2));
     {
-        const FreeTypeOperation inner;
+        const FreeTypeOperation inner(openingBounds);
         EXPECT_TRUE(heap.take(maxBlock));
     }
     EXPECT_FALSE(heap.take(maxBlock)) << "the outer one goes on where it was";
     EXPECT_TRUE(heap.take(maxBlock / 4));
+}
+
+TEST(FreeTypeMemory, ReturnsToTheBoundsOfTheOuterOperation) {
+    Heap heap;
+    const FreeTypeOperation outer(openingBounds);
+    {
+        const FreeTypeOperation inner(renderingBounds);
+        EXPECT_TRUE(heap.take(maxRenderingBlock));
+    }
+    EXPECT_FALSE(heap.take(maxBlock + 1));
+}
+
+TEST(FreeTypeMemory, BoundsWhatGlyphsTake) {
+    Heap heap;
+    const FreeTypeOperation operation(openingBounds);
+    const FreeTypeGlyphMemory glyphs;
+    EXPECT_TRUE(heap.take(maxBlock));
+    EXPECT_FALSE(heap.take(maxBlock + 1));
+    EXPECT_TRUE(heap.take(maxBlock / 2));
+    EXPECT_FALSE(heap.take(maxBlock)) << "above the growth";
+}
+
+TEST(FreeTypeMemory, HasEmptyBlocks) {
+    for (const bool isOfGlyph : {false, true}) {
+        Heap heap;
+        std::optional<FreeTypeGlyphMemory> glyphs;
+        if (isOfGlyph) {
+            glyphs.emplace();
+        }
+        ASSERT_TRUE(heap.take(0));
+        EXPECT_TRUE(heap.resizeLast(100));
+        EXPECT_TRUE(heap.resizeLast(0));
+        EXPECT_TRUE(heap.resizeLast(10));
+    }
+}
+
+TEST(FreeTypeMemory, ResizesAndTakesBackBlocksOfEitherKindAnywhere) {
+    Heap heap;
+    const auto growLast = [&](std::size_t last) {
+        EXPECT_TRUE(heap.resizeLast(5000));
+        EXPECT_EQ(static_cast<unsigned char*>(heap.getLast())[last], 9);
+    };
+    for (const long size : {1L, 8L, 24L, 1000L}) {
+        const auto last = static_cast<std::size_t>(size - 1);
+        ASSERT_TRUE(heap.take(size));
+        std::memset(heap.getLast(), 9, static_cast<std::size_t>(size));
+        {
+            const FreeTypeGlyphMemory glyphs;
+            growLast(last);
+            heap.giveBackLast();
+            ASSERT_TRUE(heap.take(size));
+            std::memset(heap.getLast(), 9, static_cast<std::size_t>(size));
+        }
+        growLast(last);
+        heap.giveBackLast();
+    }
+}
+
+TEST(FreeTypeMemory, ResizesNoBlockIntoANewOne) {
+    const OpenedFont font{Testing::FontBuilder().build()};
+    void* const block = font->memory->realloc(font->memory, 0, 100, nullptr);
+    ASSERT_NE(block, nullptr);
+    font->memory->free(font->memory, block);
+    font->memory->free(font->memory, nullptr);
 }
 
 TEST(FreeTypeMemory, KeepsASmallWebFontFromClaimingAGigabyte) {

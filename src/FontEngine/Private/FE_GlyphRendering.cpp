@@ -6,6 +6,7 @@
 #include <FontEngine/Private/FE_Hinting.h>
 #include <FontEngine/Private/FE_PixelLimit.h>
 #include <FontLoaders/Public/CompositeGlyphs.h>
+#include <FontLoaders/Public/FreeTypeMemory.h>
 #include <Utils/Public/Assert.h>
 
 #include <utility>
@@ -129,6 +130,7 @@ std::shared_ptr<const FT_BitmapGlyphRec_> createBitmapGlyph(const BitmapGlyphInf
     shiftByOffset(face, info);
     loadGlyph(face, info, getLoadFlags(face, info));
     transformSlot(face, info, OutlineScale::Scaled);
+    const FontLoaders::FreeTypeGlyphMemory glyphMemory;
     GlyphOwner owner = takeGlyph(face, info);
     makeBitmap(owner, info);
 
@@ -151,6 +153,7 @@ std::shared_ptr<FT_GlyphRec_> createOutlineGlyph(const GlyphInfo& info,
     FT_Set_Transform(face.get(), nullptr, nullptr);
     loadGlyph(face, info, FT_LOAD_NO_SCALE | FT_LOAD_FORCE_AUTOHINT);
     transformSlot(face, info, OutlineScale::FontUnits);
+    const FontLoaders::FreeTypeGlyphMemory glyphMemory;
     return takeGlyph(face, info);
 }
 

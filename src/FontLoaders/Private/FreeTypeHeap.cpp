@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <limits>
+#include <utility>
 
 namespace Vell::FontLoaders {
 
@@ -16,10 +17,12 @@ namespace {
 constexpr std::size_t unbounded = std::numeric_limits<std::size_t>::max() / 2;
 
 struct Account {
+    FreeTypeBounds bounds = {renderingBounds.block, unbounded};
     std::size_t rest = unbounded; ///< what this thread's operation may still take
+    bool isForGlyphs = false;
     bool hasLacked = false;
 
-    bool mayTake(std::size_t bytes) const { return bytes <= maxFreeTypeBlock && bytes <= rest; }
+    bool mayTake(std::size_t bytes) const { return bytes <= bounds.block && bytes <= rest; }
 
     void* take(void* block) {
         hasLacked = hasLacked || block == nullptr;
@@ -32,7 +35,7 @@ struct Account {
     /// Blocks that are older than the operation may be among what it gives back; they do not raise its bound.
     void giveBack(void* block) {
         if (rest < unbounded) {
-            rest = std::min(rest + malloc_usable_size(block), maxFreeTypeGrowth);
+            rest = std::min(rest + malloc_usable_size(block), bounds.growth);
         }
     }
 };
@@ -40,35 +43,31 @@ struct Account {
 /// Looked at with each block: at a place that the loader has fixed, not found by a call.
 [[gnu::tls_model("initial-exec")]] thread_local Account account;
 
-void* allocate(FT_Memory, long size) {
-    const auto bytes = static_cast<std::size_t>(size);
-    return account.take(account.mayTake(bytes) ? std::malloc(bytes) : nullptr);
+} // namespace
+
+void* Internal::takeFromHeap(std::size_t bytes, std::size_t overhead) {
+    return account.take(account.mayTake(bytes) ? std::malloc(bytes + overhead) : nullptr);
 }
 
-void release(FT_Memory, void* block) {
-    account.giveBack(block);
-    std::free(block);
-}
-
-void* reallocate(FT_Memory, long, long newSize, void* block) {
-    const auto bytes = static_cast<std::size_t>(newSize);
+void* Internal::resizeInHeap(void* block, std::size_t bytes, std::size_t overhead) {
     if (!account.mayTake(bytes)) {
         return account.take(nullptr);
     }
     account.giveBack(block);
-    void* const moved = std::realloc(block, bytes);
+    void* const moved = std::realloc(block, bytes + overhead);
     if (moved == nullptr) {
         account.take(block); // it is still there
     }
     return account.take(moved);
 }
 
-FT_MemoryRec_ heap{nullptr, allocate, release, reallocate};
+void Internal::giveBackToHeap(void* block) {
+    account.giveBack(block);
+    std::free(block);
+}
 
-} // namespace
-
-FT_Memory Internal::getFreeTypeHeap() {
-    return &heap;
+bool Internal::isTakingForGlyphs() {
+    return account.isForGlyphs;
 }
 
 bool Internal::hasLackedMemory() {
@@ -79,13 +78,22 @@ void Internal::forgetLackOfMemory() {
     account.hasLacked = false;
 }
 
-FreeTypeOperation::FreeTypeOperation()
-    : _outerRest(account.rest) {
-    account.rest = maxFreeTypeGrowth;
-}
+FreeTypeOperation::FreeTypeOperation(const FreeTypeBounds& bounds)
+    : _outerBounds(std::exchange(account.bounds, bounds))
+    , _outerRest(std::exchange(account.rest, bounds.growth))
+    , _wasForGlyphs(std::exchange(account.isForGlyphs, false)) {}
 
 FreeTypeOperation::~FreeTypeOperation() {
+    account.bounds = _outerBounds;
     account.rest = _outerRest;
+    account.isForGlyphs = _wasForGlyphs;
+}
+
+FreeTypeGlyphMemory::FreeTypeGlyphMemory()
+    : _wasForGlyphs(std::exchange(account.isForGlyphs, true)) {}
+
+FreeTypeGlyphMemory::~FreeTypeGlyphMemory() {
+    account.isForGlyphs = _wasForGlyphs;
 }
 
 } // namespace Vell::FontLoaders

@@ -1,10 +1,12 @@
 #include <FontLoaders/Private/GlyfReader.h>
 
+#include <FontLoaders/Private/LibraryMemory.h>
 #include <FontLoaders/Public/CompositeGlyphs.h>
 
 #include FT_TRUETYPE_TAGS_H
 
 #include <algorithm>
+#include <memory>
 
 namespace Vell::FontLoaders {
 
@@ -113,21 +115,18 @@ bool GlyfReader::areAllBounded() {
 }
 
 void attachGlyfReader(FT_Face face) {
-    face->generic.data = new GlyfReader(face);
-    face->generic.finalizer = [](void* object) {
-        delete static_cast<GlyfReader*>(static_cast<FT_Face>(object)->generic.data);
-    };
+    LibraryMemory::setReader(face, std::make_unique<GlyfReader>(face));
 }
 
 } // namespace Internal
 
 bool isBoundedGlyph(FT_Face face, unsigned int glyphIndex) {
-    const auto* const reader = static_cast<const Internal::GlyfReader*>(face->generic.data);
+    const Internal::GlyfReader* const reader = Internal::LibraryMemory::findReader(face);
     return reader == nullptr || reader->isBounded(glyphIndex);
 }
 
 bool hasBoundedGlyphs(FT_Face face) {
-    auto* const reader = static_cast<Internal::GlyfReader*>(face->generic.data);
+    Internal::GlyfReader* const reader = Internal::LibraryMemory::findReader(face);
     return reader == nullptr || reader->areAllBounded();
 }
 

@@ -42,7 +42,8 @@ private:
     std::optional<bool> _areAllBounded;
 };
 
-/// Gives the face its reader, which ends with it. Throws std::bad_alloc with the face unchanged.
+/// Gives the face its reader, which ends with it, unless its library has another memory than ours. Throws
+/// std::bad_alloc with the face unchanged.
 void attachGlyfReader(FT_Face face);
 
 } // namespace Vell::FontLoaders::Internal

@@ -3,11 +3,13 @@
 #include <FontLoaders/Private/FreeTypeErrors.h>
 #include <FontLoaders/Private/FreeTypeHeap.h>
 #include <FontLoaders/Private/GlyfReader.h>
+#include <FontLoaders/Private/LibraryMemory.h>
 #include <FontLoaders/Public/Exceptions.h>
 #include <FontLoaders/Public/FreeTypeMemory.h>
 
 #include FT_MODULE_H
 
+#include <memory>
 #include <mutex>
 #include <utility>
 
@@ -61,8 +63,10 @@ void throwIfFailed(const char* call, int error) {
 } // namespace
 
 FTLibraryPtr createFreeTypeLibrary() {
+    auto memory = std::make_unique<Internal::LibraryMemory>();
     FT_Library library = nullptr;
-    throwIfFailed("FT_New_Library", FT_New_Library(Internal::getFreeTypeHeap(), &library));
+    throwIfFailed("FT_New_Library", FT_New_Library(memory->getRecord(), &library));
+    memory.release()->endWith(library);
     FTLibraryPtr owner(library, releaseLibrary);
     Internal::forgetLackOfMemory();
     FT_Add_Default_Modules(library);
@@ -82,7 +86,7 @@ FTFacePtr createFontFace(const FTLibraryPtr& library,
     FT_Open_Args arguments{};
     arguments.flags = FT_OPEN_STREAM;
     arguments.stream = &stream->record;
-    const FreeTypeOperation operation;
+    const FreeTypeOperation operation(openingBounds);
     FT_Face face = nullptr;
     stream->self = stream;
     Internal::forgetLackOfMemory();

@@ -26,15 +26,18 @@ inline bool isFTSucceeded(int error) {
 ///
 /// A library may be shared between owners (shareFreeTypeLibrary): it ends with the last of them, on whichever
 /// thread that is. Its memory comes from the heap of the process, so what was allocated through it may be
-/// freed on any thread, too. Everything else in a library must be used by one thread at a time.
+/// freed on any thread, too, as long as the library lasts: at its end it takes along what FreeType or a
+/// client has forgotten to free. Its FT_Memory is for no other library. Everything else in a library must be
+/// used by one thread at a time.
 VELL_API FTLibraryPtr createFreeTypeLibrary();
 
 /// One more owner of a library, for objects that must not outlive it, such as glyphs.
 VELL_API FTLibraryPtr shareFreeTypeLibrary(FT_Library library);
 
 /// Opens the first face of a font file in memory. FreeType reads the bytes in place; the face shares their
-/// ownership and releases them last. The library must outlive the face. Throws FreeTypeException when
-/// FreeType does not know or accept the file, and when there is no memory for a part of it.
+/// ownership and releases them last. The library must outlive the face. FT_Face::generic is left to the
+/// client. Throws FreeTypeException when FreeType does not know or accept the file, and when there is no
+/// memory for a part of it.
 VELL_API FTFacePtr createFontFace(const FTLibraryPtr& library,
                                   const CheckedPtrImpl<const std::vector<unsigned char>, false>& bytes);
 

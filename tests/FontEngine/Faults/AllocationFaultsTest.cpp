@@ -3,7 +3,7 @@
 #include <FontEngine/Faults/Operations.h>
 
 #include <support/FailingAllocations.h>
-#include <support/FreeTypeMemory.h>
+#include <support/spy/FreeTypeMemory.h>
 
 #include <gmock/gmock.h>
 
@@ -50,7 +50,7 @@ TEST(AllocationFaults, EndEveryOperationAndNothingElse) {
     const FreeTypeMemory memory;
     for (const Operation& operation : getOperations()) {
         expectSurvivesEveryFailure(operation);
-        EXPECT_EQ(memory.countLiveBlocks(), 0) << operation.name;
+        EXPECT_EQ(memory.countLibraryOwners(), 0) << operation.name;
     }
 }
 

@@ -3,7 +3,7 @@
 #include <FontEngine/Faults/Operations.h>
 
 #include <support/FailingAllocations.h>
-#include <support/FreeTypeMemory.h>
+#include <support/spy/FreeTypeMemory.h>
 #include <support/spy/FreeTypeSpy.h>
 
 #include <FontEngine/Renderer/FE_BitmapGlyph.h>

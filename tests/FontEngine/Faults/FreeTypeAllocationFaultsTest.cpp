@@ -4,7 +4,7 @@
 #include <FontEngine/Faults/Operations.h>
 #include <FontEngine/Faults/Outcome.h>
 
-#include <support/FreeTypeMemory.h>
+#include <support/spy/FreeTypeMemory.h>
 
 #include <gtest/gtest.h>
 
@@ -54,7 +54,7 @@ void expectSurvivesEveryFailureOfFreeType(const Operation& operation, FreeTypeMe
             ASSERT_PRED2(isPlausible, outcome, expected);
             ASSERT_EQ(operation.perform(world), expected);
         }
-        ASSERT_EQ(memory.countLiveBlocks(), 0);
+        ASSERT_EQ(memory.countLibraryOwners(), 0);
     }
 }
 

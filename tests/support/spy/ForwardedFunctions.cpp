@@ -1,6 +1,7 @@
 // The functions of FreeType that the engine calls, defined once more: the dynamic linker finds those of the
 // executable first.
 
+#include <support/spy/FreeTypeMemory.h>
 #include <support/spy/SpiedCall.h>
 
 #include FT_ADVANCES_H
@@ -18,7 +19,9 @@
 namespace {
 
 using Vell::Testing::Spy::Call;
+using Vell::Testing::Spy::countOwners;
 using Vell::Testing::Spy::Tag;
+using Vell::Testing::Spy::watchMemory;
 
 /// The function of that name in libfreetype.
 template <class Function>
@@ -39,19 +42,20 @@ Function* findNext(const char* name, Function&) {
 FT_Error FT_New_Library(FT_Memory memory, FT_Library* library) {
     NEXT(FT_New_Library);
     NOTE(FT_New_Library, memory);
-    return call.forward(next, memory, library);
+    watchMemory(memory);
+    return countOwners(1, call.forward(next, memory, library));
 }
 
 FT_Error FT_Reference_Library(FT_Library library) {
     NEXT(FT_Reference_Library);
     NOTE(FT_Reference_Library, library);
-    return call.forward(next, library);
+    return countOwners(1, call.forward(next, library));
 }
 
 FT_Error FT_Done_Library(FT_Library library) {
     NEXT(FT_Done_Library);
     NOTE(FT_Done_Library, library);
-    return call.forward(next, library);
+    return countOwners(-1, call.forward(next, library));
 }
 
 FT_Error FT_Library_SetLcdFilter(FT_Library library, FT_LcdFilter filter) {

@@ -1,0 +1,116 @@
+#include <support/WebFont.h>
+
+#include <stdexcept>
+
+namespace Vell::Testing {
+
+namespace {
+
+std::uint32_t toU32(std::size_t value) {
+    return static_cast<std::uint32_t>(value);
+}
+
+std::size_t pad(std::size_t size) {
+    return (size + 3) / 4 * 4;
+}
+
+std::size_t getUnpackedSize(const std::map<std::string, Bytes>& tables) {
+    std::size_t size = 12 + 16 * tables.size();
+    for (const auto& [tag, content] : tables) {
+        size += pad(content.size());
+    }
+    return size;
+}
+
+/// The most significant seven bits first; all bytes but the last one have the eighth bit.
+void addBase128(ByteWriter& writer, std::size_t value) {
+    int shift = 0;
+    while (value >> (shift + 7) != 0) {
+        shift += 7;
+    }
+    for (; shift > 0; shift -= 7) {
+        writer.addU8(0x80U | (value >> shift & 0x7FU));
+    }
+    writer.addU8(value & 0x7FU);
+}
+
+/// A Brotli stream of one block that holds its bytes as they are, and the empty last block.
+Bytes packAsBrotli(const Bytes& content) {
+    constexpr std::size_t maxBlock = 0x10000;
+    if (content.empty() || content.size() > maxBlock) {
+        throw std::invalid_argument("not the size of a Brotli block");
+    }
+    // From the lowest bit: a window of 16 bits (0), not the last block (0), 4 digits of length (00), the
+    // length less one, not compressed (1).
+    const std::size_t header = (content.size() - 1) << 4U | std::size_t(1) << 20U;
+    ByteWriter writer;
+    for (unsigned int shift = 0; shift < 24; shift += 8) {
+        writer.addU8(header >> shift & 0xFFU);
+    }
+    writer.addBytes(content);
+    writer.addU8(3); // last, and empty
+    return writer.getBytes();
+}
+
+/// Tags are written out; glyf and loca stand as in the unpacked file.
+void addWoff2Directory(ByteWriter& writer, const std::map<std::string, Bytes>& tables) {
+    constexpr unsigned int tagFollows = 0x3F;
+    constexpr unsigned int isNotTransformed = 0xC0; // of glyf and loca; 0 for other tables
+    for (const auto& [tag, content] : tables) {
+        writer.addU8(tag == "glyf" || tag == "loca" ? tagFollows | isNotTransformed : tagFollows);
+        writer.addText(tag);
+        addBase128(writer, content.size());
+    }
+}
+
+} // namespace
+
+Bytes WebFont::buildWoff() const {
+    ByteWriter writer;
+    writer.addText("wOFF");
+    writer.addU32(flavor);
+    writer.addU32(0); // the length of the file, below
+    writer.addU16(static_cast<unsigned int>(tables.size()));
+    writer.addU16(0);
+    writer.addU32(toU32(getUnpackedSize(tables)));
+    writer.addZeros(24); // version, metadata, private data
+    std::size_t offset = writer.size() + 20 * tables.size();
+    for (const auto& [tag, content] : tables) {
+        writer.addText(tag);
+        writer.addU32(toU32(offset));
+        writer.addU32(toU32(content.size())); // packed
+        writer.addU32(toU32(content.size()));
+        writer.addU32(0); // checksum
+        offset += pad(content.size());
+    }
+    for (const auto& [tag, content] : tables) {
+        writer.addBytes(content);
+        writer.padTo4();
+    }
+    writer.setU32(8, toU32(writer.size()));
+    return writer.getBytes();
+}
+
+Bytes WebFont::buildWoff2() const {
+    ByteWriter content;
+    for (const auto& [tag, bytes] : tables) {
+        content.addBytes(bytes);
+    }
+    const Bytes packed = packAsBrotli(content.getBytes());
+    ByteWriter writer;
+    writer.addText("wOF2");
+    writer.addU32(flavor);
+    writer.addU32(0); // the length of the file, below
+    writer.addU16(static_cast<unsigned int>(tables.size()));
+    writer.addU16(0);
+    writer.addU32(toU32(getUnpackedSize(tables)));
+    writer.addU32(toU32(packed.size()));
+    writer.addZeros(24); // version, metadata, private data
+    addWoff2Directory(writer, tables);
+    writer.addBytes(packed);
+    writer.padTo4();
+    writer.setU32(8, toU32(writer.size()));
+    return writer.getBytes();
+}
+
+} // namespace Vell::Testing
