@@ -67,7 +67,27 @@ TEST(MruCacheReentrancy, ShowsAnEvictedEntryThatItHasGone) {
     EXPECT_EQ(self, nullptr);
     EXPECT_EQ(size, 1U);
     EXPECT_EQ(bytes, 9U);
-    EXPECT_EQ(evicted, 1U);
+    EXPECT_EQ(evicted, 0U) << "it is counted once it has ended";
+    EXPECT_EQ(cache.getEvictedCount(), 1U);
+}
+
+TEST(MruCacheReentrancy, CountsEachEvictedEntryAfterItsEnd) {
+    Cache cache(0, 10);
+    std::vector<std::uint64_t> counts;
+    for (int key = 0; key < 3; ++key) {
+        cache.put(key, {makeValue([&] { counts.push_back(cache.getEvictedCount()); }), 3});
+    }
+    cache.put(3, {nullptr, 10});
+    EXPECT_EQ(counts, (std::vector<std::uint64_t>{0, 1, 2}));
+    EXPECT_EQ(cache.getEvictedCount(), 3U);
+}
+
+TEST(MruCacheReentrancy, MayEvictWhileAnEntryEnds) {
+    Cache cache(1);
+    cache.put(1, {makeValue([&] { cache.checkAndPopLast(); }), 0});
+    EXPECT_NE(cache.put(2, {nullptr, 0}), nullptr);
+    EXPECT_EQ(getHeldKeys(cache), Keys{2});
+    EXPECT_EQ(cache.getEvictedCount(), 1U);
 }
 
 TEST(MruCacheReentrancy, AnswersNullWhenAnEvictedEntryPushesTheNewOneOut) {
@@ -101,6 +121,7 @@ TEST(MruCacheReentrancy, AnswersNullWhenAnEvictedEntryReplacesTheCache) {
                   0});
     EXPECT_EQ(cache.put(2, {nullptr, 0}), nullptr);
     EXPECT_EQ(getHeldKeys(cache), (Keys{3, 4}));
+    EXPECT_EQ(cache.getEvictedCount(), 0U) << "the entry was the old cache's";
 }
 
 TEST(MruCacheReentrancy, EvictsForAKeyThatDoesNotEqualItself) {

@@ -32,7 +32,30 @@ TEST(MruCache, StartsEmptyAndUnlimited) {
     EXPECT_EQ(cache.getEvictedCount(), 0U);
     EXPECT_EQ(cache.getMaxEntries(), 0U);
     EXPECT_EQ(cache.getMaxSizeInBytes(), 0U);
-    static_assert(!std::is_convertible_v<int, Cache>);
+}
+
+TEST(MruCache, IsMadeFromItsLimits) {
+    const Cache cache = 3;
+    EXPECT_EQ(cache.getMaxEntries(), 3U);
+    EXPECT_EQ(cache.getMaxSizeInBytes(), 0U);
+    const Cache both = {3, 100};
+    EXPECT_EQ(both.getMaxSizeInBytes(), 100U);
+}
+
+TEST(MruCache, HasNothingToEvictOnceItsLimitsHold) {
+    Cache empty(1, 1);
+    empty.checkAndPopLast();
+    EXPECT_EQ(empty.size(), 0U);
+    Cache cache(2, 20);
+    put(cache, 1, 10);
+    put(cache, 2, 10);
+    cache.checkAndPopLast();
+    EXPECT_EQ(cache.size(), 2U);
+    Cache heavy(0, 5);
+    put(heavy, 1, 10);
+    heavy.checkAndPopLast();
+    EXPECT_EQ(heavy.size(), 1U) << "the only entry stays";
+    EXPECT_EQ(heavy.getEvictedCount(), 0U);
 }
 
 TEST(MruCache, HandsOutTheNodeThatWasPut) {

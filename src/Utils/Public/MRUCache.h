@@ -49,13 +49,14 @@ public:
         std::uint64_t _effectiveSizeInBytes;
     };
 
-    explicit MRUCache(std::uint64_t maxEntries = 0, std::uint64_t maxSizeInBytes = 0)
+    MRUCache(std::uint64_t maxEntries = 0, std::uint64_t maxSizeInBytes = 0)
         : _maxEntries(maxEntries)
         , _maxSizeInBytes(maxSizeInBytes) {}
 
     std::size_t size() const { return _data.size(); }
     std::uint64_t getEffectiveSizeInBytes() const { return _effectiveSizeInBytes; }
-    /// How many entries the limits have pushed out since construction or clear.
+    /// How many entries the limits have pushed out since construction or clear. An entry counts once its key
+    /// and value have been released.
     std::uint64_t getEvictedCount() const { return _evictedCount; }
     /// How often `get` has found an entry since construction or clear, and how often it has not.
     std::uint64_t getHitCount() const { return _hitCount; }
@@ -107,10 +108,19 @@ public:
         return *value;
     }
 
+    /// Evicts from the least recently used end until the limits hold or one entry is left. Every put ends
+    /// with it, so there is nothing left to do for others.
+    void checkAndPopLast() {
+        while (_data.size() != 1 && isOverLimit()) {
+            popLast();
+        }
+    }
+
     /// Drops all entries; the limits stay, the counts restart at zero. Entries end when the cache is empty
     /// already: what their end adds stays.
     void clear() {
         ++_changes.count;
+        ++_changes.restarts;
         _evictedCount = 0;
         _hitCount = 0;
         _missCount = 0;
@@ -130,17 +140,19 @@ private:
                    boost::multi_index::sequenced<>,
                    boost::multi_index::hashed_unique<
                        boost::multi_index::member<Entry, const Key, &Entry::first>, Hash, Equal>>>;
-    /// How often entries were put or cleared: tells put whether the end of an evicted entry did. An
-    /// assignment to the cache is one more change.
+    /// What the end of an evicted entry may have done meanwhile. An assignment to the cache is one more of
+    /// both.
     struct Changes {
         Changes() = default;
         Changes(const Changes&) = default;
         Changes& operator=(const Changes&) {
             ++count;
+            ++restarts;
             return *this;
         }
 
-        std::uint64_t count = 0;
+        std::uint64_t count = 0;    // of puts and clears
+        std::uint64_t restarts = 0; // of the counts, by clears
     };
 
     static constexpr int byRecency = 0; // front: most recently used
@@ -164,12 +176,6 @@ private:
                (_maxSizeInBytes != 0 && _effectiveSizeInBytes > _maxSizeInBytes);
     }
 
-    void checkAndPopLast() {
-        while (_data.size() != 1 && isOverLimit()) {
-            popLast();
-        }
-    }
-
     void popLast() {
         if (_data.empty()) {
             doFailAssert(file, 279, "!_data.empty()");
@@ -178,8 +184,11 @@ private:
         if (_effectiveSizeInBytes < value.second.getEffectiveSizeInBytes()) {
             doFailAssert(file, 281, "_effectiveSizeInBytes >= value.second.getEffectiveSizeInBytes()");
         }
-        ++_evictedCount;
+        const std::uint64_t restarts = _changes.restarts;
         dropLast();
+        if (restarts == _changes.restarts) {
+            ++_evictedCount;
+        }
     }
 
     /// clear without memory: an entry that the end of another one asks for may stay.
@@ -189,7 +198,7 @@ private:
         }
     }
 
-    /// All counts are right before the entry ends.
+    /// The sizes are right before the entry ends.
     void dropLast() {
         auto& recency = _data.template get<byRecency>();
         _effectiveSizeInBytes -= recency.back().second.getEffectiveSizeInBytes();

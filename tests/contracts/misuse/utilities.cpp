@@ -1,4 +1,4 @@
-// Conversions that lose something, limits by accident, callables that do not fit.
+// Conversions that lose something, callables that do not fit.
 
 #include <Gfx/Public/CharMap.h>
 #include <Utils/Public/Assert.h>
@@ -16,7 +16,6 @@ using Cache = MRUCache<int, int, std::hash<int>, AreDeeplyEqualComparator>;
 
 void visit(const CallableRef<int(int)>& visitor);
 void look(const Cache& cache);
-void look(const Gfx::CharMap& map);
 
 int neverReturns() {
     doFailAssert("file", 1, "expression"); // no return after it
@@ -30,12 +29,7 @@ int main() {
     const int number = numCast<int>(3L);
     const CallableRef<int(int)> same([](int value) { return value; });
 
-#ifdef MISUSE_CACHE_FROM_A_NUMBER // conversion from|no viable conversion
-    const Cache implicit = 3;
-#endif
-#ifdef MISUSE_LIMITS_AS_AN_ARGUMENT // initialization|no viable|no matching
     look(3);
-#endif
 #ifdef MISUSE_LOOKING_UP_IN_A_CONST_CACHE // discards qualifiers|not marked const
     static_cast<const Cache&>(cache).get(1);
 #endif
