@@ -22,6 +22,8 @@ TEST(CharMap, AnswersTheDefaultWhenEmpty) {
     }
 }
 
+static_assert(std::is_convertible_v<CharMap::GlyphIndexWithAdvance, CharMap>);
+
 TEST(CharMap, AnswersWhatWasInserted) {
     CharMap map(defaultGlyph);
     map.insert('A', Glyph(1, 0.6F), true);

@@ -26,7 +26,7 @@ namespace Vell::FontEngine {
 /// drawText draws, its transform stays pushed, for the caller to restore.
 class VELL_API VectorTextPainter {
 public:
-    explicit VectorTextPainter(Gfx::Painter& painter);
+    VectorTextPainter(Gfx::Painter& painter);
 
     /// Lays `text` out in font units; the painter builds the paths that are not cached yet. A character
     /// without a path is left out and takes no room.

@@ -38,7 +38,7 @@ public:
     };
 
     /// An empty map that answers `defaultGlyph` for every code.
-    explicit CharMap(GlyphIndexWithAdvance defaultGlyph);
+    CharMap(GlyphIndexWithAdvance defaultGlyph);
 
     /// The entry of `code`, or the default one.
     GlyphIndexWithAdvance operator[](unsigned int code) const {

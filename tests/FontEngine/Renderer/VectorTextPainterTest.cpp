@@ -61,6 +61,8 @@ TEST(VectorTextPainter, ScalesOnceAndMovesThePainterByTheAdvances) {
                             "drawPath filled", "translate 400 0", "popTransform"));
 }
 
+static_assert(std::is_convertible_v<Gfx::Painter&, VectorTextPainter>);
+
 TEST(VectorTextPainter, KeepsThePaintersTransform) {
     const Engine engine;
     RecordingPainter painter;

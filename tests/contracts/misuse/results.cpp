@@ -28,8 +28,8 @@ float use(const Font& font, const BitmapGlyph& glyph, const BitmapGlyphRun& run,
 #ifdef MISUSE_INCOMPLETE_PAINTER // abstract
     IncompletePainter incomplete;
 #endif
-#ifdef MISUSE_IMPLICIT_TEXT_PAINTER // initialization|no viable|no matching
-    draw(painter);
+#ifdef MISUSE_TEXT_PAINTER_OF_A_CONST_PAINTER // discards qualifiers|no matching
+    draw(static_cast<const Gfx::Painter&>(painter));
 #endif
 #ifdef MISUSE_CHANGING_A_BITMAP // read-only|cannot assign
     bitmap->left = 1;
