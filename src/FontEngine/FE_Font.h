@@ -15,13 +15,15 @@ class FontFactory;
 /// FontFactory::getFont on every request; it shares its face, so it is cheap to make and to move, and its
 /// metrics stay valid whatever the factory drops from its caches.
 ///
-/// Immutable; any number of threads may use one font at once.
+/// Immutable but for being assigned to; any number of threads may use one font at once.
 class VELL_API Font : public Gfx::UniversalFontMetrics {
 public:
     Font(Gfx::FactoryAccessTag, const CheckedPtrImpl<const Gfx::FontInfo, false>& fontInfo,
          const CheckedPtrImpl<const FontFace, false>& fontFace);
     Font(const Font&) = default;
     Font(Font&&) noexcept = default;
+    Font& operator=(const Font&) = default;
+    Font& operator=(Font&&) noexcept = default;
     ~Font() override;
 
     const CheckedPtrImpl<const FontFace, false>& getFace() const { return _fontFace; }

@@ -10,6 +10,7 @@
 
 #include <thread>
 #include <type_traits>
+#include <vector>
 
 namespace Vell::FontEngine {
 namespace {
@@ -197,7 +198,49 @@ TEST(Font, OwnsTheMetricsTogetherWithTheFace) {
     EXPECT_EQ(copy.getAscent(), 8.0F);
 }
 
+/// Text whose font changes with its zoom.
+struct Label {
+    Font font;
+};
+
+TEST(Font, MayBeAMemberThatIsReassigned) {
+    const Engine engine;
+    Label label{engine.getFont(10.0F)};
+    const Font twice = engine.getFont(20.0F);
+    label.font = twice;
+    EXPECT_EQ(label.font.getFontSize(), 20.0F);
+    EXPECT_EQ(label.font.getFontInfo(), twice.getFontInfo());
+    EXPECT_EQ(label.font.getAscent(), 16.0F);
+    label.font = engine.getFont(30.0F);
+    EXPECT_EQ(label.font.getAscent(), 24.0F);
+    EXPECT_EQ(twice.getAscent(), 16.0F);
+}
+
+TEST(Font, MayLiveInAVectorThatErases) {
+    const Engine engine;
+    std::vector<Font> fonts;
+    for (const float size : {10.0F, 20.0F, 30.0F}) {
+        fonts.push_back(engine.getFont(size));
+    }
+    fonts.erase(fonts.begin());
+    EXPECT_EQ(fonts.at(0).getAscent(), 16.0F);
+    EXPECT_EQ(fonts.at(1).getAscent(), 24.0F);
+    EXPECT_EQ(fonts.at(1).getFace(), engine.getFace());
+}
+
+TEST(Font, ReleasesTheFaceThatItIsAssignedOver) {
+    Engine engine;
+    engine.loader->setFont("Other", false, false, makeTestFont("Other").build());
+    Font font = engine.getFont();
+    const std::weak_ptr<const FontFace> face = std::shared_ptr<const FontFace>(font.getFace());
+    font = engine.factory->getFont(makeFontInfo("Other"));
+    engine.factory->flush();
+    EXPECT_TRUE(face.expired());
+    EXPECT_STREQ(font.getFace()->getHandle()->family_name, "Other");
+}
+
 static_assert(std::is_base_of_v<Gfx::UniversalFontMetrics, Font>);
+static_assert(std::is_nothrow_move_assignable_v<Font> && std::is_copy_assignable_v<Font>);
 static_assert(std::is_nothrow_move_constructible_v<Font>);
 static_assert(!std::is_constructible_v<Gfx::FactoryAccessTag> &&
                   !std::is_constructible_v<FontFactory::FactoryAccessTag>,
