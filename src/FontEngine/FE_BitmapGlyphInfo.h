@@ -28,11 +28,18 @@ public:
     /// `scale` multiplies the font size; `devicePixelRatio` is device pixels per logical pixel;
     /// `offsetInsidePixel` shifts the glyph to the right by so many 1/64 of a device pixel; `isLast` says
     /// that the next character is another one, or none.
-    BitmapGlyphInfo(CheckedPtrImpl<const Gfx::FontFaceInfo, false> faceInfo, FT_Render_Mode renderMode,
+    BitmapGlyphInfo(const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& faceInfo, FT_Render_Mode renderMode,
                     unsigned long glyphIndex, unsigned int unicode, float fontSize,
                     const cinder::Vec2<float>& scale, float devicePixelRatio, unsigned char offsetInsidePixel,
                     bool isLast, GlyphTransform transform)
-        : GlyphInfo(std::move(faceInfo), glyphIndex, fontSize, transform)
+        : BitmapGlyphInfo(Internal::RunAccessTag(), CheckedPtrImpl<const Gfx::FontFaceInfo, false>(faceInfo),
+                          renderMode, glyphIndex, unicode, fontSize, scale, devicePixelRatio,
+                          offsetInsidePixel, isLast, transform) {}
+    BitmapGlyphInfo(Internal::RunAccessTag tag, CheckedPtrImpl<const Gfx::FontFaceInfo, false>&& faceInfo,
+                    FT_Render_Mode renderMode, unsigned long glyphIndex, unsigned int unicode, float fontSize,
+                    const cinder::Vec2<float>& scale, float devicePixelRatio, unsigned char offsetInsidePixel,
+                    bool isLast, GlyphTransform transform)
+        : GlyphInfo(tag, std::move(faceInfo), glyphIndex, fontSize, transform)
         , _renderMode(renderMode)
         , _unicode(unicode)
         , _scale(scale)

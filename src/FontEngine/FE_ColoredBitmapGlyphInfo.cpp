@@ -2,17 +2,15 @@
 
 #include <Utils/Public/Hash.h>
 
-#include <utility>
-
 namespace Vell::FontEngine {
 
-ColoredBitmapGlyphInfo::ColoredBitmapGlyphInfo(CheckedPtrImpl<const Gfx::FontFaceInfo, false> faceInfo,
+ColoredBitmapGlyphInfo::ColoredBitmapGlyphInfo(const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& faceInfo,
                                                FT_Render_Mode renderMode, unsigned long glyphIndex,
                                                unsigned int unicode, float fontSize,
                                                const cinder::Vec2<float>& scale, float devicePixelRatio,
                                                unsigned char offsetInsidePixel, bool isLast,
                                                GlyphTransform transform, unsigned int color)
-    : BitmapGlyphInfo(std::move(faceInfo), renderMode, glyphIndex, unicode, fontSize, scale, devicePixelRatio,
+    : BitmapGlyphInfo(faceInfo, renderMode, glyphIndex, unicode, fontSize, scale, devicePixelRatio,
                       offsetInsidePixel, isLast, transform)
     , _color(color) {}
 

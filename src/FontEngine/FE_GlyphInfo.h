@@ -2,6 +2,7 @@
 
 #include <FontEngine/FE_FontFaceInfo.h>
 #include <FontEngine/FE_GlyphTransform.h>
+#include <FontEngine/FE_RunAccessTag.h>
 #include <Gfx/Public/FontFaceInfo.h>
 #include <Utils/Public/Export.h>
 #include <Utils/Public/Hash.h>
@@ -15,27 +16,29 @@
 
 namespace Vell::FontEngine {
 
-namespace Internal {
-class RunServices;
-}
-
 /// Identifies the outline of a glyph: the key of the outline cache, and the base of the bitmap keys.
 ///
-/// A plain value that shares ownership of the face description. Two keys are equal when their face
-/// descriptions are equal by value and all other fields are exactly equal (so a NaN size equals nothing, not
-/// even itself: every lookup of such a key misses). Immutable but for the memoised hash, which a copy does
-/// not take over.
+/// A plain value that shares ownership of the face description for its whole life: what is moved from a key
+/// is copied. Two keys are equal when their face descriptions are equal by value and all other fields are
+/// exactly equal (so a NaN size equals nothing, not even itself: every lookup of such a key misses).
+/// Immutable but for being assigned to and for the memoised hash, which a copy does not take over.
 ///
 /// Threads: any number may read and hash one key. A face description that was moved from is a failed
 /// assertion.
 class VELL_API GlyphInfo {
 public:
-    GlyphInfo(CheckedPtrImpl<const Gfx::FontFaceInfo, false> faceInfo, unsigned long glyphIndex,
+    GlyphInfo(const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& faceInfo, unsigned long glyphIndex,
               float fontSize, GlyphTransform transform)
+        : GlyphInfo(Internal::RunAccessTag(), CheckedPtrImpl<const Gfx::FontFaceInfo, false>(faceInfo),
+                    glyphIndex, fontSize, transform) {}
+    GlyphInfo(Internal::RunAccessTag, CheckedPtrImpl<const Gfx::FontFaceInfo, false>&& faceInfo,
+              unsigned long glyphIndex, float fontSize, GlyphTransform transform)
         : _faceInfo(std::move(faceInfo))
         , _glyphIndex(glyphIndex)
         , _fontSize(fontSize)
         , _transform(transform) {}
+    GlyphInfo(const GlyphInfo&) = default;
+    GlyphInfo& operator=(const GlyphInfo&) = default;
 
     bool operator==(const GlyphInfo& other) const {
         return hasEqualFace(other) && _glyphIndex == other._glyphIndex && _fontSize == other._fontSize &&

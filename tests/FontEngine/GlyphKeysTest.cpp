@@ -10,6 +10,7 @@
 #include <limits>
 #include <stdexcept>
 #include <type_traits>
+#include <utility>
 #include <vector>
 
 namespace Vell::FontEngine {
@@ -300,6 +301,46 @@ TEST(GlyphKeys, ShareTheirDescription) {
         EXPECT_EQ(copy.getUnicode(), key.getUnicode());
     }
     EXPECT_EQ(face.use_count(), 1);
+}
+
+TEST(GlyphKeys, LeaveTheDescriptionToWhoeverHandsItOver) {
+    Testing::FaceInfoPtr face = makeFaceInfo("Test Sans", true);
+    const GlyphInfo outline(std::move(face), 36, 12.5F, GlyphTransform::None);
+    const BitmapGlyphInfo bitmap(std::move(face), FT_RENDER_MODE_NORMAL, 36, 'A', 12.5F, {1, 1}, 1.0F, 0,
+                                 true, GlyphTransform::None);
+    const ColoredBitmapGlyphInfo colored(std::move(face), FT_RENDER_MODE_NORMAL, 36, 'A', 12.5F, {1, 1}, 1.0F,
+                                         0, true, GlyphTransform::None, 0);
+    EXPECT_TRUE(face->isBold());
+    EXPECT_TRUE(outline.isBold());
+    EXPECT_TRUE(bitmap.isBold());
+    EXPECT_TRUE(colored.isBold());
+}
+
+template <class Key>
+void expectThatMovingCopies(const Key& key) {
+    Key constructedFrom = key;
+    const Key constructed(std::move(constructedFrom));
+    EXPECT_EQ(constructedFrom, key);
+    EXPECT_EQ(constructed, key);
+    Key assignedFrom = key;
+    Key assigned = key;
+    assigned = std::move(assignedFrom);
+    EXPECT_EQ(assignedFrom, key);
+    EXPECT_EQ(assigned, key);
+}
+
+TEST(GlyphKeys, KeepTheirDescriptionWhenTheyAreMovedFrom) {
+    expectThatMovingCopies(makeFields().makeOutline());
+    expectThatMovingCopies(makeFields().makeBitmap());
+    expectThatMovingCopies(makeFields().makeColored());
+}
+
+TEST(GlyphKeys, HashAnewWhatIsAssignedToThem) {
+    GlyphInfo key = makeFields().makeOutline();
+    const GlyphInfo other = makeFields().with(&KeyFields::glyph, 37).makeOutline();
+    EXPECT_NE(key.hash(), other.hash());
+    key = other;
+    EXPECT_EQ(key.hash(), other.hash());
 }
 
 static_assert(!std::is_polymorphic_v<ColoredBitmapGlyphInfo>, "keys are plain values");

@@ -3,10 +3,13 @@
 #include <FontEngine/FE_FontFace.h>
 #include <FontEngine/FE_FontFaceInfo.h>
 #include <FontEngine/FE_FontFactory.h>
+#include <FontEngine/Renderer/FE_BitmapGlyph.h>
 #include <Utils/Public/Ptr/CheckedPtr.h>
 
 #include <memory>
 #include <optional>
+#include <utility>
+#include <vector>
 
 namespace Vell::FontEngine::Internal {
 
@@ -23,14 +26,23 @@ public:
     explicit RunServices(const FontFace& face)
         : _factory(face._fontFactory.lock()) {}
 
-    /// FontFace::getBitmapGlyph of a face of that factory, for a key that no other thread knows yet.
-    std::shared_ptr<const FT_BitmapGlyphRec_>
-    getBitmapGlyph(const BitmapGlyphInfo& info, const FontFace& face, bool flipVertically) const {
-        if (!_factory) {
-            return nullptr;
+    /// Appends a glyph that has no bitmap yet. Its key is built in place from the arguments of
+    /// BitmapGlyphInfo and takes over the reference to the description.
+    template <class... KeyFields>
+    static BitmapGlyph& addGlyph(std::vector<BitmapGlyph>& glyphs, const cinder::Vec2<float>& pos,
+                                 CheckedPtrImpl<const Gfx::FontFaceInfo, false>&& faceInfo,
+                                 const KeyFields&... keyFields) {
+        return glyphs.emplace_back(RunAccessTag(), pos, std::move(faceInfo), keyFields...);
+    }
+
+    /// Gives a glyph that no other thread knows yet the bitmap of its key, by FontFace::getBitmapGlyph of a
+    /// face of that factory. Whether there is one.
+    bool fetchBitmap(BitmapGlyph& glyph, const FontFace& face, bool flipVertically) const {
+        if (_factory) {
+            glyph._info.hashUnshared();
+            glyph._data = _factory->copyBitmapGlyph(glyph._info, face, flipVertically);
         }
-        info.hashUnshared();
-        return _factory->copyBitmapGlyph(info, face, flipVertically);
+        return glyph._data != nullptr;
     }
 
     /// FontFace::getOutlineGlyphPath of a face of that factory, for the key of an earlier glyph of the run:

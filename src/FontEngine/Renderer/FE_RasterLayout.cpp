@@ -96,9 +96,9 @@ public:
         FaceInfoPtr faceInfo = getFaceInfo(*_extFontInfo);
         const GlyphEntry glyph = _charMap[codePoint];
         if (glyph.glyphIndex == 0) {
-            if (const auto fallback = _services.findFallback(codePoint, _extFontInfo->getFontInfo())) {
+            if (auto fallback = _services.findFallback(codePoint, _extFontInfo->getFontInfo())) {
                 const GlyphEntry substitute = fallback->face->getBasicMetrics().getCharMap()[codePoint];
-                append(fallback->faceInfo, *fallback->face, substitute, codePoint, isLast);
+                append(std::move(fallback->faceInfo), *fallback->face, substitute, codePoint, isLast);
                 return;
             }
         }
@@ -108,16 +108,17 @@ public:
     BitmapGlyphRun finish() { return BitmapGlyphRun(std::move(_glyphs), _box.get()); }
 
 private:
-    void append(FaceInfoPtr faceInfo, const FontFace& face, const GlyphEntry& glyph, unsigned int codePoint,
+    void append(FaceInfoPtr&& faceInfo, const FontFace& face, const GlyphEntry& glyph, unsigned int codePoint,
                 bool isLast) {
         const float advance = (_fontSize * glyph.advance) * _scale.x + _scale.x * _letterSpacing;
         const FT_Render_Mode renderMode = codePoint == '_' ? FT_RENDER_MODE_LCD : FT_RENDER_MODE_NORMAL;
-        BitmapGlyphInfo key(std::move(faceInfo), renderMode, glyph.glyphIndex, codePoint, _fontSize, _scale,
-                            _devicePixelRatio, getOffsetInsidePixel(_pen.x, _devicePixelRatio), isLast,
-                            face.getTransform());
-        if (auto bitmap = _services.getBitmapGlyph(key, face, _flipVertically)) {
-            _box.add(*bitmap);
-            _glyphs.emplace_back(std::move(bitmap), _pen, std::move(key));
+        BitmapGlyph& added = Internal::RunServices::addGlyph(
+            _glyphs, _pen, std::move(faceInfo), renderMode, glyph.glyphIndex, codePoint, _fontSize, _scale,
+            _devicePixelRatio, getOffsetInsidePixel(_pen.x, _devicePixelRatio), isLast, face.getTransform());
+        if (_services.fetchBitmap(added, face, _flipVertically)) {
+            _box.add(*added.getData());
+        } else {
+            _glyphs.pop_back();
         }
         _pen.x = advance + _pen.x;
     }

@@ -41,6 +41,36 @@ TEST(BitmapGlyph, KeepsTheBitmapAliveInItsCopies) {
     EXPECT_TRUE(watch.expired());
 }
 
+TEST(BitmapGlyph, LeavesTheKeyToWhoeverHandsItOver) {
+    BitmapGlyphInfo key = KeyFields().with(&KeyFields::face, Testing::makeFaceInfo("a", true)).makeBitmap();
+    const BitmapGlyph glyph(nullptr, {0, 0}, std::move(key));
+    EXPECT_TRUE(key.isBold());
+    EXPECT_EQ(key, glyph.getInfo());
+}
+
+TEST(BitmapGlyph, KeepsItsKeyWhenItIsMovedFrom) {
+    BitmapGlyph glyph(std::make_shared<const FT_BitmapGlyphRec_>(), {0, 0}, KeyFields().makeBitmap());
+    const BitmapGlyph moved(std::move(glyph));
+    EXPECT_EQ(glyph.getInfo(), moved.getInfo());
+    EXPECT_EQ(glyph.getData(), nullptr) << "the bitmap is handed on, without counting one more reference";
+}
+
+TEST(BitmapGlyph, MovesUpInAVectorThatErases) {
+    std::vector<BitmapGlyph> glyphs;
+    for (const unsigned int index : {1U, 2U, 3U}) {
+        glyphs.emplace_back(std::make_shared<const FT_BitmapGlyphRec_>(), cinder::Vec2<float>(),
+                            KeyFields().with(&KeyFields::glyph, index).makeBitmap());
+    }
+    const auto last = glyphs.back().getData();
+    glyphs.erase(glyphs.begin());
+    EXPECT_EQ(glyphs.at(0).getInfo().getGlyphIndex(), 2U);
+    EXPECT_EQ(glyphs.at(1).getInfo().getGlyphIndex(), 3U);
+    EXPECT_EQ(glyphs.at(1).getData(), last);
+}
+
+static_assert(std::is_nothrow_move_constructible_v<BitmapGlyph> &&
+              std::is_nothrow_move_assignable_v<BitmapGlyph> && std::is_copy_assignable_v<BitmapGlyph>);
+
 TEST(BitmapGlyphRun, KeepsTheBoxAsItIs) {
     for (const FT_BBox box : {FT_BBox{0, 0, 0, 0}, FT_BBox{-1, -2, 3, 4}, FT_BBox{9, 8, -7, -6},
                               FT_BBox{LONG_MIN, LONG_MAX, LONG_MAX, LONG_MIN}}) {

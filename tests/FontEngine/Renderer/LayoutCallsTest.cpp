@@ -124,6 +124,19 @@ TEST(LayoutCalls, AskForTheFaceOfEveryCharacter) {
     EXPECT_EQ(run.getGlyphs().at(0).getInfo().getFaceInfo()->getName(), "Test Sans");
 }
 
+TEST(LayoutCalls, ShareTheDescriptionOnceAGlyph) {
+    const Engine engine;
+    const Font font = engine.getFont();
+    const std::shared_ptr<const Gfx::FontFaceInfo> face = makeFaceInfo();
+    const auto extFontInfo = makeExtFontInfo(makeFontInfo(face));
+    layOut("Ax", extFontInfo, font); // now the caches share it
+    const long before = face.use_count();
+    const BitmapGlyphRun run = layOut("AxAx", extFontInfo, font);
+    EXPECT_EQ(run.getGlyphs().size(), 4U);
+    EXPECT_EQ(run.getGlyphs().at(3).getInfo().getFaceInfo().get(), face.get());
+    EXPECT_EQ(face.use_count(), before + 4);
+}
+
 TEST(LayoutCalls, AskForTheStyleOfEveryMissingCharacter) {
     Engine engine;
     engine.loader->setRangeFamily(FontLoaders::UnicodeRangeMap::find(snowman), "Test Sans");
