@@ -4,4 +4,8 @@ namespace Vell::FontEngine {
 
 BitmapGlyphPainter::~BitmapGlyphPainter() = default;
 
+BitmapGlyphRunPainter* BitmapGlyphPainter::getRunPainter() {
+    return nullptr;
+}
+
 } // namespace Vell::FontEngine

@@ -6,6 +6,8 @@
 
 namespace Vell::FontEngine {
 
+class BitmapGlyphRunPainter;
+
 /// Puts one glyph bitmap on the screen; implemented by the client.
 class VELL_API BitmapGlyphPainter {
 public:
@@ -16,6 +18,11 @@ public:
     /// the text colour that its client gave it. LCD images (pixelMode FT_PIXEL_MODE_LCD) are coloured
     /// already. The image is valid during the call only. What it throws passes through the text painter.
     virtual void drawGlyph(const BitmapGlyphImage& image, const cinder::Vec2<float>& position) = 0;
+
+    /// Who is told where the runs of these glyphs begin and end; null when nobody is, as by default. A
+    /// BitmapGlyphRunPainter answers itself. A class with that interface beside another base that is a
+    /// BitmapGlyphPainter as well overrides this for both.
+    virtual BitmapGlyphRunPainter* getRunPainter();
 };
 
 } // namespace Vell::FontEngine

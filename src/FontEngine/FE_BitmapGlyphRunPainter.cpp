@@ -4,4 +4,8 @@ namespace Vell::FontEngine {
 
 BitmapGlyphRunPainter::~BitmapGlyphRunPainter() = default;
 
+BitmapGlyphRunPainter* BitmapGlyphRunPainter::getRunPainter() {
+    return this;
+}
+
 } // namespace Vell::FontEngine

@@ -19,6 +19,8 @@ class VELL_API BitmapGlyphRunPainter : public BitmapGlyphPainter {
 public:
     ~BitmapGlyphRunPainter() override;
 
+    BitmapGlyphRunPainter* getRunPainter() override;
+
     /// What it throws passes through the text painter; then there are no glyphs and no endGlyphRun.
     virtual void beginGlyphRun() = 0;
 

@@ -2,6 +2,7 @@
 
 #include <Gfx/Public/ExtFontInfo.h>
 #include <Utils/Public/Export.h>
+#include <Utils/Public/Vtable.h>
 
 namespace Vell::FontEngine::Internal {
 
@@ -20,7 +21,13 @@ public:
     /// The description held, whatever a derived class answers. Valid as long as this object.
     const Gfx::FontInfo& viewFontInfo() const { return *_fontInfo; }
 
+    /// Whether the accessors of `info` answer what it holds: whether it is of this class and of no derived
+    /// one. It may be of a class without type information.
+    static bool isExactly(const Gfx::ExtFontInfo& info) { return getVtable(info) == _ownVtable; }
+
 private:
+    static const void* const _ownVtable; ///< null until this library is initialised
+
     CheckedPtrImpl<const Gfx::FontInfo, false> _fontInfo;
     float _letterSpacing;
 };

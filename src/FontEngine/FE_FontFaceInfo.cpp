@@ -4,6 +4,8 @@
 
 namespace Vell::FontEngine::Internal {
 
+const void* const FontFaceInfo::_ownVtable = getVtable(FontFaceInfo("", false, false));
+
 FontFaceInfo::FontFaceInfo(std::string name, bool bold, bool italic)
     : _name(std::move(name))
     , _bold(bold)

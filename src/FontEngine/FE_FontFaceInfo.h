@@ -2,6 +2,7 @@
 
 #include <Gfx/Public/FontFaceInfo.h>
 #include <Utils/Public/Export.h>
+#include <Utils/Public/Vtable.h>
 
 #include <string>
 
@@ -25,7 +26,13 @@ public:
         return this == &other || (_name == other._name && _bold == other._bold && _italic == other._italic);
     }
 
+    /// Whether the accessors of `info` answer what it holds: whether it is of this class and of no derived
+    /// one. It may be of a class without type information.
+    static bool isExactly(const Gfx::FontFaceInfo& info) { return getVtable(info) == _ownVtable; }
+
 private:
+    static const void* const _ownVtable; ///< null until this library is initialised
+
     std::string _name;
     bool _bold;
     bool _italic;

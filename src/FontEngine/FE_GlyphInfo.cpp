@@ -3,15 +3,12 @@
 #include <FontEngine/FE_FontFaceInfo.h>
 #include <Utils/Public/Assert.h>
 
-#include <typeinfo>
-
 namespace Vell::FontEngine {
 
 namespace {
 
 bool areEqual(const Gfx::FontFaceInfo& lhs, const Gfx::FontFaceInfo& rhs) {
-    const std::type_info& own = typeid(Internal::FontFaceInfo);
-    if (typeid(lhs) == own && typeid(rhs) == own) {
+    if (Internal::FontFaceInfo::isExactly(lhs) && Internal::FontFaceInfo::isExactly(rhs)) {
         return static_cast<const Internal::FontFaceInfo&>(lhs).holdsSameAs(
             static_cast<const Internal::FontFaceInfo&>(rhs));
     }

@@ -11,7 +11,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <typeinfo>
 #include <utility>
 
 namespace Vell::FontEngine {
@@ -79,7 +78,7 @@ private:
     bool hasEqualFace(const GlyphInfo& other) const {
         const Gfx::FontFaceInfo* const face = _faceInfo.get();
         return (face != nullptr && face == other._faceInfo.get() &&
-                typeid(*face) == typeid(Internal::FontFaceInfo)) ||
+                Internal::FontFaceInfo::isExactly(*face)) ||
                hasFaceOfEqualValue(other);
     }
     bool hasFaceOfEqualValue(const GlyphInfo& other) const;

@@ -17,6 +17,7 @@
 #include <Utils/Public/Ptr/PtrUtils.h>
 #include <Utils/Public/Truncate.h>
 #include <Utils/Public/Utf8.h>
+#include <Utils/Public/Vtable.h>
 #include <cinder/Color.h>
 #include <cinder/MatrixAffine2.h>
 #include <cinder/Vector.h>

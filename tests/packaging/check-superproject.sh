@@ -18,6 +18,7 @@ cmake -S "$consumer" -B "$scratch/super" -G Ninja -DCMAKE_CXX_COMPILER="$compile
   -DBUILD_SHARED_LIBS=$is_shared -DCONSUMER_SUBDIRECTORY="$root"
 cmake --build "$scratch/super" -j2
 "$scratch/super/consumer"
+"$scratch/super/consumer-without-rtti"
 expect_linkage "$kind" "$scratch/super/consumer"
 [ ! -e "$scratch/super/FontEngine/tests" ] && [ ! -e "$scratch/super/FontEngine/apps" ]
 

@@ -7,6 +7,7 @@ client_by_find_package() { # PREFIX
   cmake --build "$scratch/client"
   expect_inside "$1" "$scratch/client/CMakeCache.txt"
   LD_LIBRARY_PATH=$(find_libraries "$1") "$scratch/client/consumer"
+  LD_LIBRARY_PATH=$(find_libraries "$1") "$scratch/client/consumer-without-rtti"
 }
 
 expect_inside() { # PREFIX CACHE: the package was not found elsewhere

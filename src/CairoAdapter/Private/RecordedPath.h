@@ -18,7 +18,7 @@ constexpr unsigned int countPoints(Segment segment) {
 
 /// The segments of a path as they were passed in. A path of cairo's own keeps its points in fixed point, in
 /// device units of the time of recording: font units come back distorted from it.
-class VELL_API RecordedPath : public Gfx::Path {
+class VELL_API RecordedPath final : public Gfx::Path {
 public:
     RecordedPath();
     RecordedPath(const RecordedPath&) = delete;

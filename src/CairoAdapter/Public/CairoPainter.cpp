@@ -7,6 +7,7 @@
 #include <CairoAdapter/Private/RecordedPath.h>
 #include <CairoAdapter/Public/CairoAdapterException.h>
 #include <Utils/Public/Assert.h>
+#include <Utils/Public/Vtable.h>
 
 #include <algorithm>
 #include <cmath>
@@ -25,10 +26,11 @@ cairo_matrix_t getMatrix(cairo_t* context) {
 }
 
 const Internal::RecordedPath& getRecordedPath(const Gfx::Path& path) {
-    if (const auto* recorded = dynamic_cast<const Internal::RecordedPath*>(&path)) {
-        return *recorded;
+    static const void* const recordedPathVtable = getVtable(Internal::RecordedPath());
+    if (getVtable(path) != recordedPathVtable) {
+        throw CairoAdapterException("cannot draw a path that no CairoPainter made");
     }
-    throw CairoAdapterException("cannot draw a path that no CairoPainter made");
+    return static_cast<const Internal::RecordedPath&>(path);
 }
 
 void fill(cairo_t* context) {

@@ -11,7 +11,6 @@
 #include <cmath>
 #include <cstddef>
 #include <optional>
-#include <typeinfo>
 #include <utility>
 #include <vector>
 
@@ -23,13 +22,10 @@ using ExtFontInfoPtr = CheckedPtrImpl<const Gfx::ExtFontInfo, false>;
 using FaceInfoPtr = CheckedPtrImpl<const Gfx::FontFaceInfo, false>;
 using GlyphEntry = Gfx::CharMap::GlyphIndexWithAdvance;
 
-/// The face description of a text. This library's own kind of description need not count one more reference
-/// for the step in between; any other kind is asked.
-FaceInfoPtr getFaceInfo(const Gfx::ExtFontInfo& extFontInfo) {
-    if (typeid(extFontInfo) == typeid(Internal::ExtFontInfo)) {
-        return static_cast<const Internal::ExtFontInfo&>(extFontInfo).viewFontInfo().getFontFaceInfo();
-    }
-    return extFontInfo.getFontInfo()->getFontFaceInfo();
+/// The description if it is of this library's own kind, or null.
+const Internal::ExtFontInfo* findOwn(const Gfx::ExtFontInfo& extFontInfo) {
+    const bool isOwn = Internal::ExtFontInfo::isExactly(extFontInfo);
+    return isOwn ? static_cast<const Internal::ExtFontInfo*>(&extFontInfo) : nullptr;
 }
 
 /// std::floor without the call that a build for any x86-64 machine makes.
@@ -79,6 +75,7 @@ public:
     Layout(const ExtFontInfoPtr& extFontInfo, const Font& font, float devicePixelRatio,
            const cinder::Vec2<float>& scale, bool flipVertically)
         : _extFontInfo(extFontInfo)
+        , _ownExtFontInfo(findOwn(*extFontInfo))
         , _letterSpacing(extFontInfo->getLetterSpacing())
         , _face(*font.getFace())
         , _charMap(_face.getBasicMetrics().getCharMap())
@@ -93,7 +90,7 @@ public:
     /// The text's own face draws, or the fallback face where it lacks the character; without a fallback the
     /// face's missing-glyph symbol is drawn.
     void add(unsigned int codePoint, bool isLast) {
-        FaceInfoPtr faceInfo = getFaceInfo(*_extFontInfo);
+        FaceInfoPtr faceInfo = getFaceInfo();
         const GlyphEntry glyph = _charMap[codePoint];
         if (glyph.glyphIndex == 0) {
             if (auto fallback = _services.findFallback(codePoint, _extFontInfo->getFontInfo())) {
@@ -108,6 +105,13 @@ public:
     BitmapGlyphRun finish() { return BitmapGlyphRun(std::move(_glyphs), _box.get()); }
 
 private:
+    /// This library's own kind of description need not count one more reference for the step in between; any
+    /// other kind is asked.
+    FaceInfoPtr getFaceInfo() const {
+        return _ownExtFontInfo != nullptr ? _ownExtFontInfo->viewFontInfo().getFontFaceInfo()
+                                          : _extFontInfo->getFontInfo()->getFontFaceInfo();
+    }
+
     void append(FaceInfoPtr&& faceInfo, const FontFace& face, const GlyphEntry& glyph, unsigned int codePoint,
                 bool isLast) {
         const float advance = (_fontSize * glyph.advance) * _scale.x + _scale.x * _letterSpacing;
@@ -124,6 +128,7 @@ private:
     }
 
     const ExtFontInfoPtr& _extFontInfo;
+    const Internal::ExtFontInfo* _ownExtFontInfo;
     float _letterSpacing;
     const FontFace& _face;
     const Gfx::CharMap& _charMap;

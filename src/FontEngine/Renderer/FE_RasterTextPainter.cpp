@@ -17,7 +17,7 @@ namespace {
 class GlyphRunScope {
 public:
     explicit GlyphRunScope(BitmapGlyphPainter& painter)
-        : _painter(dynamic_cast<BitmapGlyphRunPainter*>(&painter)) {
+        : _painter(painter.getRunPainter()) {
         if (_painter != nullptr) {
             _painter->beginGlyphRun();
         }

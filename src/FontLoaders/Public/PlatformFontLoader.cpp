@@ -5,7 +5,9 @@
 #include <FontLoaders/Private/InstalledFonts.h>
 
 #include <Utils/Public/Ptr/PtrUtils.h>
+#include <Utils/Public/Vtable.h>
 
+#include <atomic>
 #include <mutex>
 #include <optional>
 #include <utility>
@@ -100,15 +102,20 @@ FontBytes PlatformFontLoader::getEmbeddedFont() const {
     return bytes;
 }
 
+/// By which these loaders are told from those of clients; null until there is one.
+std::atomic<const void*> platformLoaderVtable = nullptr;
+
 } // namespace
 
 CheckedPtrImpl<FontLoader, false> createPlatformDefaultFontLoader(const std::string& defaultFaceName) {
-    return makeNNPtr<PlatformFontLoader>(defaultFaceName);
+    auto loader = makeNNPtr<PlatformFontLoader>(defaultFaceName);
+    platformLoaderVtable = getVtable(*loader);
+    return loader;
 }
 
 std::optional<FontFilePlace> findFontFile(const FontLoader& loader, const FontBytes& bytes) {
-    const auto* platformLoader = dynamic_cast<const PlatformFontLoader*>(&loader);
-    return platformLoader == nullptr ? std::nullopt : platformLoader->findFile(bytes);
+    const bool isPlatformLoader = getVtable(loader) == platformLoaderVtable;
+    return isPlatformLoader ? static_cast<const PlatformFontLoader&>(loader).findFile(bytes) : std::nullopt;
 }
 
 } // namespace Vell::FontLoaders

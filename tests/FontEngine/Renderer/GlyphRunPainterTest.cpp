@@ -83,5 +83,38 @@ TEST(GlyphRunPainter, HearsOfNoGlyphAndNoEndAfterABeginThatThrew) {
     EXPECT_THAT(recorder.calls, ElementsAre("begin"));
 }
 
+/// Hears of runs although it came to drawing glyphs by another base.
+class PlainRecorder : public BitmapGlyphPainter {
+public:
+    void drawGlyph(const BitmapGlyphImage&, const cinder::Vec2<float>&) override {
+        calls.emplace_back("glyph");
+    }
+
+    std::vector<std::string> calls;
+};
+
+class TwofoldRecorder : public PlainRecorder, public BitmapGlyphRunPainter {
+public:
+    void drawGlyph(const BitmapGlyphImage& image, const cinder::Vec2<float>& position) override {
+        PlainRecorder::drawGlyph(image, position);
+    }
+    BitmapGlyphRunPainter* getRunPainter() override { return this; }
+    void beginGlyphRun() override { calls.emplace_back("begin"); }
+    void endGlyphRun() noexcept override { calls.emplace_back("end"); }
+};
+
+TEST(GlyphRunPainter, IsFoundThroughAnyBaseThatNamesIt) {
+    TwofoldRecorder recorder;
+    draw("A", static_cast<PlainRecorder&>(recorder));
+    EXPECT_THAT(recorder.calls, ElementsAre("begin", "glyph", "end"));
+}
+
+TEST(GlyphRunPainter, IsNotAskedOfPlainPainters) {
+    PlainRecorder recorder;
+    EXPECT_EQ(recorder.getRunPainter(), nullptr);
+    draw("Ax", recorder);
+    EXPECT_THAT(recorder.calls, ElementsAre("glyph", "glyph"));
+}
+
 } // namespace
 } // namespace Vell::FontEngine

@@ -1,0 +1,73 @@
+#include <Utils/Public/Vtable.h>
+
+#include <gtest/gtest.h>
+
+namespace Vell {
+namespace {
+
+struct Base {
+    virtual ~Base() = default;
+    virtual int answer() const = 0;
+};
+
+struct Own : Base {
+    int answer() const override { return 1; }
+    int held = 7;
+};
+
+struct Derived : Own {
+    int answer() const override { return 2; }
+};
+
+/// Overrides nothing.
+struct Idle : Own {};
+
+struct Other : Base {
+    int answer() const override { return 3; }
+};
+
+struct Unrelated {
+    virtual ~Unrelated() = default;
+    int number = 0;
+};
+
+/// Has the interface in second place.
+struct Second : Unrelated, Own {};
+
+const void* getTable(const Base& object) {
+    return getVtable(object);
+}
+
+TEST(Vtable, IsSharedByObjectsOfOneClass) {
+    Own changed;
+    changed.held = 8;
+    EXPECT_NE(getTable(Own()), nullptr);
+    EXPECT_EQ(getTable(Own()), getTable(changed));
+    EXPECT_EQ(getTable(Own()), getVtable(Own())) << "through whichever of the two types";
+}
+
+TEST(Vtable, TellsEveryOtherClass) {
+    EXPECT_NE(getTable(Own()), getTable(Other()));
+    EXPECT_NE(getTable(Own()), getTable(Derived()));
+    EXPECT_NE(getTable(Own()), getTable(Idle()));
+    EXPECT_NE(getTable(Own()), getTable(Second()));
+    EXPECT_EQ(getTable(Derived()), getTable(Derived()));
+}
+
+/// Looks while only a part of it is there.
+struct Watcher : Base {
+    Watcher()
+        : duringConstruction(getVtable(*this)) {}
+    int answer() const override { return 4; }
+    const void* duringConstruction;
+};
+
+struct DerivedWatcher : Watcher {};
+
+TEST(Vtable, IsThatOfTheBaseWhileTheBaseIsConstructed) {
+    EXPECT_EQ(DerivedWatcher().duringConstruction, getTable(Watcher()));
+    EXPECT_NE(DerivedWatcher().duringConstruction, getTable(DerivedWatcher()));
+}
+
+} // namespace
+} // namespace Vell
