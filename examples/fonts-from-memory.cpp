@@ -23,7 +23,11 @@ Bytes readBytes(const std::string& path) {
         throw std::runtime_error("cannot read " + path);
     }
     using Iterator = std::istreambuf_iterator<char>;
-    return std::make_shared<const std::vector<unsigned char>>(Iterator(stream), Iterator());
+    auto bytes = std::make_shared<const std::vector<unsigned char>>(Iterator(stream), Iterator());
+    if (const auto reason = FontLoaders::findReasonNotToServe(bytes)) {
+        throw std::runtime_error("cannot use " + path + ": " + *reason);
+    }
+    return bytes;
 }
 
 /// One family in two styles. The styles that it lacks are synthesised from these: italic text is slanted.

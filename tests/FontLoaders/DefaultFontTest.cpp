@@ -81,6 +81,7 @@ TEST_F(DefaultFontWithoutFonts, IsTheOneThatIsBuiltIn) {
     ASSERT_EQ(bytes != nullptr, FONT_IS_EMBEDDED != 0);
     if (bytes) {
         EXPECT_EQ(*bytes, readFile(EMBEDDED_FONT_FILE));
+        EXPECT_EQ(findReasonNotToServe(bytes), std::nullopt);
         EXPECT_EQ(_loader->loadDefaultFont(false, false).get(), bytes.get());
     }
 }

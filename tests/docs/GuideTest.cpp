@@ -4,6 +4,7 @@
 #include "MemoryFontLoader.h"
 #include "SvgPainter.h"
 
+#include <support/ErrorText.h>
 #include <support/FontBuilder.h>
 
 #include <gtest/gtest.h>
@@ -138,6 +139,13 @@ TEST_F(Guide, ServesARangeFromAnotherFamily) {
     //! [fallback]
     ASSERT_TRUE(greek);
     EXPECT_EQ(greek->getFontInfo()->getFontFaceInfo()->getName(), "House Greek");
+}
+
+TEST_F(Guide, RefusesAFontThatNoLoaderMayServe) {
+    const std::string text = Testing::getErrorText<FontLoaders::FontLoaderException>(
+        [this] { loader->add("Mute", false, false, Testing::FontBuilder("Mute").build()); });
+    EXPECT_EQ(text, "cannot serve a font as Mute: it has no charmap");
+    EXPECT_EQ(loader->loadFont(makeNNPtr<const FontFaceInfo>("Mute", false, false)), nullptr);
 }
 
 TEST_F(Guide, DrawsOutlinesOfFallbackFonts) {

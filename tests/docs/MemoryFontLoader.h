@@ -22,7 +22,11 @@ public:
         : _defaultFamily(std::move(defaultFamily)) {}
 
     void add(const std::string& family, bool bold, bool italic, std::vector<unsigned char> file) {
-        _files[{family, bold, italic}] = std::make_shared<const std::vector<unsigned char>>(std::move(file));
+        const auto bytes = std::make_shared<const std::vector<unsigned char>>(std::move(file));
+        if (const auto reason = FontLoaders::findReasonNotToServe(bytes)) {
+            throw FontLoaders::FontLoaderException("cannot serve a font as " + family + ": " + *reason);
+        }
+        _files[{family, bold, italic}] = bytes;
     }
     void serveRange(unsigned int codePoint, const std::string& family) {
         _families[FontLoaders::UnicodeRangeMap::find(codePoint)] = family;

@@ -1,0 +1,19 @@
+#include <FontLoaders/Public/ServableFonts.h>
+
+#include <FontLoaders/Private/UsableCharmap.h>
+#include <FontLoaders/Public/Exceptions.h>
+#include <FontLoaders/Public/FreeType.h>
+
+namespace Vell::FontLoaders {
+
+std::optional<std::string>
+findReasonNotToServe(const CheckedPtrImpl<const std::vector<unsigned char>, false>& bytes) {
+    const FTLibraryPtr library = createFreeTypeLibrary();
+    try {
+        return Internal::findCharmapProblem(createFontFace(library, bytes).get());
+    } catch (const FreeTypeException& error) {
+        return error.what();
+    }
+}
+
+} // namespace Vell::FontLoaders
