@@ -55,6 +55,8 @@ const Question questions[] = {
     {"loadFont of a generic name", [](const auto& loader) { return describe(load(loader, "sans-serif")); }},
     {"loadFont of an alias", [](const auto& loader) { return describe(load(loader, "Wish")); }},
     {"loadFont of an unknown name", [](const auto& loader) { return describe(load(loader, "Unknown")); }},
+    {"loadFont of a font without a charmap",
+     [](const auto& loader) { return describe(load(loader, "Mute")); }},
     {"loadFont of a lost file", [](const auto& loader) { return getError(loader, "Lost"); }},
     {"loadDefaultFont", [](const auto& loader) { return describe(loader->loadDefaultFont(false, false)); }},
     {"loadDefaultFont of a style",
@@ -69,6 +71,7 @@ protected:
         sandbox.write("ab.ttf", makeBlankFont("Alpha", 700).build());
         sandbox.write("b.ttc", buildCollection({makeBlankFont("Beta"), makeBlankFont("Gamma")}));
         sandbox.write("l.ttf", makeBlankFont("Lost").build());
+        sandbox.write("m.ttf", FontBuilder("Mute").build());
     }
 
     /// A loader that knows of a file that is gone.

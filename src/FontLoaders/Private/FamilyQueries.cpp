@@ -80,10 +80,10 @@ std::vector<std::string> getSameFamilies(FcConfig* config, const std::string& fa
     return same;
 }
 
-std::string getBestMatchingFamily(FcConfig* config, const std::string& name) {
+std::string getBestMatchingFamily(FcConfig* config, FcFontSet* fonts, const std::string& name) {
     const FontconfigPtr<FcPattern> request = makeRequest(config, name);
     FcResult result = FcResultNoMatch;
-    const FontconfigPtr<FcPattern> match(FcFontMatch(config, request.get(), &result));
+    const FontconfigPtr<FcPattern> match(FcFontSetMatch(config, &fonts, 1, request.get(), &result));
     FcChar8* family = nullptr;
     if (!match || FcPatternGetString(match.get(), FC_FAMILY, 0, &family) != FcResultMatch) {
         return {};
@@ -91,10 +91,11 @@ std::string getBestMatchingFamily(FcConfig* config, const std::string& name) {
     return fromFontconfig(family);
 }
 
-FontconfigPtr<FcFontSet> sortFonts(FcConfig* config, const std::string& name) {
+FontconfigPtr<FcFontSet> sortFonts(FcConfig* config, FcFontSet* fonts, const std::string& name) {
     const FontconfigPtr<FcPattern> request = makeRequest(config, name);
     FcResult result = FcResultNoMatch;
-    return FontconfigPtr<FcFontSet>(FcFontSort(config, request.get(), FcFalse, nullptr, &result));
+    return FontconfigPtr<FcFontSet>(
+        FcFontSetSort(config, &fonts, 1, request.get(), FcFalse, nullptr, &result));
 }
 
 } // namespace Vell::FontLoaders::Internal

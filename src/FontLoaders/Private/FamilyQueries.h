@@ -14,11 +14,11 @@ bool isGenericFamily(const std::string& name);
 /// that one replaces the other without moving a line. Installed or not, in the order of preference.
 std::vector<std::string> getSameFamilies(FcConfig* config, const std::string& family);
 
-/// The family of the best match for a name, which may be empty for no wish at all; empty when there are no
-/// fonts. Fonts with outlines come first.
-std::string getBestMatchingFamily(FcConfig* config, const std::string& name);
+/// The family of the best match for a name among these fonts. The name may be empty for no wish at all; the
+/// answer is empty when there are no fonts. Fonts with outlines come first.
+std::string getBestMatchingFamily(FcConfig* config, FcFontSet* fonts, const std::string& name);
 
-/// All fonts in the order of preference for a name, which may be empty.
-FontconfigPtr<FcFontSet> sortFonts(FcConfig* config, const std::string& name);
+/// These fonts in the order of preference for a name, which may be empty.
+FontconfigPtr<FcFontSet> sortFonts(FcConfig* config, FcFontSet* fonts, const std::string& name);
 
 } // namespace Vell::FontLoaders::Internal

@@ -2,7 +2,9 @@
 
 #include <FontLoaders/Private/CollectionExtractor.h>
 #include <FontLoaders/Private/FileReader.h>
+#include <FontLoaders/Private/UsableCharmap.h>
 #include <FontLoaders/Public/Exceptions.h>
+#include <FontLoaders/Public/FreeType.h>
 
 #include <fmt/format.h>
 
@@ -31,21 +33,39 @@ FontBytes makeFace(const std::string& file, unsigned int index, FontBytes whole)
     }
 }
 
+/// Throws FreeTypeException when FreeType does not open the bytes.
+bool hasUsableCharmap(const FontBytes& bytes) {
+    const FTLibraryPtr library = createFreeTypeLibrary();
+    return !findCharmapProblem(createFontFace(library, bytes).get());
+}
+
 } // namespace
 
 FontBytes FontFileCache::load(const std::string& file, unsigned int index) {
-    auto& kept = _faces[{file, index}];
-    FontBytes face = kept.lock();
+    KeptFace& kept = _faces[{file, index}];
+    FontBytes face = kept.bytes.lock();
     if (!face) {
         face = makeFace(file, index, readFile(file));
-        kept = face;
+        kept = {face, false};
     }
-    return face;
+    if (!kept.hasCharmap) {
+        try {
+            kept.hasCharmap = hasUsableCharmap(face);
+        } catch (const FreeTypeException&) {
+            return face;
+        }
+    }
+    return kept.hasCharmap ? face : nullptr;
+}
+
+bool FontFileCache::hasFoundCharmap(const std::string& file, unsigned int index) const {
+    const auto found = _faces.find({file, index});
+    return found != _faces.end() && found->second.hasCharmap;
 }
 
 std::optional<FontFilePlace> FontFileCache::find(const FontBytes& bytes) const {
     const auto found = std::find_if(_faces.begin(), _faces.end(), [&bytes](const auto& face) {
-        return bytes && face.second.lock() == bytes;
+        return bytes && face.second.bytes.lock() == bytes;
     });
     if (found == _faces.end()) {
         return std::nullopt;

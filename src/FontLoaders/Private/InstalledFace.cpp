@@ -70,4 +70,9 @@ std::optional<InstalledFace> tryReadFace(const FcPattern* pattern) {
     return face;
 }
 
+bool isOfFace(const FcPattern* pattern, const InstalledFace& face) {
+    const auto index = static_cast<unsigned int>(getInteger(pattern, FC_INDEX, 0) & faceIndexMask);
+    return index == face.index && tryGetString(pattern, FC_FILE) == face.file;
+}
+
 } // namespace Vell::FontLoaders::Internal

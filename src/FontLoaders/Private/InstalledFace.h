@@ -28,4 +28,7 @@ struct InstalledFace {
 /// once more for all that it can become.
 std::optional<InstalledFace> tryReadFace(const FcPattern* pattern);
 
+/// Whether the pattern stands for this face or for what it can become, being variable.
+bool isOfFace(const FcPattern* pattern, const InstalledFace& face);
+
 } // namespace Vell::FontLoaders::Internal

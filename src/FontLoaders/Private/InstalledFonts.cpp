@@ -1,7 +1,9 @@
 #include <FontLoaders/Private/InstalledFonts.h>
 
 #include <FontLoaders/Private/FamilyQueries.h>
+#include <FontLoaders/Public/Exceptions.h>
 
+#include <algorithm>
 #include <utility>
 
 namespace Vell::FontLoaders::Internal {
@@ -16,10 +18,32 @@ FontconfigPtr<FcConfig> loadConfig() {
 
 } // namespace
 
-InstalledFonts::InstalledFonts(std::string defaultFaceName)
+InstalledFonts::InstalledFonts(std::string defaultFaceName, FontFileCache& files)
     : _defaultFaceName(std::move(defaultFaceName))
+    , _files(files)
     , _config(loadConfig())
     , _catalog(_config.get()) {}
+
+FontBytes InstalledFonts::load(const std::string& name, bool bold, bool italic) {
+    return loadFirst([&] { return find(name); },
+                     [=](const Faces& faces) { return selectFace(faces, bold, italic); });
+}
+
+FontBytes InstalledFonts::loadDefault(bool bold, bool italic) {
+    const bool isPlain = !bold && !italic;
+    return loadFirst([this] { return findDefault(); },
+                     [=](const Faces& faces) {
+                         return isPlain ? selectPlainFace(faces) : selectFace(faces, bold, italic);
+                     });
+}
+
+std::string InstalledFonts::getFamilyForRange(unsigned int rangeId) {
+    const auto kept = _familiesForRanges.find(rangeId);
+    if (kept != _familiesForRanges.end()) {
+        return kept->second;
+    }
+    return _familiesForRanges.emplace(rangeId, findFamilyForRange(rangeId)).first->second;
+}
 
 const Faces* InstalledFonts::find(const std::string& name) const {
     // For fontconfig a string ends at its first zero byte, and what stands before it is another name.
@@ -29,10 +53,7 @@ const Faces* InstalledFonts::find(const std::string& name) const {
     if (const Faces* faces = _catalog.find(name)) {
         return faces;
     }
-    if (isGenericFamily(name)) {
-        return _catalog.find(getBestMatchingFamily(_config.get(), name));
-    }
-    return findSame(name);
+    return isGenericFamily(name) ? findBestMatch(name) : findSame(name);
 }
 
 const Faces* InstalledFonts::findSame(const std::string& name) const {
@@ -44,16 +65,71 @@ const Faces* InstalledFonts::findSame(const std::string& name) const {
     return nullptr;
 }
 
-const Faces* InstalledFonts::findDefault() const {
-    const Faces* faces = find(_defaultFaceName);
-    return faces != nullptr ? faces : _catalog.find(getBestMatchingFamily(_config.get(), _defaultFaceName));
+const Faces* InstalledFonts::findBestMatch(const std::string& name) const {
+    return _catalog.find(getBestMatchingFamily(_config.get(), _catalog.getPatterns(), name));
 }
 
-std::string InstalledFonts::getFamilyForRange(unsigned int rangeId) {
-    if (!_ranges) {
-        _ranges.emplace(_config.get(), _catalog, _defaultFaceName);
+const Faces* InstalledFonts::findDefault() const {
+    const Faces* faces = find(_defaultFaceName);
+    return faces != nullptr ? faces : findBestMatch(_defaultFaceName);
+}
+
+/// Finds and selects anew whenever a face turns out not to be installed.
+FontBytes InstalledFonts::loadFirst(FindFaces findFaces, SelectFace select) {
+    while (const Faces* faces = findFaces()) {
+        const InstalledFace* face = select(*faces);
+        if (face == nullptr && confirm(*faces)) {
+            return nullptr;
+        }
+        if (FontBytes bytes = face == nullptr ? nullptr : loadOrRemove(*face)) {
+            _confirmed = nullptr;
+            return bytes;
+        }
     }
-    return _ranges->get(rangeId);
+    return nullptr;
+}
+
+FontBytes InstalledFonts::loadOrRemove(const InstalledFace& face) {
+    FontBytes bytes = _files.load(face.file, face.index);
+    if (!bytes) {
+        _ranges.reset();
+        _familiesForRanges.clear();
+        _catalog.remove(face);
+    }
+    return bytes;
+}
+
+/// Whether at least one of the faces is installed indeed. Otherwise it removes one.
+bool InstalledFonts::confirm(const Faces& faces) {
+    const auto isKnown = [this](const InstalledFace* face) {
+        return _files.hasFoundCharmap(face->file, face->index);
+    };
+    return std::any_of(faces.begin(), faces.end(), isKnown) || confirm(*selectPlainFace(faces));
+}
+
+/// A face that cannot be read counts: whoever asks for it learns the reason.
+bool InstalledFonts::confirm(const InstalledFace& face) {
+    if (_files.hasFoundCharmap(face.file, face.index)) {
+        return true;
+    }
+    try {
+        _confirmed = loadOrRemove(face);
+        return _confirmed != nullptr;
+    } catch (const FontLoaderException&) {
+        return true;
+    }
+}
+
+std::string InstalledFonts::findFamilyForRange(unsigned int rangeId) {
+    for (;;) {
+        if (!_ranges) {
+            _ranges.emplace(_config.get(), _catalog, _defaultFaceName);
+        }
+        std::string family = _ranges->find(rangeId);
+        if (family.empty() || confirm(*selectPlainFace(*_catalog.find(family)))) {
+            return family;
+        }
+    }
 }
 
 } // namespace Vell::FontLoaders::Internal

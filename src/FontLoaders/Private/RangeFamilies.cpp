@@ -19,7 +19,7 @@ FontconfigPtr<FcCharSet> makeCharSet(const UnicodeBlock& block) {
 } // namespace
 
 RangeFamilies::RangeFamilies(FcConfig* config, const FaceCatalog& catalog, const std::string& preferred) {
-    const FontconfigPtr<FcFontSet> fonts = sortFonts(config, preferred);
+    const FontconfigPtr<FcFontSet> fonts = sortFonts(config, catalog.getPatterns(), preferred);
     std::set<const Faces*> known;
     for (int i = 0; fonts && i < fonts->nfont; ++i) {
         const auto listed = tryReadFace(fonts->fonts[i]);
@@ -34,13 +34,9 @@ RangeFamilies::RangeFamilies(FcConfig* config, const FaceCatalog& catalog, const
     }
 }
 
-const std::string& RangeFamilies::get(unsigned int rangeId) {
-    const auto kept = _answers.find(rangeId);
-    if (kept != _answers.end()) {
-        return kept->second;
-    }
+std::string RangeFamilies::find(unsigned int rangeId) const {
     const UnicodeBlock* block = UnicodeBlocks::tryGet(rangeId);
-    return _answers.emplace(rangeId, block == nullptr ? std::string() : findBest(*block)).first->second;
+    return block == nullptr ? std::string() : findBest(*block);
 }
 
 std::string RangeFamilies::findBest(const UnicodeBlock& block) const {

@@ -5,20 +5,19 @@
 #include <FontLoaders/Private/UnicodeBlocks.h>
 
 #include <string>
-#include <unordered_map>
 #include <vector>
 
 namespace Vell::FontLoaders::Internal {
 
-/// Finds the family that covers most of a Unicode block, and remembers it, found or not.
+/// Finds the family that covers most of a Unicode block.
 class RangeFamilies {
 public:
     /// `preferred` decides between families that cover a block equally well: fontconfig's order of preference
-    /// for this name. `config` and `catalog` must outlive this.
+    /// for this name. Knows the faces that are in the catalog now; `config` must outlive this.
     RangeFamilies(FcConfig* config, const FaceCatalog& catalog, const std::string& preferred);
 
     /// The family for a block's identifier; empty when no family has any of the block.
-    const std::string& get(unsigned int rangeId);
+    std::string find(unsigned int rangeId) const;
 
 private:
     struct Family {
@@ -29,7 +28,6 @@ private:
     std::string findBest(const UnicodeBlock& block) const;
 
     std::vector<Family> _families; // with outlines, most preferred first
-    std::unordered_map<unsigned int, std::string> _answers;
 };
 
 } // namespace Vell::FontLoaders::Internal

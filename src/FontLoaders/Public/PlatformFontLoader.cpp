@@ -38,13 +38,12 @@ public:
 
 private:
     Internal::InstalledFonts& getFonts() const;
-    FontBytes load(const Internal::InstalledFace* face) const;
     FontBytes getEmbeddedFont() const;
 
     const std::string _defaultFaceName;
     // Guarded by the mutex:
-    mutable std::optional<Internal::InstalledFonts> _fonts;
     mutable Internal::FontFileCache _files;
+    mutable std::optional<Internal::InstalledFonts> _fonts;
     mutable std::weak_ptr<const std::vector<unsigned char>> _embeddedFont;
 };
 
@@ -58,18 +57,14 @@ FontBytes PlatformFontLoader::loadFont(const CheckedPtrImpl<const Gfx::FontFaceI
     const bool bold = faceInfo->isBold();
     const bool italic = faceInfo->isItalic();
     const std::lock_guard<std::mutex> lock(fontconfigMutex);
-    const Internal::Faces* faces = getFonts().find(name);
-    return faces == nullptr ? nullptr : load(selectFace(*faces, bold, italic));
+    return getFonts().load(name, bold, italic);
 }
 
 FontBytes PlatformFontLoader::loadDefaultFont(bool bold, bool italic) const {
     const bool isPlain = !bold && !italic;
     const std::lock_guard<std::mutex> lock(fontconfigMutex);
-    const Internal::Faces* faces = getFonts().findDefault();
-    if (faces == nullptr) {
-        return isPlain ? getEmbeddedFont() : nullptr;
-    }
-    return load(isPlain ? selectPlainFace(*faces) : selectFace(*faces, bold, italic));
+    FontBytes bytes = getFonts().loadDefault(bold, italic);
+    return bytes || !isPlain ? bytes : getEmbeddedFont();
 }
 
 std::string PlatformFontLoader::getFamilyNameForRange(unsigned int rangeId) const {
@@ -84,13 +79,9 @@ std::optional<FontFilePlace> PlatformFontLoader::findFile(const FontBytes& bytes
 
 Internal::InstalledFonts& PlatformFontLoader::getFonts() const {
     if (!_fonts) {
-        _fonts.emplace(_defaultFaceName);
+        _fonts.emplace(_defaultFaceName, _files);
     }
     return *_fonts;
-}
-
-FontBytes PlatformFontLoader::load(const Internal::InstalledFace* face) const {
-    return face == nullptr ? nullptr : _files.load(face->file, face->index);
 }
 
 FontBytes PlatformFontLoader::getEmbeddedFont() const {

@@ -37,7 +37,15 @@ namespace Vell::FontLoaders {
 /// Bytes. A face of a collection comes as a font file of its own. A file is read once and shared as long as
 /// anybody holds its bytes; a face of a collection also keeps the bytes of the collection in memory. Requests
 /// that lead to the same face get the same vector. A file that has vanished or cannot be read is a
-/// FontLoaderException with the file's name and the reason; so is a collection that lacks the face.
+/// FontLoaderException with the file's name and the reason; so is a collection that lacks the face. A file
+/// that FreeType does not open is served all the same: whoever opens it gets FreeType's error.
+///
+/// Charmaps. A face in which FreeType finds no charmap that can be selected does not count as installed,
+/// since no text can be drawn with it (findReasonNotToServe); neither does a family that has no other. That
+/// is seen when the bytes are read, before anybody gets them, and is remembered as long as the loader lives:
+/// every question is answered as if the face were not there. A question that needs a family but none of its
+/// bytes (a range, or a style that the family lacks) may read one of its faces for that; those bytes are kept
+/// until the next font is loaded, which most often is this one.
 ///
 /// Default font. loadDefaultFont takes the family `defaultFaceName` (by the rules for names), else the family
 /// of fontconfig's best match for it. If the machine has no fonts, it takes a font that is built into this
@@ -47,7 +55,7 @@ namespace Vell::FontLoaders {
 /// Ranges. getFamilyNameForRange names the family whose plain face has outlines and covers most of the block;
 /// of equals the first in fontconfig's order of preference for `defaultFaceName` (which knows the language of
 /// the process). It is empty when no family covers any of the block, and for identifiers of no block. Every
-/// answer is kept.
+/// answer is kept, until a face turns out to have no charmap.
 VELL_API CheckedPtrImpl<FontLoader, false>
 createPlatformDefaultFontLoader(const std::string& defaultFaceName);
 

@@ -1,0 +1,281 @@
+// Faces without a usable charmap, which fontconfig lists like any other.
+
+#include "LoaderFonts.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+namespace Vell::Testing {
+
+using namespace FontLoaders;
+
+namespace {
+
+using LoaderPtr = CheckedPtrImpl<FontLoader, false>;
+
+constexpr std::uint32_t alpha = 0x3B1;
+
+/// No charmap at all.
+FontBuilder makeMute(const std::string& family, bool bold = false, bool italic = false) {
+    FontBuilder font(family);
+    font.setStyle(bold, italic);
+    return font;
+}
+
+/// As many Greek letters as asked for.
+FontBuilder makeFont(const std::string& family, bool bold = false, bool italic = false,
+                     unsigned int letters = 1) {
+    FontBuilder font = makeMute(family, bold, italic);
+    const unsigned int glyph = font.addGlyph(makeBoxGlyph(600, 0, 0, 500, 700));
+    for (std::uint32_t code = alpha; code < alpha + letters; ++code) {
+        font.map(code, glyph);
+    }
+    return font;
+}
+
+/// Nearer to regular than bold, but less near than regular.
+FontBuilder makeLight(FontBuilder font) {
+    return font.setWeight(300, false);
+}
+
+std::string bindAsSame(const std::string& from, const std::string& to) {
+    return "<match target=\"pattern\"><test name=\"family\"><string>" + from +
+           "</string></test><edit name=\"family\" mode=\"append\" binding=\"same\"><string>" + to +
+           "</string></edit></match>";
+}
+
+} // namespace
+
+class FontCharmaps : public ::testing::Test {
+protected:
+    void install(const std::string& name, const FontBuilder& font) const {
+        _sandbox.write(name, font.build());
+    }
+
+    /// Knows the fonts that are installed now.
+    LoaderPtr makeLoader(const std::string& defaultFamily = "Default") const {
+        const LoaderPtr loader = createPlatformDefaultFontLoader(defaultFamily);
+        load(loader, "Unknown");
+        return loader;
+    }
+
+    /// The file that bytes come from; "null" for none.
+    std::string nameFile(const LoaderPtr& loader, const std::shared_ptr<const Bytes>& bytes) const {
+        const auto place = findFontFile(*loader, bytes);
+        if (!place) {
+            return bytes ? "built in" : "null";
+        }
+        const std::string name = std::filesystem::path(place->file).filename().string();
+        return place->index == 0 ? name : name + ":" + std::to_string(place->index);
+    }
+    std::string find(const LoaderPtr& loader, const std::string& family, bool bold = false,
+                     bool italic = false) const {
+        return nameFile(loader, load(loader, family, bold, italic));
+    }
+    std::string findDefault(const LoaderPtr& loader, bool bold = false, bool italic = false) const {
+        return nameFile(loader, loader->loadDefaultFont(bold, italic));
+    }
+    static std::string findGreek(const LoaderPtr& loader) {
+        return loader->getFamilyNameForRange(UnicodeRangeMap::find(alpha));
+    }
+
+    const FontSandbox _sandbox{bindAsSame("Old", "New") +
+                               "<alias><family>Default</family><prefer><family>First</family>"
+                               "<family>Second</family></prefer></alias>"
+                               "<alias><family>serif</family><prefer><family>First</family>"
+                               "<family>Second</family></prefer></alias>"};
+};
+
+TEST_F(FontCharmaps, AFamilyWithoutOneIsNotInstalled) {
+    install("mute.ttf", makeMute("Mute"));
+    install("other.ttf", makeFont("Other"));
+    const LoaderPtr loader = makeLoader();
+    EXPECT_EQ(find(loader, "Mute"), "null");
+    EXPECT_EQ(find(loader, "Mute", true), "null");
+    EXPECT_EQ(find(loader, "Mute"), "null");
+    EXPECT_EQ(find(loader, "Other"), "other.ttf");
+}
+
+TEST_F(FontCharmaps, AFaceWithoutOneLeavesItsStyleToTheNextBestFace) {
+    install("a.ttf", makeMute("Alpha"));
+    install("b.ttf", makeMute("Alpha"));
+    install("c.ttf", makeLight(makeFont("Alpha")));
+    EXPECT_EQ(find(makeLoader(), "Alpha"), "c.ttf");
+}
+
+TEST_F(FontCharmaps, AStyleWhoseOnlyFaceHasNoneIsMissing) {
+    install("a.ttf", makeFont("Alpha"));
+    install("b.ttf", makeMute("Alpha", true));
+    const LoaderPtr loader = makeLoader();
+    EXPECT_EQ(find(loader, "Alpha", true), "null");
+    EXPECT_EQ(find(loader, "Alpha"), "a.ttf");
+}
+
+TEST_F(FontCharmaps, AFaceOfACollectionIsJudgedByItself) {
+    _sandbox.write("a.ttc", buildCollection({makeMute("Mute"), makeFont("Alpha"), makeMute("Beta")}));
+    const LoaderPtr loader = makeLoader();
+    EXPECT_EQ(find(loader, "Mute"), "null");
+    EXPECT_EQ(find(loader, "Alpha"), "a.ttc:1");
+    EXPECT_EQ(find(loader, "Beta"), "null");
+}
+
+TEST_F(FontCharmaps, AnEmptyOneIsOne) {
+    install("a.ttf", makeMute("Alpha").addCharMap(CharMapKind::Unicode));
+    install("b.ttf", makeMute("Beta").addCharMap(CharMapKind::MacRoman));
+    const LoaderPtr loader = makeLoader();
+    EXPECT_EQ(find(loader, "Alpha"), "a.ttf");
+    EXPECT_EQ(find(loader, "Beta"), "b.ttf");
+}
+
+TEST_F(FontCharmaps, AFamilyWithoutOneIsServedByTheFamilyThatIsBoundAsTheSame) {
+    install("a.ttf", makeMute("Old"));
+    install("b.ttf", makeFont("New"));
+    install("c.ttf", makeFont("New", true));
+    EXPECT_EQ(find(makeLoader(), "Old"), "b.ttf");
+    EXPECT_EQ(find(makeLoader(), "Old", true), "c.ttf") << "the first question decides, whichever it is";
+}
+
+TEST_F(FontCharmaps, AFamilyThatHasOneIsNotReplacedWhereItLacksAStyle) {
+    install("a.ttf", makeMute("Old"));
+    install("b.ttf", makeLight(makeFont("Old")));
+    install("c.ttf", makeFont("New", true));
+    EXPECT_EQ(find(makeLoader(), "Old", true), "null");
+}
+
+TEST_F(FontCharmaps, AGenericNameGoesOnToTheNextFamily) {
+    install("a.ttf", makeMute("First"));
+    install("b.ttf", makeFont("Second"));
+    install("c.ttf", makeFont("Alpha"));
+    EXPECT_EQ(find(makeLoader(), "serif"), "b.ttf");
+}
+
+TEST_F(FontCharmaps, TheDefaultFontGoesOnToTheNearestStyleOfItsFamily) {
+    install("a.ttf", makeMute("Default"));
+    install("b.ttf", makeFont("Default", true));
+    install("c.ttf", makeFont("First"));
+    EXPECT_EQ(findDefault(makeLoader()), "b.ttf");
+}
+
+TEST_F(FontCharmaps, TheDefaultFontGoesOnToTheNextFamily) {
+    install("a.ttf", makeMute("Default"));
+    install("b.ttf", makeMute("First"));
+    install("c.ttf", makeFont("Second"));
+    install("d.ttf", makeFont("Second", true));
+    install("e.ttf", makeFont("Alpha"));
+    EXPECT_EQ(findDefault(makeLoader()), "c.ttf");
+    EXPECT_EQ(findDefault(makeLoader(), true), "d.ttf");
+    EXPECT_EQ(findDefault(makeLoader(), false, true), "null");
+}
+
+TEST_F(FontCharmaps, TheDefaultFontIsBuiltInWhereNoFontHasOne) {
+    install("a.ttf", makeMute("Default"));
+    install("b.ttf", makeMute("First", true));
+    const LoaderPtr loader = makeLoader();
+    EXPECT_EQ(findDefault(loader, true), "null");
+    EXPECT_EQ(findDefault(loader), FONT_IS_EMBEDDED != 0 ? "built in" : "null");
+}
+
+TEST_F(FontCharmaps, ARangeGoesOnToTheNextFamily) {
+    install("a.ttf", makeFont("Alpha", false, false, 3));
+    install("b.ttf", makeFont("Beta", false, false, 2));
+    install("c.ttf", makeFont("Gamma"));
+    const LoaderPtr loader = makeLoader();
+    install("a.ttf", makeMute("Alpha"));
+    install("b.ttf", makeMute("Beta"));
+    EXPECT_EQ(findGreek(loader), "Gamma");
+    EXPECT_EQ(find(loader, "Gamma"), "c.ttf");
+}
+
+TEST_F(FontCharmaps, ARangeGoesOnToTheNextFaceOfTheFamily) {
+    install("a.ttf", makeFont("Alpha", false, false, 3));
+    install("b.ttf", makeLight(makeFont("Alpha", false, false, 2)));
+    install("c.ttf", makeFont("Beta"));
+    const LoaderPtr loader = makeLoader();
+    install("a.ttf", makeMute("Alpha"));
+    EXPECT_EQ(findGreek(loader), "Alpha");
+    EXPECT_EQ(find(loader, "Alpha"), "b.ttf");
+}
+
+TEST_F(FontCharmaps, ARangeWhoseOnlyFontHasNoneHasNoFamily) {
+    install("a.ttf", makeFont("Alpha"));
+    const LoaderPtr loader = makeLoader();
+    install("a.ttf", makeMute("Alpha"));
+    EXPECT_EQ(findGreek(loader), "");
+    EXPECT_EQ(find(loader, "Alpha"), "null");
+}
+
+TEST_F(FontCharmaps, ARangeForgetsAFamilyThatLostItsOwn) {
+    install("a.ttf", makeFont("Alpha", false, false, 2));
+    install("b.ttf", makeFont("Beta"));
+    const LoaderPtr loader = makeLoader();
+    EXPECT_EQ(findGreek(loader), "Alpha");
+    EXPECT_EQ(find(loader, "Alpha"), "a.ttf");
+    install("a.ttf", makeMute("Alpha"));
+    EXPECT_EQ(find(loader, "Alpha"), "null");
+    EXPECT_EQ(findGreek(loader), "Beta");
+}
+
+TEST_F(FontCharmaps, WhatFontconfigKnowsOfThemIsNotTrusted) {
+    install("a.ttf", makeFont("Alpha"));
+    const LoaderPtr loader = makeLoader();
+    install("a.ttf", makeMute("Alpha"));
+    EXPECT_EQ(find(loader, "Alpha"), "null");
+}
+
+TEST_F(FontCharmaps, AreLookedForInEveryFileThatIsReadAnew) {
+    install("a.ttf", makeFont("Alpha"));
+    const LoaderPtr loader = makeLoader();
+    EXPECT_EQ(find(loader, "Alpha"), "a.ttf");
+    install("a.ttf", makeMute("Alpha"));
+    EXPECT_EQ(find(loader, "Alpha"), "null");
+}
+
+TEST_F(FontCharmaps, AreNotLookedForInBytesThatAreHeld) {
+    install("a.ttf", makeFont("Alpha"));
+    const LoaderPtr loader = makeLoader();
+    const auto bytes = load(loader, "Alpha");
+    install("a.ttf", makeMute("Alpha"));
+    EXPECT_EQ(load(loader, "Alpha").get(), bytes.get());
+}
+
+TEST_F(FontCharmaps, OneThatCannotBeSelectedIsNone) {
+    // One subtable, of format 14 (variation sequences) for Macintosh Roman.
+    install("a.ttf",
+            makeMute("Alpha").setTable("cmap", {0, 0,  0, 1, 0, 1,  0, 0, 0, 0, 0, 12, // the subtable's place
+                                                0, 14, 0, 0, 0, 10, 0, 0, 0, 0}));
+    EXPECT_EQ(find(makeLoader(), "Alpha"), "null");
+}
+
+TEST_F(FontCharmaps, AFileThatFreeTypeDoesNotOpenIsServed) {
+    install("a.ttf", makeFont("Alpha"));
+    const LoaderPtr loader = makeLoader();
+    _sandbox.write("a.ttf", {'n', 'o', ' ', 'f', 'o', 'n', 't'});
+    const auto bytes = load(loader, "Alpha");
+    ASSERT_NE(bytes, nullptr);
+    const auto library = createFreeTypeLibrary();
+    EXPECT_THROW(createFontFace(library, bytes), FreeTypeException);
+}
+
+TEST_F(FontCharmaps, AVanishedFileIsInstalledUntilItIsAskedFor) {
+    install("a.ttf", makeFont("Old", false, false, 2));
+    install("b.ttf", makeFont("New", true));
+    const LoaderPtr loader = makeLoader();
+    _sandbox.remove("a.ttf");
+    EXPECT_EQ(find(loader, "Old", true), "null");
+    EXPECT_EQ(findGreek(loader), "Old");
+    EXPECT_THROW(load(loader, "Old"), FontLoaderException);
+}
+
+TEST_F(FontCharmaps, WhatWasReadToLookForOneIsKeptUntilAFontIsLoaded) {
+    install("a.ttf", makeFont("Alpha"));
+    const LoaderPtr loader = makeLoader();
+    EXPECT_EQ(findGreek(loader), "Alpha");
+    _sandbox.remove("a.ttf");
+    std::shared_ptr<const Bytes> bytes = load(loader, "Alpha");
+    EXPECT_EQ(nameFile(loader, bytes), "a.ttf");
+    bytes = nullptr;
+    EXPECT_THROW(load(loader, "Alpha"), FontLoaderException);
+}
+
+} // namespace Vell::Testing
