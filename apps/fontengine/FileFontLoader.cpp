@@ -47,17 +47,13 @@ std::shared_ptr<const std::vector<unsigned char>> readFont(const std::string& pa
 FileFontLoader::FileFontLoader(const std::string& path)
     : _path(path)
     , _bytes(readFont(path)) {
-    try {
-        const auto library = FontLoaders::createFreeTypeLibrary();
-        const auto face = FontLoaders::createFontFace(library, _bytes);
-        if (face->num_charmaps == 0) {
-            throw ToolError(fmt::format("'{}' maps no characters to glyphs", path));
-        }
-        _isBold = (face->style_flags & FT_STYLE_FLAG_BOLD) != 0;
-        _isItalic = (face->style_flags & FT_STYLE_FLAG_ITALIC) != 0;
-    } catch (const FontLoaders::FreeTypeException& error) {
-        throw ToolError(fmt::format("'{}' is no font that can be read: {}", path, error.what()));
+    if (const auto reason = FontLoaders::findReasonNotToServe(_bytes)) {
+        throw ToolError(fmt::format("'{}' cannot be used as a font: {}", path, *reason));
     }
+    const auto library = FontLoaders::createFreeTypeLibrary();
+    const auto face = FontLoaders::createFontFace(library, _bytes);
+    _isBold = (face->style_flags & FT_STYLE_FLAG_BOLD) != 0;
+    _isItalic = (face->style_flags & FT_STYLE_FLAG_ITALIC) != 0;
 }
 
 std::shared_ptr<const std::vector<unsigned char>>

@@ -11,8 +11,8 @@ namespace Vell::Tool {
 /// Serves one font file, under any family name, in the one style that the file has. Ranges have no families.
 class FileFontLoader : public FontLoaders::FontLoader {
 public:
-    /// Reads the file; of a collection, the first face counts. Throws ToolError when it cannot be read, is
-    /// no font or has no charmap, without which there is no text.
+    /// Reads the file; of a collection, the first face counts. Throws ToolError when it cannot be read, and
+    /// with the reason not to serve it if there is one.
     explicit FileFontLoader(const std::string& path);
 
     std::shared_ptr<const std::vector<unsigned char>>

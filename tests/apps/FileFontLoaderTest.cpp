@@ -54,7 +54,8 @@ TEST(ToolFileFontLoader, RefusesAFontWithoutCharmap) {
         const FileFontLoader loader(folder.getPath("mute.ttf"));
         FAIL();
     } catch (const ToolError& error) {
-        EXPECT_EQ(error.what(), "'" + folder.getPath("mute.ttf") + "' maps no characters to glyphs");
+        EXPECT_EQ(error.what(),
+                  "'" + folder.getPath("mute.ttf") + "' cannot be used as a font: it has no charmap");
     }
 }
 

@@ -36,7 +36,7 @@ TEST(SpecimenProcess, FailsPlainly) {
     expectFailure("No <Such>", out, 1, "'No <Such>' is neither an installed font family nor a file\n");
     expectFailure("/no/such", out, 1, "cannot read '/no/such': No such file or directory\n");
     expectFailure(folder.getPath("file"), out, 1,
-                  "'" + folder.getPath("file") + "' is no font that can be read: ");
+                  "'" + folder.getPath("file") + "' cannot be used as a font: ");
     expectFailure("", out, 2, "the name of the font is empty\n");
     EXPECT_FALSE(std::filesystem::exists(out));
     expectFailure("DejaVu Sans", folder.getPath("file"), 1, "cannot ");
