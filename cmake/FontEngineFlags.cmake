@@ -6,6 +6,10 @@ target_compile_features(fontengine_flags INTERFACE cxx_std_17)
 # Results are fixed to the bit: a multiplication and an addition never fuse into one rounding.
 target_compile_options(fontengine_flags INTERFACE
   -ffp-contract=off -Wall -Wextra -Wpedantic -Wconversion -Wshadow)
+if(CMAKE_UNITY_BUILD AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+  # It takes each source of a unity build for a header.
+  target_compile_options(fontengine_flags INTERFACE -Wno-subobject-linkage)
+endif()
 if(FONTENGINE_WARNINGS_AS_ERRORS)
   target_compile_options(fontengine_flags INTERFACE -Werror)
 endif()

@@ -7,7 +7,7 @@ namespace Vell::Tool {
 
 namespace {
 
-constexpr NamedBlock blocks[] = {
+constexpr NamedBlock unicodeBlocks[] = {
 #include "BlockNameTable.inc"
 };
 
@@ -16,12 +16,12 @@ constexpr NamedBlock blocks[] = {
 NamedBlock findNamedBlock(unsigned int codePoint) {
     constexpr unsigned int lastOfUnicode = 0x10FFFF;
     const auto* const block =
-        std::find_if(std::begin(blocks), std::end(blocks),
+        std::find_if(std::begin(unicodeBlocks), std::end(unicodeBlocks),
                      [&](const NamedBlock& candidate) { return codePoint <= candidate.last; });
-    if (block != std::end(blocks) && codePoint >= block->first) {
+    if (block != std::end(unicodeBlocks) && codePoint >= block->first) {
         return *block;
     }
-    return {codePoint, block != std::end(blocks) ? block->first - 1 : lastOfUnicode, "No block"};
+    return {codePoint, block != std::end(unicodeBlocks) ? block->first - 1 : lastOfUnicode, "No block"};
 }
 
 } // namespace Vell::Tool

@@ -18,7 +18,7 @@ constexpr float rightColumn = margin + columnWidth + gutter;
 constexpr float pageRatio = 2.0F;
 
 constexpr Color ink(24, 24, 24, 255);
-constexpr Color grey(110, 110, 110, 255);
+constexpr Color subdued(110, 110, 110, 255);
 constexpr Color accent(20, 60, 140, 255);
 
 TextPaint paintVector(const Color& color) {
@@ -58,7 +58,7 @@ void SpecimenPage::addTitle(const std::string& title, const std::string& subtitl
     constexpr float between = 4.0F;
     addLine(makeFont({"", true, false, 30.0F, 0.0F}), title, ink);
     _y += between;
-    addLine(makeFont({"", false, false, 13.0F, 0.0F}), subtitle, grey);
+    addLine(makeFont({"", false, false, 13.0F, 0.0F}), subtitle, subdued);
 }
 
 void SpecimenPage::addSection(const std::string& caption) {
@@ -76,15 +76,15 @@ void SpecimenPage::addColumnHeads(const std::string& left, const std::string& ri
     constexpr float below = 4.0F;
     const TextFont font = makeFont({"", false, false, 12.0F, 0.0F});
     const LineRoom room = measureLine(font, left);
-    place(font, left, margin, _y + room.ascent, paintVector(grey));
-    place(font, right, rightColumn, _y + room.ascent, paintVector(grey));
+    place(font, left, margin, _y + room.ascent, paintVector(subdued));
+    place(font, right, rightColumn, _y + room.ascent, paintVector(subdued));
     _y += room.height + below;
 }
 
 void SpecimenPage::addNote(const std::string& note) {
     constexpr float above = 6.0F;
     _y += above;
-    addLine(makeFont({"", false, false, 11.0F, 0.0F}), note, grey);
+    addLine(makeFont({"", false, false, 11.0F, 0.0F}), note, subdued);
 }
 
 void SpecimenPage::addColumns(const TextFont& font, std::string_view text, const TextPaint& left,

@@ -15,7 +15,7 @@ namespace {
 /// Tab stops stand this many spaces apart.
 constexpr float spacesInTab = 8.0F;
 
-float measureWidth(const TextFont& font, std::string_view text) {
+float measurePiece(const TextFont& font, std::string_view text) {
     return font.font->getTextWidth(boost::string_ref(text.data(), text.size()), font.setting);
 }
 
@@ -25,7 +25,7 @@ float advanceToTab(float x, float distance) {
 }
 
 BlockLine layOutLine(const TextFont& font, std::string_view text) {
-    const float tabDistance = spacesInTab * measureWidth(font, " ");
+    const float tabDistance = spacesInTab * measurePiece(font, " ");
     BlockLine line{{}, 0.0F, 0.0F};
     for (;;) {
         const std::size_t end = std::min(text.find('\t'), text.size());
@@ -33,7 +33,7 @@ BlockLine layOutLine(const TextFont& font, std::string_view text) {
         if (!piece.empty()) {
             line.segments.push_back({std::string(piece), line.width});
         }
-        line.width += measureWidth(font, piece);
+        line.width += measurePiece(font, piece);
         if (end == text.size()) {
             return line;
         }

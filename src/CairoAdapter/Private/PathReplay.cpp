@@ -22,7 +22,7 @@ std::vector<DevicePoint> transformPoints(const RecordedPath& path, const cairo_m
     return points;
 }
 
-bool isFinite(DevicePoint point) {
+bool isFinitePoint(DevicePoint point) {
     return std::isfinite(point.x) && std::isfinite(point.y);
 }
 
@@ -124,7 +124,7 @@ void feed(const RecordedPath& path, const std::vector<DevicePoint>& points, Sink
 
 bool tryReplay(const RecordedPath& path, const cairo_matrix_t& matrix, PathUse use, cairo_t* context) {
     const std::vector<DevicePoint> points = transformPoints(path, matrix);
-    if (!std::all_of(points.begin(), points.end(), isFinite)) {
+    if (!std::all_of(points.begin(), points.end(), isFinitePoint)) {
         return false;
     }
     const DirectSink direct{context};

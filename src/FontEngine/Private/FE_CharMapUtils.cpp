@@ -23,7 +23,7 @@ using FontLoaders::isFTSucceeded;
 
 namespace {
 
-constexpr const char* file = "FontEngine/Private/FE_FreeTypeUtilsInternal";
+constexpr const char* assertingFile = "FontEngine/Private/FE_FreeTypeUtilsInternal";
 
 FT_Encoding chooseEncoding(bool isSymbolic, bool isSfnt) {
     if (!isSymbolic) {
@@ -38,7 +38,7 @@ bool trySelect(const FTFacePtr& face, FT_Encoding encoding) {
 
 void selectFirst(const FTFacePtr& face) {
     if (face->num_charmaps <= 0) {
-        doFailAssert(file, 513, "face->num_charmaps > 0");
+        doFailAssert(assertingFile, 513, "face->num_charmaps > 0");
     }
     if (!isFTSucceeded(FT_Set_Charmap(face.get(), face->charmaps[0]))) {
         throw FreeTypeException("FT_Set_Charmap failed");
@@ -131,7 +131,7 @@ void selectFTCharmap(const FTFacePtr& face, bool isSymbolic, bool isSfnt) {
         selectFirst(face);
     }
     if (face->charmap == nullptr) {
-        doFailAssert(file, 522, "nullptr != face->charmap");
+        doFailAssert(assertingFile, 522, "nullptr != face->charmap");
     }
 }
 
