@@ -7,14 +7,14 @@ namespace Vell::Testing {
 
 namespace {
 
-struct State {
+struct MemoryState {
     std::size_t allocationsUntilFailure = 0;
     bool hasFailed = false;
     long libraryOwners = 0;
 };
 
-State state;
-bool isWatching = false;
+MemoryState memoryState;
+bool isWatchingMemory = false;
 
 /// The engine's own functions. Libraries that outlive the watching go on calling through the hooks.
 FT_Alloc_Func originalAllocate = nullptr;
@@ -24,10 +24,10 @@ FT_Realloc_Func originalReallocate = nullptr;
 constexpr long tooMuch = std::numeric_limits<long>::max();
 
 bool isToFail() {
-    if (state.allocationsUntilFailure == 0 || --state.allocationsUntilFailure != 0) {
+    if (memoryState.allocationsUntilFailure == 0 || --memoryState.allocationsUntilFailure != 0) {
         return false;
     }
-    state.hasFailed = true;
+    memoryState.hasFailed = true;
     return true;
 }
 
@@ -43,7 +43,7 @@ void* reallocate(FT_Memory memory, long oldSize, long newSize, void* block) {
 
 // The function that releases stays: by it the engine knows its own memory.
 void Spy::watchMemory(FT_Memory memory) {
-    if (isWatching) {
+    if (isWatchingMemory) {
         originalAllocate = memory->alloc;
         originalReallocate = memory->realloc;
         memory->alloc = allocate;
@@ -52,34 +52,34 @@ void Spy::watchMemory(FT_Memory memory) {
 }
 
 int Spy::countOwners(long change, int error) {
-    state.libraryOwners += isWatching && error == 0 ? change : 0;
+    memoryState.libraryOwners += isWatchingMemory && error == 0 ? change : 0;
     return error;
 }
 
 FreeTypeMemory::FreeTypeMemory() {
-    if (isWatching) {
+    if (isWatchingMemory) {
         throw std::logic_error("another FreeTypeMemory is alive");
     }
-    isWatching = true;
-    state = State();
+    isWatchingMemory = true;
+    memoryState = MemoryState();
 }
 
 FreeTypeMemory::~FreeTypeMemory() {
-    isWatching = false;
-    state = State();
+    isWatchingMemory = false;
+    memoryState = MemoryState();
 }
 
 void FreeTypeMemory::failAt(std::size_t number) {
-    state.allocationsUntilFailure = number;
-    state.hasFailed = false;
+    memoryState.allocationsUntilFailure = number;
+    memoryState.hasFailed = false;
 }
 
 bool FreeTypeMemory::hasFailed() const {
-    return state.hasFailed;
+    return memoryState.hasFailed;
 }
 
 long FreeTypeMemory::countLibraryOwners() const {
-    return state.libraryOwners;
+    return memoryState.libraryOwners;
 }
 
 } // namespace Vell::Testing
