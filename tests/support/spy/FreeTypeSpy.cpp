@@ -155,12 +155,11 @@ void FreeTypeSpy::setGlyphFormat(FT_Glyph_Format format) {
     state.glyphFormat = format;
 }
 
-FreeTypeSpy::Pause::Pause() {
-    ++depth;
-}
+FreeTypeSpy::Pause::Pause()
+    : _depthBefore(depth++) {}
 
 FreeTypeSpy::Pause::~Pause() {
-    --depth;
+    depth = _depthBefore;
 }
 
 namespace Spy {
@@ -190,16 +189,21 @@ std::string describe(Tag tag) {
     return letters;
 }
 
-bool Call::enter(const void* returnAddress) {
-    if (depth++ != 0) {
+int Call::enter() {
+    return depth++;
+}
+
+bool Call::isToBeNoted(const void* returnAddress) const {
+    if (_depthBefore != 0) {
         return false;
     }
     const std::lock_guard<std::mutex> lock(stateMutex);
     return state.isWatching && !isCalledByOtherUser(returnAddress);
 }
 
+// FreeType's rasteriser jumps out of calls within this one, past their destructors.
 Call::~Call() {
-    --depth;
+    depth = _depthBefore;
     if (_isNoted && std::uncaught_exceptions() > _exceptionsAtEntry) {
         const std::lock_guard<std::mutex> lock(stateMutex);
         ++state.unwoundCalls;

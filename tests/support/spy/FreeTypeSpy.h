@@ -68,6 +68,9 @@ public:
         ~Pause();
         Pause(const Pause&) = delete;
         Pause& operator=(const Pause&) = delete;
+
+    private:
+        int _depthBefore;
     };
 };
 

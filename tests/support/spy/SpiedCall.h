@@ -34,7 +34,8 @@ public:
     template <class... Arguments>
     Call(const char* name, const void* returnAddress, const void* object, const Arguments&... arguments)
         : _exceptionsAtEntry(std::uncaught_exceptions())
-        , _isNoted(enter(returnAddress)) {
+        , _depthBefore(enter())
+        , _isNoted(isToBeNoted(returnAddress)) {
         if (_isNoted) {
             note(name, object, (std::string(name) + ... + (' ' + describe(arguments))));
         }
@@ -57,10 +58,12 @@ public:
     std::optional<FT_Glyph_Format> getGlyphFormat() const;
 
 private:
-    static bool enter(const void* returnAddress);
+    static int enter();
+    bool isToBeNoted(const void* returnAddress) const;
     void note(const char* name, const void* object, std::string line);
 
     int _exceptionsAtEntry;
+    int _depthBefore;
     bool _isNoted;
     std::optional<FT_Error> _injectedError;
 };
