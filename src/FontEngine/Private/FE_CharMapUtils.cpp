@@ -1,6 +1,7 @@
 // What is read once from a face: its charmap and line metrics.
 
 #include <FontEngine/Private/FE_FreeTypeUtilsInternal.h>
+#include <FontEngine/Private/FE_GlyphIndices.h>
 #include <FontLoaders/Public/Exceptions.h>
 #include <FontLoaders/Public/SymbolicFonts.h>
 #include <Utils/Public/Assert.h>
@@ -59,7 +60,8 @@ float toEm(const FTFacePtr& face, FT_Fixed fontUnits) {
 
 FT_Fixed getAdvance(const FTFacePtr& face, FT_UInt glyphIndex, const char* failure) {
     FT_Fixed advance = 0;
-    if (!isFTSucceeded(FT_Get_Advance(face.get(), glyphIndex, FT_LOAD_NO_SCALE, &advance))) {
+    if (!hasGlyph(*face, glyphIndex) ||
+        !isFTSucceeded(FT_Get_Advance(face.get(), glyphIndex, FT_LOAD_NO_SCALE, &advance))) {
         throw FreeTypeException(failure);
     }
     return advance;

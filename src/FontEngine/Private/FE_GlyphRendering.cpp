@@ -3,6 +3,7 @@
 #include <FontEngine/Private/FE_BitmapRows.h>
 #include <FontEngine/Private/FE_FreeTypeUtilsInternal.h>
 #include <FontEngine/Private/FE_GlyphErrors.h>
+#include <FontEngine/Private/FE_GlyphIndices.h>
 #include <FontEngine/Private/FE_Hinting.h>
 #include <FontEngine/Private/FE_PixelLimit.h>
 #include <FontLoaders/Public/CompositeGlyphs.h>
@@ -29,20 +30,27 @@ struct GlyphReleaser {
 
 using GlyphOwner = std::unique_ptr<FT_GlyphRec_, GlyphReleaser>;
 
-/// The auto-hinter may load any other glyph of the font before the one in question: not in a font where that
-/// might not end.
+/// The auto-hinter loads glyphs of its own choice before the one in question: not in a font where that might
+/// not end.
 int restrainAutoHinter(FT_Face face, int flags) {
     constexpr int unhinted = FT_LOAD_NO_HINTING | FT_LOAD_NO_SCALE;
     return (flags & unhinted) != 0 || FontLoaders::hasBoundedGlyphs(face) ? flags
                                                                           : flags | FT_LOAD_NO_AUTOHINT;
 }
 
+FT_Error tryLoadGlyph(FT_Face face, unsigned long index, int flags) {
+    if (!hasGlyph(*face, index)) {
+        return FT_Err_Invalid_Argument;
+    }
+    const auto glyphIndex = static_cast<FT_UInt>(index);
+    return FontLoaders::isBoundedGlyph(face, glyphIndex)
+               ? FT_Load_Glyph(face, glyphIndex, restrainAutoHinter(face, flags))
+               : FT_Err_Invalid_Composite;
+}
+
 void loadGlyph(const FTFacePtr& face, const GlyphInfo& info, int flags) {
-    const auto glyphIndex = static_cast<FT_UInt>(info.getGlyphIndex());
-    const FT_Error error = FontLoaders::isBoundedGlyph(face.get(), glyphIndex)
-                               ? FT_Load_Glyph(face.get(), glyphIndex, restrainAutoHinter(face.get(), flags))
-                               : FT_Err_Invalid_Composite;
-    throwIfGlyphFailed("FT_Load_Glyph() failed, error: {}, glyph index: {} ", error, info);
+    throwIfGlyphFailed("FT_Load_Glyph() failed, error: {}, glyph index: {} ",
+                       tryLoadGlyph(face.get(), info.getGlyphIndex(), flags), info);
 }
 
 GlyphOwner takeGlyph(const FTFacePtr& face, const GlyphInfo& info) {

@@ -202,6 +202,7 @@ TEST(MakeCharMap, TakesANamelessFontForNoSymbolFont) {
 
 TEST(MakeCharMap, KeepsTheLowSixteenBitsOfAGlyphIndex) {
     const OpenedFont font = openWithCharMaps({CharMapKind::Unicode});
+    font->num_glyphs = 0x20000;
     FreeTypeSpy spy;
     spy.setCharacters({{'A', 0x12345}, {'B', 0x10000}});
     spy.failCall("FT_Get_Advance", 2, FT_Err_Ok);
@@ -212,6 +213,18 @@ TEST(MakeCharMap, KeepsTheLowSixteenBitsOfAGlyphIndex) {
     EXPECT_EQ(map.size(), 2U);
     EXPECT_THAT(spy.getLines({"FT_Get_Advance"}),
                 ElementsAre("FT_Get_Advance 0 1", "FT_Get_Advance 74565 1", "FT_Get_Advance 65536 1"));
+}
+
+TEST(MakeCharMap, AsksForNoAdvanceOfAGlyphThatTheFaceLacks) {
+    const OpenedFont font = openWithCharMaps({CharMapKind::Unicode});
+    FreeTypeSpy spy;
+    spy.setCharacters({{'A', static_cast<FT_UInt>(font->num_glyphs)}});
+    EXPECT_EQ(getErrorText<FreeTypeException>([&] { makeCharMap(font.face, GlyphTransform::None); }),
+              "Error making char to glyph advance cache. FT_Get_Advance() failed.");
+    font->num_glyphs = 0;
+    EXPECT_EQ(getErrorText<FreeTypeException>([&] { makeCharMap(font.face, GlyphTransform::None); }),
+              "FT_Get_Advance() failed. It can't find glyph advance for undefined character code.");
+    EXPECT_THAT(spy.getLines({"FT_Get_Advance"}), ElementsAre("FT_Get_Advance 0 1"));
 }
 
 TEST(MakeCharMap, RefusesCodesAboveThirtyTwoBits) {
