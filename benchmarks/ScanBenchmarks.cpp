@@ -1,5 +1,5 @@
-// The look at a face's composite glyphs that its first hinted glyph takes, once a face: the figures of
-// opening and of warm glyphs are without it.
+// The look at the glyphs of the auto-hinter that a face's first hinted glyph takes, once a face: the figures
+// of opening and of warm glyphs are without it.
 
 #include "support/BenchEngine.h"
 #include "support/Items.h"

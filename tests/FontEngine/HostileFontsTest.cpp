@@ -4,7 +4,6 @@
 
 #include <support/ErrorText.h>
 #include <support/RecordingPainter.h>
-#include <support/spy/FreeTypeSpy.h>
 
 #include <FontLoaders/Public/Exceptions.h>
 
@@ -15,8 +14,6 @@ namespace {
 
 using FontLoaders::FreeTypeException;
 using Testing::FontBuilder;
-using Testing::FontGlyph;
-using Testing::FreeTypeSpy;
 using Testing::getErrorText;
 using Testing::RecordingPainter;
 
@@ -40,31 +37,6 @@ Engine makeEngineWithBox(int width, int height) {
     font.addGlyph(Testing::makeBoxGlyph(10, 0, 0, width, height));
     font.map('A', 1);
     return Engine(font.build());
-}
-
-/// Glyph 1 is a box, each further one contains the one before it; all are mapped from 'A' on, so that the
-/// auto-hinter loads some of them.
-Engine makeEngineWithChain(unsigned int length, const std::string& family = "Test Sans") {
-    FontBuilder font(family);
-    font.addGlyph(Testing::makeBoxGlyph(500, 0, 0, 500, 500));
-    for (unsigned int glyph = 2; glyph <= length; ++glyph) {
-        font.addGlyph({500, {}, {}, {{glyph - 1}}});
-    }
-    for (unsigned int code = 'A'; code < 'A' + std::min(length, 60U); ++code) {
-        font.map(code, length - (code - 'A'));
-    }
-    return Engine(font.build());
-}
-
-/// The flags that FreeType gets for a glyph of 50 parts, which must be rendered.
-int renderAndGetLoadFlags(const Engine& engine) {
-    const FacePtr face = engine.getFace();
-    const FreeTypeSpy spy;
-    EXPECT_GT(engine.factory->getBitmapGlyph(makeKey(50, 12.0F).makeBitmap(), face, false)->bitmap.rows, 0U);
-    const std::string prefix = "FT_Load_Glyph 50 ";
-    const std::string line = spy.getLines({"FT_Load_Glyph"}).at(0);
-    EXPECT_THAT(line, testing::StartsWith(prefix));
-    return std::stoi(line.substr(prefix.size()));
 }
 
 } // namespace
@@ -115,39 +87,6 @@ TEST(HostileFont, JoinsNoUnderscoreIntoTooManyPixels) {
     EXPECT_EQ(getRenderingError(engine, underscore.with(&KeyFields::isLast, false)),
               "Failed to get bitmap for glyph, error: 98, glyph index: 2 ");
     EXPECT_EQ(render(engine, underscore.with(&KeyFields::isLast, true))->bitmap.width, 9U);
-}
-
-TEST(HostileFont, LosesOnlyTheGlyphsThatNestTooDeep) {
-    const Engine engine = makeEngineWithChain(16'000);
-    const std::string text = "FT_Load_Glyph() failed, error: 21, glyph index: 16000 ";
-    RecordingPainter painter;
-    EXPECT_EQ(getRenderingError(engine, makeKey(16'000, 12.0F)), text);
-    EXPECT_EQ(getErrorText<FreeTypeException>([&] {
-                  engine.factory->getOutlineGlyphPath(makeKey(16'000, 12.0F).makeOutline(), engine.getFace(),
-                                                      painter);
-              }),
-              text);
-    EXPECT_GT(render(engine, makeKey(200, 12.0F))->bitmap.rows, 0U);
-    EXPECT_NE(
-        engine.factory->getOutlineGlyphPath(makeKey(200, 12.0F).makeOutline(), engine.getFace(), painter),
-        nullptr);
-}
-
-TEST(HostileFont, KeepsTheAutoHinterFromGlyphsThatNestTooDeep) {
-    // The family is one that is always hinted by the auto-hinter, which loads glyphs of its own choice.
-    constexpr int asked = FT_LOAD_FORCE_AUTOHINT | FT_LOAD_NO_BITMAP;
-    EXPECT_EQ(renderAndGetLoadFlags(makeEngineWithChain(100, "Charter")), asked);
-    EXPECT_EQ(renderAndGetLoadFlags(makeEngineWithChain(16'000, "Charter")), asked | FT_LOAD_NO_AUTOHINT);
-}
-
-TEST(HostileFont, LosesOnlyTheGlyphsThatContainThemselves) {
-    FontBuilder font;
-    font.addGlyph(Testing::makeBoxGlyph(500, 0, 0, 500, 500));
-    font.addGlyph({500, {}, {}, {{1}, {2}}});
-    const Engine engine(font.map('A', 1).build());
-    EXPECT_EQ(getRenderingError(engine, makeKey(2, 12.0F)),
-              "FT_Load_Glyph() failed, error: 21, glyph index: 2 ");
-    EXPECT_GT(render(engine, makeKey(1, 12.0F))->bitmap.rows, 0U);
 }
 
 } // namespace Vell::FontEngine

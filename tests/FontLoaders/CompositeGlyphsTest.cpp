@@ -1,12 +1,12 @@
 #include <support/FontBuilder.h>
 #include <support/OpenedFont.h>
+#include <support/StackThread.h>
 
 #include <FontLoaders/Public/CompositeGlyphs.h>
 #include <FontLoaders/Public/Exceptions.h>
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <filesystem>
 #include <fstream>
 
@@ -30,6 +30,23 @@ FontBuilder makeChain(unsigned int length) {
     font.addGlyph(Testing::makeBoxGlyph(500, 0, 0, 500, 500));
     for (unsigned int glyph = 2; glyph <= length; ++glyph) {
         font.addGlyph(makeComposite({{glyph - 1}}));
+    }
+    return font;
+}
+
+/// Glyph 1 is a box, glyph 2 is that many parts: itself and boxes side by side.
+FontBuilder makeFlat(unsigned int partCount) {
+    FontBuilder font = makeChain(1);
+    font.addGlyph(makeComposite(std::vector<FontComponent>(partCount - 1, FontComponent{1})));
+    return font;
+}
+
+/// Glyph 1 is empty, each further one contains the one before it twice.
+FontBuilder makeDoublings(unsigned int count) {
+    FontBuilder font;
+    font.addGlyph(FontGlyph());
+    for (unsigned int glyph = 2; glyph <= count; ++glyph) {
+        font.addGlyph(makeComposite({{glyph - 1}, {glyph - 1}}));
     }
     return font;
 }
@@ -69,57 +86,51 @@ Bytes makeRecords(unsigned int flags, std::size_t size) {
     return font.setTable("glyf", glyf.getBytes()).setTable("loca", loca.getBytes()).build();
 }
 
-/// Where a table begins in a file.
-std::uint32_t findTable(const Bytes& file, const std::string& tag) {
-    const auto entry = std::search(file.begin(), file.end(), tag.begin(), tag.end());
-    return entry[8] * 0x1000000U + entry[9] * 0x10000U + entry[10] * 0x100U + entry[11];
-}
-
-/// A font whose glyph 1 lies in its last bytes, behind all tables that a font needs, and contains itself.
-Bytes makeFontEndingInAGlyph() {
-    ByteWriter glyph;
-    glyph.addI16(-1);
-    glyph.addZeros(8);
-    glyph.addU16(0);
-    glyph.addU16(1);
-    glyph.addZeros(2);
-    FontBuilder font = makeChain(1);
-    font.setTable("zzzz", glyph.getBytes());
-    const Bytes draft = font.build();
-    ByteWriter loca;
-    loca.addU32(0);
-    loca.addU32(findTable(draft, "zzzz") - findTable(draft, "glyf"));
-    loca.addU32(0);
-    return font.setTable("loca", loca.getBytes()).build();
-}
-
 } // namespace
 
 TEST(CompositeGlyphs, AreBoundedUpToTheDocumentedNumberOfParts) {
-    const OpenedFont font(makeChain(maxGlyphParts + 1).build());
-    EXPECT_TRUE(isBoundedGlyph(font.get(), 0));
-    EXPECT_TRUE(isBoundedGlyph(font.get(), 1));
-    EXPECT_TRUE(isBoundedGlyph(font.get(), maxGlyphParts));
-    EXPECT_FALSE(isBoundedGlyph(font.get(), maxGlyphParts + 1));
-    EXPECT_FALSE(hasBoundedGlyphs(font.get()));
+    EXPECT_TRUE(isBoundedGlyph(OpenedFont(makeFlat(257).build()).get(), 2));
+    EXPECT_TRUE(isBoundedGlyph(OpenedFont(makeFlat(maxGlyphParts).build()).get(), 2));
+    EXPECT_FALSE(isBoundedGlyph(OpenedFont(makeFlat(maxGlyphParts + 1).build()).get(), 2));
 }
 
-TEST(CompositeGlyphs, AreAllBoundedInAnOrdinaryFont) {
-    const OpenedFont font(makeChain(maxGlyphParts).build());
-    EXPECT_TRUE(hasBoundedGlyphs(font.get()));
-    EXPECT_TRUE(hasBoundedGlyphs(font.get())) << "the second answer is the same";
+TEST(CompositeGlyphs, CountNestedPartsLikeThoseSideBySide) {
+    const OpenedFont font(makeDoublings(60).build());
+    static_assert(maxGlyphParts == 0xFFFF);
+    EXPECT_TRUE(isBoundedGlyph(font.get(), 16)) << "2^16 - 1 parts";
+    EXPECT_FALSE(isBoundedGlyph(font.get(), 17)) << "2^17 - 1 parts";
+    EXPECT_FALSE(isBoundedGlyph(font.get(), 60));
 }
 
-TEST(CompositeGlyphs, AreNotBoundedWhenTheyBranchWithoutEnd) {
-    FontBuilder builder;
-    builder.addGlyph(FontGlyph());
-    for (unsigned int glyph = 2; glyph < 50; ++glyph) {
-        builder.addGlyph(makeComposite({{glyph - 1}, {glyph - 1}}));
+TEST(CompositeGlyphs, NestAsDeepAsTheStackOfTheThreadAllows) {
+    constexpr unsigned int length = 60'000;
+    const OpenedFont font(makeChain(length).build());
+    const auto isBounded = [&](unsigned int glyph) { return isBoundedGlyph(font.get(), glyph); };
+    Testing::runOnStack(64 << 10, [&] {
+        EXPECT_TRUE(isBounded(1));
+        EXPECT_TRUE(isBounded(32)) << "fits whatever the stack";
+        EXPECT_FALSE(isBounded(33));
+    });
+    Testing::runOnStack(256 << 10, [&] {
+        EXPECT_TRUE(isBounded(200));
+        EXPECT_FALSE(isBounded(300));
+    });
+    Testing::runOnStack(64 << 20, [&] { EXPECT_TRUE(isBounded(length)); });
+}
+
+TEST(CompositeGlyphs, ThatAreBoundedLeaveFreeTypeRoomOnTheStack) {
+    const OpenedFont font(makeChain(60'000).build());
+    ASSERT_EQ(FT_Set_Char_Size(font.get(), 0, 12 * 64, 72, 0), 0);
+    for (const std::size_t kilobytes : {128U, 256U, 1024U, 8192U}) {
+        Testing::runOnStack(kilobytes << 10, [&] {
+            unsigned int bounded = 1;
+            for (unsigned int step = 32'768; step > 0; step /= 2) {
+                bounded += isBoundedGlyph(font.get(), bounded + step) ? step : 0;
+            }
+            EXPECT_GT(bounded, kilobytes / 2);
+            EXPECT_EQ(FT_Load_Glyph(font.get(), bounded, FT_LOAD_FORCE_AUTOHINT), 0) << bounded;
+        });
     }
-    const OpenedFont font(builder.build());
-    EXPECT_TRUE(isBoundedGlyph(font.get(), 8)) << "255 parts";
-    EXPECT_FALSE(isBoundedGlyph(font.get(), 9)) << "511 parts";
-    EXPECT_FALSE(isBoundedGlyph(font.get(), 49));
 }
 
 TEST(CompositeGlyphs, AreNotBoundedInACircle) {
@@ -138,7 +149,6 @@ TEST(CompositeGlyphs, MayContainEmptyGlyphs) {
     builder.addGlyph(makeComposite({{1}})); // starts where the empty one does
     const OpenedFont font(builder.build());
     EXPECT_TRUE(isBoundedGlyph(font.get(), 2));
-    EXPECT_TRUE(hasBoundedGlyphs(font.get()));
 }
 
 TEST(CompositeGlyphs, OfFontsInUseAreBounded) {
@@ -147,22 +157,25 @@ TEST(CompositeGlyphs, OfFontsInUseAreBounded) {
         std::ifstream(entry.path(), std::ios::binary)
             .read(reinterpret_cast<char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
         const OpenedFont font(bytes);
+        for (FT_Long glyph = 0; glyph < font->num_glyphs; ++glyph) {
+            EXPECT_TRUE(isBoundedGlyph(font.get(), static_cast<unsigned int>(glyph))) << entry.path();
+        }
         EXPECT_TRUE(hasBoundedGlyphs(font.get())) << entry.path();
     }
 }
 
 TEST(CompositeGlyphs, AreSeenWithShortOffsets) {
-    FontBuilder builder = makeChain(maxGlyphParts + 1);
+    FontBuilder builder = makeDoublings(17);
     shortenOffsets(builder);
     const OpenedFont font(builder.build());
-    EXPECT_TRUE(isBoundedGlyph(font.get(), maxGlyphParts));
-    EXPECT_FALSE(isBoundedGlyph(font.get(), maxGlyphParts + 1));
+    EXPECT_TRUE(isBoundedGlyph(font.get(), 16));
+    EXPECT_FALSE(isBoundedGlyph(font.get(), 17));
 }
 
 TEST(CompositeGlyphs, AreSeenInACollection) {
-    const OpenedFont font(Testing::buildCollection({makeChain(maxGlyphParts + 1), FontBuilder()}));
-    EXPECT_TRUE(isBoundedGlyph(font.get(), maxGlyphParts));
-    EXPECT_FALSE(isBoundedGlyph(font.get(), maxGlyphParts + 1));
+    const OpenedFont font(Testing::buildCollection({makeDoublings(17), FontBuilder()}));
+    EXPECT_TRUE(isBoundedGlyph(font.get(), 16));
+    EXPECT_FALSE(isBoundedGlyph(font.get(), 17));
 }
 
 TEST(CompositeGlyphs, AreSeenBehindComponentsOfEverySize) {
@@ -181,26 +194,17 @@ TEST(CompositeGlyphs, AreSeenBehindComponentsOfEverySize) {
     }
 }
 
-TEST(CompositeGlyphs, EndWhereTheFileEnds) {
-    Bytes file = makeFontEndingInAGlyph();
-    EXPECT_FALSE(isBoundedGlyph(OpenedFont(file).get(), 1)) << "its last record names itself";
-    file.pop_back();
-    EXPECT_TRUE(isBoundedGlyph(OpenedFont(file).get(), 1)) << "the record is not whole";
-    file.resize(file.size() - 6);
-    EXPECT_TRUE(isBoundedGlyph(OpenedFont(file).get(), 1)) << "nor is the header before it";
-}
-
 TEST(CompositeGlyphs, AreNoneBeyondTheGlyphsOfTheFont) {
     const OpenedFont font(makeChain(2).build());
     EXPECT_TRUE(isBoundedGlyph(font.get(), 65535));
 }
 
 TEST(CompositeGlyphs, AreBoundedInFacesOfOtherOrigin) {
-    const Bytes file = makeChain(maxGlyphParts + 1).build();
+    const Bytes file = makeFlat(maxGlyphParts + 1).build();
     const FTLibraryPtr library = createFreeTypeLibrary();
     FT_Face face = nullptr;
     ASSERT_EQ(FT_New_Memory_Face(library.get(), file.data(), static_cast<FT_Long>(file.size()), 0, &face), 0);
-    EXPECT_TRUE(isBoundedGlyph(face, maxGlyphParts + 1));
+    EXPECT_TRUE(isBoundedGlyph(face, 2));
     EXPECT_TRUE(hasBoundedGlyphs(face));
     FT_Done_Face(face);
 }

@@ -16,12 +16,12 @@ using Testing::OpenedFont;
 
 constexpr unsigned int circular = 2;
 
-/// Glyph 1 is a box, glyph 2 contains it, and itself if so wanted.
+/// Glyph 1 is a box, glyph 2 contains it, and itself if so wanted. The auto-hinter takes measures from 2.
 Bytes makeFont(bool isCircular) {
     FontBuilder font;
     font.addGlyph(Testing::makeBoxGlyph(500, 0, 0, 500, 500));
     font.addGlyph({500, {}, {}, {{1}, {isCircular ? circular : 1}}});
-    return font.build();
+    return font.map('o', circular).build();
 }
 
 FTFacePtr open(const FTLibraryPtr& library, bool isCircular) {

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <iterator>
+#include <limits>
 #include <memory>
 
 namespace Vell::FontLoaders::Internal {
@@ -21,9 +22,11 @@ struct HarfBuzzDeleter {
 using BlobPtr = std::unique_ptr<hb_blob_t, HarfBuzzDeleter>;
 using HarfBuzzFacePtr = std::unique_ptr<hb_face_t, HarfBuzzDeleter>;
 
+/// HarfBuzz counts bytes in 32 bits: of a longer file it sees the beginning.
 BlobPtr makeView(const std::vector<unsigned char>& bytes) {
     const auto* data = reinterpret_cast<const char*>(bytes.data());
-    const auto length = static_cast<unsigned int>(bytes.size());
+    const auto length = static_cast<unsigned int>(
+        std::min<std::size_t>(bytes.size(), std::numeric_limits<unsigned int>::max()));
     return BlobPtr(hb_blob_create(data, length, HB_MEMORY_MODE_READONLY, nullptr, nullptr));
 }
 

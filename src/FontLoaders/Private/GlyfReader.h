@@ -1,45 +1,41 @@
 #pragma once
 
+#include <FontLoaders/Private/BigEndianBytes.h>
+
 #include <ft2build.h>
 #include FT_FREETYPE_H
 
 #include <cstddef>
-#include <cstdint>
 #include <optional>
 
 namespace Vell::FontLoaders::Internal {
 
-/// Big-endian numbers in bytes that others own. Positions must be within what `holds` confirms.
-struct BigEndianBytes {
-    const unsigned char* data = nullptr;
-    std::size_t size = 0;
-
-    bool holds(std::size_t at, std::size_t count) const { return at <= size && size - at >= count; }
-    unsigned int u16(std::size_t at) const {
-        return static_cast<unsigned int>(data[at]) << 8U | data[at + 1];
-    }
-    std::uint32_t u32(std::size_t at) const { return u16(at) << 16U | u16(at + 2); }
-};
-
-/// Counts the glyphs that TrueType glyphs are made of. Reads the file as FreeType has it, unpacked where it
-/// was packed, in place; lives no longer than the face.
+/// Follows the glyphs that TrueType glyphs are made of, as FreeType would, without recursion. Reads the file
+/// as FreeType has it, unpacked where it was packed, in place; lives no longer than the face.
 class GlyfReader {
 public:
     explicit GlyfReader(FT_Face face);
 
+    /// See CompositeGlyphs.h for these two; `face` is the one of the constructor.
     bool isBounded(unsigned int glyphIndex) const;
-    bool areAllBounded();
+    bool isAutoHinterBounded(FT_Face face);
 
 private:
-    /// False as soon as there are more than may be.
-    bool addParts(unsigned int glyphIndex, unsigned int& count) const;
-    std::size_t getOffset(unsigned int glyphIndex) const;
+    struct Tree {
+        std::size_t partCount; ///< does not count on beyond the bound
+        std::size_t depth;     ///< 1 for a glyph without components
+    };
+
+    Tree measure(unsigned int glyphIndex) const;
+    std::size_t measureAutoHinterDepth(FT_Face face) const;
+    BigEndianBytes getGlyph(unsigned int glyphIndex) const;
+    std::optional<std::uint64_t> getOffset(std::uint64_t glyphIndex) const;
 
     BigEndianBytes _glyf;
     BigEndianBytes _loca;
     bool _hasLongOffsets = false;
-    std::size_t _glyphCount = 0;
-    std::optional<bool> _areAllBounded;
+    unsigned int _glyphCount = 0;
+    std::optional<std::size_t> _autoHinterDepth;
 };
 
 /// Gives the face its reader, which ends with it, unless its library has another memory than ours. Throws

@@ -1,0 +1,63 @@
+#include <support/FontBuilder.h>
+#include <support/GuardedBytes.h>
+
+#include <FontLoaders/Private/SfntTables.h>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+namespace Vell::FontLoaders::Internal {
+namespace {
+
+using Testing::Bytes;
+using Testing::FontBuilder;
+
+constexpr std::uint32_t tagOfGlyf = 0x676C7966;
+
+/// The first `length` bytes of a file, with nothing readable behind them.
+TablePlace findGlyf(const Bytes& file, std::size_t length) {
+    const Testing::GuardedBytes start(
+        Bytes(file.begin(), file.begin() + static_cast<std::ptrdiff_t>(length)));
+    return findTable({start.data(), start.size()}, tagOfGlyf);
+}
+
+Bytes makeFile() {
+    FontBuilder font;
+    font.addGlyph(Testing::makeBoxGlyph(500, 0, 0, 500, 500));
+    return font.build();
+}
+
+} // namespace
+
+TEST(SfntTables, AreFoundOnlyWhereTheFileHoldsThemWhole) {
+    const Bytes file = makeFile();
+    const TablePlace place = findGlyf(file, file.size());
+    ASSERT_GT(place.length, 0U);
+    for (std::size_t length = 0; length <= file.size(); ++length) {
+        const bool isWhole = length >= place.offset + place.length;
+        EXPECT_EQ(findGlyf(file, length).length, isWhole ? place.length : 0) << length;
+    }
+}
+
+TEST(SfntTables, AreSoughtInTheFirstFaceOfACollection) {
+    FontBuilder font;
+    font.addGlyph(Testing::makeBoxGlyph(500, 0, 0, 500, 500));
+    const Bytes file = Testing::buildCollection({font, font});
+    const TablePlace place = findGlyf(file, file.size());
+    EXPECT_GT(place.length, 0U);
+    for (std::size_t length = 0; length < place.offset + place.length; ++length) {
+        EXPECT_EQ(findGlyf(file, length).length, 0U) << length;
+    }
+}
+
+TEST(SfntTables, AreNotFoundThroughSumsOfThirtyTwoBits) {
+    Bytes file = Testing::buildCollection({FontBuilder()});
+    for (const unsigned int lowest : {0xFFU, 0xFCU, 0xF4U, 0xE4U}) {
+        std::fill_n(file.begin() + 12, 3, static_cast<unsigned char>(0xFF)); // the place of the directory
+        file[15] = static_cast<unsigned char>(lowest);
+        EXPECT_EQ(findGlyf(file, file.size()).length, 0U);
+    }
+}
+
+} // namespace Vell::FontLoaders::Internal
