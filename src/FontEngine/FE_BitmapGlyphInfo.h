@@ -14,10 +14,10 @@
 
 namespace Vell::FontEngine {
 
-/// The most pixels that one glyph is rendered to: 33,554,432, four screens of 3840 x 2160. A hostile font can
-/// ask for a thousand million at any size; such a glyph fails as if FreeType had found it too large (its
-/// error 98, raster overflow).
-constexpr std::uint64_t maxGlyphPixels = std::uint64_t(1) << 25U;
+/// The most pixels that one glyph is rendered to: 268,435,456, a square of 16,384 pixels, half of FreeType's
+/// own 32,767 in each direction. A hostile font can ask for a thousand million at any size; such a glyph
+/// fails as if FreeType had found it too large (its error 98, raster overflow).
+constexpr std::uint64_t maxGlyphPixels = std::uint64_t(1) << 28U;
 
 /// Identifies one bitmap of a glyph: the key of the bitmap cache.
 ///

@@ -6,6 +6,7 @@
 
 #include <FontEngine/Engine.h>
 #include <FontEngine/GlyphKeyFields.h>
+#include <FontEngine/InstalledFonts.h>
 #include <FontEngine/Private/FE_FreeTypeUtilsInternal.h>
 #include <FontLoaders/Public/Exceptions.h>
 
@@ -16,7 +17,6 @@
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <functional>
 #include <set>
 #include <string>
@@ -32,23 +32,6 @@ using Keys = std::vector<BitmapGlyphInfo>;
 using Looks = std::vector<std::string>;
 using BitmapPtr = std::shared_ptr<const FT_BitmapGlyphRec_>;
 using Render = std::function<BitmapPtr(const BitmapGlyphInfo&)>;
-
-std::vector<std::filesystem::path> listInstalledFonts() {
-    std::vector<std::filesystem::path> files;
-    for (const auto& entry : std::filesystem::recursive_directory_iterator("/usr/share/fonts")) {
-        if (entry.is_regular_file()) {
-            files.push_back(entry.path());
-        }
-    }
-    return files;
-}
-
-Bytes readFile(const std::filesystem::path& path) {
-    Bytes bytes(std::filesystem::file_size(path));
-    std::ifstream(path, std::ios::binary)
-        .read(reinterpret_cast<char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
-    return bytes;
-}
 
 /// A collection with another of its faces in the first place.
 Bytes moveFaceToFront(Bytes collection, long index) {

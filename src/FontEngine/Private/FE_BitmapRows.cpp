@@ -65,7 +65,7 @@ void flipRows(FT_Bitmap& bitmap) {
     if (bitmap.rows < 2 || pitch == 0 || bitmap.buffer == nullptr) {
         return;
     }
-    // A glyph has at most 32,767 rows, so FreeType's 16-bit counts are wide enough.
+    // FreeType's coordinates have 16 bits, so a glyph has at most 65,535 rows.
     auto upper = std::uint16_t(0);
     auto lower = static_cast<std::uint16_t>(bitmap.rows - 1);
     std::vector<unsigned char> scratch(pitch);

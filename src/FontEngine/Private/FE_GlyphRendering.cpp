@@ -93,13 +93,27 @@ void rasterise(GlyphOwner& owner, const BitmapGlyphInfo& info) {
     throwIfNotRendered(error, info);
 }
 
+bool canRender(const FT_Outline& outline, FT_Render_Mode mode) {
+    FT_BBox box;
+    FT_Outline_Get_CBox(&outline, &box);
+    return !exceedsPixelLimit(box, mode);
+}
+
+bool canRender(const FT_GlyphRec_& glyph, FT_Render_Mode mode) {
+    if (glyph.format == FT_GLYPH_FORMAT_OUTLINE) {
+        return canRender(reinterpret_cast<const FT_OutlineGlyphRec_&>(glyph).outline, mode);
+    }
+    const FT_Bitmap& bitmap = reinterpret_cast<const FT_BitmapGlyphRec_&>(glyph).bitmap;
+    return !exceedsPixelLimit(bitmap.width, bitmap.rows);
+}
+
 void makeBitmap(GlyphOwner& owner, const BitmapGlyphInfo& info) {
     if (owner->format != FT_GLYPH_FORMAT_OUTLINE && owner->format != FT_GLYPH_FORMAT_BITMAP) {
         doFailAssert(file, 658,
                      "glyph->format == FT_GLYPH_FORMAT_OUTLINE || glyph->format == FT_GLYPH_FORMAT_BITMAP",
                      "Unsupported glyph format!");
     }
-    if (exceedsPixelLimit(*owner)) {
+    if (!canRender(*owner, info.getRenderMode())) {
         throwIfNotRendered(FT_Err_Raster_Overflow, info);
     }
     if (owner->format == FT_GLYPH_FORMAT_OUTLINE) {

@@ -10,7 +10,7 @@ namespace Vell::FontEngine::Internal {
 /// Whether so many whole pixels are more than maxGlyphPixels.
 bool exceedsPixelLimit(std::uint64_t width, std::uint64_t rows);
 
-/// The same for a loaded glyph: a bitmap, or an outline that is to be rendered.
-bool exceedsPixelLimit(const FT_GlyphRec_& glyph);
+/// The same for an outline that is to be rendered, by its control box in 26.6.
+bool exceedsPixelLimit(const FT_BBox& box, FT_Render_Mode mode);
 
 } // namespace Vell::FontEngine::Internal
