@@ -120,9 +120,9 @@ public:
 
     /// The bitmap of a glyph, its rows reversed on request; null when FreeType cannot size the face so (the
     /// failure is cached as well). Throws FreeTypeException when the glyph cannot be loaded or rendered, one
-    /// of more than maxGlyphPixels among them. `face` must be the face that `info` describes: the flip and
-    /// the face are no part of the key. The reference is to the cached pointer: copy it before another thread
-    /// can evict it.
+    /// of more than maxGlyphPixels, or of unreasonable work, among them. `face` must be the face that `info`
+    /// describes: the flip and the face are no part of the key. The reference is to the cached pointer: copy
+    /// it before another thread can evict it.
     const std::shared_ptr<const FT_BitmapGlyphRec_>&
     getBitmapGlyph(const BitmapGlyphInfo& info, CheckedPtrImpl<const FontFace, false> face,
                    bool flipVertically) const;

@@ -44,6 +44,25 @@ Engine makeEngineWithBox(int width, int height) {
     return Engine(font.build());
 }
 
+/// Edges that run up and down all over the glyph, one unit further to the right each time.
+Testing::FontContour makeZigzag(int points, int height) {
+    Testing::FontContour contour;
+    for (int i = 0; i < points; ++i) {
+        contour.push_back({i / 20, i % 2 == 0 ? 0 : height});
+    }
+    return contour;
+}
+
+/// Glyph 1 is small, glyph 2 keeps FreeType busy for seconds at 20 pixels.
+Engine makeEngineWithZigzag() {
+    FontBuilder font;
+    font.setUnitsPerEm(64);
+    font.addGlyph(Testing::makeBoxGlyph(10, 0, 0, 10, 10));
+    font.addGlyph({1000, {makeZigzag(20'000, 1200)}, {}});
+    font.map('A', 1);
+    return Engine(font.build());
+}
+
 } // namespace
 
 TEST(HostileFont, RendersGlyphsUpToTheDocumentedNumberOfPixels) {
@@ -78,6 +97,27 @@ TEST(HostileFont, DrawsOutlinesOfAnyExtent) {
     const Engine engine = makeEngineWithBox(32000, 32000);
     RecordingPainter painter;
     EXPECT_NE(engine.factory->getOutlineGlyphPath(makeKey(2, 12.0F).makeOutline(), engine.getFace(), painter),
+              nullptr);
+}
+
+TEST(HostileFont, LosesOnlyTheGlyphThatWouldKeepTheRasteriserBusy) {
+    const Engine engine = makeEngineWithZigzag();
+    for (const FT_Render_Mode mode : {FT_RENDER_MODE_NORMAL, FT_RENDER_MODE_LCD}) {
+        for (const GlyphTransform transform : {GlyphTransform::None, GlyphTransform::Embolden}) {
+            const KeyFields busy =
+                makeKey(2, 20.0F).with(&KeyFields::mode, mode).with(&KeyFields::transform, transform);
+            EXPECT_EQ(getRenderingError(engine, busy), rasterOverflow);
+            EXPECT_EQ(getRenderingError(engine, busy), rasterOverflow) << "nothing was cached";
+            EXPECT_NE(render(engine, busy.with(&KeyFields::glyph, 1)), nullptr);
+        }
+    }
+    EXPECT_EQ(engine.factory->getCacheFigures().bitmaps.entries, 4U);
+}
+
+TEST(HostileFont, DrawsOutlinesOfAnyIntricacy) {
+    const Engine engine = makeEngineWithZigzag();
+    RecordingPainter painter;
+    EXPECT_NE(engine.factory->getOutlineGlyphPath(makeKey(2, 20.0F).makeOutline(), engine.getFace(), painter),
               nullptr);
 }
 

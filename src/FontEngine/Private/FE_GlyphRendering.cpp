@@ -6,6 +6,7 @@
 #include <FontEngine/Private/FE_GlyphIndices.h>
 #include <FontEngine/Private/FE_Hinting.h>
 #include <FontEngine/Private/FE_PixelLimit.h>
+#include <FontEngine/Private/FE_RasterWork.h>
 #include <FontLoaders/Public/CompositeGlyphs.h>
 #include <FontLoaders/Public/FreeTypeMemory.h>
 #include <Utils/Public/Assert.h>
@@ -93,27 +94,27 @@ void rasterise(GlyphOwner& owner, const BitmapGlyphInfo& info) {
     throwIfNotRendered(error, info);
 }
 
-bool canRender(const FT_Outline& outline, FT_Render_Mode mode) {
+bool canRender(const FT_Outline& outline, FT_Render_Mode mode, unsigned int pixelsPerEm) {
     FT_BBox box;
     FT_Outline_Get_CBox(&outline, &box);
-    return !exceedsPixelLimit(box, mode);
+    return !exceedsPixelLimit(box, mode) && !exceedsWorkLimit(outline, box, mode, pixelsPerEm);
 }
 
-bool canRender(const FT_GlyphRec_& glyph, FT_Render_Mode mode) {
+bool canRender(const FT_GlyphRec_& glyph, FT_Render_Mode mode, unsigned int pixelsPerEm) {
     if (glyph.format == FT_GLYPH_FORMAT_OUTLINE) {
-        return canRender(reinterpret_cast<const FT_OutlineGlyphRec_&>(glyph).outline, mode);
+        return canRender(reinterpret_cast<const FT_OutlineGlyphRec_&>(glyph).outline, mode, pixelsPerEm);
     }
     const FT_Bitmap& bitmap = reinterpret_cast<const FT_BitmapGlyphRec_&>(glyph).bitmap;
     return !exceedsPixelLimit(bitmap.width, bitmap.rows);
 }
 
-void makeBitmap(GlyphOwner& owner, const BitmapGlyphInfo& info) {
+void makeBitmap(GlyphOwner& owner, const BitmapGlyphInfo& info, unsigned int pixelsPerEm) {
     if (owner->format != FT_GLYPH_FORMAT_OUTLINE && owner->format != FT_GLYPH_FORMAT_BITMAP) {
         doFailAssert(file, 658,
                      "glyph->format == FT_GLYPH_FORMAT_OUTLINE || glyph->format == FT_GLYPH_FORMAT_BITMAP",
                      "Unsupported glyph format!");
     }
-    if (!canRender(*owner, info.getRenderMode())) {
+    if (!canRender(*owner, info.getRenderMode(), pixelsPerEm)) {
         throwIfNotRendered(FT_Err_Raster_Overflow, info);
     }
     if (owner->format == FT_GLYPH_FORMAT_OUTLINE) {
@@ -154,7 +155,7 @@ std::shared_ptr<const FT_BitmapGlyphRec_> createBitmapGlyph(const BitmapGlyphInf
     transformSlot(face, info, OutlineScale::Scaled);
     const FontLoaders::FreeTypeGlyphMemory glyphMemory;
     GlyphOwner owner = takeGlyph(face, info);
-    makeBitmap(owner, info);
+    makeBitmap(owner, info, face->size->metrics.y_ppem);
 
     auto* const glyph = reinterpret_cast<FT_BitmapGlyph>(owner.get());
     if (flipVertically) {
