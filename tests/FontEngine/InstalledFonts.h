@@ -2,8 +2,13 @@
 
 #include <support/ByteWriter.h>
 
+#include <ft2build.h>
+#include FT_GLYPH_H
+
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <string>
 #include <vector>
 
 namespace Vell::FontEngine {
@@ -23,6 +28,15 @@ inline Testing::Bytes readFile(const std::filesystem::path& path) {
     std::ifstream(path, std::ios::binary)
         .read(reinterpret_cast<char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
     return bytes;
+}
+
+/// What of a bitmap a text shows.
+inline std::string describe(const FT_BitmapGlyphRec_& glyph) {
+    const FT_Bitmap& bitmap = glyph.bitmap;
+    const std::size_t size = std::size_t(static_cast<unsigned int>(std::abs(bitmap.pitch))) * bitmap.rows;
+    return std::to_string(glyph.left) + " " + std::to_string(glyph.top) + " " + std::to_string(bitmap.width) +
+           " " + std::to_string(bitmap.rows) + " " +
+           std::string(reinterpret_cast<const char*>(bitmap.buffer), size);
 }
 
 } // namespace Vell::FontEngine

@@ -90,15 +90,6 @@ TEST(InstalledFontsLimits, AskTheRasteriserForLessThanATenthOfTheLimit) {
     EXPECT_GE(fonts, 6U) << "the tests' packages alone have more";
 }
 
-/// What of a bitmap a text shows.
-std::string describe(const FT_BitmapGlyphRec_& glyph) {
-    const FT_Bitmap& bitmap = glyph.bitmap;
-    const std::size_t size = std::size_t(static_cast<unsigned int>(std::abs(bitmap.pitch))) * bitmap.rows;
-    return std::to_string(glyph.left) + " " + std::to_string(glyph.top) + " " + std::to_string(bitmap.width) +
-           " " + std::to_string(bitmap.rows) + " " +
-           std::string(reinterpret_cast<const char*>(bitmap.buffer), size);
-}
-
 std::string renderAsFreeTypeDoes(FT_Face face, unsigned long glyph) {
     EXPECT_EQ(FT_Load_Glyph(face, static_cast<FT_UInt>(glyph), FT_LOAD_RENDER), 0);
     FT_Glyph copy = nullptr;

@@ -76,15 +76,6 @@ Keys makeKeys(const std::set<FT_UInt>& glyphs, float size) {
     return keys;
 }
 
-/// What of a bitmap a text shows.
-std::string describe(const FT_BitmapGlyphRec_& glyph) {
-    const FT_Bitmap& bitmap = glyph.bitmap;
-    const std::size_t size = std::size_t(static_cast<unsigned int>(std::abs(bitmap.pitch))) * bitmap.rows;
-    return std::to_string(glyph.left) + " " + std::to_string(glyph.top) + " " + std::to_string(bitmap.width) +
-           " " + std::to_string(bitmap.rows) + " " +
-           std::string(reinterpret_cast<const char*>(bitmap.buffer), size);
-}
-
 std::string describeOutcome(const Render& render, const BitmapGlyphInfo& key) {
     try {
         const BitmapPtr glyph = render(key);

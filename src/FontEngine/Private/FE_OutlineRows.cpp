@@ -130,19 +130,19 @@ int draw(void* user, const Draw& draw) {
     return FT_Err_Ok;
 }
 
-int moveTo(const FT_Vector* to, void* user) {
+int onMove(const FT_Vector* to, void* user) {
     return draw(user, [to](RowWalk& walk) { walk.moveTo(*to); });
 }
 
-int lineTo(const FT_Vector* to, void* user) {
+int onLine(const FT_Vector* to, void* user) {
     return draw(user, [to](RowWalk& walk) { walk.lineTo(*to); });
 }
 
-int conicTo(const FT_Vector* control, const FT_Vector* to, void* user) {
+int onConic(const FT_Vector* control, const FT_Vector* to, void* user) {
     return draw(user, [=](RowWalk& walk) { walk.conicTo(*control, *to); });
 }
 
-int cubicTo(const FT_Vector* control1, const FT_Vector* control2, const FT_Vector* to, void* user) {
+int onCubic(const FT_Vector* control1, const FT_Vector* control2, const FT_Vector* to, void* user) {
     return draw(user, [=](RowWalk& walk) { walk.cubicTo(*control1, *control2, *to); });
 }
 
@@ -150,7 +150,7 @@ int cubicTo(const FT_Vector* control1, const FT_Vector* control2, const FT_Vecto
 
 std::vector<RowWork> measureRows(const FT_Outline& outline, FT_Pos low, std::size_t rows,
                                  Oversampling oversampling) {
-    static const FT_Outline_Funcs callbacks{moveTo, lineTo, conicTo, cubicTo, 0, 0};
+    static const FT_Outline_Funcs callbacks{onMove, onLine, onConic, onCubic, 0, 0};
     RowWalk walk(low, rows, oversampling);
     // An outline that cannot be walked to its end cannot be rendered either.
     FT_Outline_Decompose(const_cast<FT_Outline*>(&outline), &callbacks, &walk);

@@ -29,7 +29,7 @@ struct Rasterisation {
 };
 
 /// An outline's pixels as the rasteriser sees them.
-struct Extent {
+struct PixelGrid {
     std::int64_t width;
     std::int64_t rows;
 };
@@ -52,7 +52,7 @@ std::int64_t countPixels(FT_Pos low, FT_Pos high, FT_Pos oversampling) {
     return ((high * oversampling) >> 6) - ((low * oversampling) >> 6) + 1;
 }
 
-Extent getExtent(const FT_BBox& box, Oversampling oversampling) {
+PixelGrid getPixelGrid(const FT_BBox& box, Oversampling oversampling) {
     return {countPixels(box.xMin, box.xMax, oversampling.x), countPixels(box.yMin, box.yMax, oversampling.y)};
 }
 
@@ -61,17 +61,17 @@ bool isWithinCoordinates(const FT_BBox& box) {
     return box.xMin >= -limit && box.yMin >= -limit && box.xMax <= limit && box.yMax <= limit;
 }
 
-std::int64_t getBitmapWork(Extent extent, const Rasterisation& rasterisation) {
+std::int64_t getBitmapWork(PixelGrid grid, const Rasterisation& rasterisation) {
     const std::int64_t samples = rasterisation.oversampling.x * rasterisation.oversampling.y;
-    return extent.width * extent.rows / samples * rasterisation.bitmapCost;
+    return grid.width * grid.rows / samples * rasterisation.bitmapCost;
 }
 
-/// More than the work of any outline of so many points in this extent: each segment crosses all of it, and
+/// More than the work of any outline of so many points in this grid: each segment crosses all of it, and
 /// each row is a band of its own.
-std::int64_t getUpperBound(std::int64_t points, Extent extent) {
-    const std::int64_t longestSegment = 2 * (extent.width + extent.rows + 4);
-    const std::int64_t listCost = 4 * (pixelCost + searchCost * std::min(extent.width, maxRowPixels));
-    return points * longestSegment * (2 * extent.rows * pixelCost + listCost);
+std::int64_t getUpperBound(std::int64_t points, PixelGrid grid) {
+    const std::int64_t longestSegment = 2 * (grid.width + grid.rows + 4);
+    const std::int64_t listCost = 4 * (pixelCost + searchCost * std::min(grid.width, maxRowPixels));
+    return points * longestSegment * (2 * grid.rows * pixelCost + listCost);
 }
 
 /// What the rows of a band ask for together.
@@ -140,10 +140,10 @@ std::int64_t estimateRasterWork(const FT_Outline& outline, const FT_BBox& box, F
         return 0;
     }
     const Rasterisation rasterisation = getRasterisation(outline, mode);
-    const Extent extent = getExtent(box, rasterisation.oversampling);
+    const PixelGrid grid = getPixelGrid(box, rasterisation.oversampling);
     const std::vector<RowWork> rows =
-        measureRows(outline, box.yMin, static_cast<std::size_t>(extent.rows), rasterisation.oversampling);
-    return sumBands(rows, extent.width, outline.n_points) + getBitmapWork(extent, rasterisation);
+        measureRows(outline, box.yMin, static_cast<std::size_t>(grid.rows), rasterisation.oversampling);
+    return sumBands(rows, grid.width, outline.n_points) + getBitmapWork(grid, rasterisation);
 }
 
 bool exceedsWorkLimit(const FT_Outline& outline, const FT_BBox& box, FT_Render_Mode mode,
@@ -152,9 +152,9 @@ bool exceedsWorkLimit(const FT_Outline& outline, const FT_BBox& box, FT_Render_M
         return false;
     }
     const Rasterisation rasterisation = getRasterisation(outline, mode);
-    const Extent extent = getExtent(box, rasterisation.oversampling);
+    const PixelGrid grid = getPixelGrid(box, rasterisation.oversampling);
     const std::int64_t limit = getMaxRasterWork(pixelsPerEm);
-    return getUpperBound(outline.n_points, extent) + getBitmapWork(extent, rasterisation) > limit &&
+    return getUpperBound(outline.n_points, grid) + getBitmapWork(grid, rasterisation) > limit &&
            estimateRasterWork(outline, box, mode) > limit;
 }
 
