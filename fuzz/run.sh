@@ -1,41 +1,76 @@
 #!/usr/bin/env bash
 # Builds the fuzzers and lets each run for some seconds over the seeds and over what earlier runs found.
 #
-#   fuzz/run.sh                    every fuzzer, 20 seconds each
-#   fuzz/run.sh 300 font text      these, 300 seconds each
+#   fuzz/run.sh                        every fuzzer, 20 seconds each
+#   fuzz/run.sh 300 font text          these, 300 seconds each
+#   fuzz/run.sh 300 font -- FOLDER...  the fonts in these folders are seeds, too, of the fuzzers font and sfnt
 #
-# What a fuzzer learns stays in build/fuzz/grown; an input that fails is written to build/fuzz/failed.
+# A fuzzer goes on after a finding. What it learns stays in build/fuzz/grown. The inputs that fail are written to
+# build/fuzz/failed and listed with what each is about; then the script fails.
 set -euo pipefail
+
+seconds=20
+fuzzers=()
+folders=()
+[ $# -eq 0 ] || [ "$1" = -- ] || { seconds=$1; shift; }
+while [ $# -gt 0 ] && [ "$1" != -- ]; do fuzzers+=("$1"); shift; done
+[ $# -eq 0 ] || shift
+for folder in "$@"; do folders+=("$(realpath -e "$folder")"); done
 cd "$(dirname "$0")/.."
 
-seconds=${1:-20}
-fuzzers=("${@:2}")
-[ ${#fuzzers[@]} -gt 0 ] || fuzzers=(font text cache sfnt)
-declare -A longest=([font]=32768 [text]=600 [cache]=3000 [sfnt]=32768)
+[ ${#fuzzers[@]} -gt 0 ] || fuzzers=(font text cache sfnt cairo)
+declare -A longest=([font]=150000 [text]=600 [cache]=3000 [sfnt]=150000 [cairo]=2000)
 for fuzzer in "${fuzzers[@]}"; do
   [ -n "${longest[$fuzzer]:-}" ] || { echo "run.sh: there is no fuzzer '$fuzzer'" >&2; exit 2; }
 done
 
 cmake --preset fuzz
 cmake --build --preset fuzz
+further=build/fuzz/further
+rm -rf "$further"
+[ ${#folders[@]} -eq 0 ] || build/fuzz/fuzz/fontengine_fuzz_seeds "$further" "${folders[@]}"
 
 export UBSAN_OPTIONS=print_stacktrace=1
 run() {
-  local options=(-max_total_time="$seconds" -timeout=20 -rss_limit_mb=2048 -malloc_limit_mb=512
-    -max_len="${longest[$1]}" -print_final_stats=1 -artifact_prefix="build/fuzz/failed/$1-")
+  # Energy goes by time: otherwise the few slow inputs take nine tenths of it.
+  local options=(-fork=1 -ignore_crashes=1 -ignore_timeouts=1 -ignore_ooms=1 -entropic_scale_per_exec_time=1
+    -max_total_time="$seconds" -timeout=20 -rss_limit_mb=2048 -malloc_limit_mb=512
+    -max_len="${longest[$1]}" -artifact_prefix="build/fuzz/failed/$1-" -print_funcs=0)
+  local seeds=("build/fuzz/fuzz/corpus/$1")
+  [ ! -d "$further/$1" ] || seeds+=("$further/$1")
   [ ! -f "fuzz/$1.dict" ] || options+=(-dict="fuzz/$1.dict")
   mkdir -p "build/fuzz/grown/$1" build/fuzz/failed
-  "build/fuzz/fuzz/fuzz_$1" "${options[@]}" "build/fuzz/grown/$1" "build/fuzz/fuzz/corpus/$1"
+  "build/fuzz/fuzz/fuzz_$1" "${options[@]}" "build/fuzz/grown/$1" "${seeds[@]}"
+}
+
+# Inputs that are only slow (slow-unit-...) are no failures.
+list_failed() {
+  find build/fuzz/failed -name "$1-*" ! -name "$1-slow-unit-*" -newer "$2" | sort
+}
+
+# One line of what a single run of the input reports.
+describe() {
+  { timeout 120 build/fuzz/fuzz/fontengine_fuzz_replay "$1" "$2" 2>&1 || true; } |
+    grep -m 1 -oE 'SUMMARY: .*|broken rule: .*|.*assertion failed: .*|.*FAILED.*' ||
+    echo "nothing when it is run by itself: it takes too long or too much memory"
 }
 
 failed=()
 for fuzzer in "${fuzzers[@]}"; do
   log="build/fuzz/fuzz_$fuzzer.log"
-  if ! run "$fuzzer" >"$log" 2>&1; then
+  start="build/fuzz/fuzz_$fuzzer.start"
+  touch "$start"
+  status=0
+  run "$fuzzer" >"$log" 2>&1 || status=$?
+  inputs=$(list_failed "$fuzzer" "$start")
+  if [ "$status" -ne 0 ] || [ -n "$inputs" ]; then
     failed+=("$fuzzer")
-    tail -n 60 "$log"
+    [ "$status" -eq 0 ] || tail -n 60 "$log"
+    for input in $inputs; do
+      echo "$input: $(describe "$fuzzer" "$input")"
+    done
   fi
-  executions=$(sed -n 's/^stat::number_of_executed_units: *//p' "$log")
+  executions=$(sed -n 's/^#\([0-9]*\): .*/\1/p' "$log" | tail -n 1)
   echo "fuzz_$fuzzer: ${executions:-unknown number of} executions"
 done
 

@@ -139,8 +139,15 @@ Seed makeFontSeed(std::string name, const Bytes& file, const FontSteering& steer
     for (const unsigned int glyph : steering.glyphs) {
         writer.addU16(glyph);
     }
+    writer.addU8(steering.services);
     writer.addBytes(file);
     return {std::move(name), writer.getBytes()};
+}
+
+Seed makeSfntSeed(std::string name, unsigned char faceIndex, const Bytes& file) {
+    Bytes bytes = {faceIndex};
+    bytes.insert(bytes.end(), file.begin(), file.end());
+    return {std::move(name), bytes};
 }
 
 FontBuilder makeBoxFont(const std::string& family) {
@@ -176,17 +183,12 @@ std::vector<Seed> makeFontSeeds() {
 
 std::vector<Seed> makeSfntSeeds() {
     const Bytes collection = Testing::buildCollection({makeBoxFont(), makeHintedFont(), makeSymbolFont()});
-    const auto makeSeed = [](const char* name, unsigned char index, const Bytes& file) {
-        Bytes bytes = {index};
-        bytes.insert(bytes.end(), file.begin(), file.end());
-        return Seed{name, bytes};
-    };
-    return {makeSeed("first", 0, collection),
-            makeSeed("last", 2, collection),
-            makeSeed("beyond", 3, collection),
-            makeSeed("single", 0, makeBoxFont().build()),
-            makeSeed("type1", 0, makeType1Font("Fuzzed")),
-            makeSeed("bitmaps", 0, makeBitmapFont(1))};
+    return {makeSfntSeed("first", 0, collection),
+            makeSfntSeed("last", 2, collection),
+            makeSfntSeed("beyond", 3, collection),
+            makeSfntSeed("single", 0, makeBoxFont().build()),
+            makeSfntSeed("type1", 0, makeType1Font("Fuzzed")),
+            makeSfntSeed("bitmaps", 0, makeBitmapFont(1))};
 }
 
 } // namespace Vell::Fuzz

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <fuzz/support/FontScript.h>
 #include <support/FontBuilder.h>
 
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -27,18 +29,29 @@ struct FontSteering {
     unsigned int offset = 0;
     unsigned int character = 0; ///< 0 a letter, 1 an underscore
     unsigned int glyphs[2] = {1, 2};
+    unsigned int services = Service::all;
 };
 
 Seed makeFontSeed(std::string name, const Bytes& file, const FontSteering& steering = {});
+Seed makeSfntSeed(std::string name, unsigned char faceIndex, const Bytes& file);
 
 /// A font of boxes: A to Z, the underscore, a blank and an accented letter.
 Testing::FontBuilder makeBoxFont(const std::string& family = "Fuzzed");
+
+/// Font files as the harnesses that take fonts want them.
+struct FurtherSeeds {
+    std::vector<Seed> font;
+    std::vector<Seed> sfnt;
+};
+/// All files in the folder and in the folders in it, whether or not they are fonts.
+FurtherSeeds readFurtherSeeds(const std::filesystem::path& folder);
 
 std::vector<Seed> makeFontSeeds();      ///< fonts such as are in use
 std::vector<Seed> makeCffSeeds();       ///< fonts with PostScript outlines
 std::vector<Seed> makeCharMapSeeds();   ///< fonts in every charmap format
 std::vector<Seed> makeCompositeSeeds(); ///< fonts with glyphs made of glyphs
 std::vector<Seed> makeHostileSeeds();   ///< fonts that ask for too much
+std::vector<Seed> makeCairoSeeds();
 std::vector<Seed> makeTextSeeds();
 std::vector<Seed> makeCacheSeeds();
 std::vector<Seed> makeSfntSeeds();

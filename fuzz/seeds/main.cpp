@@ -1,7 +1,9 @@
 // fontengine_fuzz_seeds <folder>: writes the seeds of every harness into a folder of its name.
+// fontengine_fuzz_seeds <folder> <folder of fonts>...: makes seeds of these files instead.
 
 #include <fuzz/seeds/Seeds.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -10,6 +12,9 @@
 namespace {
 
 using Vell::Fuzz::Seed;
+
+/// What fuzz/run.sh gives to the fuzzers of fonts. Longer inputs are for the replay alone.
+constexpr std::size_t longestFuzzed = 150000;
 
 void write(const std::filesystem::path& folder, const std::vector<Seed>& seeds) {
     std::filesystem::create_directories(folder);
@@ -23,26 +28,45 @@ void write(const std::filesystem::path& folder, const std::vector<Seed>& seeds) 
     }
 }
 
+void writeFontSeeds(const std::filesystem::path& folder, std::vector<Seed> seeds) {
+    const auto firstLong = std::partition(
+        seeds.begin(), seeds.end(), [](const Seed& seed) { return seed.bytes.size() <= longestFuzzed; });
+    write(folder / "long-font", {firstLong, seeds.end()});
+    write(folder / "font", {seeds.begin(), firstLong});
+}
+
 void writeAll(const std::filesystem::path& folder) {
-    write(folder / "font", Vell::Fuzz::makeFontSeeds());
-    write(folder / "font", Vell::Fuzz::makeCffSeeds());
-    write(folder / "font", Vell::Fuzz::makeCharMapSeeds());
-    write(folder / "font", Vell::Fuzz::makeCompositeSeeds());
-    write(folder / "font", Vell::Fuzz::makeHostileSeeds());
+    for (const auto makeSeeds :
+         {Vell::Fuzz::makeFontSeeds, Vell::Fuzz::makeCffSeeds, Vell::Fuzz::makeCharMapSeeds,
+          Vell::Fuzz::makeCompositeSeeds, Vell::Fuzz::makeHostileSeeds}) {
+        writeFontSeeds(folder, makeSeeds());
+    }
+    write(folder / "cairo", Vell::Fuzz::makeCairoSeeds());
     write(folder / "text", Vell::Fuzz::makeTextSeeds());
     write(folder / "cache", Vell::Fuzz::makeCacheSeeds());
     write(folder / "sfnt", Vell::Fuzz::makeSfntSeeds());
 }
 
+void writeFurther(const std::filesystem::path& folder, const char* fonts) {
+    const Vell::Fuzz::FurtherSeeds seeds = Vell::Fuzz::readFurtherSeeds(fonts);
+    write(folder / "font", seeds.font);
+    write(folder / "sfnt", seeds.sfnt);
+}
+
 } // namespace
 
 int main(int count, char** arguments) {
-    if (count != 2) {
-        std::fprintf(stderr, "usage: fontengine_fuzz_seeds <folder>\n");
+    if (count < 2) {
+        std::fprintf(stderr, "usage: fontengine_fuzz_seeds <folder> [<folder of fonts>...]\n");
         return 2;
     }
     try {
-        writeAll(arguments[1]);
+        if (count == 2) {
+            writeAll(arguments[1]);
+        }
+        for (int i = 2; i < count; ++i) {
+            writeFurther(arguments[1], arguments[i]);
+        }
         return 0;
     } catch (const std::exception& error) {
         std::fprintf(stderr, "fontengine_fuzz_seeds: %s\n", error.what());

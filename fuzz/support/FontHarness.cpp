@@ -55,10 +55,11 @@ public:
         , _face(_font.getFace()) {}
 
     void run() {
-        measure();
+        if (_script.asksFor(Service::metrics)) {
+            measure();
+        }
         for (const unsigned int glyph : chooseGlyphs()) {
-            renderBitmap(glyph);
-            renderOutline(glyph);
+            render(glyph);
         }
         drawText();
     }
@@ -69,12 +70,23 @@ private:
         checkCountedChars(getText(), 50.0F, Testing::makeExtFontInfo(_fontInfo), _font);
     }
 
-    /// The first, the last and one that does not exist, and those that the script asks for.
+    /// Those that the script names; the first, the last and one that does not exist, if it asks for them.
     std::vector<unsigned int> chooseGlyphs() const {
         const auto count = static_cast<unsigned int>(std::max(_face->getHandle()->num_glyphs, 0L));
         std::vector<unsigned int> glyphs(_script.glyphs.begin(), _script.glyphs.end());
-        glyphs.insert(glyphs.end(), {0, count - 1, count});
+        if (_script.asksFor(Service::cornerCases)) {
+            glyphs.insert(glyphs.end(), {0, count - 1, count});
+        }
         return glyphs;
+    }
+
+    void render(unsigned int glyph) const {
+        if (_script.asksFor(Service::bitmaps)) {
+            renderBitmap(glyph);
+        }
+        if (_script.asksFor(Service::outlines)) {
+            renderOutline(glyph);
+        }
     }
 
     void renderBitmap(unsigned int glyph) const {
@@ -112,8 +124,12 @@ private:
         place.transform = {_script.scale.x, 0.0F, 0.0F, _script.scale.y, 10.0F, 20.0F};
         place.devicePixelRatio = _script.devicePixelRatio;
         place.isFlipped = _script.isFlipped;
-        tolerate<FreeTypeException>([&] { drawRaster(getText(), extFontInfo, _font, place); });
-        tolerate<FreeTypeException>([&] { drawVector(getText(), extFontInfo, _font, place); });
+        if (_script.asksFor(Service::rasterText)) {
+            tolerate<FreeTypeException>([&] { drawRaster(getText(), extFontInfo, _font, place); });
+        }
+        if (_script.asksFor(Service::vectorText)) {
+            tolerate<FreeTypeException>([&] { drawVector(getText(), extFontInfo, _font, place); });
+        }
     }
 
     static std::string getText() { return "A__ b\xC3\xA9"; }

@@ -40,6 +40,7 @@ FontScript::FontScript(ByteReader& reader) {
     for (unsigned int& glyph : glyphs) {
         glyph = reader.takeU16();
     }
+    services = reader.takeU8();
 }
 
 FontEngine::BitmapGlyphInfo

@@ -10,15 +10,28 @@
 
 namespace Vell::Fuzz {
 
-/// How a fuzzed font is asked for its glyphs: the 16 bytes in front of the file, in this order.
+/// What a run over a fuzzed font does; bits.
+namespace Service {
+constexpr unsigned int metrics = 1;      ///< measures the line and counts characters
+constexpr unsigned int bitmaps = 2;      ///< renders and colours the glyphs
+constexpr unsigned int outlines = 4;     ///< takes the glyphs' paths
+constexpr unsigned int rasterText = 8;   ///< draws a text as bitmaps
+constexpr unsigned int vectorText = 16;  ///< draws it as paths
+constexpr unsigned int cornerCases = 32; ///< the first, the last and a missing glyph, too
+constexpr unsigned int all = 63;
+} // namespace Service
+
+/// How a fuzzed font is asked for its glyphs: the 17 bytes in front of the file, in this order.
 struct FontScript {
-    static constexpr std::size_t size = 16;
+    static constexpr std::size_t size = 17;
 
     explicit FontScript(ByteReader& reader);
 
     FontEngine::BitmapGlyphInfo makeKey(const FontEngine::FontFace& face,
                                         const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& faceInfo,
                                         unsigned long glyphIndex) const;
+
+    bool asksFor(unsigned int service) const { return (services & service) != 0; }
 
     // 1 byte of flags: 1 bold, 2 italic, 4 flipped, 8 last, 16 and 32 the position type
     bool isBold;
@@ -33,6 +46,7 @@ struct FontScript {
     unsigned char offset;               // 1 byte
     unsigned int character;             // 1 byte: one of those that the engine treats in ways of their own
     std::array<unsigned int, 2> glyphs; // 2 bytes each
+    unsigned int services;              // 1 byte, bits of Service
 };
 
 } // namespace Vell::Fuzz

@@ -13,7 +13,7 @@ struct NamedHarness {
 };
 
 constexpr NamedHarness harnesses[] = {
-    {"font", runFont}, {"text", runText}, {"cache", runCache}, {"sfnt", runSfnt}};
+    {"font", runFont}, {"text", runText}, {"cache", runCache}, {"sfnt", runSfnt}, {"cairo", runCairo}};
 
 } // namespace
 

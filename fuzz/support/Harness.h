@@ -15,10 +15,10 @@ namespace Vell::Fuzz {
 
 using Testing::Bytes;
 
-/// Opens a font file and asks every service for its glyphs.
+/// Opens a font file and asks the services for its glyphs.
 ///
-/// The input: 16 bytes that choose style, render mode, size, scale, ratio, offset, character and glyphs (see
-/// FontScript), then the file.
+/// The input: 17 bytes that choose style, render mode, size, scale, ratio, offset, character, glyphs and
+/// services (see FontScript), then the file.
 void runFont(const Bytes& input);
 
 /// Measures and draws a text with both painters.
@@ -37,8 +37,15 @@ void runCache(const Bytes& input);
 /// The input: 1 byte for the face's index, then the file.
 void runSfnt(const Bytes& input);
 
-/// Runs the harness of that name: "font", "text", "cache" or "sfnt". Throws std::invalid_argument for
-/// another.
+/// Draws paths and glyph images with the painters over cairo, glyphs also by cairo alone, and compares the
+/// two.
+///
+/// The input: 25 bytes for the surface and the client's settings (see CairoScene), then operations (see
+/// CairoOperation).
+void runCairo(const Bytes& input);
+
+/// Runs the harness of that name: "font", "text", "cache", "sfnt" or "cairo". Throws std::invalid_argument
+/// for another.
 void runHarness(std::string_view name, const Bytes& input);
 
 } // namespace Vell::Fuzz

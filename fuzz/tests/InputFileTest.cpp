@@ -34,7 +34,7 @@ TEST(Input, ThatDoesNotExistIsAnError) {
 
 TEST(Harness, HasAName) {
     EXPECT_THROW(runHarness("nothing", {}), std::invalid_argument);
-    for (const char* const name : {"font", "text", "cache", "sfnt"}) {
+    for (const char* const name : {"font", "text", "cache", "sfnt", "cairo"}) {
         EXPECT_NO_THROW(runHarness(name, {})) << name;
     }
 }

@@ -1,0 +1,144 @@
+#include <fuzz/seeds/Seeds.h>
+
+#include <fuzz/support/CairoScript.h>
+
+#include <ft2build.h>
+#include FT_FREETYPE_H
+
+#include <utility>
+
+namespace Vell::Fuzz {
+
+using Testing::ByteWriter;
+
+namespace {
+
+constexpr unsigned int oneFold = 0x4000;
+
+/// Writes a script: the scene, then its operations.
+class ScriptWriter {
+public:
+    explicit ScriptWriter(unsigned int flags = 0, unsigned int format = 0) {
+        for (const unsigned int byte : {40U, 24U, format, flags, 0U}) {
+            _writer.addU8(byte);
+        }
+        for (const unsigned int number :
+             {2 * oneFold, 2 * oneFold, 0x0300U, 0x0280U, oneFold, oneFold, oneFold / 4, oneFold}) {
+            _writer.addU16(number);
+        }
+        _writer.addU32(0x2040C0FF); // a colour
+    }
+
+    ScriptWriter& add(CairoOperation operation, const std::vector<unsigned int>& numbers = {}) {
+        _writer.addU8(static_cast<unsigned int>(operation));
+        for (const unsigned int number : numbers) {
+            _writer.addU16(number);
+        }
+        return *this;
+    }
+
+    ScriptWriter& addGlyph(unsigned int pixelMode, unsigned int flags, unsigned int x, unsigned int y) {
+        _writer.addU8(static_cast<unsigned int>(CairoOperation::Glyph));
+        return addGlyphOfRun(pixelMode, flags, x, y);
+    }
+
+    ScriptWriter& addGlyphOfRun(unsigned int pixelMode, unsigned int flags, unsigned int x, unsigned int y) {
+        for (const unsigned int byte : {pixelMode, 9U, 7U, 16U, flags, pixelMode + 5}) {
+            _writer.addU8(byte);
+        }
+        _writer.addU16(x);
+        _writer.addU16(y);
+        return *this;
+    }
+
+    ScriptWriter& addByte(unsigned int byte) {
+        _writer.addU8(byte);
+        return *this;
+    }
+
+    Seed build(std::string name) const { return {std::move(name), _writer.getBytes()}; }
+
+private:
+    ByteWriter _writer;
+};
+
+/// A coordinate as scripts have it, of a whole number of units.
+unsigned int at(int coordinate) {
+    return static_cast<unsigned int>(coordinate + static_cast<int>(originOfPoints)) << 8;
+}
+
+void addShape(ScriptWriter& script) {
+    using Kind = CairoOperation;
+    script.add(Kind::MoveTo, {at(2), at(2)}).add(Kind::LineTo, {at(30), at(4)});
+    script.add(Kind::QuadTo, {at(35), at(20), at(20), at(18)});
+    script.add(Kind::CubicTo, {at(10), at(30), at(-10), at(12), at(2), at(2)});
+    script.add(Kind::TakePath).add(Kind::Fill).add(Kind::LineWidth, {0x0180}).add(Kind::Stroke);
+}
+
+Seed makePathSeed(std::string name, unsigned int flags, unsigned int format) {
+    using Kind = CairoOperation;
+    ScriptWriter script(flags, format);
+    addShape(script);
+    script.add(Kind::Push).add(Kind::Translate, {at(3), at(1)}).add(Kind::Scale, {oneFold / 2, 0xE7FF});
+    script.add(Kind::Rotate, {oneFold / 3}).add(Kind::Fill).add(Kind::Pop).add(Kind::Stroke);
+    script.add(Kind::Reset).add(Kind::Color, {0xFF00, 0x0080}).add(Kind::Fill);
+    return script.build(std::move(name));
+}
+
+Seed makeGlyphSeed(std::string name, unsigned int flags, unsigned int format, unsigned int fraction) {
+    ScriptWriter script(flags, format);
+    for (unsigned int pixelMode = 0; pixelMode <= FT_PIXEL_MODE_BGRA + 1U; ++pixelMode) {
+        script.addGlyph(pixelMode, 4 * (pixelMode % 2), at(static_cast<int>(4 * pixelMode)) + fraction,
+                        at(3) + fraction);
+    }
+    script.add(CairoOperation::GlyphRun).addByte(3);
+    for (const unsigned int pixelMode : {FT_PIXEL_MODE_GRAY, FT_PIXEL_MODE_LCD, FT_PIXEL_MODE_BGRA}) {
+        script.addGlyphOfRun(pixelMode, 0, at(-2) + fraction, at(12));
+    }
+    return script.build(std::move(name));
+}
+
+Seed makeAbsurdSeed(unsigned int absurd) {
+    using Kind = CairoOperation;
+    const unsigned int number = 0xC000 + absurd;
+    ScriptWriter script;
+    addShape(script);
+    script.add(Kind::LineTo, {number, at(3)})
+        .add(Kind::CubicTo, {at(1), number, number, at(1), at(9), at(9)});
+    script.add(Kind::TakePath).add(Kind::Fill).add(Kind::LineWidth, {number}).add(Kind::Stroke);
+    script.addGlyph(FT_PIXEL_MODE_GRAY, 0, number, at(2));
+    script.add(Kind::Scale, {number, oneFold}).add(Kind::Fill).add(Kind::Stroke);
+    script.addGlyph(FT_PIXEL_MODE_GRAY, 0, at(2), at(2));
+    return script.build("absurd-" + std::to_string(absurd));
+}
+
+Seed makeBrokenSeed(std::string name, unsigned int way) {
+    ScriptWriter script;
+    addShape(script);
+    script.add(CairoOperation::Break).addByte(way).addByte(way);
+    addShape(script);
+    script.addGlyph(FT_PIXEL_MODE_GRAY, 0, at(2), at(2));
+    return script.build(std::move(name));
+}
+
+} // namespace
+
+std::vector<Seed> makeCairoSeeds() {
+    std::vector<Seed> seeds = {ScriptWriter().build("nothing-drawn"), makeBrokenSeed("singular", 0),
+                               makeBrokenSeed("finished", 1)};
+    for (unsigned int format = 0; format < 4; ++format) {
+        seeds.push_back(makePathSeed("paths-" + std::to_string(format), 0, format));
+        seeds.push_back(makeGlyphSeed("glyphs-" + std::to_string(format), 0, format, 0));
+        seeds.push_back(makeGlyphSeed("displaced-glyphs-" + std::to_string(format), 0, format, 0x55));
+    }
+    for (unsigned int flag = 1; flag < 256; flag *= 2) {
+        seeds.push_back(makePathSeed("paths-flag-" + std::to_string(flag), flag, 0));
+        seeds.push_back(makeGlyphSeed("glyphs-flag-" + std::to_string(flag), flag, 0, 0x55));
+    }
+    for (unsigned int absurd = 0; absurd < 23; ++absurd) {
+        seeds.push_back(makeAbsurdSeed(absurd));
+    }
+    return seeds;
+}
+
+} // namespace Vell::Fuzz
