@@ -51,6 +51,10 @@ std::vector<Seed> makeCffSeeds();       ///< fonts with PostScript outlines
 std::vector<Seed> makeCharMapSeeds();   ///< fonts in every charmap format
 std::vector<Seed> makeCompositeSeeds(); ///< fonts with glyphs made of glyphs
 std::vector<Seed> makeHostileSeeds();   ///< fonts that ask for too much
+std::vector<Seed> makeWrappedSeeds();   ///< WOFF, WOFF2, Type 42
+std::vector<Seed> makeFormatSeeds();    ///< PCF, PFR, CID-keyed Type 1
+std::vector<Seed> makeColorSeeds();     ///< fonts with pictures for glyphs
+std::vector<Seed> makeVariableSeeds();  ///< fonts with axes
 std::vector<Seed> makeCairoSeeds();
 std::vector<Seed> makeTextSeeds();
 std::vector<Seed> makeCacheSeeds();

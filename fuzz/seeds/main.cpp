@@ -38,7 +38,8 @@ void writeFontSeeds(const std::filesystem::path& folder, std::vector<Seed> seeds
 void writeAll(const std::filesystem::path& folder) {
     for (const auto makeSeeds :
          {Vell::Fuzz::makeFontSeeds, Vell::Fuzz::makeCffSeeds, Vell::Fuzz::makeCharMapSeeds,
-          Vell::Fuzz::makeCompositeSeeds, Vell::Fuzz::makeHostileSeeds}) {
+          Vell::Fuzz::makeCompositeSeeds, Vell::Fuzz::makeHostileSeeds, Vell::Fuzz::makeWrappedSeeds,
+          Vell::Fuzz::makeFormatSeeds, Vell::Fuzz::makeColorSeeds, Vell::Fuzz::makeVariableSeeds}) {
         writeFontSeeds(folder, makeSeeds());
     }
     write(folder / "cairo", Vell::Fuzz::makeCairoSeeds());

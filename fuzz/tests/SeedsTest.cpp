@@ -1,0 +1,94 @@
+#include <fuzz/seeds/Seeds.h>
+
+#include <fuzz/support/FontScript.h>
+#include <support/OpenedFont.h>
+#include <support/TemporaryFolder.h>
+
+#include FT_FONT_FORMATS_H
+
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <fstream>
+#include <stdexcept>
+#include <tuple>
+
+namespace Vell::Fuzz {
+
+namespace {
+
+Bytes getFile(const Seed& seed) {
+    return Bytes(seed.bytes.begin() + FontScript::size, seed.bytes.end());
+}
+
+Seed find(const std::string& name) {
+    for (const auto makeSeeds : {makeWrappedSeeds, makeFormatSeeds, makeColorSeeds, makeVariableSeeds}) {
+        for (const Seed& seed : makeSeeds()) {
+            if (seed.name == name) {
+                return seed;
+            }
+        }
+    }
+    throw std::out_of_range(name);
+}
+
+/// Parameters: name, what FreeType calls the format, number of glyphs.
+using Format = std::tuple<const char*, const char*, long>;
+
+class FormatSeed : public testing::TestWithParam<Format> {};
+
+} // namespace
+
+TEST_P(FormatSeed, IsAFontWithInk) {
+    const auto& [name, format, glyphCount] = GetParam();
+    const Testing::OpenedFont font(getFile(find(name)));
+    EXPECT_STREQ(FT_Get_Font_Format(font.get()), format);
+    EXPECT_EQ(font->num_glyphs, glyphCount);
+    ASSERT_EQ(FT_Set_Pixel_Sizes(font.get(), 0, 8), 0);
+    const FT_UInt letter = font->num_charmaps > 0 ? FT_Get_Char_Index(font.get(), 'A') : 1;
+    ASSERT_EQ(FT_Load_Glyph(font.get(), letter, FT_LOAD_COLOR | FT_LOAD_RENDER), 0);
+    EXPECT_GT(font->glyph->bitmap.width, 0U);
+    EXPECT_GT(font->glyph->bitmap.rows, 0U);
+}
+
+INSTANTIATE_TEST_SUITE_P(Formats, FormatSeed,
+                         testing::Values(Format("woff-whole", "TrueType", 4), Format("woff2", "TrueType", 4),
+                                         Format("woff2-transformed", "TrueType", 4),
+                                         Format("type42", "Type 42", 4), Format("pcf", "PCF", 4),
+                                         Format("pfr", "PFR", 3), Format("cid", "CID Type 1", 3),
+                                         Format("sbix", "TrueType", 3), Format("cbdt", "TrueType", 3),
+                                         Format("gvar", "TrueType", 3), Format("cff2", "CFF", 3)),
+                         [](const auto& info) {
+                             std::string name = std::get<0>(info.param);
+                             name.erase(std::remove(name.begin(), name.end(), '-'), name.end());
+                             return name;
+                         });
+
+TEST(ColorSeed, HasPictures) {
+    for (const char* const name : {"sbix", "cbdt"}) {
+        const Testing::OpenedFont font(getFile(find(name)));
+        EXPECT_TRUE(FT_HAS_COLOR(font.get())) << name;
+    }
+}
+
+TEST(VariableSeed, HasAnAxis) {
+    for (const char* const name : {"gvar", "cff2"}) {
+        const Testing::OpenedFont font(getFile(find(name)));
+        EXPECT_TRUE(FT_HAS_MULTIPLE_MASTERS(font.get())) << name;
+    }
+}
+
+TEST(FurtherSeeds, StandBehindTheirSteering) {
+    const Testing::TemporaryFolder folder;
+    const Bytes file = {'f', 'o', 'n', 't'};
+    std::ofstream(folder.getPath("some.ttf")) << "font";
+    const FurtherSeeds seeds = readFurtherSeeds(folder.getPath());
+    ASSERT_EQ(seeds.font.size(), 2U);
+    EXPECT_EQ(getFile(seeds.font[0]), file);
+    EXPECT_EQ(getFile(seeds.font[1]), file);
+    EXPECT_NE(seeds.font[0].bytes, seeds.font[1].bytes);
+    ASSERT_EQ(seeds.sfnt.size(), 1U);
+    EXPECT_THAT(seeds.sfnt[0].bytes, testing::ElementsAre(0, 'f', 'o', 'n', 't'));
+}
+
+} // namespace Vell::Fuzz
