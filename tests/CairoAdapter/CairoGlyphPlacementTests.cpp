@@ -189,6 +189,25 @@ TEST_F(CairoGlyphPlacement, AnImmensePixelCoversThePicture) {
     }
 }
 
+TEST_F(CairoGlyphPlacement, TheScaleOfTheSurfaceCanMakeABitmapTooThinToDraw) {
+    cairo_surface_set_device_scale(canvas.surface.get(), 1.0 / 16, 2.0);
+    CairoPainter scaled(canvas.surface.get());
+    scaled.scale({1.0F / 2700, 1.0F / 2700});
+    CairoGlyphPainter(scaled, black).drawGlyph(makeSample().image, {32, 32});
+    EXPECT_EQ(cairo_status(scaled.getContext()), CAIRO_STATUS_SUCCESS);
+    EXPECT_TRUE(canvas.isEmpty());
+}
+
+TEST_F(CairoGlyphPlacement, AnExtremeSlantBesideThePictureDrawsNothing) {
+    // What the slant makes of the bitmap passes by far off, but the box around that covers the picture.
+    const cinder::MatrixAffine2<float> slant(16.0F, 0.0F, 9.6e36F, 5.3e36F, -4.8e37F, -2.5e37F);
+    CairoPainter slanted(canvas.surface.get(), slant);
+    CairoGlyphPainter(slanted, black)
+        .drawGlyph(makeGray(2, 9, std::vector<unsigned char>(18, 255)).image, {0, 0});
+    EXPECT_EQ(cairo_status(slanted.getContext()), CAIRO_STATUS_SUCCESS);
+    EXPECT_TRUE(canvas.isEmpty());
+}
+
 TEST_F(CairoGlyphPlacement, LeavesTheContextAsItWas) {
     cairo_t* context = painter.getContext();
     cairo_translate(context, 1, 2);

@@ -19,8 +19,9 @@ cairo_matrix_t getSurfaceTransform(cairo_t* context);
 /// cairo_t into an error state that it never leaves.
 bool isDrawable(const cairo_matrix_t& matrix);
 
-/// Whether pixman, which draws the images, can hold the inverse of the matrix in its 16.16 numbers. It cannot
-/// where a row or column of pixels is drawn thinner than 1/32767 of a device unit.
+/// Whether pixman, which draws the images, can hold the inverse of the matrix, which leads to the pixels of
+/// the surface, in its 16.16 numbers. It cannot where a row or column of an image is drawn thinner than
+/// 1/32767 of a pixel.
 bool isDrawableForImages(const cairo_matrix_t& matrix);
 
 } // namespace Vell::CairoAdapter::Internal

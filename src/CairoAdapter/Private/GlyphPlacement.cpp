@@ -41,6 +41,22 @@ bool areOverlapping(const Box& a, const Box& b) {
     return a.left < b.right && b.left < a.right && a.top < b.bottom && b.top < a.bottom;
 }
 
+/// A recording may have no bounds: the box reaches from minus to plus infinity.
+bool isBounded(const Box& box) {
+    return std::isfinite(box.right - box.left) && std::isfinite(box.bottom - box.top);
+}
+
+/// Whether the box and the parallelogram that the matrix makes of the bitmap have points in common. Under
+/// extreme slants the parallelogram's own box says little.
+bool areOverlapping(const Box& box, const Box& bitmap, const cairo_matrix_t& matrix) {
+    if (!areOverlapping(box, transform(bitmap, matrix))) {
+        return false;
+    }
+    cairo_matrix_t inverse = matrix;
+    return !isBounded(box) || (cairo_matrix_invert(&inverse) == CAIRO_STATUS_SUCCESS &&
+                               areOverlapping(bitmap, transform(box, inverse)));
+}
+
 /// The matrix of whole numbers that is nearest.
 cairo_matrix_t roundMatrix(const cairo_matrix_t& m) {
     return {std::round(m.xx), std::round(m.yx), std::round(m.xy),
@@ -72,8 +88,9 @@ cairo_matrix_t placeGlyph(const cinder::Vec2<float>& position, float devicePixel
 
 bool isVisible(cairo_t* context, const cairo_matrix_t& matrix, double width, double height) {
     // Interpolation spreads a bitmap by up to one of its pixels.
-    return isDrawableForImages(matrix) &&
-           areOverlapping(transform({-1.0, -1.0, width + 1.0, height + 1.0}, matrix), getClipBox(context));
+    const Box bitmap{-1.0, -1.0, width + 1.0, height + 1.0};
+    return isDrawable(matrix) && isDrawableForImages(chain(matrix, getSurfaceTransform(context))) &&
+           areOverlapping(getClipBox(context), bitmap, matrix);
 }
 
 cairo_filter_t chooseFilter(cairo_t* context, const cairo_matrix_t& matrix, double width, double height) {
