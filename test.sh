@@ -1,9 +1,8 @@
 #!/usr/bin/env bash
 # Proves the repository: installs what is missing, then builds and tests it in every way that matters.
 #
-#   ./test.sh              everything
-#   ./test.sh dev asan     only these steps: format, dev, docs, clang, clang_tests, asan, tsan,
-#                          fuzz, bench
+#   ./test.sh              everything: format, dev, tidy, asan, tsan, fuzz, bench
+#   ./test.sh dev asan     only these steps; there are docs, clang and clang_tests, too
 set -euo pipefail
 cd "$(dirname "$0")"
 
@@ -29,22 +28,26 @@ step_docs() { # the documents are right and Doxygen warns about nothing; dev doe
   scripts/build-docs
 }
 
-step_clang() { # the other compiler finds nothing to warn about in what is installed
+step_tidy() { # clang-tidy and the other compiler find nothing in the libraries, the tool and the examples
+  build tidy
+}
+
+step_clang() { # the other compiler, each of these sources by itself; not part of everything, see tidy and asan
   cmake --preset clang -DFONTENGINE_BUILD_TESTS=OFF
   cmake --build --preset clang
 }
 
-step_clang_tests() { # nor in the tests; not part of everything, because it takes as long as all of g++'s build
+step_clang_tests() { # the same with the tests
   cmake --preset clang -DFONTENGINE_BUILD_TESTS=ON
   cmake --build --preset clang
 }
 
-step_asan() { # every test under the address and undefined behaviour sanitizers
+step_asan() { # every test by the other compiler, under the address and undefined behaviour sanitizers
   build asan
   ctest --preset asan
 }
 
-step_tsan() { # every test under the thread sanitizer
+step_tsan() { # every test that starts threads, under the thread sanitizer
   build tsan
   ctest --preset tsan
 }
@@ -59,14 +62,18 @@ step_bench() { # each benchmark once, only to see that it runs, that floors give
 }
 
 steps=("$@")
-[ ${#steps[@]} -gt 0 ] || steps=(format dev clang asan tsan fuzz bench)
+[ ${#steps[@]} -gt 0 ] || steps=(format dev tidy asan tsan fuzz bench)
 
 for step in "${steps[@]}"; do
   declare -F "step_$step" >/dev/null || { echo "test.sh: unknown step '$step'" >&2; exit 2; }
 done
+times=()
 for step in "${steps[@]}"; do
   echo "== $step"
   start=$SECONDS
   "step_$step"
-  echo "== $step passed in $((SECONDS - start)) s"
+  times+=("$((SECONDS - start))")
+  echo "== $step passed in ${times[-1]} s"
 done
+echo "== all steps passed in $SECONDS s"
+paste <(printf '%s\n' "${steps[@]}") <(printf '%5d s\n' "${times[@]}")

@@ -27,12 +27,14 @@ fi
 
 cmake --preset bench
 cmake --build --preset bench
+build=build/package
 out=build/bench
-if ! "$out/benchmarks/fontengine_benchmarks" --benchmark_filter="$filter" "${effort[@]}" \
+mkdir -p "$out"
+if ! "$build/benchmarks/fontengine_benchmarks" --benchmark_filter="$filter" "${effort[@]}" \
   --benchmark_out="$out/$name.json" --benchmark_out_format=json >"$out/$name.log" 2>&1; then
   tail -20 "$out/$name.log" >&2
   exit 1
 fi
 # The allocator's cache for each thread would hide what is free.
-GLIBC_TUNABLES=glibc.malloc.tcache_count=0 "$out/benchmarks/fontengine_memory" >"$out/memory.json"
+GLIBC_TUNABLES=glibc.malloc.tcache_count=0 "$build/benchmarks/fontengine_memory" >"$out/memory.json"
 benchmarks/report.py "$out/$name.json" "$out/memory.json" --plot "$out/$name.svg"

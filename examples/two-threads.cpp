@@ -32,7 +32,8 @@ CairoAdapter::SurfacePtr drawColumn(const std::string& family) {
             face, 8.0F + static_cast<float>(line), Gfx::TextPositionType::Normal);
         const auto style = makeNNPtr<const FontEngine::Internal::ExtFontInfo>(info);
         painter.resetTransform();
-        painter.translate({10.0F, static_cast<float>(height * line / (lines + 1))});
+        const int baseLine = height * line / (lines + 1);
+        painter.translate({10.0F, static_cast<float>(baseLine)});
         FontEngine::RasterTextPainter(painter, glyphPainter, false)
             .drawText(family + " " + std::to_string(8 + line), style, factory->getFont(info),
                       painter.getColor(), 1.0F);

@@ -38,7 +38,7 @@ std::string describe(const char* name, const FontEngine::CacheFigures& figures) 
 TextView::TextView()
     : _factory(FontEngine::FontFactory::create("DejaVu Sans"))
     , _figuresFactory(FontEngine::FontFactory::create("DejaVu Sans")) {
-    _factory->reset(16, 64 * 1024); // so small that zooming makes evictions
+    _factory->reset(16, 64UL * 1024UL); // so small that zooming makes evictions
 }
 
 void TextView::draw(cairo_surface_t* surface) const {

@@ -32,7 +32,9 @@ struct Session {
 
 void show(SDL_Window* window, const TextView& view) {
     SDL_Surface* const screen = SDL_GetWindowSurface(window);
-    Session::check(screen != nullptr);
+    if (screen == nullptr) {
+        throw std::runtime_error(SDL_GetError());
+    }
     const auto picture = Vell::CairoAdapter::makeImageSurface(screen->w, screen->h);
     view.draw(picture.get());
     const std::unique_ptr<SDL_Surface, decltype(&SDL_FreeSurface)> pixels(

@@ -235,8 +235,8 @@ TEST(MruCacheReentrancy, KeepsWhatAnEntryAddsWhileItIsCleared) {
 }
 
 TEST(MruCacheReentrancy, EndsClearingEvenIfEveryEndAddsAnEntryLikeItself) {
-    Cache cache;
     bool isAdding = true;
+    Cache cache;
     std::function<void()> addAgain = [&] {
         if (isAdding) {
             cache.put(1, {makeValue(addAgain), 1});

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Builds a client that has FontEngine as a subdirectory; the static libraries are then installed for other clients.
-# Nothing is optimised: this is about finding and linking.
+# Nothing is optimised and many sources are compiled at once: this is about finding and linking.
 #
 #   check-superproject.sh shared|static CXX_COMPILER
 set -euo pipefail
@@ -14,7 +14,7 @@ source "$(dirname "$0")/clients.sh"
 
 echo "== a client by add_subdirectory, $kind"
 [ "$kind" = shared ] && is_shared=ON || is_shared=OFF
-cmake -S "$consumer" -B "$scratch/super" -G Ninja -DCMAKE_CXX_COMPILER="$compiler" -DCMAKE_CXX_FLAGS=-O0 \
+cmake -S "$consumer" -B "$scratch/super" -G Ninja -DCMAKE_CXX_COMPILER="$compiler" -DCMAKE_CXX_FLAGS=-O0 -DCMAKE_UNITY_BUILD=ON -DCMAKE_UNITY_BUILD_BATCH_SIZE=12 \
   -DBUILD_SHARED_LIBS=$is_shared -DCONSUMER_SUBDIRECTORY="$root"
 cmake --build "$scratch/super" -j2
 "$scratch/super/consumer"

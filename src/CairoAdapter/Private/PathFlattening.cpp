@@ -39,7 +39,7 @@ void appendFlattened(Polyline& polyline, DevicePoint control1, DevicePoint contr
     const DevicePoint points[4] = {polyline.back(), control1, control2, end};
     const double steps = countSteps(
         std::max(getBend(points[0], points[1], points[2]), getBend(points[1], points[2], points[3])));
-    for (double step = 1.0; step < steps; step += 1.0) {
+    for (int step = 1; step < steps; ++step) {
         polyline.push_back(getCurvePoint(points, step / steps));
     }
     polyline.push_back(end);

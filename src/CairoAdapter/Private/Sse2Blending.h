@@ -66,7 +66,8 @@ __m128i readColors(const unsigned char* from) {
     } else if constexpr (count == 2) {
         return _mm_loadl_epi64(reinterpret_cast<const __m128i*>(from));
     } else if constexpr (count == 3) {
-        return _mm_unpacklo_epi64(readColors<2>(from), readColors<1>(from + 2 * bytesPerColor));
+        return _mm_unpacklo_epi64(readColors<2>(from),
+                                  readColors<1>(from + std::ptrdiff_t{2} * bytesPerColor));
     } else {
         return _mm_loadu_si128(reinterpret_cast<const __m128i*>(from));
     }
@@ -80,7 +81,7 @@ void writeColors(__m128i colors, unsigned char* to) {
         _mm_storel_epi64(reinterpret_cast<__m128i*>(to), colors);
     } else if constexpr (count == 3) {
         writeColors<2>(colors, to);
-        writeColors<1>(_mm_unpackhi_epi64(colors, colors), to + 2 * bytesPerColor);
+        writeColors<1>(_mm_unpackhi_epi64(colors, colors), to + std::ptrdiff_t{2} * bytesPerColor);
     } else {
         _mm_storeu_si128(reinterpret_cast<__m128i*>(to), colors);
     }
@@ -138,7 +139,7 @@ void blendWideRows(const PixelBlock block, const Ink ink) {
             if (coverages != 0) {
                 writeColors<4>(blendFour<isOpaque>(ink, coverages, to), to);
             }
-            to += pixelsAtOnce * bytesPerColor;
+            to += std::ptrdiff_t{pixelsAtOnce} * bytesPerColor;
         }
         const __m128i colors = blendFour<isOpaque>(ink, readCoverage<4>(from + lastButOne), to);
         writeColors<4>(blendFour<isOpaque>(ink, readCoverage<4>(from + last) & own, end), end);

@@ -35,8 +35,8 @@ using GlyphOwner = std::unique_ptr<FT_GlyphRec_, GlyphReleaser>;
 /// not end.
 int restrainAutoHinter(FT_Face face, int flags) {
     constexpr int unhinted = FT_LOAD_NO_HINTING | FT_LOAD_NO_SCALE;
-    return (flags & unhinted) != 0 || FontLoaders::hasBoundedGlyphs(face) ? flags
-                                                                          : flags | FT_LOAD_NO_AUTOHINT;
+    constexpr int withoutAutoHinter = FT_LOAD_NO_AUTOHINT;
+    return (flags & unhinted) != 0 || FontLoaders::hasBoundedGlyphs(face) ? flags : flags | withoutAutoHinter;
 }
 
 FT_Error tryLoadGlyph(FT_Face face, unsigned long index, int flags) {
