@@ -32,9 +32,9 @@ rm -rf "$further"
 
 export UBSAN_OPTIONS=print_stacktrace=1
 run() {
-  # Energy goes by time: otherwise the few slow inputs take nine tenths of it.
+  # A glyph of the most pixels in LCD mode is a block of 768 MiB. Energy goes by time: otherwise the few slow inputs take nine tenths of it.
   local options=(-fork=1 -ignore_crashes=1 -ignore_timeouts=1 -ignore_ooms=1 -entropic_scale_per_exec_time=1
-    -max_total_time="$seconds" -timeout=20 -rss_limit_mb=2048 -malloc_limit_mb=512
+    -max_total_time="$seconds" -timeout=20 -rss_limit_mb=4096 -malloc_limit_mb=1100
     -max_len="${longest[$1]}" -artifact_prefix="build/fuzz/failed/$1-" -print_funcs=0)
   local seeds=("build/fuzz/fuzz/corpus/$1")
   [ ! -d "$further/$1" ] || seeds+=("$further/$1")
