@@ -58,8 +58,8 @@ INSTANTIATE_TEST_SUITE_P(Formats, FormatSeed,
                                          Format("pfr", "PFR", 3), Format("cid", "CID Type 1", 3),
                                          Format("sbix", "TrueType", 3), Format("cbdt", "TrueType", 3),
                                          Format("gvar", "TrueType", 3), Format("cff2", "CFF", 3)),
-                         [](const auto& info) {
-                             std::string name = std::get<0>(info.param);
+                         [](const auto& seed) {
+                             std::string name = std::get<0>(seed.param);
                              name.erase(std::remove(name.begin(), name.end(), '-'), name.end());
                              return name;
                          });

@@ -252,10 +252,13 @@ TEST(BitmapGlyph, TellsErrorCodesWithoutSignAndIndicesWithAllBits) {
     const OpenedFont font(makeTestFont().build());
     FreeTypeSpy spy;
     spy.failCall("FT_Load_Glyph", 1, -1);
-    const KeyFields fields = KeyFields().with(&KeyFields::glyph, 0xFFFFFFFFFFFFFFFFUL);
-    EXPECT_EQ(
-        getErrorText<FreeTypeException>([&] { createBitmapGlyph(fields.makeBitmap(), font.face, false); }),
-        "FT_Load_Glyph() failed, error: 4294967295, glyph index: 18446744073709551615 ");
+    const auto renderGlyph = [&](unsigned long index) {
+        createBitmapGlyph(KeyFields().with(&KeyFields::glyph, index).makeBitmap(), font.face, false);
+    };
+    EXPECT_EQ(getErrorText<FreeTypeException>([&] { renderGlyph(1); }),
+              "FT_Load_Glyph() failed, error: 4294967295, glyph index: 1 ");
+    EXPECT_EQ(getErrorText<FreeTypeException>([&] { renderGlyph(0xFFFFFFFFFFFFFFFFUL); }),
+              "FT_Load_Glyph() failed, error: 6, glyph index: 18446744073709551615 ");
 }
 
 TEST(BitmapGlyphDeathTest, AssertsAFormatThatItKnows) {
