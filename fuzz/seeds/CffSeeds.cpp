@@ -16,19 +16,29 @@ CffFont makeBoxes(std::size_t glyphCount) {
     return {{}, std::vector<Bytes>(glyphCount, Testing::makeBoxCharString())};
 }
 
-Bytes wrap(const CffFont& outlines) {
-    Testing::FontBuilder font = makeBoxFont();
+Bytes wrap(const CffFont& outlines, Testing::FontBuilder font) {
     font.setTable("CFF ", outlines.build());
-    Bytes file = font.omitTable("glyf").omitTable("loca").build();
+    Bytes file = font.build();
     constexpr unsigned char signature[] = {'O', 'T', 'T', 'O'};
     std::copy(std::begin(signature), std::end(signature), file.begin());
     return file;
+}
+
+Bytes wrap(const CffFont& outlines) {
+    return wrap(outlines, makeBoxFont().omitTable("glyf").omitTable("loca"));
+}
+
+/// TrueType's tables beside the outlines are never read by FreeType, so nothing corrects what they say.
+Bytes wrapWithShortLoca() {
+    constexpr std::size_t lastOffset = 4;
+    return moveToEnd(wrap(makeBoxes(30), makeBoxFont()), "loca", lastOffset);
 }
 
 } // namespace
 
 std::vector<Seed> makeCffSeeds() {
     return {makeFontSeed("cff", makeBoxes(80).build()), makeFontSeed("cff-wrapped", wrap(makeBoxes(30))),
+            makeFontSeed("cff-ends-with-loca", wrapWithShortLoca()),
             makeFontSeed("cff-busy-wrapped", wrap(Testing::makeBusyCffFont(30, 3)))};
 }
 

@@ -1,5 +1,8 @@
 #include <fuzz/seeds/Seeds.h>
 
+#include <algorithm>
+#include <cstddef>
+#include <string>
 #include <utility>
 
 namespace Vell::Fuzz {
@@ -62,6 +65,18 @@ FontBuilder makeRecursiveFont() {
     return font.setTable("prep", {0xB0, 0x00, 0x2B});
 }
 
+void addLastTableSeeds(std::vector<Seed>& seeds) {
+    const Bytes file = makeBoxFont().build();
+    for (const char* const tag :
+         {"OS/2", "cmap", "glyf", "head", "hhea", "hmtx", "loca", "maxp", "name", "post"}) {
+        const std::string name = tag == std::string("OS/2") ? "os2" : tag;
+        for (const std::size_t missingBytes : {0U, 2U, 4U}) {
+            seeds.push_back(makeFontSeed("ends-with-" + name + "-" + std::to_string(missingBytes),
+                                         moveToEnd(file, tag, missingBytes)));
+        }
+    }
+}
+
 Seed makeLarge(std::string name, const FontBuilder& font, unsigned int size) {
     FontSteering steering;
     steering.size = size;
@@ -70,6 +85,30 @@ Seed makeLarge(std::string name, const FontBuilder& font, unsigned int size) {
 
 } // namespace
 
+Bytes moveToEnd(Bytes file, const std::string& tag, std::size_t missingBytes) {
+    constexpr std::size_t firstRecord = 12;
+    constexpr std::size_t recordBytes = 16;
+    ByteWriter record;
+    std::size_t position = firstRecord;
+    while (!std::equal(tag.begin(), tag.end(), file.begin() + static_cast<std::ptrdiff_t>(position))) {
+        position += recordBytes;
+    }
+    const auto readU32 = [&file](std::size_t at) {
+        return std::size_t{file[at]} << 24 | std::size_t{file[at + 1]} << 16 |
+               std::size_t{file[at + 2]} << 8 | file[at + 3];
+    };
+    const std::size_t offset = readU32(position + 8);
+    const std::size_t length = readU32(position + 12) - missingBytes;
+    record.addU32(static_cast<std::uint32_t>(file.size()));
+    record.addU32(static_cast<std::uint32_t>(length));
+    std::copy(record.getBytes().begin(), record.getBytes().end(),
+              file.begin() + static_cast<std::ptrdiff_t>(position) + 8);
+    const Bytes table(file.begin() + static_cast<std::ptrdiff_t>(offset),
+                      file.begin() + static_cast<std::ptrdiff_t>(offset + length));
+    file.insert(file.end(), table.begin(), table.end());
+    return file;
+}
+
 std::vector<Seed> makeHostileSeeds() {
     FontBuilder tangled = makeBoxFont();
     tangled.map('t', tangled.addGlyph(makeTangledGlyph()));
@@ -77,15 +116,18 @@ std::vector<Seed> makeHostileSeeds() {
     steering.glyphs[0] = 30;
     FontBuilder most = makeBoxFont();
     most.addGlyphs(65000, {500, {}, {}});
-    return {makeFontSeed("woff", makeWoff(1000)),
-            makeFontSeed("woff-gigabyte", makeWoff(0x40000000)),
-            makeFontSeed("woff-four-gigabytes", makeWoff(0xFFFFFFFF - 28)),
-            makeLarge("giant-glyph", makeGiantFont(), 16 << 8),
-            makeLarge("giant-glyph-small", makeGiantFont(), 1 << 8),
-            makeFontSeed("tangled", tangled.build(), steering),
-            makeFontSeed("backward-jump", makeLoopingFont({0xB8, 0xFF, 0xFD, 0x1C}).build()),
-            makeFontSeed("recursion", makeRecursiveFont().build()),
-            makeFontSeed("most-glyphs", most.build())};
+    std::vector<Seed> seeds = {
+        makeFontSeed("woff", makeWoff(1000)),
+        makeFontSeed("woff-gigabyte", makeWoff(0x40000000)),
+        makeFontSeed("woff-four-gigabytes", makeWoff(0xFFFFFFFF - 28)),
+        makeLarge("giant-glyph", makeGiantFont(), 16 << 8),
+        makeLarge("giant-glyph-small", makeGiantFont(), 1 << 8),
+        makeFontSeed("tangled", tangled.build(), steering),
+        makeFontSeed("backward-jump", makeLoopingFont({0xB8, 0xFF, 0xFD, 0x1C}).build()),
+        makeFontSeed("recursion", makeRecursiveFont().build()),
+        makeFontSeed("most-glyphs", most.build())};
+    addLastTableSeeds(seeds);
+    return seeds;
 }
 
 } // namespace Vell::Fuzz

@@ -35,6 +35,10 @@ struct FontSteering {
 Seed makeFontSeed(std::string name, const Bytes& file, const FontSteering& steering = {});
 Seed makeSfntSeed(std::string name, unsigned char faceIndex, const Bytes& file);
 
+/// The font file with the table at its end and without that table's last bytes: who reads on reads out of
+/// bounds.
+Bytes moveToEnd(Bytes file, const std::string& tag, std::size_t missingBytes);
+
 /// A font of boxes: A to Z, the underscore, a blank and an accented letter.
 Testing::FontBuilder makeBoxFont(const std::string& family = "Fuzzed");
 
