@@ -73,8 +73,10 @@ public:
 
     void draw(unsigned int code, std::size_t cell) {
         constexpr float side = GlyphTable::cellSide;
-        const float left = static_cast<float>(cell % GlyphTable::columns) * side;
-        const float top = static_cast<float>(cell / GlyphTable::columns) * side;
+        const std::size_t column = cell % GlyphTable::columns;
+        const std::size_t row = cell / GlyphTable::columns;
+        const float left = static_cast<float>(column) * side;
+        const float top = static_cast<float>(row) * side;
         cairo_t* const context = _painter.getContext();
         const cairo_matrix_t device = _painter.getDeviceTransform();
         cairo_save(context);

@@ -80,7 +80,8 @@ PictureDifference measureDifference(const PngPicture& a, const PngPicture& b) {
         }
         difference.differingPixels += differs ? 1 : 0;
     }
-    const double pixels = static_cast<double>(a.bytes.size() / channelCount);
+    const std::size_t pixelCount = a.bytes.size() / channelCount;
+    const auto pixels = static_cast<double>(pixelCount);
     std::transform(sums.begin(), sums.end(), difference.mean.begin(),
                    [pixels](std::uint64_t sum) { return static_cast<double>(sum) / pixels; });
     return difference;

@@ -3,6 +3,8 @@
 #include "Errors.h"
 #include "SpecimenPage.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <iterator>
 
@@ -83,7 +85,7 @@ void addScripts(SpecimenPage& page) {
         const TextFont font = findFontWithout(page, script.sample, 20.0F);
         const std::string family = getFamilyName(*font.font->getFace());
         const std::string fallback = getFamilyName(*chooseFont(font, script.sample).font->getFace());
-        page.addNote(std::string(script.name) + ": " + family + " falls back to " + fallback);
+        page.addNote(fmt::format("{}: {} falls back to {}", script.name, family, fallback));
         page.addText(font, std::string(script.name) + " " + script.text);
     }
 }
