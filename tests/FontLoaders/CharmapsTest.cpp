@@ -14,7 +14,7 @@ namespace {
 
 using LoaderPtr = CheckedPtrImpl<FontLoader, false>;
 
-constexpr std::uint32_t alpha = 0x3B1;
+constexpr std::uint32_t greekAlpha = 0x3B1;
 
 /// No charmap at all.
 FontBuilder makeMute(const std::string& family, bool bold = false, bool italic = false) {
@@ -28,7 +28,7 @@ FontBuilder makeFont(const std::string& family, bool bold = false, bool italic =
                      unsigned int letters = 1) {
     FontBuilder font = makeMute(family, bold, italic);
     const unsigned int glyph = font.addGlyph(makeBoxGlyph(600, 0, 0, 500, 700));
-    for (std::uint32_t code = alpha; code < alpha + letters; ++code) {
+    for (std::uint32_t code = greekAlpha; code < greekAlpha + letters; ++code) {
         font.map(code, glyph);
     }
     return font;
@@ -77,7 +77,7 @@ protected:
         return nameFile(loader, loader->loadDefaultFont(bold, italic));
     }
     static std::string findGreek(const LoaderPtr& loader) {
-        return loader->getFamilyNameForRange(UnicodeRangeMap::find(alpha));
+        return loader->getFamilyNameForRange(UnicodeRangeMap::find(greekAlpha));
     }
 
     const FontSandbox _sandbox{bindAsSame("Old", "New") +

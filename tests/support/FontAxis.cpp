@@ -4,7 +4,7 @@ namespace Vell::Testing {
 
 namespace {
 
-constexpr unsigned int english = 0x409;
+constexpr unsigned int americanEnglish = 0x409;
 constexpr unsigned int weightName = 2; // borrowed from the subfamily: every font has one
 constexpr unsigned int boldName = 256;
 constexpr unsigned int regularName = 257;
@@ -55,7 +55,7 @@ Bytes makeVariations(unsigned int glyphCount) {
 } // namespace
 
 FontBuilder& addWeightAxis(FontBuilder& font, int defaultWeight) {
-    font.addName({english, boldName, "Bold"}).addName({english, regularName, "Regular"});
+    font.addName({americanEnglish, boldName, "Bold"}).addName({americanEnglish, regularName, "Regular"});
     return font.setTable("fvar", makeAxes(defaultWeight))
         .setTable("gvar", makeVariations(font.getGlyphCount()));
 }

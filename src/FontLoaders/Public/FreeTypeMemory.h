@@ -35,7 +35,7 @@ constexpr std::size_t maxPixelsInMemory = std::size_t(1) << 28U;
 /// at once are two LCD bitmaps, a rendered underscore and the joined one, beside what loading a glyph takes:
 /// for that there is as much as for opening the face.
 constexpr FreeTypeBounds renderingBounds = {4 * maxPixelsInMemory,
-                                            2 * 3 * maxPixelsInMemory + openingBounds.growth};
+                                            std::size_t(2) * 3 * maxPixelsInMemory + openingBounds.growth};
 
 /// One operation of FreeType: while it lives, what FreeType takes on this thread must keep the bounds. An
 /// operation inside another one, from a callback, counts for itself. Belongs on the stack: it ends on the
