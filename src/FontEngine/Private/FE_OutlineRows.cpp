@@ -71,7 +71,8 @@ void RowWalk::addLine(const FT_Vector& to) {
     const FT_Pos rows = floorToPixel(high) - floorToPixel(low);
     // Of a horizontal line FreeType enters the last pixel only.
     const FT_Pos pixels = low == high ? 1 : std::abs(floorToPixel(to.x) - floorToPixel(_position.x));
-    const FT_Pos inRow = rows == 0 ? pixels : std::min(pixels, pixels * pixel / (high - low)) + 1;
+    const FT_Pos inRow =
+        low == high || rows == 0 ? pixels : std::min(pixels, pixels * pixel / (high - low)) + 1;
     add(low, high, {inRow, pixels + rows + 2});
     _position = to;
 }
