@@ -23,7 +23,7 @@ step_dev() { # every test, and each public header by itself
 }
 
 step_docs() { # the documents are right and Doxygen warns about nothing; dev does so, too
-  build dev --target guide_tests cairo_guide_tests hello cache_table
+  build dev --target docs_guide_tests docs_cairo_guide_tests hello cache_table
   ctest --preset dev -R '^(Docs|Guide|CairoGuide|Surprises)\.|HouseIsDrawn' --no-tests=error
   scripts/build-docs
 }

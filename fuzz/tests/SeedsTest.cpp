@@ -35,11 +35,11 @@ Seed find(const std::string& name) {
 /// Parameters: name, what FreeType calls the format, number of glyphs.
 using Format = std::tuple<const char*, const char*, long>;
 
-class FormatSeed : public testing::TestWithParam<Format> {};
+class SeedsOfFormats : public testing::TestWithParam<Format> {};
 
 } // namespace
 
-TEST_P(FormatSeed, IsAFontWithInk) {
+TEST_P(SeedsOfFormats, AreFontsWithInk) {
     const auto& [name, format, glyphCount] = GetParam();
     const Testing::OpenedFont font(getFile(find(name)));
     EXPECT_STREQ(FT_Get_Font_Format(font.get()), format);
@@ -51,7 +51,7 @@ TEST_P(FormatSeed, IsAFontWithInk) {
     EXPECT_GT(font->glyph->bitmap.rows, 0U);
 }
 
-INSTANTIATE_TEST_SUITE_P(Formats, FormatSeed,
+INSTANTIATE_TEST_SUITE_P(All, SeedsOfFormats,
                          testing::Values(Format("woff-whole", "TrueType", 4), Format("woff2", "TrueType", 4),
                                          Format("woff2-transformed", "TrueType", 4),
                                          Format("type42", "Type 42", 4), Format("pcf", "PCF", 4),
@@ -64,21 +64,21 @@ INSTANTIATE_TEST_SUITE_P(Formats, FormatSeed,
                              return name;
                          });
 
-TEST(ColorSeed, HasPictures) {
+TEST(SeedsOfColor, HavePictures) {
     for (const char* const name : {"sbix", "cbdt"}) {
         const Testing::OpenedFont font(getFile(find(name)));
         EXPECT_TRUE(FT_HAS_COLOR(font.get())) << name;
     }
 }
 
-TEST(VariableSeed, HasAnAxis) {
+TEST(SeedsOfVariations, HaveAnAxis) {
     for (const char* const name : {"gvar", "cff2"}) {
         const Testing::OpenedFont font(getFile(find(name)));
         EXPECT_TRUE(FT_HAS_MULTIPLE_MASTERS(font.get())) << name;
     }
 }
 
-TEST(FurtherSeeds, StandBehindTheirSteering) {
+TEST(SeedsOfFolders, StandBehindTheirSteering) {
     const Testing::TemporaryFolder folder;
     const Bytes file = {'f', 'o', 'n', 't'};
     std::ofstream(folder.getPath("some.ttf")) << "font";

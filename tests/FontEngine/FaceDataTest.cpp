@@ -170,7 +170,7 @@ TEST(FaceDataBytes, LetsTheLoadersExceptionsThroughAndTriesAgain) {
     EXPECT_EQ(files.loader->countCalls(), 3U);
 }
 
-TEST(SubstituteDefaultFaceName, KeepsTheStyle) {
+TEST(FaceData, KeepsTheStyleUnderTheDefaultName) {
     const Files files("a", "");
     for (const bool bold : {false, true}) {
         for (const bool italic : {false, true}) {

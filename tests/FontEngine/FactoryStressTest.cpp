@@ -1,14 +1,13 @@
-// Many threads on factories, faces and keys, within the rules of FontFactory, FontFace and GlyphInfo. What
-// each thread gets is compared with what one thread alone gets.
+// Many threads on factories and faces, within the rules of FontFactory and FontFace. What each thread gets is
+// compared with what one thread alone gets.
 
 #include <FontEngine/FactoryStress.h>
-#include <FontEngine/GlyphKeyFields.h>
 
+#include <support/Descriptions.h>
 #include <support/Threads.h>
 
 #include <gtest/gtest.h>
 
-#include <utility>
 #include <vector>
 
 namespace Vell::FontEngine {
@@ -113,34 +112,6 @@ TEST(FactoryStress, AnswersFontsMetricsAndFallbacksToAllThreadsAlike) {
         }
     });
     EXPECT_EQ(results, Results(threadCount, expected));
-}
-
-TEST(SharedKeys, HashAlikeOnEightThreadsAtOnce) {
-    for (int round = 0; round < 100; ++round) {
-        KeyFields fields; // those whose hashes are known
-        fields.glyph = 36;
-        fields.size = 12.5F;
-        fields.mode = FT_RENDER_MODE_LCD;
-        fields.scale = {1.5F, -2.0F};
-        fields.ratio = 2.25F;
-        fields.offset = 60;
-        fields.isLast = false;
-        fields.color = 0x0A141E;
-        const ColoredBitmapGlyphInfo key = fields.makeColored();
-        const BitmapGlyphInfo& bitmapKey = key;
-        const GlyphInfo& outlineKey = key;
-        std::vector<std::vector<std::uint64_t>> hashes(threadCount);
-        runOnThreads(threadCount, [&](unsigned int thread) {
-            const ColoredBitmapGlyphInfo copy(key); // while others hash the original
-            hashes[thread] = {
-                outlineKey.hash(),    bitmapKey.hash(), key.hash(), copy.hash(), key.getFaceInfo()->getHash(),
-                key == copy ? 1U : 0U};
-        });
-        const std::vector<std::uint64_t> expected = {0x73CC07A02F13733C, 0x4653F0FAEA8A898E,
-                                                     0x7EC5E218F99CFE4C, 0x7EC5E218F99CFE4C,
-                                                     0x6BFC7765CA811BE7, 1};
-        ASSERT_EQ(hashes, Results(threadCount, expected));
-    }
 }
 
 } // namespace

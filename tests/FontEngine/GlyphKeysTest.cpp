@@ -57,7 +57,7 @@ std::vector<KeyFields> makeBitmapVariants() {
     return variants;
 }
 
-TEST(GlyphInfo, AnswersWhatItWasMadeFrom) {
+TEST(GlyphKeysOfOutlines, AnswerWhatTheyWereMadeFrom) {
     const auto face = makeFaceInfo("Test Sans", true, false);
     const GlyphInfo key(face, 0x123456789AUL, 12.5F, GlyphTransform::Slant);
     EXPECT_EQ(key.getFaceInfo().get(), face.get());
@@ -66,7 +66,7 @@ TEST(GlyphInfo, AnswersWhatItWasMadeFrom) {
     EXPECT_EQ(key.getTransform(), GlyphTransform::Slant);
 }
 
-TEST(GlyphInfo, TellsTheStyleOfTheDescriptionNotOfTheTransform) {
+TEST(GlyphKeysOfOutlines, TellTheStyleOfTheDescriptionNotOfTheTransform) {
     const GlyphInfo bold(makeFaceInfo("a", true, false), 1, 1.0F, GlyphTransform::Slant);
     EXPECT_TRUE(bold.isBold());
     EXPECT_FALSE(bold.isItalic());
@@ -75,7 +75,7 @@ TEST(GlyphInfo, TellsTheStyleOfTheDescriptionNotOfTheTransform) {
     EXPECT_TRUE(italic.isItalic());
 }
 
-TEST(BitmapGlyphInfo, AnswersWhatItWasMadeFrom) {
+TEST(GlyphKeysOfBitmaps, AnswerWhatTheyWereMadeFrom) {
     const BitmapGlyphInfo key(makeFaceInfo(), FT_RENDER_MODE_LCD, 7, 0x1F600, 12.5F, {1.5F, -2.0F}, 2.25F,
                               255, false, GlyphTransform::Embolden);
     EXPECT_EQ(key.getGlyphIndex(), 7U);
@@ -89,7 +89,7 @@ TEST(BitmapGlyphInfo, AnswersWhatItWasMadeFrom) {
     EXPECT_FALSE(key.isLast());
 }
 
-TEST(GlyphTransform, IsASetOfFlagsInOneByte) {
+TEST(GlyphKeys, HoldTheirTransformAsASetOfFlagsInOneByte) {
     EXPECT_EQ(static_cast<int>(GlyphTransform::None), 0);
     EXPECT_EQ(static_cast<int>(GlyphTransform::Embolden), 1);
     EXPECT_EQ(static_cast<int>(GlyphTransform::Slant), 2);
@@ -97,7 +97,7 @@ TEST(GlyphTransform, IsASetOfFlagsInOneByte) {
     static_assert(std::is_same_v<std::underlying_type_t<GlyphTransform>, unsigned char>);
 }
 
-TEST(GlyphInfo, HashesFaceThenGlyphThenSizeThenTransform) {
+TEST(GlyphKeysOfOutlines, HashFaceThenGlyphThenSizeThenTransform) {
     const KeyFields fields = makeFields();
     EXPECT_EQ(fields.makeOutline().hash(), 0x73CC07A02F13733CU);
     EXPECT_EQ(fields.with(&KeyFields::transform, GlyphTransform::EmboldenAndSlant).makeOutline().hash(),
@@ -106,7 +106,7 @@ TEST(GlyphInfo, HashesFaceThenGlyphThenSizeThenTransform) {
         << "all 64 bits of the index";
 }
 
-TEST(GlyphInfo, HashesSizesByTheirBitsAndTheSpecialOnesByNumbersOfTheirOwn) {
+TEST(GlyphKeysOfOutlines, HashSizesByTheirBitsAndTheSpecialOnesByNumbersOfTheirOwn) {
     const auto hash = [](float size) {
         return makeFields().with(&KeyFields::size, size).makeOutline().hash();
     };
@@ -119,7 +119,7 @@ TEST(GlyphInfo, HashesSizesByTheirBitsAndTheSpecialOnesByNumbersOfTheirOwn) {
     EXPECT_EQ(hash(notANumber), 0xE94ADD660B06ED69U);
 }
 
-TEST(BitmapGlyphInfo, HashesTheOutlineThenItsOwnFields) {
+TEST(GlyphKeysOfBitmaps, HashTheOutlineThenTheirOwnFields) {
     KeyFields fields = makeFields();
     EXPECT_EQ(fields.makeBitmap().hash(), 0x71A6DF3BD1043A90U);
     fields.mode = FT_RENDER_MODE_LCD;
@@ -136,7 +136,7 @@ TEST(BitmapGlyphInfo, HashesTheOutlineThenItsOwnFields) {
     EXPECT_EQ(fields.makeBitmap().hash(), 0x0AE7A61AF4F0F4C3U);
 }
 
-TEST(ColoredBitmapGlyphInfo, HashesTheBitmapThenTheColor) {
+TEST(GlyphKeysOfImages, HashTheBitmapThenTheColor) {
     KeyFields fields = makeFields();
     EXPECT_EQ(fields.makeColored().hash(), 0x25BA13711E810AA2U);
     fields.mode = FT_RENDER_MODE_LCD;
@@ -148,7 +148,7 @@ TEST(ColoredBitmapGlyphInfo, HashesTheBitmapThenTheColor) {
     EXPECT_EQ(fields.makeColored().hash(), 0x7EC5E218F99CFE4CU);
 }
 
-TEST(GlyphKeyHashes, CallTheHashOfTheirKey) {
+TEST(GlyphKeys, AreHashedByTheirOwnHash) {
     const KeyFields fields = makeFields();
     EXPECT_EQ(GlyphInfoHash()(fields.makeOutline()), fields.makeOutline().hash());
     EXPECT_EQ(BitmapGlyphInfoHash()(fields.makeBitmap()), fields.makeBitmap().hash());
@@ -188,7 +188,7 @@ TEST(GlyphKeys, DifferInEveryFieldOfAnImageButTheCharacter) {
     EXPECT_EQ(fields.with(&KeyFields::unicode, 'B').makeColored(), fields.makeColored());
 }
 
-TEST(ColoredBitmapGlyphInfo, PacksTheColorWithoutAlpha) {
+TEST(GlyphKeysOfImages, PackTheColorWithoutAlpha) {
     EXPECT_EQ(ColoredBitmapGlyphInfo::packColor({1, 2, 3, 4}), 0x010203U);
     EXPECT_EQ(ColoredBitmapGlyphInfo::packColor({255, 254, 253, 255}), 0xFFFEFDU);
     EXPECT_EQ(ColoredBitmapGlyphInfo::packColor({1, 2, 3, 0}),

@@ -92,7 +92,7 @@ TEST(SymbolFallback, TakesTheDefaultFontWhenTheFamilyCannotBeLoaded) {
     EXPECT_EQ(font->getFontInfo()->getFontFaceInfo()->getName(), "Missing");
 }
 
-TEST(TrySubstituteGlyph, TakesTheEntryOfTheFallbackFace) {
+TEST(SymbolFallbackForAGlyph, TakesTheEntryOfTheFallbackFace) {
     const SymbolEngine engine;
     Gfx::CharMap::GlyphIndexWithAdvance glyph(0, 0.5F);
     engine.getFont().trySubstituteGlyph(makeExtFontInfo(), snowman, glyph);
@@ -100,7 +100,7 @@ TEST(TrySubstituteGlyph, TakesTheEntryOfTheFallbackFace) {
     EXPECT_EQ(glyph.advance, 0.9F);
 }
 
-TEST(TrySubstituteGlyph, TakesTheDefaultEntryOfAFallbackFaceThatLacksTheCharacter) {
+TEST(SymbolFallbackForAGlyph, TakesTheDefaultEntryOfAFallbackFaceThatLacksTheCharacter) {
     const SymbolEngine engine;
     Gfx::CharMap::GlyphIndexWithAdvance glyph(77, 0.5F);
     engine.getFont().trySubstituteGlyph(makeExtFontInfo(), snowman + 1, glyph);
@@ -108,7 +108,7 @@ TEST(TrySubstituteGlyph, TakesTheDefaultEntryOfAFallbackFaceThatLacksTheCharacte
     EXPECT_EQ(glyph.advance, 0.111F);
 }
 
-TEST(TrySubstituteGlyph, LeavesTheGlyphAloneWithoutAFallback) {
+TEST(SymbolFallbackForAGlyph, LeavesTheGlyphAloneWithoutAFallback) {
     const SymbolEngine engine;
     Gfx::CharMap::GlyphIndexWithAdvance glyph(77, 0.25F);
     engine.getFont().trySubstituteGlyph(makeExtFontInfo(), nowhere, glyph);
@@ -116,7 +116,7 @@ TEST(TrySubstituteGlyph, LeavesTheGlyphAloneWithoutAFallback) {
     EXPECT_EQ(glyph.advance, 0.25F);
 }
 
-TEST(TrySubstituteGlyph, DescribesTheFallbackByTheTextNotByTheFont) {
+TEST(SymbolFallbackForAGlyph, DescribesTheFallbackByTheTextNotByTheFont) {
     const SymbolEngine engine;
     Gfx::CharMap::GlyphIndexWithAdvance glyph(0, 0.5F);
     const auto bold = makeExtFontInfo(makeFontInfo(makeFaceInfo("Test Sans", true)));
@@ -124,7 +124,7 @@ TEST(TrySubstituteGlyph, DescribesTheFallbackByTheTextNotByTheFont) {
     EXPECT_EQ(engine.loader->countCalls("loadFont \"Symbols\" bold"), 1U);
 }
 
-TEST(TrySubstituteGlyph, WidensTextsByTheFallbacksAdvance) {
+TEST(SymbolFallbackForAGlyph, WidensTextsByTheFallbacksAdvance) {
     const SymbolEngine engine;
     EXPECT_FLOAT_EQ(engine.getFont().getTextWidth("A\xE2\x98\x83", makeExtFontInfo()), 6.0F + 9.0F);
     EXPECT_FLOAT_EQ(engine.getFont().getTextWidth("\xF1\x80\x80\x80", makeExtFontInfo()), 5.0F)

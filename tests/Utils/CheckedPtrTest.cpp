@@ -134,28 +134,6 @@ TEST(CheckedPtr, HashesWhatItPointsTo) {
     EXPECT_EQ(std::hash<Checked<int>>()(makeNNPtr<int>(42)), std::hash<int>()(42));
 }
 
-TEST(MakeNNPtr, ForwardsItsArguments) {
-    struct Holder {
-        Holder(std::unique_ptr<int> taken, int& seen)
-            : owned(std::move(taken))
-            , reference(&seen) {}
-        std::unique_ptr<int> owned;
-        int* reference;
-    };
-    int number = 0;
-    const auto made = makeNNPtr<const Holder>(std::make_unique<int>(6), number);
-    static_assert(std::is_same_v<decltype(made), const Checked<const Holder>>);
-    EXPECT_EQ(*made->owned, 6);
-    EXPECT_EQ(made->reference, &number);
-}
-
-TEST(DerefNN, GivesBackTheObject) {
-    int number = 3;
-    EXPECT_EQ(&derefNN(&number), &number);
-    const int constant = 4;
-    EXPECT_EQ(&derefNN(&constant), &constant);
-}
-
 constexpr const char* dereferenced = "Utils/Public/Ptr/CheckedPtr:145: assertion failed: _ptr";
 constexpr const char* converted = "Utils/Public/Ptr/CheckedPtr:206: assertion failed: _ptr";
 
@@ -186,11 +164,6 @@ TEST(CheckedPtrDeathTest, AssertsWhenHashedAfterAMove) {
     const Checked<const int> target = std::move(source);
     VELL_EXPECT_ASSERTION(std::hash<Checked<const int>>()(source), dereferenced);
     EXPECT_TRUE(target);
-}
-
-TEST(DerefNNDeathTest, AssertsOnNull) {
-    int* const null = nullptr;
-    VELL_EXPECT_ASSERTION(derefNN(null), "Utils/Public/Ptr/PtrUtils:254: assertion failed: plainPtr");
 }
 
 } // namespace

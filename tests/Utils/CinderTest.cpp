@@ -9,7 +9,7 @@
 namespace cinder {
 namespace {
 
-TEST(Vec2, HoldsTwoCoordinates) {
+TEST(CinderVec2, HoldsTwoCoordinates) {
     constexpr Vec2<float> point(1.5F, -2.0F);
     static_assert(point.x == 1.5F && point.y == -2.0F);
     static_assert(Vec2<int>().x == 0 && Vec2<int>().y == 0);
@@ -20,7 +20,7 @@ TEST(Vec2, HoldsTwoCoordinates) {
     EXPECT_FALSE((Vec2<float>(nan, 0)) == (Vec2<float>(nan, 0)));
 }
 
-TEST(ColorAT, HoldsFourChannels) {
+TEST(CinderColorAT, HoldsFourChannels) {
     constexpr ColorAT<unsigned char> colour(1, 2, 3, 4);
     static_assert(colour.r == 1 && colour.g == 2 && colour.b == 3 && colour.a == 4);
     const ColorAT<unsigned char> others[] = {{0, 2, 3, 4}, {1, 0, 3, 4}, {1, 2, 0, 4}, {1, 2, 3, 0}};
@@ -36,7 +36,7 @@ Vec2<float> apply(const MatrixAffine2<float>& matrix, const Vec2<float>& point) 
             matrix.m[1] * point.x + matrix.m[3] * point.y + matrix.m[5]};
 }
 
-TEST(MatrixAffine2, StoresColumnAfterColumn) {
+TEST(CinderMatrixAffine2, StoresColumnAfterColumn) {
     constexpr MatrixAffine2<float> matrix(1, 2, 3, 4, 5, 6);
     for (int i = 0; i < 6; ++i) {
         EXPECT_EQ(matrix.m[i], static_cast<float>(i + 1));
@@ -44,14 +44,14 @@ TEST(MatrixAffine2, StoresColumnAfterColumn) {
     EXPECT_EQ(apply(matrix, {10, 100}), (Vec2<float>(1 * 10 + 3 * 100 + 5, 2 * 10 + 4 * 100 + 6)));
 }
 
-TEST(MatrixAffine2, StartsAsTheIdentity) {
+TEST(CinderMatrixAffine2, StartsAsTheIdentity) {
     EXPECT_EQ(MatrixAffine2<float>(), (MatrixAffine2<float>(1, 0, 0, 1, 0, 0)));
     const MatrixAffine2<float> matrix(1, 2, 3, 4, 5, 6);
     EXPECT_EQ(matrix * MatrixAffine2<float>(), matrix);
     EXPECT_EQ(MatrixAffine2<float>() * matrix, matrix);
 }
 
-TEST(MatrixAffine2, AppliesTheRightFactorFirst) {
+TEST(CinderMatrixAffine2, AppliesTheRightFactorFirst) {
     const MatrixAffine2<float> a(1, 2, 3, 4, 5, 6);
     const MatrixAffine2<float> b(-7, 8, 9, -10, 11, 12);
     const Vec2<float> point(3, -5);
@@ -62,7 +62,7 @@ TEST(MatrixAffine2, AppliesTheRightFactorFirst) {
     EXPECT_EQ(moved, (MatrixAffine2<float>(2, 0, 0, 3, 5, 6))) << "translate * scale scales first";
 }
 
-TEST(MatrixAffine2, DiffersInAnyElement) {
+TEST(CinderMatrixAffine2, DiffersInAnyElement) {
     const MatrixAffine2<float> matrix(1, 2, 3, 4, 5, 6);
     for (int i = 0; i < 6; ++i) {
         MatrixAffine2<float> other = matrix;

@@ -15,7 +15,7 @@ void expectBlock(unsigned int code, unsigned int first, unsigned int last, const
     EXPECT_EQ(block.name, name) << code;
 }
 
-TEST(ToolBlockNames, NamesTheBlockFromItsFirstCodeToItsLast) {
+TEST(BlockNames, NamesTheBlockFromItsFirstCodeToItsLast) {
     for (const unsigned int code : {0x00U, 0x41U, 0x7FU}) {
         expectBlock(code, 0x00, 0x7F, "Basic Latin");
     }
@@ -24,7 +24,7 @@ TEST(ToolBlockNames, NamesTheBlockFromItsFirstCodeToItsLast) {
     expectBlock(0x10FFFF, 0x100000, 0x10FFFF, "Supplementary Private Use Area-B");
 }
 
-TEST(ToolBlockNames, GivesTheGapsBetweenBlocksBlocksOfTheirOwn) {
+TEST(BlockNames, GivesTheGapsBetweenBlocksBlocksOfTheirOwn) {
     expectBlock(0x2FE0, 0x2FE0, 0x2FEF, "No block");
     expectBlock(0x2FE5, 0x2FE5, 0x2FEF, "No block");
 }

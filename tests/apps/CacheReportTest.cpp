@@ -14,7 +14,7 @@ FontEngine::FactoryCacheFigures makeFigures() {
     return figures;
 }
 
-TEST(ToolCacheReport, SetsTheFiguresInColumns) {
+TEST(CacheReport, SetsTheFiguresInColumns) {
     EXPECT_EQ(
         makeCacheTable(makeFigures()),
         "cache            entries    limit       bytes       limit       hits   misses evictions hit rate\n"
@@ -25,7 +25,7 @@ TEST(ToolCacheReport, SetsTheFiguresInColumns) {
         "outlines               0        -           -           -          0        0         0        -\n");
 }
 
-TEST(ToolCacheReport, GivesProgramsTheSameFigures) {
+TEST(CacheReport, GivesProgramsTheSameFigures) {
     EXPECT_EQ(makeCacheJson({3967, 83, 2}, makeFigures()), R"({
   "text": {"bytes": 3967, "lines": 83, "passes": 2},
   "caches": {

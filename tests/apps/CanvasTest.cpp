@@ -20,7 +20,7 @@ void expectBox(const Box& box, float left, float top, float right, float bottom,
     EXPECT_NEAR(box.bottom, bottom, tolerance);
 }
 
-TEST(ToolCanvas, TurnsTheBlockClockwiseAndScalesIt) {
+TEST(Canvas, TurnsTheBlockClockwiseAndScalesIt) {
     const TextBlock block{{}, 0.0F, 30.0F, 10.0F};
     expectBox(getPlacedBox(block, {1.0F, 0.0F}), 0, 0, 30, 10, 1e-4F);
     expectBox(getPlacedBox(block, {2.0F, 90.0F}), -20, 0, 0, 60, 1e-4F);
@@ -28,14 +28,14 @@ TEST(ToolCanvas, TurnsTheBlockClockwiseAndScalesIt) {
     expectBox(getPlacedBox(block, {1.0F, 45.0F}), -7.0711F, 0, 21.2132F, 28.2843F, 1e-3F);
 }
 
-TEST(ToolCanvas, ReducesFullTurnsToNone) {
+TEST(Canvas, ReducesFullTurnsToNone) {
     const TextBlock block{{}, 0.0F, 30.0F, 10.0F};
     const Box box = getPlacedBox(block, {1.0F, 720.0F});
     EXPECT_EQ(box.left, 0.0F);
     EXPECT_EQ(box.right, 30.0F);
 }
 
-TEST(ToolCanvas, MeasuresTheInkOfBothPainters) {
+TEST(Canvas, MeasuresTheInkOfBothPainters) {
     const FactoryPtr factory = makeTestFactory();
     const TextFont font = makeTestFont(factory, 100.0F);
     const TextBlock block = layOutBlock(font, {"A"});
@@ -47,7 +47,7 @@ TEST(ToolCanvas, MeasuresTheInkOfBothPainters) {
     }
 }
 
-TEST(ToolCanvas, FindsNoInkInBlankText) {
+TEST(Canvas, FindsNoInkInBlankText) {
     const FactoryPtr factory = makeTestFactory();
     const TextFont font = makeTestFont(factory);
     const Box ink = measureInk(layOutBlock(font, {"  "}), font, vectorPaint, {});
@@ -55,7 +55,7 @@ TEST(ToolCanvas, FindsNoInkInBlankText) {
     expectBox(box, 1, 2, 3, 4, 0.0F);
 }
 
-TEST(ToolCanvas, LeavesAMarginAndStartsOnAWholePixel) {
+TEST(Canvas, LeavesAMarginAndStartsOnAWholePixel) {
     const Canvas canvas = makeCanvas({-3.3F, 0.0F, 20.0F, 10.0F}, 5.0F, 2.0F);
     EXPECT_FLOAT_EQ(canvas.origin.x, 8.5F);
     EXPECT_FLOAT_EQ(canvas.origin.y, 5.0F);

@@ -27,7 +27,7 @@ bool isTold(const std::optional<Os2Table>& os2) {
     return isTold(font.setOs2(os2).build());
 }
 
-TEST(ToolCapHeight, IsInTheFileSinceVersionTwo) {
+TEST(CapHeight, IsInTheFileSinceVersionTwo) {
     for (unsigned int version = 0; version <= 4; ++version) {
         Os2Table os2;
         os2.version = version;
@@ -35,14 +35,14 @@ TEST(ToolCapHeight, IsInTheFileSinceVersionTwo) {
     }
 }
 
-TEST(ToolCapHeight, IsNotThereWithoutATable) {
+TEST(CapHeight, IsNotThereWithoutATable) {
     EXPECT_FALSE(isTold(std::nullopt));
     Vell::Testing::BdfFont bitmaps;
     bitmaps.glyphs.push_back({'A', 6, 5, 0, 0, {{0xF8}, {0x88}}});
     EXPECT_FALSE(isTold(bitmaps.build()));
 }
 
-TEST(ToolCapHeight, IsNotThereWhereItIsZero) {
+TEST(CapHeight, IsNotThereWhereItIsZero) {
     Os2Table os2;
     os2.capHeight = 0;
     EXPECT_FALSE(isTold(os2));

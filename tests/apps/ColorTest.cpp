@@ -11,21 +11,21 @@ namespace Vell::Tool {
 
 namespace {
 
-TEST(ToolColor, ReadsShortAndLongHexadecimalColors) {
+TEST(Color, ReadsShortAndLongHexadecimalColors) {
     EXPECT_EQ(parseColor("#1aF"), Color(0x11, 0xAA, 0xFF, 255));
     EXPECT_EQ(parseColor("#1aF8"), Color(0x11, 0xAA, 0xFF, 0x88));
     EXPECT_EQ(parseColor("#0102fE"), Color(1, 2, 254, 255));
     EXPECT_EQ(parseColor("#0102fE00"), Color(1, 2, 254, 0));
 }
 
-TEST(ToolColor, KnowsNamesWhateverTheirCase) {
+TEST(Color, KnowsNamesWhateverTheirCase) {
     EXPECT_EQ(parseColor("navy"), Color(0, 0, 128, 255));
     EXPECT_EQ(parseColor("White"), white);
     EXPECT_EQ(parseColor("BLACK"), black);
     EXPECT_EQ(parseColor("transparent").a, 0);
 }
 
-TEST(ToolColor, KnowsEveryNameThatItLists) {
+TEST(Color, KnowsEveryNameThatItLists) {
     std::string list = listColorNames();
     std::replace(list.begin(), list.end(), '\n', ' ');
     std::istringstream names(list);
@@ -37,14 +37,14 @@ TEST(ToolColor, KnowsEveryNameThatItLists) {
     EXPECT_GT(count, 16);
 }
 
-TEST(ToolColor, ListsNamesInLinesThatFitATerminal) {
+TEST(Color, ListsNamesInLinesThatFitATerminal) {
     std::istringstream lines(listColorNames());
     for (std::string line; std::getline(lines, line);) {
         EXPECT_LE(line.size(), 80U) << line;
     }
 }
 
-TEST(ToolColor, RefusesEverythingElseByName) {
+TEST(Color, RefusesEverythingElseByName) {
     for (const char* text :
          {"", "#", "#1", "#12", "#12345", "#1234567", "#123456789", "#12g", "#-12", "nay", "12 34"}) {
         EXPECT_THROW(parseColor(text), UsageError) << text;

@@ -20,7 +20,7 @@ RenderOptions parseRender(std::vector<const char*> arguments) {
     return std::get<RenderOptions>(parse(std::move(arguments)));
 }
 
-TEST(ToolCommandLine, DrawsBlackOnWhiteByDefault) {
+TEST(CommandLine, DrawsBlackOnWhiteByDefault) {
     const RenderOptions options = parseRender({"text"});
     EXPECT_EQ(options.source.text, "text");
     EXPECT_FALSE(options.source.file.has_value());
@@ -38,7 +38,7 @@ TEST(ToolCommandLine, DrawsBlackOnWhiteByDefault) {
     EXPECT_FALSE(options.painter.has_value());
 }
 
-TEST(ToolCommandLine, ReadsEveryOptionOfRender) {
+TEST(CommandLine, ReadsEveryOptionOfRender) {
     const RenderOptions options =
         parseRender({"--file",  "f",    "--family",         "Some Sans", "--bold",       "--italic",
                      "--size",  "12.5", "--color",          "#f00",      "--background", "transparent",
@@ -59,14 +59,14 @@ TEST(ToolCommandLine, ReadsEveryOptionOfRender) {
     EXPECT_EQ(options.painter, PainterKind::Vector);
 }
 
-TEST(ToolCommandLine, TakesAnyTextAsItIs) {
+TEST(CommandLine, TakesAnyTextAsItIs) {
     for (const char* text : {"", "-", "{}", "[a,b]", "a,b", "\"quoted\"", "%%", "two words", "\xFF"}) {
         EXPECT_EQ(parseRender({text}).source.text, text);
     }
     EXPECT_EQ(parseRender({"--", "--bold"}).source.text, "--bold");
 }
 
-TEST(ToolCommandLine, ReadsTheOtherCommands) {
+TEST(CommandLine, ReadsTheOtherCommands) {
     const auto info = std::get<InfoOptions>(
         parse({"info", "Some Sans", "--bold", "--size", "10", "--characters", "--why"}));
     EXPECT_EQ(info.familyOrFile, "Some Sans");
@@ -89,7 +89,7 @@ TEST(ToolCommandLine, ReadsTheOtherCommands) {
     EXPECT_EQ(specimen.folder, "folder");
 }
 
-TEST(ToolCommandLine, ReadsEveryOptionOfCacheStats) {
+TEST(CommandLine, ReadsEveryOptionOfCacheStats) {
     const auto plain = std::get<CacheStatsOptions>(parse({"cache-stats", "text"}));
     EXPECT_EQ(plain.source.text, "text");
     EXPECT_EQ(plain.maxFaces, 0U);
@@ -114,7 +114,7 @@ TEST(ToolCommandLine, ReadsEveryOptionOfCacheStats) {
     EXPECT_TRUE(full.printsJson);
 }
 
-TEST(ToolCommandLine, ReadsWhatToCompare) {
+TEST(CommandLine, ReadsWhatToCompare) {
     const auto plain = std::get<CompareOptions>(parse({"compare", "a.png", "b.png"}));
     EXPECT_EQ(plain.first, "a.png");
     EXPECT_EQ(plain.second, "b.png");
@@ -122,7 +122,7 @@ TEST(ToolCommandLine, ReadsWhatToCompare) {
     EXPECT_EQ(std::get<CompareOptions>(parse({"compare", "a", "b", "-o", "c.png"})).output, "c.png");
 }
 
-TEST(ToolCommandLine, ExplainsItself) {
+TEST(CommandLine, ExplainsItself) {
     EXPECT_THAT(std::get<PrintText>(parse({"--help"})).text, HasSubstr("render"));
     EXPECT_THAT(std::get<PrintText>(parse({"render", "--help"})).text, HasSubstr("--letter-spacing"));
     EXPECT_THAT(std::get<PrintText>(parse({"render", "--help"})).text, HasSubstr(listColorNames()));
@@ -140,7 +140,7 @@ std::string getComplaint(const std::vector<const char*>& arguments) {
     return "";
 }
 
-TEST(ToolCommandLine, NamesTheCommandThatItDoesNotKnow) {
+TEST(CommandLine, NamesTheCommandThatItDoesNotKnow) {
     EXPECT_EQ(getComplaint({"rendr", "x"}), "unknown command 'rendr'");
     EXPECT_EQ(getComplaint({"rendr", "x", "-o", "a.png"}), "unknown command 'rendr'");
     EXPECT_EQ(getComplaint({"--versoin"}), "unknown option '--versoin'");
@@ -148,7 +148,7 @@ TEST(ToolCommandLine, NamesTheCommandThatItDoesNotKnow) {
     EXPECT_THAT(getComplaint({"render", "x"}), HasSubstr("--output"));
 }
 
-TEST(ToolCommandLine, RefusesWhatItDoesNotKnow) {
+TEST(CommandLine, RefusesWhatItDoesNotKnow) {
     const std::vector<std::vector<const char*>> wrong = {{},
                                                          {"draw"},
                                                          {"render", "x"},

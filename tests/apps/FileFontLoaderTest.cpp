@@ -18,7 +18,7 @@ using Vell::Testing::CharMapKind;
 using Vell::Testing::FontBuilder;
 using Vell::Testing::makeFaceInfo;
 
-TEST(ToolFileFontLoader, ServesTheFileInItsOwnStyleOnly) {
+TEST(FileFontLoader, ServesTheFileInItsOwnStyleOnly) {
     const TemporaryFolder folder;
     writeFont(folder.getPath("f.ttf"),
               FontBuilder("Test Sans").setStyle(true, false).addCharMap(CharMapKind::Unicode));
@@ -32,7 +32,7 @@ TEST(ToolFileFontLoader, ServesTheFileInItsOwnStyleOnly) {
     EXPECT_EQ(loader.getFamilyNameForRange(1), "");
 }
 
-TEST(ToolFileFontLoader, TellsWhatIsWrongWithAFile) {
+TEST(FileFontLoader, TellsWhatIsWrongWithAFile) {
     const TemporaryFolder folder;
     Testing::writeBytes(folder.getPath("text"), "no font");
     Testing::writeBytes(folder.getPath("empty"), "");
@@ -47,7 +47,7 @@ TEST(ToolFileFontLoader, TellsWhatIsWrongWithAFile) {
     }
 }
 
-TEST(ToolFileFontLoader, RefusesAFontWithoutCharmap) {
+TEST(FileFontLoader, RefusesAFontWithoutCharmap) {
     const TemporaryFolder folder;
     writeFont(folder.getPath("mute.ttf"), FontBuilder("Mute"));
     try {

@@ -25,7 +25,7 @@ std::vector<unsigned char> makeFont(const std::string& family, bool bold, bool i
 }
 
 /// A machine whose fonts the test chooses.
-class ToolFontOrigin : public ::testing::Test {
+class FontOriginOfAFamily : public ::testing::Test {
 protected:
     void install(const std::string& family, bool bold, bool italic) {
         _fonts->setFont(family, bold, italic, makeFont(family, bold, italic));
@@ -47,13 +47,13 @@ protected:
     const FactoryPtr _factory = FontEngine::FontFactory::create(_loader, "Default");
 };
 
-TEST_F(ToolFontOrigin, NamesTheVeryStyleWhereItIsThere) {
+TEST_F(FontOriginOfAFamily, NamesTheVeryStyleWhereItIsThere) {
     install("Sans", true, true);
     EXPECT_EQ(explain("Sans", true, true),
               "asked for bold italic; bold italic: found -> bold italic serves, synthesised: nothing");
 }
 
-TEST_F(ToolFontOrigin, ListsWhatWasFoundOnTheWayToAnotherStyle) {
+TEST_F(FontOriginOfAFamily, ListsWhatWasFoundOnTheWayToAnotherStyle) {
     install("Sans", false, false);
     install("Sans", true, false);
     EXPECT_EQ(explain("Sans", true, true),
@@ -61,21 +61,21 @@ TEST_F(ToolFontOrigin, ListsWhatWasFoundOnTheWayToAnotherStyle) {
               "synthesised: slant");
 }
 
-TEST_F(ToolFontOrigin, ToldTwiceIsTheSame) {
+TEST_F(FontOriginOfAFamily, ToldTwiceIsTheSame) {
     install("Sans", false, false);
     const std::string first = explain("Sans", true, false);
     EXPECT_EQ(first, "asked for bold; bold: none, regular: found -> regular serves, synthesised: bold");
     EXPECT_EQ(explain("Sans", true, false), first);
 }
 
-TEST_F(ToolFontOrigin, TellsOfTheDefaultFont) {
+TEST_F(FontOriginOfAFamily, TellsOfTheDefaultFont) {
     installDefault(false, false);
     EXPECT_EQ(explain("", false, true),
               "asked for italic; default font, italic: none, default font, regular: found -> "
               "default font, regular serves, synthesised: slant");
 }
 
-TEST_F(ToolFontOrigin, TellsOfTheDefaultFontThatStandsInForAFamily) {
+TEST_F(FontOriginOfAFamily, TellsOfTheDefaultFontThatStandsInForAFamily) {
     installDefault(false, false);
     const auto face = makeNNPtr<const FontEngine::Internal::FontFaceInfo>("Missing", false, false);
     const auto font = _factory->getFont(
@@ -86,7 +86,7 @@ TEST_F(ToolFontOrigin, TellsOfTheDefaultFontThatStandsInForAFamily) {
                                                      "regular serves, synthesised: nothing")));
 }
 
-TEST_F(ToolFontOrigin, PrintsTheQuestionsInTheirOrder) {
+TEST_F(FontOriginOfAFamily, PrintsTheQuestionsInTheirOrder) {
     install("Sans", false, false);
     install("Greek", false, false);
     _fonts->setRangeFamily(FontLoaders::UnicodeRangeMap::find(0x03B1), "Greek");
@@ -104,7 +104,7 @@ TEST_F(ToolFontOrigin, PrintsTheQuestionsInTheirOrder) {
                          "  family for the block of U+4E2D: none\n");
 }
 
-TEST(ToolFontOriginOfAFile, IsTheFile) {
+TEST(FontOriginOfAFile, IsTheFile) {
     const Testing::TemporaryFolder folder;
     const auto bytes = makeFont("Sans", false, false);
     Testing::writeBytes(folder.getPath("f.ttf"), std::string(bytes.begin(), bytes.end()));

@@ -15,7 +15,7 @@ std::string getFamily(const TextFont& font) {
     return getFamilyName(*font.font->getFace());
 }
 
-TEST(ToolFontRuns, SplitATextWhereTheFontChanges) {
+TEST(FontRuns, SplitATextWhereTheFontChanges) {
     const FactoryPtr factory = makeTestFactory();
     const std::string text = "AA αα A";
     const auto runs = splitIntoFontRuns(makeTestFont(factory), text);
@@ -28,7 +28,7 @@ TEST(ToolFontRuns, SplitATextWhereTheFontChanges) {
     EXPECT_EQ(getFamily(runs[2].font), "Test Sans");
 }
 
-TEST(ToolFontRuns, StandWhereThePenIs) {
+TEST(FontRuns, StandWhereThePenIs) {
     const FactoryPtr factory = makeTestFactory();
     const std::string text = "AAααA";
     const auto runs = splitIntoFontRuns(makeTestFont(factory, 10.0F, 1.0F), text);
@@ -40,7 +40,7 @@ TEST(ToolFontRuns, StandWhereThePenIs) {
     EXPECT_EQ(runs[1].font.setting->getFontInfo()->getSize(), 10.0F);
 }
 
-TEST(ToolFontRuns, KeepCharactersThatNoFontHasInTheFirstFont) {
+TEST(FontRuns, KeepCharactersThatNoFontHasInTheFirstFont) {
     const FactoryPtr factory = makeTestFactory();
     const std::string text = "A中A";
     const auto runs = splitIntoFontRuns(makeTestFont(factory), text);
@@ -48,7 +48,7 @@ TEST(ToolFontRuns, KeepCharactersThatNoFontHasInTheFirstFont) {
     EXPECT_EQ(runs[0].text, text);
 }
 
-TEST(ToolFontRuns, KeepEveryByteOfAnIllFormedText) {
+TEST(FontRuns, KeepEveryByteOfAnIllFormedText) {
     const FactoryPtr factory = makeTestFactory();
     const std::string text = "A\xE2\x82\xCE\xB1\xFF";
     const auto characters = findCharacterFonts(makeTestFont(factory), text);
@@ -60,7 +60,7 @@ TEST(ToolFontRuns, KeepEveryByteOfAnIllFormedText) {
     EXPECT_EQ(characters[3].bytes, "\xFF");
 }
 
-TEST(ToolFontRuns, OfAnEmptyTextAreNone) {
+TEST(FontRuns, OfAnEmptyTextAreNone) {
     const FactoryPtr factory = makeTestFactory();
     EXPECT_TRUE(splitIntoFontRuns(makeTestFont(factory), "").empty());
     EXPECT_TRUE(splitIntoFontRuns(makeTestFont(factory), {}).empty());

@@ -54,7 +54,7 @@ std::vector<unsigned int> makeRange(unsigned int first, unsigned int count) {
     return codes;
 }
 
-TEST(ToolGlyphTable, ListsRangesBlocksAndEntriesInTheOrderOfCodes) {
+TEST(GlyphTable, ListsRangesBlocksAndEntriesInTheOrderOfCodes) {
     const GlyphTable table = GlyphTableOf({'B', 'A', ' ', 0x4E2D, 0x2FE0}).table;
     EXPECT_EQ(printJson({table.ranges, table.blocks, table.entries, {}}),
               "{\"cell\":40,\"columns\":32,\"cellsInSheet\":512,\n"
@@ -66,7 +66,7 @@ TEST(ToolGlyphTable, ListsRangesBlocksAndEntriesInTheOrderOfCodes) {
     EXPECT_EQ(countCharacters(table.ranges), 5U);
 }
 
-TEST(ToolGlyphTable, DrawsEachGlyphInItsCell) {
+TEST(GlyphTable, DrawsEachGlyphInItsCell) {
     const GlyphTableOf table(std::vector<unsigned int>{' ', 'A', 'B'});
     ASSERT_EQ(table.table.sheets.size(), 1U);
     EXPECT_EQ(table.readCell(0, 0, 0), 0xFFFFFFU); // the space
@@ -75,7 +75,7 @@ TEST(ToolGlyphTable, DrawsEachGlyphInItsCell) {
     EXPECT_EQ(table.readCell(0, 3, 0), 0xFFFFFFU);
 }
 
-TEST(ToolGlyphTable, GoesOnInTheNextRowAndInTheNextSheet) {
+TEST(GlyphTable, GoesOnInTheNextRowAndInTheNextSheet) {
     const GlyphTableOf table(makeRange(0x4E00, GlyphTable::cellsInSheet + 33));
     ASSERT_EQ(table.table.sheets.size(), 2U);
     EXPECT_EQ(table.readCell(0, 31, 15), 0x000000U);
@@ -85,14 +85,14 @@ TEST(ToolGlyphTable, GoesOnInTheNextRowAndInTheNextSheet) {
     EXPECT_EQ(table.progress, expected);
 }
 
-TEST(ToolGlyphTable, KeepsTheRangesOfCharactersBeyondTheLimit) {
+TEST(GlyphTable, KeepsTheRangesOfCharactersBeyondTheLimit) {
     const GlyphTable table = GlyphTableOf(makeRange(0x4E00, 20), 7).table;
     EXPECT_EQ(table.entries.size(), 7U);
     EXPECT_EQ(table.sheets.size(), 1U);
     EXPECT_EQ(countCharacters(table.ranges), 20U);
 }
 
-TEST(ToolGlyphTable, IsEmptyForAFontWithoutCharacters) {
+TEST(GlyphTable, IsEmptyForAFontWithoutCharacters) {
     const GlyphTable table = GlyphTableOf(std::vector<unsigned int>()).table;
     EXPECT_TRUE(table.ranges.empty());
     EXPECT_TRUE(table.blocks.empty());

@@ -20,19 +20,19 @@ std::string read(const TextSource& source, const std::string& standardInput = ""
     return readText(source, stream);
 }
 
-TEST(ToolInput, BreaksLinesAtEveryKindOfLineEnd) {
+TEST(InputText, BreaksLinesAtEveryKindOfLineEnd) {
     EXPECT_THAT(splitLines("a\nb\r\nc\rd"), ElementsAre("a", "b", "c", "d"));
     EXPECT_THAT(splitLines("a\n\n\r\nb"), ElementsAre("a", "", "", "b"));
 }
 
-TEST(ToolInput, StartsNoLineBehindTheLastLineEnd) {
+TEST(InputText, StartsNoLineBehindTheLastLineEnd) {
     EXPECT_THAT(splitLines("a\n"), ElementsAre("a"));
     EXPECT_THAT(splitLines("a\r\n"), ElementsAre("a"));
     EXPECT_THAT(splitLines("\n\n"), ElementsAre("", ""));
     EXPECT_THAT(splitLines(""), ElementsAre(""));
 }
 
-TEST(ToolInput, TakesTheTextFromWhereItIsSaidToBe) {
+TEST(InputText, TakesTheTextFromWhereItIsSaidToBe) {
     const TemporaryFolder folder;
     Testing::writeBytes(folder.getPath("text"), "from\r\nfile");
     EXPECT_EQ(read({"word", {}}), "word");
@@ -42,18 +42,18 @@ TEST(ToolInput, TakesTheTextFromWhereItIsSaidToBe) {
     EXPECT_EQ(read({{}, "-"}, "input"), "input");
 }
 
-TEST(ToolInput, DropsAByteOrderMarkAndKeepsIllFormedBytes) {
+TEST(InputText, DropsAByteOrderMarkAndKeepsIllFormedBytes) {
     EXPECT_EQ(read({"-", {}}, "\xEF\xBB\xBF"
                               "a\xFF"),
               "a\xFF");
 }
 
-TEST(ToolInput, WantsExactlyOneSource) {
+TEST(InputText, WantsExactlyOneSource) {
     EXPECT_THROW(read({}), UsageError);
     EXPECT_THROW(read({"a", "b"}), UsageError);
 }
 
-TEST(ToolInput, NamesTheFileThatItCannotRead) {
+TEST(InputText, NamesTheFileThatItCannotRead) {
     const TemporaryFolder folder;
     const auto expectFailure = [](const std::string& path, const std::string& reason) {
         try {
@@ -67,7 +67,7 @@ TEST(ToolInput, NamesTheFileThatItCannotRead) {
     expectFailure(folder.getPath(), "Is a directory");
 }
 
-TEST(ToolInput, RefusesTextsBeyondTheLimitAndEndlessOnes) {
+TEST(InputText, RefusesTextsBeyondTheLimitAndEndlessOnes) {
     EXPECT_EQ(read({"-", {}}, std::string(maxTextBytes, 'a')).size(), maxTextBytes);
     EXPECT_THROW(read({"-", {}}, std::string(maxTextBytes + 1, 'a')), ToolError);
     EXPECT_THROW(read({{}, "/dev/zero"}), ToolError);

@@ -33,7 +33,7 @@ void expectFailure(const std::string& path, const std::string& reason) {
     }
 }
 
-TEST(ToolOutputFile, LeavesNothingButTheFile) {
+TEST(OutputFile, LeavesNothingButTheFile) {
     const TemporaryFolder folder;
     const std::string bytes("a\0b\n", 4);
     writeFile(folder.getPath("out"), bytes);
@@ -41,7 +41,7 @@ TEST(ToolOutputFile, LeavesNothingButTheFile) {
     EXPECT_EQ(readBytes(folder.getPath("out")), bytes);
 }
 
-TEST(ToolOutputFile, GivesANewFileTheUsualModeAndKeepsThatOfAnOldOne) {
+TEST(OutputFile, GivesANewFileTheUsualModeAndKeepsThatOfAnOldOne) {
     const TemporaryFolder folder;
     const mode_t old = umask(027);
     writeFile(folder.getPath("new"), "x");
@@ -53,7 +53,7 @@ TEST(ToolOutputFile, GivesANewFileTheUsualModeAndKeepsThatOfAnOldOne) {
     EXPECT_EQ(readBytes(folder.getPath("new")), "y");
 }
 
-TEST(ToolOutputFile, WritesThroughASymbolicLink) {
+TEST(OutputFile, WritesThroughASymbolicLink) {
     const TemporaryFolder folder;
     writeBytes(folder.getPath("real"), "old");
     std::filesystem::create_symlink("real", folder.getPath("link"));
@@ -62,14 +62,14 @@ TEST(ToolOutputFile, WritesThroughASymbolicLink) {
     EXPECT_EQ(readBytes(folder.getPath("real")), "new");
 }
 
-TEST(ToolOutputFile, TakesTheLongestNames) {
+TEST(OutputFile, TakesTheLongestNames) {
     const TemporaryFolder folder;
     const std::string name(255, 'n');
     writeFile(folder.getPath(name), "x");
     EXPECT_THAT(folder.list(), ElementsAre(name));
 }
 
-TEST(ToolOutputFile, TellsWhyItCannotWrite) {
+TEST(OutputFile, TellsWhyItCannotWrite) {
     const TemporaryFolder folder;
     expectFailure(folder.getPath("none/out"), "No such file or directory");
     expectFailure(folder.getPath(), "Is a directory");
@@ -77,7 +77,7 @@ TEST(ToolOutputFile, TellsWhyItCannotWrite) {
     EXPECT_THAT(folder.list(), IsEmpty());
 }
 
-TEST(ToolOutputFile, LeavesTheOldFileAndNothingElseWhereTheRenameFails) {
+TEST(OutputFile, LeavesTheOldFileAndNothingElseWhereTheRenameFails) {
     const TemporaryFolder folder;
     const std::string tooLong(256, 'n');
     EXPECT_THROW(writeFile(folder.getPath(tooLong), "x"), ToolError);

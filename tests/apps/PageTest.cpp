@@ -1,12 +1,10 @@
 #include "Page.h"
 
 #include "Errors.h"
-#include "NumberLimits.h"
 
 #include <gmock/gmock.h>
 
 #include <cmath>
-#include <limits>
 
 namespace Vell::Tool {
 
@@ -18,7 +16,7 @@ using ::testing::StartsWith;
 
 void drawNothing(CairoAdapter::CairoPainter&) {}
 
-TEST(ToolPage, TakesItsFormatFromTheEndOfTheName) {
+TEST(Page, TakesItsFormatFromTheEndOfTheName) {
     EXPECT_EQ(getPageFormat("a.png"), PageFormat::Png);
     EXPECT_EQ(getPageFormat("/b.svg/c.d.SVG"), PageFormat::Svg);
     EXPECT_EQ(getPageFormat("x.Pdf"), PageFormat::Pdf);
@@ -27,7 +25,7 @@ TEST(ToolPage, TakesItsFormatFromTheEndOfTheName) {
     }
 }
 
-TEST(ToolPage, HoldsWhatItsFormatCanHold) {
+TEST(Page, HoldsWhatItsFormatCanHold) {
     EXPECT_NO_THROW(checkPageSize(PageFormat::Png, {16383.5F, 1.0F, 2.0F}));
     EXPECT_THROW(checkPageSize(PageFormat::Png, {16384.0F, 1.0F, 2.0F}), ToolError);
     EXPECT_NO_THROW(checkPageSize(PageFormat::Png, {8192.0F, 8192.0F, 1.0F}));
@@ -39,7 +37,7 @@ TEST(ToolPage, HoldsWhatItsFormatCanHold) {
     EXPECT_THROW(checkPageSize(PageFormat::Pdf, {std::nanf(""), 1.0F, 1.0F}), ToolError);
 }
 
-TEST(ToolPage, TellsHowLargeItWouldBe) {
+TEST(Page, TellsHowLargeItWouldBe) {
     try {
         checkPageSize(PageFormat::Png, {50000.0F, 10.0F, 2.0F});
         FAIL();
@@ -48,7 +46,7 @@ TEST(ToolPage, TellsHowLargeItWouldBe) {
     }
 }
 
-TEST(ToolPage, ComesAsACompleteFile) {
+TEST(Page, ComesAsACompleteFile) {
     const PageSize size{20.0F, 10.0F, 1.0F};
     EXPECT_THAT(makePage(PageFormat::Png, size, white, drawNothing), StartsWith("\x89PNG\r\n"));
     const std::string pdf = makePage(PageFormat::Pdf, size, white, drawNothing);
@@ -59,23 +57,15 @@ TEST(ToolPage, ComesAsACompleteFile) {
     EXPECT_THAT(svg, HasSubstr("</svg>"));
 }
 
-TEST(ToolPage, PaintsNoTransparentBackground) {
+TEST(Page, PaintsNoTransparentBackground) {
     const PageSize size{20.0F, 10.0F, 1.0F};
     EXPECT_THAT(makePage(PageFormat::Svg, size, white, drawNothing), HasSubstr("<rect"));
     EXPECT_THAT(makePage(PageFormat::Svg, size, Color(0, 0, 0, 0), drawNothing), Not(HasSubstr("<rect")));
 }
 
-TEST(ToolPage, LetsTheDrawingFail) {
+TEST(Page, LetsTheDrawingFail) {
     const auto fail = [](CairoAdapter::CairoPainter&) { throw ToolError("no ink"); };
     EXPECT_THROW(makePage(PageFormat::Pdf, {20.0F, 10.0F, 1.0F}, white, fail), ToolError);
-}
-
-TEST(ToolNumberLimits, IncludeTheirEndsAndNoNan) {
-    EXPECT_NO_THROW(checkLimits(sizeLimits, sizeLimits.least));
-    EXPECT_NO_THROW(checkLimits(sizeLimits, sizeLimits.greatest));
-    for (const float value : {0.0F, -1.0F, 4097.0F, std::nanf(""), std::numeric_limits<float>::infinity()}) {
-        EXPECT_THROW(checkLimits(sizeLimits, value), UsageError) << value;
-    }
 }
 
 } // namespace

@@ -1,9 +1,5 @@
 #include "PictureDifference.h"
 
-#include "Errors.h"
-
-#include <support/TemporaryFolder.h>
-
 #include <gmock/gmock.h>
 
 namespace Vell::Tool {
@@ -11,7 +7,6 @@ namespace Vell::Tool {
 namespace {
 
 using ::testing::ElementsAre;
-using Testing::TemporaryFolder;
 
 /// A row of pixels, four bytes each.
 PngPicture makeRow(std::vector<std::uint8_t> bytes) {
@@ -19,7 +14,7 @@ PngPicture makeRow(std::vector<std::uint8_t> bytes) {
     return {width, 1, std::move(bytes)};
 }
 
-TEST(ToolPictureDifference, IsNoneBetweenEqualPictures) {
+TEST(PictureDifference, IsNoneBetweenEqualPictures) {
     const PngPicture picture = makeRow({1, 2, 3, 255, 4, 5, 6, 128});
     const PictureDifference difference = measureDifference(picture, picture);
     EXPECT_EQ(difference.differingPixels, 0U);
@@ -27,7 +22,7 @@ TEST(ToolPictureDifference, IsNoneBetweenEqualPictures) {
     EXPECT_THAT(difference.mean, ElementsAre(0.0, 0.0, 0.0, 0.0));
 }
 
-TEST(ToolPictureDifference, IsMeasuredForEachChannel) {
+TEST(PictureDifference, IsMeasuredForEachChannel) {
     const PngPicture a = makeRow({10, 20, 30, 255, 0, 0, 0, 255, 7, 7, 7, 255, 9, 9, 9, 255});
     const PngPicture b = makeRow({13, 15, 30, 255, 1, 0, 0, 255, 7, 7, 7, 255, 9, 9, 9, 255});
     const PictureDifference difference = measureDifference(a, b);
@@ -36,7 +31,7 @@ TEST(ToolPictureDifference, IsMeasuredForEachChannel) {
     EXPECT_THAT(difference.mean, ElementsAre(1.0, 1.25, 0.0, 0.0));
 }
 
-TEST(ToolPictureDifference, CountsColorsAsTheyAreSeen) {
+TEST(PictureDifference, CountsColorsAsTheyAreSeen) {
     // Wholly transparent; half transparent; alpha alone.
     const PngPicture a = makeRow({255, 0, 0, 0, 200, 0, 0, 51, 0, 0, 0, 100});
     const PngPicture b = makeRow({0, 0, 255, 0, 100, 0, 0, 51, 0, 0, 0, 90});
@@ -45,7 +40,7 @@ TEST(ToolPictureDifference, CountsColorsAsTheyAreSeen) {
     EXPECT_THAT(difference.largest, ElementsAre(20, 0, 0, 10));
 }
 
-TEST(ToolPictureDifference, IsDrawnRedOverAnOutlineInGrey) {
+TEST(PictureDifference, IsDrawnRedOverAnOutlineInGrey) {
     const PngPicture a = makeRow({0, 0, 0, 255, 255, 255, 255, 255, 255, 255, 255, 255, 0, 0, 0, 255});
     const PngPicture b = makeRow({0, 0, 0, 255, 255, 255, 255, 255, 254, 255, 255, 255, 255, 255, 255, 255});
     const PngPicture drawn = drawDifference(a, b);
@@ -60,60 +55,6 @@ TEST(ToolPictureDifference, IsDrawnRedOverAnOutlineInGrey) {
     EXPECT_THAT(getPixel(2), ElementsAre(::testing::Ge(254), ::testing::Lt(160), ::testing::Lt(160),
                                          255));            // one step apart
     EXPECT_THAT(getPixel(3), ElementsAre(255, 0, 0, 255)); // far apart
-}
-
-TEST(ToolPngPicture, ComesBackAsItWasWritten) {
-    const TemporaryFolder folder;
-    const PngPicture picture{2, 2, {0, 1, 2, 255, 3, 4, 5, 128, 255, 254, 253, 0, 9, 8, 7, 1}};
-    Testing::writeBytes(folder.getPath("a.png"), makePngFile(picture));
-    const PngPicture read = readPng(folder.getPath("a.png"));
-    EXPECT_EQ(read.width, 2U);
-    EXPECT_EQ(read.height, 2U);
-    EXPECT_EQ(read.bytes, picture.bytes);
-}
-
-class ToolBrokenPng : public ::testing::Test {
-protected:
-    std::string read(const std::string& bytes) const {
-        Testing::writeBytes(_folder.getPath("a.png"), bytes);
-        try {
-            readPng(_folder.getPath("a.png"));
-        } catch (const ToolError& error) {
-            return error.what();
-        }
-        return "read";
-    }
-
-    /// A file of one row, as wide as the number says.
-    static std::string makeFile(unsigned int width) {
-        return makePngFile({width, 1, std::vector<std::uint8_t>(width * channelCount, 77)});
-    }
-
-    const TemporaryFolder _folder;
-};
-
-TEST_F(ToolBrokenPng, IsAnErrorThatNamesTheFile) {
-    const std::string whole = makeFile(100);
-    const std::string start = "cannot read the picture '" + _folder.getPath("a.png") + "': ";
-    for (const std::string& bytes : {std::string(), std::string("no picture at all"), whole.substr(0, 20),
-                                     whole.substr(0, whole.size() / 2)}) {
-        EXPECT_THAT(read(bytes), ::testing::StartsWith(start)) << bytes.size();
-    }
-    std::string damaged = whole;
-    damaged[damaged.find("IDAT") + 10] ^= 0x55;
-    EXPECT_THAT(read(damaged), ::testing::StartsWith(start));
-    EXPECT_EQ(read(whole), "read");
-}
-
-TEST_F(ToolBrokenPng, IsNotReadWhenItIsMissingOrAFolder) {
-    EXPECT_THROW(readPng(_folder.getPath("none")), ToolError);
-    EXPECT_THROW(readPng(_folder.getPath()), ToolError);
-}
-
-TEST_F(ToolBrokenPng, IsRefusedByItsHeaderWhenItIsTooLarge) {
-    EXPECT_EQ(read(makeFile(32767)), "read");
-    EXPECT_EQ(read(makeFile(32768)),
-              "the picture '" + _folder.getPath("a.png") + "' is too large: 32768 by 1 pixels");
 }
 
 } // namespace

@@ -28,7 +28,7 @@ void fillLeftHalf(CairoPainter& painter, const Color& color) {
     painter.drawPath(*painter.takePath(), true);
 }
 
-TEST(ToolPicture, HasInkInBlackOnWhiteAtThePixelRatio) {
+TEST(Picture, HasInkInBlackOnWhiteAtThePixelRatio) {
     const Picture picture =
         drawInk(4, 2, 2, [](CairoPainter& painter) { fillLeftHalf(painter, Color(200, 0, 0, 255)); });
     EXPECT_EQ(picture.width, 4);
@@ -40,7 +40,7 @@ TEST(ToolPicture, HasInkInBlackOnWhiteAtThePixelRatio) {
     EXPECT_EQ(readPixel(surface.get(), 4, 3) & rgb, 0xFFFFFFU);
 }
 
-TEST(ToolPicture, RoundsCoverageToSixteenLevels) {
+TEST(Picture, RoundsCoverageToSixteenLevels) {
     for (const int alpha : {0, 8, 9, 100, 247, 255}) {
         const Color color(0, 0, 0, static_cast<unsigned char>(alpha));
         const Picture picture =
@@ -51,7 +51,7 @@ TEST(ToolPicture, RoundsCoverageToSixteenLevels) {
     }
 }
 
-TEST(ToolPicture, KeepsColoursOnWhite) {
+TEST(Picture, KeepsColoursOnWhite) {
     const Picture picture =
         drawInColor(4, 2, [](CairoPainter& painter) { fillLeftHalf(painter, Color(200, 100, 0, 255)); });
     const auto surface = readPng(picture.png);
@@ -59,7 +59,7 @@ TEST(ToolPicture, KeepsColoursOnWhite) {
     EXPECT_EQ(readPixel(surface.get(), 2, 1) & rgb, 0xFFFFFFU);
 }
 
-TEST(ToolPicture, IsAnImageElementWithItsPictureInside) {
+TEST(Picture, IsAnImageElementWithItsPictureInside) {
     const Picture picture = drawInk(4, 2, 1, [](CairoPainter&) {});
     EXPECT_THAT(makeImage(picture, "ink", "\"<x>"),
                 ::testing::StartsWith("<img class=\"ink\" width=\"4\" height=\"2\" "
@@ -69,7 +69,7 @@ TEST(ToolPicture, IsAnImageElementWithItsPictureInside) {
     EXPECT_EQ(readDataUri(makeDataUri(picture)), picture.png);
 }
 
-TEST(ToolPicture, HandsOnWhatTheDrawingThrows) {
+TEST(Picture, HandsOnWhatTheDrawingThrows) {
     EXPECT_THROW(drawInk(1, 1, 1, [](CairoPainter&) { throw std::runtime_error("no"); }), std::runtime_error);
 }
 

@@ -19,20 +19,20 @@ using Testing::PseudoTerminal;
 using ::testing::StartsWith;
 using Testing::TemporaryFolder;
 
-TEST(ToolProgress, FillsTheBarAsTheWorkGoesOn) {
+TEST(Progress, FillsTheBarAsTheWorkGoesOn) {
     EXPECT_EQ(formatProgress("pages", 0, 8, 24), "pages [..........]   0%");
     EXPECT_EQ(formatProgress("pages", 4, 8, 24), "pages [#####.....]  50%");
     EXPECT_EQ(formatProgress("pages", 8, 8, 24), "pages [##########] 100%");
 }
 
-TEST(ToolProgress, SaysHundredPercentOnlyInTheEnd) {
+TEST(Progress, SaysHundredPercentOnlyInTheEnd) {
     EXPECT_THAT(formatProgress("x", 999999, 1000000, 40), EndsWith("]  99%"));
     constexpr std::size_t most = static_cast<std::size_t>(-1);
     EXPECT_THAT(formatProgress("x", most / 2, most, 40), EndsWith("]  49%"));
     EXPECT_THAT(formatProgress("nothing to do", 0, 0, 40), EndsWith("] 100%"));
 }
 
-TEST(ToolProgress, NeverReachesTheLastColumn) {
+TEST(Progress, NeverReachesTheLastColumn) {
     for (std::size_t columns = 0; columns < 200; ++columns) {
         EXPECT_LE(formatProgress("pages", 1, 3, columns).size(), columns - std::min<std::size_t>(columns, 1));
     }
@@ -40,13 +40,13 @@ TEST(ToolProgress, NeverReachesTheLastColumn) {
     EXPECT_LT(formatProgress("pages", 1, 3, 4000).size(), 80U);
 }
 
-TEST(ToolProgress, IsSeenOnATerminalAndClearedAway) {
+TEST(Progress, IsSeenOnATerminalAndClearedAway) {
     PseudoTerminal terminal(24);
     Progress("pages", 8, terminal.getDescriptor()).advance();
     EXPECT_EQ(terminal.take(), "\rpages [..........]   0%\r" + std::string(23, ' ') + "\r");
 }
 
-TEST(ToolProgress, IsDrawnAgainWhenTimeHasPassed) {
+TEST(Progress, IsDrawnAgainWhenTimeHasPassed) {
     PseudoTerminal terminal(24);
     {
         Progress progress("pages", 8, terminal.getDescriptor());
@@ -56,7 +56,7 @@ TEST(ToolProgress, IsDrawnAgainWhenTimeHasPassed) {
     EXPECT_THAT(terminal.take(), StartsWith("\rpages [..........]   0%\rpages [##########] 100%\r"));
 }
 
-TEST(ToolProgress, IsNotDrawnForEachOfManySteps) {
+TEST(Progress, IsNotDrawnForEachOfManySteps) {
     PseudoTerminal terminal(24);
     const auto start = std::chrono::steady_clock::now();
     {
@@ -73,7 +73,7 @@ TEST(ToolProgress, IsNotDrawnForEachOfManySteps) {
     EXPECT_LE(bars, 1.0 + 10.0 * seconds.count());
 }
 
-TEST(ToolProgress, LeavesAnEmptyLineToTheMessageOfAFailure) {
+TEST(Progress, LeavesAnEmptyLineToTheMessageOfAFailure) {
     PseudoTerminal terminal(24);
     try {
         const Progress progress("pages", 8, terminal.getDescriptor());
@@ -84,7 +84,7 @@ TEST(ToolProgress, LeavesAnEmptyLineToTheMessageOfAFailure) {
     EXPECT_THAT(terminal.take(), EndsWith(" \rfailure"));
 }
 
-TEST(ToolProgress, WritesNothingIntoAFileOrAPipe) {
+TEST(Progress, WritesNothingIntoAFileOrAPipe) {
     const TemporaryFolder folder;
     const int file = open(folder.getPath("err").c_str(), O_CREAT | O_RDWR | O_CLOEXEC, 0600);
     int pipe[2] = {};
@@ -99,7 +99,7 @@ TEST(ToolProgress, WritesNothingIntoAFileOrAPipe) {
     close(pipe[0]);
 }
 
-TEST(ToolProgress, DoesNotMindThatTheTerminalIsGone) {
+TEST(Progress, DoesNotMindThatTheTerminalIsGone) {
     const int closed = -1;
     Progress("pages", 8, closed).advance(8);
     PseudoTerminal terminal(24);

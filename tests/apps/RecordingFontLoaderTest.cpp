@@ -14,9 +14,9 @@ using Vell::Testing::Bytes;
 using Vell::Testing::CountingLoader;
 using Vell::Testing::makeFaceInfo;
 
-class ToolRecordingFontLoader : public ::testing::Test {
+class RecordingFontLoaderOfAList : public ::testing::Test {
 protected:
-    ToolRecordingFontLoader() {
+    RecordingFontLoaderOfAList() {
         _inner->setFont("Sans", true, false, Bytes{1});
         _inner->setDefaultFont(false, true, Bytes{2});
         _inner->setRangeFamily(7, "Greek");
@@ -26,7 +26,7 @@ protected:
     const RecordingFontLoader _loader{_inner};
 };
 
-TEST_F(ToolRecordingFontLoader, HandsEveryQuestionOn) {
+TEST_F(RecordingFontLoaderOfAList, HandsEveryQuestionOn) {
     EXPECT_EQ(*_loader.loadFont(makeFaceInfo("Sans", true, false)), Bytes{1});
     EXPECT_EQ(_loader.loadFont(makeFaceInfo("Sans", false, false)), nullptr);
     EXPECT_EQ(*_loader.loadDefaultFont(false, true), Bytes{2});
@@ -35,7 +35,7 @@ TEST_F(ToolRecordingFontLoader, HandsEveryQuestionOn) {
     EXPECT_EQ(&_loader.getLoader(), _inner.get());
 }
 
-TEST_F(ToolRecordingFontLoader, WritesTheQuestionsDownInTheirOrder) {
+TEST_F(RecordingFontLoaderOfAList, WritesTheQuestionsDownInTheirOrder) {
     _loader.getFamilyNameForRange(7);
     _loader.loadFont(makeFaceInfo("Sans", true, false));
     _loader.loadDefaultFont(true, true);
@@ -55,7 +55,7 @@ TEST_F(ToolRecordingFontLoader, WritesTheQuestionsDownInTheirOrder) {
     EXPECT_EQ(other.answer, nullptr);
 }
 
-TEST_F(ToolRecordingFontLoader, WritesAQuestionThatComesAgainDownOnce) {
+TEST_F(RecordingFontLoaderOfAList, WritesAQuestionThatComesAgainDownOnce) {
     for (int i = 0; i < 2; ++i) {
         _loader.getFamilyNameForRange(7);
         _loader.getFamilyNameForRange(8);
@@ -68,7 +68,7 @@ TEST_F(ToolRecordingFontLoader, WritesAQuestionThatComesAgainDownOnce) {
     EXPECT_EQ(_loader.getQuestions().size(), 6U);
 }
 
-TEST_F(ToolRecordingFontLoader, LeavesAFailureToWhoeverAsked) {
+TEST_F(RecordingFontLoaderOfAList, LeavesAFailureToWhoeverAsked) {
     _inner->throwFrom("loadFont");
     EXPECT_THROW(_loader.loadFont(makeFaceInfo("Sans", true, false)), Vell::Testing::InjectedError);
     EXPECT_TRUE(_loader.getQuestions().empty());

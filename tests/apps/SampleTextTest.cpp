@@ -14,7 +14,7 @@ namespace {
 
 using namespace Testing;
 
-TEST(ToolSampleText, IsTheFirstScriptThatTheFontCovers) {
+TEST(SampleText, IsTheFirstScriptThatTheFontCovers) {
     const FactoryPtr factory = FontEngine::FontFactory::create(defaultFamily);
     const TextFont font = makeTextFont(factory, {defaultFamily});
     EXPECT_EQ(chooseSample(font), "Sphinx of black quartz, judge my vow");
@@ -22,7 +22,7 @@ TEST(ToolSampleText, IsTheFirstScriptThatTheFontCovers) {
     EXPECT_FALSE(coversText(font, "a中"));
 }
 
-TEST(ToolSampleText, TakesTheFirstCharactersOfAFontThatCoversNoScript) {
+TEST(SampleText, TakesTheFirstCharactersOfAFontThatCoversNoScript) {
     const FactoryPtr factory = makeTestFactory();
     const TextFont font = makeTestFont(factory);
     EXPECT_EQ(chooseSample(font), "A_"); // the space is no character to look at
@@ -31,7 +31,7 @@ TEST(ToolSampleText, TakesTheFirstCharactersOfAFontThatCoversNoScript) {
     EXPECT_EQ(getFirstLetter(""), 0U);
 }
 
-TEST(ToolSampleText, ShowsScriptsOnceEachAndInWellFormedText) {
+TEST(SampleText, ShowsScriptsOnceEachAndInWellFormedText) {
     std::set<std::string> names;
     for (const ScriptSample& sample : getScriptSamples()) {
         EXPECT_TRUE(names.insert(sample.script).second) << sample.script;
@@ -44,7 +44,7 @@ TEST(ToolSampleText, ShowsScriptsOnceEachAndInWellFormedText) {
     EXPECT_GE(names.size(), 20U);
 }
 
-TEST(ToolSampleText, EncodesWhatDecodingReadsBack) {
+TEST(SampleText, EncodesWhatDecodingReadsBack) {
     for (unsigned int code = 0; code < 0x110000; ++code) {
         if (code < 0xD800 || code > 0xDFFF) {
             const std::string bytes = encodeUtf8(code);

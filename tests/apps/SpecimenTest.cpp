@@ -66,12 +66,12 @@ void expectTidy(const Specimen& specimen) {
     }
 }
 
-TEST(ToolSpecimen, NeitherClipsNorOverlaps) {
+TEST(Specimen, NeitherClipsNorOverlaps) {
     const FactoryPtr factory = makeFactory();
     expectTidy(compose(factory, "Sphinx of black quartz, judge my vow"));
 }
 
-TEST(ToolSpecimen, StaysTidyWithLongTextsAndTextsWithoutSpaces) {
+TEST(Specimen, StaysTidyWithLongTextsAndTextsWithoutSpaces) {
     const FactoryPtr factory = makeFactory();
     std::string words;
     for (int i = 0; i < 12; ++i) {
@@ -82,7 +82,7 @@ TEST(ToolSpecimen, StaysTidyWithLongTextsAndTextsWithoutSpaces) {
     expectTidy(compose(factory, "one\ntwo\n\nthree"));
 }
 
-TEST(ToolSpecimen, ShowsEveryLineRasterBesideVector) {
+TEST(Specimen, ShowsEveryLineRasterBesideVector) {
     const FactoryPtr factory = makeFactory();
     const Specimen specimen = compose(factory, "Pair");
     const auto isText = [](const PlacedText& placed) { return placed.text == "Pair"; };
@@ -102,7 +102,7 @@ TEST(ToolSpecimen, ShowsEveryLineRasterBesideVector) {
     }
 }
 
-TEST(ToolSpecimen, ShowsOtherScriptsInFontsThatLackThem) {
+TEST(Specimen, ShowsOtherScriptsInFontsThatLackThem) {
     const FactoryPtr factory = makeFactory();
     const Specimen specimen = compose(factory, "x");
     const struct {

@@ -14,7 +14,7 @@ namespace {
 using Testing::makeTestFactory;
 using Testing::makeTestFont;
 
-TEST(ToolTextBlock, PutsBaseLinesALineHeightApart) {
+TEST(TextBlock, PutsBaseLinesALineHeightApart) {
     const FactoryPtr factory = makeTestFactory();
     const TextBlock block = layOutBlock(makeTestFont(factory), {"A", "AAA", ""});
     ASSERT_EQ(block.lines.size(), 3U);
@@ -26,7 +26,7 @@ TEST(ToolTextBlock, PutsBaseLinesALineHeightApart) {
     EXPECT_FLOAT_EQ(block.left, 0.0F);
 }
 
-TEST(ToolTextBlock, MakesRoomForTallerFallbackFonts) {
+TEST(TextBlock, MakesRoomForTallerFallbackFonts) {
     const FactoryPtr factory = makeTestFactory();
     const TextBlock block = layOutBlock(makeTestFont(factory), {"Aα", "A"});
     EXPECT_FLOAT_EQ(block.lines[0].baseLine, 11.0F);
@@ -34,7 +34,7 @@ TEST(ToolTextBlock, MakesRoomForTallerFallbackFonts) {
     EXPECT_FLOAT_EQ(block.right, 15.0F);
 }
 
-TEST(ToolTextBlock, MovesToTheNextOfTabStopsEightSpacesApart) {
+TEST(TextBlock, MovesToTheNextOfTabStopsEightSpacesApart) {
     const FactoryPtr factory = makeTestFactory();
     const TextBlock block = layOutBlock(makeTestFont(factory), {"\tA\t\tAAAA\tA"});
     const auto& segments = block.lines[0].segments;
@@ -46,20 +46,20 @@ TEST(ToolTextBlock, MovesToTheNextOfTabStopsEightSpacesApart) {
     EXPECT_FLOAT_EQ(block.right, 106.0F);
 }
 
-TEST(ToolTextBlock, LeavesTabsOutWhereTheirStopsHaveNoDistance) {
+TEST(TextBlock, LeavesTabsOutWhereTheirStopsHaveNoDistance) {
     const FactoryPtr factory = makeTestFactory();
     const TextBlock block = layOutBlock(makeTestFont(factory, 10.0F, -2.5F), {"A\tA"});
     EXPECT_FLOAT_EQ(block.lines[0].segments[1].x, 3.5F);
 }
 
-TEST(ToolTextBlock, ReachesToTheLeftUnderNegativeLetterSpacing) {
+TEST(TextBlock, ReachesToTheLeftUnderNegativeLetterSpacing) {
     const FactoryPtr factory = makeTestFactory();
     const TextBlock block = layOutBlock(makeTestFont(factory, 10.0F, -10.0F), {"AA"});
     EXPECT_FLOAT_EQ(block.left, -8.0F);
     EXPECT_FLOAT_EQ(block.right, 0.0F);
 }
 
-TEST(ToolTextBlock, RefusesAFontWithoutAnEm) {
+TEST(TextBlock, RefusesAFontWithoutAnEm) {
     using namespace Vell::Testing;
     const auto loader = makeNNPtr<CountingLoader>();
     BdfFont bitmaps;

@@ -46,7 +46,7 @@ private:
     CairoAdapter::SurfacePtr _surface;
 };
 
-TEST(ToolTextPaint, DrawsFallbackCharactersAtOnePlaceWithBothPainters) {
+TEST(TextPaint, DrawsFallbackCharactersAtOnePlaceWithBothPainters) {
     const FactoryPtr factory = makeTestFactory();
     const TextFont font = makeTestFont(factory, 100.0F);
     const std::string expected = ".####..#######..####....................";
@@ -56,7 +56,7 @@ TEST(ToolTextPaint, DrawsFallbackCharactersAtOnePlaceWithBothPainters) {
     EXPECT_EQ(Picture(font, "AαA", vector).describeRow(baseLine - 10), expected);
 }
 
-TEST(ToolTextPaint, AddsLetterSpacingToFallbackCharactersAsWell) {
+TEST(TextPaint, AddsLetterSpacingToFallbackCharactersAsWell) {
     const FactoryPtr factory = makeTestFactory();
     const TextFont font = makeTestFont(factory, 100.0F, 20.0F);
     const std::string expected = ".####....#######....####................";
@@ -66,7 +66,7 @@ TEST(ToolTextPaint, AddsLetterSpacingToFallbackCharactersAsWell) {
     }
 }
 
-TEST(ToolTextPaint, JoinsUnderscores) {
+TEST(TextPaint, JoinsUnderscores) {
     const FactoryPtr factory = makeTestFactory();
     for (const PainterKind kind : {PainterKind::Raster, PainterKind::Vector}) {
         const Picture picture(makeTestFont(factory, 100.0F), "___", {kind, black, white, 1.0F});
@@ -76,21 +76,21 @@ TEST(ToolTextPaint, JoinsUnderscores) {
     }
 }
 
-TEST(ToolTextPaint, ShowsLightUnderscoresOnDarkGround) {
+TEST(TextPaint, ShowsLightUnderscoresOnDarkGround) {
     const FactoryPtr factory = makeTestFactory();
     const TextPaint paint{PainterKind::Raster, white, black, 1.0F};
     const Picture picture(makeTestFont(factory, 100.0F), "_", paint);
     EXPECT_EQ(picture.getPixel(30, baseLine + 5), 0xFFFFFFFFU);
 }
 
-TEST(ToolTextPaint, KeepsUnderscoresAsTranslucentAsTheirColor) {
+TEST(TextPaint, KeepsUnderscoresAsTranslucentAsTheirColor) {
     const FactoryPtr factory = makeTestFactory();
     const TextPaint paint{PainterKind::Raster, Color(255, 0, 0, 128), white, 1.0F};
     const Picture picture(makeTestFont(factory, 100.0F), "_", paint);
     EXPECT_EQ(picture.getAlpha(30, baseLine + 5), 128U);
 }
 
-TEST(ToolTextPaint, UsesTheColoredImagesOfUnderscoresOnWhite) {
+TEST(TextPaint, UsesTheColoredImagesOfUnderscoresOnWhite) {
     const FactoryPtr factory = makeTestFactory();
     const TextPaint paint{PainterKind::Raster, Color(200, 0, 0, 255), white, 1.0F};
     const Picture picture(makeTestFont(factory, 100.0F), "_", paint);

@@ -31,7 +31,7 @@ FontBuilder makeFont(const std::string& family = "Test Sans") {
     return font;
 }
 
-class ToolWebPage : public ::testing::Test {
+class WebPage : public ::testing::Test {
 protected:
     FontSource open(const FontBuilder& font) const {
         writeFont(_folder.getPath("font.ttf"), font);
@@ -64,14 +64,14 @@ std::vector<std::string> findPictures(const std::string& html) {
     return addresses;
 }
 
-TEST_F(ToolWebPage, EscapesTheNameOfTheFont) {
+TEST_F(WebPage, EscapesTheNameOfTheFont) {
     const std::string page = makePage(open(makeFont("<script>alert(1)</script>&\"'")));
     EXPECT_THAT(page, HasSubstr("<h1>&lt;script&gt;alert(1)&lt;/script&gt;&amp;&quot;&#39;</h1>"));
     EXPECT_THAT(page, HasSubstr("<title>&lt;script&gt;"));
     EXPECT_THAT(page, Not(HasSubstr("alert(1)</script>")));
 }
 
-TEST_F(ToolWebPage, NeedsNothingBesideItself) {
+TEST_F(WebPage, NeedsNothingBesideItself) {
     const std::string page = makePage(open(makeFont()));
     EXPECT_THAT(page, HasSubstr("default-src 'none'; img-src data:;"));
     EXPECT_THAT(page, Not(HasSubstr("http:")));
@@ -84,7 +84,7 @@ TEST_F(ToolWebPage, NeedsNothingBesideItself) {
     EXPECT_EQ(count(page, "<img "), count(page, " alt=\""));
 }
 
-TEST_F(ToolWebPage, TellsWhichStylesAreSynthesised) {
+TEST_F(WebPage, TellsWhichStylesAreSynthesised) {
     const std::string styles = makeStylesSection(open(makeFont()));
     for (const char* synthesis : {"nothing", "bold", "slant", "bold, slant"}) {
         EXPECT_THAT(styles,
@@ -92,13 +92,13 @@ TEST_F(ToolWebPage, TellsWhichStylesAreSynthesised) {
     }
 }
 
-TEST_F(ToolWebPage, ShowsAFileOfABoldFontInBoldOnly) {
+TEST_F(WebPage, ShowsAFileOfABoldFontInBoldOnly) {
     const std::string styles = makeStylesSection(open(makeFont().setStyle(true, false)));
     EXPECT_EQ(count(styles, "Drawn with Test Sans Bold; synthesised: nothing."), 2U);
     EXPECT_EQ(count(styles, "Drawn with Test Sans Bold; synthesised: slant."), 2U);
 }
 
-TEST_F(ToolWebPage, ColoursLettersForLcd) {
+TEST_F(WebPage, ColoursLettersForLcd) {
     const std::vector<std::string> pictures = findPictures(makeRenderingSection(open(makeFont())));
     ASSERT_EQ(pictures.size(), 2U);
     const auto isGrey = [](const std::string& address) {
@@ -116,13 +116,13 @@ TEST_F(ToolWebPage, ColoursLettersForLcd) {
     EXPECT_FALSE(isGrey(pictures[1]));
 }
 
-TEST_F(ToolWebPage, ShowsSixteenDifferentPositions) {
+TEST_F(WebPage, ShowsSixteenDifferentPositions) {
     const std::vector<std::string> pictures = findPictures(makeOffsetsSection(open(makeFont())));
     EXPECT_EQ(pictures.size(), 16U);
     EXPECT_EQ(std::set<std::string>(pictures.begin(), pictures.end()).size(), 16U);
 }
 
-TEST_F(ToolWebPage, DrawsMetricsWhereTheyAre) {
+TEST_F(WebPage, DrawsMetricsWhereTheyAre) {
     // The picture of 96 pixels to an em has the ascent 0.8, the descent 0.2 and a pixel at both ends.
     const std::string metrics = makeMetricsSection(open(makeFont()));
     const auto expectLine = [&](const char* place, float top, const char* text) {
@@ -138,7 +138,7 @@ TEST_F(ToolWebPage, DrawsMetricsWhereTheyAre) {
     EXPECT_EQ(count(metrics, "class=\"metric "), 5U);
 }
 
-TEST_F(ToolWebPage, DrawsNoCapHeightThatTheFileHasNot) {
+TEST_F(WebPage, DrawsNoCapHeightThatTheFileHasNot) {
     Vell::Testing::Os2Table os2;
     const std::string with = makeMetricsSection(open(makeFont().setOs2(os2)));
     EXPECT_THAT(with, HasSubstr("Cap height 0.700"));
@@ -150,14 +150,14 @@ TEST_F(ToolWebPage, DrawsNoCapHeightThatTheFileHasNot) {
     EXPECT_EQ(count(without, "class=\"metric "), 4U);
 }
 
-TEST_F(ToolWebPage, NamesTheFaceOfEachScript) {
+TEST_F(WebPage, NamesTheFaceOfEachScript) {
     const std::string own = makeFallbackSection(FontSource("DejaVu Sans"));
     EXPECT_THAT(own, HasSubstr("own face: DejaVu Sans Book"));
     EXPECT_THAT(own, HasSubstr("fallback: Noto Sans CJK"));
     EXPECT_THAT(makeFallbackSection(open(makeFont())), Not(HasSubstr("own face: Test Sans")));
 }
 
-TEST_F(ToolWebPage, BreaksSamplesIntoLinesThatFitAPhone) {
+TEST_F(WebPage, BreaksSamplesIntoLinesThatFitAPhone) {
     const std::string fallback = makeFallbackSection(FontSource("DejaVu Serif"));
     for (const std::string& picture : findPictures(fallback)) {
         constexpr int pixelRatio = 2;
@@ -167,13 +167,13 @@ TEST_F(ToolWebPage, BreaksSamplesIntoLinesThatFitAPhone) {
     EXPECT_THAT(fallback, Not(HasSubstr("Sphinx of black quartz, judge my vow")));
 }
 
-TEST_F(ToolWebPage, WorksForAFontWithoutCharacters) {
+TEST_F(WebPage, WorksForAFontWithoutCharacters) {
     FontBuilder font("Empty");
     font.addCharMap(Vell::Testing::CharMapKind::Unicode);
     EXPECT_THAT(makePage(open(font)), HasSubstr("\"ranges\":[]"));
 }
 
-TEST_F(ToolWebPage, RefusesAFontWithoutAnEm) {
+TEST_F(WebPage, RefusesAFontWithoutAnEm) {
     Vell::Testing::BdfFont font;
     font.glyphs.push_back({'A', 6, 5, 0, 0, {{0xF8}, {0x88}}});
     const auto bytes = font.build();

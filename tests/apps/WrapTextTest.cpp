@@ -12,7 +12,7 @@ using ::testing::ElementsAre;
 using Testing::makeTestFactory;
 using Testing::makeTestFont;
 
-TEST(ToolWrapText, BreaksAtSpacesAndDropsThem) {
+TEST(WrapText, BreaksAtSpacesAndDropsThem) {
     const FactoryPtr factory = makeTestFactory();
     const TextFont font = makeTestFont(factory); // 'A' is 6 wide, the space 2.5
     EXPECT_THAT(wrapText(font, "AA AA AA", 27.0F), ElementsAre("AA AA", "AA"));
@@ -21,21 +21,21 @@ TEST(ToolWrapText, BreaksAtSpacesAndDropsThem) {
     EXPECT_THAT(wrapText(font, "AA   AA", 20.0F), ElementsAre("AA", "AA"));
 }
 
-TEST(ToolWrapText, BreaksWordsThatAreTooLongForALine) {
+TEST(WrapText, BreaksWordsThatAreTooLongForALine) {
     const FactoryPtr factory = makeTestFactory();
     const TextFont font = makeTestFont(factory);
     EXPECT_THAT(wrapText(font, "AAAAA", 12.0F), ElementsAre("AA", "AA", "A"));
     EXPECT_THAT(wrapText(font, "ααα", 10.0F), ElementsAre("α", "α", "α"));
 }
 
-TEST(ToolWrapText, GivesEveryLineACharacterHoweverNarrow) {
+TEST(WrapText, GivesEveryLineACharacterHoweverNarrow) {
     const FactoryPtr factory = makeTestFactory();
     const TextFont font = makeTestFont(factory);
     EXPECT_THAT(wrapText(font, "Aα", 1.0F), ElementsAre("A", "α"));
     EXPECT_THAT(wrapText(font, "A A", -1.0F), ElementsAre("A", "A"));
 }
 
-TEST(ToolWrapText, KeepsLineEndsAndEmptyLines) {
+TEST(WrapText, KeepsLineEndsAndEmptyLines) {
     const FactoryPtr factory = makeTestFactory();
     const TextFont font = makeTestFont(factory);
     EXPECT_THAT(wrapText(font, "A\n\nA", 100.0F), ElementsAre("A", "", "A"));

@@ -4,6 +4,8 @@
 
 #include <FontEngine/FontEngine.h>
 
+#include <gtest/gtest.h>
+
 #include <string>
 #include <vector>
 
@@ -13,6 +15,14 @@ namespace Vell::Examples::Testing {
 inline Vell::Testing::ProcessResult runExample(const std::string& name,
                                                const std::vector<std::string>& arguments) {
     return Vell::Testing::runProgram(FONTENGINE_EXAMPLES_FOLDER "/" + name, arguments);
+}
+
+/// Runs an example that shall succeed and print nothing.
+inline void drawByExample(const std::string& name, const std::vector<std::string>& arguments) {
+    const Vell::Testing::ProcessResult result = runExample(name, arguments);
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.out, "");
+    EXPECT_EQ(result.err, "");
 }
 
 /// An installed font, as the examples describe theirs.

@@ -7,7 +7,6 @@
 #include <cstdint>
 #include <cstring>
 #include <random>
-#include <type_traits>
 #include <vector>
 
 namespace Vell::FontEngine::Internal {
@@ -103,73 +102,6 @@ std::vector<std::string> mapTransparency(unsigned int rows, unsigned int width, 
 }
 
 using Map = std::vector<std::string>;
-
-TEST(Gamma, KeepsTheEnds) {
-    for (const float gamma : {0.1F, 1.0F, 1.2F, 2.2F, 30.0F}) {
-        EXPECT_EQ(encodeGamma(0, gamma), 0U);
-        EXPECT_EQ(encodeGamma(255, gamma), 255U);
-        EXPECT_EQ(decodeGamma(0, gamma), 0U);
-        EXPECT_EQ(decodeGamma(255, gamma), 255U);
-    }
-}
-
-TEST(Gamma, RaisesAndTruncates) {
-    // 255 (128/255)^1.2 = 111.53, 255 (128/255)^(1/1.2) = 143.59, 255 (64/255)^2 = 16.06
-    EXPECT_EQ(encodeGamma(128, 1.2F), 111U);
-    EXPECT_EQ(decodeGamma(128, 1.2F), 143U);
-    EXPECT_EQ(encodeGamma(64, 2.0F), 16U);
-    EXPECT_EQ(decodeGamma(64, 0.5F), 16U);
-}
-
-TEST(Gamma, EqualsTheSinglePrecisionFormula) {
-    for (unsigned int value = 0; value < 256; ++value) {
-        const float fraction = static_cast<float>(value) / 255.0F;
-        EXPECT_EQ(encodeGamma(value, 1.2F), static_cast<unsigned int>(std::pow(fraction, 1.2F) * 255.0F));
-        EXPECT_EQ(decodeGamma(value, 1.2F),
-                  static_cast<unsigned int>(std::pow(fraction, 1.0F / 1.2F) * 255.0F));
-    }
-}
-
-TEST(Gamma, LosesAtMostAFewStepsThereAndBack) {
-    unsigned int lost = 0;
-    for (unsigned int value = 0; value < 256; ++value) {
-        const unsigned int back = decodeGamma(encodeGamma(value, 1.2F), 1.2F);
-        EXPECT_LE(back, value);
-        lost += back != value ? 1 : 0;
-    }
-    EXPECT_GT(lost, 0U) << "both ways truncate";
-    EXPECT_EQ(decodeGamma(encodeGamma(254, 1.2F), 1.2F), 253U);
-}
-
-TEST(Gamma, IsDefinedForEveryInput) {
-    EXPECT_EQ(encodeGamma(1000000, 30.0F), 0x7FFFFFFFU);
-    EXPECT_EQ(decodeGamma(0, 0.0F), 0U);
-    EXPECT_EQ(encodeGamma(128, NAN), 0U);
-}
-
-TEST(BitmapGlyphImage, StartsEmptyAndReleasesNothing) {
-    unsigned char pixels[4] = {1, 2, 3, 4};
-    {
-        BitmapGlyphImage image;
-        EXPECT_EQ(image.rows, 0U);
-        EXPECT_EQ(image.width, 0U);
-        EXPECT_EQ(image.pitch, 0);
-        EXPECT_EQ(image.buffer, nullptr);
-        EXPECT_EQ(image.pixelMode, 0);
-        image.buffer = pixels;
-    }
-    EXPECT_EQ(pixels[3], 4);
-}
-
-TEST(BitmapGlyphImage, OwnsItsBufferInTheDerivedClass) {
-    static_assert(std::is_base_of_v<BitmapGlyphImage, BitmapGlyphImageWithDeleter>);
-    static_assert(std::has_virtual_destructor_v<BitmapGlyphImage>);
-    static_assert(sizeof(BitmapGlyphImageWithDeleter) == sizeof(BitmapGlyphImage), "no further fields");
-    static_assert(!std::is_copy_constructible_v<BitmapGlyphImageWithDeleter>);
-    const std::unique_ptr<BitmapGlyphImage> image = std::make_unique<BitmapGlyphImageWithDeleter>();
-    image->buffer = new unsigned char[16]; // the address sanitizer finds it if nobody releases it
-    EXPECT_NE(image->buffer, nullptr);
-}
 
 TEST(ColoredGlyphImage, HasFourBytesForThreeSubpixels) {
     const TestBitmap bitmap(4, 15, 20);

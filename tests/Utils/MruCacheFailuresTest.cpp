@@ -23,7 +23,7 @@ namespace {
 using Value = std::shared_ptr<const int>;
 using Cache = MRUCache<int, Value, std::hash<int>, AreDeeplyEqualComparator>;
 
-TEST(MruCacheDeathTest, AssertsWhenTheTotalHasWrappedAround) {
+TEST(MruCacheFailuresDeathTest, AssertsWhenTheTotalHasWrappedAround) {
     Cache cache(1);
     cache.put(1, {nullptr, std::numeric_limits<std::uint64_t>::max()});
     VELL_EXPECT_ASSERTION(cache.put(2, {nullptr, 2}),
@@ -31,7 +31,7 @@ TEST(MruCacheDeathTest, AssertsWhenTheTotalHasWrappedAround) {
                           "_effectiveSizeInBytes >= value.second.getEffectiveSizeInBytes()");
 }
 
-TEST(MruCacheDeathTest, AssertsWhenMakingAnEntryAddsItsKey) {
+TEST(MruCacheFailuresDeathTest, AssertsWhenMakingAnEntryAddsItsKey) {
     Cache cache;
     const auto make = [&] {
         cache.put(1, {nullptr, 0});
@@ -40,7 +40,7 @@ TEST(MruCacheDeathTest, AssertsWhenMakingAnEntryAddsItsKey) {
     VELL_EXPECT_ASSERTION(cache.getOrPut(1, make), "Utils/Public/MRUCache:199: assertion failed: value");
 }
 
-TEST(MruCacheDeathTest, AssertsOnANullKey) {
+TEST(MruCacheFailuresDeathTest, AssertsOnANullKey) {
     using Key = CheckedPtrImpl<const std::string, false>;
     MRUCache<Key, int, std::hash<Key>, AreDeeplyEqualComparator> cache;
     Key key = makeNNPtr<std::string>("key");
@@ -126,7 +126,7 @@ TEST_F(MruCacheFailures, LeaveTheCacheAsItWasWithoutMemory) {
     expectUnchanged();
 }
 
-TEST(MruCacheWithoutMemory, SurvivesAFailureAtEveryAllocationOfItsGrowth) {
+TEST(MruCacheFailuresOfMemory, AreSurvivedAtEveryAllocationOfTheGrowth) {
     bool hasFailed = true;
     for (std::size_t number = 1; hasFailed; ++number) {
         Cache cache;

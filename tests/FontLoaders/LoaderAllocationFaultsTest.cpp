@@ -125,7 +125,7 @@ TEST_F(LoaderAllocationFaults, EndTheFirstQuestionOfALoader) {
     expectSurvivesEveryFailure(questions[1], [] { return createPlatformDefaultFontLoader("Alpha"); });
 }
 
-TEST(LoaderWithoutFontsAllocationFaults, EndTheQuestionForTheBuiltInFont) {
+TEST(LoaderAllocationFaultsWithoutFonts, EndTheQuestionForTheBuiltInFont) {
     const FontSandbox sandbox;
     const LoaderPtr loader = createPlatformDefaultFontLoader("");
     const auto ask = [&] { return describe(loader->loadDefaultFont(false, false)); };

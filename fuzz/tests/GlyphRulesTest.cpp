@@ -1,47 +1,14 @@
 #include <fuzz/support/Finding.h>
 #include <fuzz/support/GlyphRules.h>
-#include <fuzz/support/TextCalls.h>
 
 #include <gtest/gtest.h>
 
 #include <cstdint>
-#include <cstring>
 #include <vector>
 
 namespace Vell::Fuzz {
 
 namespace {
-
-/// Every character is ten wide, but counting makes a mistake of so many bytes.
-class MistakenMetrics : public Gfx::FontMetrics {
-public:
-    explicit MistakenMetrics(std::ptrdiff_t mistake)
-        : _mistake(mistake) {}
-
-    float getTextWidth(boost::string_ref text, const Testing::ExtFontInfoPtr&) const override {
-        return 10.0F * static_cast<float>(text.size());
-    }
-    std::size_t countCharsForWidth(char const*& begin, char const*, float width,
-                                   const Testing::ExtFontInfoPtr&) const override {
-        const std::ptrdiff_t count = static_cast<std::ptrdiff_t>(width / 10.0F) + _mistake;
-        begin += count;
-        return static_cast<std::size_t>(count);
-    }
-    float getHeight() const override { return 0.0F; }
-    float getAscent() const override { return 0.0F; }
-    float getDescent() const override { return 0.0F; }
-    float getLeading() const override { return 0.0F; }
-    float getCapHeight() const override { return 0.0F; }
-    float getBaseLineShift() const override { return 0.0F; }
-    float getStrikeOutPosition() const override { return 0.0F; }
-
-private:
-    std::ptrdiff_t _mistake;
-};
-
-void checkCounting(std::ptrdiff_t mistake) {
-    checkCountedChars("abcdefgh", 35.0F, Testing::makeExtFontInfo(), MistakenMetrics(mistake));
-}
 
 FT_Bitmap makeBitmap(unsigned int width, int pitch, std::vector<unsigned char>& pixels) {
     FT_Bitmap bitmap{};
@@ -59,28 +26,20 @@ Testing::RecordedPath makePath(std::vector<std::string> segments) {
 
 } // namespace
 
-TEST(CountedChars, AreTheLongestPartThatFits) {
-    EXPECT_NO_THROW(checkCounting(0));
-    EXPECT_THROW(checkCounting(-1), Finding);
-    EXPECT_THROW(checkCounting(1), Finding);
-    EXPECT_THROW(checkCounting(-4), Finding) << "before the beginning";
-    EXPECT_THROW(checkCounting(6), Finding) << "behind the end";
-}
-
-TEST(BitmapRule, WantsRowsThatHoldTheirPixels) {
+TEST(GlyphRulesOfBitmaps, WantRowsThatHoldTheirPixels) {
     std::vector<unsigned char> pixels(12);
     EXPECT_NO_THROW(checkBitmap(makeBitmap(6, 6, pixels)));
     EXPECT_NO_THROW(checkBitmap(makeBitmap(6, -6, pixels)));
     EXPECT_THROW(checkBitmap(makeBitmap(6, 5, pixels)), Finding);
 }
 
-TEST(BitmapRule, WantsABufferForPixels) {
+TEST(GlyphRulesOfBitmaps, WantABufferForPixels) {
     std::vector<unsigned char> pixels;
     EXPECT_NO_THROW(checkBitmap(makeBitmap(0, 0, pixels)));
     EXPECT_THROW(checkBitmap(makeBitmap(6, 6, pixels)), Finding);
 }
 
-TEST(ImageRule, WantsOpaquePixelsAsManyAsTheBitmapHas) {
+TEST(GlyphRulesOfImages, WantOpaquePixelsAsManyAsTheBitmapHas) {
     std::vector<unsigned char> pixels(12);
     const FT_Bitmap bitmap = makeBitmap(6, 6, pixels);
     std::vector<std::uint32_t> colors = {0xFF102030, 0, 0, 0xFFFFFFFF};
@@ -96,7 +55,7 @@ TEST(ImageRule, WantsOpaquePixelsAsManyAsTheBitmapHas) {
     EXPECT_THROW(checkImage(image, bitmap), Finding);
 }
 
-TEST(PathRule, WantsFiniteContoursThatBeginSomewhere) {
+TEST(GlyphRulesOfPaths, WantFiniteContoursThatBeginSomewhere) {
     EXPECT_NO_THROW(checkPath(makePath({})));
     EXPECT_NO_THROW(checkPath(makePath({"moveTo 0 0", "lineTo 1 1", "moveTo 2 2"})));
     EXPECT_THROW(checkPath(makePath({"lineTo 1 1"})), Finding);

@@ -1,10 +1,9 @@
-#include <FontEngine/AssertionText.h>
 #include <FontEngine/Engine.h>
+#include <FontEngine/Private/CharMapFont.h>
 
 #include <support/BdfFont.h>
 #include <support/CffFont.h>
 #include <support/ErrorText.h>
-#include <support/OpenedFont.h>
 #include <support/Type1Font.h>
 #include <support/spy/FreeTypeSpy.h>
 
@@ -26,85 +25,8 @@ using Testing::FreeTypeSpy;
 using Testing::getErrorText;
 using Testing::makeBoxGlyph;
 using Testing::OpenedFont;
-using Testing::printsAssertion;
 
 using Entry = Gfx::CharMap::GlyphIndexWithAdvance;
-
-/// A font with charmaps of the given kinds, in each of which 'A' (in the symbol area) is glyph 1.
-OpenedFont openWithCharMaps(const std::vector<CharMapKind>& kinds) {
-    FontBuilder builder;
-    builder.addGlyph(makeBoxGlyph(600, 0, 0, 100, 100));
-    for (const CharMapKind kind : kinds) {
-        builder.map(kind, kind == CharMapKind::Symbol ? 0xF041 : 'A', 1);
-    }
-    return OpenedFont(builder.build());
-}
-
-std::vector<std::string> listSelections(const OpenedFont& font, bool isSymbolic, bool isSfnt) {
-    const FreeTypeSpy spy;
-    selectFTCharmap(font.face, isSymbolic, isSfnt);
-    return spy.getLines();
-}
-
-TEST(SelectCharmap, AsksForTheEncodingOfTheKindOfFont) {
-    const OpenedFont font = openWithCharMaps({CharMapKind::Symbol, CharMapKind::Unicode});
-    EXPECT_THAT(listSelections(font, false, false), ElementsAre("FT_Select_Charmap unic"));
-    EXPECT_THAT(listSelections(font, false, true), ElementsAre("FT_Select_Charmap unic"));
-    EXPECT_EQ(font->charmap->encoding, FT_ENCODING_UNICODE);
-    EXPECT_THAT(listSelections(font, true, true), ElementsAre("FT_Select_Charmap symb"));
-    EXPECT_EQ(font->charmap->encoding, FT_ENCODING_MS_SYMBOL);
-    EXPECT_THAT(listSelections(font, true, false),
-                ElementsAre("FT_Select_Charmap ADBC", "FT_Select_Charmap unic"));
-    EXPECT_EQ(font->charmap->encoding, FT_ENCODING_UNICODE);
-}
-
-TEST(SelectCharmap, PrefersUnicodeToTheCurrentCharmap) {
-    const OpenedFont font = openWithCharMaps({CharMapKind::MacRoman, CharMapKind::Unicode});
-    ASSERT_EQ(FT_Set_Charmap(font.get(), font->charmaps[0]), 0);
-    EXPECT_THAT(listSelections(font, true, true),
-                ElementsAre("FT_Select_Charmap symb", "FT_Select_Charmap unic"));
-    EXPECT_EQ(font->charmap->encoding, FT_ENCODING_UNICODE);
-}
-
-TEST(SelectCharmap, AsksForUnicodeTwiceAndKeepsTheCurrentCharmap) {
-    const OpenedFont font = openWithCharMaps({CharMapKind::MacRoman, CharMapKind::Symbol});
-    ASSERT_EQ(FT_Set_Charmap(font.get(), font->charmaps[1]), 0);
-    EXPECT_THAT(listSelections(font, false, true),
-                ElementsAre("FT_Select_Charmap unic", "FT_Select_Charmap unic"));
-    EXPECT_EQ(font->charmap, font->charmaps[1]);
-}
-
-TEST(SelectCharmap, TakesTheFirstCharmapWhereNoneIsCurrent) {
-    const OpenedFont font = openWithCharMaps({CharMapKind::MacRoman, CharMapKind::Symbol});
-    ASSERT_EQ(font->charmap, nullptr);
-    EXPECT_THAT(listSelections(font, false, true),
-                ElementsAre("FT_Select_Charmap unic", "FT_Select_Charmap unic", "FT_Set_Charmap 1 0"));
-    EXPECT_EQ(font->charmap, font->charmaps[0]);
-}
-
-TEST(SelectCharmap, ThrowsWhenTheFirstCharmapIsRefused) {
-    const OpenedFont font = openWithCharMaps({CharMapKind::MacRoman});
-    FreeTypeSpy spy;
-    spy.failCall("FT_Set_Charmap");
-    EXPECT_EQ(getErrorText<FreeTypeException>([&] { selectFTCharmap(font.face, false, true); }),
-              "FT_Set_Charmap failed");
-}
-
-TEST(SelectCharmapDeathTest, AssertsThatThereIsACharmap) {
-    const OpenedFont font = openWithCharMaps({});
-    EXPECT_DEATH(
-        selectFTCharmap(font.face, false, true),
-        printsAssertion("FontEngine/Private/FE_FreeTypeUtilsInternal:513", "face->num_charmaps > 0"));
-}
-
-TEST(SelectCharmapDeathTest, AssertsThatSelectingHasAnEffect) {
-    const OpenedFont font = openWithCharMaps({CharMapKind::MacRoman});
-    FreeTypeSpy spy;
-    spy.failCall("FT_Select_Charmap", 1, FT_Err_Ok);
-    EXPECT_DEATH(
-        selectFTCharmap(font.face, false, true),
-        printsAssertion("FontEngine/Private/FE_FreeTypeUtilsInternal:522", "nullptr != face->charmap"));
-}
 
 TEST(MakeCharMap, HoldsEveryCodeWithItsAdvanceInEms) {
     FontBuilder builder = makeTestFont().setUnitsPerEm(2048);
@@ -296,53 +218,6 @@ TEST(MakeCharMap, ThrowsWithTheCodeOfARefusedSize) {
     EXPECT_EQ(getErrorText<FreeTypeException>([&] { makeCharMap(font.face, GlyphTransform::Embolden); }),
               "FT_Set_Char_Size() failed: 23");
     EXPECT_EQ(spy.countCalls("FT_Get_First_Char"), 0U);
-}
-
-/// The codes that are mapped after the alias of one code was added.
-std::vector<unsigned int> listAliases(unsigned long code, bool isSymbolic, bool isSfnt) {
-    Gfx::CharMap map(Entry(0, 0));
-    addCharCodeAliasIfRequired(map, Entry(5, 0.5F), code, isSymbolic, isSfnt);
-    std::vector<unsigned int> aliases;
-    for (unsigned int candidate = 0; candidate <= 0x20000; ++candidate) {
-        if (map[candidate].glyphIndex == 5 && map[candidate].advance == 0.5F) {
-            aliases.push_back(candidate);
-        }
-    }
-    EXPECT_EQ(map.size(), aliases.size());
-    return aliases;
-}
-
-TEST(CharCodeAlias, ExistsForSymbolFontsOnly) {
-    for (const unsigned long code : {0x41UL, 0xF041UL}) {
-        EXPECT_THAT(listAliases(code, false, false), ElementsAre());
-        EXPECT_THAT(listAliases(code, false, true), ElementsAre());
-    }
-}
-
-TEST(CharCodeAlias, StripsTheSymbolAreaOfSfntFonts) {
-    EXPECT_THAT(listAliases(0xF000, true, true), ElementsAre(0U));
-    EXPECT_THAT(listAliases(0xF0FF, true, true), ElementsAre(0xFFU));
-    for (const unsigned long code : {0x41UL, 0xEFFFUL, 0xF100UL, 0x1F041UL}) {
-        EXPECT_THAT(listAliases(code, true, true), ElementsAre());
-    }
-    EXPECT_THAT(listAliases(0x70000F041UL, true, true), ElementsAre(0x41U)) << "by its low 32 bits";
-}
-
-TEST(CharCodeAlias, AddsTheSymbolAreaOfOtherFonts) {
-    EXPECT_THAT(listAliases(0, true, false), ElementsAre(0xF000U));
-    EXPECT_THAT(listAliases(0xFF, true, false), ElementsAre(0xF0FFU));
-    for (const unsigned long code : {0x141UL, 0xF041UL}) {
-        EXPECT_THAT(listAliases(code, true, false), ElementsAre());
-    }
-    EXPECT_THAT(listAliases(0x700000041UL, true, false), ElementsAre(0xF041U)) << "by its low 32 bits";
-}
-
-TEST(CharCodeAlias, YieldsToACodeOfTheFont) {
-    Gfx::CharMap map(Entry(0, 0));
-    map.insert('A', Entry(1, 0.1F), true);
-    addCharCodeAliasIfRequired(map, Entry(5, 0.5F), 0xF041, true, true);
-    EXPECT_EQ(map['A'].glyphIndex, 1);
-    EXPECT_EQ(map.size(), 1U);
 }
 
 } // namespace

@@ -111,7 +111,7 @@ Look renderByEngine(const Bytes& file, int size26Dot6, const KeyFields& fields) 
     return look(createBitmapGlyph(fields.makeBitmap(), font.face, false));
 }
 
-TEST(BitmapGlyph, HasTheBytesThatFreeTypeRenders) {
+TEST(RenderedBitmap, HasTheBytesThatFreeTypeRenders) {
     const Bytes file = makeRoundFont().build();
     for (const FT_Render_Mode mode : {FT_RENDER_MODE_NORMAL, FT_RENDER_MODE_LIGHT, FT_RENDER_MODE_MONO,
                                       FT_RENDER_MODE_LCD, FT_RENDER_MODE_LCD_V}) {
@@ -124,7 +124,7 @@ TEST(BitmapGlyph, HasTheBytesThatFreeTypeRenders) {
     }
 }
 
-TEST(BitmapGlyph, IsShiftedByTheOffsetIn64thsOfAPixel) {
+TEST(RenderedBitmap, IsShiftedByTheOffsetIn64thsOfAPixel) {
     const Bytes file = makeRoundFont().build();
     for (const int offset : {0, 4, 32, 60, 64, 255}) {
         EXPECT_EQ(renderByEngine(file, 640, KeyFields().with(&KeyFields::offset, offset)),
@@ -138,7 +138,7 @@ TEST(BitmapGlyph, IsShiftedByTheOffsetIn64thsOfAPixel) {
     EXPECT_EQ(half.pixels[1], 255);
 }
 
-TEST(BitmapGlyph, IsEmboldenedThenSlanted) {
+TEST(RenderedBitmap, IsEmboldenedThenSlanted) {
     const Bytes file = makeRoundFont().build();
     for (const GlyphTransform transform :
          {GlyphTransform::Embolden, GlyphTransform::Slant, GlyphTransform::EmboldenAndSlant}) {
@@ -148,7 +148,7 @@ TEST(BitmapGlyph, IsEmboldenedThenSlanted) {
     }
 }
 
-TEST(BitmapGlyph, CallsFreeTypeInThisOrder) {
+TEST(RenderedBitmap, CallsFreeTypeInThisOrder) {
     const OpenedFont font(makeTestFont().build());
     ASSERT_EQ(FT_Set_Char_Size(font.get(), 0, 640, 72, 0), 0);
     const FreeTypeSpy spy;
@@ -164,7 +164,7 @@ TEST(BitmapGlyph, CallsFreeTypeInThisOrder) {
                             "FT_Done_Glyph", "FT_Done_Library"));
 }
 
-TEST(BitmapGlyph, ComesUnchangedFromABitmapFont) {
+TEST(RenderedBitmap, ComesUnchangedFromABitmapFont) {
     Testing::BdfFont builder;
     builder.glyphs.push_back({'A', 6, 5, 1, -1, {{0xF8}, {0x88}, {0x08}}});
     const OpenedFont font(builder.build());
@@ -183,7 +183,7 @@ TEST(BitmapGlyph, ComesUnchangedFromABitmapFont) {
     EXPECT_EQ(glyph->bitmap.buffer[2 * glyph->bitmap.pitch], 0x08);
 }
 
-TEST(BitmapGlyph, IsNotTransformedByABitmapFont) {
+TEST(RenderedBitmap, IsNotTransformedByABitmapFont) {
     Testing::BdfFont builder;
     builder.glyphs.push_back({'A', 6, 5, 0, 0, {{0xA8}}});
     const OpenedFont font(builder.build());
@@ -194,14 +194,14 @@ TEST(BitmapGlyph, IsNotTransformedByABitmapFont) {
     EXPECT_EQ(look(createBitmapGlyph(fields.makeBitmap(), font.face, false)), plain);
 }
 
-TEST(BitmapGlyph, IsEmptyForASpace) {
+TEST(RenderedBitmap, IsEmptyForASpace) {
     const Bytes file = makeTestFont().build();
     const Look space = renderByEngine(file, 640, KeyFields().with(&KeyFields::glyph, TestGlyph::space));
     EXPECT_EQ(space.rows, 0U);
     EXPECT_EQ(space.width, 0U);
 }
 
-TEST(BitmapGlyph, HasItsRowsReversedOnRequest) {
+TEST(RenderedBitmap, HasItsRowsReversedOnRequest) {
     for (const unsigned int rows : {1U, 2U, 3U, 4U, 7U}) {
         for (const int pitch : {2, -2}) {
             const OpenedFont font(makeTestFont().build());
@@ -222,14 +222,14 @@ TEST(BitmapGlyph, HasItsRowsReversedOnRequest) {
     }
 }
 
-TEST(BitmapGlyph, StaysEmptyWhenFlipped) {
+TEST(RenderedBitmap, StaysEmptyWhenFlipped) {
     const OpenedFont font(makeTestFont().build());
     ASSERT_EQ(FT_Set_Char_Size(font.get(), 0, 640, 72, 0), 0);
     const KeyFields space = KeyFields().with(&KeyFields::glyph, TestGlyph::space);
     EXPECT_EQ(createBitmapGlyph(space.makeBitmap(), font.face, true)->bitmap.rows, 0U);
 }
 
-TEST(BitmapGlyph, TellsFreeTypesErrorsWithCodeAndGlyph) {
+TEST(RenderedBitmap, TellsFreeTypesErrorsWithCodeAndGlyph) {
     const OpenedFont font(makeTestFont().build());
     ASSERT_EQ(FT_Set_Char_Size(font.get(), 0, 640, 72, 0), 0);
     FreeTypeSpy spy;
@@ -248,7 +248,7 @@ TEST(BitmapGlyph, TellsFreeTypesErrorsWithCodeAndGlyph) {
     EXPECT_EQ(spy.getLines().front(), "FT_Set_Transform 65536 0 0 65536 0 0");
 }
 
-TEST(BitmapGlyph, TellsErrorCodesWithoutSignAndIndicesWithAllBits) {
+TEST(RenderedBitmap, TellsErrorCodesWithoutSignAndIndicesWithAllBits) {
     const OpenedFont font(makeTestFont().build());
     FreeTypeSpy spy;
     spy.failCall("FT_Load_Glyph", 1, -1);
@@ -261,7 +261,7 @@ TEST(BitmapGlyph, TellsErrorCodesWithoutSignAndIndicesWithAllBits) {
               "FT_Load_Glyph() failed, error: 6, glyph index: 18446744073709551615 ");
 }
 
-TEST(BitmapGlyphDeathTest, AssertsAFormatThatItKnows) {
+TEST(RenderedBitmapDeathTest, AssertsAFormatThatItKnows) {
     const OpenedFont font(makeTestFont().build());
     ASSERT_EQ(FT_Set_Char_Size(font.get(), 0, 640, 72, 0), 0);
     FreeTypeSpy spy;

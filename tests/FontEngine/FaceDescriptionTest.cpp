@@ -2,7 +2,6 @@
 #include <support/ClientDescriptions.h>
 
 #include <FontEngine/FE_FontFaceInfo.h>
-#include <FontEngine/FE_FontInfo.h>
 #include <Utils/Public/Ptr/DeepEquality.h>
 #include <Utils/Public/Ptr/PtrUtils.h>
 
@@ -78,45 +77,17 @@ TEST(FaceDescription, IsEqualToItselfWithoutBeingAsked) {
     EXPECT_EQ(foreign->nameCalls, 0);
 }
 
-TEST(FontDescription, AnswersWhatItWasMadeFrom) {
-    const FaceInfoPtr face = makeFaceInfo("a");
-    const FontInfo font(face, 12.25F, Gfx::TextPositionType::Subscript);
-    EXPECT_EQ(font.getFontFaceInfo().get(), face.get()) << "the very object";
-    EXPECT_EQ(font.getSize(), 12.25F);
-    EXPECT_EQ(font.getTextPositionType(), Gfx::TextPositionType::Subscript);
-}
+static_assert(!std::is_copy_assignable_v<FontFaceInfo>, "descriptions are immutable");
 
-TEST(FontDescription, KeepsSizesAndPositionsThatMeanNothing) {
-    const FontInfo font(makeFaceInfo(), -3.0F, static_cast<Gfx::TextPositionType>(200));
-    EXPECT_EQ(font.getSize(), -3.0F);
-    EXPECT_EQ(font.getTextPositionType(), static_cast<Gfx::TextPositionType>(200));
-}
-
-TEST(FontDescription, SharesItsFaceDescriptionWhileItLives) {
-    const std::shared_ptr<const Gfx::FontFaceInfo> face = makeFaceInfo("a");
-    {
-        const FontInfo font(face, 1.0F, Gfx::TextPositionType::Normal);
-        EXPECT_EQ(face.use_count(), 2);
-        const FaceInfoPtr taken = font.getFontFaceInfo();
-        EXPECT_EQ(face.use_count(), 3);
-    }
-    EXPECT_EQ(face.use_count(), 1);
-}
-
-static_assert(!std::is_copy_assignable_v<FontFaceInfo> && !std::is_copy_assignable_v<FontInfo>,
-              "descriptions are immutable");
-
-TEST(DescriptionDeathTest, AssertsOnNullPointers) {
-    const std::shared_ptr<const Gfx::FontFaceInfo> null;
-    EXPECT_DEATH(FontInfo(null, 1.0F, Gfx::TextPositionType::Normal),
-                 printsAssertion("Utils/Public/Ptr/CheckedPtr:206", "_ptr"));
+TEST(FaceDescriptionDeathTest, AssertsOnNullPointers) {
     const FaceInfoPtr moved = makeMovedFrom(makeFaceInfo());
     EXPECT_DEATH(hashOf(moved), printsNullDereference());
     EXPECT_DEATH(AreDeeplyEqualComparator()(moved, makeFaceInfo()),
                  printsAssertion("Utils/Public/Ptr/CheckedPtr:206", "_ptr"));
     EXPECT_DEATH(AreDeeplyEqualComparator()(makeFaceInfo(), moved),
                  printsAssertion("Utils/Public/Ptr/CheckedPtr:206", "_ptr"));
-    EXPECT_DEATH(derefNN(null.get()), printsAssertion("Utils/Public/Ptr/PtrUtils:254", "plainPtr"));
+    EXPECT_DEATH(derefNN(static_cast<const FontFaceInfo*>(nullptr)),
+                 printsAssertion("Utils/Public/Ptr/PtrUtils:254", "plainPtr"));
 }
 
 } // namespace

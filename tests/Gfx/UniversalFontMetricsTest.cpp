@@ -1,10 +1,7 @@
-#include <support/ClientDescriptions.h>
-#include <support/CountingLoader.h>
-#include <support/ExpectAssertion.h>
-#include <support/FontBuilder.h>
+#include "FaceMetrics.h"
 
-#include <FontEngine/FE_FontFactory.h>
-#include <Gfx/Gfx.h>
+#include <support/ClientDescriptions.h>
+#include <support/ExpectAssertion.h>
 
 #include <limits>
 #include <string>
@@ -18,39 +15,12 @@ namespace {
 using Glyph = CharMap::GlyphIndexWithAdvance;
 using Testing::ExtFontInfoPtr;
 using Testing::FontInfoPtr;
-using BasicMetricsPtr = CheckedPtrImpl<const BasicMetrics, false>;
 
-static_assert(!std::is_default_constructible_v<FactoryAccessTag>);
-static_assert(!std::is_aggregate_v<FactoryAccessTag>, "or braces would open it to everybody");
 static_assert(std::is_abstract_v<UniversalFontMetrics> &&
               std::is_base_of_v<FontMetrics, UniversalFontMetrics>);
 static_assert(std::is_abstract_v<FontMetricsFactory> && std::is_abstract_v<Painter>);
 static_assert(std::is_polymorphic_v<Path> && !std::is_abstract_v<Path> &&
               std::has_virtual_destructor_v<Path>);
-
-/// 'i' is a quarter of an em wide, 'm' a whole one, what is missing a half.
-Testing::FontBuilder makeMetricsFont() {
-    Testing::Os2Table os2;
-    os2.capHeight = 625;
-    os2.strikeoutPosition = 425;
-    os2.strikeoutSize = 50;
-    Testing::FontBuilder font("Test Sans");
-    font.setLine(750, -250, 250).setOs2(os2);
-    font.map('i', font.addGlyph({250, {}, {}}));
-    font.map('m', font.addGlyph({1000, {}, {}}));
-    font.map(0x20AC, font.addGlyph({750, {}, {}}));
-    return font;
-}
-
-/// Only a face of the engine has metrics: they share its ownership.
-BasicMetricsPtr makeMetrics() {
-    const auto loader = std::make_shared<Testing::CountingLoader>();
-    loader->setFont("Test Sans", false, false, makeMetricsFont().build());
-    const auto factory = FontEngine::FontFactory::create(loader, "");
-    const std::shared_ptr<const FontEngine::FontFace> face =
-        factory->getFace(Testing::makeFaceInfo("Test Sans"));
-    return std::shared_ptr<const BasicMetrics>(face, &face->getBasicMetrics());
-}
 
 /// Replaces one missing character and notes what it was asked for.
 class Metrics : public UniversalFontMetrics {
@@ -67,17 +37,6 @@ public:
 
     mutable std::vector<std::tuple<const ExtFontInfo*, unsigned int, float>> asked;
 };
-
-TEST(BasicMetrics, HoldsWhatItWasMadeOf) {
-    const BasicMetricsPtr metrics = makeMetrics();
-    EXPECT_EQ(metrics->getHeight(), 1.25F);
-    EXPECT_EQ(metrics->getAscender(), 0.75F);
-    EXPECT_EQ(metrics->getDescender(), 0.25F);
-    EXPECT_EQ(metrics->getCapHeight(), 0.625F);
-    EXPECT_EQ(metrics->getStrikeOutPosition(), 0.375F);
-    EXPECT_EQ(metrics->getCharMap()['m'], Glyph(2, 1.0F));
-    EXPECT_EQ(metrics->getCharMap().size(), 3U);
-}
 
 TEST(UniversalFontMetrics, MultipliesTheFaceByTheSize) {
     const Metrics metrics(Testing::makeClientFontInfo(16.0F));
@@ -191,36 +150,6 @@ TEST(UniversalFontMetrics, CountsWhatGetTextWidthMeasures) {
         const Count fitting = countChars(metrics, text.substr(0, length), width, ext);
         EXPECT_EQ(fitting.second, static_cast<std::ptrdiff_t>(length)) << "its own width is enough";
     }
-}
-
-std::vector<unsigned int> listChars(boost::string_ref text) {
-    std::vector<unsigned int> codes;
-    UniversalFontMetrics::forEachCharInText(text, Testing::makeClientExtFontInfo(),
-                                            [&](unsigned int codePoint) { codes.push_back(codePoint); });
-    return codes;
-}
-
-TEST(ForEachCharInText, CallsBackOncePerCharacter) {
-    using Codes = std::vector<unsigned int>;
-    EXPECT_EQ(listChars(""), Codes());
-    EXPECT_EQ(listChars(boost::string_ref()), Codes());
-    EXPECT_EQ(listChars(boost::string_ref("a\0\xC3\xA9", 4)), (Codes{'a', 0, 0xE9}));
-    EXPECT_EQ(listChars("\xF0\x9F\x98\x41"), (Codes{0xFFFD, 0x41}));
-    EXPECT_EQ(listChars("\xC0\xAF"), (Codes{0xFFFD, 0xFFFD}));
-    EXPECT_EQ(listChars("\xED\xA0\x80"), (Codes{0xFFFD, 0xFFFD, 0xFFFD}));
-    EXPECT_EQ(listChars(boost::string_ref("a\xF0\x9F\x98\x80", 4)), (Codes{'a', 0xFFFD}))
-        << "the text ends where it says";
-}
-
-TEST(ForEachCharInText, LetsExceptionsThroughAtOnce) {
-    int calls = 0;
-    const auto fail = [&](unsigned int) {
-        if (++calls == 2) {
-            throw calls;
-        }
-    };
-    EXPECT_THROW(UniversalFontMetrics::forEachCharInText("abc", Testing::makeClientExtFontInfo(), fail), int);
-    EXPECT_EQ(calls, 2);
 }
 
 TEST(UniversalFontMetricsDeathTest, AssertsOnANullDescription) {

@@ -1,7 +1,4 @@
-#include <support/CountingLoader.h>
-#include <support/Descriptions.h>
 #include <support/InjectedError.h>
-#include <support/RecordingGlyphPainter.h>
 #include <support/RecordingPainter.h>
 
 #include <gmock/gmock.h>
@@ -86,75 +83,6 @@ TEST(RecordingPainter, TakesANullPathWhenToldTo) {
     painter.setTakesNullPath(true);
     painter.beginPath();
     EXPECT_EQ(painter.takePath(), nullptr);
-}
-
-TEST(RecordingGlyphPainter, CopiesWhatItIsGiven) {
-    unsigned char pixels[] = {1, 2, 3, 4, 5, 6};
-    FontEngine::BitmapGlyphImage image;
-    image.rows = 2;
-    image.width = 2;
-    image.pitch = -3;
-    image.buffer = pixels;
-    image.pixelMode = 2;
-    RecordingGlyphPainter painter;
-    painter.throwAt(2);
-    painter.drawGlyph(image, {1.5F, -2});
-    EXPECT_THROW(painter.drawGlyph(image, {}), InjectedError);
-    painter.drawGlyph(FontEngine::BitmapGlyphImage(), {});
-
-    ASSERT_EQ(painter.getDrawnGlyphs().size(), 2U);
-    const DrawnGlyph& drawn = painter.getDrawnGlyphs().front();
-    EXPECT_EQ(drawn.position, (cinder::Vec2<float>(1.5F, -2)));
-    EXPECT_THAT(drawn.pixels, ElementsAre(1, 2, 3, 4, 5, 6));
-    EXPECT_EQ(drawn.pitch, -3);
-    EXPECT_EQ(drawn.pixelMode, 2);
-    EXPECT_EQ(drawn.buffer, pixels);
-    EXPECT_THAT(painter.getDrawnGlyphs().back().pixels, ElementsAre());
-}
-
-TEST(CountingLoader, ServesWhatItHoldsAndWritesDownTheCalls) {
-    CountingLoader loader;
-    const auto shared = std::make_shared<const Bytes>(Bytes{1, 2});
-    loader.setFont("A", true, false, shared);
-    loader.setDefaultFont(false, true, Bytes{3});
-    loader.setRangeFamily(7, "Seven");
-
-    EXPECT_EQ(loader.loadFont(makeFaceInfo("A", true)), shared);
-    EXPECT_EQ(loader.loadFont(makeFaceInfo("A", true, true)), nullptr);
-    EXPECT_EQ(*loader.loadDefaultFont(false, true), Bytes{3});
-    EXPECT_EQ(loader.loadDefaultFont(false, false), nullptr);
-    EXPECT_EQ(loader.getFamilyNameForRange(7), "Seven");
-    EXPECT_EQ(loader.getFamilyNameForRange(8), "");
-    EXPECT_THAT(loader.getCalls(),
-                ElementsAre("loadFont \"A\" bold", "loadFont \"A\" bold italic", "loadDefaultFont italic",
-                            "loadDefaultFont regular", "getFamilyNameForRange 7", "getFamilyNameForRange 8"));
-    EXPECT_EQ(loader.countCalls(), 6U);
-    EXPECT_EQ(loader.countCalls("loadFont"), 2U);
-    loader.clearCalls();
-    EXPECT_EQ(loader.countCalls(), 0U);
-}
-
-TEST(CountingLoader, ThrowsFromTheCallsItWasToldTo) {
-    CountingLoader loader;
-    loader.throwFrom("loadDefaultFont");
-    EXPECT_EQ(loader.loadFont(makeFaceInfo()), nullptr);
-    EXPECT_THROW(loader.loadDefaultFont(true, true), InjectedError);
-    EXPECT_THAT(loader.getCalls().back(), "loadDefaultFont bold italic");
-    loader.throwFrom("");
-    EXPECT_EQ(loader.loadDefaultFont(true, true), nullptr);
-}
-
-TEST(Descriptions, AnswerWhatTheyWereMadeOf) {
-    const FontInfoPtr font =
-        makeFontInfo(makeFaceInfo("B", false, true), 12.5F, Gfx::TextPositionType::Subscript);
-    const ExtFontInfoPtr ext = makeExtFontInfo(font, -1.5F);
-    EXPECT_EQ(ext->getFontInfo().get(), font.get());
-    EXPECT_EQ(ext->getLetterSpacing(), -1.5F);
-    EXPECT_EQ(font->getSize(), 12.5F);
-    EXPECT_EQ(font->getTextPositionType(), Gfx::TextPositionType::Subscript);
-    EXPECT_EQ(font->getFontFaceInfo()->getName(), "B");
-    EXPECT_TRUE(font->getFontFaceInfo()->isItalic());
-    EXPECT_FALSE(font->getFontFaceInfo()->isBold());
 }
 
 } // namespace

@@ -1,0 +1,50 @@
+#include <fuzz/support/CairoPicture.h>
+#include <fuzz/support/Finding.h>
+
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <utility>
+
+namespace Vell::Fuzz {
+
+namespace {
+
+constexpr int width = 5;
+constexpr int height = 3;
+
+/// Whether a change of the byte `distance` behind the first pixel is found out.
+bool isFoundOut(std::ptrdiff_t distance) {
+    CairoPicture picture(CAIRO_FORMAT_ARGB32, width, height);
+    unsigned char& byte = picture.getBytes()[static_cast<std::size_t>(
+        static_cast<std::ptrdiff_t>(picture.getFirstPixel()) + distance)];
+    byte = static_cast<unsigned char>(byte + 1);
+    try {
+        picture.checkFrame();
+        return false;
+    } catch (const Finding&) {
+        return true;
+    }
+}
+
+} // namespace
+
+TEST(CairoPicture, FindsOutWhatIsDrawnOutsideOfIt) {
+    constexpr std::ptrdiff_t lastOfRow = 4 * width - 1;
+    EXPECT_TRUE(isFoundOut(-1));
+    EXPECT_FALSE(isFoundOut(0));
+    EXPECT_FALSE(isFoundOut(lastOfRow));
+    EXPECT_TRUE(isFoundOut(lastOfRow + 1));
+}
+
+TEST(CairoPicture, ComparesWhatHasAMeaning) {
+    for (const auto& [format, difference] :
+         {std::pair(CAIRO_FORMAT_ARGB32, 7), std::pair(CAIRO_FORMAT_RGB24, 0)}) {
+        CairoPicture picture(format, width, height);
+        const CairoPicture other(format, width, height);
+        picture.getBytes()[picture.getFirstPixel() + 3] = 7; // the alpha of a little-endian word
+        EXPECT_EQ(picture.getGreatestDifference(other), difference);
+    }
+}
+
+} // namespace Vell::Fuzz

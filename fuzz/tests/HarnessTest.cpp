@@ -1,0 +1,16 @@
+#include <fuzz/support/Harness.h>
+
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+
+namespace Vell::Fuzz {
+
+TEST(Harness, HasAName) {
+    EXPECT_THROW(runHarness("nothing", {}), std::invalid_argument);
+    for (const char* const name : {"font", "text", "cache", "sfnt", "cairo"}) {
+        EXPECT_NO_THROW(runHarness(name, {})) << name;
+    }
+}
+
+} // namespace Vell::Fuzz
