@@ -1,0 +1,2 @@
+TEST(HashOfTexts, IsRight) {}
+TEST(Hash, StandsInTwoSources) {}

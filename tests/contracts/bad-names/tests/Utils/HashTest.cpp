@@ -1,0 +1,3 @@
+TEST(Hash, IsRight) {}
+TEST(HashOfNumbers, IsRight) {}
+TEST(Hashing, LeadsNowhere) {}
