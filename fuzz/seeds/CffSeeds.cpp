@@ -2,10 +2,6 @@
 
 #include <support/CffFont.h>
 
-#include <algorithm>
-#include <iterator>
-#include <utility>
-
 namespace Vell::Fuzz {
 
 using Testing::CffFont;
@@ -18,10 +14,7 @@ CffFont makeBoxes(std::size_t glyphCount) {
 
 Bytes wrap(const CffFont& outlines, Testing::FontBuilder font) {
     font.setTable("CFF ", outlines.build());
-    Bytes file = font.build();
-    constexpr unsigned char signature[] = {'O', 'T', 'T', 'O'};
-    std::copy(std::begin(signature), std::end(signature), file.begin());
-    return file;
+    return signAsCff(font.build());
 }
 
 Bytes wrap(const CffFont& outlines) {

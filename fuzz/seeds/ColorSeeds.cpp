@@ -30,13 +30,6 @@ Bytes makePng() {
     return png;
 }
 
-FontBuilder makeOutlineFont() {
-    FontBuilder font("Fuzzed");
-    font.map('A', font.addGlyph(Testing::makeBoxGlyph(600, 50, 0, 550, 700)));
-    font.map('_', font.addGlyph(Testing::makeBoxGlyph(500, 0, -100, 500, -50)));
-    return font;
-}
-
 Bytes makeSbix() {
     const Bytes png = makePng();
     ByteWriter writer;
@@ -109,7 +102,7 @@ Bytes makeCbdt(const Bytes& png) {
 
 FontBuilder makeCbdtFont() {
     const Bytes png = makePng();
-    FontBuilder font = makeOutlineFont();
+    FontBuilder font = makeTwoBoxFont();
     font.setTable("CBLC", makeCblc(9 + png.size())).setTable("CBDT", makeCbdt(png));
     return font.omitTable("glyf").omitTable("loca");
 }
@@ -117,7 +110,7 @@ FontBuilder makeCbdtFont() {
 } // namespace
 
 std::vector<Seed> makeColorSeeds() {
-    return {makeFontSeed("sbix", makeOutlineFont().setTable("sbix", makeSbix()).build()),
+    return {makeFontSeed("sbix", makeTwoBoxFont().setTable("sbix", makeSbix()).build()),
             makeFontSeed("cbdt", makeCbdtFont().build())};
 }
 

@@ -3,6 +3,8 @@
 #include <support/BdfFont.h>
 #include <support/Type1Font.h>
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace Vell::Fuzz {
@@ -148,6 +150,19 @@ Seed makeSfntSeed(std::string name, unsigned char faceIndex, const Bytes& file) 
     Bytes bytes = {faceIndex};
     bytes.insert(bytes.end(), file.begin(), file.end());
     return {std::move(name), bytes};
+}
+
+Bytes signAsCff(Bytes file) {
+    constexpr unsigned char signature[] = {'O', 'T', 'T', 'O'};
+    std::copy(std::begin(signature), std::end(signature), file.begin());
+    return file;
+}
+
+FontBuilder makeTwoBoxFont() {
+    FontBuilder font("Fuzzed");
+    font.map('A', font.addGlyph(makeBoxGlyph(600, 50, 0, 550, 700)));
+    font.map('_', font.addGlyph(makeBoxGlyph(500, 0, -100, 500, -50)));
+    return font;
 }
 
 FontBuilder makeBoxFont(const std::string& family) {

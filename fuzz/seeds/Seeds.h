@@ -39,6 +39,12 @@ Seed makeSfntSeed(std::string name, unsigned char faceIndex, const Bytes& file);
 /// bounds.
 Bytes moveToEnd(Bytes file, const std::string& tag, std::size_t missingBytes);
 
+/// The font file with the signature of fonts that have PostScript outlines.
+Bytes signAsCff(Bytes file);
+
+/// A font of two boxes: A and the underscore.
+Testing::FontBuilder makeTwoBoxFont();
+
 /// A font of boxes: A to Z, the underscore, a blank and an accented letter.
 Testing::FontBuilder makeBoxFont(const std::string& family = "Fuzzed");
 

@@ -1,24 +1,18 @@
 #include <fuzz/seeds/Seeds.h>
 
-#include <algorithm>
+#include <support/CffTables.h>
+
 #include <cstdint>
-#include <iterator>
 
 namespace Vell::Fuzz {
 
 using Testing::ByteWriter;
 using Testing::FontBuilder;
+using Testing::Cff::addNumber;
 
 namespace {
 
 constexpr unsigned int glyphCount = 3;
-
-FontBuilder makeSmallFont() {
-    FontBuilder font("Fuzzed");
-    font.map('A', font.addGlyph(Testing::makeBoxGlyph(600, 50, 0, 550, 700)));
-    font.map('_', font.addGlyph(Testing::makeBoxGlyph(500, 0, -100, 500, -50)));
-    return font;
-}
 
 /// One axis, weight, and an instance of it.
 Bytes makeFvar() {
@@ -106,27 +100,7 @@ Bytes makeVariationStore() {
 }
 
 Bytes makeIndex(const std::vector<Bytes>& items) {
-    ByteWriter writer;
-    writer.addU32(static_cast<std::uint32_t>(items.size()));
-    if (items.empty()) {
-        return writer.getBytes();
-    }
-    writer.addU8(4); // bytes an offset
-    std::uint32_t offset = 1;
-    writer.addU32(offset);
-    for (const Bytes& item : items) {
-        offset += static_cast<std::uint32_t>(item.size());
-        writer.addU32(offset);
-    }
-    for (const Bytes& item : items) {
-        writer.addBytes(item);
-    }
-    return writer.getBytes();
-}
-
-void addNumber(ByteWriter& writer, std::size_t number) {
-    writer.addU8(29);
-    writer.addU32(static_cast<std::uint32_t>(number));
+    return Testing::Cff::makeIndex(Testing::Cff::Version::Two, items);
 }
 
 /// A box whose left side is blended: 100 and 50 more at the heavy end.
@@ -172,18 +146,15 @@ Bytes makeCff2() {
 }
 
 Bytes makeCff2File() {
-    FontBuilder font = makeSmallFont();
+    FontBuilder font = makeTwoBoxFont();
     font.setTable("CFF2", makeCff2()).setTable("fvar", makeFvar());
-    Bytes file = font.omitTable("glyf").omitTable("loca").build();
-    constexpr unsigned char signature[] = {'O', 'T', 'T', 'O'};
-    std::copy(std::begin(signature), std::end(signature), file.begin());
-    return file;
+    return signAsCff(font.omitTable("glyf").omitTable("loca").build());
 }
 
 } // namespace
 
 std::vector<Seed> makeVariableSeeds() {
-    FontBuilder font = makeSmallFont();
+    FontBuilder font = makeTwoBoxFont();
     font.setTable("fvar", makeFvar()).setTable("avar", makeAvar()).setTable("gvar", makeGvar());
     return {makeFontSeed("gvar", font.build()), makeFontSeed("cff2", makeCff2File())};
 }

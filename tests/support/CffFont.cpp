@@ -1,36 +1,15 @@
 #include <support/CffFont.h>
 
+#include <support/CffTables.h>
+
 #include <cstddef>
-#include <cstdint>
 
 namespace Vell::Testing {
 
 namespace {
 
-/// A list of byte strings, as a CFF font has them.
 Bytes makeIndex(const std::vector<Bytes>& items) {
-    ByteWriter writer;
-    writer.addU16(static_cast<unsigned int>(items.size()));
-    if (items.empty()) {
-        return writer.getBytes();
-    }
-    writer.addU8(4); // bytes an offset
-    std::uint32_t offset = 1;
-    writer.addU32(offset);
-    for (const Bytes& item : items) {
-        offset += static_cast<std::uint32_t>(item.size());
-        writer.addU32(offset);
-    }
-    for (const Bytes& item : items) {
-        writer.addBytes(item);
-    }
-    return writer.getBytes();
-}
-
-/// A number of a dictionary in five bytes, whatever its value.
-void addNumber(ByteWriter& writer, std::size_t number) {
-    writer.addU8(29);
-    writer.addU32(static_cast<std::uint32_t>(number));
+    return Cff::makeIndex(Cff::Version::One, items);
 }
 
 } // namespace
@@ -47,10 +26,10 @@ Bytes CffFont::build() const {
         header.size() + names.size() + topIndexBytes + strings.size() + subroutines.size();
 
     ByteWriter topDict;
-    addNumber(topDict, glyphsAt);
+    Cff::addNumber(topDict, glyphsAt);
     topDict.addU8(17); // CharStrings
-    addNumber(topDict, 0);
-    addNumber(topDict, glyphsAt + glyphs.size());
+    Cff::addNumber(topDict, 0);
+    Cff::addNumber(topDict, glyphsAt + glyphs.size());
     topDict.addU8(18); // Private: empty, at the end
 
     ByteWriter file;

@@ -1,6 +1,7 @@
 #include <support/WebFont.h>
 
 #include <stdexcept>
+#include <utility>
 
 namespace Vell::Testing {
 
@@ -52,28 +53,62 @@ Bytes packAsBrotli(const Bytes& content) {
     return writer.getBytes();
 }
 
-/// Tags are written out; glyf and loca stand as in the unpacked file.
-void addWoff2Directory(ByteWriter& writer, const std::map<std::string, Bytes>& tables) {
+/// What both versions begin with, up to the size of the unpacked font. The length of the file follows at the
+/// end.
+ByteWriter beginFile(const char* signature, const WebFont& font) {
+    ByteWriter writer;
+    writer.addText(signature);
+    writer.addU32(font.flavor);
+    writer.addU32(0);
+    writer.addU16(static_cast<unsigned int>(font.tables.size()));
+    writer.addU16(0);
+    writer.addU32(toU32(getUnpackedSize(font.tables)));
+    return writer;
+}
+
+void addZeroMetadata(ByteWriter& writer) {
+    writer.addZeros(24); // version, metadata, private data
+}
+
+Bytes endFile(ByteWriter writer) {
+    writer.setU32(8, toU32(writer.size()));
+    return writer.getBytes();
+}
+
+bool isOfGlyphs(const std::string& tag) {
+    return tag == "glyf" || tag == "loca";
+}
+
+/// Tags are written out.
+void addWoff2Directory(ByteWriter& writer, const WebFont& font) {
     constexpr unsigned int tagFollows = 0x3F;
     constexpr unsigned int isNotTransformed = 0xC0; // of glyf and loca; 0 for other tables
-    for (const auto& [tag, content] : tables) {
-        writer.addU8(tag == "glyf" || tag == "loca" ? tagFollows | isNotTransformed : tagFollows);
+    for (const auto& [tag, content] : font.tables) {
+        const auto transformed = font.transformed.find(tag);
+        const bool isTransformed = transformed != font.transformed.end();
+        writer.addU8(isOfGlyphs(tag) && !isTransformed ? tagFollows | isNotTransformed : tagFollows);
         writer.addText(tag);
         addBase128(writer, content.size());
+        if (isTransformed) {
+            addBase128(writer, transformed->second.size());
+        }
     }
+}
+
+Bytes joinTables(const WebFont& font) {
+    ByteWriter writer;
+    for (const auto& [tag, content] : font.tables) {
+        const auto transformed = font.transformed.find(tag);
+        writer.addBytes(transformed != font.transformed.end() ? transformed->second : content);
+    }
+    return writer.getBytes();
 }
 
 } // namespace
 
 Bytes WebFont::buildWoff() const {
-    ByteWriter writer;
-    writer.addText("wOFF");
-    writer.addU32(flavor);
-    writer.addU32(0); // the length of the file, below
-    writer.addU16(static_cast<unsigned int>(tables.size()));
-    writer.addU16(0);
-    writer.addU32(toU32(getUnpackedSize(tables)));
-    writer.addZeros(24); // version, metadata, private data
+    ByteWriter writer = beginFile("wOFF", *this);
+    addZeroMetadata(writer);
     std::size_t offset = writer.size() + 20 * tables.size();
     for (const auto& [tag, content] : tables) {
         writer.addText(tag);
@@ -87,30 +122,18 @@ Bytes WebFont::buildWoff() const {
         writer.addBytes(content);
         writer.padTo4();
     }
-    writer.setU32(8, toU32(writer.size()));
-    return writer.getBytes();
+    return endFile(std::move(writer));
 }
 
 Bytes WebFont::buildWoff2() const {
-    ByteWriter content;
-    for (const auto& [tag, bytes] : tables) {
-        content.addBytes(bytes);
-    }
-    const Bytes packed = packAsBrotli(content.getBytes());
-    ByteWriter writer;
-    writer.addText("wOF2");
-    writer.addU32(flavor);
-    writer.addU32(0); // the length of the file, below
-    writer.addU16(static_cast<unsigned int>(tables.size()));
-    writer.addU16(0);
-    writer.addU32(toU32(getUnpackedSize(tables)));
+    const Bytes packed = packAsBrotli(joinTables(*this));
+    ByteWriter writer = beginFile("wOF2", *this);
     writer.addU32(toU32(packed.size()));
-    writer.addZeros(24); // version, metadata, private data
-    addWoff2Directory(writer, tables);
+    addZeroMetadata(writer);
+    addWoff2Directory(writer, *this);
     writer.addBytes(packed);
     writer.padTo4();
-    writer.setU32(8, toU32(writer.size()));
-    return writer.getBytes();
+    return endFile(std::move(writer));
 }
 
 } // namespace Vell::Testing

@@ -13,6 +13,8 @@ namespace Vell::Testing {
 struct WebFont {
     std::map<std::string, Bytes> tables;
     std::uint32_t flavor = 0x00010000;
+    /// What stands for glyf and loca in a WOFF2 file that transforms them.
+    std::map<std::string, Bytes> transformed = {};
 
     Bytes buildWoff() const;
     Bytes buildWoff2() const; ///< at most 64 KiB of tables
