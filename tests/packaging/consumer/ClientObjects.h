@@ -98,6 +98,7 @@ public:
     void quadTo(const cinder::Vec2<float>&, const cinder::Vec2<float>&) override { ++_path->segments; }
     std::shared_ptr<const Gfx::Path> takePath() override { return _path; }
     void drawPath(const Gfx::Path& path, bool) override {
+        ++paths;
         segments += static_cast<const Path&>(path).segments; // all paths of its factory are its own
     }
     void resetTransform() override {}
@@ -108,6 +109,7 @@ public:
     void pushTransform() override {}
     void popTransform() override {}
 
+    int paths = 0;
     int segments = 0;
 
 private:

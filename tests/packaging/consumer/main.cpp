@@ -1,4 +1,6 @@
-// A client that knows nothing but the installed headers: draws a string and counts the ink.
+// A client that knows nothing but the installed headers: draws a string and counts the glyphs that have ink.
+
+#include "ClientObjects.h"
 
 #include <CairoAdapter/CairoAdapter.h>
 #include <FontEngine/FontEngine.h>
@@ -8,46 +10,6 @@
 #include <exception>
 
 using namespace Vell;
-
-namespace {
-
-class InkCounter : public FontEngine::BitmapGlyphPainter {
-public:
-    void drawGlyph(const FontEngine::BitmapGlyphImage& image, const cinder::Vec2<float>&) override {
-        for (unsigned int row = 0; row < image.rows; ++row) {
-            for (int byte = 0; byte < image.pitch; ++byte) {
-                ink += image.buffer[static_cast<int>(row) * image.pitch + byte];
-            }
-        }
-    }
-
-    unsigned long ink = 0;
-};
-
-class NullPath : public Gfx::Path {};
-
-class IdentityPainter : public Gfx::Painter {
-public:
-    void beginPath() override {}
-    void moveTo(const cinder::Vec2<float>&) override {}
-    void lineTo(const cinder::Vec2<float>&) override {}
-    void cubicTo(const cinder::Vec2<float>&, const cinder::Vec2<float>&,
-                 const cinder::Vec2<float>&) override {}
-    void quadTo(const cinder::Vec2<float>&, const cinder::Vec2<float>&) override {}
-    std::shared_ptr<const Gfx::Path> takePath() override { return std::make_shared<NullPath>(); }
-    void drawPath(const Gfx::Path&, bool) override { ++paths; }
-    void resetTransform() override {}
-    void translate(const cinder::Vec2<float>&) override {}
-    void scale(const cinder::Vec2<float>&) override {}
-    cinder::MatrixAffine2<float> getTransform() const override { return {}; }
-    void rotate(float) override {}
-    void pushTransform() override {}
-    void popTransform() override {}
-
-    int paths = 0;
-};
-
-} // namespace
 
 int main() {
     try {
@@ -59,15 +21,15 @@ int main() {
         const CheckedPtrImpl<const Gfx::ExtFontInfo, false> style =
             makeNNPtr<FontEngine::Internal::ExtFontInfo>(info);
 
-        IdentityPainter painter;
-        InkCounter counter;
-        FontEngine::RasterTextPainter(painter, counter, false)
+        Client::Painter painter;
+        Client::GlyphPainter glyphPainter;
+        FontEngine::RasterTextPainter(painter, glyphPainter, false)
             .drawText("Ink_", style, font, {0, 0, 0, 255}, 1.0F);
         FontEngine::VectorTextPainter(painter).drawText("Ink_", style, font);
-        std::printf("ink %lu, paths %d, width %.2f, gamma %u\n", counter.ink, painter.paths,
+        std::printf("glyphs with ink %d, paths %d, width %.2f, gamma %u\n", glyphPainter.inked, painter.paths,
                     static_cast<double>(font.getTextWidth("Ink_", style)),
                     FontEngine::Internal::encodeGamma(128, 1.2F));
-        return counter.ink > 0 && painter.paths == 4 ? 0 : 1;
+        return glyphPainter.inked == 4 && painter.paths == 4 ? 0 : 1;
     } catch (const BaseRuntimeError& error) {
         std::fprintf(stderr, "%s\n", error.what());
         return 1;
