@@ -10,7 +10,9 @@
 #include <FontEngine/FE_FontFactory.h>
 #include <FontEngine/Renderer/FE_BitmapGlyph.h>
 #include <FontLoaders/Public/Exceptions.h>
+#include <FontLoaders/Public/ServableFonts.h>
 #include <Utils/Public/Exceptions.h>
+#include <Utils/Public/Ptr/PtrUtils.h>
 #include <support/CountingLoader.h>
 #include <support/Descriptions.h>
 #include <support/OpenedFont.h>
@@ -147,6 +149,8 @@ void runFont(const Bytes& input) {
     const FontScript script(reader);
     Bytes file = reader.takeRest();
     if (!hasCharMapOrIsRefused(file)) {
+        require(FontLoaders::findReasonNotToServe(makeNNPtr<const Bytes>(file)).has_value(),
+                "no loader serves a face without any charmap");
         return;
     }
     const auto factory = makeFactory(std::move(file));
