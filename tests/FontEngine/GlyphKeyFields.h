@@ -38,4 +38,18 @@ struct KeyFields {
     }
 };
 
+/// The fields of keys whose hashes are known.
+inline KeyFields makeHashedFields() {
+    KeyFields fields;
+    fields.glyph = 36;
+    fields.size = 12.5F;
+    fields.mode = FT_RENDER_MODE_LCD;
+    fields.scale = {1.5F, -2.0F};
+    fields.ratio = 2.25F;
+    fields.offset = 60;
+    fields.isLast = false;
+    fields.color = 0x0A141E;
+    return fields;
+}
+
 } // namespace Vell::FontEngine

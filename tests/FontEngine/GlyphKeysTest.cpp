@@ -122,13 +122,7 @@ TEST(GlyphKeysOfOutlines, HashSizesByTheirBitsAndTheSpecialOnesByNumbersOfTheirO
 TEST(GlyphKeysOfBitmaps, HashTheOutlineThenTheirOwnFields) {
     KeyFields fields = makeFields();
     EXPECT_EQ(fields.makeBitmap().hash(), 0x71A6DF3BD1043A90U);
-    fields.mode = FT_RENDER_MODE_LCD;
-    fields.scale = {1.5F, -2.0F};
-    fields.ratio = 2.25F;
-    fields.offset = 60;
-    fields.isLast = false;
-    EXPECT_EQ(fields.makeBitmap().hash(), 0x4653F0FAEA8A898EU);
-    fields.mode = FT_RENDER_MODE_NORMAL;
+    EXPECT_EQ(makeHashedFields().makeBitmap().hash(), 0x4653F0FAEA8A898EU);
     fields.scale = {-0.0F, notANumber};
     fields.ratio = infinity;
     fields.offset = 255;
@@ -137,15 +131,8 @@ TEST(GlyphKeysOfBitmaps, HashTheOutlineThenTheirOwnFields) {
 }
 
 TEST(GlyphKeysOfImages, HashTheBitmapThenTheColor) {
-    KeyFields fields = makeFields();
-    EXPECT_EQ(fields.makeColored().hash(), 0x25BA13711E810AA2U);
-    fields.mode = FT_RENDER_MODE_LCD;
-    fields.scale = {1.5F, -2.0F};
-    fields.ratio = 2.25F;
-    fields.offset = 60;
-    fields.isLast = false;
-    fields.color = 0x0A141E;
-    EXPECT_EQ(fields.makeColored().hash(), 0x7EC5E218F99CFE4CU);
+    EXPECT_EQ(makeFields().makeColored().hash(), 0x25BA13711E810AA2U);
+    EXPECT_EQ(makeHashedFields().makeColored().hash(), 0x7EC5E218F99CFE4CU);
 }
 
 TEST(GlyphKeys, AreHashedByTheirOwnHash) {

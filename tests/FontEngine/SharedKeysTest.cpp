@@ -13,16 +13,7 @@ TEST(SharedKeys, HashAlikeOnEightThreadsAtOnce) {
     constexpr unsigned int sharers = 8;
     using Hashes = std::vector<std::vector<std::uint64_t>>;
     for (int round = 0; round < 100; ++round) {
-        KeyFields fields; // those whose hashes are known
-        fields.glyph = 36;
-        fields.size = 12.5F;
-        fields.mode = FT_RENDER_MODE_LCD;
-        fields.scale = {1.5F, -2.0F};
-        fields.ratio = 2.25F;
-        fields.offset = 60;
-        fields.isLast = false;
-        fields.color = 0x0A141E;
-        const ColoredBitmapGlyphInfo key = fields.makeColored();
+        const ColoredBitmapGlyphInfo key = makeHashedFields().makeColored();
         const BitmapGlyphInfo& bitmapKey = key;
         const GlyphInfo& outlineKey = key;
         Hashes hashes(sharers);
