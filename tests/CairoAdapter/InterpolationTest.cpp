@@ -1,4 +1,4 @@
-#include <CairoAdapter/Private/Interpolation.h>
+#include "RunnableOperations.h"
 
 #include <gmock/gmock.h>
 
@@ -13,19 +13,9 @@ namespace {
 using Internal::BitmapView;
 using Internal::Displacement;
 using Internal::PixelBox;
+using Internal::PixelOperations;
 
 using Bytes = std::vector<unsigned char>;
-using Interpolator = void (*)(const BitmapView&, const Displacement&, const PixelBox&, unsigned char*);
-
-/// Every way that this machine can run.
-std::vector<Interpolator> listInterpolators() {
-    return {
-        Internal::Portable::interpolate,
-#if defined(__SSE2__)
-            Internal::Sse2::interpolate,
-#endif
-    };
-}
 
 /// Bytes that are as long as needed: the address sanitizer sees what is read beyond. The last row comes
 /// first.
@@ -74,12 +64,12 @@ Bytes interpolateByDefinition(const Source& source, const Displacement& displace
 }
 
 /// The same by one of the ways, into a buffer of just the size that it may use.
-Bytes run(Interpolator interpolate, const Source& source, const Displacement& displacement,
+Bytes run(const PixelOperations& operations, const Source& source, const Displacement& displacement,
           const PixelBox& part) {
     const std::ptrdiff_t pitch = Internal::getInterpolatedPitch(source.view, part);
     const std::ptrdiff_t length = std::ptrdiff_t{part.right - part.left} * source.view.bytesPerPixel;
     Bytes buffer(static_cast<std::size_t>(pitch * (part.bottom - part.top)));
-    interpolate(source.view, displacement, part, buffer.data());
+    operations.interpolate(source.view, displacement, part, buffer.data());
     Bytes result;
     for (auto row = buffer.begin(); row != buffer.end(); row += pitch) {
         result.insert(result.end(), row, row + length);
@@ -90,8 +80,8 @@ Bytes run(Interpolator interpolate, const Source& source, const Displacement& di
 void expectAllToFollowTheDefinition(const Source& source, const Displacement& displacement,
                                     const PixelBox& part) {
     const Bytes expected = interpolateByDefinition(source, displacement, part);
-    for (const Interpolator interpolate : listInterpolators()) {
-        ASSERT_EQ(run(interpolate, source, displacement, part), expected)
+    for (const PixelOperations& operations : listRunnableOperations()) {
+        ASSERT_EQ(run(operations, source, displacement, part), expected)
             << source.view.width << " * " << source.view.rows << ", " << source.view.bytesPerPixel
             << " bytes each; " << displacement.ofRight << ", " << displacement.ofBottom << "; from "
             << part.left << ", " << part.top;
@@ -130,10 +120,10 @@ TEST(Interpolation, FollowsItsDefinitionForEveryWidth) {
 TEST(Interpolation, KeepsFullCoverageFull) {
     const Bytes full(20 * 3, 255);
     const BitmapView bitmap{full.data(), 20, 20, 3, 1};
-    for (const Interpolator interpolate : listInterpolators()) {
+    for (const PixelOperations& operations : listRunnableOperations()) {
         for (unsigned int share = 0; share < 128; ++share) {
             Bytes inside(24 * 2);
-            interpolate(bitmap, {0, 0, share, 127 - share}, {1, 1, 20, 3}, inside.data());
+            operations.interpolate(bitmap, {0, 0, share, 127 - share}, {1, 1, 20, 3}, inside.data());
             ASSERT_TRUE(std::all_of(inside.begin(), inside.begin() + 19, [](int byte) {
                 return byte == 255;
             })) << share;
@@ -169,14 +159,14 @@ TEST(Interpolation, TakesTheGreatestWidthThereIs) {
 
 TEST(Interpolation, WritesNothingBehindTheLastGroup) {
     std::mt19937 random(9);
-    for (const Interpolator interpolate : listInterpolators()) {
+    for (const PixelOperations& operations : listRunnableOperations()) {
         for (int width = 1; width <= 24; ++width) {
             const Source source(random, width, 2, 1);
             const PixelBox whole = getWhole(source.view);
             const std::ptrdiff_t size =
                 std::ptrdiff_t{3} * Internal::getInterpolatedPitch(source.view, whole);
             Bytes buffer(static_cast<std::size_t>(size) + 16, 0x5A);
-            interpolate(source.view, {0, 0, 50, 60}, whole, buffer.data() + 8);
+            operations.interpolate(source.view, {0, 0, 50, 60}, whole, buffer.data() + 8);
             const auto isIntact = [](int byte) { return byte == 0x5A; };
             ASSERT_TRUE(std::all_of(buffer.begin(), buffer.begin() + 8, isIntact)) << width;
             ASSERT_TRUE(std::all_of(buffer.end() - 8, buffer.end(), isIntact)) << width;

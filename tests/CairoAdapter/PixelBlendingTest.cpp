@@ -1,6 +1,5 @@
 #include "Canvas.h"
-
-#include <CairoAdapter/Private/PixelBlending.h>
+#include "RunnableOperations.h"
 
 #include <gmock/gmock.h>
 
@@ -14,24 +13,7 @@ namespace Vell::CairoAdapter::Testing {
 namespace {
 
 using Internal::PixelBlock;
-
-using CoverageBlender = void (*)(const PixelBlock&, std::uint32_t);
-using ColorBlender = void (*)(const PixelBlock&);
-
-struct Blending {
-    CoverageBlender coverage;
-    ColorBlender colors;
-};
-
-/// Every way that this machine can run.
-std::vector<Blending> listBlendings() {
-    return {
-        {Internal::Portable::blendCoverage, Internal::Portable::blendColors},
-#if defined(__SSE2__)
-            {Internal::Sse2::blendCoverage, Internal::Sse2::blendColors},
-#endif
-    };
-}
+using Internal::PixelOperations;
 
 using Words = std::vector<std::uint32_t>;
 
@@ -87,9 +69,9 @@ TEST(PixelBlending, GivesEveryCoverageOverEveryByteItsRoundedShare) {
         for (std::size_t i = 0; i < expected.under.size(); ++i) {
             expected.under[i] = blendOne(color, expected.coverage[i], expected.under[i]);
         }
-        for (const Blending& blending : listBlendings()) {
+        for (const PixelOperations& operations : listRunnableOperations()) {
             EveryPair pairs;
-            blending.coverage(pairs.makeBlock(), color);
+            operations.blendCoverage(pairs.makeBlock(), color);
             ASSERT_EQ(pairs.under, expected.under) << std::hex << color;
         }
     }
@@ -105,9 +87,9 @@ TEST(PixelBlending, PutsEveryColorOverEveryByteAlsoWhereItExceedsItsAlpha) {
         Words expected(pairs.under);
         std::transform(above.begin(), above.end(), expected.begin(), expected.begin(),
                        [](std::uint32_t color, std::uint32_t under) { return blendOne(color, 255, under); });
-        for (const Blending& blending : listBlendings()) {
+        for (const PixelOperations& operations : listRunnableOperations()) {
             EveryPair blended;
-            blending.colors({getBytes(above), 1024, getBytes(blended.under), 1024, 256, 256});
+            operations.blendColors({getBytes(above), 1024, getBytes(blended.under), 1024, 256, 256});
             ASSERT_EQ(blended.under, expected) << alpha;
         }
     }
@@ -135,14 +117,14 @@ TEST(PixelBlending, TouchesNoPixelBesideTheBlockWhateverItsWidth) {
         std::vector<unsigned char> coverage(size);
         std::generate(coverage.begin(), coverage.end(),
                       [&random] { return static_cast<unsigned char>(random() % 4 * 85); });
-        for (const Blending& blending : listBlendings()) {
+        for (const PixelOperations& operations : listRunnableOperations()) {
             Framed expected;
             for (int i = 0; i < width * 3; ++i) {
                 std::uint32_t& pixel = expected.at(i % width, 2 - i / width);
                 pixel = blendOne(0xC0204060, coverage[static_cast<std::size_t>(i)], pixel);
             }
             Framed framed;
-            blending.coverage(
+            operations.blendCoverage(
                 {coverage.data() + width * 2, -width, framed.getPixels(), Framed::stride * 4, width, 3},
                 0xC0204060);
             ASSERT_EQ(framed.words, expected.words) << width;
@@ -155,27 +137,28 @@ TEST(PixelBlending, TouchesNoPixelBesideColorsWhateverTheirWidth) {
     for (int width = 1; width <= 40; ++width) {
         Words above(static_cast<std::size_t>(width) * 3);
         std::generate(above.begin(), above.end(), [&random] { return (random() % 256) * 0x01010101U; });
-        for (const Blending& blending : listBlendings()) {
+        for (const PixelOperations& operations : listRunnableOperations()) {
             Framed expected;
             for (int i = 0; i < width * 3; ++i) {
                 std::uint32_t& pixel = expected.at(i % width, i / width);
                 pixel = blendOne(above[static_cast<std::size_t>(i)], 255, pixel);
             }
             Framed framed;
-            blending.colors({getBytes(above), width * 4, framed.getPixels(), Framed::stride * 4, width, 3});
+            operations.blendColors(
+                {getBytes(above), width * 4, framed.getPixels(), Framed::stride * 4, width, 3});
             ASSERT_EQ(framed.words, expected.words) << width;
         }
     }
 }
 
 TEST(PixelBlending, TakesAnyAlignment) {
-    for (const Blending& blending : listBlendings()) {
+    for (const PixelOperations& operations : listRunnableOperations()) {
         std::array<unsigned char, 64> pixels{};
         const std::array<unsigned char, 9> coverage{0, 255, 255, 255, 255, 255, 255, 255, 255};
-        blending.coverage({coverage.data() + 1, 8, pixels.data() + 1, 32, 8, 1}, 0xFF010203);
+        operations.blendCoverage({coverage.data() + 1, 8, pixels.data() + 1, 32, 8, 1}, 0xFF010203);
         EXPECT_EQ(Internal::readColor(pixels.data() + 1 + 28), 0xFF010203U);
         std::array<unsigned char, 64> copy{};
-        blending.colors({pixels.data() + 1, 32, copy.data() + 3, 32, 8, 1});
+        operations.blendColors({pixels.data() + 1, 32, copy.data() + 3, 32, 8, 1});
         EXPECT_EQ(Internal::readColor(copy.data() + 3), 0xFF010203U);
         EXPECT_EQ(Internal::readColor(copy.data() + 31), 0xFF010203U);
     }
@@ -215,7 +198,7 @@ TEST(PixelBlending, IsWithinOneLevelOfCairosMask) {
         EveryPair pairs;
         const Words expected = maskWithCairo(pairs, color);
         EveryPair blended;
-        Internal::blendCoverage(blended.makeBlock(), color);
+        Internal::choosePixelOperations().blendCoverage(blended.makeBlock(), color);
         EXPECT_LE(getGreatestDifference(blended.under, expected), 1) << std::hex << color;
     }
 }

@@ -1,7 +1,7 @@
 #include <CairoAdapter/Private/GlyphBlender.h>
 
-#include <CairoAdapter/Private/BitmapBlending.h>
-#include <CairoAdapter/Private/BitmapView.h>
+#include <CairoAdapter/Private/Blending/BitmapBlending.h>
+#include <CairoAdapter/Private/Blending/BitmapView.h>
 #include <CairoAdapter/Private/CairoMatrix.h>
 #include <CairoAdapter/Private/GlyphPlacement.h>
 
@@ -47,6 +47,7 @@ double getDrift(const cairo_matrix_t& toPixels, double bitmapPixel) {
 
 GlyphBlender::GlyphBlender(const CairoPainter& painter, float devicePixelRatio)
     : _painter(painter)
+    , _operations(choosePixelOperations())
     , _bitmapPixel(1.0 / static_cast<double>(devicePixelRatio)) {}
 
 void GlyphBlender::open() {
@@ -73,12 +74,12 @@ bool GlyphBlender::tryBlend(const FontEngine::BitmapGlyphImage& image, const cin
     const int top = roundToWhole(corner.y);
     if (drift + std::max(std::abs(corner.x - left), std::abs(corner.y - top)) < alignmentTolerance) {
         takeOver();
-        blendBitmap(_target, bitmap, left, top, color);
+        blendBitmap(_operations, _target.pixels, bitmap, left, top, color);
         return true;
     }
     if (drift < interpolationTolerance && canBeDisplaced(bitmap)) {
         takeOver();
-        blendDisplacedBitmap(_target, bitmap, displace(corner.x, corner.y), color);
+        blendDisplacedBitmap(_operations, _target.pixels, bitmap, displace(corner.x, corner.y), color);
         return true;
     }
     return false;

@@ -38,6 +38,7 @@ private:
     void takeOver();
 
     const CairoPainter& _painter;
+    const PixelOperations& _operations;
     double _bitmapPixel; ///< in logical units
     ImageTarget _target;
     cairo_matrix_t _toPixels{}; ///< from logical units to the image

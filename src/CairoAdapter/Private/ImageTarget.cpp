@@ -73,8 +73,9 @@ ImageTarget findImageTarget(cairo_t* context) {
         return {};
     }
     cairo_surface_flush(surface);
-    return {adoptSurface(cairo_surface_reference(surface)), cairo_image_surface_get_data(surface),
-            cairo_image_surface_get_stride(surface), toPixels, clip};
+    return {adoptSurface(cairo_surface_reference(surface)),
+            {cairo_image_surface_get_data(surface), cairo_image_surface_get_stride(surface), clip},
+            toPixels};
 }
 
 } // namespace Vell::CairoAdapter::Internal

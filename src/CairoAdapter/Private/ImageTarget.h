@@ -1,19 +1,15 @@
 #pragma once
 
-#include <CairoAdapter/Private/PixelBox.h>
+#include <CairoAdapter/Private/Blending/BitmapBlending.h>
 #include <CairoAdapter/Public/CairoHandles.h>
-
-#include <cstddef>
 
 namespace Vell::CairoAdapter::Internal {
 
 /// The pixels that a context draws on: an image of 32 bits a pixel.
 struct ImageTarget {
     SurfacePtr surface; ///< shared with its owners; null where there is no such image
-    unsigned char* pixels = nullptr;
-    std::ptrdiff_t stride = 0;
+    PixelTarget pixels;
     cairo_matrix_t toPixels{}; ///< from the context's device units
-    PixelBox clip;             ///< within the image
 };
 
 /// The image below a context, provided that blending coverage and colours within a box of whole pixels is all

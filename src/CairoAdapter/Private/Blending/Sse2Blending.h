@@ -1,8 +1,8 @@
 #pragma once
 
-#if defined(__SSE2__)
+#if defined(__x86_64__)
 
-#include <CairoAdapter/Private/PixelBlock.h>
+#include <CairoAdapter/Private/Blending/PixelBlock.h>
 
 #include <emmintrin.h>
 

@@ -1,7 +1,4 @@
-#include <CairoAdapter/Private/BitmapBlending.h>
-
-#include <CairoAdapter/Private/Interpolation.h>
-#include <CairoAdapter/Private/PixelBlending.h>
+#include <CairoAdapter/Private/Blending/BitmapBlending.h>
 
 #include <algorithm>
 #include <array>
@@ -10,22 +7,23 @@ namespace Vell::CairoAdapter::Internal {
 
 namespace {
 
-unsigned char* getPixel(const ImageTarget& target, int x, int y) {
+unsigned char* getPixel(const PixelTarget& target, int x, int y) {
     return target.pixels + y * target.stride + std::ptrdiff_t{x} * bytesPerColor;
 }
 
-void blend(const BitmapView& bitmap, const PixelBlock& block, std::uint32_t color) {
+void blend(const PixelOperations& operations, const BitmapView& bitmap, const PixelBlock& block,
+           std::uint32_t color) {
     if (bitmap.isCoverage()) {
-        blendCoverage(block, color);
+        operations.blendCoverage(block, color);
     } else {
-        blendColors(block);
+        operations.blendColors(block);
     }
 }
 
 } // namespace
 
-void blendBitmap(const ImageTarget& target, const BitmapView& bitmap, int left, int top,
-                 std::uint32_t color) {
+void blendBitmap(const PixelOperations& operations, const PixelTarget& target, const BitmapView& bitmap,
+                 int left, int top, std::uint32_t color) {
     const PixelBox box = intersect({left, top, left + bitmap.width, top + bitmap.rows}, target.clip);
     if (box.isEmpty()) {
         return;
@@ -34,11 +32,11 @@ void blendBitmap(const ImageTarget& target, const BitmapView& bitmap, int left, 
         bitmap.top + (box.top - top) * bitmap.pitch + std::ptrdiff_t{box.left - left} * bitmap.bytesPerPixel;
     const PixelBlock block{from,          bitmap.pitch,         getPixel(target, box.left, box.top),
                            target.stride, box.right - box.left, box.bottom - box.top};
-    blend(bitmap, block, color);
+    blend(operations, bitmap, block, color);
 }
 
-void blendDisplacedBitmap(const ImageTarget& target, const BitmapView& bitmap,
-                          const Displacement& displacement, std::uint32_t color) {
+void blendDisplacedBitmap(const PixelOperations& operations, const PixelTarget& target,
+                          const BitmapView& bitmap, const Displacement& displacement, std::uint32_t color) {
     const auto [left, top, ofRight, ofBottom] = displacement;
     const int emptyColumns = ofRight == 0 ? 1 : 0;
     const int emptyRows = ofBottom == 0 ? 1 : 0;
@@ -53,8 +51,8 @@ void blendDisplacedBitmap(const ImageTarget& target, const BitmapView& bitmap,
     const int rowsAtOnce = static_cast<int>(buffer.size()) / pitch;
     for (int row = part.top; row < part.bottom; row += rowsAtOnce) {
         const int end = std::min(row + rowsAtOnce, part.bottom);
-        interpolate(bitmap, displacement, {part.left, row, part.right, end}, buffer.data());
-        blend(bitmap,
+        operations.interpolate(bitmap, displacement, {part.left, row, part.right, end}, buffer.data());
+        blend(operations, bitmap,
               {buffer.data(), pitch, getPixel(target, box.left, top + row), target.stride,
                part.right - part.left, end - row},
               color);

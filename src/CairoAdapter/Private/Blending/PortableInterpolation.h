@@ -1,6 +1,6 @@
 #pragma once
 
-#include <CairoAdapter/Private/InterpolatedRows.h>
+#include <CairoAdapter/Private/Blending/InterpolatedRows.h>
 
 #include <algorithm>
 #include <array>

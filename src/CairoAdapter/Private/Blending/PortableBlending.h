@@ -1,6 +1,6 @@
 #pragma once
 
-#include <CairoAdapter/Private/PixelBlock.h>
+#include <CairoAdapter/Private/Blending/PixelBlock.h>
 
 /// Blending in words, for every machine; two channels of a word are calculated at once.
 namespace Vell::CairoAdapter::Internal::Portable {

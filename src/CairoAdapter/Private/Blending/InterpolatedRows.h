@@ -1,8 +1,8 @@
 #pragma once
 
-#include <CairoAdapter/Private/BitmapView.h>
-#include <CairoAdapter/Private/Displacement.h>
-#include <CairoAdapter/Private/PixelBox.h>
+#include <CairoAdapter/Private/Blending/BitmapView.h>
+#include <CairoAdapter/Private/Blending/Displacement.h>
+#include <CairoAdapter/Private/Blending/PixelBox.h>
 
 namespace Vell::CairoAdapter::Internal {
 

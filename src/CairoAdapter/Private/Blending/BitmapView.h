@@ -1,6 +1,6 @@
 #pragma once
 
-#include <CairoAdapter/Private/PixelBlock.h>
+#include <CairoAdapter/Private/Blending/PixelBlock.h>
 #include <FontEngine/FE_BitmapGlyphImage.h>
 
 #include <ft2build.h>

@@ -1,4 +1,4 @@
-#include <CairoAdapter/Private/Displacement.h>
+#include <CairoAdapter/Private/Blending/Displacement.h>
 
 #include <cmath>
 

@@ -1,9 +1,9 @@
 #pragma once
 
-#if defined(__SSE2__)
+#if defined(__x86_64__)
 
-#include <CairoAdapter/Private/InterpolatedRows.h>
-#include <CairoAdapter/Private/Sse2Blending.h>
+#include <CairoAdapter/Private/Blending/InterpolatedRows.h>
+#include <CairoAdapter/Private/Blending/Sse2Blending.h>
 
 #include <algorithm>
 #include <cstddef>

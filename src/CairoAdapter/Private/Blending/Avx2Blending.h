@@ -1,0 +1,180 @@
+#pragma once
+
+#include <CairoAdapter/Private/Blending/Sse2Blending.h>
+
+#if defined(__x86_64__)
+
+#include <immintrin.h>
+
+/// Compiles one function for AVX2, whatever the rest is compiled for. It may be called only where the
+/// processor has AVX2.
+#define VELL_AVX2 __attribute__((target("avx2")))
+
+/// The blending of PortableBlending.h, to the bit, eight pixels at once.
+namespace Vell::CairoAdapter::Internal::Avx2 {
+
+constexpr int pixelsAtOnce = 8;
+
+/// The channels of eight pixels, 16 bits each.
+struct Channels {
+    __m256i low;  ///< red and blue
+    __m256i high; ///< alpha and green
+};
+
+VELL_AVX2 inline Channels split(__m256i colors) {
+    return {_mm256_and_si256(colors, _mm256_set1_epi16(0xFF)), _mm256_srli_epi16(colors, 8)};
+}
+
+VELL_AVX2 inline __m256i join(const Channels& channels) {
+    return _mm256_or_si256(channels.low, _mm256_slli_epi16(channels.high, 8));
+}
+
+/// a * b / 255, rounded to the nearest, of sixteen numbers each.
+VELL_AVX2 inline __m256i multiply(__m256i a, __m256i b) {
+    const __m256i product = _mm256_add_epi16(_mm256_mullo_epi16(a, b), _mm256_set1_epi16(0x80));
+    return _mm256_mulhi_epu16(product, _mm256_set1_epi16(0x101));
+}
+
+VELL_AVX2 inline Channels scale(const Channels& channels, __m256i factors) {
+    return {multiply(channels.low, factors), multiply(channels.high, factors)};
+}
+
+/// As much of the pixels as shines through something of these alphas, which come twice for each pixel.
+VELL_AVX2 inline Channels cover(__m256i pixels, __m256i alphas) {
+    return scale(split(pixels), _mm256_xor_si256(alphas, _mm256_set1_epi16(0xFF)));
+}
+
+/// Eight bytes, the first one lowest, as 16 bits each, twice.
+VELL_AVX2 inline __m256i spread(std::uint64_t bytes) {
+    const __m256i places = _mm256_setr_epi8(0, -1, 0, -1, 1, -1, 1, -1, 2, -1, 2, -1, 3, -1, 3, -1, //
+                                            4, -1, 4, -1, 5, -1, 5, -1, 6, -1, 6, -1, 7, -1, 7, -1);
+    return _mm256_shuffle_epi8(_mm256_set1_epi64x(static_cast<long long>(bytes)), places);
+}
+
+VELL_AVX2 inline __m256i readColors(const unsigned char* from) {
+    return _mm256_loadu_si256(reinterpret_cast<const __m256i*>(from));
+}
+
+VELL_AVX2 inline void writeColors(__m256i colors, unsigned char* to) {
+    _mm256_storeu_si256(reinterpret_cast<__m256i*>(to), colors);
+}
+
+/// A colour for eight pixels.
+struct Ink {
+    Channels channels;
+    __m256i alphas;
+};
+
+VELL_AVX2 inline Ink makeInk(std::uint32_t color) {
+    return {split(_mm256_set1_epi32(static_cast<int>(color))),
+            _mm256_set1_epi16(static_cast<short>(color >> 24))};
+}
+
+/// No sum can exceed 255: a channel of the ink is its alpha at most.
+template <bool isOpaque>
+VELL_AVX2 inline __m256i blend(const Ink& ink, std::uint64_t coverages, __m256i under) {
+    const __m256i coverage = spread(coverages);
+    const Channels above = scale(ink.channels, coverage);
+    const Channels below = cover(under, isOpaque ? coverage : multiply(ink.alphas, coverage));
+    return join({_mm256_add_epi16(above.low, below.low), _mm256_add_epi16(above.high, below.high)});
+}
+
+inline std::uint64_t readCoverage(const unsigned char* from) {
+    std::uint64_t coverages = 0;
+    std::memcpy(&coverages, from, sizeof(coverages));
+    return coverages;
+}
+
+/// Rows of five to eight pixels: the first four and the last four. Where they overlap, both come to the same.
+/// Here and below, copies of block and ink are out of reach for what is written to the pixels, and stay in
+/// registers.
+template <bool isOpaque>
+VELL_AVX2 void blendNarrowRows(const PixelBlock block, const Ink ink) {
+    const std::ptrdiff_t second = block.width - Sse2::pixelsAtOnce;
+    for (std::ptrdiff_t row = 0; row < block.rows; ++row) {
+        const unsigned char* const from = block.from + row * block.fromPitch;
+        auto* const first4 = reinterpret_cast<__m128i*>(block.to + row * block.toPitch);
+        auto* const last4 =
+            reinterpret_cast<__m128i*>(block.to + row * block.toPitch + second * bytesPerColor);
+        const std::uint64_t coverages =
+            std::uint64_t{Sse2::readCoverage<4>(from + second)} << 32 | Sse2::readCoverage<4>(from);
+        const __m256i under = _mm256_inserti128_si256(_mm256_castsi128_si256(_mm_loadu_si128(first4)),
+                                                      _mm_loadu_si128(last4), 1);
+        const __m256i colors = blend<isOpaque>(ink, coverages, under);
+        _mm_storeu_si128(first4, _mm256_castsi256_si128(colors));
+        _mm_storeu_si128(last4, _mm256_extracti128_si256(colors, 1));
+    }
+}
+
+/// Rows of eight pixels or more. There is no remainder, but a last group that overlaps the one before: it is
+/// computed before that one is written.
+template <bool isOpaque>
+VELL_AVX2 void blendWideRows(const PixelBlock block, const Ink ink) {
+    const std::ptrdiff_t last = block.width - pixelsAtOnce;
+    for (std::ptrdiff_t row = 0; row < block.rows; ++row) {
+        const unsigned char* const from = block.from + row * block.fromPitch;
+        unsigned char* const to = block.to + row * block.toPitch;
+        unsigned char* const end = to + last * bytesPerColor;
+        const __m256i colors = blend<isOpaque>(ink, readCoverage(from + last), readColors(end));
+        for (std::ptrdiff_t x = 0; x < last; x += pixelsAtOnce) {
+            unsigned char* const place = to + x * bytesPerColor;
+            const std::uint64_t coverages = readCoverage(from + x);
+            if (coverages != 0) {
+                writeColors(blend<isOpaque>(ink, coverages, readColors(place)), place);
+            }
+        }
+        writeColors(colors, end);
+    }
+}
+
+template <bool isOpaque>
+VELL_AVX2 inline void blendCoverage(const PixelBlock& block, std::uint32_t color) {
+    if (block.width < pixelsAtOnce) {
+        blendNarrowRows<isOpaque>(block, makeInk(color));
+    } else {
+        blendWideRows<isOpaque>(block, makeInk(color));
+    }
+}
+
+inline void blendCoverage(const PixelBlock& block, std::uint32_t color) {
+    if (block.width <= Sse2::pixelsAtOnce) {
+        Sse2::blendCoverage(block, color);
+    } else if (color >> 24 == 0xFF) {
+        blendCoverage<true>(block, color);
+    } else {
+        blendCoverage<false>(block, color);
+    }
+}
+
+/// Clients' colours may exceed their alpha: the sums are limited.
+VELL_AVX2 inline __m256i blend(__m256i colors, __m256i under) {
+    const __m256i places = _mm256_setr_epi8(3, -1, 3, -1, 7, -1, 7, -1, 11, -1, 11, -1, 15, -1, 15, -1, //
+                                            3, -1, 3, -1, 7, -1, 7, -1, 11, -1, 11, -1, 15, -1, 15, -1);
+    return _mm256_adds_epu8(colors, join(cover(under, _mm256_shuffle_epi8(colors, places))));
+}
+
+VELL_AVX2 inline void blendWideColors(const PixelBlock block) {
+    const std::ptrdiff_t last = std::ptrdiff_t{block.width - pixelsAtOnce} * bytesPerColor;
+    constexpr std::ptrdiff_t step = std::ptrdiff_t{pixelsAtOnce} * bytesPerColor;
+    for (std::ptrdiff_t row = 0; row < block.rows; ++row) {
+        const unsigned char* const from = block.from + row * block.fromPitch;
+        unsigned char* const to = block.to + row * block.toPitch;
+        const __m256i colors = blend(readColors(from + last), readColors(to + last));
+        for (std::ptrdiff_t x = 0; x < last; x += step) {
+            writeColors(blend(readColors(from + x), readColors(to + x)), to + x);
+        }
+        writeColors(colors, to + last);
+    }
+}
+
+inline void blendColors(const PixelBlock& block) {
+    if (block.width < pixelsAtOnce) {
+        Sse2::blendColors(block);
+    } else {
+        blendWideColors(block);
+    }
+}
+
+} // namespace Vell::CairoAdapter::Internal::Avx2
+
+#endif
