@@ -60,6 +60,12 @@ public:
     unsigned char* getTop() { return getRow(0); }
     std::ptrdiff_t getPitch() const { return _isUpwards ? -_pitch : _pitch; }
     void clearRow(int row) { std::fill_n(getRow(row), _length, static_cast<unsigned char>(0)); }
+    /// Of colours.
+    void makeRowOpaque(int row) {
+        for (int x = 0; x < _length; x += Internal::bytesPerColor) {
+            Internal::writeColor(Internal::readColor(getRow(row) + x) | 0xFF000000U, getRow(row) + x);
+        }
+    }
     const Bytes& getBytes() const { return _bytes; }
 
 private:
@@ -81,6 +87,17 @@ Rows drawRows(Random& random, int length, int rows) {
     for (int row = 0; row < rows; ++row) {
         if (random() % 3 == 0) {
             result.clearRow(row);
+        }
+    }
+    return result;
+}
+
+/// Rows of colours of which some are empty and some opaque.
+Rows drawColorRows(Random& random, int width, int rows) {
+    Rows result = drawRows(random, width * Internal::bytesPerColor, rows);
+    for (int row = 0; row < rows; ++row) {
+        if (random() % 3 == 0) {
+            result.makeRowOpaque(row);
         }
     }
     return result;
@@ -161,7 +178,7 @@ TEST_P(PixelOperations, BlendColorsAsThePortableCodeAlsoWhereTheyExceedTheirAlph
     for (int width = 1; width <= widest; ++width) {
         for (int i = 0; i < 40; ++i) {
             const int rows = drawInt(random, 1, 4);
-            Rows colors = drawRows(random, width * Internal::bytesPerColor, rows);
+            Rows colors = drawColorRows(random, width, rows);
             ASSERT_NO_FATAL_FAILURE(expectSame(
                 random, width, rows, [&](const Internal::PixelOperations& operations, Rows& under) {
                     operations.blendColors(

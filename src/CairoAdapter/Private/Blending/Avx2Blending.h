@@ -98,6 +98,9 @@ VELL_AVX2 void blendNarrowRows(const PixelBlock block, const Ink ink) {
             reinterpret_cast<__m128i*>(block.to + row * block.toPitch + second * bytesPerColor);
         const std::uint64_t coverages =
             std::uint64_t{Sse2::readCoverage<4>(from + second)} << 32 | Sse2::readCoverage<4>(from);
+        if (coverages == 0) {
+            continue;
+        }
         const __m256i under = _mm256_inserti128_si256(_mm256_castsi128_si256(_mm_loadu_si128(first4)),
                                                       _mm_loadu_si128(last4), 1);
         const __m256i colors = blend<isOpaque>(ink, coverages, under);
@@ -153,15 +156,22 @@ VELL_AVX2 inline __m256i blend(__m256i colors, __m256i under) {
     return _mm256_adds_epu8(colors, join(cover(under, _mm256_shuffle_epi8(colors, places))));
 }
 
-VELL_AVX2 inline void blendWideColors(const PixelBlock block) {
+/// Those that are opaque do not wait for what is under them, which often has just been written.
+VELL_AVX2 inline __m256i blendOver(__m256i colors, const unsigned char* under) {
+    const bool isOpaque = _mm256_testc_si256(colors, _mm256_set1_epi32(static_cast<int>(0xFF000000))) != 0;
+    return isOpaque ? colors : blend(colors, readColors(under));
+}
+
+VELL_AVX2 inline void blendWideColors(const PixelBlock& given) {
+    const PixelBlock block = given;
     const std::ptrdiff_t last = std::ptrdiff_t{block.width - pixelsAtOnce} * bytesPerColor;
     constexpr std::ptrdiff_t step = std::ptrdiff_t{pixelsAtOnce} * bytesPerColor;
     for (std::ptrdiff_t row = 0; row < block.rows; ++row) {
         const unsigned char* const from = block.from + row * block.fromPitch;
         unsigned char* const to = block.to + row * block.toPitch;
-        const __m256i colors = blend(readColors(from + last), readColors(to + last));
+        const __m256i colors = blendOver(readColors(from + last), to + last);
         for (std::ptrdiff_t x = 0; x < last; x += step) {
-            writeColors(blend(readColors(from + x), readColors(to + x)), to + x);
+            writeColors(blendOver(readColors(from + x), to + x), to + x);
         }
         writeColors(colors, to + last);
     }

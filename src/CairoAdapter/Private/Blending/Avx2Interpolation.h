@@ -1,6 +1,6 @@
 #pragma once
 
-#include <CairoAdapter/Private/Blending/Avx2Blending.h>
+#include <CairoAdapter/Private/Blending/Avx2ColorInterpolation.h>
 #include <CairoAdapter/Private/Blending/Sse2Interpolation.h>
 
 #if defined(__x86_64__)
@@ -18,8 +18,8 @@ VELL_AVX2 inline __m128i readEnds(const unsigned char* row, int length) {
     return _mm_unpacklo_epi64(first, last);
 }
 
-/// Where, among sixteen bytes that were read from `base` on, the two neighbours of each of eight bytes stand.
-/// Those outside of the row are marked as 0.
+/// Where, among sixteen bytes that were read from `base` on, the two neighbours of each of eight bytes stand;
+/// without a second one, the first comes twice. Outside of the row there is nothing.
 VELL_AVX2 inline __m128i findNeighbours(const BitmapView& bitmap, int first, int base, bool hasTwo) {
     const __m128i steps = _mm_setr_epi8(0, 0, 1, 1, 2, 2, 3, 3, 4, 4, 5, 5, 6, 6, 7, 7);
     const int length = bitmap.width * bitmap.bytesPerPixel;
@@ -32,8 +32,8 @@ VELL_AVX2 inline __m128i findNeighbours(const BitmapView& bitmap, int first, int
         const __m128i isOfLast = _mm_cmpgt_epi8(places, _mm_set1_epi8(7));
         places = _mm_add_epi8(places, _mm_and_si128(isOfLast, _mm_set1_epi8(gap)));
     }
-    return _mm_adds_epu8(places,
-                         _mm_set1_epi8(0x70)); // 0 to 15 keep their low bits, all others get the high one
+    // 0 to 15 keep their low four bits, all others get the highest one, which stands for nothing.
+    return _mm_adds_epu8(places, _mm_set1_epi8(0x70));
 }
 
 /// Sixteen columns of bytes. Each half reads sixteen bytes that hold the neighbours of its eight.
@@ -163,6 +163,9 @@ void interpolateStrips(const BitmapView& bitmap, const Displacement& displacemen
 
 inline void interpolate(const BitmapView& bitmap, const Displacement& displacement, const PixelBox& part,
                         unsigned char* to) {
+    if (canInterpolateColors(bitmap, displacement, part)) {
+        return interpolateColors(bitmap, displacement.ofRight, part, to);
+    }
     const int length = bitmap.width * bitmap.bytesPerPixel;
     if (length < 8) {
         interpolateStrips<RowLength::Below8>(bitmap, displacement, part, to);

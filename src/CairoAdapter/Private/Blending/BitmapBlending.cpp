@@ -48,7 +48,8 @@ void blendDisplacedBitmap(const PixelOperations& operations, const PixelTarget& 
     std::array<unsigned char, std::size_t{4} * maxInterpolatedBytes> buffer;
     const PixelBox part{box.left - left, box.top - top, box.right - left, box.bottom - top};
     const int pitch = getInterpolatedPitch(bitmap, part);
-    const int rowsAtOnce = static_cast<int>(buffer.size()) / pitch;
+    const bool fits = std::ptrdiff_t{pitch} * (part.bottom - part.top) <= std::ptrdiff_t{buffer.size()};
+    const int rowsAtOnce = fits ? part.bottom - part.top : static_cast<int>(buffer.size()) / pitch;
     for (int row = part.top; row < part.bottom; row += rowsAtOnce) {
         const int end = std::min(row + rowsAtOnce, part.bottom);
         operations.interpolate(bitmap, displacement, {part.left, row, part.right, end}, buffer.data());

@@ -172,27 +172,51 @@ inline void blendCoverage(const PixelBlock& block, std::uint32_t color) {
 }
 
 /// Clients' colours may exceed their alpha: the sums are limited.
-template <int count>
-void blendColors(const unsigned char* from, unsigned char* to) {
-    const __m128i colors = readColors<count>(from);
+inline __m128i blend(__m128i colors, __m128i under) {
     const __m128i alphas = _mm_srli_epi32(colors, 24);
-    const Channels below = cover(readColors<count>(to), _mm_or_si128(alphas, _mm_slli_epi32(alphas, 16)));
-    writeColors<count>(_mm_adds_epu8(colors, join(below)), to);
+    const Channels below = cover(under, _mm_or_si128(alphas, _mm_slli_epi32(alphas, 16)));
+    return _mm_adds_epu8(colors, join(below));
 }
 
-inline void blendColors(const PixelBlock& block) {
-    const std::ptrdiff_t end = std::ptrdiff_t{block.width} * bytesPerColor;
-    const std::ptrdiff_t step = std::ptrdiff_t{pixelsAtOnce} * bytesPerColor;
+/// Those that are opaque do not wait for what is under them, which often has just been written.
+inline __m128i blendOver(__m128i colors, const unsigned char* under) {
+    const __m128i opaque = _mm_cmpeq_epi32(_mm_srli_epi32(colors, 24), _mm_set1_epi32(0xFF));
+    const bool isOpaque = _mm_movemask_epi8(opaque) == 0xFFFF;
+    return isOpaque ? colors : blend(colors, readColors<pixelsAtOnce>(under));
+}
+
+/// Rows of four colours or more. The last group overlaps the one before: it is computed before that one is
+/// written.
+inline void blendWideColors(const PixelBlock& given) {
+    const PixelBlock block = given;
+    const std::ptrdiff_t last = std::ptrdiff_t{block.width - pixelsAtOnce} * bytesPerColor;
     for (std::ptrdiff_t row = 0; row < block.rows; ++row) {
         const unsigned char* const from = block.from + row * block.fromPitch;
         unsigned char* const to = block.to + row * block.toPitch;
-        std::ptrdiff_t x = 0;
-        for (; end - x >= step; x += step) {
-            blendColors<pixelsAtOnce>(from + x, to + x);
+        const __m128i colors = blendOver(readColors<pixelsAtOnce>(from + last), to + last);
+        for (std::ptrdiff_t x = 0; x < last; x += std::ptrdiff_t{pixelsAtOnce} * bytesPerColor) {
+            writeColors<pixelsAtOnce>(blendOver(readColors<pixelsAtOnce>(from + x), to + x), to + x);
         }
-        for (; x < end; x += bytesPerColor) {
-            blendColors<1>(from + x, to + x);
+        writeColors<pixelsAtOnce>(colors, to + last);
+    }
+}
+
+inline void blendThinColors(const PixelBlock& block) {
+    for (std::ptrdiff_t row = 0; row < block.rows; ++row) {
+        const unsigned char* const from = block.from + row * block.fromPitch;
+        unsigned char* const to = block.to + row * block.toPitch;
+        const std::ptrdiff_t end = std::ptrdiff_t{block.width} * bytesPerColor;
+        for (std::ptrdiff_t x = 0; x < end; x += bytesPerColor) {
+            writeColors<1>(blend(readColors<1>(from + x), readColors<1>(to + x)), to + x);
         }
+    }
+}
+
+inline void blendColors(const PixelBlock& block) {
+    if (block.width < pixelsAtOnce) {
+        blendThinColors(block);
+    } else {
+        blendWideColors(block);
     }
 }
 
