@@ -6,6 +6,8 @@
 
 #include <immintrin.h>
 
+#include <array>
+
 /// Compiles one function for AVX2, whatever the rest is compiled for. It may be called only where the
 /// processor has AVX2.
 #define VELL_AVX2 __attribute__((target("avx2")))
@@ -44,11 +46,23 @@ VELL_AVX2 inline Channels cover(__m256i pixels, __m256i alphas) {
     return scale(split(pixels), _mm256_xor_si256(alphas, _mm256_set1_epi16(0xFF)));
 }
 
-/// Eight bytes, the first one lowest, as 16 bits each, twice.
+/// Eight bytes as 16 bits each, twice; the first four begin the lower half, the others the upper half.
+VELL_AVX2 inline __m256i spread(std::uint32_t first, std::uint32_t last) {
+    const __m256i bytes = _mm256_blend_epi32(_mm256_set1_epi32(static_cast<int>(first)),
+                                             _mm256_set1_epi32(static_cast<int>(last)), 0xF0);
+    const __m128i places = _mm_setr_epi8(0, -1, 0, -1, 1, -1, 1, -1, 2, -1, 2, -1, 3, -1, 3, -1);
+    return _mm256_shuffle_epi8(bytes, _mm256_broadcastsi128_si256(places));
+}
+
+/// The same with the first one lowest.
 VELL_AVX2 inline __m256i spread(std::uint64_t bytes) {
     const __m256i places = _mm256_setr_epi8(0, -1, 0, -1, 1, -1, 1, -1, 2, -1, 2, -1, 3, -1, 3, -1, //
                                             4, -1, 4, -1, 5, -1, 5, -1, 6, -1, 6, -1, 7, -1, 7, -1);
     return _mm256_shuffle_epi8(_mm256_set1_epi64x(static_cast<long long>(bytes)), places);
+}
+
+VELL_AVX2 inline __m256i joinHalves(__m128i first, __m128i second) {
+    return _mm256_inserti128_si256(_mm256_castsi128_si256(first), second, 1);
 }
 
 VELL_AVX2 inline __m256i readColors(const unsigned char* from) {
@@ -59,24 +73,45 @@ VELL_AVX2 inline void writeColors(__m256i colors, unsigned char* to) {
     _mm256_storeu_si256(reinterpret_cast<__m256i*>(to), colors);
 }
 
-/// A colour for eight pixels.
+/// The fractions channel / 255, in units of 2^-15: _mm256_mulhrs_epi16 multiplies by one and rounds. Rounding
+/// a fraction down would make some products too small by one; those that would are rounded up.
+constexpr std::array<std::int16_t, 256> makeFractions() {
+    std::array<std::int16_t, 256> fractions{};
+    for (std::uint32_t channel = 0; channel < 256; ++channel) {
+        std::uint32_t fraction = channel * 257 / 2;
+        for (std::uint32_t factor = 0; factor < 256; ++factor) {
+            if ((fraction * factor + 0x4000) >> 15 < (channel * factor * 2 + 255) / 510) {
+                ++fraction;
+            }
+        }
+        fractions[channel] = static_cast<std::int16_t>(fraction);
+    }
+    return fractions;
+}
+inline constexpr std::array<std::int16_t, 256> fractions = makeFractions();
+
+/// The fractions of a colour, for eight pixels.
 struct Ink {
-    Channels channels;
-    __m256i alphas;
+    __m256i low;    ///< of red and blue
+    __m256i high;   ///< of alpha and green
+    __m256i alphas; ///< of alpha, twice for each pixel
 };
 
+/// Two fractions for each pixel.
+VELL_AVX2 inline __m256i repeat(std::uint32_t upper, std::uint32_t lower) {
+    return _mm256_set1_epi32(fractions[upper & 0xFF] << 16 | fractions[lower & 0xFF]);
+}
+
 VELL_AVX2 inline Ink makeInk(std::uint32_t color) {
-    return {split(_mm256_set1_epi32(static_cast<int>(color))),
-            _mm256_set1_epi16(static_cast<short>(color >> 24))};
+    return {repeat(color >> 16, color), repeat(color >> 24, color >> 8), repeat(color >> 24, color >> 24)};
 }
 
 /// No sum can exceed 255: a channel of the ink is its alpha at most.
 template <bool isOpaque>
-VELL_AVX2 inline __m256i blend(const Ink& ink, std::uint64_t coverages, __m256i under) {
-    const __m256i coverage = spread(coverages);
-    const Channels above = scale(ink.channels, coverage);
-    const Channels below = cover(under, isOpaque ? coverage : multiply(ink.alphas, coverage));
-    return join({_mm256_add_epi16(above.low, below.low), _mm256_add_epi16(above.high, below.high)});
+VELL_AVX2 inline __m256i blend(const Ink& ink, __m256i coverage, __m256i under) {
+    const Channels below = cover(under, isOpaque ? coverage : _mm256_mulhrs_epi16(ink.alphas, coverage));
+    return join({_mm256_add_epi16(_mm256_mulhrs_epi16(ink.low, coverage), below.low),
+                 _mm256_add_epi16(_mm256_mulhrs_epi16(ink.high, coverage), below.high)});
 }
 
 inline std::uint64_t readCoverage(const unsigned char* from) {
@@ -86,26 +121,20 @@ inline std::uint64_t readCoverage(const unsigned char* from) {
 }
 
 /// Rows of five to eight pixels: the first four and the last four. Where they overlap, both come to the same.
-/// Here and below, copies of block and ink are out of reach for what is written to the pixels, and stay in
-/// registers.
+/// Asking whether such a row is empty costs more than blending it. Here and below, copies of block and ink
+/// are out of reach for what is written to the pixels, and stay in registers.
 template <bool isOpaque>
 VELL_AVX2 void blendNarrowRows(const PixelBlock block, const Ink ink) {
     const std::ptrdiff_t second = block.width - Sse2::pixelsAtOnce;
     for (std::ptrdiff_t row = 0; row < block.rows; ++row) {
         const unsigned char* const from = block.from + row * block.fromPitch;
-        auto* const first4 = reinterpret_cast<__m128i*>(block.to + row * block.toPitch);
-        auto* const last4 =
-            reinterpret_cast<__m128i*>(block.to + row * block.toPitch + second * bytesPerColor);
-        const std::uint64_t coverages =
-            std::uint64_t{Sse2::readCoverage<4>(from + second)} << 32 | Sse2::readCoverage<4>(from);
-        if (coverages == 0) {
-            continue;
-        }
-        const __m256i under = _mm256_inserti128_si256(_mm256_castsi128_si256(_mm_loadu_si128(first4)),
-                                                      _mm_loadu_si128(last4), 1);
-        const __m256i colors = blend<isOpaque>(ink, coverages, under);
-        _mm_storeu_si128(first4, _mm256_castsi256_si128(colors));
-        _mm_storeu_si128(last4, _mm256_extracti128_si256(colors, 1));
+        unsigned char* const first = block.to + row * block.toPitch;
+        unsigned char* const last = first + second * bytesPerColor;
+        const __m256i coverage = spread(Sse2::readCoverage<4>(from), Sse2::readCoverage<4>(from + second));
+        const __m256i under = joinHalves(Sse2::readColors<4>(first), Sse2::readColors<4>(last));
+        const __m256i colors = blend<isOpaque>(ink, coverage, under);
+        Sse2::writeColors<4>(_mm256_castsi256_si128(colors), first);
+        Sse2::writeColors<4>(_mm256_extracti128_si256(colors, 1), last);
     }
 }
 
@@ -118,12 +147,12 @@ VELL_AVX2 void blendWideRows(const PixelBlock block, const Ink ink) {
         const unsigned char* const from = block.from + row * block.fromPitch;
         unsigned char* const to = block.to + row * block.toPitch;
         unsigned char* const end = to + last * bytesPerColor;
-        const __m256i colors = blend<isOpaque>(ink, readCoverage(from + last), readColors(end));
+        const __m256i colors = blend<isOpaque>(ink, spread(readCoverage(from + last)), readColors(end));
         for (std::ptrdiff_t x = 0; x < last; x += pixelsAtOnce) {
             unsigned char* const place = to + x * bytesPerColor;
             const std::uint64_t coverages = readCoverage(from + x);
             if (coverages != 0) {
-                writeColors(blend<isOpaque>(ink, coverages, readColors(place)), place);
+                writeColors(blend<isOpaque>(ink, spread(coverages), readColors(place)), place);
             }
         }
         writeColors(colors, end);
