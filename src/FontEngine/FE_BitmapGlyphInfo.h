@@ -10,7 +10,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <utility>
 
 namespace Vell::FontEngine {
 
@@ -32,20 +31,13 @@ public:
                     unsigned long glyphIndex, unsigned int unicode, float fontSize,
                     const cinder::Vec2<float>& scale, float devicePixelRatio, unsigned char offsetInsidePixel,
                     bool isLast, GlyphTransform transform)
-        : BitmapGlyphInfo(Internal::RunAccessTag(), CheckedPtrImpl<const Gfx::FontFaceInfo, false>(faceInfo),
-                          renderMode, glyphIndex, unicode, fontSize, scale, devicePixelRatio,
-                          offsetInsidePixel, isLast, transform) {}
-    BitmapGlyphInfo(Internal::RunAccessTag tag, CheckedPtrImpl<const Gfx::FontFaceInfo, false>&& faceInfo,
-                    FT_Render_Mode renderMode, unsigned long glyphIndex, unsigned int unicode, float fontSize,
-                    const cinder::Vec2<float>& scale, float devicePixelRatio, unsigned char offsetInsidePixel,
-                    bool isLast, GlyphTransform transform)
-        : GlyphInfo(tag, std::move(faceInfo), glyphIndex, fontSize, transform)
+        : GlyphInfo(faceInfo, glyphIndex, fontSize, transform)
+        , _offsetInsidePixel(offsetInsidePixel)
+        , _isLast(isLast)
         , _renderMode(renderMode)
         , _unicode(unicode)
         , _scale(scale)
-        , _devicePixelRatio(devicePixelRatio)
-        , _offsetInsidePixel(offsetInsidePixel)
-        , _isLast(isLast) {}
+        , _devicePixelRatio(devicePixelRatio) {}
 
     bool operator==(const BitmapGlyphInfo& other) const {
         return GlyphInfo::operator==(other) && _renderMode == other._renderMode && _scale == other._scale &&
@@ -73,12 +65,13 @@ public:
     }
 
 private:
+    // The small ones first, where the base has room left.
+    unsigned char _offsetInsidePixel;
+    bool _isLast;
     FT_Render_Mode _renderMode;
     unsigned int _unicode;
     cinder::Vec2<float> _scale;
     float _devicePixelRatio;
-    unsigned char _offsetInsidePixel;
-    bool _isLast;
 };
 
 struct BitmapGlyphInfoHash {

@@ -1,8 +1,9 @@
 #include <FontEngine/FE_FontFace.h>
 
 #include <FontEngine/FE_FontFactory.h>
+#include <FontEngine/Private/FE_FaceSizing.h>
 #include <FontEngine/Private/FE_FreeTypeUtilsInternal.h>
-#include <FontEngine/Private/FE_SizedFace.h>
+#include <FontEngine/Private/FE_GlyphService.h>
 #include <FontEngine/Renderer/FE_BitmapGlyph.h>
 #include <FontLoaders/Public/FreeTypeMemory.h>
 #include <Utils/Public/Ptr/PtrUtils.h>
@@ -35,7 +36,7 @@ FontFace::FontFace(Gfx::FactoryAccessTag tag, std::shared_ptr<const FontFactory>
     , _faceData(std::move(faceData))
     , _library(FontLoaders::createFreeTypeLibrary())
     , _face(FontLoaders::createFontFace(_library, _faceData.bytes))
-    , _sized(std::make_unique<Internal::SizedFace>())
+    , _knownSize(std::make_unique<Internal::KnownSize>())
     , _basicMetrics(makeBasicMetrics(tag, _face, _faceData.transform)) {
     // A FreeType without this kind of sub-pixel filter says so and renders LCD glyphs in its own way.
     static_cast<void>(FT_Library_SetLcdFilter(_library.get(), FT_LCD_FILTER_LIGHT));
@@ -50,20 +51,21 @@ const FontFactory& FontFace::getFontFactory() const {
 std::shared_ptr<const FT_BitmapGlyphRec_> FontFace::getBitmapGlyph(const BitmapGlyphInfo& info,
                                                                    bool flipVertically) const {
     const auto factory = _fontFactory.lock();
-    return factory ? factory->copyBitmapGlyph(info, *shared_from_this(), flipVertically) : nullptr;
+    return factory ? factory->getGlyphService().copyBitmap(info, *shared_from_this(), flipVertically)
+                   : nullptr;
 }
 
 std::shared_ptr<const Gfx::Path> FontFace::getOutlineGlyphPath(const GlyphInfo& info,
                                                                Gfx::Painter& painter) const {
     const auto factory = _fontFactory.lock();
-    return factory ? factory->copyOutlineGlyphPath(info, shared_from_this(), painter) : nullptr;
+    return factory ? factory->getGlyphService().copyPath(info, shared_from_this(), painter) : nullptr;
 }
 
 std::shared_ptr<const BitmapGlyphImageWithDeleter>
 FontFace::getGlyphBitmapWithSubpixels(const BitmapGlyph& glyph,
                                       const cinder::ColorAT<unsigned char>& color) const {
     const auto factory = _fontFactory.lock();
-    return factory ? factory->getGlyphBitmapWithSubpixels(glyph, color) : nullptr;
+    return factory ? factory->getGlyphService().copyImage(glyph, color) : nullptr;
 }
 
 } // namespace Vell::FontEngine

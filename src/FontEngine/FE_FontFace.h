@@ -22,8 +22,7 @@ class BitmapGlyph;
 class FontFactory;
 
 namespace Internal {
-class RunServices;
-class SizedFace;
+struct KnownSize;
 } // namespace Internal
 
 /// One font file, opened as a FreeType face in a FreeType library of its own, with its metrics and its
@@ -51,6 +50,8 @@ public:
     const Gfx::BasicMetrics& getBasicMetrics() const { return _basicMetrics; }
     /// Asserts that the factory still exists.
     const FontFactory& getFontFactory() const;
+    /// Null when the factory has gone.
+    std::shared_ptr<const FontFactory> shareFontFactory() const { return _fontFactory.lock(); }
 
     /// The services of the factory for this face; null when the factory has gone, and where the services say
     /// so.
@@ -60,16 +61,16 @@ public:
     std::shared_ptr<const BitmapGlyphImageWithDeleter>
     getGlyphBitmapWithSubpixels(const BitmapGlyph& glyph, const cinder::ColorAT<unsigned char>& color) const;
 
-private:
-    friend class FontFactory;
-    friend class Internal::RunServices;
+    /// For the services of this library alone, under their locks.
+    Internal::KnownSize& getKnownSize() const { return *_knownSize; }
 
+private:
     // Declared in the order in which they depend on each other: FreeType reads the face from the bytes.
     std::weak_ptr<const FontFactory> _fontFactory;
     FaceData _faceData;
     FontLoaders::FTLibraryPtr _library;
     FontLoaders::FTFacePtr _face;
-    std::unique_ptr<Internal::SizedFace> _sized; // changes with the face, which const services size as well
+    std::unique_ptr<Internal::KnownSize> _knownSize; // changes with the face, which const services size
     Gfx::BasicMetrics _basicMetrics;
 };
 

@@ -2,26 +2,29 @@
 
 #include <FontEngine/FE_FontFaceInfo.h>
 #include <FontEngine/FE_FontInfo.h>
+#include <FontEngine/Private/FE_FaceCaches.h>
+#include <FontEngine/Private/FE_GlyphService.h>
 #include <FontEngine/Private/FE_StyleFallback.h>
+#include <FontEngine/Private/FE_SymbolFallback.h>
 #include <FontLoaders/Public/Exceptions.h>
 #include <FontLoaders/Public/PlatformFontLoader.h>
-#include <FontLoaders/Public/UnicodeRangeMap.h>
+#include <Utils/Public/Assert.h>
 #include <Utils/Public/Ptr/PtrUtils.h>
 
 #include <utility>
 
 namespace Vell::FontEngine {
 
-using Lock = std::lock_guard<std::recursive_mutex>;
+using Internal::FaceBytes;
+using Internal::FaceKey;
+using Internal::FacePtr;
 
 namespace {
 
-template <class Cache>
-CacheFigures getFigures(const Cache& cache, std::recursive_mutex& mutex) {
-    const Lock lock(mutex);
-    return {
-        cache.size(),         cache.getEffectiveSizeInBytes(), cache.getEvictedCount(),  cache.getHitCount(),
-        cache.getMissCount(), cache.getMaxEntries(),           cache.getMaxSizeInBytes()};
+void assertFace(const FacePtr& face, int line) {
+    if (!face) {
+        doFailAssert("FontEngine/FE_FontFactory", line, "fontFace");
+    }
 }
 
 } // namespace
@@ -43,36 +46,33 @@ FontFactory::FontFactory(FactoryAccessTag, CheckedPtrImpl<const FontLoaders::Fon
 FontFactory::FontFactory(CheckedPtrImpl<const FontLoaders::FontLoader, false> loader,
                          const std::string& defaultFaceName)
     : _fontLoader(std::move(loader))
+    , _faces(std::make_unique<Internal::FaceCaches>())
+    , _glyphs(std::make_unique<Internal::GlyphService>())
     , _defaultFaceName(defaultFaceName) {}
 
 FontFactory::~FontFactory() = default;
 
 FactoryCacheFigures FontFactory::getCacheFigures() const {
-    return {getFigures(_faceBytesCache, _faceBytesMutex), getFigures(_faceCache, _faceMutex),
-            getFigures(_bitmapCache, _bitmapMutex), getFigures(_imageCache, _imageMutex),
-            getFigures(_outlineCache, _outlineMutex)};
+    return {_faces->files.getFigures(), _faces->faces.getFigures(), _glyphs->getBitmapFigures(),
+            _glyphs->getImageFigures(), _glyphs->getOutlineFigures()};
 }
 
 void FontFactory::flush() {
     // What depends on something goes before it: glyphs, then their faces, then the faces' files.
-    _bitmapCache.clear();
-    _imageCache.clear();
-    _outlineCache.clear();
-    _faceCache.clear();
-    _faceBytesCache.clear();
+    _glyphs->clear();
+    _faces->faces.clear();
+    _faces->files.clear();
 }
 
 void FontFactory::reset(unsigned long maxFaceCount, unsigned long maxBitmapBytes) {
     // All are made before any takes effect, so that nothing has changed if there is no memory for one of
     // them. They end in the order of flush, with what they have taken over.
-    FaceBytesCache faceBytes(maxFaceCount, 0);
-    FaceCache faces(maxFaceCount, 0);
-    ImageCache images(0, maxBitmapBytes);
-    BitmapCache bitmaps(0, maxBitmapBytes);
-    _bitmapCache = std::move(bitmaps);
-    _imageCache = std::move(images);
-    _faceCache = std::move(faces);
-    _faceBytesCache = std::move(faceBytes);
+    decltype(Internal::FaceCaches::files)::Cache files(maxFaceCount, 0);
+    decltype(Internal::FaceCaches::faces)::Cache faces(maxFaceCount, 0);
+    Internal::GlyphService::Budget glyphs(maxBitmapBytes);
+    _glyphs->exchange(glyphs);
+    _faces->faces.exchange(faces);
+    _faces->files.exchange(files);
 }
 
 CheckedPtrImpl<const Gfx::FontFaceInfo, false>
@@ -80,7 +80,7 @@ FontFactory::substituteDefaultFaceName(const CheckedPtrImpl<const Gfx::FontFaceI
     return makeNNPtr<Internal::FontFaceInfo>(_defaultFaceName, faceInfo->isBold(), faceInfo->isItalic());
 }
 
-FontFactory::FaceBytes FontFactory::loadFaceBytes(const FaceKey& faceInfo) const {
+FaceBytes FontFactory::loadFaceBytes(const FaceKey& faceInfo) const {
     if (faceInfo->getName().empty()) {
         return _fontLoader->loadDefaultFont(faceInfo->isBold(), faceInfo->isItalic());
     }
@@ -89,9 +89,8 @@ FontFactory::FaceBytes FontFactory::loadFaceBytes(const FaceKey& faceInfo) const
 
 std::shared_ptr<const std::vector<unsigned char>>
 FontFactory::getFaceDataBytes(const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& faceInfo) const {
-    const Lock lock(_faceBytesMutex);
-    const auto load = [&] { return FaceBytesCache::DataNode(loadFaceBytes(faceInfo), 0); };
-    return _faceBytesCache.getOrPut(faceInfo, load).getValue();
+    using Node = decltype(Internal::FaceCaches::files)::Node;
+    return _faces->files.copy(faceInfo, [&] { return Node(loadFaceBytes(faceInfo), 0); });
 }
 
 std::shared_ptr<const FaceData>
@@ -106,7 +105,7 @@ FontFactory::getFaceData(const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& f
     });
 }
 
-FontFactory::FacePtr FontFactory::openFace(const FaceKey& faceInfo) const {
+FacePtr FontFactory::openFace(const FaceKey& faceInfo) const {
     std::shared_ptr<const FaceData> data = getFaceData(faceInfo);
     if (!data) {
         data = getFaceData(makeNNPtr<Internal::FontFaceInfo>("", faceInfo->isBold(), faceInfo->isItalic()));
@@ -117,26 +116,24 @@ FontFactory::FacePtr FontFactory::openFace(const FaceKey& faceInfo) const {
     return makeNNPtr<FontFace>(Gfx::FactoryAccessTag{}, shared_from_this(), *data);
 }
 
-const FontFactory::FacePtr& FontFactory::findOrOpenFace(const FaceKey& faceInfo) const {
-    // Kept under the requested description even when the default face serves, so that the next request is a
-    // hit.
-    const auto open = [&] { return FaceCache::DataNode(openFace(faceInfo), 0); };
-    return _faceCache.getOrPut(faceInfo, open).getValue();
-}
-
 const CheckedPtrImpl<const FontFace, false>&
 FontFactory::getFace(const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& faceInfo) const {
-    const Lock lock(_faceMutex);
-    return findOrOpenFace(faceInfo);
+    // Kept under the requested description even when the default face serves, so that the next request is a
+    // hit.
+    using Node = decltype(Internal::FaceCaches::faces)::Node;
+    const auto& faces = _faces->faces;
+    const Internal::RecursiveLock lock(faces.getMutex());
+    return faces.getOrPut(faceInfo, [&] { return Node(openFace(faceInfo), 0); }).getValue();
 }
 
-FontFactory::FacePtr FontFactory::copyFace(const FaceKey& faceInfo) const {
-    const Lock lock(_faceMutex);
-    return findOrOpenFace(faceInfo);
+CheckedPtrImpl<const FontFace, false>
+FontFactory::shareFace(const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& faceInfo) const {
+    const Internal::RecursiveLock lock(_faces->faces.getMutex());
+    return getFace(faceInfo);
 }
 
 Font FontFactory::getFont(const CheckedPtrImpl<const Gfx::FontInfo, false>& fontInfo) const {
-    return Font(Gfx::FactoryAccessTag{}, fontInfo, copyFace(fontInfo->getFontFaceInfo()));
+    return Font(Gfx::FactoryAccessTag{}, fontInfo, shareFace(fontInfo->getFontFaceInfo()));
 }
 
 CheckedPtrImpl<const Gfx::FontMetrics, false>
@@ -144,32 +141,36 @@ FontFactory::getFontMetrics(const CheckedPtrImpl<const Gfx::FontInfo, false>& fo
     return makeNNPtr<Font>(getFont(fontInfo));
 }
 
-std::optional<FontFactory::FallbackRequest>
-FontFactory::requestFallback(unsigned int codePoint,
-                             const CheckedPtrImpl<const Gfx::FontInfo, false>& fontInfo) const {
-    const unsigned int range = FontLoaders::UnicodeRangeMap::find(codePoint);
-    if (range == 0) {
-        return std::nullopt;
-    }
-    std::string family = _fontLoader->getFamilyNameForRange(range);
-    if (family.empty()) {
-        return std::nullopt;
-    }
-    const auto style = fontInfo->getFontFaceInfo();
-    return FallbackRequest{std::move(family), style->isBold(), style->isItalic(), fontInfo->getSize(),
-                           fontInfo->getTextPositionType()};
-}
-
 std::shared_ptr<const Font>
 FontFactory::getDefaultFontForSymbol(unsigned int codePoint,
                                      const CheckedPtrImpl<const Gfx::FontInfo, false>& fontInfo) const {
-    const auto request = requestFallback(codePoint, fontInfo);
+    const auto request = Internal::requestFallback(*this, codePoint, fontInfo);
     if (!request) {
         return nullptr;
     }
     const auto face = makeNNPtr<Internal::FontFaceInfo>(request->family, request->bold, request->italic);
     return std::make_shared<const Font>(
         getFont(makeNNPtr<Internal::FontInfo>(face, request->size, request->textPositionType)));
+}
+
+const std::shared_ptr<const FT_BitmapGlyphRec_>&
+FontFactory::getBitmapGlyph(const BitmapGlyphInfo& info, CheckedPtrImpl<const FontFace, false> face,
+                            bool flipVertically) const {
+    assertFace(face, 342);
+    return _glyphs->findBitmap(info, *face, flipVertically);
+}
+
+std::shared_ptr<const BitmapGlyphImageWithDeleter>
+FontFactory::getGlyphBitmapWithSubpixels(const BitmapGlyph& glyph,
+                                         const cinder::ColorAT<unsigned char>& color) const {
+    return _glyphs->copyImage(glyph, color);
+}
+
+const std::shared_ptr<const Gfx::Path>&
+FontFactory::getOutlineGlyphPath(const GlyphInfo& info, CheckedPtrImpl<const FontFace, false> face,
+                                 Gfx::Painter& painter) const {
+    assertFace(face, 433);
+    return _glyphs->findPath(info, face, painter);
 }
 
 } // namespace Vell::FontEngine

@@ -3,7 +3,6 @@
 #include <FontEngine/FE_BitmapGlyphImage.h>
 #include <FontEngine/FE_BitmapGlyphInfo.h>
 #include <FontEngine/FE_CacheFigures.h>
-#include <FontEngine/FE_ColoredBitmapGlyphInfo.h>
 #include <FontEngine/FE_FaceData.h>
 #include <FontEngine/FE_Font.h>
 #include <FontEngine/FE_FontFace.h>
@@ -13,16 +12,12 @@
 #include <Gfx/Public/Painter.h>
 #include <Gfx/Public/Path.h>
 #include <Utils/Public/Export.h>
-#include <Utils/Public/MRUCache.h>
 #include <Utils/Public/Ptr/CheckedPtr.h>
-#include <Utils/Public/Ptr/DeepEquality.h>
 #include <cinder/Color.h>
 
 #include FT_GLYPH_H
 
 #include <memory>
-#include <mutex>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -31,8 +26,9 @@ namespace Vell::FontEngine {
 class BitmapGlyph;
 
 namespace Internal {
-class RunServices;
-}
+struct FaceCaches;
+class GlyphService;
+} // namespace Internal
 
 /// The entry to the library: makes faces and fonts from descriptions and renders their glyphs, each once.
 ///
@@ -104,6 +100,10 @@ public:
     const CheckedPtrImpl<const FontFace, false>&
     getFace(const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& faceInfo) const;
 
+    /// The same as a copy, made under the lock: for a factory that several threads use.
+    CheckedPtrImpl<const FontFace, false>
+    shareFace(const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& faceInfo) const;
+
     /// A new font over the cached face.
     Font getFont(const CheckedPtrImpl<const Gfx::FontInfo, false>& fontInfo) const;
 
@@ -152,65 +152,22 @@ public:
     /// limit. Outlines belong to no budget: their cache is neither emptied nor limited.
     void reset(unsigned long maxFaceCount, unsigned long maxBitmapBytes);
 
+    /// For faces and text painters of this library: the glyph services without a copy of a key a glyph.
+    const Internal::GlyphService& getGlyphService() const { return *_glyphs; }
+
 private:
-    friend class FontFace;
-    friend class Internal::RunServices;
-
-    using FaceKey = CheckedPtrImpl<const Gfx::FontFaceInfo, false>;
-    using FaceBytes = std::shared_ptr<const std::vector<unsigned char>>;
-    using FacePtr = CheckedPtrImpl<const FontFace, false>;
-    using BitmapPtr = std::shared_ptr<const FT_BitmapGlyphRec_>;
-    using ImagePtr = std::shared_ptr<const BitmapGlyphImageWithDeleter>;
-    using PathPtr = std::shared_ptr<const Gfx::Path>;
-    using Equal = AreDeeplyEqualComparator;
-
-    using FaceBytesCache = MRUCache<FaceKey, FaceBytes, std::hash<FaceKey>, Equal>;
-    using FaceCache = MRUCache<FaceKey, FacePtr, std::hash<FaceKey>, Equal>;
-    using BitmapCache = MRUCache<BitmapGlyphInfo, BitmapPtr, BitmapGlyphInfoHash, Equal>;
-    using ImageCache = MRUCache<ColoredBitmapGlyphInfo, ImagePtr, ColoredBitmapGlyphInfoHash, Equal>;
-    using OutlineCache = MRUCache<GlyphInfo, PathPtr, GlyphInfoHash, Equal>;
-
     FontFactory(CheckedPtrImpl<const FontLoaders::FontLoader, false> loader,
                 const std::string& defaultFaceName);
 
-    /// The font that shall serve a character instead of another font: what getDefaultFontForSymbol asks the
-    /// loader and the description for.
-    struct FallbackRequest {
-        std::string family;
-        bool bold;
-        bool italic;
-        float size;
-        Gfx::TextPositionType textPositionType;
-    };
-    std::optional<FallbackRequest>
-    requestFallback(unsigned int codePoint, const CheckedPtrImpl<const Gfx::FontInfo, false>& fontInfo) const;
+    std::shared_ptr<const std::vector<unsigned char>>
+    loadFaceBytes(const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& faceInfo) const;
+    CheckedPtrImpl<const FontFace, false>
+    openFace(const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& faceInfo) const;
 
-    FaceBytes loadFaceBytes(const FaceKey& faceInfo) const;
-    FacePtr openFace(const FaceKey& faceInfo) const;
-    FacePtr copyFace(const FaceKey& faceInfo) const;
-
-    // The caller holds the cache's lock while it calls and while it uses the reference.
-    const FacePtr& findOrOpenFace(const FaceKey& faceInfo) const;
-    const BitmapPtr& findOrRenderBitmap(const BitmapGlyphInfo& info, const FontFace& face,
-                                        bool flipVertically) const;
-    const PathPtr& findOrBuildPath(const GlyphInfo& info, const FacePtr& face, Gfx::Painter& painter) const;
-
-    // What the faces hand on: copied under the lock, so that no other thread can evict it in between.
-    BitmapPtr copyBitmapGlyph(const BitmapGlyphInfo& info, const FontFace& face, bool flipVertically) const;
-    PathPtr copyOutlineGlyphPath(const GlyphInfo& info, const FacePtr& face, Gfx::Painter& painter) const;
-
-    // Destroyed from the last to the first: glyphs and faces before the font files that they were made from.
+    // Destroyed from the last to the first: glyphs, then faces, then the font files that they were made from.
     CheckedPtrImpl<const FontLoaders::FontLoader, false> _fontLoader;
-    mutable FaceBytesCache _faceBytesCache;
-    mutable std::recursive_mutex _faceBytesMutex;
-    mutable FaceCache _faceCache;
-    mutable std::recursive_mutex _faceMutex;
-    mutable BitmapCache _bitmapCache;
-    mutable std::recursive_mutex _bitmapMutex;
-    mutable ImageCache _imageCache;
-    mutable std::recursive_mutex _imageMutex;
-    mutable OutlineCache _outlineCache;
-    mutable std::recursive_mutex _outlineMutex;
+    std::unique_ptr<Internal::FaceCaches> _faces;
+    std::unique_ptr<Internal::GlyphService> _glyphs;
     std::string _defaultFaceName;
 };
 

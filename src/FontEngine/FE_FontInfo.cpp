@@ -1,8 +1,14 @@
 #include <FontEngine/FE_FontInfo.h>
 
+#include <FontEngine/FE_FontFaceInfo.h>
+#include <Utils/Public/Ptr/PtrUtils.h>
+
 #include <utility>
 
 namespace Vell::FontEngine::Internal {
+
+const void* const FontInfo::_ownVtable =
+    getVtable(FontInfo(makeNNPtr<FontFaceInfo>("", false, false), 0.0F, Gfx::TextPositionType::Normal));
 
 FontInfo::FontInfo(CheckedPtrImpl<const Gfx::FontFaceInfo, false> fontFaceInfo, float size,
                    Gfx::TextPositionType type)

@@ -2,6 +2,7 @@
 
 #include <Gfx/Public/FontInfo.h>
 #include <Utils/Public/Export.h>
+#include <Utils/Public/Vtable.h>
 
 namespace Vell::FontEngine::Internal {
 
@@ -19,7 +20,13 @@ public:
     float getSize() const override;
     Gfx::TextPositionType getTextPositionType() const override;
 
+    /// Whether the accessors of `info` answer what it holds: whether it is of this class and of no derived
+    /// one. It may be of a class without type information.
+    static bool isExactly(const Gfx::FontInfo& info) { return getVtable(info) == _ownVtable; }
+
 private:
+    static const void* const _ownVtable; ///< null until this library is initialised
+
     CheckedPtrImpl<const Gfx::FontFaceInfo, false> _fontFaceInfo;
     float _size;
     Gfx::TextPositionType _textPositionType;

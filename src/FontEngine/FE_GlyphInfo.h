@@ -2,7 +2,6 @@
 
 #include <FontEngine/FE_FontFaceInfo.h>
 #include <FontEngine/FE_GlyphTransform.h>
-#include <FontEngine/FE_RunAccessTag.h>
 #include <Gfx/Public/FontFaceInfo.h>
 #include <Utils/Public/Export.h>
 #include <Utils/Public/Hash.h>
@@ -11,7 +10,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <utility>
 
 namespace Vell::FontEngine {
 
@@ -28,11 +26,7 @@ class VELL_API GlyphInfo {
 public:
     GlyphInfo(const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& faceInfo, unsigned long glyphIndex,
               float fontSize, GlyphTransform transform)
-        : GlyphInfo(Internal::RunAccessTag(), CheckedPtrImpl<const Gfx::FontFaceInfo, false>(faceInfo),
-                    glyphIndex, fontSize, transform) {}
-    GlyphInfo(Internal::RunAccessTag, CheckedPtrImpl<const Gfx::FontFaceInfo, false>&& faceInfo,
-              unsigned long glyphIndex, float fontSize, GlyphTransform transform)
-        : _faceInfo(std::move(faceInfo))
+        : _faceInfo(faceInfo)
         , _glyphIndex(glyphIndex)
         , _fontSize(fontSize)
         , _transform(transform) {}
@@ -58,21 +52,7 @@ public:
         return _hash.get([this] { return computeHash(); });
     }
 
-    /// hash() for who has just made the key and has shown it to no other thread: takes no lock.
-    std::uint64_t hashUnshared() const {
-        return _hash.getUnshared([this] { return computeHash(); });
-    }
-
 private:
-    friend class Internal::RunServices;
-
-    /// For a key that no other thread knows: the same key for another glyph, without counting one more
-    /// reference to the description.
-    void changeGlyph(unsigned long glyphIndex) {
-        _glyphIndex = glyphIndex;
-        _hash = MemoizedHash();
-    }
-
     /// Text in one font compares its description with itself, once a glyph and more: one of this library's
     /// own class is not asked through its accessors, which copy the name.
     bool hasEqualFace(const GlyphInfo& other) const {
@@ -90,7 +70,7 @@ private:
         return combineHash(hash, static_cast<std::uint64_t>(_transform));
     }
 
-    mutable MemoizedHash _hash;
+    mutable HashMemo _hash;
     CheckedPtrImpl<const Gfx::FontFaceInfo, false> _faceInfo;
     unsigned long _glyphIndex;
     float _fontSize;

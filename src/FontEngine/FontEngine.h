@@ -19,7 +19,6 @@
 #include <FontEngine/FE_FontInfo.h>
 #include <FontEngine/FE_GlyphInfo.h>
 #include <FontEngine/FE_GlyphTransform.h>
-#include <FontEngine/FE_RunAccessTag.h>
 #include <FontEngine/Renderer/FE_BitmapGlyph.h>
 #include <FontEngine/Renderer/FE_BitmapGlyphRun.h>
 #include <FontEngine/Renderer/FE_OutlineGlyph.h>

@@ -250,12 +250,6 @@ TEST(GlyphKeys, AskADerivedDescriptionRatherThanLookingIntoIt) {
     EXPECT_EQ(renamed, GlyphInfo(makeNNPtr<const RenamedFaceInfo>(), 36, 12.5F, GlyphTransform::None));
 }
 
-TEST(GlyphKeys, HashAlikeWithoutALock) {
-    const GlyphInfo key = makeFields().makeOutline();
-    EXPECT_EQ(key.hashUnshared(), makeFields().makeOutline().hash());
-    EXPECT_EQ(key.hash(), key.hashUnshared());
-}
-
 TEST(GlyphKeys, WalkTheNameOncePerDescription) {
     const auto face = makeNNPtr<CountingFaceInfo>();
     const GlyphInfo key(face, 36, 12.5F, GlyphTransform::None);

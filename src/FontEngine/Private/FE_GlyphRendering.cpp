@@ -7,6 +7,7 @@
 #include <FontEngine/Private/FE_Hinting.h>
 #include <FontEngine/Private/FE_PixelLimit.h>
 #include <FontEngine/Private/FE_RasterWork.h>
+#include <FontEngine/Private/FE_RenderedGlyph.h>
 #include <FontLoaders/Public/CompositeGlyphs.h>
 #include <FontLoaders/Public/FreeTypeMemory.h>
 #include <Utils/Public/Assert.h>
@@ -21,15 +22,6 @@ using FontLoaders::FTLibraryPtr;
 namespace {
 
 constexpr const char* file = "FontEngine/Private/FE_FreeTypeUtilsInternal";
-
-/// Releases a glyph together with its share of the library that the release needs.
-struct GlyphReleaser {
-    FTLibraryPtr library;
-
-    void operator()(FT_GlyphRec_* glyph) const { FT_Done_Glyph(glyph); }
-};
-
-using GlyphOwner = std::unique_ptr<FT_GlyphRec_, GlyphReleaser>;
 
 /// The auto-hinter loads glyphs of its own choice before the one in question: not in a font where that might
 /// not end.
@@ -55,12 +47,12 @@ void loadGlyph(const FTFacePtr& face, const GlyphInfo& info, int flags) {
 }
 
 GlyphOwner takeGlyph(const FTFacePtr& face, const GlyphInfo& info) {
-    GlyphOwner owner(nullptr, GlyphReleaser{FontLoaders::shareFreeTypeLibrary(face->glyph->library)});
+    FTLibraryPtr library = FontLoaders::shareFreeTypeLibrary(face->glyph->library);
     FT_Glyph glyph = nullptr;
     throwIfGlyphFailed("FT_Get_Glyph() failed, error: {}, glyph index: {} ",
                        FT_Get_Glyph(face->glyph, &glyph), info);
-    owner.reset(glyph);
-    return owner;
+    static_cast<void>(library.release()); // the releaser finds it in the glyph
+    return GlyphOwner(glyph);
 }
 
 void transformSlot(const FTFacePtr& face, const GlyphInfo& info, OutlineScale scale) {
@@ -148,8 +140,13 @@ void applyGlyphTransform(const FTFacePtr& face, FT_Outline* outline, GlyphTransf
     }
 }
 
-std::shared_ptr<const FT_BitmapGlyphRec_> createBitmapGlyph(const BitmapGlyphInfo& info,
-                                                            const FTFacePtr& face, bool flipVertically) {
+void GlyphReleaser::operator()(FT_GlyphRec_* glyph) const {
+    FT_Library const library = glyph->library;
+    FT_Done_Glyph(glyph);
+    FontLoaders::releaseFreeTypeLibrary(library);
+}
+
+GlyphOwner renderBitmapGlyph(const BitmapGlyphInfo& info, const FTFacePtr& face, bool flipVertically) {
     shiftByOffset(face, info);
     loadGlyph(face, info, getLoadFlags(face, info));
     transformSlot(face, info, OutlineScale::Scaled);
@@ -164,7 +161,13 @@ std::shared_ptr<const FT_BitmapGlyphRec_> createBitmapGlyph(const BitmapGlyphInf
     if (info.getUnicode() == '_' && isJoinable(glyph->bitmap)) {
         throwIfNotRendered(joinUnderscore(glyph, info.isLast(), face->memory), info);
     }
-    return {std::shared_ptr<FT_GlyphRec_>(std::move(owner)), glyph};
+    return owner;
+}
+
+std::shared_ptr<const FT_BitmapGlyphRec_> createBitmapGlyph(const BitmapGlyphInfo& info,
+                                                            const FTFacePtr& face, bool flipVertically) {
+    const std::shared_ptr<FT_GlyphRec_> glyph = renderBitmapGlyph(info, face, flipVertically);
+    return {glyph, reinterpret_cast<FT_BitmapGlyph>(glyph.get())};
 }
 
 std::shared_ptr<FT_GlyphRec_> createOutlineGlyph(const GlyphInfo& info,

@@ -1,9 +1,11 @@
 #pragma once
 
 #include <Gfx/Public/Path.h>
+#include <Utils/Public/Assert.h>
 #include <Utils/Public/Export.h>
 
 #include <memory>
+#include <utility>
 
 namespace Vell::FontEngine {
 
@@ -11,7 +13,13 @@ namespace Vell::FontEngine {
 class VELL_API OutlineGlyph {
 public:
     /// Both in font units. Asserts that `path` is not null.
-    OutlineGlyph(std::shared_ptr<const Gfx::Path> path, float advance);
+    OutlineGlyph(std::shared_ptr<const Gfx::Path> path, float advance)
+        : _path(std::move(path))
+        , _advance(advance) {
+        if (!_path) {
+            doFailAssert("FontEngine/Renderer/FE_OutlineGlyph", 26, "_path");
+        }
+    }
 
     const std::shared_ptr<const Gfx::Path>& getPath() const { return _path; }
     /// Distance from this glyph's origin to the next one's, in font units, letter spacing included.

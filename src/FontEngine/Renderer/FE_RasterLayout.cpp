@@ -2,14 +2,17 @@
 
 #include <FontEngine/FE_ExtFontInfo.h>
 #include <FontEngine/FE_FontFactory.h>
+#include <FontEngine/FE_FontInfo.h>
 #include <FontEngine/Private/FE_DevicePixelRatio.h>
-#include <FontEngine/Private/FE_RunServices.h>
+#include <FontEngine/Private/FE_GlyphService.h>
+#include <FontEngine/Private/FE_SymbolFallback.h>
 #include <FontEngine/Renderer/FE_RasterTextPainter.h>
+#include <Utils/Public/Ptr/PtrUtils.h>
 #include <Utils/Public/Utf8.h>
 
-#include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <memory>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -20,6 +23,7 @@ namespace {
 
 using ExtFontInfoPtr = CheckedPtrImpl<const Gfx::ExtFontInfo, false>;
 using FaceInfoPtr = CheckedPtrImpl<const Gfx::FontFaceInfo, false>;
+using FacePtr = CheckedPtrImpl<const FontFace, false>;
 using GlyphEntry = Gfx::CharMap::GlyphIndexWithAdvance;
 
 /// The description if it is of this library's own kind, or null.
@@ -49,37 +53,33 @@ unsigned char getOffsetInsidePixel(float x, float devicePixelRatio) {
     return static_cast<unsigned char>(static_cast<int>(16.0F * fraction) * unitsInSixteenth);
 }
 
-/// The union of glyph boxes. Coordinates beyond 32,000 pixels are not expected: they would not widen it
-/// rightly.
-class BoxUnion {
-public:
-    /// The control box that FreeType gives in whole pixels.
-    void add(const FT_BitmapGlyphRec_& glyph) {
-        const FT_Pos left = glyph.left;
-        const FT_Pos top = glyph.top;
-        _box.xMin = std::min(_box.xMin, left);
-        _box.yMin = std::min(_box.yMin, top - static_cast<FT_Pos>(glyph.bitmap.rows));
-        _box.xMax = std::max(_box.xMax, left + static_cast<FT_Pos>(glyph.bitmap.width));
-        _box.yMax = std::max(_box.yMax, top);
-    }
+/// The description of the text's face. This library's own kind of description need not count one more
+/// reference for the step in between; any other kind is asked.
+FaceInfoPtr getFaceInfo(const Gfx::ExtFontInfo& extFontInfo, const Internal::ExtFontInfo* own) {
+    return own != nullptr ? own->viewFontInfo().getFontFaceInfo()
+                          : extFontInfo.getFontInfo()->getFontFaceInfo();
+}
 
-    FT_BBox get() const { return _box.xMin > _box.xMax ? FT_BBox{0, 0, 0, 0} : _box; }
+/// Whether the description can be asked for that of the face as often as one likes, without a client
+/// noticing.
+bool isSilent(const Internal::ExtFontInfo* own) {
+    return own != nullptr && Internal::FontInfo::isExactly(own->viewFontInfo());
+}
 
-private:
-    FT_BBox _box{32000, 32000, -32000, -32000};
-};
-
-/// One layout: the state of the pen while it walks over the characters.
+/// One layout: the state of the pen while it walks over the characters. Glyphs wait for their bitmaps until
+/// there are enough of them to be worth the lock, or until a client's object is about to be called: to that
+/// object it looks as if each had been fetched at once.
 class Layout {
 public:
     Layout(const ExtFontInfoPtr& extFontInfo, const Font& font, float devicePixelRatio,
            const cinder::Vec2<float>& scale, bool flipVertically)
         : _extFontInfo(extFontInfo)
         , _ownExtFontInfo(findOwn(*extFontInfo))
+        , _isSilent(isSilent(_ownExtFontInfo))
         , _letterSpacing(extFontInfo->getLetterSpacing())
-        , _face(*font.getFace())
-        , _charMap(_face.getBasicMetrics().getCharMap())
-        , _services(_face)
+        , _face(font.getFace())
+        , _charMap(_face->getBasicMetrics().getCharMap())
+        , _factory(_face->shareFontFactory())
         , _fontSize(font.getFontSize())
         , _devicePixelRatio(devicePixelRatio)
         , _scale(scale)
@@ -90,56 +90,96 @@ public:
     /// The text's own face draws, or the fallback face where it lacks the character; without a fallback the
     /// face's missing-glyph symbol is drawn.
     void add(unsigned int codePoint, bool isLast) {
-        FaceInfoPtr faceInfo = getFaceInfo();
-        const GlyphEntry glyph = _charMap[codePoint];
-        if (glyph.glyphIndex == 0) {
-            if (auto fallback = _services.findFallback(codePoint, _extFontInfo->getFontInfo())) {
-                const GlyphEntry substitute = fallback->face->getBasicMetrics().getCharMap()[codePoint];
-                append(std::move(fallback->faceInfo), *fallback->face, substitute, codePoint, isLast);
-                return;
-            }
+        if (!_isSilent) {
+            addAskingForTheFace(codePoint, isLast);
+            return;
         }
-        append(std::move(faceInfo), _face, glyph, codePoint, isLast);
+        const GlyphEntry glyph = _charMap[codePoint];
+        if (glyph.glyphIndex == 0 && addFallback(codePoint, isLast)) {
+            return;
+        }
+        if (!isFrom(_face)) {
+            changeSource(getFaceInfo(*_extFontInfo, _ownExtFontInfo), _face);
+        }
+        append(glyph, codePoint, isLast);
     }
 
-    BitmapGlyphRun finish() { return BitmapGlyphRun(std::move(_glyphs), _box.get()); }
+    BitmapGlyphRun finish() {
+        fetch();
+        return BitmapGlyphRun(std::move(_glyphs), _box.get());
+    }
 
 private:
-    /// This library's own kind of description need not count one more reference for the step in between; any
-    /// other kind is asked.
-    FaceInfoPtr getFaceInfo() const {
-        return _ownExtFontInfo != nullptr ? _ownExtFontInfo->viewFontInfo().getFontFaceInfo()
-                                          : _extFontInfo->getFontInfo()->getFontFaceInfo();
+    /// The description may be another one for each character, and of a client's class: nothing of it is kept.
+    void addAskingForTheFace(unsigned int codePoint, bool isLast) {
+        FaceInfoPtr faceInfo = getFaceInfo(*_extFontInfo, _ownExtFontInfo);
+        const GlyphEntry glyph = _charMap[codePoint];
+        if (glyph.glyphIndex != 0 || !addFallback(codePoint, isLast)) {
+            changeSource(std::move(faceInfo), _face);
+            append(glyph, codePoint, isLast);
+        }
+        fetch();
+        _source.reset();
     }
 
-    void append(FaceInfoPtr&& faceInfo, const FontFace& face, const GlyphEntry& glyph, unsigned int codePoint,
-                bool isLast) {
-        const float advance = (_fontSize * glyph.advance) * _scale.x + _scale.x * _letterSpacing;
-        const FT_Render_Mode renderMode = codePoint == '_' ? FT_RENDER_MODE_LCD : FT_RENDER_MODE_NORMAL;
-        BitmapGlyph& added = Internal::RunServices::addGlyph(
-            _glyphs, _pen, std::move(faceInfo), renderMode, glyph.glyphIndex, codePoint, _fontSize, _scale,
-            _devicePixelRatio, getOffsetInsidePixel(_pen.x, _devicePixelRatio), isLast, face.getTransform());
-        if (_services.fetchBitmap(added, face, _flipVertically)) {
-            _box.add(*added.getData());
-        } else {
-            _glyphs.pop_back();
+    bool isFrom(const FacePtr& face) const { return _source && _source->face == face; }
+
+    void changeSource(FaceInfoPtr faceInfo, const FacePtr& face) {
+        fetch();
+        _source.emplace(Internal::StrikeInfo{std::move(faceInfo), _fontSize, face->getTransform(), _scale,
+                                             _devicePixelRatio},
+                        face, _flipVertically);
+    }
+
+    /// Whether there is a fallback for the character.
+    bool addFallback(unsigned int codePoint, bool isLast) {
+        fetch(); // the loader is asked next
+        auto fallback = _fallback.find(derefNN(_factory.get()), codePoint, _extFontInfo->getFontInfo());
+        if (!fallback) {
+            return false;
         }
-        _pen.x = advance + _pen.x;
+        const GlyphEntry glyph = fallback->face->getBasicMetrics().getCharMap()[codePoint];
+        if (!isFrom(fallback->face) || _source->road.getInfo().faceInfo != fallback->faceInfo) {
+            changeSource(std::move(fallback->faceInfo), fallback->face);
+        }
+        append(glyph, codePoint, isLast);
+        return true;
+    }
+
+    void append(const GlyphEntry& glyph, unsigned int codePoint, bool isLast) {
+        const float advance = (_fontSize * glyph.advance) * _scale.x + _scale.x * _letterSpacing;
+        _waiting.push_back(
+            {glyph.glyphIndex, getOffsetInsidePixel(_penX, _devicePixelRatio), isLast, codePoint, _penX});
+        _penX = advance + _penX;
+        if (_waiting.size() == Internal::stretch) {
+            fetch();
+        }
+    }
+
+    void fetch() {
+        if (_factory != nullptr && !_waiting.empty()) {
+            _factory->getGlyphService().append(*_source, _waiting, _glyphs, _box);
+        }
+        _waiting.clear();
     }
 
     const ExtFontInfoPtr& _extFontInfo;
     const Internal::ExtFontInfo* _ownExtFontInfo;
+    bool _isSilent;
     float _letterSpacing;
-    const FontFace& _face;
+    const FacePtr& _face;
     const Gfx::CharMap& _charMap;
-    Internal::RunServices _services;
+    std::shared_ptr<const FontFactory> _factory; // null when it has gone: then there are no glyphs
     float _fontSize;
     float _devicePixelRatio;
     cinder::Vec2<float> _scale;
     bool _flipVertically;
 
-    cinder::Vec2<float> _pen;
-    BoxUnion _box;
+    float _penX = 0.0F;
+    std::optional<Internal::BitmapSource> _source; // of the glyphs that wait
+    Internal::LaidGlyphs _waiting;
+    Internal::RunFallback _fallback;
+    Internal::BoxUnion _box;
     std::vector<BitmapGlyph> _glyphs;
 };
 

@@ -1,13 +1,16 @@
 #include <FontEngine/Renderer/FE_RasterTextPainter.h>
 
 #include <FontEngine/FE_BitmapGlyphRunPainter.h>
+#include <FontEngine/FE_FontFactory.h>
 #include <FontEngine/Private/FE_DevicePixelRatio.h>
+#include <FontEngine/Private/FE_GlyphService.h>
 #include <Utils/Public/Assert.h>
 #include <Utils/Public/MatrixUtils.h>
 #include <Utils/Public/Ptr/PtrUtils.h>
 
 #include <cmath>
 #include <cstdint>
+#include <optional>
 
 namespace Vell::FontEngine {
 
@@ -70,6 +73,14 @@ bool isRotated(float angle) {
     return !(std::fabs(angle) < negligible);
 }
 
+/// FontFace::getGlyphBitmapWithSubpixels. The key in the glyph names the right face, also where a fallback
+/// font drew it.
+Internal::ImagePtr shareImage(std::optional<Internal::ImageCache::Road>& road, const BitmapGlyph& glyph,
+                              const Font& font, const cinder::ColorAT<unsigned char>& color) {
+    const auto factory = font.getFace()->shareFontFactory();
+    return factory ? factory->getGlyphService().copyImage(road, glyph, color) : nullptr;
+}
+
 } // namespace
 
 RasterTextPainter::RasterTextPainter(Gfx::Painter& painter, BitmapGlyphPainter& glyphPainter,
@@ -108,24 +119,19 @@ void RasterTextPainter::drawGlyphRun(const BitmapGlyphRun& run, const Font& font
     }
     const GlyphRunScope scope(_glyphPainter);
     BitmapGlyphImage view; // one for all glyphs
+    std::optional<Internal::ImageCache::Road> road;
     for (const BitmapGlyph& glyph : run.getGlyphs()) {
         const FT_Bitmap& bitmap = glyph.getData()->bitmap;
         const cinder::Vec2<float> position(getLeft(glyph, devicePixelRatio),
                                            getTop(glyph, run.getBBox(), devicePixelRatio));
         if (bitmap.pixel_mode == FT_PIXEL_MODE_LCD) {
-            drawColored(glyph, position, font, color);
+            const Internal::ImagePtr image = shareImage(road, glyph, font, color);
+            _glyphPainter.drawGlyph(derefNN(image.get()), position);
         } else {
             setToBitmap(view, bitmap);
             _glyphPainter.drawGlyph(view, position);
         }
     }
-}
-
-void RasterTextPainter::drawColored(const BitmapGlyph& glyph, const cinder::Vec2<float>& position,
-                                    const Font& font, const cinder::ColorAT<unsigned char>& color) {
-    // The key in the glyph names the right face, also where a fallback font drew it.
-    const auto image = font.getFace()->getGlyphBitmapWithSubpixels(glyph, color);
-    _glyphPainter.drawGlyph(derefNN(image.get()), position);
 }
 
 } // namespace Vell::FontEngine

@@ -54,9 +54,6 @@ public:
                                   const Font& font, float devicePixelRatio, const cinder::Vec2<float>& scale);
 
 private:
-    void drawColored(const BitmapGlyph& glyph, const cinder::Vec2<float>& position, const Font& font,
-                     const cinder::ColorAT<unsigned char>& color);
-
     Gfx::Painter& _painter;
     BitmapGlyphPainter& _glyphPainter;
     bool _flipVertically;

@@ -1,6 +1,7 @@
 #include <FontEngine/Renderer/FE_VectorTextPainter.h>
 
-#include <FontEngine/Private/FE_RunServices.h>
+#include <FontEngine/FE_FontFactory.h>
+#include <FontEngine/Private/FE_GlyphService.h>
 #include <Utils/Public/Assert.h>
 #include <Utils/Public/Utf8.h>
 
@@ -33,18 +34,22 @@ VectorTextPainter::createGlyphRun(boost::string_ref text,
     const unsigned short unitsPerEM = face->getHandle()->units_per_EM;
     const float spacingInUnits = (static_cast<float>(unitsPerEM) * letterSpacing) / size;
 
-    const Internal::RunServices services(*face);
-    GlyphInfo key(faceInfo, 0, font.getFontSize(), face->getTransform());
     std::vector<OutlineGlyph> glyphs;
     glyphs.reserve(text.size()); // bytes: no fewer than characters
-    const char* position = text.data();
-    const char* const end = position + text.size();
-    while (position != end) {
-        const Gfx::CharMap::GlyphIndexWithAdvance glyph = charMap[decodeUtf8(position, end)];
-        // Unlike a bitmap, a missing outline takes no room: a vector text shows no gaps.
-        if (auto path = services.getOutlineGlyphPath(key, glyph.glyphIndex, face, _painter)) {
-            glyphs.emplace_back(std::move(path),
-                                static_cast<float>(unitsPerEM) * glyph.advance + spacingInUnits);
+    if (const auto factory = face->shareFontFactory()) {
+        Internal::OutlineSource source{
+            Internal::OutlineCache::Road({faceInfo, font.getFontSize(), face->getTransform()}), face};
+        Internal::LaidOutlines laid;
+        const char* position = text.data();
+        const char* const end = position + text.size();
+        while (position != end) {
+            for (laid.clear(); position != end && laid.size() != Internal::stretch;) {
+                const Gfx::CharMap::GlyphIndexWithAdvance glyph = charMap[decodeUtf8(position, end)];
+                laid.push_back(
+                    {glyph.glyphIndex, static_cast<float>(unitsPerEM) * glyph.advance + spacingInUnits});
+            }
+            // Unlike a bitmap, a missing outline takes no room: a vector text shows no gaps.
+            factory->getGlyphService().append(source, laid, _painter, glyphs);
         }
     }
     return OutlineGlyphRun(std::move(glyphs), face->getHandle()->units_per_EM);

@@ -20,11 +20,6 @@ namespace {
 /// Guards the owner counts of all libraries, which FreeType changes without any care for threads.
 std::mutex ownerCountMutex;
 
-void releaseLibrary(FT_LibraryRec_* library) {
-    const std::lock_guard<std::mutex> lock(ownerCountMutex);
-    FT_Done_Library(library);
-}
-
 void releaseFace(FT_FaceRec_* face) {
     FT_Done_Face(face);
 }
@@ -67,7 +62,7 @@ FTLibraryPtr createFreeTypeLibrary() {
     FT_Library library = nullptr;
     throwIfFailed("FT_New_Library", FT_New_Library(memory->getRecord(), &library));
     memory.release()->endWith(library);
-    FTLibraryPtr owner(library, releaseLibrary);
+    FTLibraryPtr owner(library, releaseFreeTypeLibrary);
     Internal::forgetLackOfMemory();
     FT_Add_Default_Modules(library);
     throwIfFailed("FT_Add_Default_Modules", preferMemoryError(FT_Err_Ok));
@@ -77,7 +72,12 @@ FTLibraryPtr createFreeTypeLibrary() {
 FTLibraryPtr shareFreeTypeLibrary(FT_Library library) {
     const std::lock_guard<std::mutex> lock(ownerCountMutex);
     throwIfFailed("FT_Reference_Library", FT_Reference_Library(library));
-    return FTLibraryPtr(library, releaseLibrary);
+    return FTLibraryPtr(library, releaseFreeTypeLibrary);
+}
+
+void releaseFreeTypeLibrary(FT_Library library) {
+    const std::lock_guard<std::mutex> lock(ownerCountMutex);
+    FT_Done_Library(library);
 }
 
 FTFacePtr createFontFace(const FTLibraryPtr& library,

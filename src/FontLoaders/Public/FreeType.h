@@ -33,6 +33,9 @@ VELL_API FTLibraryPtr createFreeTypeLibrary();
 
 /// One more owner of a library, for objects that must not outlive it, such as glyphs.
 VELL_API FTLibraryPtr shareFreeTypeLibrary(FT_Library library);
+/// Ends the ownership that an FTLibraryPtr has given up with release(), for objects that find their library
+/// without it.
+VELL_API void releaseFreeTypeLibrary(FT_Library library);
 
 /// Opens the first face of a font file in memory. FreeType reads the bytes in place; the face shares their
 /// ownership and releases them last. The library must outlive the face. FT_Face::generic is left to the

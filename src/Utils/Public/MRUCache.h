@@ -15,6 +15,22 @@
 
 namespace Vell {
 
+/// A value of an MRUCache with its weight. Immutable.
+template <class Value>
+class MRUCacheNode {
+public:
+    MRUCacheNode(Value value, std::uint64_t effectiveSizeInBytes)
+        : _value(std::move(value))
+        , _effectiveSizeInBytes(effectiveSizeInBytes) {}
+
+    const Value& getValue() const { return _value; }
+    std::uint64_t getEffectiveSizeInBytes() const { return _effectiveSizeInBytes; }
+
+private:
+    Value _value;
+    std::uint64_t _effectiveSizeInBytes;
+};
+
 /// Keeps values by key in the order of their most recent use, and drops those used least recently while there
 /// are more entries, or more bytes, than the limits allow.
 ///
@@ -34,20 +50,7 @@ namespace Vell {
 template <class Key, class Value, class Hash, class Equal>
 class MRUCache {
 public:
-    /// An entry's value with its weight. Immutable.
-    class DataNode {
-    public:
-        DataNode(Value value, std::uint64_t effectiveSizeInBytes)
-            : _value(std::move(value))
-            , _effectiveSizeInBytes(effectiveSizeInBytes) {}
-
-        const Value& getValue() const { return _value; }
-        std::uint64_t getEffectiveSizeInBytes() const { return _effectiveSizeInBytes; }
-
-    private:
-        Value _value;
-        std::uint64_t _effectiveSizeInBytes;
-    };
+    using DataNode = MRUCacheNode<Value>;
 
     MRUCache(std::uint64_t maxEntries = 0, std::uint64_t maxSizeInBytes = 0)
         : _maxEntries(maxEntries)
@@ -72,10 +75,19 @@ public:
             ++_missCount;
             return nullptr;
         }
-        ++_hitCount;
-        moveToFront(_data.template project<byRecency>(found));
-        return &found->second;
+        use(*found);
+        return &*found;
     }
+
+    /// What `get` does for the key of an entry, for who knows the entry already: it must be held by this
+    /// cache.
+    void use(const DataNode& held) {
+        ++_hitCount;
+        moveToFront(_data.template get<byRecency>().iterator_to(static_cast<const Entry&>(held)));
+    }
+
+    /// The key of an entry that is held. Valid as long as the entry.
+    static const Key& getKey(const DataNode& held) { return static_cast<const Entry&>(held).key; }
 
     /// Adds an entry as the most recently used one and evicts what the limits no longer allow. Null, with
     /// nothing changed, when an equal key is held already: a value that was handed out is never superseded.
@@ -87,11 +99,11 @@ public:
             return nullptr;
         }
         moveToFront(added);
-        _effectiveSizeInBytes += added->second.getEffectiveSizeInBytes();
+        _effectiveSizeInBytes += added->getEffectiveSizeInBytes();
         const std::uint64_t change = ++_changes.count;
         checkAndPopLast();
         // Searched for only then: a key that does not even equal itself is not found.
-        return change == _changes.count ? &added->second : find(key);
+        return change == _changes.count ? &*added : find(key);
     }
 
     /// get, or else put of what `makeNode()` returns. What makeNode throws passes through with nothing added.
@@ -101,7 +113,12 @@ public:
         if (const DataNode* const held = get(key)) {
             return *held;
         }
-        const DataNode* const value = put(key, makeNode());
+        return putNew(key, makeNode());
+    }
+
+    /// put of a key that is not held. Asserts that it was not, and that the entry is held in the end.
+    const DataNode& putNew(const Key& key, DataNode node) {
+        const DataNode* const value = put(key, std::move(node));
         if (value == nullptr) {
             doFailAssert(file, 199, "value");
         }
@@ -134,12 +151,20 @@ public:
     }
 
 private:
-    using Entry = std::pair<const Key, DataNode>;
+    struct EntryKey {
+        const Key key;
+    };
+    /// Ends with its value, then its key.
+    struct Entry : EntryKey, DataNode {
+        Entry(const Key& entryKey, DataNode&& node)
+            : EntryKey{entryKey}
+            , DataNode(std::move(node)) {}
+    };
     using Data = boost::multi_index_container<
         Entry, boost::multi_index::indexed_by<
                    boost::multi_index::sequenced<>,
                    boost::multi_index::hashed_unique<
-                       boost::multi_index::member<Entry, const Key, &Entry::first>, Hash, Equal>>>;
+                       boost::multi_index::member<EntryKey, const Key, &EntryKey::key>, Hash, Equal>>>;
     /// What the end of an evicted entry may have done meanwhile. An assignment to the cache is one more of
     /// both.
     struct Changes {
@@ -168,7 +193,7 @@ private:
     const DataNode* find(const Key& key) const {
         const auto& index = _data.template get<byKey>();
         const auto found = index.find(key);
-        return found == index.end() ? nullptr : &found->second;
+        return found == index.end() ? nullptr : &*found;
     }
 
     bool isOverLimit() const {
@@ -181,7 +206,7 @@ private:
             doFailAssert(file, 279, "!_data.empty()");
         }
         const Entry& value = _data.template get<byRecency>().back();
-        if (_effectiveSizeInBytes < value.second.getEffectiveSizeInBytes()) {
+        if (_effectiveSizeInBytes < value.getEffectiveSizeInBytes()) {
             doFailAssert(file, 281, "_effectiveSizeInBytes >= value.second.getEffectiveSizeInBytes()");
         }
         const std::uint64_t restarts = _changes.restarts;
@@ -201,7 +226,7 @@ private:
     /// The sizes are right before the entry ends.
     void dropLast() {
         auto& recency = _data.template get<byRecency>();
-        _effectiveSizeInBytes -= recency.back().second.getEffectiveSizeInBytes();
+        _effectiveSizeInBytes -= recency.back().getEffectiveSizeInBytes();
         recency.pop_back();
     }
 

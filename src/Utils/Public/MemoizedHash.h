@@ -24,12 +24,6 @@ public:
         return _isComputed.load(std::memory_order_acquire) ? _hash : computeOnce(compute);
     }
 
-    /// The same while no other thread knows the object: without the mutex.
-    template <class Compute>
-    std::uint64_t getUnshared(const Compute& compute) {
-        return _isComputed.load(std::memory_order_relaxed) ? _hash : keep(compute());
-    }
-
 private:
     template <class Compute>
     std::uint64_t computeOnce(const Compute& compute) {
@@ -46,6 +40,33 @@ private:
     std::atomic<bool> _isComputed = false;
     std::uint64_t _hash = 0;
     std::recursive_mutex _mutex; // recursive: an accessor that computing calls may ask for the hash again
+};
+
+/// The hash of an immutable object whose parts keep hashes of their own, so that nothing is lost where two
+/// threads compute it at once: no mutex, and eight bytes. A copy of the object starts anew.
+class HashMemo {
+public:
+    HashMemo() = default;
+    HashMemo(const HashMemo&) noexcept {}
+    HashMemo& operator=(const HashMemo&) noexcept {
+        _hash.store(unknown, std::memory_order_relaxed);
+        return *this;
+    }
+
+    template <class Compute>
+    std::uint64_t get(const Compute& compute) {
+        std::uint64_t hash = _hash.load(std::memory_order_relaxed);
+        if (hash == unknown) {
+            hash = compute();
+            _hash.store(hash, std::memory_order_relaxed);
+        }
+        return hash;
+    }
+
+private:
+    static constexpr std::uint64_t unknown = 0; // an object with this hash computes it each time
+
+    std::atomic<std::uint64_t> _hash = unknown;
 };
 
 } // namespace Vell

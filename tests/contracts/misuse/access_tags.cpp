@@ -103,11 +103,6 @@ public:
         return FontEngine::GlyphInfo({}, info->getFontFaceInfo(), 1, 1.0F, FontEngine::GlyphTransform::None);
     }
 #endif
-#ifdef MISUSE_RUN_TAG_IN_BRACES // private
-    auto tag5() {
-        return FontEngine::Internal::RunAccessTag{};
-    }
-#endif
 #ifdef MISUSE_METRICS_FROM_EMPTY_BRACES // explicit|private|no matching constructor
     auto metrics() {
         return Gfx::BasicMetrics({}, 1, 1, 1, {1, 1}, Gfx::CharMap({0, 1}));

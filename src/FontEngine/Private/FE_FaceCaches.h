@@ -1,0 +1,25 @@
+#pragma once
+
+#include <FontEngine/FE_FontFace.h>
+#include <FontEngine/Private/FE_LockedCache.h>
+#include <Gfx/Public/FontFaceInfo.h>
+#include <Utils/Public/Ptr/CheckedPtr.h>
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+namespace Vell::FontEngine::Internal {
+
+using FaceKey = CheckedPtrImpl<const Gfx::FontFaceInfo, false>;
+using FaceBytes = std::shared_ptr<const std::vector<unsigned char>>;
+using FacePtr = CheckedPtrImpl<const FontFace, false>;
+
+/// The font files and the faces of a factory, by description. The lock of the faces is taken before that of
+/// the files. Destroyed from the last to the first: faces before the files that they were made from.
+struct FaceCaches {
+    LockedCache<FaceKey, FaceBytes, std::hash<FaceKey>> files;
+    LockedCache<FaceKey, FacePtr, std::hash<FaceKey>> faces;
+};
+
+} // namespace Vell::FontEngine::Internal

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <FontEngine/FE_BitmapGlyphImage.h>
+#include <FontEngine/FE_BitmapGlyphInfo.h>
+#include <FontEngine/FE_ColoredBitmapGlyphInfo.h>
+#include <FontEngine/FE_GlyphInfo.h>
+#include <FontEngine/Private/FE_RenderedGlyph.h>
+#include <FontEngine/Private/FE_StrikeCache.h>
+#include <Gfx/Public/Path.h>
+
+#include <cstddef>
+#include <memory>
+
+namespace Vell::FontEngine::Internal {
+
+/// A key that stands somewhere else: in the cache, the one in the rendered glyph of its entry.
+struct BitmapKeyRef {
+    const BitmapGlyphInfo* info;
+
+    bool operator==(const BitmapKeyRef& other) const { return *info == *other.info; }
+    const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& getFaceInfo() const { return info->getFaceInfo(); }
+};
+
+struct BitmapKeyRefHash {
+    std::size_t operator()(const BitmapKeyRef& key) const { return key.info->hash(); }
+};
+
+using BitmapPtr = std::shared_ptr<const FT_BitmapGlyphRec_>; // owns its RenderedGlyph
+using ImagePtr = std::shared_ptr<const BitmapGlyphImageWithDeleter>;
+using PathPtr = std::shared_ptr<const Gfx::Path>;
+
+using BitmapCache = StrikeCache<BitmapKeyRef, BitmapPtr, BitmapKeyRefHash>;
+using ImageCache = StrikeCache<ColoredBitmapGlyphInfo, ImagePtr, ColoredBitmapGlyphInfoHash>;
+using OutlineCache = StrikeCache<GlyphInfo, PathPtr, GlyphInfoHash>;
+
+} // namespace Vell::FontEngine::Internal

@@ -1,0 +1,245 @@
+#include <FontEngine/Private/FE_GlyphService.h>
+
+#include <FontEngine/FE_Exceptions.h>
+#include <FontEngine/Private/FE_FaceSizing.h>
+#include <FontEngine/Private/FE_FreeTypeUtilsInternal.h>
+#include <FontEngine/Private/FE_PathBuilder.h>
+#include <Utils/Public/Ptr/PtrUtils.h>
+
+#include <cstdlib>
+#include <utility>
+
+namespace Vell::FontEngine::Internal {
+
+namespace {
+
+std::uint64_t weigh(const FT_Bitmap& bitmap) {
+    constexpr std::uint64_t recordBytes = 48; // what a glyph's record costs beside its pixels
+    const std::uint32_t pixelBytes = static_cast<std::uint32_t>(std::abs(bitmap.pitch)) * bitmap.rows;
+    return pixelBytes + recordBytes;
+}
+
+std::uint64_t weigh(const BitmapGlyphImage& image) {
+    // Four times the buffer, on purpose: the pitch counts the four bytes of a pixel already. Coloured images
+    // are cheap to make again from their bitmaps, so they leave their budget sooner.
+    const std::uint32_t bytes = image.rows * 4U * static_cast<std::uint32_t>(image.pitch);
+    return bytes;
+}
+
+static_assert(maxGlyphPixels <= FontLoaders::maxPixelsInMemory);
+
+/// Null when the face cannot be sized.
+GlyphOwner renderOnSizedFace(const BitmapGlyphInfo& info, const FontFace& face, bool flipVertically) {
+    FaceSizing sizing(face, info);
+    if (!sizing) {
+        return nullptr;
+    }
+    GlyphOwner glyph = renderBitmapGlyph(info, face.getHandle(), flipVertically);
+    sizing.confirm();
+    return glyph;
+}
+
+/// Null when the face cannot be sized, and for a glyph of a bitmap-only face.
+PathPtr buildPathOnSizedFace(const GlyphInfo& info, const CheckedPtrImpl<const FontFace, false>& face,
+                             Gfx::Painter& painter) {
+    FaceSizing sizing(*face, info);
+    if (!sizing) {
+        return nullptr;
+    }
+    const std::shared_ptr<FT_GlyphRec_> glyph = createOutlineGlyph(info, face);
+    sizing.confirm();
+    if (glyph->format != FT_GLYPH_FORMAT_OUTLINE) {
+        return nullptr;
+    }
+    return buildPath(reinterpret_cast<FT_OutlineGlyph>(glyph.get())->outline, info, painter);
+}
+
+ImagePtr paint(const BitmapGlyph& glyph, const cinder::ColorAT<unsigned char>& color) {
+    ImagePtr image = getColoredGlyphImage(derefNN(glyph.getData().get()), color);
+    if (!image) {
+        throw FontEngineException("Failed to create glyph with subpixel support");
+    }
+    return image;
+}
+
+StrikeInfo describe(const BitmapGlyphInfo& info, unsigned int color) {
+    return {info.getFaceInfo(), info.getFontSize(),         info.getTransform(),
+            info.getScale(),    info.getDevicePixelRatio(), color};
+}
+
+/// Whether the key of a cached glyph is that of the laid one in all that a client can see: the character may
+/// be another one, and an equal description of a client's own class is another object.
+bool isKeyOf(const BitmapGlyphInfo& key, const LaidGlyph& laid, const BitmapSource& source) {
+    return key.getUnicode() == laid.unicode &&
+           (key.getFaceInfo() == source.road.getInfo().faceInfo ||
+            (source.road.isPlain() && FontFaceInfo::isExactly(*key.getFaceInfo())));
+}
+
+const RenderedGlyph& getRendered(const BitmapCache::Node& node) {
+    return static_cast<const RenderedGlyph&>(*BitmapCache::Cache::getKey(node).info);
+}
+
+} // namespace
+
+const BitmapCache::Node& GlyphService::getBitmap(const BitmapGlyphInfo& info, const FontFace& face,
+                                                 bool flipVertically) const {
+    if (const auto* const held = _bitmaps.get({&info})) {
+        return *held;
+    }
+    const auto rendered =
+        std::make_shared<const RenderedGlyph>(info, renderOnSizedFace(info, face, flipVertically));
+    const FT_BitmapGlyphRec_* const glyph = rendered->getBitmapGlyph();
+    const std::uint64_t bytes = glyph != nullptr ? weigh(glyph->bitmap) : 0;
+    return _bitmaps.putNew({rendered.get()}, BitmapCache::Node(BitmapPtr(rendered, glyph), bytes));
+}
+
+const BitmapCache::Node& GlyphService::getBitmapOf(BitmapSource& source, const LaidGlyph& glyph) const {
+    _bitmaps.prepare(source.road);
+    const BitmapCache::Node& node = getBitmap(source.makeKey(glyph), *source.face, source.flipVertically);
+    _bitmaps.remember(source.road, glyph.getSlot(), node);
+    return node;
+}
+
+const ImageCache::Node& GlyphService::getImage(const BitmapGlyph& glyph,
+                                               const cinder::ColorAT<unsigned char>& color) const {
+    const ColoredBitmapGlyphInfo key(glyph.getInfo(), ColoredBitmapGlyphInfo::packColor(color));
+    return _images.getOrPut(key, [&] {
+        ImagePtr image = paint(glyph, color);
+        const std::uint64_t bytes = weigh(*image);
+        return ImageCache::Node(std::move(image), bytes);
+    });
+}
+
+const OutlineCache::Node& GlyphService::getPath(const GlyphInfo& info,
+                                                const CheckedPtrImpl<const FontFace, false>& face,
+                                                Gfx::Painter& painter) const {
+    return _outlines.getOrPut(
+        info, [&] { return OutlineCache::Node(buildPathOnSizedFace(info, face, painter), 0); });
+}
+
+const BitmapPtr& GlyphService::findBitmap(const BitmapGlyphInfo& info, const FontFace& face,
+                                          bool flipVertically) const {
+    const RecursiveLock lock(_bitmaps.getMutex());
+    return getBitmap(info, face, flipVertically).getValue().data;
+}
+
+BitmapPtr GlyphService::copyBitmap(const BitmapGlyphInfo& info, const FontFace& face,
+                                   bool flipVertically) const {
+    const RecursiveLock lock(_bitmaps.getMutex());
+    return getBitmap(info, face, flipVertically).getValue().data;
+}
+
+ImagePtr GlyphService::copyImage(const BitmapGlyph& glyph,
+                                 const cinder::ColorAT<unsigned char>& color) const {
+    const RecursiveLock lock(_images.getMutex());
+    return getImage(glyph, color).getValue().data;
+}
+
+const PathPtr& GlyphService::findPath(const GlyphInfo& info,
+                                      const CheckedPtrImpl<const FontFace, false>& face,
+                                      Gfx::Painter& painter) const {
+    const RecursiveLock lock(_outlines.getMutex());
+    return getPath(info, face, painter).getValue().data;
+}
+
+PathPtr GlyphService::copyPath(const GlyphInfo& info, const CheckedPtrImpl<const FontFace, false>& face,
+                               Gfx::Painter& painter) const {
+    const RecursiveLock lock(_outlines.getMutex());
+    return getPath(info, face, painter).getValue().data;
+}
+
+void GlyphService::append(BitmapSource& source, const LaidGlyphs& laid, std::vector<BitmapGlyph>& glyphs,
+                          BoxUnion& box) const {
+    const auto add = [&](const BitmapCache::Node& node, const LaidGlyph& glyph) {
+        const BitmapPtr& data = node.getValue().data;
+        if (data == nullptr) {
+            return;
+        }
+        const RenderedGlyph& rendered = getRendered(node);
+        box.add(rendered);
+        const cinder::Vec2<float> pos(glyph.x, 0.0F);
+        if (isKeyOf(rendered, glyph, source)) {
+            glyphs.emplace_back(data, pos, rendered);
+        } else {
+            glyphs.emplace_back(data, pos, source.makeKey(glyph));
+        }
+    };
+    const RecursiveLock lock(_bitmaps.getMutex());
+    _bitmaps.open(source.road);
+    boost::container::static_vector<const BitmapCache::Node*, stretch> hits;
+    for (auto glyph = laid.begin(); glyph != laid.end();) {
+        // All hits in a row are looked up before the first is added: counting a reference waits for all
+        // memory accesses before it, so that they would wait for each other.
+        const auto first = glyph;
+        hits.clear();
+        while (glyph != laid.end()) {
+            const BitmapCache::Node* const node = _bitmaps.find(source.road, glyph->getSlot());
+            if (node == nullptr) {
+                break;
+            }
+            _bitmaps.use(*node);
+            __builtin_prefetch(&getRendered(*node), 1);
+            hits.push_back(node);
+            ++glyph;
+        }
+        for (std::size_t i = 0; i != hits.size(); ++i) {
+            add(*hits[i], first[static_cast<std::ptrdiff_t>(i)]);
+        }
+        if (glyph != laid.end()) {
+            add(getBitmapOf(source, *glyph), *glyph);
+            ++glyph;
+        }
+    }
+}
+
+ImagePtr GlyphService::copyImage(std::optional<ImageCache::Road>& road, const BitmapGlyph& glyph,
+                                 const cinder::ColorAT<unsigned char>& color) const {
+    const BitmapGlyphInfo& info = glyph.getInfo();
+    if (!road || !road->getInfo().isOf(info)) {
+        road.emplace(describe(info, ColoredBitmapGlyphInfo::packColor(color)));
+    }
+    const std::uint32_t slot =
+        getBitmapSlot(info.getGlyphIndex(), info.getRenderMode(), info.getOffsetInsidePixel(), info.isLast());
+    const RecursiveLock lock(_images.getMutex());
+    _images.open(*road);
+    if (const ImageCache::Node* const node = _images.find(*road, slot)) {
+        _images.use(*node);
+        return node->getValue().data;
+    }
+    _images.prepare(*road);
+    const ImageCache::Node& node = getImage(glyph, color);
+    _images.remember(*road, slot, node);
+    return node.getValue().data;
+}
+
+void GlyphService::append(OutlineSource& source, const LaidOutlines& laid, Gfx::Painter& painter,
+                          std::vector<OutlineGlyph>& glyphs) const {
+    const RecursiveLock lock(_outlines.getMutex());
+    _outlines.open(source.road);
+    for (const LaidOutline& outline : laid) {
+        const OutlineCache::Node* node = _outlines.find(source.road, outline.glyphIndex);
+        if (node != nullptr) {
+            _outlines.use(*node);
+        } else {
+            _outlines.prepare(source.road);
+            node = &getPath(source.makeKey(outline.glyphIndex), source.face, painter);
+            _outlines.remember(source.road, outline.glyphIndex, *node);
+        }
+        if (const PathPtr& path = node->getValue().data) {
+            glyphs.emplace_back(path, outline.advance);
+        }
+    }
+}
+
+void GlyphService::clear() {
+    _bitmaps.clear();
+    _images.clear();
+    _outlines.clear();
+}
+
+void GlyphService::exchange(Budget& budget) {
+    _bitmaps.exchange(budget.bitmaps);
+    _images.exchange(budget.images);
+}
+
+} // namespace Vell::FontEngine::Internal

@@ -1,0 +1,86 @@
+#pragma once
+
+#include <FontEngine/FE_CacheFigures.h>
+#include <FontEngine/Private/FE_GlyphCaches.h>
+#include <FontEngine/Private/FE_GlyphSources.h>
+#include <FontEngine/Renderer/FE_BitmapGlyph.h>
+#include <FontEngine/Renderer/FE_OutlineGlyph.h>
+#include <Gfx/Public/Painter.h>
+#include <cinder/Color.h>
+
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+namespace Vell::FontEngine::Internal {
+
+/// The glyphs of a factory, each rendered once: the one way to them for factory, faces and text painters. The
+/// three caches are locked one by one; an entry is looked up and made under the lock.
+///
+/// Errors: those of FontFactory's services, with nothing cached for the glyph that failed.
+class GlyphService {
+public:
+    // --- One glyph by its key. A find gives a reference to what the cache holds: it is to be copied before
+    // another thread can evict it. A copy is safe.
+
+    const BitmapPtr& findBitmap(const BitmapGlyphInfo& info, const FontFace& face, bool flipVertically) const;
+    BitmapPtr copyBitmap(const BitmapGlyphInfo& info, const FontFace& face, bool flipVertically) const;
+    ImagePtr copyImage(const BitmapGlyph& glyph, const cinder::ColorAT<unsigned char>& color) const;
+    const PathPtr& findPath(const GlyphInfo& info, const CheckedPtrImpl<const FontFace, false>& face,
+                            Gfx::Painter& painter) const;
+    PathPtr copyPath(const GlyphInfo& info, const CheckedPtrImpl<const FontFace, false>& face,
+                     Gfx::Painter& painter) const;
+
+    // --- Glyphs of a run, as if each were asked for by its key, one after the other. The lock is taken once
+    // for all glyphs of a call.
+
+    /// Appends those that have a bitmap.
+    void append(BitmapSource& source, const LaidGlyphs& laid, std::vector<BitmapGlyph>& glyphs,
+                BoxUnion& box) const;
+    /// `road` is empty at first and belongs to the run from then on.
+    ImagePtr copyImage(std::optional<ImageCache::Road>& road, const BitmapGlyph& glyph,
+                       const cinder::ColorAT<unsigned char>& color) const;
+    /// Appends those that have an outline.
+    void append(OutlineSource& source, const LaidOutlines& laid, Gfx::Painter& painter,
+                std::vector<OutlineGlyph>& glyphs) const;
+
+    // --- The caches as such.
+
+    CacheFigures getBitmapFigures() const { return _bitmaps.getFigures(); }
+    CacheFigures getImageFigures() const { return _images.getFigures(); }
+    CacheFigures getOutlineFigures() const { return _outlines.getFigures(); }
+
+    /// Ends all glyphs, bitmaps first. Takes no lock.
+    void clear();
+
+    /// Empty caches with a limit in bytes each; what they have taken over ends with them, bitmaps first.
+    struct Budget {
+        explicit Budget(std::uint64_t maxBytes)
+            : images(0, maxBytes)
+            , bitmaps(0, maxBytes) {}
+
+        ImageCache::Cache images;
+        BitmapCache::Cache bitmaps;
+    };
+    /// Takes over the limits and leaves bitmaps and images to `budget`. Outlines stay. Takes no lock.
+    void exchange(Budget& budget);
+
+private:
+    const BitmapCache::Node& getBitmap(const BitmapGlyphInfo& info, const FontFace& face,
+                                       bool flipVertically) const VELL_REQUIRES(_bitmaps.getMutex());
+    const BitmapCache::Node& getBitmapOf(BitmapSource& source, const LaidGlyph& glyph) const
+        VELL_REQUIRES(_bitmaps.getMutex());
+    const ImageCache::Node& getImage(const BitmapGlyph& glyph,
+                                     const cinder::ColorAT<unsigned char>& color) const
+        VELL_REQUIRES(_images.getMutex());
+    const OutlineCache::Node& getPath(const GlyphInfo& info,
+                                      const CheckedPtrImpl<const FontFace, false>& face,
+                                      Gfx::Painter& painter) const VELL_REQUIRES(_outlines.getMutex());
+
+    // Destroyed from the last to the first.
+    BitmapCache _bitmaps;
+    ImageCache _images;
+    OutlineCache _outlines;
+};
+
+} // namespace Vell::FontEngine::Internal

@@ -1,0 +1,181 @@
+#pragma once
+
+#include <FontEngine/Private/FE_StrikeInfo.h>
+#include <Utils/Public/MRUCache.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+namespace Vell::FontEngine::Internal {
+
+/// The entries of a cache for the glyphs of one face at one size, found by their slots: a shortcut past the
+/// hash of a whole key. A strike owns no entry. An entry that leaves its cache leaves its strike first,
+/// because its value, a `Value`, has a `Seat seat` as its last member.
+///
+/// Threads: the lock of the cache guards its strikes.
+template <class Value>
+class Strike {
+public:
+    using Node = MRUCacheNode<Value>;
+
+    /// The place of an entry in at most one strike.
+    class Seat {
+    public:
+        Seat() = default;
+        /// A value moves into its cache before it takes a seat.
+        Seat(Seat&&) noexcept {}
+        ~Seat() { leave(); }
+
+    private:
+        friend class Strike;
+
+        void leave() const {
+            if (_strike != nullptr) {
+                std::exchange(_strike, nullptr)->empty(_slot);
+            }
+        }
+
+        mutable Strike* _strike = nullptr;
+        mutable std::uint32_t _slot = noSlot;
+    };
+
+    Strike() = default;
+    ~Strike() { clear(); }
+    Strike(const Strike&) = delete;
+    Strike& operator=(const Strike&) = delete;
+
+    bool isEmpty() const { return _count == 0; }
+
+    /// The entry in a slot, or null.
+    const Node* find(std::uint32_t slot) const { return _cells.empty() ? nullptr : _cells[findCell(slot)]; }
+
+    bool hasRoom() const { return (_count + 1) * 3 <= _cells.size() * 2; }
+
+    void reserveOne() {
+        if (!hasRoom()) {
+            grow();
+        }
+    }
+
+    /// Puts an entry into a slot that is empty, or its own. There must be room.
+    void add(std::uint32_t slot, const Node& node) noexcept {
+        const Seat& seat = node.getValue().seat;
+        seat.leave();
+        seat._strike = this;
+        seat._slot = slot;
+        _cells[findCell(slot)] = &node;
+        ++_count;
+    }
+
+    void clear() {
+        for (const Node* const node : _cells) {
+            if (node != nullptr) {
+                node->getValue().seat._strike = nullptr;
+            }
+        }
+        _cells.clear();
+        _count = 0;
+    }
+
+private:
+    static std::uint32_t getSlot(const Node& node) { return node.getValue().seat._slot; }
+
+    std::size_t getMask() const { return _cells.size() - 1; }
+
+    /// Where a slot belongs; neighbours in a text have slots far from each other.
+    std::size_t getHome(std::uint32_t slot) const {
+        constexpr std::uint64_t spread = 0x9E3779B97F4A7C15U; // 2^64 divided by the golden ratio
+        return static_cast<std::size_t>((slot * spread) >> 32U) & getMask();
+    }
+
+    /// The cell of a slot, or the empty one where it would go.
+    std::size_t findCell(std::uint32_t slot) const {
+        std::size_t cell = getHome(slot);
+        while (_cells[cell] != nullptr && getSlot(*_cells[cell]) != slot) {
+            cell = (cell + 1) & getMask();
+        }
+        return cell;
+    }
+
+    void grow() {
+        constexpr std::size_t smallest = 16;
+        std::vector<const Node*> old(std::max(smallest, 2 * _cells.size()), nullptr);
+        old.swap(_cells);
+        for (const Node* const node : old) {
+            if (node != nullptr) {
+                _cells[findCell(getSlot(*node))] = node;
+            }
+        }
+    }
+
+    void empty(std::uint32_t slot) {
+        std::size_t hole = findCell(slot);
+        --_count;
+        // What was put behind the hole because its own place was taken moves up.
+        for (std::size_t next = (hole + 1) & getMask(); _cells[next] != nullptr;
+             next = (next + 1) & getMask()) {
+            const std::size_t home = getHome(getSlot(*_cells[next]));
+            if (((next - home) & getMask()) >= ((next - hole) & getMask())) {
+                _cells[hole] = _cells[next];
+                hole = next;
+            }
+        }
+        _cells[hole] = nullptr;
+    }
+
+    std::vector<const Node*> _cells; // a power of two of them, or none; at most two thirds are taken
+    std::size_t _count = 0;
+};
+
+/// The strikes of one cache, each while it has entries or somebody holds it.
+template <class Value>
+class Strikes {
+public:
+    using StrikePtr = std::shared_ptr<Strike<Value>>;
+
+    /// Null if there is none.
+    StrikePtr find(const StrikeInfo& info) const {
+        const auto found = _strikes.find(info);
+        return found == _strikes.end() ? nullptr : found->second;
+    }
+
+    StrikePtr findOrAdd(const StrikeInfo& info) {
+        if (auto found = find(info)) {
+            return found;
+        }
+        if (_strikes.size() >= _sweepAt) {
+            sweep();
+        }
+        return _strikes.emplace(info, std::make_shared<Strike<Value>>()).first->second;
+    }
+
+    /// All entries leave their strikes, before their cache ends them.
+    void clear() {
+        for (const auto& [info, strike] : _strikes) {
+            strike->clear();
+        }
+        _strikes.clear();
+    }
+
+private:
+    /// At times when there are twice as many as were in use the last time, so that it costs little a strike.
+    void sweep() {
+        for (auto strike = _strikes.begin(); strike != _strikes.end();) {
+            const bool isUseless = strike->second->isEmpty() && strike->second.use_count() == 1;
+            strike = isUseless ? _strikes.erase(strike) : std::next(strike);
+        }
+        _sweepAt = std::max(firstSweep, 2 * _strikes.size());
+    }
+
+    static constexpr std::size_t firstSweep = 16;
+
+    std::unordered_map<StrikeInfo, StrikePtr, StrikeInfoHash> _strikes;
+    std::size_t _sweepAt = firstSweep;
+};
+
+} // namespace Vell::FontEngine::Internal

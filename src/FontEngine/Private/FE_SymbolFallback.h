@@ -1,0 +1,46 @@
+#pragma once
+
+#include <FontEngine/FE_FontFaceInfo.h>
+#include <FontEngine/FE_FontFactory.h>
+#include <Gfx/Public/FontInfo.h>
+#include <Gfx/Public/TextPositionType.h>
+#include <Utils/Public/Ptr/CheckedPtr.h>
+
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace Vell::FontEngine::Internal {
+
+/// The font that shall serve a character instead of another font: what getDefaultFontForSymbol asks the
+/// loader and the description for.
+struct FallbackRequest {
+    std::string family;
+    bool bold;
+    bool italic;
+    float size;
+    Gfx::TextPositionType textPositionType;
+};
+
+std::optional<FallbackRequest> requestFallback(const FontFactory& factory, unsigned int codePoint,
+                                               const CheckedPtrImpl<const Gfx::FontInfo, false>& fontInfo);
+
+/// A face with the description that it is known by.
+struct DescribedFace {
+    CheckedPtrImpl<const FontFaceInfo, false> faceInfo;
+    CheckedPtrImpl<const FontFace, false> face;
+};
+
+/// The faces of FontFactory::getDefaultFontForSymbol for one run: the same questions to loader and
+/// description, the same look into the cache of faces, but no new font and no new description while the
+/// answers repeat.
+class RunFallback {
+public:
+    std::optional<DescribedFace> find(const FontFactory& factory, unsigned int codePoint,
+                                      const CheckedPtrImpl<const Gfx::FontInfo, false>& fontInfo);
+
+private:
+    std::shared_ptr<const FontFaceInfo> _last;
+};
+
+} // namespace Vell::FontEngine::Internal
