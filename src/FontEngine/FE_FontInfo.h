@@ -20,6 +20,9 @@ public:
     float getSize() const override;
     Gfx::TextPositionType getTextPositionType() const override;
 
+    /// The description held, whatever a derived class answers. Valid as long as this object.
+    const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& viewFontFaceInfo() const { return _fontFaceInfo; }
+
     /// Whether the accessors of `info` answer what it holds: whether it is of this class and of no derived
     /// one. It may be of a class without type information.
     static bool isExactly(const Gfx::FontInfo& info) { return getVtable(info) == _ownVtable; }

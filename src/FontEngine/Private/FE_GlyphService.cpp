@@ -63,15 +63,15 @@ ImagePtr paint(const BitmapGlyph& glyph, const cinder::ColorAT<unsigned char>& c
 }
 
 StrikeInfo describe(const BitmapGlyphInfo& info, unsigned int color) {
-    return {info.getFaceInfo(), info.getFontSize(),         info.getTransform(),
-            info.getScale(),    info.getDevicePixelRatio(), color};
+    return {info.getFaceInfo().get(), info.getFontSize(),         info.getTransform(),
+            info.getScale(),          info.getDevicePixelRatio(), color};
 }
 
 /// Whether the key of a cached glyph is that of the laid one in all that a client can see: the character may
 /// be another one, and an equal description of a client's own class is another object.
 bool isKeyOf(const BitmapGlyphInfo& key, const LaidGlyph& laid, const BitmapSource& source) {
     return key.getUnicode() == laid.unicode &&
-           (key.getFaceInfo() == source.road.getInfo().faceInfo ||
+           (key.getFaceInfo() == source.faceInfo ||
             (source.road.isPlain() && FontFaceInfo::isExactly(*key.getFaceInfo())));
 }
 
@@ -94,8 +94,8 @@ const BitmapCache::Node& GlyphService::getBitmap(const BitmapGlyphInfo& info, co
 }
 
 const BitmapCache::Node& GlyphService::getBitmapOf(BitmapSource& source, const LaidGlyph& glyph) const {
-    _bitmaps.prepare(source.road);
-    const BitmapCache::Node& node = getBitmap(source.makeKey(glyph), *source.face, source.flipVertically);
+    _bitmaps.prepare(source.road, source.faceInfo);
+    const BitmapCache::Node& node = getBitmap(source.makeKey(glyph), source.face, source.flipVertically);
     _bitmaps.remember(source.road, glyph.getSlot(), node);
     return node;
 }
@@ -206,7 +206,7 @@ ImagePtr GlyphService::copyImage(std::optional<ImageCache::Road>& road, const Bi
         _images.use(*node);
         return node->getValue().data;
     }
-    _images.prepare(*road);
+    _images.prepare(*road, info.getFaceInfo());
     const ImageCache::Node& node = getImage(glyph, color);
     _images.remember(*road, slot, node);
     return node.getValue().data;
@@ -221,7 +221,7 @@ void GlyphService::append(OutlineSource& source, const LaidOutlines& laid, Gfx::
         if (node != nullptr) {
             _outlines.use(*node);
         } else {
-            _outlines.prepare(source.road);
+            _outlines.prepare(source.road, source.faceInfo);
             node = &getPath(source.makeKey(outline.glyphIndex), source.face, painter);
             _outlines.remember(source.road, outline.glyphIndex, *node);
         }

@@ -36,22 +36,19 @@ struct LaidGlyph {
 constexpr std::size_t stretch = 64;
 using LaidGlyphs = boost::container::static_vector<LaidGlyph, stretch>;
 
-/// A face that bitmaps of a run come from, with what they have in common.
+/// A face that bitmaps of a run come from, with what they have in common. Whoever makes it keeps face and
+/// description.
 struct BitmapSource {
-    BitmapSource(StrikeInfo info, CheckedPtrImpl<const FontFace, false> sourceFace, bool isFlipped)
-        : road(std::move(info))
-        , face(std::move(sourceFace))
-        , flipVertically(isFlipped) {}
-
     BitmapGlyphInfo makeKey(const LaidGlyph& glyph) const {
         const StrikeInfo& info = road.getInfo();
-        return BitmapGlyphInfo(info.faceInfo, glyph.getRenderMode(), glyph.glyphIndex, glyph.unicode,
+        return BitmapGlyphInfo(faceInfo, glyph.getRenderMode(), glyph.glyphIndex, glyph.unicode,
                                info.fontSize, info.scale, info.devicePixelRatio, glyph.offsetInsidePixel,
                                glyph.isLast, info.transform);
     }
 
     BitmapCache::Road road;
-    CheckedPtrImpl<const FontFace, false> face;
+    const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& faceInfo;
+    const FontFace& face;
     bool flipVertically;
 };
 
@@ -79,10 +76,11 @@ private:
 struct OutlineSource {
     GlyphInfo makeKey(unsigned short glyphIndex) const {
         const StrikeInfo& info = road.getInfo();
-        return GlyphInfo(info.faceInfo, glyphIndex, info.fontSize, info.transform);
+        return GlyphInfo(faceInfo, glyphIndex, info.fontSize, info.transform);
     }
 
     OutlineCache::Road road;
+    const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& faceInfo;
     const CheckedPtrImpl<const FontFace, false>& face;
 };
 

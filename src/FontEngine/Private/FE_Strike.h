@@ -1,12 +1,14 @@
 #pragma once
 
 #include <FontEngine/Private/FE_StrikeInfo.h>
+#include <Gfx/Public/FontFaceInfo.h>
 #include <Utils/Public/MRUCache.h>
+#include <Utils/Public/Ptr/CheckedPtr.h>
 
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <memory>
+#include <iterator>
 #include <unordered_map>
 #include <utility>
 #include <vector>
@@ -132,50 +134,75 @@ private:
     std::size_t _count = 0;
 };
 
-/// The strikes of one cache, each while it has entries or somebody holds it.
+/// The strikes of one cache, each while it has entries.
 template <class Value>
 class Strikes {
 public:
-    using StrikePtr = std::shared_ptr<Strike<Value>>;
+    using Strike = Internal::Strike<Value>;
 
-    /// Null if there is none.
-    StrikePtr find(const StrikeInfo& info) const {
+    /// Null if there is none. Good until `getChanges` answers something else.
+    Strike* find(const StrikeInfo& info) {
+        if (_last != nullptr && _last->first == info) {
+            return &_last->second.strike;
+        }
         const auto found = _strikes.find(info);
-        return found == _strikes.end() ? nullptr : found->second;
+        if (found == _strikes.end()) {
+            return nullptr;
+        }
+        _last = &*found;
+        return &found->second.strike;
     }
 
-    StrikePtr findOrAdd(const StrikeInfo& info) {
-        if (auto found = find(info)) {
-            return found;
+    /// The same, with a new one if there is none; shares the description then.
+    Strike& findOrAdd(StrikeInfo info, const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& faceInfo) {
+        if (Strike* const found = find(info)) {
+            return *found;
         }
         if (_strikes.size() >= _sweepAt) {
             sweep();
         }
-        return _strikes.emplace(info, std::make_shared<Strike<Value>>()).first->second;
+        return _strikes.try_emplace(info, faceInfo).first->second.strike;
     }
+
+    /// How often strikes have ended.
+    std::uint64_t getChanges() const { return _changes; }
 
     /// All entries leave their strikes, before their cache ends them.
     void clear() {
-        for (const auto& [info, strike] : _strikes) {
-            strike->clear();
-        }
+        drop();
         _strikes.clear();
     }
 
 private:
+    struct Owning {
+        explicit Owning(const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& info)
+            : faceInfo(info) {}
+
+        CheckedPtrImpl<const Gfx::FontFaceInfo, false> faceInfo; // of the key
+        Strike strike;
+    };
+    using Map = std::unordered_map<StrikeInfo, Owning, StrikeInfoHash>;
+
     /// At times when there are twice as many as were in use the last time, so that it costs little a strike.
     void sweep() {
-        for (auto strike = _strikes.begin(); strike != _strikes.end();) {
-            const bool isUseless = strike->second->isEmpty() && strike->second.use_count() == 1;
-            strike = isUseless ? _strikes.erase(strike) : std::next(strike);
+        drop();
+        for (auto entry = _strikes.begin(); entry != _strikes.end();) {
+            entry = entry->second.strike.isEmpty() ? _strikes.erase(entry) : std::next(entry);
         }
         _sweepAt = std::max(firstSweep, 2 * _strikes.size());
     }
 
+    void drop() {
+        _last = nullptr;
+        ++_changes;
+    }
+
     static constexpr std::size_t firstSweep = 16;
 
-    std::unordered_map<StrikeInfo, StrikePtr, StrikeInfoHash> _strikes;
+    Map _strikes;
+    typename Map::value_type* _last = nullptr; // the one found last: texts come in the same few fonts
     std::size_t _sweepAt = firstSweep;
+    std::uint64_t _changes = 0;
 };
 
 } // namespace Vell::FontEngine::Internal

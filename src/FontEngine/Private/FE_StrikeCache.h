@@ -4,7 +4,7 @@
 #include <FontEngine/Private/FE_LockedCache.h>
 #include <FontEngine/Private/FE_Strike.h>
 
-#include <memory>
+#include <cstdint>
 #include <utility>
 
 namespace Vell::FontEngine::Internal {
@@ -19,14 +19,14 @@ struct Seated {
     typename Strike<Seated>::Seat seat;
 };
 
-/// The strike that somebody asks for glyph after glyph. It may be kept while the lock of its cache is free,
-/// but is looked into only under the lock.
+/// The strike that somebody asks for glyph after glyph. May be kept while the lock of its cache is free.
 template <class Value>
 class StrikeRoad {
 public:
-    explicit StrikeRoad(StrikeInfo info)
-        : _info(std::move(info))
-        , _isPlain(_info.isPlain()) {}
+    /// The description is kept by the caller as long as the road.
+    explicit StrikeRoad(const StrikeInfo& info)
+        : _info(info)
+        , _isPlain(info.isPlain()) {}
 
     const StrikeInfo& getInfo() const { return _info; }
     bool isPlain() const { return _isPlain; }
@@ -37,7 +37,8 @@ private:
 
     StrikeInfo _info;
     bool _isPlain;
-    std::shared_ptr<Strike<Value>> _strike; // null before the first look
+    Strike<Value>* _strike = nullptr; // good while the strikes have not changed, and under the lock
+    std::uint64_t _changes = 0;
 };
 
 /// A cache of glyphs whose hits in one strike cost no hash of a key:
@@ -47,7 +48,7 @@ private:
 ///     if (const auto* node = cache.find(road, slot)) {
 ///         cache.use(*node);
 ///     } else {
-///         cache.prepare(road);
+///         cache.prepare(road, faceInfo);
 ///         node = &...; // get, or else putNew
 ///         cache.remember(road, slot, *node);
 ///     }
@@ -65,10 +66,11 @@ public:
     using typename Base::Node;
     using Road = StrikeRoad<Seated<T>>;
 
-    /// Looks for the road's strike: before the first find under a lock.
+    /// Looks for the road's strike: before a find under a new lock, or after anything was added.
     void open(Road& road) const VELL_REQUIRES(_mutex) {
-        if (road._isPlain && road._strike == nullptr) {
+        if (road._isPlain && (road._strike == nullptr || road._changes != _strikes.getChanges())) {
             road._strike = _strikes.find(road._info);
+            road._changes = _strikes.getChanges();
         }
     }
 
@@ -79,17 +81,18 @@ public:
     }
 
     /// Makes room for one more entry, so that it can be remembered. May throw std::bad_alloc.
-    void prepare(Road& road) const VELL_REQUIRES(_mutex) {
+    void prepare(const Road& road, const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& faceInfo) const
+        VELL_REQUIRES(_mutex) {
         if (road._isPlain) {
-            road._strike = _strikes.findOrAdd(road._info);
-            road._strike->reserveOne();
+            _strikes.findOrAdd(road._info, faceInfo).reserveOne();
         }
     }
 
     /// Remembers the entry that the cache has for the key of a slot, where it can: what has made the entry
-    /// may have emptied the cache and used the room.
-    void remember(Road& road, std::uint32_t slot, const Node& node) const noexcept VELL_REQUIRES(_mutex) {
-        if (road._isPlain && slot != noSlot && road._strike->hasRoom() &&
+    /// may have emptied the cache and used the room. Opens the road.
+    void remember(Road& road, std::uint32_t slot, const Node& node) const VELL_REQUIRES(_mutex) {
+        open(road);
+        if (road._strike != nullptr && slot != noSlot && road._strike->hasRoom() &&
             FontFaceInfo::isExactly(*Cache::getKey(node).getFaceInfo())) {
             road._strike->add(slot, node);
         }

@@ -31,7 +31,7 @@ bool StrikeInfo::operator==(const StrikeInfo& other) const {
 }
 
 bool StrikeInfo::isOf(const BitmapGlyphInfo& info) const {
-    return faceInfo == info.getFaceInfo() && fontSize == info.getFontSize() &&
+    return faceInfo == info.getFaceInfo().get() && fontSize == info.getFontSize() &&
            transform == info.getTransform() && scale == info.getScale() &&
            devicePixelRatio == info.getDevicePixelRatio();
 }

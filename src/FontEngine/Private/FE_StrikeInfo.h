@@ -3,7 +3,6 @@
 #include <FontEngine/FE_BitmapGlyphInfo.h>
 #include <FontEngine/FE_GlyphTransform.h>
 #include <Gfx/Public/FontFaceInfo.h>
-#include <Utils/Public/Ptr/CheckedPtr.h>
 #include <cinder/Vector.h>
 
 #include <cstddef>
@@ -14,8 +13,9 @@ namespace Vell::FontEngine::Internal {
 /// What the keys of the glyphs of one face at one size have in common: all fields of a key but those that
 /// tell one glyph of a text from the next one. What a kind of key does not have stays as it is here.
 struct StrikeInfo {
-    /// Of exactly Internal::FontFaceInfo: other descriptions may answer differently from time to time.
-    CheckedPtrImpl<const Gfx::FontFaceInfo, false> faceInfo;
+    /// Must be of exactly Internal::FontFaceInfo to have a strike: other descriptions may answer differently
+    /// from time to time. Not owned: whoever looks for a strike keeps it alive, and so does the strike.
+    const Gfx::FontFaceInfo* faceInfo;
     float fontSize;
     GlyphTransform transform;
     cinder::Vec2<float> scale{1.0F, 1.0F};

@@ -27,7 +27,7 @@ std::optional<FallbackRequest> requestFallback(const FontFactory& factory, unsig
 
 /// A face with the description that it is known by.
 struct DescribedFace {
-    CheckedPtrImpl<const FontFaceInfo, false> faceInfo;
+    CheckedPtrImpl<const Gfx::FontFaceInfo, false> faceInfo;
     CheckedPtrImpl<const FontFace, false> face;
 };
 

@@ -23,7 +23,6 @@ namespace {
 
 using ExtFontInfoPtr = CheckedPtrImpl<const Gfx::ExtFontInfo, false>;
 using FaceInfoPtr = CheckedPtrImpl<const Gfx::FontFaceInfo, false>;
-using FacePtr = CheckedPtrImpl<const FontFace, false>;
 using GlyphEntry = Gfx::CharMap::GlyphIndexWithAdvance;
 
 /// The description if it is of this library's own kind, or null.
@@ -53,17 +52,12 @@ unsigned char getOffsetInsidePixel(float x, float devicePixelRatio) {
     return static_cast<unsigned char>(static_cast<int>(16.0F * fraction) * unitsInSixteenth);
 }
 
-/// The description of the text's face. This library's own kind of description need not count one more
-/// reference for the step in between; any other kind is asked.
-FaceInfoPtr getFaceInfo(const Gfx::ExtFontInfo& extFontInfo, const Internal::ExtFontInfo* own) {
-    return own != nullptr ? own->viewFontInfo().getFontFaceInfo()
-                          : extFontInfo.getFontInfo()->getFontFaceInfo();
-}
-
-/// Whether the description can be asked for that of the face as often as one likes, without a client
-/// noticing.
-bool isSilent(const Internal::ExtFontInfo* own) {
-    return own != nullptr && Internal::FontInfo::isExactly(own->viewFontInfo());
+/// The description of the text's face where asking for it calls nothing of a client, so that it may be asked
+/// for once and not for every character; else null.
+const FaceInfoPtr* findSilentFaceInfo(const Internal::ExtFontInfo* own) {
+    return own != nullptr && Internal::FontInfo::isExactly(own->viewFontInfo())
+               ? &static_cast<const Internal::FontInfo&>(own->viewFontInfo()).viewFontFaceInfo()
+               : nullptr;
 }
 
 /// One layout: the state of the pen while it walks over the characters. Glyphs wait for their bitmaps until
@@ -75,11 +69,11 @@ public:
            const cinder::Vec2<float>& scale, bool flipVertically)
         : _extFontInfo(extFontInfo)
         , _ownExtFontInfo(findOwn(*extFontInfo))
-        , _isSilent(isSilent(_ownExtFontInfo))
+        , _silentFaceInfo(findSilentFaceInfo(_ownExtFontInfo))
         , _letterSpacing(extFontInfo->getLetterSpacing())
-        , _face(font.getFace())
-        , _charMap(_face->getBasicMetrics().getCharMap())
-        , _factory(_face->shareFontFactory())
+        , _face(*font.getFace())
+        , _charMap(_face.getBasicMetrics().getCharMap())
+        , _factory(_face.shareFontFactory())
         , _fontSize(font.getFontSize())
         , _devicePixelRatio(devicePixelRatio)
         , _scale(scale)
@@ -90,7 +84,7 @@ public:
     /// The text's own face draws, or the fallback face where it lacks the character; without a fallback the
     /// face's missing-glyph symbol is drawn.
     void add(unsigned int codePoint, bool isLast) {
-        if (!_isSilent) {
+        if (_silentFaceInfo == nullptr) {
             addAskingForTheFace(codePoint, isLast);
             return;
         }
@@ -98,8 +92,8 @@ public:
         if (glyph.glyphIndex == 0 && addFallback(codePoint, isLast)) {
             return;
         }
-        if (!isFrom(_face)) {
-            changeSource(getFaceInfo(*_extFontInfo, _ownExtFontInfo), _face);
+        if (!_source || &_source->face != &_face) {
+            changeSource(*_silentFaceInfo, _face);
         }
         append(glyph, codePoint, isLast);
     }
@@ -112,37 +106,42 @@ public:
 private:
     /// The description may be another one for each character, and of a client's class: nothing of it is kept.
     void addAskingForTheFace(unsigned int codePoint, bool isLast) {
-        FaceInfoPtr faceInfo = getFaceInfo(*_extFontInfo, _ownExtFontInfo);
+        // This library's own kind of description need not count one more reference for the step in between.
+        const FaceInfoPtr faceInfo = _ownExtFontInfo != nullptr
+                                         ? _ownExtFontInfo->viewFontInfo().getFontFaceInfo()
+                                         : _extFontInfo->getFontInfo()->getFontFaceInfo();
         const GlyphEntry glyph = _charMap[codePoint];
         if (glyph.glyphIndex != 0 || !addFallback(codePoint, isLast)) {
-            changeSource(std::move(faceInfo), _face);
+            changeSource(faceInfo, _face);
             append(glyph, codePoint, isLast);
         }
         fetch();
         _source.reset();
     }
 
-    bool isFrom(const FacePtr& face) const { return _source && _source->face == face; }
-
-    void changeSource(FaceInfoPtr faceInfo, const FacePtr& face) {
+    /// Keeps references to both.
+    void changeSource(const FaceInfoPtr& faceInfo, const FontFace& face) {
         fetch();
-        _source.emplace(Internal::StrikeInfo{std::move(faceInfo), _fontSize, face->getTransform(), _scale,
-                                             _devicePixelRatio},
-                        face, _flipVertically);
+        const Internal::StrikeInfo info{faceInfo.get(), _fontSize, face.getTransform(), _scale,
+                                        _devicePixelRatio};
+        _source.emplace(
+            Internal::BitmapSource{Internal::BitmapCache::Road(info), faceInfo, face, _flipVertically});
     }
 
     /// Whether there is a fallback for the character.
     bool addFallback(unsigned int codePoint, bool isLast) {
         fetch(); // the loader is asked next
-        auto fallback = _fallback.find(derefNN(_factory.get()), codePoint, _extFontInfo->getFontInfo());
-        if (!fallback) {
+        auto found = _fallback.find(derefNN(_factory.get()), codePoint, _extFontInfo->getFontInfo());
+        if (!found) {
             return false;
         }
-        const GlyphEntry glyph = fallback->face->getBasicMetrics().getCharMap()[codePoint];
-        if (!isFrom(fallback->face) || _source->road.getInfo().faceInfo != fallback->faceInfo) {
-            changeSource(std::move(fallback->faceInfo), fallback->face);
+        if (!_source || !_fallbackFace || &_source->face != found->face.get() ||
+            _fallbackFace->faceInfo != found->faceInfo) {
+            _source.reset();
+            _fallbackFace = std::move(found);
+            changeSource(_fallbackFace->faceInfo, *_fallbackFace->face);
         }
-        append(glyph, codePoint, isLast);
+        append(_source->face.getBasicMetrics().getCharMap()[codePoint], codePoint, isLast);
         return true;
     }
 
@@ -165,9 +164,9 @@ private:
 
     const ExtFontInfoPtr& _extFontInfo;
     const Internal::ExtFontInfo* _ownExtFontInfo;
-    bool _isSilent;
+    const FaceInfoPtr* _silentFaceInfo;
     float _letterSpacing;
-    const FacePtr& _face;
+    const FontFace& _face;
     const Gfx::CharMap& _charMap;
     std::shared_ptr<const FontFactory> _factory; // null when it has gone: then there are no glyphs
     float _fontSize;
@@ -179,6 +178,7 @@ private:
     std::optional<Internal::BitmapSource> _source; // of the glyphs that wait
     Internal::LaidGlyphs _waiting;
     Internal::RunFallback _fallback;
+    std::optional<Internal::DescribedFace> _fallbackFace; // of the source, if that is not the text's own
     Internal::BoxUnion _box;
     std::vector<BitmapGlyph> _glyphs;
 };

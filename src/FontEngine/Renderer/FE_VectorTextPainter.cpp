@@ -38,7 +38,8 @@ VectorTextPainter::createGlyphRun(boost::string_ref text,
     glyphs.reserve(text.size()); // bytes: no fewer than characters
     if (const auto factory = face->shareFontFactory()) {
         Internal::OutlineSource source{
-            Internal::OutlineCache::Road({faceInfo, font.getFontSize(), face->getTransform()}), face};
+            Internal::OutlineCache::Road({faceInfo.get(), font.getFontSize(), face->getTransform()}),
+            faceInfo, face};
         Internal::LaidOutlines laid;
         const char* position = text.data();
         const char* const end = position + text.size();

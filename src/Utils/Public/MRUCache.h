@@ -162,9 +162,9 @@ private:
     };
     using Data = boost::multi_index_container<
         Entry, boost::multi_index::indexed_by<
-                   boost::multi_index::sequenced<>,
                    boost::multi_index::hashed_unique<
-                       boost::multi_index::member<EntryKey, const Key, &EntryKey::key>, Hash, Equal>>>;
+                       boost::multi_index::member<EntryKey, const Key, &EntryKey::key>, Hash, Equal>,
+                   boost::multi_index::sequenced<>>>;
     /// What the end of an evicted entry may have done meanwhile. An assignment to the cache is one more of
     /// both.
     struct Changes {
@@ -180,8 +180,8 @@ private:
         std::uint64_t restarts = 0; // of the counts, by clears
     };
 
-    static constexpr int byRecency = 0; // front: most recently used
-    static constexpr int byKey = 1;
+    static constexpr int byRecency = 1; // front: most recently used
+    static constexpr int byKey = 0;
     static constexpr const char* file = "Utils/Public/MRUCache";
 
     template <class Position>
