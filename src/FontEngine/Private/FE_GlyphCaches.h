@@ -25,11 +25,11 @@ struct BitmapKeyRefHash {
     std::size_t operator()(const BitmapKeyRef& key) const { return key.info->hash(); }
 };
 
-using BitmapPtr = std::shared_ptr<const FT_BitmapGlyphRec_>; // owns its RenderedGlyph
+using BitmapPtr = std::shared_ptr<const FT_BitmapGlyphRec_>;
 using ImagePtr = std::shared_ptr<const BitmapGlyphImageWithDeleter>;
 using PathPtr = std::shared_ptr<const Gfx::Path>;
 
-using BitmapCache = StrikeCache<BitmapKeyRef, BitmapPtr, BitmapKeyRefHash>;
+using BitmapCache = StrikeCache<BitmapKeyRef, CachedBitmap, BitmapKeyRefHash>;
 using ImageCache = StrikeCache<ColoredBitmapGlyphInfo, ImagePtr, ColoredBitmapGlyphInfoHash>;
 using OutlineCache = StrikeCache<GlyphInfo, PathPtr, GlyphInfoHash>;
 

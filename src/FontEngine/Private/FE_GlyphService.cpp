@@ -75,10 +75,6 @@ bool isKeyOf(const BitmapGlyphInfo& key, const LaidGlyph& laid, const BitmapSour
             (source.road.isPlain() && FontFaceInfo::isExactly(*key.getFaceInfo())));
 }
 
-const RenderedGlyph& getRendered(const BitmapCache::Node& node) {
-    return static_cast<const RenderedGlyph&>(*BitmapCache::Cache::getKey(node).info);
-}
-
 } // namespace
 
 const BitmapCache::Node& GlyphService::getBitmap(const BitmapGlyphInfo& info, const FontFace& face,
@@ -87,10 +83,10 @@ const BitmapCache::Node& GlyphService::getBitmap(const BitmapGlyphInfo& info, co
         return *held;
     }
     const auto rendered =
-        std::make_shared<const RenderedGlyph>(info, renderOnSizedFace(info, face, flipVertically));
+        std::make_shared<RenderedGlyph>(info, renderOnSizedFace(info, face, flipVertically));
     const FT_BitmapGlyphRec_* const glyph = rendered->getBitmapGlyph();
     const std::uint64_t bytes = glyph != nullptr ? weigh(glyph->bitmap) : 0;
-    return _bitmaps.putNew({rendered.get()}, BitmapCache::Node(BitmapPtr(rendered, glyph), bytes));
+    return _bitmaps.putNew({rendered.get()}, BitmapCache::Node(CachedBitmap(rendered), bytes));
 }
 
 const BitmapCache::Node& GlyphService::getBitmapOf(BitmapSource& source, const LaidGlyph& glyph) const {
@@ -120,13 +116,13 @@ const OutlineCache::Node& GlyphService::getPath(const GlyphInfo& info,
 const BitmapPtr& GlyphService::findBitmap(const BitmapGlyphInfo& info, const FontFace& face,
                                           bool flipVertically) const {
     const RecursiveLock lock(_bitmaps.getMutex());
-    return getBitmap(info, face, flipVertically).getValue().data;
+    return getBitmap(info, face, flipVertically).getValue().data->data;
 }
 
 BitmapPtr GlyphService::copyBitmap(const BitmapGlyphInfo& info, const FontFace& face,
                                    bool flipVertically) const {
     const RecursiveLock lock(_bitmaps.getMutex());
-    return getBitmap(info, face, flipVertically).getValue().data;
+    return getBitmap(info, face, flipVertically).getValue().data->data;
 }
 
 ImagePtr GlyphService::copyImage(const BitmapGlyph& glyph,
@@ -148,46 +144,27 @@ PathPtr GlyphService::copyPath(const GlyphInfo& info, const CheckedPtrImpl<const
     return getPath(info, face, painter).getValue().data;
 }
 
-void GlyphService::append(BitmapSource& source, const LaidGlyphs& laid, std::vector<BitmapGlyph>& glyphs,
+void GlyphService::append(BitmapSource& source, const LaidGlyphs& laid, HeldGlyphs& run,
                           BoxUnion& box) const {
-    const auto add = [&](const BitmapCache::Node& node, const LaidGlyph& glyph) {
-        const BitmapPtr& data = node.getValue().data;
-        if (data == nullptr) {
-            return;
+    const RecursiveLock lock(_bitmaps.getMutex());
+    _bitmaps.open(source.road);
+    for (const LaidGlyph& glyph : laid) {
+        const BitmapCache::Node* node = _bitmaps.find(source.road, glyph.getSlot());
+        if (node != nullptr) {
+            _bitmaps.use(*node);
+        } else {
+            node = &getBitmapOf(source, glyph);
         }
-        const RenderedGlyph& rendered = getRendered(node);
+        RenderedGlyph& rendered = *node->getValue().data;
+        if (rendered.data == nullptr) {
+            continue;
+        }
         box.add(rendered);
         const cinder::Vec2<float> pos(glyph.x, 0.0F);
         if (isKeyOf(rendered, glyph, source)) {
-            glyphs.emplace_back(data, pos, rendered);
+            run.glyphs.emplace_back(rendered, pos);
         } else {
-            glyphs.emplace_back(data, pos, source.makeKey(glyph));
-        }
-    };
-    const RecursiveLock lock(_bitmaps.getMutex());
-    _bitmaps.open(source.road);
-    boost::container::static_vector<const BitmapCache::Node*, stretch> hits;
-    for (auto glyph = laid.begin(); glyph != laid.end();) {
-        // All hits in a row are looked up before the first is added: counting a reference waits for all
-        // memory accesses before it, so that they would wait for each other.
-        const auto first = glyph;
-        hits.clear();
-        while (glyph != laid.end()) {
-            const BitmapCache::Node* const node = _bitmaps.find(source.road, glyph->getSlot());
-            if (node == nullptr) {
-                break;
-            }
-            _bitmaps.use(*node);
-            __builtin_prefetch(&getRendered(*node), 1);
-            hits.push_back(node);
-            ++glyph;
-        }
-        for (std::size_t i = 0; i != hits.size(); ++i) {
-            add(*hits[i], first[static_cast<std::ptrdiff_t>(i)]);
-        }
-        if (glyph != laid.end()) {
-            add(getBitmapOf(source, *glyph), *glyph);
-            ++glyph;
+            run.glyphs.emplace_back(rendered.data, pos, source.makeKey(glyph));
         }
     }
 }
@@ -231,14 +208,32 @@ void GlyphService::append(OutlineSource& source, const LaidOutlines& laid, Gfx::
     }
 }
 
-void GlyphService::clear() {
+GlyphService::~GlyphService() {
+    _outlines.clear();
+    _images.clear();
+    const RecursiveLock lock(_bitmaps.getMutex());
     _bitmaps.clear();
+}
+
+void GlyphService::clear() {
+    {
+        const RecursiveLock lock(_bitmaps.getMutex());
+        _bitmaps.clear();
+    }
     _images.clear();
     _outlines.clear();
 }
 
+GlyphService::Budget::~Budget() {
+    if (mutex != nullptr) {
+        const RecursiveLock lock(*mutex);
+        bitmaps.clear();
+    }
+}
+
 void GlyphService::exchange(Budget& budget) {
     _bitmaps.exchange(budget.bitmaps);
+    budget.mutex = _bitmaps.shareMutex();
     _images.exchange(budget.images);
 }
 

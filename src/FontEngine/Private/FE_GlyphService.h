@@ -3,12 +3,15 @@
 #include <FontEngine/FE_CacheFigures.h>
 #include <FontEngine/Private/FE_GlyphCaches.h>
 #include <FontEngine/Private/FE_GlyphSources.h>
+#include <FontEngine/Private/FE_HeldGlyphs.h>
 #include <FontEngine/Renderer/FE_BitmapGlyph.h>
 #include <FontEngine/Renderer/FE_OutlineGlyph.h>
 #include <Gfx/Public/Painter.h>
 #include <cinder/Color.h>
 
+#include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -20,6 +23,12 @@ namespace Vell::FontEngine::Internal {
 /// Errors: those of FontFactory's services, with nothing cached for the glyph that failed.
 class GlyphService {
 public:
+    GlyphService() = default;
+    /// Ends outlines first.
+    ~GlyphService();
+    GlyphService(const GlyphService&) = delete;
+    GlyphService& operator=(const GlyphService&) = delete;
+
     // --- One glyph by its key. A find gives a reference to what the cache holds: it is to be copied before
     // another thread can evict it. A copy is safe.
 
@@ -34,9 +43,10 @@ public:
     // --- Glyphs of a run, as if each were asked for by its key, one after the other. The lock is taken once
     // for all glyphs of a call.
 
-    /// Appends those that have a bitmap.
-    void append(BitmapSource& source, const LaidGlyphs& laid, std::vector<BitmapGlyph>& glyphs,
-                BoxUnion& box) const;
+    /// The lock under which runs hold their glyphs.
+    const std::shared_ptr<RecursiveMutex>& shareHolds() const { return _bitmaps.shareMutex(); }
+    /// Appends those that have a bitmap. There must be room for all.
+    void append(BitmapSource& source, const LaidGlyphs& laid, HeldGlyphs& run, BoxUnion& box) const;
     /// `road` is empty at first and belongs to the run from then on.
     ImagePtr copyImage(std::optional<ImageCache::Road>& road, const BitmapGlyph& glyph,
                        const cinder::ColorAT<unsigned char>& color) const;
@@ -50,7 +60,7 @@ public:
     CacheFigures getImageFigures() const { return _images.getFigures(); }
     CacheFigures getOutlineFigures() const { return _outlines.getFigures(); }
 
-    /// Ends all glyphs, bitmaps first. Takes no lock.
+    /// Ends all glyphs, bitmaps first. The caller has the caches to itself; runs may end on other threads.
     void clear();
 
     /// Empty caches with a limit in bytes each; what they have taken over ends with them, bitmaps first.
@@ -58,9 +68,13 @@ public:
         explicit Budget(std::uint64_t maxBytes)
             : images(0, maxBytes)
             , bitmaps(0, maxBytes) {}
+        ~Budget();
+        Budget(const Budget&) = delete;
+        Budget& operator=(const Budget&) = delete;
 
         ImageCache::Cache images;
         BitmapCache::Cache bitmaps;
+        std::shared_ptr<RecursiveMutex> mutex; ///< of the bitmaps taken over
     };
     /// Takes over the limits and leaves bitmaps and images to `budget`. Outlines stay. Takes no lock.
     void exchange(Budget& budget);
@@ -77,7 +91,6 @@ private:
                                       const CheckedPtrImpl<const FontFace, false>& face,
                                       Gfx::Painter& painter) const VELL_REQUIRES(_outlines.getMutex());
 
-    // Destroyed from the last to the first.
     BitmapCache _bitmaps;
     ImageCache _images;
     OutlineCache _outlines;

@@ -5,7 +5,7 @@
 #include <Utils/Public/MRUCache.h>
 #include <Utils/Public/Ptr/DeepEquality.h>
 
-#include <cstdint>
+#include <memory>
 #include <utility>
 
 namespace Vell::FontEngine::Internal {
@@ -21,29 +21,31 @@ public:
     using Cache = MRUCache<Key, Value, Hash, AreDeeplyEqualComparator>;
     using Node = typename Cache::DataNode;
 
-    RecursiveMutex& getMutex() const VELL_RETURN_CAPABILITY(_mutex) { return _mutex; }
+    RecursiveMutex& getMutex() const VELL_RETURN_CAPABILITY(*_mutex) { return *_mutex; }
+    /// For what needs the lock when the cache may have gone.
+    const std::shared_ptr<RecursiveMutex>& shareMutex() const { return _mutex; }
 
     /// The value of a key, made by `makeNode()` if there is none; a copy, which no other thread can take
     /// away.
     template <class MakeNode>
     Value copy(const Key& key, const MakeNode& makeNode) const {
-        const RecursiveLock lock(_mutex);
+        const RecursiveLock lock(*_mutex);
         return getOrPut(key, makeNode).getValue();
     }
 
     // As in MRUCache, under a lock that the caller holds as long as it uses the entry.
-    const Node* get(const Key& key) const VELL_REQUIRES(_mutex) { return _cache.get(key); }
-    void use(const Node& held) const VELL_REQUIRES(_mutex) { _cache.use(held); }
-    const Node& putNew(const Key& key, Node node) const VELL_REQUIRES(_mutex) {
+    const Node* get(const Key& key) const VELL_REQUIRES(*_mutex) { return _cache.get(key); }
+    void use(const Node& held) const VELL_REQUIRES(*_mutex) { _cache.use(held); }
+    const Node& putNew(const Key& key, Node node) const VELL_REQUIRES(*_mutex) {
         return _cache.putNew(key, std::move(node));
     }
     template <class MakeNode>
-    const Node& getOrPut(const Key& key, const MakeNode& makeNode) const VELL_REQUIRES(_mutex) {
+    const Node& getOrPut(const Key& key, const MakeNode& makeNode) const VELL_REQUIRES(*_mutex) {
         return _cache.getOrPut(key, makeNode);
     }
 
     CacheFigures getFigures() const {
-        const RecursiveLock lock(_mutex);
+        const RecursiveLock lock(*_mutex);
         return {_cache.size(),
                 _cache.getEffectiveSizeInBytes(),
                 _cache.getEvictedCount(),
@@ -60,8 +62,8 @@ public:
     void exchange(Cache& other) VELL_NO_THREAD_SAFETY_ANALYSIS { _cache = std::move(other); }
 
 protected:
-    mutable RecursiveMutex _mutex;
-    mutable Cache _cache VELL_GUARDED_BY(_mutex);
+    std::shared_ptr<RecursiveMutex> _mutex = std::make_shared<RecursiveMutex>();
+    mutable Cache _cache VELL_GUARDED_BY(*_mutex);
 };
 
 } // namespace Vell::FontEngine::Internal

@@ -31,19 +31,18 @@ struct GlyphBox {
     std::uint32_t rows = 0;
 };
 
-/// A rendered glyph with the key that it was rendered for: what the bitmap cache and runs share. Immutable.
-/// The box stands beside the reference count, which a run changes anyway.
-struct RenderedGlyph : GlyphBox, BitmapGlyphInfo {
+/// A rendered glyph as the bitmap cache and runs share it. Immutable but for who holds it. The box stands
+/// beside what a run changes anyway.
+struct RenderedGlyph : GlyphBox, KeyedBitmap {
     /// `owner` is null where FreeType cannot size the face.
     RenderedGlyph(const BitmapGlyphInfo& key, GlyphOwner owner)
-        : BitmapGlyphInfo(key)
+        : KeyedBitmap(key)
         , glyph(std::move(owner)) {
-        if (glyph != nullptr) {
-            const FT_BitmapGlyphRec_& bitmapGlyph = *getBitmapGlyph();
-            left = bitmapGlyph.left;
-            top = bitmapGlyph.top;
-            width = bitmapGlyph.bitmap.width;
-            rows = bitmapGlyph.bitmap.rows;
+        if (const FT_BitmapGlyphRec_* const bitmapGlyph = getBitmapGlyph()) {
+            left = bitmapGlyph->left;
+            top = bitmapGlyph->top;
+            width = bitmapGlyph->bitmap.width;
+            rows = bitmapGlyph->bitmap.rows;
         }
     }
 
@@ -54,11 +53,35 @@ struct RenderedGlyph : GlyphBox, BitmapGlyphInfo {
     const GlyphOwner glyph;
 };
 
+/// The hold of the bitmap cache on a glyph.
+class CachedBitmap {
+public:
+    explicit CachedBitmap(const std::shared_ptr<RenderedGlyph>& rendered)
+        : _rendered(rendered.get()) {
+        _rendered->data = std::shared_ptr<const FT_BitmapGlyphRec_>(rendered, rendered->getBitmapGlyph());
+        ++_rendered->holds;
+    }
+    CachedBitmap(CachedBitmap&& other) noexcept
+        : _rendered(std::exchange(other._rendered, nullptr)) {}
+    CachedBitmap(const CachedBitmap&) = delete;
+    CachedBitmap& operator=(const CachedBitmap&) = delete;
+    ~CachedBitmap() {
+        if (_rendered != nullptr && --_rendered->holds == 0) {
+            const std::shared_ptr<const FT_BitmapGlyphRec_> last = std::move(_rendered->data);
+        }
+    }
+
+    RenderedGlyph& operator*() const { return *_rendered; }
+    RenderedGlyph* operator->() const { return _rendered; }
+
+private:
+    RenderedGlyph* _rendered;
+};
+
 } // namespace Vell::FontEngine::Internal
 
-inline Vell::FontEngine::BitmapGlyph::BitmapGlyph(const std::shared_ptr<const FT_BitmapGlyphRec_>& data,
-                                                  cinder::Vec2<float> pos,
-                                                  const Internal::RenderedGlyph& rendered)
-    : _data(data)
-    , _info(&rendered)
-    , _pos(pos) {}
+inline Vell::FontEngine::BitmapGlyph::BitmapGlyph(Internal::RenderedGlyph& rendered, cinder::Vec2<float> pos)
+    : _keyed(&rendered)
+    , _pos(pos) {
+    ++rendered.holds;
+}

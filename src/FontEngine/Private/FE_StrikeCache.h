@@ -67,7 +67,7 @@ public:
     using Road = StrikeRoad<Seated<T>>;
 
     /// Looks for the road's strike: before a find under a new lock, or after anything was added.
-    void open(Road& road) const VELL_REQUIRES(_mutex) {
+    void open(Road& road) const VELL_REQUIRES(*_mutex) {
         if (road._isPlain && (road._strike == nullptr || road._changes != _strikes.getChanges())) {
             road._strike = _strikes.find(road._info);
             road._changes = _strikes.getChanges();
@@ -76,13 +76,13 @@ public:
 
     /// The entry that is remembered in a slot; null if there is none, and the cache has to be asked. Not
     /// used yet.
-    const Node* find(const Road& road, std::uint32_t slot) const VELL_REQUIRES(_mutex) {
+    const Node* find(const Road& road, std::uint32_t slot) const VELL_REQUIRES(*_mutex) {
         return road._strike == nullptr ? nullptr : road._strike->find(slot);
     }
 
     /// Makes room for one more entry, so that it can be remembered. May throw std::bad_alloc.
     void prepare(const Road& road, const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& faceInfo) const
-        VELL_REQUIRES(_mutex) {
+        VELL_REQUIRES(*_mutex) {
         if (road._isPlain) {
             _strikes.findOrAdd(road._info, faceInfo).reserveOne();
         }
@@ -90,7 +90,7 @@ public:
 
     /// Remembers the entry that the cache has for the key of a slot, where it can: what has made the entry
     /// may have emptied the cache and used the room. Opens the road.
-    void remember(Road& road, std::uint32_t slot, const Node& node) const VELL_REQUIRES(_mutex) {
+    void remember(Road& road, std::uint32_t slot, const Node& node) const VELL_REQUIRES(*_mutex) {
         open(road);
         if (road._strike != nullptr && slot != noSlot && road._strike->hasRoom() &&
             FontFaceInfo::isExactly(*Cache::getKey(node).getFaceInfo())) {
@@ -109,7 +109,7 @@ public:
     }
 
 private:
-    mutable Strikes<Seated<T>> _strikes VELL_GUARDED_BY(_mutex);
+    mutable Strikes<Seated<T>> _strikes VELL_GUARDED_BY(*_mutex);
 };
 
 } // namespace Vell::FontEngine::Internal

@@ -1,23 +1,16 @@
 #include <FontEngine/Renderer/FE_BitmapGlyph.h>
 
+#include <utility>
+
 namespace Vell::FontEngine {
-
-namespace {
-
-/// A bitmap of whoever it may be with a key for it.
-struct KeyedBitmap {
-    std::shared_ptr<const FT_BitmapGlyphRec_> data;
-    BitmapGlyphInfo info;
-};
-
-} // namespace
 
 BitmapGlyph::BitmapGlyph(std::shared_ptr<const FT_BitmapGlyphRec_> data, cinder::Vec2<float> pos,
                          const BitmapGlyphInfo& info)
     : _pos(pos) {
-    const auto keyed = std::make_shared<const KeyedBitmap>(KeyedBitmap{std::move(data), info});
-    _data = std::shared_ptr<const FT_BitmapGlyphRec_>(keyed, keyed->data.get());
-    _info = &keyed->info;
+    auto keyed = std::make_shared<Internal::KeyedBitmap>(info);
+    keyed->data = std::move(data);
+    _keyed = keyed.get();
+    _owner = std::move(keyed);
 }
 
 } // namespace Vell::FontEngine

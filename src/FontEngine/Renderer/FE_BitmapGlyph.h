@@ -7,57 +7,73 @@
 #include <ft2build.h>
 #include FT_GLYPH_H
 
+#include <cstdint>
 #include <memory>
-#include <utility>
 
 namespace Vell::FontEngine {
 
 namespace Internal {
+
+class RecursiveLock;
 struct RenderedGlyph;
-}
+
+/// A bitmap with the key that it was rendered for.
+struct KeyedBitmap : BitmapGlyphInfo {
+    explicit KeyedBitmap(const BitmapGlyphInfo& info)
+        : BitmapGlyphInfo(info) {}
+
+    /// How often the bitmap cache and runs hold it, which do so without owning it. Guarded by the lock of
+    /// that cache.
+    std::uint32_t holds = 0;
+    /// Owns this very object as long as it is held.
+    std::shared_ptr<const FT_BitmapGlyphRec_> data;
+};
+
+} // namespace Internal
 
 /// A rendered glyph at its place in a run. Shares the bitmap with the cache that it came from and keeps it
-/// alive. A glyph that was moved from has no bitmap, but still its key.
+/// alive: by itself, or, as long as it stands in the run that it was laid out in, by that run. What is moved
+/// from a glyph is copied.
 class VELL_API BitmapGlyph {
 public:
     /// `pos` is the pen position of the glyph's origin in the painter's logical units, unrounded. Nothing is
     /// checked; the painters need `data` not to be null.
     BitmapGlyph(std::shared_ptr<const FT_BitmapGlyphRec_> data, cinder::Vec2<float> pos,
                 const BitmapGlyphInfo& info);
-    /// For the layout, without a copy of the key: `data` owns `rendered`.
-    BitmapGlyph(const std::shared_ptr<const FT_BitmapGlyphRec_>& data, cinder::Vec2<float> pos,
-                const Internal::RenderedGlyph& rendered);
-    BitmapGlyph(const BitmapGlyph&) = default;
-    BitmapGlyph(BitmapGlyph&& other) noexcept
-        : _data(std::move(other._data))
-        , _info(other._info)
-        , _pos(other._pos) {
-        other.dropData(_data);
-    }
-    BitmapGlyph& operator=(const BitmapGlyph&) = default;
-    BitmapGlyph& operator=(BitmapGlyph&& other) noexcept {
-        if (this != &other) {
-            _data = std::move(other._data);
-            _info = other._info;
-            _pos = other._pos;
-            other.dropData(_data);
-        }
+    /// For a run that holds `rendered`.
+    BitmapGlyph(Internal::RenderedGlyph& rendered, cinder::Vec2<float> pos);
+    BitmapGlyph(const BitmapGlyph& other) noexcept
+        : _keyed(other._keyed)
+        , _owner(other.shareOwner())
+        , _pos(other._pos) {}
+    BitmapGlyph& operator=(const BitmapGlyph& other) noexcept {
+        _owner = other.shareOwner();
+        _keyed = other._keyed;
+        _pos = other._pos;
         return *this;
     }
     ~BitmapGlyph() = default;
 
-    const std::shared_ptr<const FT_BitmapGlyphRec_>& getData() const { return _data; }
+    const std::shared_ptr<const FT_BitmapGlyphRec_>& getData() const { return _keyed->data; }
     cinder::Vec2<float> getPos() const { return _pos; }
     /// The key that the bitmap was rendered from.
-    const BitmapGlyphInfo& getInfo() const { return *_info; }
+    const BitmapGlyphInfo& getInfo() const { return *_keyed; }
 
-private:
-    void dropData(const std::shared_ptr<const FT_BitmapGlyphRec_>& owner) {
-        _data = std::shared_ptr<const FT_BitmapGlyphRec_>(owner, nullptr);
+    /// For the run that holds the bitmap and lets go of it: from now on the glyph has no bitmap, or is its
+    /// last owner.
+    void letGo(const Internal::RecursiveLock&) noexcept {
+        if (_owner == nullptr && --_keyed->holds == 0) {
+            _owner = std::move(_keyed->data);
+        }
     }
 
-    std::shared_ptr<const FT_BitmapGlyphRec_> _data; // owns what it points to and the key
-    const BitmapGlyphInfo* _info;
+private:
+    std::shared_ptr<const void> shareOwner() const noexcept {
+        return _owner != nullptr ? _owner : std::shared_ptr<const void>(_keyed->data);
+    }
+
+    Internal::KeyedBitmap* _keyed;
+    std::shared_ptr<const void> _owner; // of `_keyed`; null where the run holds it
     cinder::Vec2<float> _pos;
 };
 

@@ -1,5 +1,7 @@
 #include <FontEngine/Renderer/FE_BitmapGlyphRun.h>
 
+#include <FontEngine/Private/FE_HeldGlyphs.h>
+
 #include <utility>
 
 namespace Vell::FontEngine {
@@ -7,5 +9,34 @@ namespace Vell::FontEngine {
 BitmapGlyphRun::BitmapGlyphRun(std::vector<BitmapGlyph> glyphs, FT_BBox_ bbox)
     : _glyphs(std::move(glyphs))
     , _bbox(bbox) {}
+
+BitmapGlyphRun::BitmapGlyphRun(std::vector<BitmapGlyph>&& glyphs, FT_BBox_ bbox,
+                               std::shared_ptr<Internal::RecursiveMutex> holds) noexcept
+    : _glyphs(std::move(glyphs))
+    , _bbox(bbox)
+    , _holds(std::move(holds)) {}
+
+BitmapGlyphRun::BitmapGlyphRun(const BitmapGlyphRun& other)
+    : _glyphs(other._glyphs)
+    , _bbox(other._bbox) {}
+
+BitmapGlyphRun::BitmapGlyphRun(BitmapGlyphRun&& other) noexcept = default;
+
+BitmapGlyphRun& BitmapGlyphRun::operator=(const BitmapGlyphRun& other) {
+    return *this = BitmapGlyphRun(other);
+}
+
+BitmapGlyphRun& BitmapGlyphRun::operator=(BitmapGlyphRun&& other) noexcept {
+    std::swap(_glyphs, other._glyphs);
+    std::swap(_holds, other._holds);
+    _bbox = other._bbox;
+    return *this;
+}
+
+BitmapGlyphRun::~BitmapGlyphRun() {
+    if (_holds != nullptr) {
+        Internal::letGo(_glyphs, *_holds);
+    }
+}
 
 } // namespace Vell::FontEngine

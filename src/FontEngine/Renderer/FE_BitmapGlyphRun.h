@@ -6,14 +6,32 @@
 #include <ft2build.h>
 #include FT_IMAGE_H
 
+#include <memory>
 #include <vector>
 
 namespace Vell::FontEngine {
 
-/// A text laid out as bitmaps, in text order. Immutable; any number of threads may read it.
+namespace Internal {
+class RecursiveMutex;
+}
+
+/// A text laid out as bitmaps, in text order. Immutable but for being assigned to; any number of threads may
+/// read it.
+///
+/// A run from a text painter holds its bitmaps all together, which costs a fraction of one reference each; a
+/// copy of it owns them one by one. Its end takes the lock of the bitmap cache that it came from, on
+/// whichever thread, and also when factory and cache have gone.
 class VELL_API BitmapGlyphRun {
 public:
     BitmapGlyphRun(std::vector<BitmapGlyph> glyphs, FT_BBox_ bbox);
+    /// For the layout: `holds` is the lock under which the run holds those of its glyphs that have no owner.
+    BitmapGlyphRun(std::vector<BitmapGlyph>&& glyphs, FT_BBox_ bbox,
+                   std::shared_ptr<Internal::RecursiveMutex> holds) noexcept;
+    BitmapGlyphRun(const BitmapGlyphRun& other);
+    BitmapGlyphRun(BitmapGlyphRun&& other) noexcept;
+    BitmapGlyphRun& operator=(const BitmapGlyphRun& other);
+    BitmapGlyphRun& operator=(BitmapGlyphRun&& other) noexcept;
+    ~BitmapGlyphRun();
 
     const std::vector<BitmapGlyph>& getGlyphs() const { return _glyphs; }
 
@@ -25,6 +43,7 @@ public:
 private:
     std::vector<BitmapGlyph> _glyphs;
     FT_BBox_ _bbox;
+    std::shared_ptr<Internal::RecursiveMutex> _holds; // null where all glyphs have owners
 };
 
 } // namespace Vell::FontEngine

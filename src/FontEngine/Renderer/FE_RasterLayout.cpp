@@ -66,7 +66,7 @@ const FaceInfoPtr* findSilentFaceInfo(const Internal::ExtFontInfo* own) {
 class Layout {
 public:
     Layout(const ExtFontInfoPtr& extFontInfo, const Font& font, float devicePixelRatio,
-           const cinder::Vec2<float>& scale, bool flipVertically)
+           const cinder::Vec2<float>& scale, bool flipVertically, std::size_t capacity)
         : _extFontInfo(extFontInfo)
         , _ownExtFontInfo(findOwn(*extFontInfo))
         , _silentFaceInfo(findSilentFaceInfo(_ownExtFontInfo))
@@ -77,9 +77,8 @@ public:
         , _fontSize(font.getFontSize())
         , _devicePixelRatio(devicePixelRatio)
         , _scale(scale)
-        , _flipVertically(flipVertically) {}
-
-    void reserve(std::size_t count) { _glyphs.reserve(count); }
+        , _flipVertically(flipVertically)
+        , _run(capacity, _factory ? _factory->getGlyphService().shareHolds() : nullptr) {}
 
     /// The text's own face draws, or the fallback face where it lacks the character; without a fallback the
     /// face's missing-glyph symbol is drawn.
@@ -100,7 +99,7 @@ public:
 
     BitmapGlyphRun finish() {
         fetch();
-        return BitmapGlyphRun(std::move(_glyphs), _box.get());
+        return std::move(_run).finish(_box.get());
     }
 
 private:
@@ -157,7 +156,7 @@ private:
 
     void fetch() {
         if (_factory != nullptr && !_waiting.empty()) {
-            _factory->getGlyphService().append(*_source, _waiting, _glyphs, _box);
+            _factory->getGlyphService().append(*_source, _waiting, _run, _box);
         }
         _waiting.clear();
     }
@@ -180,7 +179,7 @@ private:
     Internal::RunFallback _fallback;
     std::optional<Internal::DescribedFace> _fallbackFace; // of the source, if that is not the text's own
     Internal::BoxUnion _box;
-    std::vector<BitmapGlyph> _glyphs;
+    Internal::HeldGlyphs _run;
 };
 
 } // namespace
@@ -188,8 +187,8 @@ private:
 BitmapGlyphRun RasterTextPainter::createGlyphRun(boost::string_ref text, const ExtFontInfoPtr& extFontInfo,
                                                  const Font& font, float devicePixelRatio,
                                                  const cinder::Vec2<float>& scale) {
-    Layout layout(extFontInfo, font, devicePixelRatio, scale, _flipVertically);
-    layout.reserve(text.size()); // bytes: no fewer than characters
+    Layout layout(extFontInfo, font, devicePixelRatio, scale, _flipVertically,
+                  text.size()); // bytes: no fewer than characters
     const char* position = text.data();
     const char* const end = position + text.size();
     std::optional<unsigned int> waiting; // until it is known what follows
