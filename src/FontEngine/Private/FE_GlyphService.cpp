@@ -208,13 +208,6 @@ void GlyphService::append(OutlineSource& source, const LaidOutlines& laid, Gfx::
     }
 }
 
-GlyphService::~GlyphService() {
-    _outlines.clear();
-    _images.clear();
-    const RecursiveLock lock(_bitmaps.getMutex());
-    _bitmaps.clear();
-}
-
 void GlyphService::clear() {
     {
         const RecursiveLock lock(_bitmaps.getMutex());
@@ -227,12 +220,12 @@ void GlyphService::clear() {
 GlyphService::Budget::~Budget() {
     if (mutex != nullptr) {
         const RecursiveLock lock(*mutex);
-        bitmaps.clear();
+        bitmaps.reset();
     }
 }
 
 void GlyphService::exchange(Budget& budget) {
-    _bitmaps.exchange(budget.bitmaps);
+    _bitmaps.exchange(*budget.bitmaps);
     budget.mutex = _bitmaps.shareMutex();
     _images.exchange(budget.images);
 }

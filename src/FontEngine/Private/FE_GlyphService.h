@@ -23,12 +23,6 @@ namespace Vell::FontEngine::Internal {
 /// Errors: those of FontFactory's services, with nothing cached for the glyph that failed.
 class GlyphService {
 public:
-    GlyphService() = default;
-    /// Ends outlines first.
-    ~GlyphService();
-    GlyphService(const GlyphService&) = delete;
-    GlyphService& operator=(const GlyphService&) = delete;
-
     // --- One glyph by its key. A find gives a reference to what the cache holds: it is to be copied before
     // another thread can evict it. A copy is safe.
 
@@ -67,13 +61,13 @@ public:
     struct Budget {
         explicit Budget(std::uint64_t maxBytes)
             : images(0, maxBytes)
-            , bitmaps(0, maxBytes) {}
+            , bitmaps(std::in_place, 0, maxBytes) {}
         ~Budget();
         Budget(const Budget&) = delete;
         Budget& operator=(const Budget&) = delete;
 
         ImageCache::Cache images;
-        BitmapCache::Cache bitmaps;
+        std::optional<BitmapCache::Cache> bitmaps;
         std::shared_ptr<RecursiveMutex> mutex; ///< of the bitmaps taken over
     };
     /// Takes over the limits and leaves bitmaps and images to `budget`. Outlines stay. Takes no lock.
@@ -91,6 +85,7 @@ private:
                                       const CheckedPtrImpl<const FontFace, false>& face,
                                       Gfx::Painter& painter) const VELL_REQUIRES(_outlines.getMutex());
 
+    // Destroyed from the last to the first.
     BitmapCache _bitmaps;
     ImageCache _images;
     OutlineCache _outlines;

@@ -21,6 +21,12 @@ public:
     using Cache = MRUCache<Key, Value, Hash, AreDeeplyEqualComparator>;
     using Node = typename Cache::DataNode;
 
+    LockedCache() = default;
+    /// Entries end under the lock.
+    ~LockedCache() VELL_NO_THREAD_SAFETY_ANALYSIS { _mutex->lock(); }
+    LockedCache(const LockedCache&) = delete;
+    LockedCache& operator=(const LockedCache&) = delete;
+
     RecursiveMutex& getMutex() const VELL_RETURN_CAPABILITY(*_mutex) { return *_mutex; }
     /// For what needs the lock when the cache may have gone.
     const std::shared_ptr<RecursiveMutex>& shareMutex() const { return _mutex; }
@@ -63,6 +69,15 @@ public:
 
 protected:
     std::shared_ptr<RecursiveMutex> _mutex = std::make_shared<RecursiveMutex>();
+
+private:
+    struct UnlockAtTheEnd {
+        ~UnlockAtTheEnd() VELL_NO_THREAD_SAFETY_ANALYSIS { mutex.unlock(); }
+        RecursiveMutex& mutex;
+    };
+    UnlockAtTheEnd _unlock{*_mutex}; // after the cache has ended
+
+protected:
     mutable Cache _cache VELL_GUARDED_BY(*_mutex);
 };
 

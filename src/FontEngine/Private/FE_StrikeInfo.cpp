@@ -20,8 +20,8 @@ const FontFaceInfo& getOwn(const StrikeInfo& info) {
 } // namespace
 
 bool StrikeInfo::isPlain() const {
-    return FontFaceInfo::isExactly(*faceInfo) && isPlainNumber(fontSize) && isPlainNumber(scale.x) &&
-           isPlainNumber(scale.y) && isPlainNumber(devicePixelRatio);
+    return faceInfo != nullptr && FontFaceInfo::isExactly(*faceInfo) && isPlainNumber(fontSize) &&
+           isPlainNumber(scale.x) && isPlainNumber(scale.y) && isPlainNumber(devicePixelRatio);
 }
 
 bool StrikeInfo::operator==(const StrikeInfo& other) const {

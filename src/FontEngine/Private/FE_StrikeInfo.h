@@ -14,7 +14,8 @@ namespace Vell::FontEngine::Internal {
 /// tell one glyph of a text from the next one. What a kind of key does not have stays as it is here.
 struct StrikeInfo {
     /// Must be of exactly Internal::FontFaceInfo to have a strike: other descriptions may answer differently
-    /// from time to time. Not owned: whoever looks for a strike keeps it alive, and so does the strike.
+    /// from time to time. Not owned: whoever looks for a strike keeps it alive, and so does the strike. Null
+    /// for a description that was moved from.
     const Gfx::FontFaceInfo* faceInfo;
     float fontSize;
     GlyphTransform transform;
