@@ -5,7 +5,8 @@ add_library(fontengine_flags INTERFACE)
 target_compile_features(fontengine_flags INTERFACE cxx_std_17)
 # Results are fixed to the bit: a multiplication and an addition never fuse into one rounding.
 target_compile_options(fontengine_flags INTERFACE
-  -ffp-contract=off -Wall -Wextra -Wpedantic -Wconversion -Wshadow)
+  -ffp-contract=off -Wall -Wextra -Wpedantic -Wconversion -Wshadow
+  $<$<CXX_COMPILER_ID:Clang>:-Wthread-safety>)
 if(CMAKE_UNITY_BUILD AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
   # It takes each source of a unity build for a header.
   target_compile_options(fontengine_flags INTERFACE -Wno-subobject-linkage)
