@@ -98,11 +98,6 @@ public:
         return Font({}, info, face);
     }
 #endif
-#ifdef MISUSE_KEY_FROM_EMPTY_BRACES // explicit|private|no matching constructor|ambiguous
-    auto key(const Info& info) {
-        return FontEngine::GlyphInfo({}, info->getFontFaceInfo(), 1, 1.0F, FontEngine::GlyphTransform::None);
-    }
-#endif
 #ifdef MISUSE_METRICS_FROM_EMPTY_BRACES // explicit|private|no matching constructor
     auto metrics() {
         return Gfx::BasicMetrics({}, 1, 1, 1, {1, 1}, Gfx::CharMap({0, 1}));
