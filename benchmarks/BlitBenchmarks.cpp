@@ -16,25 +16,26 @@ using Blit = void (*)(unsigned char*, std::ptrdiff_t, const Stamp&, std::uint32_
 class RecordedPage {
 public:
     explicit RecordedPage(const Scene& scene)
-        : _engine(scene.workload.fontFile)
+        : _engine(scene.workload)
         , _surface(CairoAdapter::makeImageSurface(1, 1))
         , _painter(_surface.get()) {
         double y = 0;
         for (const std::string& line : scene.workload.lines) {
             y += lineHeight;
-            record(line, y, scene.ratio);
+            record(line, y, scene);
         }
     }
 
     const std::vector<Stamp>& getStamps(std::size_t line) const { return _lines[line]; }
 
 private:
-    void record(const std::string& line, double y, int ratio) {
-        StampRecorder recorder(_painter, ratio);
+    void record(const std::string& line, double y, const Scene& scene) {
+        StampRecorder recorder(_painter, scene.ratio);
         FontEngine::RasterTextPainter text(_painter, recorder, false);
         _painter.pushTransform();
         _painter.translate({static_cast<float>(leftMargin), static_cast<float>(y)});
-        text.drawText(line, _engine.extFontInfo, _engine.font, ink, static_cast<float>(ratio));
+        text.drawText(line, _engine.extFontInfo, _engine.font, scene.workload.ink,
+                      static_cast<float>(scene.ratio));
         _painter.popTransform();
         _lines.push_back(recorder.getStamps());
     }
@@ -45,9 +46,15 @@ private:
     std::vector<std::vector<Stamp>> _lines;
 };
 
-constexpr std::uint32_t colour = 0xFF000000U | ink.r << 16U | ink.g << 8U | ink.b;
+std::uint32_t packInk(const Workload& workload) {
+    const auto place = [](unsigned char channel, unsigned int shift) {
+        return std::uint32_t{channel} << shift;
+    };
+    return 0xFF000000U | place(workload.ink.r, 16) | place(workload.ink.g, 8) | workload.ink.b;
+}
 
-void blitAll(const CairoAdapter::SurfacePtr& page, const std::vector<Stamp>& stamps, Blit blit) {
+void blitAll(const CairoAdapter::SurfacePtr& page, const std::vector<Stamp>& stamps, std::uint32_t colour,
+             Blit blit) {
     unsigned char* const pixels = cairo_image_surface_get_data(page.get());
     const int stride = cairo_image_surface_get_stride(page.get());
     for (const Stamp& stamp : stamps) {
@@ -67,7 +74,7 @@ int compare(const PixelView& a, const PixelView& b) {
 CairoAdapter::SurfacePtr blitPage(const Scene& scene, const RecordedPage& recorded, Blit blit) {
     CairoAdapter::SurfacePtr page = makePage(scene);
     for (std::size_t line = 0; line < scene.workload.lines.size(); ++line) {
-        blitAll(page, recorded.getStamps(line), blit);
+        blitAll(page, recorded.getStamps(line), packInk(scene.workload), blit);
     }
     return page;
 }
@@ -98,13 +105,14 @@ void blitByHand(benchmark::State& state, const Scene& scene, Blit blit) {
         state.SkipWithError("the pixels are not the engine's");
     }
     const CairoAdapter::SurfacePtr page = makePage(scene);
+    const std::uint32_t colour = packInk(scene.workload);
     drawPage(state, scene, viewPixels(page),
-             [&](std::size_t line, double) { blitAll(page, recorded.getStamps(line), blit); });
+             [&](std::size_t line, double) { blitAll(page, recorded.getStamps(line), colour, blit); });
 }
 
 const bool areRegistered = [] {
     for (const Scene& scene : getScenes()) {
-        if (&scene.workload == &getForm()) {
+        if (scene.workload.hasUnderscores()) {
             continue; // colours are no coverage
         }
         const std::string name = scene.getName();

@@ -29,7 +29,7 @@ Glyph renderLetter(const BenchEngine& engine, char letter, float size) {
 
 /// A letter whose picture has so many pixels.
 Glyph findLetter(unsigned int width, unsigned int rows) {
-    const BenchEngine engine(getEnglish().fontFile);
+    const BenchEngine engine(getEnglish());
     for (float size = static_cast<float>(rows); size <= 2.0F * static_cast<float>(rows); size += 0.5F) {
         for (char letter = 'A'; letter <= 'z'; ++letter) {
             Glyph glyph = renderLetter(engine, letter, size);

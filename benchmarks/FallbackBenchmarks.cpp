@@ -38,7 +38,7 @@ Workload makeGappedText() {
 }
 
 void layOut(benchmark::State& state, const Workload& workload) {
-    measureEngine(state, BenchEngine(workload.fontFile, getCjk().fontFile), workload);
+    measureEngine(state, BenchEngine(workload, getCjk().fontFile), workload);
     countItems(state, workload.countCharacters());
 }
 

@@ -8,7 +8,7 @@ namespace Vell::Benchmarks {
 namespace {
 
 void layOut(benchmark::State& state, const Workload& workload, float ratio) {
-    measureEngine(state, BenchEngine(workload.fontFile), workload, ratio);
+    measureEngine(state, BenchEngine(workload), workload, ratio);
     countItems(state, workload.countCharacters());
 }
 

@@ -43,7 +43,7 @@ void hitAll(benchmark::State& state, const Workload& workload, const Hit& hit) {
 
 /// The text as it comes, each character's advance from the table of the face.
 void decodeAndAdvance(benchmark::State& state, const Workload& workload) {
-    const BenchEngine engine(workload.fontFile);
+    const BenchEngine engine(workload);
     const Gfx::CharMap& charMap = engine.font.getFace()->getBasicMetrics().getCharMap();
     float pen = 0.0F;
     for (auto step : state) {

@@ -14,12 +14,12 @@ void layOut(benchmark::State& state, const BenchEngine& engine) {
 }
 
 void layOutWithOwnFactory(benchmark::State& state) {
-    const BenchEngine engine(getEnglish().fontFile);
+    const BenchEngine engine(getEnglish());
     layOut(state, engine);
 }
 
 void layOutWithSharedFactory(benchmark::State& state) {
-    static const BenchEngine engine(getEnglish().fontFile);
+    static const BenchEngine engine(getEnglish());
     layOut(state, engine);
 }
 

@@ -29,7 +29,7 @@ void replayAll(benchmark::State& state, const Workload& workload, const Gfx::Pai
 }
 
 void replayByEngine(benchmark::State& state, const Workload& workload) {
-    const BenchEngine engine(workload.fontFile);
+    const BenchEngine engine(workload);
     const std::unique_ptr<Gfx::Painter> painter = makeCountingPainter();
     FontEngine::VectorTextPainter text(*painter);
     replayAll(state, workload, *painter, [&](std::size_t line) {
@@ -39,7 +39,7 @@ void replayByEngine(benchmark::State& state, const Workload& workload) {
 
 /// The same calls of the painter, from paths that are at hand.
 void replayByHand(benchmark::State& state, const Workload& workload) {
-    const BenchEngine engine(workload.fontFile);
+    const BenchEngine engine(workload);
     const std::unique_ptr<Gfx::Painter> painter = makeCountingPainter();
     std::vector<FontEngine::OutlineGlyphRun> runs;
     for (const std::string& line : workload.lines) {
@@ -47,7 +47,7 @@ void replayByHand(benchmark::State& state, const Workload& workload) {
             FontEngine::VectorTextPainter(*painter).createGlyphRun(line, engine.extFontInfo, engine.font));
     }
     replayAll(state, workload, *painter, [&](std::size_t line) {
-        const float scale = pixelSize / static_cast<float>(runs[line].getUnitsPerEM());
+        const float scale = workload.pixelSize / static_cast<float>(runs[line].getUnitsPerEM());
         painter->pushTransform();
         painter->scale({scale, scale});
         for (const FontEngine::OutlineGlyph& glyph : runs[line].getGlyphs()) {
@@ -59,10 +59,10 @@ void replayByHand(benchmark::State& state, const Workload& workload) {
 }
 
 void fillByEngine(benchmark::State& state, const Scene& scene) {
-    const BenchEngine engine(scene.workload.fontFile);
+    const BenchEngine engine(scene.workload);
     const CairoAdapter::SurfacePtr page = makePage(scene);
     CairoAdapter::CairoPainter painter(page.get());
-    painter.setColor(ink);
+    painter.setColor(scene.workload.ink);
     FontEngine::VectorTextPainter text(painter);
     drawPage(state, scene, viewPixels(page), [&](std::size_t line, double y) {
         painter.pushTransform();

@@ -49,7 +49,7 @@ std::vector<Figure> measurePeak() {
 
 /// Several sizes of all letters: more than a cache's first table of buckets is made for.
 Figure measureCachedGlyphs() {
-    const BenchEngine engine(getEnglish().fontFile);
+    const BenchEngine engine(getEnglish());
     const Gfx::CharMap& charMap = engine.font.getFace()->getBasicMetrics().getCharMap();
     constexpr int sizeCount = 50;
     const auto getGlyph = [&](unsigned int code, int size) {
@@ -84,7 +84,7 @@ Figure measureCharMap(const std::string& name, const std::string& fontFile) {
 }
 
 Figure measureRun() {
-    const BenchEngine engine(getEnglish().fontFile);
+    const BenchEngine engine(getEnglish());
     IdlePainter idle;
     FontEngine::RasterTextPainter painter(idle, idle, false);
     const auto layOut = [&] {

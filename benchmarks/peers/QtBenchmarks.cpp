@@ -34,7 +34,7 @@ QFont makeFont(const Workload& workload) {
     startQt();
     const QString family = QString::fromStdString(workload.fontFamily);
     QFont font(family);
-    font.setPixelSize(static_cast<int>(pixelSize));
+    font.setPixelSize(static_cast<int>(workload.pixelSize));
     font.setHintingPreference(
         QFont::PreferNoHinting); // glyphs stand at fractions of a pixel, as the engine's
     if (QFontInfo(font).family() != family) {
@@ -74,6 +74,7 @@ void draw(benchmark::State& state, const Scene& scene) {
     const PixelView pixels{page.constBits(), page.bytesPerLine(), page.width(), page.height()};
     QPainter painter(&page);
     painter.setFont(font);
+    const cinder::ColorAT<unsigned char>& ink = scene.workload.ink;
     painter.setPen(QColor(ink.r, ink.g, ink.b));
     drawPage(state, scene, pixels,
              [&](std::size_t line, double y) { painter.drawText(QPointF(leftMargin, y), lines[line]); });

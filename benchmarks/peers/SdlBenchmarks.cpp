@@ -27,7 +27,8 @@ void startSdl() {
 SdlFont openFont(const Workload& workload, int ratio) {
     startSdl();
     // A point is a pixel at its 72 dots an inch. The first face of the collection is the Japanese one.
-    SdlFont font(TTF_OpenFont(workload.fontFile.c_str(), static_cast<int>(pixelSize) * ratio), TTF_CloseFont);
+    SdlFont font(TTF_OpenFont(workload.fontFile.c_str(), static_cast<int>(workload.pixelSize) * ratio),
+                 TTF_CloseFont);
     if (!font) {
         throw std::runtime_error(TTF_GetError());
     }
@@ -66,6 +67,7 @@ void draw(benchmark::State& state, const Scene& scene) {
     const SdlFont font = openFont(scene.workload, scene.ratio);
     const SdlSurface page = makeSdlPage(scene);
     const PixelView pixels{static_cast<const unsigned char*>(page->pixels), page->pitch, page->w, page->h};
+    const cinder::ColorAT<unsigned char>& ink = scene.workload.ink;
     const int ascent = TTF_FontAscent(font.get());
     drawPage(state, scene, pixels, [&](std::size_t line, double y) {
         const SdlSurface text(TTF_RenderUTF8_Blended(font.get(), scene.workload.lines[line].c_str(),

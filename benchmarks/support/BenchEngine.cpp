@@ -46,8 +46,8 @@ std::string OneFontLoader::getFamilyNameForRange(unsigned int) const {
     return _fallback ? fallbackFamily : std::string();
 }
 
-BenchEngine::BenchEngine(const std::string& fontFile, const std::string& fallbackFile, float size)
-    : BenchEngine(readFontFile(fontFile), readIfNamed(fallbackFile), size) {}
+BenchEngine::BenchEngine(const Workload& workload, const std::string& fallbackFile)
+    : BenchEngine(readFontFile(workload.fontFile), readIfNamed(fallbackFile), workload.pixelSize) {}
 
 BenchEngine::BenchEngine(const std::shared_ptr<const Bytes>& bytes,
                          const std::shared_ptr<const Bytes>& fallback, float size)

@@ -32,10 +32,10 @@ private:
 
 /// A factory over one font file, the description of its font at a size, and the font.
 struct BenchEngine {
-    explicit BenchEngine(const std::string& fontFile, const std::string& fallbackFile = {},
-                         float size = pixelSize);
+    /// The font of a text at the size of that text, without or with another font for what it lacks.
+    explicit BenchEngine(const Workload& workload, const std::string& fallbackFile = {});
     explicit BenchEngine(const std::shared_ptr<const Bytes>& bytes,
-                         const std::shared_ptr<const Bytes>& fallback = nullptr, float size = pixelSize);
+                         const std::shared_ptr<const Bytes>& fallback = nullptr, float size = usualPixelSize);
 
     CheckedPtrImpl<FontEngine::FontFactory, false> factory;
     CheckedPtrImpl<const Gfx::FontFaceInfo, false> faceInfo;

@@ -12,7 +12,8 @@ CairoAdapter::ContextPtr makeTextContext(cairo_surface_t* page, const Scene& sce
     cairo_font_options_destroy(options);
     cairo_select_font_face(context.get(), scene.workload.fontFamily.c_str(), CAIRO_FONT_SLANT_NORMAL,
                            CAIRO_FONT_WEIGHT_NORMAL);
-    cairo_set_font_size(context.get(), static_cast<double>(pixelSize) * scene.ratio);
+    cairo_set_font_size(context.get(), static_cast<double>(scene.workload.pixelSize) * scene.ratio);
+    const cinder::ColorAT<unsigned char>& ink = scene.workload.ink;
     cairo_set_source_rgb(context.get(), ink.r / 255.0, ink.g / 255.0, ink.b / 255.0);
     return context;
 }

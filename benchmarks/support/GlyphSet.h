@@ -42,7 +42,7 @@ public:
     const BenchEngine& getEngine() const { return _engine; }
 
 private:
-    float getSize(std::size_t i) const { return pixelSize + static_cast<float>(i % _sizeCount); }
+    float getSize(std::size_t i) const { return usualPixelSize + static_cast<float>(i % _sizeCount); }
     bool agreesAbout(std::size_t i) const;
 
     BenchEngine _engine;

@@ -10,7 +10,8 @@ PangoText::PangoText(const Workload& workload, int ratio, cairo_t* target)
         pango_cairo_update_context(target, _context); // its font options
     }
     PangoFontDescription* const font = pango_font_description_from_string(workload.fontFamily.c_str());
-    pango_font_description_set_absolute_size(font, static_cast<double>(pixelSize) * ratio * PANGO_SCALE);
+    pango_font_description_set_absolute_size(font,
+                                             static_cast<double>(workload.pixelSize) * ratio * PANGO_SCALE);
     pango_layout_set_font_description(_layout, font);
     pango_font_description_free(font);
 }

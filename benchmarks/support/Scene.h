@@ -4,7 +4,6 @@
 #include "Workload.h"
 
 #include <CairoAdapter/CairoAdapter.h>
-#include <cinder/Color.h>
 
 #include <benchmark/benchmark.h>
 
@@ -17,7 +16,6 @@ namespace Vell::Benchmarks {
 
 constexpr double lineHeight = 18.0;
 constexpr double leftMargin = 4.0;
-constexpr cinder::ColorAT<unsigned char> ink{20, 30, 40, 255};
 
 /// A text on a white page, its lines one below the other, at a number of device pixels for each logical unit.
 struct Scene {

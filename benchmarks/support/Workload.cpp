@@ -2,12 +2,16 @@
 
 #include <Utils/Public/Utf8.h>
 
+#include <algorithm>
+
 namespace Vell::Benchmarks {
 
 namespace {
 
 constexpr const char* dejaVu = "/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf";
 constexpr const char* notoCjk = "/usr/share/fonts/opentype/noto/NotoSansCJK-Regular.ttc";
+constexpr const char* liberationSerif = "/usr/share/fonts/truetype/liberation/LiberationSerif-Regular.ttf";
+constexpr const char* liberationMono = "/usr/share/fonts/truetype/liberation/LiberationMono-Regular.ttf";
 
 constexpr const char* dejaVuFamily = "DejaVu Sans";
 constexpr const char* notoCjkFamily = "Noto Sans CJK JP";
@@ -29,6 +33,11 @@ std::size_t Workload::countCharacters() const {
         count += decode(line).size();
     }
     return count;
+}
+
+bool Workload::hasUnderscores() const {
+    return std::any_of(lines.begin(), lines.end(),
+                       [](const std::string& line) { return line.find('_') != std::string::npos; });
 }
 
 const Workload& getEnglish() {
@@ -102,8 +111,48 @@ const Workload& getForm() {
     return workload;
 }
 
+const Workload& getProse() {
+    static const Workload workload{
+        "prose",
+        liberationSerif,
+        "Liberation Serif",
+        {"My grandmother kept bees, though she was afraid of them. \u201cOne should be,\u201d she said, and "
+         "drew",
+         "the veil down over her hat; \u201cit keeps the hands slow.\u201d There were eleven hives behind "
+         "the orchard,",
+         "painted in whatever colour the shop had left over: ochre, pale green, a blue that had been meant",
+         "for window frames. In May they hummed like a church before the sermon. In October she weighed",
+         "each one by lifting a corner, nodded or shook her head, and wrote a figure into the same brown",
+         "notebook that held birthdays, recipes and the price of coal since 1931. Nobody was allowed to",
+         "tidy it. When I asked her what the figures were for, she thought about it for most of an",
+         "afternoon. \u201cSo that next year,\u201d she said at last, \u201cI can be surprised "
+         "properly.\u201d"},
+        17.0F};
+    return workload;
+}
+
+const Workload& getCode() {
+    static const Workload workload{
+        "code",
+        liberationMono,
+        "Liberation Mono",
+        {"def read_tide_table(file_name, harbour_id, max_rows=MAX_ROWS):",
+         "    \"\"\"Yields (time_of_day, height_in_cm) for each high_tide of a harbour.\"\"\"",
+         "    with open(file_name, encoding=\"utf-8\") as tide_file:",
+         "        for row_number, raw_line in enumerate(tide_file):",
+         "            if row_number >= max_rows or raw_line.startswith(\"#\"):", "                continue",
+         "            time_of_day, height_in_cm, *other_columns = raw_line.split(\";\")",
+         "            if other_columns[HARBOUR_COLUMN] == harbour_id:",
+         "                yield parse_time(time_of_day), int(height_in_cm) - CHART_DATUM[harbour_id]", "",
+         "if __name__ == \"__main__\":",
+         "    sys.exit(main(sys.argv[1:], is_verbose=bool(os.environ.get(\"TIDE_DEBUG\"))))"},
+        13.0F,
+        {0, 84, 166, 255}};
+    return workload;
+}
+
 std::vector<const Workload*> getWorkloads() {
-    return {&getEnglish(), &getMixed(), &getLabels(), &getCjk(), &getForm()};
+    return {&getEnglish(), &getMixed(), &getLabels(), &getCjk(), &getProse(), &getForm(), &getCode()};
 }
 
 } // namespace Vell::Benchmarks

@@ -1,19 +1,31 @@
 #pragma once
 
+#include <cinder/Color.h>
+
 #include <cstddef>
 #include <string>
 #include <vector>
 
 namespace Vell::Benchmarks {
 
-/// A text as a program draws it, line by line, and the font file that covers it.
+/// The size of most texts.
+constexpr float usualPixelSize = 14.0F;
+
+/// Near black, the colour of most texts.
+constexpr cinder::ColorAT<unsigned char> usualInk{20, 30, 40, 255};
+
+/// A text as a program draws it, line by line, the font file that covers it, its size and its colour.
 struct Workload {
     std::string name;
     std::string fontFile;
     std::string fontFamily; ///< what fontconfig calls that font
     std::vector<std::string> lines;
+    float pixelSize = usualPixelSize;
+    cinder::ColorAT<unsigned char> ink = usualInk;
 
     std::size_t countCharacters() const;
+    /// Whether the engine colours any of it by sub-pixels.
+    bool hasUnderscores() const;
 };
 
 /// English prose.
@@ -27,12 +39,15 @@ const Workload& getCjk();
 /// A form to fill in: underscores, which the engine colours by sub-pixels.
 const Workload& getForm();
 
-/// All five.
+/// English prose in a face with serifs, somewhat larger than the others.
+const Workload& getProse();
+/// Source code in a monospaced face, somewhat smaller than the others: many underscores, in blue.
+const Workload& getCode();
+
+/// All seven.
 std::vector<const Workload*> getWorkloads();
 
 /// The code points of well-formed UTF-8.
 std::vector<unsigned int> decode(const std::string& text);
-
-constexpr float pixelSize = 14.0F;
 
 } // namespace Vell::Benchmarks
