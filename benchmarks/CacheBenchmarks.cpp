@@ -83,7 +83,7 @@ void registerSize(const std::string& contestant, std::uint64_t size) {
     auto* const registered = benchmark::RegisterBenchmark(
         ("cache hit/" + std::to_string(size) + " entries/" + contestant).c_str(), hitRandomly<Cache>, size);
     if (size >= 1'000'000) {
-        registered->Repetitions(3); // filling takes its time
+        registered->Iterations(100'000); // filling takes its time, also in the search for a number
     }
 }
 

@@ -12,8 +12,9 @@ from reporting import plot, results, tables, targets
 
 def parse_arguments():
     parser = argparse.ArgumentParser(description=__doc__)
-    parser.add_argument("results", help="what the benchmarks wrote, as JSON")
-    parser.add_argument("memory", nargs="?", help="what fontengine_memory wrote")
+    parser.add_argument("processes", nargs="+", metavar="FILE",
+                        help="what a process of the benchmarks wrote, as JSON")
+    parser.add_argument("--memory", metavar="FILE", help="what fontengine_memory wrote")
     parser.add_argument("--markdown", action="store_true", help="tables for a document")
     parser.add_argument("--into", metavar="FILE", help="replaces the figures of that document by these tables")
     parser.add_argument("--plot", metavar="FILE", help="writes a plot as SVG, too")
@@ -29,7 +30,7 @@ def replace_figures(document, figures):
 
 def main():
     arguments = parse_arguments()
-    outcome = results.read(arguments.results, arguments.memory)
+    outcome = results.read(arguments.processes, arguments.memory)
     make = tables.make_markdown if arguments.markdown else tables.make_text
     verdicts = targets.judge(outcome)
     print(make(outcome, verdicts))

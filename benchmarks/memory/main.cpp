@@ -83,6 +83,10 @@ Figure measureCharMap(const std::string& name, const std::string& fontFile) {
             "bytes"};
 }
 
+Figure measureGlyphRecord() {
+    return {"sizeof(BitmapGlyph)", static_cast<double>(sizeof(FontEngine::BitmapGlyph)), "bytes"};
+}
+
 Figure measureRun() {
     const BenchEngine engine(getEnglish());
     IdlePainter idle;
@@ -117,6 +121,7 @@ int main() {
     figures.push_back(measureCachedGlyphs());
     figures.push_back(measureCharMap("DejaVu", getEnglish().fontFile));
     figures.push_back(measureCharMap("Noto CJK", getCjk().fontFile));
+    figures.push_back(measureGlyphRecord());
     figures.push_back(measureRun());
     print(figures);
     return 0;

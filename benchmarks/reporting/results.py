@@ -1,4 +1,8 @@
-"""The outcome of a run: what each contestant of each group took for an item."""
+"""The outcome of a run: what each contestant of each group took for an item.
+
+Others on the machine only ever make a time longer. So the shortest repetition of each process counts, contestants are
+compared process by process, and the median of the processes decides.
+"""
 
 import json
 import re
@@ -9,18 +13,49 @@ NOT_INSTALLED = "not installed"
 
 # The order of the report, whatever the order of the run was; other tasks follow.
 TASKS = ("layout", "fallback", "threads", "growth", "draw", "draw at ratio 2", "vector replay", "vector fill",
-         "cold glyph", "cold glyph, two sizes in turn", "byte budget", "colour", "open", "scan", "cache hit")
+         "cold glyph", "cold glyph, two sizes in turn", "byte budget", "colour", "open", "scan", "cache hit",
+         "whole process")
 
 # What an item is, by the first part of a group's name; otherwise a glyph.
-ITEMS = {"open": "face", "scan": "face", "colour": "pixel", "cache hit": "hit"}
+ITEMS = {"open": "face", "scan": "face", "colour": "pixel", "cache hit": "hit", "whole process": "run"}
+
+
+# What is more says that somebody else used the machine.
+TOLERATED_VARIATION = 0.10
 
 
 @dataclass
 class Figure:
-    """The median over the repetitions in nanoseconds an item, or what went wrong."""
+    """The shortest repetition of each process in nanoseconds an item, or what went wrong.
 
-    nanoseconds: float | None = None
+    `excess` is by how much the median of a process's repetitions lies above the shortest one, in the worst process
+    and as a part of the shortest.
+    """
+
+    minima: tuple = ()
+    excess: float = 0.0
     error: str | None = None
+
+    @property
+    def nanoseconds(self):
+        """None where there is no figure."""
+        return statistics.median(self.minima) if self.minima else None
+
+    @property
+    def variation(self):
+        """Within the processes or between them, whichever is more, as a part of the shortest time."""
+        return max(self.excess, max(self.minima) / min(self.minima) - 1) if self.minima else 0.0
+
+    @property
+    def is_noisy(self):
+        return self.variation > TOLERATED_VARIATION
+
+
+def combine(function, *figures):
+    """The median over the processes of a function of each process's times. None where a figure is missing."""
+    if not all(figure and figure.minima for figure in figures):
+        return None
+    return statistics.median(function(*times) for times in zip(*(figure.minima for figure in figures)))
 
 
 @dataclass
@@ -29,10 +64,14 @@ class Results:
     groups: dict = field(default_factory=dict)  # {"task/workload": {contestant: Figure}}
     memory: list = field(default_factory=list)  # [{"name", "value", "unit"}]
 
-    def get(self, group, contestant):
-        """Nanoseconds, None where there is no figure."""
-        figure = self.groups.get(group, {}).get(contestant)
-        return figure.nanoseconds if figure else None
+    def find(self, group, contestant):
+        """Its figure, None where it was not measured."""
+        return self.groups.get(group, {}).get(contestant)
+
+    def list_noisy(self):
+        """[(group, contestant)] whose times varied too much."""
+        return [(group, contestant) for group, contestants in self.groups.items()
+                for contestant, figure in contestants.items() if figure.is_noisy]
 
     def get_memory(self, name):
         return next((entry["value"] for entry in self.memory if entry["name"] == name), None)
@@ -72,36 +111,61 @@ def sort_contestants(names):
     return sorted(names, key=lambda name: (not name.startswith("engine"), not name.startswith("floor"), name))
 
 
-def collect(benchmarks):
-    """{group: {contestant: Figure}}: tasks in the order of the report, their groups as they were registered."""
-    times = {}
-    registered = {}
-    errors = {}
-    for run in benchmarks:
-        if run["run_type"] != "iteration":
-            continue
-        name = split_name(run["run_name"])
-        times.setdefault(name, [])
-        index = run.get("family_index", 0)
-        registered[name[0]] = min(index, registered.get(name[0], index))
+class Process:
+    """What one process measured: the times of each row, or its error."""
+
+    def __init__(self, benchmarks):
+        self.times = {}  # {(group, contestant): [nanoseconds an item]}
+        self.errors = {}
+        for run in benchmarks:
+            if run["run_type"] == "iteration":
+                self.add(split_name(run["run_name"]), run)
+
+    def add(self, row, run):
+        times = self.times.setdefault(row, [])
         if run.get("error_occurred"):
-            errors[name] = run.get("error_message", "unknown error")
+            self.errors[row] = run.get("error_message", "unknown error")
         else:
-            times[name].append(1e9 / run["items_per_second"])
+            times.append(1e9 / run["items_per_second"])
+
+
+def make_figure(row, processes):
+    error = next((process.errors[row] for process in processes if row in process.errors), None)
+    if error is None and not all(process.times.get(row) for process in processes):
+        error = "missing from a process"
+    if error:
+        return Figure(error=error)
+    times = [process.times[row] for process in processes]
+    return Figure(tuple(map(min, times)), max(statistics.median(values) / min(values) - 1 for values in times))
+
+
+def list_registered(runs):
+    """{group: the place of its first registration}"""
+    registered = {}
+    for run in runs:
+        group = split_name(run["run_name"])[0]
+        index = run.get("family_index", 0)
+        registered[group] = min(index, registered.get(group, index))
+    return registered
+
+
+def collect(processes):
+    """{group: {contestant: Figure}}: tasks in the order of the report, their groups as they were registered."""
+    registered = list_registered(run for runs in processes for run in runs)
+    outcomes = [Process(runs) for runs in processes]
     groups = {}
-    for (group, contestant), values in times.items():
-        error = errors.get((group, contestant))
-        figure = Figure(error=error) if error else Figure(statistics.median(values))
-        groups.setdefault(group, {})[contestant] = figure
+    for row in dict.fromkeys(row for outcome in outcomes for row in outcome.times):
+        groups.setdefault(row[0], {})[row[1]] = make_figure(row, outcomes)
     order = sorted(groups, key=lambda group: (rank_task(get_task(group)), registered[group]))
     return {group: groups[group] for group in order}
 
 
-def read(results_path, memory_path=None):
-    with open(results_path, encoding="utf-8") as file:
-        outcome = json.load(file)
-    memory = []
-    if memory_path:
-        with open(memory_path, encoding="utf-8") as file:
-            memory = json.load(file)["memory"]
-    return Results(outcome["context"], collect(outcome["benchmarks"]), memory)
+def load(path):
+    with open(path, encoding="utf-8") as file:
+        return json.load(file)
+
+
+def read(process_paths, memory_path=None):
+    processes = [load(path) for path in process_paths]
+    memory = load(memory_path)["memory"] if memory_path else []
+    return Results(processes[0].get("context", {}), collect([process["benchmarks"] for process in processes]), memory)

@@ -1,6 +1,6 @@
 """The tables, for a terminal and for a document."""
 
-from reporting.results import get_item, get_task, get_workload, sort_contestants
+from reporting.results import TOLERATED_VARIATION, combine, get_item, get_task, get_workload, sort_contestants
 
 FIGURES_BEGIN = "<!-- figures -->"
 FIGURES_END = "<!-- end of figures -->"
@@ -23,9 +23,18 @@ def show_time(figure):
 
 def show_ratio(engine, figure):
     """The engine's time as a multiple of another one's."""
-    if engine is None or engine.error or figure.error or figure is engine:
-        return ""
-    return f"{engine.nanoseconds / figure.nanoseconds:.2f}"
+    ratio = None if figure is engine else combine(lambda own, other: own / other, engine, figure)
+    return "" if ratio is None else f"{ratio:.2f}"
+
+
+def show_variation(figure):
+    """How much the times varied, where that is too much."""
+    return f"{100 * figure.variation:.0f} %" if figure.is_noisy else ""
+
+
+def show_cell(figure):
+    """The time, and how much it varied where that is too much."""
+    return show_time(figure) + (f" ±{show_variation(figure)}" if figure and figure.is_noisy else "")
 
 
 def show_value(value, unit):
@@ -37,13 +46,13 @@ def show_limit(verdict):
 
 
 def list_rows(results):
-    """[group, contestant, time, ratio] of all."""
+    """[group, contestant, time, ratio, variation] of all."""
     rows = []
     for group, contestants in results.groups.items():
         engine = contestants.get("engine")
         for name in sort_contestants(contestants):
             figure = contestants[name]
-            rows.append([group, name, show_time(figure), show_ratio(engine, figure)])
+            rows.append([group, name, show_time(figure), show_ratio(engine, figure), show_variation(figure)])
     return rows
 
 
@@ -54,6 +63,20 @@ def list_verdicts(verdicts):
 
 def list_memory(results):
     return [[entry["name"], show_value(entry["value"], entry["unit"])] for entry in results.memory]
+
+
+def describe_noise(results, verdicts):
+    """Lines that name the rows that varied too much. The last one says whether the targets have to be judged anew."""
+    noisy = results.list_noisy()
+    if not noisy:
+        return []
+    limit = f"{100 * TOLERATED_VARIATION:.0f} %"
+    names = "; ".join("/".join(row) for row in noisy)
+    lines = ["", f"Varied by more than {limit}: {names}."]
+    judged = {row for verdict in verdicts for row in verdict.rows}.intersection(noisy)
+    if judged:
+        lines += ["", f"Targets rest on {len(judged)} of these rows: repeat the run."]
+    return lines
 
 
 def align(header, rows, right):
@@ -75,10 +98,12 @@ def draw_markdown(header, rows, right):
 
 def make_text(results, verdicts):
     lines = [describe_machine(results.context), ""]
-    lines += align(["group", "contestant", "ns an item", "engine / this"], list_rows(results), {2, 3})
+    lines += align(["group", "contestant", "ns an item", "engine / this", "varied by"], list_rows(results),
+                   {2, 3, 4})
     if results.memory:
         lines += ["", *align(["memory", "figure"], list_memory(results), {1})]
     lines += ["", *align(["target", "case", "figure", "limit", "verdict"], list_verdicts(verdicts), {2})]
+    lines += describe_noise(results, verdicts)
     return "\n".join(lines)
 
 
@@ -94,7 +119,7 @@ def make_task(results, groups):
     """A table of one task: a row for each contestant, a column for each workload."""
     contestants = sort_contestants({name for group in groups for name in results.groups[group]})
     header = [f"ns a {get_item(groups[0])}", *map(get_workload, groups)]
-    rows = [[name, *(show_time(results.groups[group].get(name)) for group in groups)] for name in contestants]
+    rows = [[name, *(show_cell(results.groups[group].get(name)) for group in groups)] for name in contestants]
     return draw_markdown(header, rows, set(range(1, len(header))))
 
 
@@ -106,6 +131,7 @@ def make_markdown(results, verdicts):
         lines += ["", "### Memory", "", *draw_markdown(["what", "figure"], list_memory(results), {1})]
     lines += ["", "### Targets", "",
               *draw_markdown(["target", "case", "figure", "limit", "verdict"], list_verdicts(verdicts), {2})]
+    lines += describe_noise(results, verdicts)
     return "\n".join(lines)
 
 
