@@ -1,10 +1,9 @@
 // The layout half of the raster painter.
 
-#include <FontEngine/FE_ExtFontInfo.h>
 #include <FontEngine/FE_FontFactory.h>
-#include <FontEngine/FE_FontInfo.h>
 #include <FontEngine/Private/FE_DevicePixelRatio.h>
 #include <FontEngine/Private/FE_GlyphService.h>
+#include <FontEngine/Private/FE_OwnDescriptions.h>
 #include <FontEngine/Private/FE_SymbolFallback.h>
 #include <FontEngine/Renderer/FE_RasterTextPainter.h>
 #include <Utils/Public/Ptr/PtrUtils.h>
@@ -24,12 +23,6 @@ namespace {
 using ExtFontInfoPtr = CheckedPtrImpl<const Gfx::ExtFontInfo, false>;
 using FaceInfoPtr = CheckedPtrImpl<const Gfx::FontFaceInfo, false>;
 using GlyphEntry = Gfx::CharMap::GlyphIndexWithAdvance;
-
-/// The description if it is of this library's own kind, or null.
-const Internal::ExtFontInfo* findOwn(const Gfx::ExtFontInfo& extFontInfo) {
-    const bool isOwn = Internal::ExtFontInfo::isExactly(extFontInfo);
-    return isOwn ? static_cast<const Internal::ExtFontInfo*>(&extFontInfo) : nullptr;
-}
 
 /// std::floor without the call that a build for any x86-64 machine makes.
 float floorOf(float x) {
@@ -52,14 +45,6 @@ unsigned char getOffsetInsidePixel(float x, float devicePixelRatio) {
     return static_cast<unsigned char>(static_cast<int>(16.0F * fraction) * unitsInSixteenth);
 }
 
-/// The description of the text's face where asking for it calls nothing of a client, so that it may be asked
-/// for once and not for every character; else null.
-const FaceInfoPtr* findSilentFaceInfo(const Internal::ExtFontInfo* own) {
-    return own != nullptr && Internal::FontInfo::isExactly(own->viewFontInfo())
-               ? &static_cast<const Internal::FontInfo&>(own->viewFontInfo()).viewFontFaceInfo()
-               : nullptr;
-}
-
 /// One layout: the state of the pen while it walks over the characters. Glyphs wait for their bitmaps until
 /// there are enough of them to be worth the lock, or until a client's object is about to be called: to that
 /// object it looks as if each had been fetched at once.
@@ -68,8 +53,8 @@ public:
     Layout(const ExtFontInfoPtr& extFontInfo, const Font& font, float devicePixelRatio,
            const cinder::Vec2<float>& scale, bool flipVertically, std::size_t capacity)
         : _extFontInfo(extFontInfo)
-        , _ownExtFontInfo(findOwn(*extFontInfo))
-        , _silentFaceInfo(findSilentFaceInfo(_ownExtFontInfo))
+        , _ownExtFontInfo(Internal::findOwn(*extFontInfo))
+        , _silentFaceInfo(Internal::findSilentFaceInfo(_ownExtFontInfo))
         , _letterSpacing(extFontInfo->getLetterSpacing())
         , _face(*font.getFace())
         , _charMap(_face.getBasicMetrics().getCharMap())

@@ -2,6 +2,7 @@
 
 #include <FontEngine/FE_FontFactory.h>
 #include <FontEngine/Private/FE_GlyphService.h>
+#include <FontEngine/Private/FE_OwnDescriptions.h>
 #include <Utils/Public/Assert.h>
 #include <Utils/Public/Utf8.h>
 
@@ -23,14 +24,17 @@ OutlineGlyphRun
 VectorTextPainter::createGlyphRun(boost::string_ref text,
                                   const CheckedPtrImpl<const Gfx::ExtFontInfo, false>& extFontInfo,
                                   const Font& font) {
-    const auto faceInfo = extFontInfo->getFontInfo()->getFontFaceInfo();
+    // This library's own kind of description is looked into, which counts no reference for the steps between.
+    const auto* const own = Internal::findSilentFontInfo(Internal::findOwn(*extFontInfo));
+    const auto faceInfo =
+        own != nullptr ? own->viewFontFaceInfo() : extFontInfo->getFontInfo()->getFontFaceInfo();
     const CheckedPtrImpl<const FontFace, false>& face = font.getFace();
     if (!face) {
         doFailAssert(file, 62, "face");
     }
     const Gfx::CharMap& charMap = face->getBasicMetrics().getCharMap();
     const float letterSpacing = extFontInfo->getLetterSpacing();
-    const float size = extFontInfo->getFontInfo()->getSize();
+    const float size = own != nullptr ? own->getSize() : extFontInfo->getFontInfo()->getSize();
     const unsigned short unitsPerEM = face->getHandle()->units_per_EM;
     const float spacingInUnits = (static_cast<float>(unitsPerEM) * letterSpacing) / size;
 
