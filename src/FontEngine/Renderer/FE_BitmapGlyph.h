@@ -9,6 +9,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <utility>
 
 namespace Vell::FontEngine {
 
@@ -47,9 +48,11 @@ public:
         , _owner(other.shareOwner())
         , _pos(other._pos) {}
     BitmapGlyph& operator=(const BitmapGlyph& other) noexcept {
-        _owner = other.shareOwner();
-        _keyed = other._keyed;
-        _pos = other._pos;
+        if (this != &other) {
+            _owner = other.shareOwner();
+            _keyed = other._keyed;
+            _pos = other._pos;
+        }
         return *this;
     }
     ~BitmapGlyph() = default;
