@@ -30,7 +30,8 @@ public:
     /// Colours and their neighbours on the left, pixelsAtOnce or more.
     VELL_AVX2 void mixInside(const unsigned char* from, int width, unsigned char* to) const {
         const std::ptrdiff_t last = std::ptrdiff_t{width - pixelsAtOnce} * bytesPerColor;
-        for (std::ptrdiff_t x = 0; x < last; x += pixelsAtOnce * bytesPerColor) {
+        constexpr auto step = std::ptrdiff_t{pixelsAtOnce} * bytesPerColor;
+        for (std::ptrdiff_t x = 0; x < last; x += step) {
             writeColors(mix(from + x), to + x);
         }
         writeColors(mix(from + last), to + last);
