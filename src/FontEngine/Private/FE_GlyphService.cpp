@@ -7,6 +7,7 @@
 #include <Utils/Public/Ptr/PtrUtils.h>
 
 #include <cstdlib>
+#include <cstring>
 #include <utility>
 
 namespace Vell::FontEngine::Internal {
@@ -67,10 +68,21 @@ StrikeInfo describe(const BitmapGlyphInfo& info, unsigned int color) {
             info.getScale(),          info.getDevicePixelRatio(), color};
 }
 
+/// Also where they compare equal, as zeros of different signs do.
+bool haveSameBits(float lhs, float rhs) {
+    return std::memcmp(&lhs, &rhs, sizeof(lhs)) == 0;
+}
+
+bool hasNumbersOf(const BitmapGlyphInfo& key, const StrikeInfo& info) {
+    return haveSameBits(key.getFontSize(), info.fontSize) && haveSameBits(key.getScale().x, info.scale.x) &&
+           haveSameBits(key.getScale().y, info.scale.y) &&
+           haveSameBits(key.getDevicePixelRatio(), info.devicePixelRatio);
+}
+
 /// Whether the key of a cached glyph is that of the laid one in all that a client can see: the character may
 /// be another one, and an equal description of a client's own class is another object.
 bool isKeyOf(const BitmapGlyphInfo& key, const LaidGlyph& laid, const BitmapSource& source) {
-    return key.getUnicode() == laid.unicode &&
+    return key.getUnicode() == laid.unicode && hasNumbersOf(key, source.road.getInfo()) &&
            (key.getFaceInfo() == source.faceInfo ||
             (source.road.isPlain() && FontFaceInfo::isExactly(*key.getFaceInfo())));
 }
@@ -92,7 +104,9 @@ const BitmapCache::Node& GlyphService::getBitmap(const BitmapGlyphInfo& info, co
 const BitmapCache::Node& GlyphService::getBitmapOf(BitmapSource& source, const LaidGlyph& glyph) const {
     _bitmaps.prepare(source.road, source.faceInfo);
     const BitmapCache::Node& node = getBitmap(source.makeKey(glyph), source.face, source.flipVertically);
-    _bitmaps.remember(source.road, glyph.getSlot(), node);
+    if (hasNumbersOf(*node.getValue().data, source.road.getInfo())) {
+        _bitmaps.remember(source.road, glyph.getSlot(), node);
+    }
     return node;
 }
 
@@ -150,7 +164,8 @@ void GlyphService::append(BitmapSource& source, const LaidGlyphs& laid, HeldGlyp
     _bitmaps.open(source.road);
     for (const LaidGlyph& glyph : laid) {
         const BitmapCache::Node* node = _bitmaps.find(source.road, glyph.getSlot());
-        if (node != nullptr) {
+        const bool isRemembered = node != nullptr;
+        if (isRemembered) {
             _bitmaps.use(*node);
         } else {
             node = &getBitmapOf(source, glyph);
@@ -161,7 +176,9 @@ void GlyphService::append(BitmapSource& source, const LaidGlyphs& laid, HeldGlyp
         }
         box.add(rendered);
         const cinder::Vec2<float> pos(glyph.x, 0.0F);
-        if (isKeyOf(rendered, glyph, source)) {
+        const bool isSameKey =
+            isRemembered ? rendered.getUnicode() == glyph.unicode : isKeyOf(rendered, glyph, source);
+        if (isSameKey) {
             run.glyphs.emplace_back(rendered, pos);
         } else {
             run.glyphs.emplace_back(rendered.data, pos, source.makeKey(glyph));

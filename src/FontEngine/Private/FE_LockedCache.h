@@ -6,6 +6,7 @@
 #include <Utils/Public/Ptr/DeepEquality.h>
 
 #include <memory>
+#include <optional>
 #include <utility>
 
 namespace Vell::FontEngine::Internal {
@@ -23,7 +24,10 @@ public:
 
     LockedCache() = default;
     /// Entries end under the lock.
-    ~LockedCache() VELL_NO_THREAD_SAFETY_ANALYSIS { _mutex->lock(); }
+    ~LockedCache() {
+        const RecursiveLock lock(*_mutex);
+        _cache.reset();
+    }
     LockedCache(const LockedCache&) = delete;
     LockedCache& operator=(const LockedCache&) = delete;
 
@@ -40,45 +44,36 @@ public:
     }
 
     // As in MRUCache, under a lock that the caller holds as long as it uses the entry.
-    const Node* get(const Key& key) const VELL_REQUIRES(*_mutex) { return _cache.get(key); }
-    void use(const Node& held) const VELL_REQUIRES(*_mutex) { _cache.use(held); }
+    const Node* get(const Key& key) const VELL_REQUIRES(*_mutex) { return _cache->get(key); }
+    void use(const Node& held) const VELL_REQUIRES(*_mutex) { _cache->use(held); }
     const Node& putNew(const Key& key, Node node) const VELL_REQUIRES(*_mutex) {
-        return _cache.putNew(key, std::move(node));
+        return _cache->putNew(key, std::move(node));
     }
     template <class MakeNode>
     const Node& getOrPut(const Key& key, const MakeNode& makeNode) const VELL_REQUIRES(*_mutex) {
-        return _cache.getOrPut(key, makeNode);
+        return _cache->getOrPut(key, makeNode);
     }
 
     CacheFigures getFigures() const {
         const RecursiveLock lock(*_mutex);
-        return {_cache.size(),
-                _cache.getEffectiveSizeInBytes(),
-                _cache.getEvictedCount(),
-                _cache.getHitCount(),
-                _cache.getMissCount(),
-                _cache.getMaxEntries(),
-                _cache.getMaxSizeInBytes()};
+        return {_cache->size(),
+                _cache->getEffectiveSizeInBytes(),
+                _cache->getEvictedCount(),
+                _cache->getHitCount(),
+                _cache->getMissCount(),
+                _cache->getMaxEntries(),
+                _cache->getMaxSizeInBytes()};
     }
 
     /// Ends all entries and keeps the limits. Takes no lock: the caller has the cache to itself.
-    void clear() VELL_NO_THREAD_SAFETY_ANALYSIS { _cache.clear(); }
+    void clear() VELL_NO_THREAD_SAFETY_ANALYSIS { _cache->clear(); }
 
     /// Takes over the limits of `other`, which is empty, and leaves the entries to it. Takes no lock.
-    void exchange(Cache& other) VELL_NO_THREAD_SAFETY_ANALYSIS { _cache = std::move(other); }
+    void exchange(Cache& other) VELL_NO_THREAD_SAFETY_ANALYSIS { *_cache = std::move(other); }
 
 protected:
     std::shared_ptr<RecursiveMutex> _mutex = std::make_shared<RecursiveMutex>();
-
-private:
-    struct UnlockAtTheEnd {
-        ~UnlockAtTheEnd() VELL_NO_THREAD_SAFETY_ANALYSIS { mutex.unlock(); }
-        RecursiveMutex& mutex;
-    };
-    UnlockAtTheEnd _unlock{*_mutex}; // after the cache has ended
-
-protected:
-    mutable Cache _cache VELL_GUARDED_BY(*_mutex);
+    mutable std::optional<Cache> _cache VELL_GUARDED_BY(*_mutex){std::in_place};
 };
 
 } // namespace Vell::FontEngine::Internal

@@ -10,7 +10,7 @@ BitmapGlyph::BitmapGlyph(std::shared_ptr<const FT_BitmapGlyphRec_> data, cinder:
     auto keyed = std::make_shared<Internal::KeyedBitmap>(info);
     keyed->data = std::move(data);
     _keyed = keyed.get();
-    _owner = std::move(keyed);
+    _owner = std::shared_ptr<const FT_BitmapGlyphRec_>(keyed, keyed->data.get());
 }
 
 } // namespace Vell::FontEngine

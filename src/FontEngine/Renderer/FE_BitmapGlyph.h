@@ -57,7 +57,9 @@ public:
     }
     ~BitmapGlyph() = default;
 
-    const std::shared_ptr<const FT_BitmapGlyphRec_>& getData() const { return _keyed->data; }
+    const std::shared_ptr<const FT_BitmapGlyphRec_>& getData() const {
+        return _owner != nullptr ? _owner : _keyed->data;
+    }
     cinder::Vec2<float> getPos() const { return _pos; }
     /// The key that the bitmap was rendered from.
     const BitmapGlyphInfo& getInfo() const { return *_keyed; }
@@ -65,18 +67,20 @@ public:
     /// For the run that holds the bitmap and lets go of it: from now on the glyph has no bitmap, or is its
     /// last owner.
     void letGo(const Internal::RecursiveLock&) noexcept {
-        if (_owner == nullptr && --_keyed->holds == 0) {
+        if (isHeld() && --_keyed->holds == 0) {
             _owner = std::move(_keyed->data);
         }
     }
 
 private:
-    std::shared_ptr<const void> shareOwner() const noexcept {
-        return _owner != nullptr ? _owner : std::shared_ptr<const void>(_keyed->data);
+    bool isHeld() const { return _owner.use_count() == 0; }
+
+    const std::shared_ptr<const FT_BitmapGlyphRec_>& shareOwner() const noexcept {
+        return isHeld() ? _keyed->data : _owner;
     }
 
     Internal::KeyedBitmap* _keyed;
-    std::shared_ptr<const void> _owner; // of `_keyed`; null where the run holds it
+    std::shared_ptr<const FT_BitmapGlyphRec_> _owner; // of `_keyed`, too; empty where the run holds it
     cinder::Vec2<float> _pos;
 };
 

@@ -76,7 +76,7 @@ public:
         if (glyph.glyphIndex == 0 && addFallback(codePoint, isLast)) {
             return;
         }
-        if (!_source || &_source->face != &_face) {
+        if (!_source || &_source->faceInfo != _silentFaceInfo) {
             changeSource(*_silentFaceInfo, _face);
         }
         append(glyph, codePoint, isLast);
@@ -119,8 +119,8 @@ private:
         if (!found) {
             return false;
         }
-        if (!_source || !_fallbackFace || &_source->face != found->face.get() ||
-            _fallbackFace->faceInfo != found->faceInfo) {
+        if (!_source || !_fallbackFace || &_source->faceInfo != &_fallbackFace->faceInfo ||
+            _fallbackFace->face != found->face || _fallbackFace->faceInfo != found->faceInfo) {
             _source.reset();
             _fallbackFace = std::move(found);
             changeSource(_fallbackFace->faceInfo, *_fallbackFace->face);
