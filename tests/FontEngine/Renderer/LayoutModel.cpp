@@ -6,6 +6,7 @@
 
 #include <iterator>
 #include <map>
+#include <utility>
 
 namespace Vell::FontEngine {
 
@@ -50,14 +51,22 @@ Testing::FontGlyph makeGlyph(const Advance& advance) {
     return Testing::makeBoxGlyph(advance.units, 20, bottom, right, bottom + right / 2);
 }
 
-Testing::Bytes buildFont(const char* family, unsigned int unitsPerEm, unsigned int missingUnits,
-                         const std::vector<Advance>& advances) {
+Testing::FontBuilder makeFont(const char* family, unsigned int unitsPerEm, unsigned int missingUnits,
+                              const std::vector<Advance>& advances) {
     Testing::FontBuilder font(family);
     font.setUnitsPerEm(unitsPerEm);
     font.setNotdef(Testing::makeBoxGlyph(missingUnits, 10, 0, 200, 300));
     for (const Advance& advance : advances) {
         font.map(advance.codePoint, font.addGlyph(makeGlyph(advance)));
     }
+    return font;
+}
+
+/// With a glyph of which a part is missing.
+Testing::Bytes buildOwnFont() {
+    Testing::FontBuilder font = makeFont(ownFamily, 1000, 470, listOwnAdvances());
+    constexpr unsigned int noGlyph = 999;
+    font.map('!', font.addGlyph({300, {}, {}, {{noGlyph}}}));
     return font.build();
 }
 
@@ -117,11 +126,13 @@ float chooseUpTo(std::mt19937& random, float limit) {
 
 } // namespace
 
-ModelFonts::ModelFonts() {
-    _loader->setFont(ownFamily, false, false, buildFont(ownFamily, 1000, 470, listOwnAdvances()));
-    _loader->setFont(symbolFamily, false, false, buildFont(symbolFamily, 500, 290, listSymbolAdvances()));
+ModelFonts::ModelFonts(std::shared_ptr<Testing::CountingLoader> loader)
+    : _factory(FontFactory::create(loader, ownFamily)) {
+    loader->setFont(ownFamily, false, false, buildOwnFont());
+    loader->setFont(symbolFamily, false, false,
+                    makeFont(symbolFamily, 500, 290, listSymbolAdvances()).build());
     for (const unsigned int served : {snowman, rocket, scissors}) {
-        _loader->setRangeFamily(FontLoaders::UnicodeRangeMap::find(served), symbolFamily);
+        loader->setRangeFamily(FontLoaders::UnicodeRangeMap::find(served), symbolFamily);
     }
 }
 

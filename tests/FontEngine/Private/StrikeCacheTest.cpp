@@ -1,0 +1,250 @@
+// A cache of numbers with strikes against the same cache without them.
+
+#include <FontEngine/Private/FE_StrikeCache.h>
+
+#include <support/ClientDescriptions.h>
+#include <support/Descriptions.h>
+
+#include <Utils/Public/Hash.h>
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <random>
+#include <string>
+#include <vector>
+
+namespace Vell::FontEngine::Internal {
+namespace {
+
+/// A number in a face at a size.
+struct NumberKey {
+    Testing::FaceInfoPtr face;
+    float size;
+    std::uint32_t number;
+
+    bool operator==(const NumberKey& other) const {
+        return size == other.size && number == other.number && *face == *other.face;
+    }
+    const Testing::FaceInfoPtr& getFaceInfo() const { return face; }
+};
+
+struct NumberKeyHash {
+    std::size_t operator()(const NumberKey& key) const {
+        return combineHash(combineHash(key.face->getHash(), hashFloat(key.size)), key.number);
+    }
+};
+
+/// Does something when the last owner lets go.
+struct EndingNumber {
+    std::uint32_t number;
+    std::function<void()> end;
+
+    ~EndingNumber() {
+        if (end) {
+            end();
+        }
+    }
+};
+using NumberPtr = std::shared_ptr<const EndingNumber>;
+using NumberCache = StrikeCache<NumberKey, NumberPtr, NumberKeyHash>;
+
+NumberCache::Node makeNode(std::uint32_t number, std::function<void()> end = nullptr) {
+    return {NumberPtr(new EndingNumber{number, std::move(end)}), 10 + number % 7};
+}
+
+/// As the services of the factory ask.
+std::uint32_t askByRoad(const NumberCache& cache, NumberCache::Road& road, const NumberKey& key) {
+    const RecursiveLock lock(cache.getMutex());
+    cache.open(road);
+    if (const NumberCache::Node* const node = cache.find(road, key.number)) {
+        cache.use(*node);
+        return node->getValue().data->number;
+    }
+    cache.prepare(road, key.face);
+    const NumberCache::Node& node = cache.getOrPut(key, [&] { return makeNode(key.number); });
+    cache.remember(road, key.number, node);
+    return node.getValue().data->number;
+}
+
+std::uint32_t askByKey(const NumberCache& cache, const NumberKey& key) {
+    const RecursiveLock lock(cache.getMutex());
+    return cache.getOrPut(key, [&] { return makeNode(key.number); }).getValue().data->number;
+}
+
+std::vector<std::uint64_t> listFigures(const NumberCache& cache) {
+    const CacheFigures figures = cache.getFigures();
+    return {figures.entries, figures.bytes,      figures.evictions, figures.hits,
+            figures.misses,  figures.maxEntries, figures.maxBytes};
+}
+
+TEST(StrikeCache, CountsAsACacheWithoutStrikesDoes) {
+    for (unsigned int seed = 1; seed <= 20 && !HasFailure(); ++seed) {
+        SCOPED_TRACE("seed " + std::to_string(seed));
+        std::mt19937 random(seed);
+        NumberCache withStrikes;
+        NumberCache without;
+        std::vector<Testing::FaceInfoPtr> faces = {Testing::makeFaceInfo("A"), Testing::makeFaceInfo("A"),
+                                                   Testing::makeFaceInfo("B"),
+                                                   Testing::makeClientFaceInfo("A")};
+        std::vector<std::pair<NumberCache::Road, Testing::FaceInfoPtr>> roads;
+        for (int i = 0; i < 60; ++i) {
+            const auto& face = faces[random() % faces.size()];
+            const float sizes[] = {1.0F, 0.0F, -0.0F, static_cast<float>(random() % 30)};
+            roads.emplace_back(NumberCache::Road({face.get(), sizes[random() % 4], GlyphTransform::None}),
+                               face);
+        }
+        for (int step = 0; step < 4000 && !HasFailure(); ++step) {
+            auto& [road, face] = roads[random() % roads.size()];
+            const NumberKey key{face, road.getInfo().fontSize, static_cast<std::uint32_t>(random() % 20)};
+            const std::uint32_t expected = askByKey(without, key);
+            EXPECT_EQ(random() % 4 == 0 ? askByKey(withStrikes, key) : askByRoad(withStrikes, road, key),
+                      expected);
+            if (random() % 300 == 0) {
+                withStrikes.clear();
+                without.clear();
+            }
+            if (random() % 300 == 0) {
+                const std::uint64_t entries = random() % 3 == 0 ? 0 : 1 + random() % 200;
+                const std::uint64_t bytes = random() % 3 == 0 ? 0 : random() % 2000;
+                NumberCache::Cache limited(entries, bytes);
+                NumberCache::Cache same(entries, bytes);
+                withStrikes.exchange(limited);
+                without.exchange(same);
+            }
+            EXPECT_EQ(listFigures(withStrikes), listFigures(without)) << step;
+        }
+    }
+}
+
+struct OneRoad {
+    Testing::FaceInfoPtr face = Testing::makeFaceInfo();
+    NumberCache::Road road{{face.get(), 10.0F, GlyphTransform::None}};
+
+    NumberKey makeKey(std::uint32_t number) const { return {face, 10.0F, number}; }
+};
+
+const NumberCache::Node* find(const NumberCache& cache, OneRoad& one, std::uint32_t number) {
+    const RecursiveLock lock(cache.getMutex());
+    cache.open(one.road);
+    return cache.find(one.road, number);
+}
+
+TEST(StrikeCache, RemembersWhatItWasAskedFor) {
+    const NumberCache cache;
+    OneRoad one;
+    EXPECT_EQ(find(cache, one, 5), nullptr);
+    askByRoad(cache, one.road, one.makeKey(5));
+    ASSERT_NE(find(cache, one, 5), nullptr);
+    OneRoad other; // of an equal description
+    EXPECT_EQ(find(cache, other, 5), find(cache, one, 5));
+    EXPECT_EQ(find(cache, one, 6), nullptr);
+}
+
+TEST(StrikeCache, ForgetsWhatIsEvicted) {
+    NumberCache cache;
+    NumberCache::Cache limited(2, 0);
+    cache.exchange(limited);
+    OneRoad one;
+    for (const std::uint32_t number : {1U, 2U, 1U, 3U}) {
+        askByRoad(cache, one.road, one.makeKey(number));
+    }
+    EXPECT_NE(find(cache, one, 1), nullptr) << "used through the road";
+    EXPECT_EQ(find(cache, one, 2), nullptr);
+    EXPECT_NE(find(cache, one, 3), nullptr);
+}
+
+TEST(StrikeCache, ForgetsAllWhenItIsEmptied) {
+    NumberCache cache;
+    OneRoad one;
+    askByRoad(cache, one.road, one.makeKey(1));
+    cache.clear();
+    EXPECT_EQ(find(cache, one, 1), nullptr);
+    askByRoad(cache, one.road, one.makeKey(1));
+    NumberCache::Cache other(0, 0);
+    cache.exchange(other);
+    EXPECT_EQ(other.size(), 1U);
+    EXPECT_EQ(find(cache, one, 1), nullptr) << "though the entry lives on";
+}
+
+TEST(StrikeCache, FindsRoadsWhoseStrikeWasSweptMeanwhile) {
+    NumberCache cache;
+    OneRoad one;
+    askByRoad(cache, one.road, one.makeKey(1));
+    NumberCache::Cache limited(1, 0);
+    cache.exchange(limited);
+    for (int size = 1; size <= 300; ++size) { // one entry at a time: the strikes before are empty
+        NumberCache::Road road({one.face.get(), static_cast<float>(size), GlyphTransform::None});
+        askByRoad(cache, road, {one.face, static_cast<float>(size), 1});
+    }
+    EXPECT_EQ(askByRoad(cache, one.road, one.makeKey(1)), 1U);
+    EXPECT_NE(find(cache, one, 1), nullptr);
+}
+
+TEST(StrikeCache, LeavesDescriptionsOfClientsToTheCache) {
+    const NumberCache cache;
+    const auto face = Testing::makeClientFaceInfo("Test Sans");
+    NumberCache::Road road({face.get(), 10.0F, GlyphTransform::None});
+    const NumberKey key{face, 10.0F, 1};
+    askByRoad(cache, road, key);
+    const RecursiveLock lock(cache.getMutex());
+    cache.open(road);
+    EXPECT_EQ(cache.find(road, 1), nullptr);
+    OneRoad own;
+    EXPECT_EQ(askByRoad(cache, own.road, own.makeKey(1)), 1U);
+    EXPECT_EQ(cache.getFigures().hits, 1U) << "the client's description is equal";
+    cache.open(own.road);
+    EXPECT_EQ(cache.find(own.road, 1), nullptr) << "but may become another one";
+}
+
+TEST(StrikeCache, LetsTheEndOfAnEntryAskForOthers) {
+    NumberCache cache;
+    NumberCache::Cache limited(3, 0);
+    cache.exchange(limited);
+    OneRoad one;
+    std::uint32_t answer = 0;
+    {
+        const RecursiveLock lock(cache.getMutex());
+        cache.prepare(one.road, one.face);
+        const auto& node = cache.getOrPut(one.makeKey(0), [&] {
+            return makeNode(0, [&] {
+                answer =
+                    askByRoad(cache, one.road, one.makeKey(50)) + askByRoad(cache, one.road, one.makeKey(2));
+            });
+        });
+        cache.remember(one.road, 0, node);
+    }
+    for (const std::uint32_t number : {1U, 2U, 3U}) {
+        EXPECT_EQ(askByRoad(cache, one.road, one.makeKey(number)), number);
+    }
+    EXPECT_EQ(answer, 52U);
+    EXPECT_EQ(find(cache, one, 0), nullptr);
+    EXPECT_EQ(find(cache, one, 1), nullptr) << "pushed out by what the end has asked for";
+    EXPECT_NE(find(cache, one, 2), nullptr);
+    EXPECT_NE(find(cache, one, 3), nullptr);
+    EXPECT_NE(find(cache, one, 50), nullptr);
+}
+
+TEST(StrikeCache, LetsTheMakingOfAnEntryEmptyIt) {
+    NumberCache cache;
+    OneRoad one;
+    askByRoad(cache, one.road, one.makeKey(1));
+    const RecursiveLock lock(cache.getMutex());
+    cache.prepare(one.road, one.face);
+    const auto& node = cache.getOrPut(one.makeKey(2), [&] {
+        cache.clear();
+        askByRoad(cache, one.road, one.makeKey(3));
+        return makeNode(2);
+    });
+    cache.remember(one.road, 2, node);
+    EXPECT_EQ(node.getValue().data->number, 2U);
+    EXPECT_EQ(find(cache, one, 1), nullptr);
+    EXPECT_EQ(find(cache, one, 2), &node);
+    EXPECT_NE(find(cache, one, 3), nullptr);
+    EXPECT_EQ(cache.getFigures().entries, 2U);
+}
+
+} // namespace
+} // namespace Vell::FontEngine::Internal

@@ -1,0 +1,146 @@
+// Runs that one thread lays out, draws and drops while others evict their glyphs and ask for them one by one.
+
+#include <FontEngine/Engine.h>
+#include <FontEngine/GlyphKeyFields.h>
+
+#include <support/ClientDescriptions.h>
+#include <support/RecordingGlyphPainter.h>
+#include <support/RecordingPainter.h>
+#include <support/Threads.h>
+
+#include <FontEngine/Renderer/FE_RasterTextPainter.h>
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace Vell::FontEngine {
+namespace {
+
+constexpr const char* runText = "Ax_A__ xAx_ AAx";
+constexpr std::size_t runLength = 15;
+constexpr std::size_t underscores = 4;
+constexpr unsigned int rounds = 150;
+constexpr unsigned long fewBytes = 4000; // more than one run of one size takes, less than those of all
+
+float getSize(unsigned int round) {
+    return 10.0F + static_cast<float>(round % 5);
+}
+
+/// Every other description is of a client's class.
+Testing::ExtFontInfoPtr describeRun(unsigned int round) {
+    const auto face = round % 2 == 0 ? Testing::makeFaceInfo() : Testing::makeClientFaceInfo("Test Sans");
+    return Testing::makeExtFontInfo(Testing::makeFontInfo(face, getSize(round)));
+}
+
+/// Lays a run out and draws it; what was drawn.
+std::vector<Testing::Bytes> drawRun(const Engine& engine, unsigned int round) {
+    Testing::RecordingPainter painter;
+    Testing::RecordingGlyphPainter glyphPainter;
+    RasterTextPainter textPainter(painter, glyphPainter, false);
+    const auto extFontInfo = describeRun(round);
+    const Font font = engine.factory->getFont(extFontInfo->getFontInfo());
+    const BitmapGlyphRun run = textPainter.createGlyphRun(runText, extFontInfo, font, 1.0F, {1, 1});
+    textPainter.drawGlyphRun(run, font, {200, 30, 1, 255}, 1.0F);
+    std::vector<Testing::Bytes> drawn;
+    for (const Testing::DrawnGlyph& glyph : glyphPainter.getDrawnGlyphs()) {
+        drawn.push_back(glyph.pixels);
+    }
+    return drawn;
+}
+
+/// Keys of the glyphs of those runs.
+BitmapGlyphInfo makeRunKey(unsigned int number) {
+    KeyFields fields;
+    fields.face = number % 3 == 0 ? Testing::makeClientFaceInfo("Test Sans") : Testing::makeFaceInfo();
+    fields.glyph = number % 2 == 0 ? TestGlyph::a : TestGlyph::x;
+    fields.unicode = number % 2 == 0 ? 'A' : 'x';
+    fields.size = getSize(number);
+    fields.offset = static_cast<unsigned char>(number / 5 % 16 * 4);
+    fields.isLast = number % 7 != 0;
+    return fields.makeBitmap();
+}
+
+/// A size of its own for each number: always made, and something is evicted for it.
+BitmapGlyphInfo makeEvictingKey(unsigned int number) {
+    return KeyFields()
+        .with(&KeyFields::face, Testing::makeFaceInfo("Other"))
+        .with(&KeyFields::size, 20.0F + static_cast<float>(number) / 16.0F)
+        .makeBitmap();
+}
+
+TEST(SharedRuns, StayRightWhileTheirGlyphsAreEvicted) {
+    std::vector<std::vector<Testing::Bytes>> expected;
+    for (unsigned int round = 0; round < 5; ++round) {
+        expected.push_back(drawRun(Engine(), round));
+        ASSERT_EQ(expected.back().size(), runLength);
+    }
+    Engine engine;
+    engine.loader->setFont("Other", false, false, makeTestFont("Other").build());
+    engine.factory->reset(0, fewBytes);
+    const FacePtr face = engine.getFace();
+    const FacePtr otherFace = engine.getFace("Other");
+    unsigned int wrongRuns = 0;
+    unsigned int missing = 0;
+    Testing::runOnThreads(3, [&](unsigned int thread) {
+        if (thread == 0) {
+            for (unsigned int round = 0; round < rounds; ++round) {
+                wrongRuns += drawRun(engine, round) == expected[round % 5] ? 0 : 1;
+            }
+        } else if (thread == 1) {
+            for (unsigned int number = 0; number < 4 * rounds; ++number) {
+                otherFace->getBitmapGlyph(makeEvictingKey(number), false);
+            }
+        } else {
+            for (unsigned int number = 0; number < 8 * rounds; ++number) {
+                missing += face->getBitmapGlyph(makeRunKey(number), false) != nullptr ? 0 : 1;
+            }
+        }
+    });
+    EXPECT_EQ(wrongRuns, 0U);
+    EXPECT_EQ(missing, 0U);
+    const FactoryCacheFigures figures = engine.factory->getCacheFigures();
+    EXPECT_EQ(figures.bitmaps.hits + figures.bitmaps.misses, rounds * (runLength + 4 + 8));
+    EXPECT_EQ(figures.coloredImages.hits + figures.coloredImages.misses, rounds * underscores);
+    for (const CacheFigures& cache : {figures.bitmaps, figures.coloredImages}) {
+        EXPECT_EQ(cache.entries + cache.evictions, cache.misses);
+        EXPECT_LE(cache.bytes, fewBytes);
+    }
+    EXPECT_GT(figures.bitmaps.evictions, 4 * rounds / 2);
+}
+
+TEST(SharedRuns, MayBeDroppedOnOtherThreads) {
+    Engine engine;
+    engine.factory->reset(0, fewBytes);
+    std::vector<BitmapGlyphRun> runs;
+    std::vector<std::weak_ptr<const FT_BitmapGlyphRec_>> watches;
+    Testing::RecordingPainter painter;
+    Testing::RecordingGlyphPainter glyphPainter;
+    RasterTextPainter textPainter(painter, glyphPainter, false);
+    for (unsigned int round = 0; round < 40; ++round) {
+        const auto extFontInfo = describeRun(round);
+        const Font font = engine.factory->getFont(extFontInfo->getFontInfo());
+        runs.push_back(textPainter.createGlyphRun(runText, extFontInfo, font, 1.0F, {1, 1}));
+        for (const BitmapGlyph& glyph : runs.back().getGlyphs()) {
+            watches.emplace_back(glyph.getData());
+        }
+    }
+    const FacePtr face = engine.getFace();
+    Testing::runOnThreads(3, [&](unsigned int thread) {
+        if (thread == 0) {
+            runs.clear();
+            return;
+        }
+        for (unsigned int number = 0; number < rounds; ++number) {
+            face->getBitmapGlyph(makeRunKey(number + thread), false);
+        }
+    });
+    engine.factory->flush();
+    for (const auto& watch : watches) {
+        EXPECT_TRUE(watch.expired());
+    }
+}
+
+} // namespace
+} // namespace Vell::FontEngine
