@@ -283,7 +283,7 @@ TEST(StrikeSlot, IsNoneForKeysThatNoPainterMakes) {
     }
 }
 
-TEST(Strikes, AreFoundByValue) {
+TEST(StrikeMap, AreFoundByValue) {
     NumberStrikes strikes;
     const auto face = Testing::makeFaceInfo();
     const auto equal = Testing::makeFaceInfo();
@@ -296,7 +296,7 @@ TEST(Strikes, AreFoundByValue) {
     EXPECT_EQ(strikes.find(makeInfo(equal)), &strike);
 }
 
-TEST(Strikes, KeepTheDescriptionsOfTheirKeys) {
+TEST(StrikeMap, KeepTheDescriptionsOfTheirKeys) {
     NumberStrikes strikes;
     auto face = std::optional(Testing::makeFaceInfo());
     NumberStrikes::Strike& strike = strikes.findOrAdd(makeInfo(*face), *face);
@@ -305,7 +305,7 @@ TEST(Strikes, KeepTheDescriptionsOfTheirKeys) {
     EXPECT_EQ(strikes.find(makeInfo(Testing::makeFaceInfo())), &strike);
 }
 
-TEST(Strikes, AreSweptWhileTheyAreEmpty) {
+TEST(StrikeMap, AreSweptWhileTheyAreEmpty) {
     NumberStrikes strikes;
     const NodePtr node = makeNode(1);
     const auto kept = Testing::makeFaceInfo("Kept");
@@ -322,7 +322,7 @@ TEST(Strikes, AreSweptWhileTheyAreEmpty) {
     EXPECT_EQ(used.find(5), node.get());
 }
 
-TEST(Strikes, SweepSeldomWhileAllAreInUse) {
+TEST(StrikeMap, SweepSeldomWhileAllAreInUse) {
     NumberStrikes strikes;
     const auto face = Testing::makeFaceInfo();
     std::vector<NodePtr> nodes;
@@ -338,7 +338,7 @@ TEST(Strikes, SweepSeldomWhileAllAreInUse) {
     }
 }
 
-TEST(Strikes, LetAllEntriesGoWhenTheyAreCleared) {
+TEST(StrikeMap, LetAllEntriesGoWhenTheyAreCleared) {
     NumberStrikes strikes;
     const auto face = Testing::makeFaceInfo();
     NodePtr nodes[] = {makeNode(1), makeNode(2)};
