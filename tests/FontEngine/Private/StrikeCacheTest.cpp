@@ -227,6 +227,42 @@ TEST(StrikeCache, LetsTheEndOfAnEntryAskForOthers) {
     EXPECT_NE(find(cache, one, 50), nullptr);
 }
 
+/// Empties the cache while the end of each entry asks for all of them.
+template <class Empty>
+void expectAllAreMadeAnew(const Empty& empty) {
+    constexpr std::uint32_t count = 8;
+    NumberCache cache;
+    OneRoad one;
+    std::uint32_t ends = 0;
+    const auto askForAll = [&] {
+        ++ends;
+        for (std::uint32_t number = 0; number < count; ++number) {
+            EXPECT_EQ(askByRoad(cache, one.road, one.makeKey(number)), number) << "not one that ends";
+        }
+    };
+    for (std::uint32_t number = 0; number < count; ++number) {
+        const RecursiveLock lock(cache.getMutex());
+        cache.prepare(one.road, one.face);
+        cache.remember(one.road, number, cache.getOrPut(one.makeKey(number), [&] {
+            return makeNode(number + count, askForAll);
+        }));
+    }
+    empty(cache);
+    EXPECT_EQ(ends, count);
+    const CacheFigures figures = cache.getFigures();
+    EXPECT_EQ(figures.entries, count);
+    EXPECT_EQ(figures.misses, count);
+    EXPECT_EQ(figures.hits, (count - 1) * count);
+}
+
+TEST(StrikeCache, FindsNothingThatIsEndingWhileItIsEmptied) {
+    expectAllAreMadeAnew([](NumberCache& cache) { cache.clear(); });
+    expectAllAreMadeAnew([](NumberCache& cache) {
+        NumberCache::Cache other(0, 0);
+        cache.exchange(other);
+    });
+}
+
 TEST(StrikeCache, LetsTheMakingOfAnEntryEmptyIt) {
     NumberCache cache;
     OneRoad one;

@@ -264,7 +264,8 @@ TEST(RunFidelity, MovesWithItsGlyphs) {
     EXPECT_EQ(describe(moved), expected[0]);
     BitmapGlyphRun assigned = layOut("_", makeExtFontInfo(), font);
     assigned = std::move(moved);
-    second = second; // NOLINT(misc-redundant-expression): itself
+    const BitmapGlyphRun& itself = second;
+    second = itself;
     EXPECT_EQ(describe(assigned) + describe(second), expected[0] + expected[1]);
     moved = std::move(second);
     engine.reset();

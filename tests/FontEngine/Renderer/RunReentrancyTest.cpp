@@ -104,9 +104,10 @@ std::string work(ReentrantEngine& engine, const DescriptionClasses& classes) {
     return describe(run) + describe(glyphPainter) + describe(outlines);
 }
 
-constexpr DescriptionClasses allClasses[] = {{false, false, false, false}, {false, false, true, false},
-                                             {true, false, false, false},  {false, true, false, false},
-                                             {true, true, true, false},    {true, true, true, true}};
+constexpr DescriptionClasses allClasses[] = {{false, false, false, false},
+                                             {false, false, true, false},
+                                             {false, true, false, false},
+                                             {true, true, true, true}};
 
 /// Does the work as often as it calls client code, with `act` at another one of the calls each time.
 template <class Act, class Expect>
