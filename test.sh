@@ -52,8 +52,8 @@ step_tsan() { # every test that starts threads, under the thread sanitizer
   ctest --preset tsan
 }
 
-step_fuzz() { # each fuzzer for twenty seconds; that of the cairo adapter is run by hand, for its findings are not all mended
-  fuzz/run.sh 20 font text cache sfnt
+step_fuzz() { # each fuzzer for twenty seconds, two at once
+  fuzz/run.sh 20 font text cache sfnt cairo
 }
 
 step_bench() { # each benchmark once, only to see that it runs, that floors give the engine's pixels, and that reports work

@@ -1,12 +1,14 @@
 #!/usr/bin/env bash
-# Builds the fuzzers and lets each run for some seconds over the seeds and over what earlier runs found.
+# Builds the fuzzers and lets each run for some seconds over the seeds and over what earlier runs found, two at once
+# where there are two processors.
 #
 #   fuzz/run.sh                        every fuzzer, 20 seconds each
 #   fuzz/run.sh 300 font text          these, 300 seconds each
 #   fuzz/run.sh 300 font -- FOLDER...  the fonts in these folders are seeds, too, of the fuzzers font and sfnt
 #
 # A fuzzer goes on after a finding. What it learns stays in build/fuzz/grown. The inputs that fail are written to
-# build/fuzz/failed and listed with what each is about; then the script fails.
+# build/fuzz/failed and listed with what each is about; then the script fails. FUZZ_TIMEOUT is the seconds that one
+# input may take: 20, which is too few where other work keeps the processors busy.
 set -euo pipefail
 
 seconds=20
@@ -34,7 +36,7 @@ export UBSAN_OPTIONS=print_stacktrace=1
 run() {
   # A glyph of the most pixels in LCD mode is a block of 768 MiB. Energy goes by time: otherwise the few slow inputs take nine tenths of it.
   local options=(-fork=1 -ignore_crashes=1 -ignore_timeouts=1 -ignore_ooms=1 -entropic_scale_per_exec_time=1
-    -max_total_time="$seconds" -timeout=20 -rss_limit_mb=4096 -malloc_limit_mb=1100
+    -max_total_time="$seconds" -timeout="${FUZZ_TIMEOUT:-20}" -rss_limit_mb=4096 -malloc_limit_mb=1100
     -max_len="${longest[$1]}" -artifact_prefix="build/fuzz/failed/$1-" -print_funcs=0)
   local seeds=("build/fuzz/fuzz/corpus/$1")
   [ ! -d "$further/$1" ] || seeds+=("$further/$1")
@@ -55,24 +57,45 @@ describe() {
     echo "nothing when it is run by itself: it takes too long or too much memory"
 }
 
-failed=()
-for fuzzer in "${fuzzers[@]}"; do
-  log="build/fuzz/fuzz_$fuzzer.log"
-  start="build/fuzz/fuzz_$fuzzer.start"
+# Lets a fuzzer run and tells what it found. Fails when there is something.
+search() {
+  local log="build/fuzz/fuzz_$1.log" start="build/fuzz/fuzz_$1.start" status=0
   touch "$start"
-  status=0
-  run "$fuzzer" >"$log" 2>&1 || status=$?
-  inputs=$(list_failed "$fuzzer" "$start")
-  if [ "$status" -ne 0 ] || [ -n "$inputs" ]; then
-    failed+=("$fuzzer")
-    [ "$status" -eq 0 ] || tail -n 60 "$log"
-    for input in $inputs; do
-      echo "$input: $(describe "$fuzzer" "$input")"
-    done
-  fi
+  run "$1" >"$log" 2>&1 || status=$?
+  local inputs input
+  inputs=$(list_failed "$1" "$start")
+  [ "$status" -eq 0 ] || tail -n 60 "$log"
+  for input in $inputs; do
+    echo "$input: $(describe "$1" "$input")"
+  done
+  times >"build/fuzz/fuzz_$1.times" # the second line is of this function's children, user and system
+  local executions processor
   executions=$(sed -n 's/^#\([0-9]*\): .*/\1/p' "$log" | tail -n 1)
-  echo "fuzz_$fuzzer: ${executions:-unknown number of} executions"
+  processor=$(awk -F '[ms ]+' 'NR == 2 { printf "%.0f", $1 * 60 + $2 + $3 * 60 + $4 }' "build/fuzz/fuzz_$1.times")
+  echo "fuzz_$1: ${executions:-unknown number of} executions in $processor s of processor time"
+  [ "$status" -eq 0 ] && [ -z "$inputs" ]
+}
+
+set -m # each search is a process group of its own, so that it can be ended whole
+declare -A searched=() # the fuzzer of each search that has not ended
+failed=()
+trap 'for group in "${!searched[@]}"; do kill -- "-$group" || true; done' EXIT
+
+await_one() {
+  local ended status=0
+  wait -n -p ended "${!searched[@]}" || status=$?
+  cat "build/fuzz/fuzz_${searched[$ended]}.report"
+  [ "$status" -eq 0 ] || failed+=("${searched[$ended]}")
+  unset "searched[$ended]"
+}
+
+at_once=$(($(nproc) < 2 ? 1 : 2))
+for fuzzer in "${fuzzers[@]}"; do
+  [ ${#searched[@]} -lt "$at_once" ] || await_one
+  search "$fuzzer" >"build/fuzz/fuzz_$fuzzer.report" 2>&1 &
+  searched[$!]=$fuzzer
 done
+while [ ${#searched[@]} -gt 0 ]; do await_one; done
 
 if [ ${#failed[@]} -gt 0 ]; then
   echo "run.sh: failed: ${failed[*]}; their inputs are in build/fuzz/failed" >&2

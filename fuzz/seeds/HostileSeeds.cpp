@@ -50,6 +50,16 @@ FontGlyph makeTangledGlyph() {
     return glyph;
 }
 
+/// Thousands of points, and a program that goes through all of them with each of its bytes.
+FontGlyph makeLaboriousGlyph() {
+    FontGlyph glyph{500, {{}}, {0x00, 0xB1, 0, 100, 0x2F, 0x2F}}; // SVTCA[y], PUSHB, MDAP twice
+    for (int i = 0; i < 10000; ++i) {
+        glyph.outline.front().push_back({i / 20, i < 5000 ? i / 10 : (10000 - i) / 10});
+    }
+    glyph.instructions.resize(60000, 0x30); // IUP[y]
+    return glyph;
+}
+
 FontBuilder makeLoopingFont(Bytes program) {
     FontBuilder font = makeBoxFont();
     FontGlyph glyph = makeBoxGlyph(600, 100, 0, 500, 700);
@@ -112,6 +122,8 @@ Bytes moveToEnd(Bytes file, const std::string& tag, std::size_t missingBytes) {
 std::vector<Seed> makeHostileSeeds() {
     FontBuilder tangled = makeBoxFont();
     tangled.map('t', tangled.addGlyph(makeTangledGlyph()));
+    FontBuilder laborious = makeBoxFont();
+    laborious.map('t', laborious.addGlyph(makeLaboriousGlyph()));
     FontSteering steering;
     steering.glyphs[0] = 30;
     FontBuilder most = makeBoxFont();
@@ -123,6 +135,7 @@ std::vector<Seed> makeHostileSeeds() {
         makeLarge("giant-glyph", makeGiantFont(), 16 << 8),
         makeLarge("giant-glyph-small", makeGiantFont(), 1 << 8),
         makeFontSeed("tangled", tangled.build(), steering),
+        makeFontSeed("laborious", laborious.build(), steering),
         makeFontSeed("backward-jump", makeLoopingFont({0xB8, 0xFF, 0xFD, 0x1C}).build()),
         makeFontSeed("recursion", makeRecursiveFont().build()),
         makeFontSeed("most-glyphs", most.build())};

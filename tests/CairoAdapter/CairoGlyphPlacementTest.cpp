@@ -208,6 +208,37 @@ TEST_F(CairoGlyphPlacement, AnExtremeSlantBesideThePictureDrawsNothing) {
     EXPECT_TRUE(canvas.isEmpty());
 }
 
+TEST_F(CairoGlyphPlacement, AnExtremeSlantAcrossThePictureDrawsNothing) {
+    // The whole picture is in row 40 of the bitmap, its rows 1,024 columns apart: cairo moves the picture by
+    // 40 rows, and 40 * 1,024 is beyond its numbers.
+    CairoPainter slanted(canvas.surface.get(), {0.125F, 0.0F, 2.0F, 0.0625F, 0.0F, 0.0F});
+    slanted.scale({0.25F, std::ldexp(1.0F, 121)});
+    CairoGlyphPainter(slanted, black)
+        .drawGlyph(makeGray(8, 60, std::vector<unsigned char>(480, 255)).image, {-40.5F, -40.5F});
+    EXPECT_EQ(cairo_status(slanted.getContext()), CAIRO_STATUS_SUCCESS);
+    EXPECT_TRUE(canvas.isEmpty());
+}
+
+TEST_F(CairoGlyphPlacement, AStrongSlantFarFromTheOriginIsDrawn) {
+    const Canvas large(3000, 40);
+    CairoPainter slanted(large.surface.get(), {1.0F, 0.0F, -9.0F, 1.0F, 2900.0F, 0.0F});
+    CairoGlyphPainter(slanted, black)
+        .drawGlyph(makeGray(64, 16, std::vector<unsigned char>(1024, 255)).image, {0.0F, 8.0F});
+    const auto alphas = large.getAlphas();
+    EXPECT_NEAR(std::accumulate(alphas.begin(), alphas.end(), 0.0) / 255.0, 1024.0, 16.0);
+}
+
+TEST_F(CairoGlyphPlacement, ARecordingIsDrawnOnFarFromItsOrigin) {
+    const SurfacePtr recording =
+        adoptSurface(cairo_recording_surface_create(CAIRO_CONTENT_COLOR_ALPHA, nullptr));
+    CairoPainter recorded(recording.get());
+    CairoGlyphPainter(recorded, black).drawGlyph(makeSample().image, {2.5F, 1e6F});
+    double box[4];
+    cairo_recording_surface_ink_extents(recording.get(), &box[0], &box[1], &box[2], &box[3]);
+    EXPECT_GE(box[1], 999'998.0);
+    EXPECT_GT(box[3], 0.0);
+}
+
 TEST_F(CairoGlyphPlacement, LeavesTheContextAsItWas) {
     cairo_t* context = painter.getContext();
     cairo_translate(context, 1, 2);

@@ -63,6 +63,32 @@ Engine makeEngineWithZigzag() {
     return Engine(font.build());
 }
 
+/// A box of so many points, with a program that goes through them all again and again.
+Testing::FontGlyph makeLaboriousGlyph(int points, std::size_t programSize) {
+    Testing::FontContour contour;
+    for (int i = 0; i < points; ++i) {
+        const bool isRising = i < points / 2;
+        contour.push_back({isRising ? 0 : 30, (isRising ? i : points - 1 - i) * 80 / points});
+    }
+    constexpr unsigned char interpolateAll = 0x30; // IUP[y]
+    Testing::Bytes program{0x00, 0xB1, 0,
+                           100,  0x2F, 0x2F}; // SVTCA[y], PUSHB, MDAP twice: two points are touched
+    program.resize(programSize, interpolateAll);
+    return {40, {contour}, program};
+}
+
+/// Glyph 1 is small, the programs of the others are just beyond what the interpreter is given, seconds of
+/// work, and just below.
+FontBuilder makeFontWithLongPrograms(const std::string& family) {
+    FontBuilder font(family);
+    font.setUnitsPerEm(64);
+    font.addGlyph(Testing::makeBoxGlyph(10, 0, 0, 10, 10));
+    font.addGlyph(makeLaboriousGlyph(20'000, 12'600));
+    font.addGlyph(makeLaboriousGlyph(20'000, 60'000));
+    font.addGlyph(makeLaboriousGlyph(20'000, 12'400));
+    return font.map('A', 1);
+}
+
 } // namespace
 
 TEST(HostileFont, RendersGlyphsUpToTheDocumentedNumberOfPixels) {
@@ -119,6 +145,25 @@ TEST(HostileFont, DrawsOutlinesOfAnyIntricacy) {
     RecordingPainter painter;
     EXPECT_NE(engine.factory->getOutlineGlyphPath(makeKey(2, 20.0F).makeOutline(), engine.getFace(), painter),
               nullptr);
+}
+
+TEST(HostileFont, LosesOnlyTheGlyphWhoseProgramWouldTakeSeconds) {
+    const Engine engine(makeFontWithLongPrograms("Test Sans").build());
+    for (const unsigned long glyph : {2UL, 3UL, 3UL}) {
+        EXPECT_EQ(getRenderingError(engine, makeKey(glyph, 20.0F)),
+                  "FT_Load_Glyph() failed, error: 139, glyph index: " + std::to_string(glyph) + ' ');
+    }
+    EXPECT_GT(render(engine, makeKey(4, 20.0F))->bitmap.rows, 10U);
+    EXPECT_NE(render(engine, makeKey(1, 20.0F)), nullptr);
+}
+
+TEST(HostileFont, DrawsGlyphsWithoutTheirProgramsHoweverLong) {
+    const Engine engine(makeFontWithLongPrograms("Test Sans").build());
+    RecordingPainter painter;
+    EXPECT_NE(engine.factory->getOutlineGlyphPath(makeKey(3, 20.0F).makeOutline(), engine.getFace(), painter),
+              nullptr);
+    const Engine autoHinted(makeFontWithLongPrograms("Charter").build());
+    EXPECT_GT(render(autoHinted, makeKey(3, 20.0F))->bitmap.rows, 10U);
 }
 
 TEST(HostileFont, JoinsNoUnderscoreIntoTooManyPixels) {

@@ -43,25 +43,37 @@ void addFlags(ByteWriter& writer, const FontOutline& outline) {
     }
 }
 
-void addComposite(ByteWriter& writer, const std::vector<FontComponent>& components) {
+void addProgram(ByteWriter& writer, const Bytes& instructions) {
+    writer.addU16(static_cast<unsigned int>(instructions.size()));
+    writer.addBytes(instructions);
+}
+
+void addComposite(ByteWriter& writer, const FontGlyph& glyph) {
     constexpr unsigned int offsetsAreWords = 0x0001;
     constexpr unsigned int offsetsAreDistances = 0x0002;
     constexpr unsigned int moreFollow = 0x0020;
+    constexpr unsigned int programFollows = 0x0100;
+    const std::vector<FontComponent>& components = glyph.components;
+    const bool hasProgram = !glyph.instructions.empty();
     writer.addI16(-1);
     writer.addZeros(8); // the box
     for (std::size_t i = 0; i < components.size(); ++i) {
         const bool isLast = i + 1 == components.size();
-        writer.addU16(offsetsAreWords | offsetsAreDistances | (isLast ? 0 : moreFollow));
+        writer.addU16(offsetsAreWords | offsetsAreDistances |
+                      (isLast ? (hasProgram ? programFollows : 0) : moreFollow));
         writer.addU16(components[i].glyphIndex);
         writer.addI16(components[i].x);
         writer.addI16(components[i].y);
+    }
+    if (hasProgram) {
+        addProgram(writer, glyph.instructions);
     }
     writer.padTo4();
 }
 
 void addGlyph(ByteWriter& writer, const FontGlyph& glyph) {
     if (!glyph.components.empty()) {
-        addComposite(writer, glyph.components);
+        addComposite(writer, glyph);
         return;
     }
     if (glyph.outline.empty()) {
@@ -73,8 +85,7 @@ void addGlyph(ByteWriter& writer, const FontGlyph& glyph) {
         writer.addI16(edge);
     }
     addContourEnds(writer, glyph.outline);
-    writer.addU16(static_cast<unsigned int>(glyph.instructions.size()));
-    writer.addBytes(glyph.instructions);
+    addProgram(writer, glyph.instructions);
     addFlags(writer, glyph.outline);
     addCoordinates(writer, glyph.outline, &FontPoint::x);
     addCoordinates(writer, glyph.outline, &FontPoint::y);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <iterator>
+#include <limits>
 #include <optional>
 
 namespace Vell::CairoAdapter::Internal {
@@ -20,6 +21,38 @@ bool isFinite(const cairo_matrix_t& matrix) {
 std::optional<cairo_matrix_t> tryInvert(cairo_matrix_t matrix) {
     const bool isInvertible = isFinite(matrix) && cairo_matrix_invert(&matrix) == CAIRO_STATUS_SUCCESS;
     return isInvertible && isFinite(matrix) ? std::optional(matrix) : std::nullopt;
+}
+
+struct Shift {
+    double x;
+    double y;
+};
+
+double getNorm(const Shift& shift) {
+    return std::max(std::abs(shift.x), std::abs(shift.y));
+}
+
+/// By how many pixels cairo moves the picture so that the translation becomes small: the least of those that
+/// leave as much as they move, or the translation itself.
+Shift chooseShift(const cairo_matrix_t& m) {
+    Shift best{m.x0, m.y0};
+    for (const double i : {-1.0, 1.0}) {
+        for (const double j : {-1.0, 1.0}) {
+            const double determinant = (m.xx + i) * (m.yy + j) - m.xy * m.yx;
+            if (std::abs(determinant) < std::numeric_limits<double>::epsilon()) {
+                continue;
+            }
+            const Shift shift{(m.y0 * m.xy - m.x0 * (m.yy + j)) / determinant,
+                              (m.x0 * m.yx - m.y0 * (m.xx + i)) / determinant};
+            best = getNorm(shift) < getNorm(best) ? shift : best;
+        }
+    }
+    return best;
+}
+
+/// What remains of a translation, at most: cairo shifts by whole pixels.
+double getRemainder(double alongX, double alongY, double translation, const Shift& shift) {
+    return std::abs(alongX * shift.x + alongY * shift.y + translation) + std::abs(alongX) + std::abs(alongY);
 }
 
 } // namespace
@@ -59,6 +92,16 @@ bool isDrawableForImages(const cairo_matrix_t& matrix) {
     const double factors[] = {inverse->xx, inverse->yx, inverse->xy, inverse->yy};
     return std::all_of(std::begin(factors), std::end(factors),
                        [](double factor) { return std::abs(factor) < maxPixmanFactor; });
+}
+
+bool isPlaceableInImages(const cairo_matrix_t& matrix) {
+    const auto inverse = tryInvert(matrix);
+    if (!inverse) {
+        return false;
+    }
+    const Shift shift = chooseShift(*inverse);
+    return getRemainder(inverse->xx, inverse->xy, inverse->x0, shift) < maxPixmanFactor &&
+           getRemainder(inverse->yx, inverse->yy, inverse->y0, shift) < maxPixmanFactor;
 }
 
 } // namespace Vell::CairoAdapter::Internal

@@ -24,4 +24,9 @@ bool isDrawable(const cairo_matrix_t& matrix);
 /// 1/32767 of a pixel.
 bool isDrawableForImages(const cairo_matrix_t& matrix);
 
+/// Whether the translation of that inverse fits, too. cairo (1.16) shifts the picture to make it small, which
+/// fails under extreme slants. For matrices that are drawable for images, on surfaces no larger than images
+/// can be.
+bool isPlaceableInImages(const cairo_matrix_t& matrix);
+
 } // namespace Vell::CairoAdapter::Internal

@@ -46,6 +46,12 @@ bool isBounded(const Box& box) {
     return std::isfinite(box.right - box.left) && std::isfinite(box.bottom - box.top);
 }
 
+/// Whether all of the box is where an image can have pixels.
+bool isWithinImages(const Box& box) {
+    constexpr double largestSide = 32767.0;
+    return std::max({-box.left, -box.top, box.right, box.bottom}) <= largestSide;
+}
+
 /// Whether the box and the parallelogram that the matrix makes of the bitmap have points in common. Under
 /// extreme slants the parallelogram's own box says little.
 bool areOverlapping(const Box& box, const Box& bitmap, const cairo_matrix_t& matrix) {
@@ -89,8 +95,11 @@ cairo_matrix_t placeGlyph(const cinder::Vec2<float>& position, float devicePixel
 bool isVisible(cairo_t* context, const cairo_matrix_t& matrix, double width, double height) {
     // Interpolation spreads a bitmap by up to one of its pixels.
     const Box bitmap{-1.0, -1.0, width + 1.0, height + 1.0};
-    return isDrawable(matrix) && isDrawableForImages(chain(matrix, getSurfaceTransform(context))) &&
-           areOverlapping(getClipBox(context), bitmap, matrix);
+    const cairo_matrix_t toPixels = getSurfaceTransform(context);
+    const cairo_matrix_t exact = chain(matrix, toPixels);
+    const Box clip = getClipBox(context);
+    return isDrawable(matrix) && isDrawableForImages(exact) && areOverlapping(clip, bitmap, matrix) &&
+           (isPlaceableInImages(exact) || !isWithinImages(transform(clip, toPixels)));
 }
 
 cairo_filter_t chooseFilter(cairo_t* context, const cairo_matrix_t& matrix, double width, double height) {

@@ -36,9 +36,9 @@ FT_Error tryLoadGlyph(FT_Face face, unsigned long index, int flags) {
         return FT_Err_Invalid_Argument;
     }
     const auto glyphIndex = static_cast<FT_UInt>(index);
-    return FontLoaders::isBoundedGlyph(face, glyphIndex)
-               ? FT_Load_Glyph(face, glyphIndex, restrainAutoHinter(face, flags))
-               : FT_Err_Invalid_Composite;
+    const int restrained = restrainAutoHinter(face, flags);
+    const FT_Error error = FontLoaders::findGlyphError(face, glyphIndex, restrained);
+    return error == FT_Err_Ok ? FT_Load_Glyph(face, glyphIndex, restrained) : error;
 }
 
 void loadGlyph(const FTFacePtr& face, const GlyphInfo& info, int flags) {

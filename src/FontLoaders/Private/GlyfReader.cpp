@@ -13,67 +13,12 @@
 #include <limits>
 #include <string_view>
 #include <utility>
-#include <vector>
 
 namespace Vell::FontLoaders::Internal {
 
 namespace {
 
 constexpr std::size_t unboundedDepth = std::numeric_limits<std::size_t>::max();
-
-/// The bytes of a component's record, by its flags: indices, offsets, scale factors.
-std::uint64_t getRecordSize(unsigned int flags) {
-    constexpr unsigned int offsetsAreWords = 0x0001;
-    constexpr unsigned int hasScale = 0x0008;
-    constexpr unsigned int hasTwoScales = 0x0040;
-    constexpr unsigned int hasMatrix = 0x0080;
-    const std::uint64_t offsets = (flags & offsetsAreWords) != 0 ? 4 : 2;
-    const std::uint64_t factors = (flags & hasScale) != 0       ? 2
-                                  : (flags & hasTwoScales) != 0 ? 4
-                                  : (flags & hasMatrix) != 0    ? 8
-                                                                : 0;
-    return 4 + offsets + factors;
-}
-
-/// The components of one glyph, one after the other; none for a glyph with contours of its own.
-class Components {
-public:
-    explicit Components(BigEndianBytes glyph)
-        : _glyph(glyph) {
-        constexpr unsigned int negative = 0x8000; // number of contours
-        _hasMore = (_glyph.u16(0).value_or(0) & negative) != 0;
-    }
-
-    std::optional<unsigned int> takeNext() {
-        constexpr unsigned int moreFollow = 0x0020;
-        const std::optional<unsigned int> flags = _glyph.u16(_record);
-        const std::optional<unsigned int> component = _glyph.u16(_record + 2);
-        if (!_hasMore || !flags || !component) {
-            return std::nullopt;
-        }
-        _hasMore = (*flags & moreFollow) != 0;
-        _record += getRecordSize(*flags);
-        return component;
-    }
-
-    bool isEmpty() const { return !_hasMore; }
-
-private:
-    BigEndianBytes _glyph;
-    std::uint64_t _record = 10; // behind the number of contours and the box
-    bool _hasMore;
-};
-
-/// The next component of the innermost glyph that has one left; the glyphs within it are finished.
-std::optional<unsigned int> takeNext(std::vector<Components>& open) {
-    while (!open.empty()) {
-        if (const std::optional<unsigned int> component = open.back().takeNext()) {
-            return component;
-        }
-        open.pop_back();
-    }
-    return std::nullopt;
-}
 
 /// Whether FreeType can follow so many levels, each of which is a call within the other.
 bool fitsOnStack(std::size_t depth) {
@@ -147,6 +92,19 @@ GlyfReader::GlyfReader(FT_Face face) {
     _hasLongOffsets =
         head.length > 0 && file.u16(std::uint64_t{head.offset} + offsetFormatInHead).value_or(0) != 0;
     _glyphCount = static_cast<unsigned int>(std::max(face->num_glyphs, FT_Long{0}));
+    readLimits(file);
+}
+
+void GlyfReader::readLimits(BigEndianBytes file) {
+    constexpr std::uint64_t twilightPointsInMaxp = 16;
+    constexpr std::uint64_t storageInMaxp = 18;
+    constexpr std::uint64_t stackInMaxp = 24;
+    const TablePlace maxp = findTable(file, TTAG_maxp);
+    const BigEndianBytes limits = file.slice(maxp.offset, maxp.length).value_or(BigEndianBytes());
+    _twilightPointCount = limits.u16(twilightPointsInMaxp).value_or(0);
+    _storageSize = limits.u16(storageInMaxp).value_or(0);
+    _stackSize = limits.u16(stackInMaxp).value_or(0);
+    _controlValueCount = findTable(file, TTAG_cvt).length / 2;
 }
 
 std::optional<std::uint64_t> GlyfReader::getOffset(std::uint64_t glyphIndex) const {
@@ -169,20 +127,61 @@ BigEndianBytes GlyfReader::getGlyph(unsigned int glyphIndex) const {
     return _glyf.slice(*begin, last - *begin).value_or(BigEndianBytes());
 }
 
+/// Each instruction may go through all points of the glyph or of the twilight zone, which FreeType caps by
+/// the control values, or move the stack. A program's first change of a control value or of the storage
+/// copies all.
+std::uint64_t GlyfReader::estimateWork(std::uint64_t programSize, std::uint64_t pointCount) const {
+    constexpr std::uint64_t phantomPoints = 4;
+    constexpr std::uint64_t leastTwilightPoints = 30;
+    constexpr std::uint64_t pointsPerInstruction = 8; // take as long as an instruction that goes through none
+    constexpr std::uint64_t valuesPerPoint = 16;      // are moved in the time that one point takes
+    constexpr std::uint64_t leastProgramSize = 2000;  // a short one may call functions and repeat itself
+    if (programSize == 0) {
+        return 0;
+    }
+    const std::uint64_t mostTwilightPoints = 2 * (pointCount + phantomPoints + _controlValueCount);
+    const std::uint64_t twilight =
+        std::min(_twilightPointCount + phantomPoints, std::max(mostTwilightPoints, leastTwilightPoints));
+    const std::uint64_t points = std::max({pointCount, twilight, _stackSize / valuesPerPoint});
+    return (_controlValueCount + _storageSize) / valuesPerPoint +
+           std::max(programSize, leastProgramSize) * (points + pointsPerInstruction);
+}
+
+/// The next component of the innermost glyph that has one left; the glyphs within it are finished, and their
+/// programs run over all their points.
+std::optional<unsigned int> GlyfReader::takeNext(std::vector<OpenGlyph>& open, Tree& tree) const {
+    while (!open.empty()) {
+        OpenGlyph& innermost = open.back();
+        if (const std::optional<unsigned int> component = innermost.components.takeNext()) {
+            return component;
+        }
+        tree.work +=
+            estimateWork(innermost.components.getProgramSize(), tree.pointCount - innermost.pointsBefore);
+        open.pop_back();
+    }
+    return std::nullopt;
+}
+
 GlyfReader::Tree GlyfReader::measure(unsigned int glyphIndex) const {
-    Tree tree{0, 0};
-    std::vector<Components> open;
+    Tree tree;
+    std::vector<OpenGlyph> open;
     std::optional<unsigned int> next = glyphIndex;
     while (next) {
         tree.depth = std::max(tree.depth, open.size() + 1);
         if (++tree.partCount > maxGlyphParts) {
-            return {tree.partCount, unboundedDepth};
+            tree.depth = unboundedDepth;
+            return tree;
         }
-        const Components components(getGlyph(*next));
-        if (!components.isEmpty()) {
-            open.push_back(components);
+        const BigEndianBytes glyph = getGlyph(*next);
+        const Components components(glyph);
+        if (components.isEmpty()) {
+            const Contours contours = readContours(glyph);
+            tree.pointCount += contours.pointCount;
+            tree.work += estimateWork(contours.programSize, contours.pointCount);
+        } else {
+            open.push_back({components, tree.pointCount});
         }
-        next = takeNext(open);
+        next = takeNext(open, tree);
     }
     return tree;
 }
@@ -191,15 +190,24 @@ bool GlyfReader::isBounded(unsigned int glyphIndex) const {
     return fitsOnStack(measure(glyphIndex).depth);
 }
 
+FT_Error GlyfReader::check(unsigned int glyphIndex, bool runsPrograms) const {
+    const Tree tree = measure(glyphIndex);
+    if (!fitsOnStack(tree.depth)) {
+        return FT_Err_Invalid_Composite;
+    }
+    return runsPrograms && tree.work > maxProgramWork ? FT_Err_Execution_Too_Long : FT_Err_Ok;
+}
+
 std::size_t GlyfReader::measureAutoHinterDepth(FT_Face face) const {
     const UnicodeSelection unicode(face);
     // Where no table has the advances of a variable font, FreeType loads even the glyph of missing digits.
-    Tree all = FT_HAS_MULTIPLE_MASTERS(face) ? measure(0) : Tree{0, 0};
+    Tree all = FT_HAS_MULTIPLE_MASTERS(face) ? measure(0) : Tree();
     for (const CharacterRange& range : autoHinterCharacters) {
         for (std::uint32_t i = 0; i < range.count; ++i) {
             const unsigned int glyphIndex = unicode.getGlyphIndex(range.first + i);
-            const Tree tree = glyphIndex != 0 ? measure(glyphIndex) : Tree{0, 0};
-            all = {all.partCount + tree.partCount, std::max(all.depth, tree.depth)};
+            const Tree tree = glyphIndex != 0 ? measure(glyphIndex) : Tree();
+            all.partCount += tree.partCount;
+            all.depth = std::max(all.depth, tree.depth);
             if (all.partCount > maxAutoHinterParts) {
                 return unboundedDepth;
             }
