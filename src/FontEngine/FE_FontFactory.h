@@ -44,9 +44,10 @@ class GlyphService;
 ///
 /// Threads: every lookup may be called from any thread. It holds the lock of its cache while it looks up,
 /// makes and inserts, so an entry is made once; the locks are recursive, and the face cache's is taken before
-/// that of the font files. `flush` and `reset` lock nobody out and need exclusive use of the factory; only
-/// runs and glyphs may end on other threads meanwhile. One face must not be rendered by the bitmap service
-/// and by the outline service at the same time, which size it under different locks.
+/// that of the font files. A run of bitmaps ends under the lock of the bitmaps, also where a client's painter
+/// or destructor ends it under another lock. `flush` and `reset` lock nobody out and need exclusive use of
+/// the factory; only runs and glyphs may end on other threads meanwhile. One face must not be rendered by the
+/// bitmap service and by the outline service at the same time, which size it under different locks.
 ///
 /// Reentrancy: a client's loader and painter, and the destructors of its descriptions, font files and paths,
 /// may call the factory, `flush` and `reset` included, on the thread that called them. Only a request whose

@@ -6,8 +6,8 @@
 #include <FontEngine/Private/FE_PathBuilder.h>
 #include <Utils/Public/Ptr/PtrUtils.h>
 
+#include <cmath>
 #include <cstdlib>
-#include <cstring>
 #include <utility>
 
 namespace Vell::FontEngine::Internal {
@@ -68,15 +68,16 @@ StrikeInfo describe(const BitmapGlyphInfo& info, unsigned int color) {
             info.getScale(),          info.getDevicePixelRatio(), color};
 }
 
-/// Also where they compare equal, as zeros of different signs do.
-bool haveSameBits(float lhs, float rhs) {
-    return std::memcmp(&lhs, &rhs, sizeof(lhs)) == 0;
+/// Zeros of different signs compare equal, but a client can tell them apart. What is no number is not the
+/// same as anything.
+bool areSame(float lhs, float rhs) {
+    return lhs == rhs && std::signbit(lhs) == std::signbit(rhs);
 }
 
 bool hasNumbersOf(const BitmapGlyphInfo& key, const StrikeInfo& info) {
-    return haveSameBits(key.getFontSize(), info.fontSize) && haveSameBits(key.getScale().x, info.scale.x) &&
-           haveSameBits(key.getScale().y, info.scale.y) &&
-           haveSameBits(key.getDevicePixelRatio(), info.devicePixelRatio);
+    return areSame(key.getFontSize(), info.fontSize) && areSame(key.getScale().x, info.scale.x) &&
+           areSame(key.getScale().y, info.scale.y) &&
+           areSame(key.getDevicePixelRatio(), info.devicePixelRatio);
 }
 
 /// Whether the key of a cached glyph is that of the laid one in all that a client can see: the character may
@@ -104,6 +105,7 @@ const BitmapCache::Node& GlyphService::getBitmap(const BitmapGlyphInfo& info, co
 const BitmapCache::Node& GlyphService::getBitmapOf(BitmapSource& source, const LaidGlyph& glyph) const {
     _bitmaps.prepare(source.road, source.faceInfo);
     const BitmapCache::Node& node = getBitmap(source.makeKey(glyph), source.face, source.flipVertically);
+    _bitmaps.open(source.road); // strikes may have ended meanwhile
     if (hasNumbersOf(*node.getValue().data, source.road.getInfo())) {
         _bitmaps.remember(source.road, glyph.getSlot(), node);
     }
