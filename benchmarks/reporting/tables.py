@@ -124,6 +124,7 @@ def make_task(results, groups):
 
 
 def make_markdown(results, verdicts):
+    """What a document shows. Its cells tell what varied."""
     lines = [describe_machine(results.context)]
     for task, groups in list_tasks(results).items():
         lines += ["", f"### {task[0].upper()}{task[1:]}", "", *make_task(results, groups)]
@@ -131,7 +132,6 @@ def make_markdown(results, verdicts):
         lines += ["", "### Memory", "", *draw_markdown(["what", "figure"], list_memory(results), {1})]
     lines += ["", "### Targets", "",
               *draw_markdown(["target", "case", "figure", "limit", "verdict"], list_verdicts(verdicts), {2})]
-    lines += describe_noise(results, verdicts)
     return "\n".join(lines)
 
 
