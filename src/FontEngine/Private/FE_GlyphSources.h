@@ -72,7 +72,7 @@ private:
     FT_BBox _box{32000, 32000, -32000, -32000};
 };
 
-/// The face that the outlines of a run come from.
+/// The face that the outlines of a run come from. Whoever makes it keeps face and description.
 struct OutlineSource {
     GlyphInfo makeKey(unsigned short glyphIndex) const {
         const StrikeInfo& info = road.getInfo();

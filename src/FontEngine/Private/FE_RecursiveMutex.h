@@ -23,8 +23,8 @@
 
 namespace Vell::FontEngine::Internal {
 
-/// A recursive mutex that the thread safety analysis knows. One that is taken is asked for again a few times
-/// before the thread sleeps: what it guards takes a few microseconds at most as a rule, less than waking up.
+/// A recursive mutex that the thread safety analysis knows. One that is taken is asked for again for up to a
+/// tenth of a millisecond before the thread sleeps: what it guards rarely takes longer, and waking up would.
 class VELL_CAPABILITY("mutex") RecursiveMutex {
 public:
     void lock() VELL_ACQUIRE() {

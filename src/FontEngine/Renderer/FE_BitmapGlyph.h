@@ -61,7 +61,8 @@ public:
         return _owner != nullptr ? _owner : _keyed->data;
     }
     cinder::Vec2<float> getPos() const { return _pos; }
-    /// The key that the bitmap was rendered from.
+    /// The key that the bitmap was rendered from, with the character of this glyph. Its description is that
+    /// of the text; one of Internal::FontFaceInfo may be another object of equal value.
     const BitmapGlyphInfo& getInfo() const { return *_keyed; }
 
     /// For the run that holds the bitmap and lets go of it: from now on the glyph has no bitmap, or is its
