@@ -21,7 +21,7 @@ constexpr const char* sample =
     "that a line has room for. A word that is wider than the line, such as "
     "Donaudampfschifffahrtselektrizitätenhauptbetriebswerkbauunterbeamtengesellschaft, is cut where it must.";
 
-using Style = CheckedPtrImpl<const Gfx::ExtFontInfo, false>;
+using Style = NNPtr<const Gfx::ExtFontInfo>;
 
 /// The bytes of `text` that fit: whole characters, and at least one of them, or a narrow column would never
 /// end.

@@ -14,10 +14,10 @@ using namespace Vell;
 
 namespace {
 
-using Bytes = std::shared_ptr<const std::vector<unsigned char>>;
+using FontLoaders::FontBytes;
 constexpr const char* family = "Own";
 
-Bytes readBytes(const std::string& path) {
+FontBytes readBytes(const std::string& path) {
     std::ifstream stream(path, std::ios::binary);
     if (!stream) {
         throw std::runtime_error("cannot read " + path);
@@ -37,19 +37,19 @@ public:
         : _regular(readBytes(regular))
         , _bold(readBytes(bold)) {}
 
-    Bytes loadFont(const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& face) const override {
+    FontBytes loadFont(const NNPtr<const Gfx::FontFaceInfo>& face) const override {
         return face->getName() == family ? loadDefaultFont(face->isBold(), face->isItalic()) : nullptr;
     }
-    Bytes loadDefaultFont(bool bold, bool italic) const override {
+    FontBytes loadDefaultFont(bool bold, bool italic) const override {
         return italic ? nullptr : bold ? _bold : _regular;
     }
     std::string getFamilyNameForRange(unsigned int) const override { return {}; } // no fallback fonts
 
 private:
-    Bytes _regular, _bold;
+    FontBytes _regular, _bold;
 };
 
-void drawPicture(const CheckedPtrImpl<const FontLoaders::FontLoader, false>& loader, const char* file) {
+void drawPicture(const NNPtr<const FontLoaders::FontLoader>& loader, const char* file) {
     const auto factory = FontEngine::FontFactory::create(loader, family);
     const auto surface = CairoAdapter::makeImageSurface(400, 160);
     CairoAdapter::CairoPainter painter(surface.get());

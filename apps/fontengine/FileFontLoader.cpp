@@ -20,7 +20,7 @@ constexpr std::streamsize maxFontBytes = std::streamsize{1} << 30;
     throw ToolError(fmt::format("cannot read '{}': {}", path, reason));
 }
 
-std::shared_ptr<const std::vector<unsigned char>> readFont(const std::string& path) {
+FontLoaders::FontBytes readFont(const std::string& path) {
     std::error_code error;
     if (!std::filesystem::is_regular_file(path, error)) {
         fail(path, error ? error.message() : "not a regular file");
@@ -56,13 +56,11 @@ FileFontLoader::FileFontLoader(const std::string& path)
     _isItalic = (face->style_flags & FT_STYLE_FLAG_ITALIC) != 0;
 }
 
-std::shared_ptr<const std::vector<unsigned char>>
-FileFontLoader::loadFont(const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& faceInfo) const {
+FontLoaders::FontBytes FileFontLoader::loadFont(const NNPtr<const Gfx::FontFaceInfo>& faceInfo) const {
     return loadDefaultFont(faceInfo->isBold(), faceInfo->isItalic());
 }
 
-std::shared_ptr<const std::vector<unsigned char>> FileFontLoader::loadDefaultFont(bool bold,
-                                                                                  bool italic) const {
+FontLoaders::FontBytes FileFontLoader::loadDefaultFont(bool bold, bool italic) const {
     return bold == _isBold && italic == _isItalic ? _bytes : nullptr;
 }
 

@@ -15,9 +15,8 @@ public:
     /// with the reason not to serve it if there is one.
     explicit FileFontLoader(const std::string& path);
 
-    std::shared_ptr<const std::vector<unsigned char>>
-    loadFont(const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& faceInfo) const override;
-    std::shared_ptr<const std::vector<unsigned char>> loadDefaultFont(bool bold, bool italic) const override;
+    FontLoaders::FontBytes loadFont(const NNPtr<const Gfx::FontFaceInfo>& faceInfo) const override;
+    FontLoaders::FontBytes loadDefaultFont(bool bold, bool italic) const override;
     std::string getFamilyNameForRange(unsigned int rangeId) const override;
 
     const std::string& getPath() const { return _path; }
@@ -26,7 +25,7 @@ public:
 
 private:
     std::string _path;
-    std::shared_ptr<const std::vector<unsigned char>> _bytes;
+    FontLoaders::FontBytes _bytes;
     bool _isBold = false;
     bool _isItalic = false;
 };

@@ -25,7 +25,7 @@ public:
     TextFont makeFont(bool isBold, bool isItalic, float size) const;
 
     /// Knows what was asked for so far.
-    const CheckedPtrImpl<const RecordingFontLoader, false>& getLoader() const { return _loader; }
+    const NNPtr<const RecordingFontLoader>& getLoader() const { return _loader; }
 
 private:
     RecordingFontLoader::LoaderPtr openFile();
@@ -34,7 +34,7 @@ private:
     bool _isFile;
     bool _isAlwaysBold = false;
     bool _isAlwaysItalic = false;
-    CheckedPtrImpl<const RecordingFontLoader, false> _loader;
+    NNPtr<const RecordingFontLoader> _loader;
     FactoryPtr _factory;
 };
 

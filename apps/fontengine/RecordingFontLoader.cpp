@@ -22,8 +22,7 @@ struct IsSameQuestion {
 RecordingFontLoader::RecordingFontLoader(LoaderPtr loader)
     : _loader(std::move(loader)) {}
 
-FontBytes
-RecordingFontLoader::loadFont(const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& faceInfo) const {
+FontBytes RecordingFontLoader::loadFont(const NNPtr<const Gfx::FontFaceInfo>& faceInfo) const {
     FontBytes bytes = _loader->loadFont(faceInfo);
     record(FontQuestion{faceInfo->getName(), faceInfo->isBold(), faceInfo->isItalic(), bytes});
     return bytes;

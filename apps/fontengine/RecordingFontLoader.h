@@ -11,7 +11,7 @@
 
 namespace Vell::Tool {
 
-using FontBytes = std::shared_ptr<const std::vector<unsigned char>>;
+using FontLoaders::FontBytes;
 
 /// What a loader was asked for, and its answer.
 struct FontQuestion {
@@ -34,11 +34,11 @@ using LoaderQuestion = std::variant<FontQuestion, RangeQuestion>;
 /// question that ends in an exception is not written down. Any thread.
 class RecordingFontLoader : public FontLoaders::FontLoader {
 public:
-    using LoaderPtr = CheckedPtrImpl<const FontLoaders::FontLoader, false>;
+    using LoaderPtr = NNPtr<const FontLoaders::FontLoader>;
 
     explicit RecordingFontLoader(LoaderPtr loader);
 
-    FontBytes loadFont(const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& faceInfo) const override;
+    FontBytes loadFont(const NNPtr<const Gfx::FontFaceInfo>& faceInfo) const override;
     FontBytes loadDefaultFont(bool bold, bool italic) const override;
     std::string getFamilyNameForRange(unsigned int rangeId) const override;
 

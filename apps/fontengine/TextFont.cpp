@@ -9,8 +9,8 @@ namespace Vell::Tool {
 namespace {
 
 using FontEngine::Font;
-using FaceInfoPtr = CheckedPtrImpl<const Gfx::FontFaceInfo, false>;
-using FontInfoPtr = CheckedPtrImpl<const Gfx::FontInfo, false>;
+using FaceInfoPtr = NNPtr<const Gfx::FontFaceInfo>;
+using FontInfoPtr = NNPtr<const Gfx::FontInfo>;
 
 std::string orUnnamed(const char* name) {
     return name != nullptr && *name != '\0' ? name : "unnamed";

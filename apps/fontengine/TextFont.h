@@ -7,7 +7,7 @@
 
 namespace Vell::Tool {
 
-using FactoryPtr = CheckedPtrImpl<FontEngine::FontFactory, false>;
+using FactoryPtr = NNPtr<FontEngine::FontFactory>;
 
 /// The family for texts that name none.
 constexpr const char* defaultFamily = "DejaVu Sans";
@@ -24,7 +24,7 @@ struct FontRequest {
 /// A font and how text is set in it.
 struct TextFont {
     std::shared_ptr<const FontEngine::Font> font; ///< never null
-    CheckedPtrImpl<const Gfx::ExtFontInfo, false> setting;
+    NNPtr<const Gfx::ExtFontInfo> setting;
 };
 
 /// Whether the family has a font in any style; the empty one has.

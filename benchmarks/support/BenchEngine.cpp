@@ -33,8 +33,7 @@ OneFontLoader::OneFontLoader(std::shared_ptr<const Bytes> font, std::shared_ptr<
     : _font(std::move(font))
     , _fallback(std::move(fallback)) {}
 
-std::shared_ptr<const Bytes>
-OneFontLoader::loadFont(const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& faceInfo) const {
+std::shared_ptr<const Bytes> OneFontLoader::loadFont(const NNPtr<const Gfx::FontFaceInfo>& faceInfo) const {
     return faceInfo->getName() == fallbackFamily ? _fallback : _font;
 }
 

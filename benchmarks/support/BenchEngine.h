@@ -20,8 +20,7 @@ class OneFontLoader : public FontLoaders::FontLoader {
 public:
     OneFontLoader(std::shared_ptr<const Bytes> font, std::shared_ptr<const Bytes> fallback = nullptr);
 
-    std::shared_ptr<const Bytes>
-    loadFont(const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& faceInfo) const override;
+    std::shared_ptr<const Bytes> loadFont(const NNPtr<const Gfx::FontFaceInfo>& faceInfo) const override;
     std::shared_ptr<const Bytes> loadDefaultFont(bool bold, bool italic) const override;
     std::string getFamilyNameForRange(unsigned int rangeId) const override;
 
@@ -37,10 +36,10 @@ struct BenchEngine {
     explicit BenchEngine(const std::shared_ptr<const Bytes>& bytes,
                          const std::shared_ptr<const Bytes>& fallback = nullptr, float size = usualPixelSize);
 
-    CheckedPtrImpl<FontEngine::FontFactory, false> factory;
-    CheckedPtrImpl<const Gfx::FontFaceInfo, false> faceInfo;
-    CheckedPtrImpl<const Gfx::FontInfo, false> fontInfo;
-    CheckedPtrImpl<const Gfx::ExtFontInfo, false> extFontInfo;
+    NNPtr<FontEngine::FontFactory> factory;
+    NNPtr<const Gfx::FontFaceInfo> faceInfo;
+    NNPtr<const Gfx::FontInfo> fontInfo;
+    NNPtr<const Gfx::ExtFontInfo> extFontInfo;
     FontEngine::Font font;
 };
 

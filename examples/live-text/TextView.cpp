@@ -16,7 +16,7 @@ auto makeStyle(const char* family, float size) {
 }
 
 void drawRaster(CairoAdapter::CairoPainter& painter, const FontEngine::FontFactory& factory,
-                const std::string& text, const CheckedPtrImpl<const Gfx::ExtFontInfo, false>& style,
+                const std::string& text, const NNPtr<const Gfx::ExtFontInfo>& style,
                 const cinder::ColorAT<unsigned char>& color, float devicePixelRatio) {
     CairoAdapter::CairoGlyphPainter glyphPainter(painter, color, devicePixelRatio);
     FontEngine::RasterTextPainter(painter, glyphPainter, false)

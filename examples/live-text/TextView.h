@@ -19,7 +19,7 @@ public:
     bool isVector = false;
 
 private:
-    using FactoryPtr = Vell::CheckedPtrImpl<Vell::FontEngine::FontFactory, false>;
+    using FactoryPtr = Vell::NNPtr<Vell::FontEngine::FontFactory>;
 
     void drawText(Vell::CairoAdapter::CairoPainter& painter) const;
     void drawFigures(Vell::CairoAdapter::CairoPainter& painter, float bottom) const;

@@ -41,7 +41,7 @@ bool hasCharMapOrIsRefused(const Bytes& file) {
 }
 
 /// A factory that has the font as the regular one of its family, so that other styles are synthesised.
-CheckedPtrImpl<FontEngine::FontFactory, false> makeFactory(Bytes file) {
+NNPtr<FontEngine::FontFactory> makeFactory(Bytes file) {
     const auto loader = std::make_shared<Testing::CountingLoader>();
     loader->setFont(family, false, false, std::move(file));
     return FontEngine::FontFactory::create(loader, family);
@@ -139,7 +139,7 @@ private:
     const FontScript& _script;
     Testing::FontInfoPtr _fontInfo;
     FontEngine::Font _font;
-    CheckedPtrImpl<const FontEngine::FontFace, false> _face;
+    NNPtr<const FontEngine::FontFace> _face;
 };
 
 } // namespace

@@ -43,10 +43,9 @@ FontScript::FontScript(ByteReader& reader) {
     services = reader.takeU8();
 }
 
-FontEngine::BitmapGlyphInfo
-FontScript::makeKey(const FontEngine::FontFace& face,
-                    const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& faceInfo,
-                    unsigned long glyphIndex) const {
+FontEngine::BitmapGlyphInfo FontScript::makeKey(const FontEngine::FontFace& face,
+                                                const NNPtr<const Gfx::FontFaceInfo>& faceInfo,
+                                                unsigned long glyphIndex) const {
     return FontEngine::BitmapGlyphInfo(faceInfo, renderMode, glyphIndex, character, fontSize, scale,
                                        devicePixelRatio, offset, isLast, face.getTransform());
 }

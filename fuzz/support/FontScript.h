@@ -28,7 +28,7 @@ struct FontScript {
     explicit FontScript(ByteReader& reader);
 
     FontEngine::BitmapGlyphInfo makeKey(const FontEngine::FontFace& face,
-                                        const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& faceInfo,
+                                        const NNPtr<const Gfx::FontFaceInfo>& faceInfo,
                                         unsigned long glyphIndex) const;
 
     bool asksFor(unsigned int service) const { return (services & service) != 0; }

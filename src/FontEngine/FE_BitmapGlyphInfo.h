@@ -27,7 +27,7 @@ public:
     /// `scale` multiplies the font size; `devicePixelRatio` is device pixels per logical pixel;
     /// `offsetInsidePixel` shifts the glyph to the right by so many 1/64 of a device pixel; `isLast` says
     /// that the next character is another one, or none.
-    BitmapGlyphInfo(const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& faceInfo, FT_Render_Mode renderMode,
+    BitmapGlyphInfo(const NNPtr<const Gfx::FontFaceInfo>& faceInfo, FT_Render_Mode renderMode,
                     unsigned long glyphIndex, unsigned int unicode, float fontSize,
                     const cinder::Vec2<float>& scale, float devicePixelRatio, unsigned char offsetInsidePixel,
                     bool isLast, GlyphTransform transform)

@@ -4,7 +4,7 @@
 
 namespace Vell::FontEngine {
 
-ColoredBitmapGlyphInfo::ColoredBitmapGlyphInfo(const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& faceInfo,
+ColoredBitmapGlyphInfo::ColoredBitmapGlyphInfo(const NNPtr<const Gfx::FontFaceInfo>& faceInfo,
                                                FT_Render_Mode renderMode, unsigned long glyphIndex,
                                                unsigned int unicode, float fontSize,
                                                const cinder::Vec2<float>& scale, float devicePixelRatio,

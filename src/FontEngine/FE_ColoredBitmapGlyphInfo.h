@@ -13,9 +13,9 @@ namespace Vell::FontEngine {
 class VELL_API ColoredBitmapGlyphInfo : public BitmapGlyphInfo {
 public:
     /// The arguments of BitmapGlyphInfo, then the text colour as packColor gives it.
-    ColoredBitmapGlyphInfo(const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& faceInfo,
-                           FT_Render_Mode renderMode, unsigned long glyphIndex, unsigned int unicode,
-                           float fontSize, const cinder::Vec2<float>& scale, float devicePixelRatio,
+    ColoredBitmapGlyphInfo(const NNPtr<const Gfx::FontFaceInfo>& faceInfo, FT_Render_Mode renderMode,
+                           unsigned long glyphIndex, unsigned int unicode, float fontSize,
+                           const cinder::Vec2<float>& scale, float devicePixelRatio,
                            unsigned char offsetInsidePixel, bool isLast, GlyphTransform transform,
                            unsigned int color);
     ColoredBitmapGlyphInfo(const BitmapGlyphInfo& info, unsigned int color);

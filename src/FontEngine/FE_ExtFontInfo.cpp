@@ -11,13 +11,13 @@ namespace Vell::FontEngine::Internal {
 const void* const ExtFontInfo::_ownVtable = getVtable(ExtFontInfo(
     makeNNPtr<FontInfo>(makeNNPtr<FontFaceInfo>("", false, false), 0.0F, Gfx::TextPositionType::Normal)));
 
-ExtFontInfo::ExtFontInfo(CheckedPtrImpl<const Gfx::FontInfo, false> fontInfo, float letterSpacing)
+ExtFontInfo::ExtFontInfo(NNPtr<const Gfx::FontInfo> fontInfo, float letterSpacing)
     : _fontInfo(std::move(fontInfo))
     , _letterSpacing(letterSpacing) {}
 
 ExtFontInfo::~ExtFontInfo() = default;
 
-CheckedPtrImpl<const Gfx::FontInfo, false> ExtFontInfo::getFontInfo() const {
+NNPtr<const Gfx::FontInfo> ExtFontInfo::getFontInfo() const {
     return _fontInfo;
 }
 

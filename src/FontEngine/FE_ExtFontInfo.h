@@ -12,10 +12,10 @@ namespace Vell::FontEngine::Internal {
 class VELL_API ExtFontInfo : public Gfx::ExtFontInfo {
 public:
     /// Shares the font description; `letterSpacing` is in the units of the font size and may be negative.
-    explicit ExtFontInfo(CheckedPtrImpl<const Gfx::FontInfo, false> fontInfo, float letterSpacing = 0.0F);
+    explicit ExtFontInfo(NNPtr<const Gfx::FontInfo> fontInfo, float letterSpacing = 0.0F);
     ~ExtFontInfo() override;
 
-    CheckedPtrImpl<const Gfx::FontInfo, false> getFontInfo() const override;
+    NNPtr<const Gfx::FontInfo> getFontInfo() const override;
     float getLetterSpacing() const override;
 
     /// The description held, whatever a derived class answers. Valid as long as this object.
@@ -28,7 +28,7 @@ public:
 private:
     static const void* const _ownVtable; ///< null until this library is initialised
 
-    CheckedPtrImpl<const Gfx::FontInfo, false> _fontInfo;
+    NNPtr<const Gfx::FontInfo> _fontInfo;
     float _letterSpacing;
 };
 

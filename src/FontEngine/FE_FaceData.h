@@ -9,8 +9,8 @@ namespace Vell::FontEngine {
 
 /// What a face is made from: a font file, and the styling that must be added because the file lacks it.
 struct FaceData {
-    CheckedPtrImpl<const std::vector<unsigned char>, false> bytes; ///< the whole file, shared
-    GlyphTransform transform;                                      ///< applied to every glyph of the face
+    NNPtr<const std::vector<unsigned char>> bytes; ///< the whole file, shared
+    GlyphTransform transform;                      ///< applied to every glyph of the face
 };
 
 } // namespace Vell::FontEngine

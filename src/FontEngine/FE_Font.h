@@ -18,28 +18,27 @@ class FontFactory;
 /// Immutable but for being assigned to; any number of threads may use one font at once.
 class VELL_API Font : public Gfx::UniversalFontMetrics {
 public:
-    Font(Gfx::FactoryAccessTag, const CheckedPtrImpl<const Gfx::FontInfo, false>& fontInfo,
-         const CheckedPtrImpl<const FontFace, false>& fontFace);
+    Font(Gfx::FactoryAccessTag, const NNPtr<const Gfx::FontInfo>& fontInfo,
+         const NNPtr<const FontFace>& fontFace);
     Font(const Font&) = default;
     Font(Font&&) noexcept = default;
     Font& operator=(const Font&) = default;
     Font& operator=(Font&&) noexcept = default;
     ~Font() override;
 
-    const CheckedPtrImpl<const FontFace, false>& getFace() const { return _fontFace; }
-    CheckedPtrImpl<const Gfx::FontInfo, false> getFontInfo() const { return _fontInfo; }
+    const NNPtr<const FontFace>& getFace() const { return _fontFace; }
+    NNPtr<const Gfx::FontInfo> getFontInfo() const { return _fontInfo; }
     /// Asserts that the factory still exists.
     const FontFactory& getFontFactory() const { return _fontFace->getFontFactory(); }
 
     /// Replaces `glyph` by the entry of the fallback font for the character, which must then be drawn with
     /// that font; leaves it alone when there is no fallback.
-    void trySubstituteGlyph(const CheckedPtrImpl<const Gfx::ExtFontInfo, false>& extFontInfo,
-                            unsigned int codePoint,
+    void trySubstituteGlyph(const NNPtr<const Gfx::ExtFontInfo>& extFontInfo, unsigned int codePoint,
                             Gfx::CharMap::GlyphIndexWithAdvance& glyph) const override;
 
 private:
-    CheckedPtrImpl<const Gfx::FontInfo, false> _fontInfo;
-    CheckedPtrImpl<const FontFace, false> _fontFace;
+    NNPtr<const Gfx::FontInfo> _fontInfo;
+    NNPtr<const FontFace> _fontFace;
 };
 
 } // namespace Vell::FontEngine

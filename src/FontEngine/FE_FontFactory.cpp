@@ -15,7 +15,7 @@
 
 namespace Vell::FontEngine {
 
-using Internal::FaceBytes;
+using FontLoaders::FontBytes;
 using Internal::FaceKey;
 using Internal::FacePtr;
 
@@ -29,22 +29,20 @@ void assertFace(const FacePtr& face, int line) {
 
 } // namespace
 
-CheckedPtrImpl<FontFactory, false>
-FontFactory::create(CheckedPtrImpl<const FontLoaders::FontLoader, false> loader,
-                    const std::string& defaultFaceName) {
+NNPtr<FontFactory> FontFactory::create(NNPtr<const FontLoaders::FontLoader> loader,
+                                       const std::string& defaultFaceName) {
     return makeNNPtr<FontFactory>(FactoryAccessTag{}, std::move(loader), defaultFaceName);
 }
 
-CheckedPtrImpl<FontFactory, false> FontFactory::create(const std::string& defaultFaceName) {
+NNPtr<FontFactory> FontFactory::create(const std::string& defaultFaceName) {
     return create(FontLoaders::createPlatformDefaultFontLoader(defaultFaceName), defaultFaceName);
 }
 
-FontFactory::FontFactory(FactoryAccessTag, CheckedPtrImpl<const FontLoaders::FontLoader, false> loader,
+FontFactory::FontFactory(FactoryAccessTag, NNPtr<const FontLoaders::FontLoader> loader,
                          const std::string& defaultFaceName)
     : FontFactory(std::move(loader), defaultFaceName) {}
 
-FontFactory::FontFactory(CheckedPtrImpl<const FontLoaders::FontLoader, false> loader,
-                         const std::string& defaultFaceName)
+FontFactory::FontFactory(NNPtr<const FontLoaders::FontLoader> loader, const std::string& defaultFaceName)
     : _fontLoader(std::move(loader))
     , _faces(std::make_unique<Internal::FaceCaches>())
     , _glyphs(std::make_unique<Internal::GlyphService>())
@@ -75,27 +73,26 @@ void FontFactory::reset(unsigned long maxFaceCount, unsigned long maxBitmapBytes
     _faces->files.exchange(files);
 }
 
-CheckedPtrImpl<const Gfx::FontFaceInfo, false>
-FontFactory::substituteDefaultFaceName(const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& faceInfo) const {
+NNPtr<const Gfx::FontFaceInfo>
+FontFactory::substituteDefaultFaceName(const NNPtr<const Gfx::FontFaceInfo>& faceInfo) const {
     return makeNNPtr<Internal::FontFaceInfo>(_defaultFaceName, faceInfo->isBold(), faceInfo->isItalic());
 }
 
-FaceBytes FontFactory::loadFaceBytes(const FaceKey& faceInfo) const {
+FontBytes FontFactory::loadFaceBytes(const FaceKey& faceInfo) const {
     if (faceInfo->getName().empty()) {
         return _fontLoader->loadDefaultFont(faceInfo->isBold(), faceInfo->isItalic());
     }
     return _fontLoader->loadFont(faceInfo);
 }
 
-std::shared_ptr<const std::vector<unsigned char>>
-FontFactory::getFaceDataBytes(const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& faceInfo) const {
+FontBytes FontFactory::getFaceDataBytes(const NNPtr<const Gfx::FontFaceInfo>& faceInfo) const {
     using Node = decltype(Internal::FaceCaches::files)::Node;
     return _faces->files.copy(faceInfo, [&] { return Node(loadFaceBytes(faceInfo), 0); });
 }
 
 std::shared_ptr<const FaceData>
-FontFactory::getFaceData(const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& faceInfo) const {
-    const FaceBytes exact = getFaceDataBytes(faceInfo);
+FontFactory::getFaceData(const NNPtr<const Gfx::FontFaceInfo>& faceInfo) const {
+    const FontBytes exact = getFaceDataBytes(faceInfo);
     const Internal::RequestedStyle request{faceInfo->getName(), faceInfo->isBold(), faceInfo->isItalic()};
     if (exact && Internal::mayUseExactStyle(request)) {
         return makeNNPtr<const FaceData>(FaceData{exact, GlyphTransform::None});
@@ -116,8 +113,7 @@ FacePtr FontFactory::openFace(const FaceKey& faceInfo) const {
     return makeNNPtr<FontFace>(Gfx::FactoryAccessTag{}, shared_from_this(), *data);
 }
 
-const CheckedPtrImpl<const FontFace, false>&
-FontFactory::getFace(const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& faceInfo) const {
+const NNPtr<const FontFace>& FontFactory::getFace(const NNPtr<const Gfx::FontFaceInfo>& faceInfo) const {
     // Kept under the requested description even when the default face serves, so that the next request is a
     // hit.
     using Node = decltype(Internal::FaceCaches::faces)::Node;
@@ -126,24 +122,22 @@ FontFactory::getFace(const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& faceI
     return faces.getOrPut(faceInfo, [&] { return Node(openFace(faceInfo), 0); }).getValue();
 }
 
-CheckedPtrImpl<const FontFace, false>
-FontFactory::shareFace(const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& faceInfo) const {
+NNPtr<const FontFace> FontFactory::shareFace(const NNPtr<const Gfx::FontFaceInfo>& faceInfo) const {
     const Internal::RecursiveLock lock(_faces->faces.getMutex());
     return getFace(faceInfo);
 }
 
-Font FontFactory::getFont(const CheckedPtrImpl<const Gfx::FontInfo, false>& fontInfo) const {
+Font FontFactory::getFont(const NNPtr<const Gfx::FontInfo>& fontInfo) const {
     return Font(Gfx::FactoryAccessTag{}, fontInfo, shareFace(fontInfo->getFontFaceInfo()));
 }
 
-CheckedPtrImpl<const Gfx::FontMetrics, false>
-FontFactory::getFontMetrics(const CheckedPtrImpl<const Gfx::FontInfo, false>& fontInfo) const {
+NNPtr<const Gfx::FontMetrics> FontFactory::getFontMetrics(const NNPtr<const Gfx::FontInfo>& fontInfo) const {
     return makeNNPtr<Font>(getFont(fontInfo));
 }
 
 std::shared_ptr<const Font>
 FontFactory::getDefaultFontForSymbol(unsigned int codePoint,
-                                     const CheckedPtrImpl<const Gfx::FontInfo, false>& fontInfo) const {
+                                     const NNPtr<const Gfx::FontInfo>& fontInfo) const {
     const auto request = Internal::requestFallback(*this, codePoint, fontInfo);
     if (!request) {
         return nullptr;
@@ -153,9 +147,9 @@ FontFactory::getDefaultFontForSymbol(unsigned int codePoint,
         getFont(makeNNPtr<Internal::FontInfo>(face, request->size, request->textPositionType)));
 }
 
-const std::shared_ptr<const FT_BitmapGlyphRec_>&
-FontFactory::getBitmapGlyph(const BitmapGlyphInfo& info, CheckedPtrImpl<const FontFace, false> face,
-                            bool flipVertically) const {
+const std::shared_ptr<const FT_BitmapGlyphRec_>& FontFactory::getBitmapGlyph(const BitmapGlyphInfo& info,
+                                                                             NNPtr<const FontFace> face,
+                                                                             bool flipVertically) const {
     assertFace(face, 342);
     return _glyphs->findBitmap(info, *face, flipVertically);
 }
@@ -166,9 +160,9 @@ FontFactory::getGlyphBitmapWithSubpixels(const BitmapGlyph& glyph,
     return _glyphs->copyImage(glyph, color);
 }
 
-const std::shared_ptr<const Gfx::Path>&
-FontFactory::getOutlineGlyphPath(const GlyphInfo& info, CheckedPtrImpl<const FontFace, false> face,
-                                 Gfx::Painter& painter) const {
+const std::shared_ptr<const Gfx::Path>& FontFactory::getOutlineGlyphPath(const GlyphInfo& info,
+                                                                         NNPtr<const FontFace> face,
+                                                                         Gfx::Painter& painter) const {
     assertFace(face, 433);
     return _glyphs->findPath(info, face, painter);
 }

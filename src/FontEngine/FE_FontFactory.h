@@ -66,7 +66,7 @@ public:
         explicit FactoryAccessTag() {} // NOLINT(modernize-use-equals-default)
     };
 
-    FontFactory(FactoryAccessTag, CheckedPtrImpl<const FontLoaders::FontLoader, false> loader,
+    FontFactory(FactoryAccessTag, NNPtr<const FontLoaders::FontLoader> loader,
                 const std::string& defaultFaceName);
     ~FontFactory() override;
 
@@ -74,50 +74,44 @@ public:
     FontFactory& operator=(const FontFactory&) = delete;
 
     /// A factory over the client's loader.
-    static CheckedPtrImpl<FontFactory, false>
-    create(CheckedPtrImpl<const FontLoaders::FontLoader, false> loader, const std::string& defaultFaceName);
+    static NNPtr<FontFactory> create(NNPtr<const FontLoaders::FontLoader> loader,
+                                     const std::string& defaultFaceName);
     /// A factory over the fonts that are installed on the machine; the loader gets the same default face
     /// name.
-    static CheckedPtrImpl<FontFactory, false> create(const std::string& defaultFaceName);
+    static NNPtr<FontFactory> create(const std::string& defaultFaceName);
 
     const FontLoaders::FontLoader& getFontLoader() const { return *_fontLoader; }
 
     /// The same style in the factory's default family.
-    CheckedPtrImpl<const Gfx::FontFaceInfo, false>
-    substituteDefaultFaceName(const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& faceInfo) const;
+    NNPtr<const Gfx::FontFaceInfo>
+    substituteDefaultFaceName(const NNPtr<const Gfx::FontFaceInfo>& faceInfo) const;
 
     /// The loader's answer for exactly this description, null included; for an empty name its default font of
     /// the style. Each description reaches the loader once while its answer stays cached.
-    std::shared_ptr<const std::vector<unsigned char>>
-    getFaceDataBytes(const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& faceInfo) const;
+    FontLoaders::FontBytes getFaceDataBytes(const NNPtr<const Gfx::FontFaceInfo>& faceInfo) const;
 
     /// The file to open for a description and the styling to add to it, when another style of the family must
     /// serve; null when the loader has none of the family's styles.
-    std::shared_ptr<const FaceData>
-    getFaceData(const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& faceInfo) const;
+    std::shared_ptr<const FaceData> getFaceData(const NNPtr<const Gfx::FontFaceInfo>& faceInfo) const;
 
     /// The face of a description, or the loader's default face of its style. The reference is to the cached
     /// pointer: copy it at once. Throws FontLoaderException when the default face is missing, too.
-    const CheckedPtrImpl<const FontFace, false>&
-    getFace(const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& faceInfo) const;
+    const NNPtr<const FontFace>& getFace(const NNPtr<const Gfx::FontFaceInfo>& faceInfo) const;
 
     /// The same as a copy, made under the lock: for a factory that several threads use.
-    CheckedPtrImpl<const FontFace, false>
-    shareFace(const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& faceInfo) const;
+    NNPtr<const FontFace> shareFace(const NNPtr<const Gfx::FontFaceInfo>& faceInfo) const;
 
     /// A new font over the cached face.
-    Font getFont(const CheckedPtrImpl<const Gfx::FontInfo, false>& fontInfo) const;
+    Font getFont(const NNPtr<const Gfx::FontInfo>& fontInfo) const;
 
     /// The same as a shared object.
-    CheckedPtrImpl<const Gfx::FontMetrics, false>
-    getFontMetrics(const CheckedPtrImpl<const Gfx::FontInfo, false>& fontInfo) const override;
+    NNPtr<const Gfx::FontMetrics> getFontMetrics(const NNPtr<const Gfx::FontInfo>& fontInfo) const override;
 
     /// A font for a character that `fontInfo` has no glyph for: the loader's family for the character's
     /// Unicode range in the same style, size and position. Null when the character lies in no range or no
     /// family serves it.
-    std::shared_ptr<const Font>
-    getDefaultFontForSymbol(unsigned int codePoint,
-                            const CheckedPtrImpl<const Gfx::FontInfo, false>& fontInfo) const;
+    std::shared_ptr<const Font> getDefaultFontForSymbol(unsigned int codePoint,
+                                                        const NNPtr<const Gfx::FontInfo>& fontInfo) const;
 
     /// The bitmap of a glyph, its rows reversed on request; null when FreeType cannot size the face so (the
     /// failure is cached as well). Throws FreeTypeException when the glyph cannot be loaded or rendered, one
@@ -125,8 +119,7 @@ public:
     /// describes: the flip and the face are no part of the key. The reference is to the cached pointer: copy
     /// it before another thread can evict it.
     const std::shared_ptr<const FT_BitmapGlyphRec_>&
-    getBitmapGlyph(const BitmapGlyphInfo& info, CheckedPtrImpl<const FontFace, false> face,
-                   bool flipVertically) const;
+    getBitmapGlyph(const BitmapGlyphInfo& info, NNPtr<const FontFace> face, bool flipVertically) const;
 
     /// The coloured image of an LCD glyph, composed over white. Throws FontEngineException for a bitmap of
     /// another pixel mode.
@@ -137,9 +130,8 @@ public:
     /// of its kind; null when FreeType cannot size the face (cached as well) or the glyph has no outline. The
     /// painter's path is left empty. The reference is to the cached pointer: copy it before another thread
     /// can evict it.
-    const std::shared_ptr<const Gfx::Path>& getOutlineGlyphPath(const GlyphInfo& info,
-                                                                CheckedPtrImpl<const FontFace, false> face,
-                                                                Gfx::Painter& painter) const;
+    const std::shared_ptr<const Gfx::Path>&
+    getOutlineGlyphPath(const GlyphInfo& info, NNPtr<const FontFace> face, Gfx::Painter& painter) const;
 
     /// What the caches hold and how they have served. Each is looked at under its own lock, one after the
     /// other: the five belong to one moment only while nobody else uses the factory. Changes nothing.
@@ -157,16 +149,13 @@ public:
     const Internal::GlyphService& getGlyphService() const { return *_glyphs; }
 
 private:
-    FontFactory(CheckedPtrImpl<const FontLoaders::FontLoader, false> loader,
-                const std::string& defaultFaceName);
+    FontFactory(NNPtr<const FontLoaders::FontLoader> loader, const std::string& defaultFaceName);
 
-    std::shared_ptr<const std::vector<unsigned char>>
-    loadFaceBytes(const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& faceInfo) const;
-    CheckedPtrImpl<const FontFace, false>
-    openFace(const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& faceInfo) const;
+    FontLoaders::FontBytes loadFaceBytes(const NNPtr<const Gfx::FontFaceInfo>& faceInfo) const;
+    NNPtr<const FontFace> openFace(const NNPtr<const Gfx::FontFaceInfo>& faceInfo) const;
 
     // Destroyed from the last to the first: glyphs, then faces, then the font files that they were made from.
-    CheckedPtrImpl<const FontLoaders::FontLoader, false> _fontLoader;
+    NNPtr<const FontLoaders::FontLoader> _fontLoader;
     std::unique_ptr<Internal::FaceCaches> _faces;
     std::unique_ptr<Internal::GlyphService> _glyphs;
     std::string _defaultFaceName;

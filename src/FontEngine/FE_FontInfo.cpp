@@ -10,15 +10,14 @@ namespace Vell::FontEngine::Internal {
 const void* const FontInfo::_ownVtable =
     getVtable(FontInfo(makeNNPtr<FontFaceInfo>("", false, false), 0.0F, Gfx::TextPositionType::Normal));
 
-FontInfo::FontInfo(CheckedPtrImpl<const Gfx::FontFaceInfo, false> fontFaceInfo, float size,
-                   Gfx::TextPositionType type)
+FontInfo::FontInfo(NNPtr<const Gfx::FontFaceInfo> fontFaceInfo, float size, Gfx::TextPositionType type)
     : _fontFaceInfo(std::move(fontFaceInfo))
     , _size(size)
     , _textPositionType(type) {}
 
 FontInfo::~FontInfo() = default;
 
-CheckedPtrImpl<const Gfx::FontFaceInfo, false> FontInfo::getFontFaceInfo() const {
+NNPtr<const Gfx::FontFaceInfo> FontInfo::getFontFaceInfo() const {
     return _fontFaceInfo;
 }
 

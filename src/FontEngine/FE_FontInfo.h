@@ -12,16 +12,15 @@ namespace Vell::FontEngine::Internal {
 class VELL_API FontInfo : public Gfx::FontInfo {
 public:
     /// Shares the face description; `size` is the em in the client's units, taken as it is.
-    FontInfo(CheckedPtrImpl<const Gfx::FontFaceInfo, false> fontFaceInfo, float size,
-             Gfx::TextPositionType type);
+    FontInfo(NNPtr<const Gfx::FontFaceInfo> fontFaceInfo, float size, Gfx::TextPositionType type);
     ~FontInfo() override;
 
-    CheckedPtrImpl<const Gfx::FontFaceInfo, false> getFontFaceInfo() const override;
+    NNPtr<const Gfx::FontFaceInfo> getFontFaceInfo() const override;
     float getSize() const override;
     Gfx::TextPositionType getTextPositionType() const override;
 
     /// The description held, whatever a derived class answers. Valid as long as this object.
-    const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& viewFontFaceInfo() const { return _fontFaceInfo; }
+    const NNPtr<const Gfx::FontFaceInfo>& viewFontFaceInfo() const { return _fontFaceInfo; }
 
     /// Whether the accessors of `info` answer what it holds: whether it is of this class and of no derived
     /// one. It may be of a class without type information.
@@ -30,7 +29,7 @@ public:
 private:
     static const void* const _ownVtable; ///< null until this library is initialised
 
-    CheckedPtrImpl<const Gfx::FontFaceInfo, false> _fontFaceInfo;
+    NNPtr<const Gfx::FontFaceInfo> _fontFaceInfo;
     float _size;
     Gfx::TextPositionType _textPositionType;
 };

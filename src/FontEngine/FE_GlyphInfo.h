@@ -24,8 +24,8 @@ namespace Vell::FontEngine {
 /// assertion.
 class VELL_API GlyphInfo {
 public:
-    GlyphInfo(const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& faceInfo, unsigned long glyphIndex,
-              float fontSize, GlyphTransform transform)
+    GlyphInfo(const NNPtr<const Gfx::FontFaceInfo>& faceInfo, unsigned long glyphIndex, float fontSize,
+              GlyphTransform transform)
         : _faceInfo(faceInfo)
         , _glyphIndex(glyphIndex)
         , _fontSize(fontSize)
@@ -39,7 +39,7 @@ public:
     }
     bool operator!=(const GlyphInfo& other) const { return !(*this == other); }
 
-    const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& getFaceInfo() const { return _faceInfo; }
+    const NNPtr<const Gfx::FontFaceInfo>& getFaceInfo() const { return _faceInfo; }
     /// FreeType's index of the glyph in that face.
     unsigned long getGlyphIndex() const { return _glyphIndex; }
     float getFontSize() const { return _fontSize; }
@@ -71,7 +71,7 @@ private:
     }
 
     mutable HashMemo _hash;
-    CheckedPtrImpl<const Gfx::FontFaceInfo, false> _faceInfo;
+    NNPtr<const Gfx::FontFaceInfo> _faceInfo;
     unsigned long _glyphIndex;
     float _fontSize;
     GlyphTransform _transform;

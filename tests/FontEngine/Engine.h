@@ -11,8 +11,8 @@
 
 namespace Vell::FontEngine {
 
-using FacePtr = CheckedPtrImpl<const FontFace, false>;
-using FactoryPtr = CheckedPtrImpl<FontFactory, false>;
+using FacePtr = NNPtr<const FontFace>;
+using FactoryPtr = NNPtr<FontFactory>;
 
 /// 1000 units per em, glyphs of full boxes. Glyph 0, the missing one: 500 wide, a box of 50..450 x 0..700.
 inline Testing::FontBuilder makeTestFont(const std::string& family = "Test Sans") {

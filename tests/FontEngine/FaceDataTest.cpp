@@ -187,8 +187,7 @@ TEST(FaceData, KeepsTheStyleUnderTheDefaultName) {
 /// A loader that asks the factory for the very font that it is loading.
 class CircularLoader : public Testing::CountingLoader {
 public:
-    std::shared_ptr<const Bytes>
-    loadFont(const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& face) const override {
+    std::shared_ptr<const Bytes> loadFont(const NNPtr<const Gfx::FontFaceInfo>& face) const override {
         if (!std::exchange(isInside, true)) {
             factory->getFaceDataBytes(face);
         }

@@ -35,7 +35,7 @@ public:
     Font getFont(unsigned int family, float size) const;
 
 private:
-    CheckedPtrImpl<FontFactory, false> _factory;
+    NNPtr<FontFactory> _factory;
 };
 
 /// Folds values into one number that depends on all of them and on their order.

@@ -30,7 +30,7 @@ TEST(GetFont, AddsNoFailuresOfItsOwn) {
 TEST(GetFontMetrics, GivesANewFontAsMetrics) {
     const Engine engine;
     const Gfx::FontMetricsFactory& factory = *engine.factory;
-    const CheckedPtrImpl<const Gfx::FontMetrics, false> metrics = factory.getFontMetrics(makeFontInfo());
+    const NNPtr<const Gfx::FontMetrics> metrics = factory.getFontMetrics(makeFontInfo());
     EXPECT_NE(metrics, factory.getFontMetrics(makeFontInfo()));
     const auto* const font = dynamic_cast<const Font*>(metrics.get());
     ASSERT_NE(font, nullptr);

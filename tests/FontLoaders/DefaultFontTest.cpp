@@ -73,7 +73,7 @@ TEST(DefaultFont, AGenericDefaultNameStandsForTheFamilyThatServesIt) {
 class DefaultFontWithoutFonts : public ::testing::Test {
 protected:
     const FontSandbox _sandbox;
-    const CheckedPtrImpl<FontLoader, false> _loader = createPlatformDefaultFontLoader("DejaVu Sans");
+    const NNPtr<FontLoader> _loader = createPlatformDefaultFontLoader("DejaVu Sans");
 };
 
 TEST_F(DefaultFontWithoutFonts, IsTheOneThatIsBuiltIn) {

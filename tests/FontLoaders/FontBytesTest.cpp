@@ -16,7 +16,7 @@ using ::testing::Property;
 using ::testing::Throws;
 
 /// What opening the bytes gives for their family.
-std::string getFamily(const CheckedPtrImpl<const Bytes, false>& bytes) {
+std::string getFamily(const NNPtr<const Bytes>& bytes) {
     const auto library = createFreeTypeLibrary();
     return createFontFace(library, bytes)->family_name;
 }

@@ -12,7 +12,7 @@ using namespace FontLoaders;
 
 namespace {
 
-using LoaderPtr = CheckedPtrImpl<FontLoader, false>;
+using LoaderPtr = NNPtr<FontLoader>;
 
 constexpr std::uint32_t greekAlpha = 0x3B1;
 

@@ -49,7 +49,7 @@ void expectLeavesNothing(const Work& work) {
     EXPECT_LT(getHeapBytes(), before + times) << "a byte each time, or more";
 }
 
-bool opens(const CheckedPtrImpl<const Bytes, false>& file) {
+bool opens(const NNPtr<const Bytes>& file) {
     try {
         const FTLibraryPtr library = createFreeTypeLibrary();
         createFontFace(library, file);
@@ -60,13 +60,13 @@ bool opens(const CheckedPtrImpl<const Bytes, false>& file) {
 }
 
 void expectOpensWithoutATrace(const Bytes& bytes) {
-    const CheckedPtrImpl<const Bytes, false> file = std::make_shared<const Bytes>(bytes);
+    const NNPtr<const Bytes> file = std::make_shared<const Bytes>(bytes);
     ASSERT_TRUE(opens(file));
     expectLeavesNothing([&] { opens(file); });
 }
 
 void expectFailsWithoutATrace(const Bytes& bytes) {
-    const CheckedPtrImpl<const Bytes, false> file = std::make_shared<const Bytes>(bytes);
+    const NNPtr<const Bytes> file = std::make_shared<const Bytes>(bytes);
     ASSERT_FALSE(opens(file));
     expectLeavesNothing([&] { opens(file); });
 }
@@ -115,7 +115,7 @@ TEST(ForgottenMemory, EndsWithTheLibraryOfABrokenWebFont) {
 }
 
 TEST(ForgottenMemory, OfAClientEndsWithTheLibrary) {
-    const CheckedPtrImpl<const Bytes, false> file = std::make_shared<const Bytes>(makeFont().build());
+    const NNPtr<const Bytes> file = std::make_shared<const Bytes>(makeFont().build());
     expectLeavesNothing([&] {
         const FTLibraryPtr library = createFreeTypeLibrary();
         const FTFacePtr face = createFontFace(library, file);
@@ -139,7 +139,7 @@ TEST(ForgottenMemory, EndsWithTheLastOwnerOfTheLibrary) {
 }
 
 TEST(ForgottenMemory, OfAFaceEndsWithTheLibrary) {
-    const CheckedPtrImpl<const Bytes, false> file = std::make_shared<const Bytes>(makeFont().build());
+    const NNPtr<const Bytes> file = std::make_shared<const Bytes>(makeFont().build());
     expectLeavesNothing([&] {
         const FTLibraryPtr library = createFreeTypeLibrary();
         const FTFacePtr face = createFontFace(library, file);

@@ -23,7 +23,7 @@ auto tells(const std::string& text, int code) {
         &FreeTypeException::what, AllOf(HasSubstr(text), HasSubstr("error " + std::to_string(code)))));
 }
 
-CheckedPtrImpl<const Bytes, false> readSans() {
+NNPtr<const Bytes> readSans() {
     return makeNNPtr<const Bytes>(readFile(std::string(dejaVu) + "DejaVuSans.ttf"));
 }
 

@@ -19,7 +19,7 @@ namespace {
 using Vell::Testing::FailingAllocations;
 using Vell::Testing::LiveBytes;
 
-using LoaderPtr = CheckedPtrImpl<FontLoader, false>;
+using LoaderPtr = NNPtr<FontLoader>;
 
 /// A request to the loader that describes its answer.
 struct Question {

@@ -24,7 +24,7 @@ inline FontBuilder makeBlankFont(const std::string& family, unsigned int weight 
     return font;
 }
 
-inline std::shared_ptr<const Bytes> load(const CheckedPtrImpl<FontLoaders::FontLoader, false>& loader,
+inline std::shared_ptr<const Bytes> load(const NNPtr<FontLoaders::FontLoader>& loader,
                                          const std::string& name, bool bold = false, bool italic = false) {
     return loader->loadFont(makeClientFaceInfo(name, bold, italic));
 }

@@ -14,7 +14,7 @@ FontBuilder makeCovering(const std::string& family, const Ranges& characters) {
     return makeBlankFont(family, 400, false, characters);
 }
 
-std::string findFor(const CheckedPtrImpl<FontLoader, false>& loader, char32_t code) {
+std::string findFor(const NNPtr<FontLoader>& loader, char32_t code) {
     return loader->getFamilyNameForRange(UnicodeRangeMap::find(code));
 }
 

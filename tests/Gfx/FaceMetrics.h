@@ -11,7 +11,7 @@
 
 namespace Vell::Gfx {
 
-using BasicMetricsPtr = CheckedPtrImpl<const BasicMetrics, false>;
+using BasicMetricsPtr = NNPtr<const BasicMetrics>;
 
 /// 'i' is a quarter of an em wide, 'm' a whole one, what is missing a half.
 inline Testing::FontBuilder makeMetricsFont() {

@@ -19,7 +19,7 @@ struct Counted {
 };
 int Counted::comparisons = 0;
 
-using Pointer = CheckedPtrImpl<const Counted, false>;
+using Pointer = NNPtr<const Counted>;
 
 Pointer make(int value) {
     return std::make_shared<const Counted>(Counted{value});
@@ -49,7 +49,7 @@ TEST(DeepEquality, TakesOneObjectForEqualWithoutAskingIt) {
 }
 
 TEST(DeepEquality, ComparesPointersOfDifferentConstness) {
-    const CheckedPtrImpl<Counted, false> changeable = makeNNPtr<Counted>(Counted{1});
+    const NNPtr<Counted> changeable = makeNNPtr<Counted>(Counted{1});
     EXPECT_TRUE(ComparisonDetails::arePointersDeeplyEqual(changeable, make(1)));
 }
 

@@ -20,7 +20,7 @@ TEST(MakeNNPtr, ForwardsItsArguments) {
     };
     int number = 0;
     const auto made = makeNNPtr<const Holder>(std::make_unique<int>(6), number);
-    static_assert(std::is_same_v<decltype(made), const CheckedPtrImpl<const Holder, false>>);
+    static_assert(std::is_same_v<decltype(made), const NNPtr<const Holder>>);
     EXPECT_EQ(*made->owned, 6);
     EXPECT_EQ(made->reference, &number);
 }

@@ -41,7 +41,7 @@ TEST(MruCacheFailuresDeathTest, AssertsWhenMakingAnEntryAddsItsKey) {
 }
 
 TEST(MruCacheFailuresDeathTest, AssertsOnANullKey) {
-    using Key = CheckedPtrImpl<const std::string, false>;
+    using Key = NNPtr<const std::string>;
     MRUCache<Key, int, std::hash<Key>, AreDeeplyEqualComparator> cache;
     Key key = makeNNPtr<std::string>("key");
     const Key taken = std::move(key);

@@ -255,7 +255,7 @@ TEST(MruCache, CountsAMissWhoseValueCouldNotBeMade) {
 }
 
 TEST(MruCache, FindsOneEntryByTwoEqualObjects) {
-    using Key = CheckedPtrImpl<const std::string, false>;
+    using Key = NNPtr<const std::string>;
     MRUCache<Key, int, std::hash<Key>, AreDeeplyEqualComparator> cache;
     cache.put(makeNNPtr<std::string>("key"), {1, 0});
     EXPECT_NE(cache.get(makeNNPtr<std::string>("key")), nullptr);

@@ -41,9 +41,8 @@ protected:
         return findOrigin(*open(family, bold, italic).font, *_loader).reason;
     }
 
-    const CheckedPtrImpl<CountingLoader, false> _fonts = makeNNPtr<CountingLoader>();
-    const CheckedPtrImpl<const RecordingFontLoader, false> _loader =
-        makeNNPtr<const RecordingFontLoader>(_fonts);
+    const NNPtr<CountingLoader> _fonts = makeNNPtr<CountingLoader>();
+    const NNPtr<const RecordingFontLoader> _loader = makeNNPtr<const RecordingFontLoader>(_fonts);
     const FactoryPtr _factory = FontEngine::FontFactory::create(_loader, "Default");
 };
 

@@ -22,7 +22,7 @@ protected:
         _inner->setRangeFamily(7, "Greek");
     }
 
-    const CheckedPtrImpl<CountingLoader, false> _inner = makeNNPtr<CountingLoader>();
+    const NNPtr<CountingLoader> _inner = makeNNPtr<CountingLoader>();
     const RecordingFontLoader _loader{_inner};
 };
 

@@ -19,7 +19,7 @@ namespace Vell::Docs {
 namespace {
 
 /// 1000 units an em. A: 600 wide with a box of 100..500 x 0..700.
-CheckedPtrImpl<FontEngine::FontFactory, false> makeFactory() {
+NNPtr<FontEngine::FontFactory> makeFactory() {
     Testing::FontBuilder font("House Sans");
     font.map('A', font.addGlyph(Testing::makeBoxGlyph(600, 100, 0, 500, 700)));
     const auto loader = std::make_shared<MemoryFontLoader>("House Sans");

@@ -71,7 +71,7 @@ void drawWithFallback(Gfx::Painter& painter, const std::string& text, const Font
 
 } // namespace
 
-CheckedPtrImpl<const FontInfo, false> describeHouseSans() {
+NNPtr<const FontInfo> describeHouseSans() {
     return makeNNPtr<const FontInfo>(makeNNPtr<const FontFaceInfo>("House Sans", false, false), 20.0F,
                                      Gfx::TextPositionType::Normal);
 }

@@ -16,8 +16,6 @@ namespace Vell::Docs {
 /// number of threads may ask.
 class MemoryFontLoader : public FontLoaders::FontLoader {
 public:
-    using Bytes = std::shared_ptr<const std::vector<unsigned char>>;
-
     explicit MemoryFontLoader(std::string defaultFamily)
         : _defaultFamily(std::move(defaultFamily)) {}
 
@@ -32,10 +30,10 @@ public:
         _families[FontLoaders::UnicodeRangeMap::find(codePoint)] = family;
     }
 
-    Bytes loadFont(const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& faceInfo) const override {
+    FontLoaders::FontBytes loadFont(const NNPtr<const Gfx::FontFaceInfo>& faceInfo) const override {
         return find(faceInfo->getName(), faceInfo->isBold(), faceInfo->isItalic());
     }
-    Bytes loadDefaultFont(bool bold, bool italic) const override {
+    FontLoaders::FontBytes loadDefaultFont(bool bold, bool italic) const override {
         return find(_defaultFamily, bold, italic);
     }
     std::string getFamilyNameForRange(unsigned int rangeId) const override {
@@ -44,13 +42,13 @@ public:
     }
 
 private:
-    Bytes find(const std::string& family, bool bold, bool italic) const {
+    FontLoaders::FontBytes find(const std::string& family, bool bold, bool italic) const {
         const auto found = _files.find({family, bold, italic});
         return found != _files.end() ? found->second : nullptr;
     }
 
     std::string _defaultFamily;
-    std::map<std::tuple<std::string, bool, bool>, Bytes> _files;
+    std::map<std::tuple<std::string, bool, bool>, FontLoaders::FontBytes> _files;
     std::map<unsigned int, std::string> _families;
 };
 //! [loader]

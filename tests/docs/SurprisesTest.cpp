@@ -15,7 +15,7 @@ namespace {
 using Testing::makeFaceInfo;
 
 struct Surprises : testing::Test {
-    CheckedPtrImpl<const Gfx::ExtFontInfo, false>
+    NNPtr<const Gfx::ExtFontInfo>
     makeStyle(float spacing = 0.0F, Gfx::TextPositionType type = Gfx::TextPositionType::Normal) const {
         const auto info = makeNNPtr<const Internal::FontInfo>(makeFaceInfo("Test Sans"), 10.0F, type);
         return makeNNPtr<const Internal::ExtFontInfo>(info, spacing);

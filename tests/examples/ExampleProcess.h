@@ -36,9 +36,9 @@ struct InstalledFont {
 
     float measure(const std::string& text) const { return metrics->getTextWidth(text, style); }
 
-    CheckedPtrImpl<FontEngine::FontFactory, false> factory = FontEngine::FontFactory::create("DejaVu Sans");
-    CheckedPtrImpl<const Gfx::ExtFontInfo, false> style;
-    CheckedPtrImpl<const Gfx::FontMetrics, false> metrics;
+    NNPtr<FontEngine::FontFactory> factory = FontEngine::FontFactory::create("DejaVu Sans");
+    NNPtr<const Gfx::ExtFontInfo> style;
+    NNPtr<const Gfx::FontMetrics> metrics;
 };
 
 } // namespace Vell::Examples::Testing

@@ -79,8 +79,7 @@ void CountingLoader::record(std::string call) const {
     }
 }
 
-std::shared_ptr<const Bytes>
-CountingLoader::loadFont(const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& faceInfo) const {
+std::shared_ptr<const Bytes> CountingLoader::loadFont(const NNPtr<const Gfx::FontFaceInfo>& faceInfo) const {
     const std::string name = faceInfo->getName();
     const bool bold = faceInfo->isBold();
     const bool italic = faceInfo->isItalic();

@@ -41,8 +41,7 @@ public:
     std::size_t countCalls(const std::string& prefix = "") const;
     void clearCalls();
 
-    std::shared_ptr<const Bytes>
-    loadFont(const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& faceInfo) const override;
+    std::shared_ptr<const Bytes> loadFont(const NNPtr<const Gfx::FontFaceInfo>& faceInfo) const override;
     std::shared_ptr<const Bytes> loadDefaultFont(bool bold, bool italic) const override;
     std::string getFamilyNameForRange(unsigned int rangeId) const override;
 

@@ -8,9 +8,9 @@
 
 namespace Vell::Testing {
 
-using FaceInfoPtr = CheckedPtrImpl<const Gfx::FontFaceInfo, false>;
-using FontInfoPtr = CheckedPtrImpl<const Gfx::FontInfo, false>;
-using ExtFontInfoPtr = CheckedPtrImpl<const Gfx::ExtFontInfo, false>;
+using FaceInfoPtr = NNPtr<const Gfx::FontFaceInfo>;
+using FontInfoPtr = NNPtr<const Gfx::FontInfo>;
+using ExtFontInfoPtr = NNPtr<const Gfx::ExtFontInfo>;
 
 FaceInfoPtr makeFaceInfo(const std::string& name = "Test Sans", bool bold = false, bool italic = false);
 

@@ -16,7 +16,7 @@ struct OpenedFont {
     FT_Face operator->() const { return face.get(); }
     FT_Face get() const { return face.get(); }
 
-    CheckedPtrImpl<const Bytes, false> bytes;
+    NNPtr<const Bytes> bytes;
     FontLoaders::FTLibraryPtr library;
     FontLoaders::FTFacePtr face;
 };

@@ -2,6 +2,7 @@
 
 #include <FontEngine/FE_FontFace.h>
 #include <FontEngine/Private/FE_LockedCache.h>
+#include <FontLoaders/Public/FontBytes.h>
 #include <Gfx/Public/FontFaceInfo.h>
 #include <Utils/Public/Ptr/CheckedPtr.h>
 
@@ -11,14 +12,13 @@
 
 namespace Vell::FontEngine::Internal {
 
-using FaceKey = CheckedPtrImpl<const Gfx::FontFaceInfo, false>;
-using FaceBytes = std::shared_ptr<const std::vector<unsigned char>>;
-using FacePtr = CheckedPtrImpl<const FontFace, false>;
+using FaceKey = NNPtr<const Gfx::FontFaceInfo>;
+using FacePtr = NNPtr<const FontFace>;
 
 /// The font files and the faces of a factory, by description. The lock of the faces is taken before that of
 /// the files. Destroyed from the last to the first: faces before the files that they were made from.
 struct FaceCaches {
-    LockedCache<FaceKey, FaceBytes, std::hash<FaceKey>> files;
+    LockedCache<FaceKey, FontLoaders::FontBytes, std::hash<FaceKey>> files;
     LockedCache<FaceKey, FacePtr, std::hash<FaceKey>> faces;
 };
 

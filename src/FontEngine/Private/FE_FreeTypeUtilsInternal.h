@@ -60,8 +60,8 @@ VELL_API std::shared_ptr<const FT_BitmapGlyphRec_>
 createBitmapGlyph(const BitmapGlyphInfo& info, const FontLoaders::FTFacePtr& face, bool flipVertically);
 
 /// Loads the outline of a glyph in font units, unhinted.
-VELL_API std::shared_ptr<FT_GlyphRec_>
-createOutlineGlyph(const GlyphInfo& info, const CheckedPtrImpl<const FontFace, false>& fontFace);
+VELL_API std::shared_ptr<FT_GlyphRec_> createOutlineGlyph(const GlyphInfo& info,
+                                                          const NNPtr<const FontFace>& fontFace);
 
 // --- Colour.
 

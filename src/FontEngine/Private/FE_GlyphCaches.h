@@ -18,7 +18,7 @@ struct BitmapKeyRef {
     const BitmapGlyphInfo* info;
 
     bool operator==(const BitmapKeyRef& other) const { return *info == *other.info; }
-    const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& getFaceInfo() const { return info->getFaceInfo(); }
+    const NNPtr<const Gfx::FontFaceInfo>& getFaceInfo() const { return info->getFaceInfo(); }
 };
 
 struct BitmapKeyRefHash {

@@ -171,7 +171,7 @@ std::shared_ptr<const FT_BitmapGlyphRec_> createBitmapGlyph(const BitmapGlyphInf
 }
 
 std::shared_ptr<FT_GlyphRec_> createOutlineGlyph(const GlyphInfo& info,
-                                                 const CheckedPtrImpl<const FontFace, false>& fontFace) {
+                                                 const NNPtr<const FontFace>& fontFace) {
     if (!fontFace) {
         doFailAssert(file, 699, "fontFace");
     }

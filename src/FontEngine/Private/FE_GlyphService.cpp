@@ -41,7 +41,7 @@ GlyphOwner renderOnSizedFace(const BitmapGlyphInfo& info, const FontFace& face, 
 }
 
 /// Null when the face cannot be sized, and for a glyph of a bitmap-only face.
-PathPtr buildPathOnSizedFace(const GlyphInfo& info, const CheckedPtrImpl<const FontFace, false>& face,
+PathPtr buildPathOnSizedFace(const GlyphInfo& info, const NNPtr<const FontFace>& face,
                              Gfx::Painter& painter) {
     FaceSizing sizing(*face, info);
     if (!sizing) {
@@ -122,8 +122,7 @@ const ImageCache::Node& GlyphService::getImage(const BitmapGlyph& glyph,
     });
 }
 
-const OutlineCache::Node& GlyphService::getPath(const GlyphInfo& info,
-                                                const CheckedPtrImpl<const FontFace, false>& face,
+const OutlineCache::Node& GlyphService::getPath(const GlyphInfo& info, const NNPtr<const FontFace>& face,
                                                 Gfx::Painter& painter) const {
     return _outlines.getOrPut(
         info, [&] { return OutlineCache::Node(buildPathOnSizedFace(info, face, painter), 0); });
@@ -147,14 +146,13 @@ ImagePtr GlyphService::copyImage(const BitmapGlyph& glyph,
     return getImage(glyph, color).getValue().data;
 }
 
-const PathPtr& GlyphService::findPath(const GlyphInfo& info,
-                                      const CheckedPtrImpl<const FontFace, false>& face,
+const PathPtr& GlyphService::findPath(const GlyphInfo& info, const NNPtr<const FontFace>& face,
                                       Gfx::Painter& painter) const {
     const RecursiveLock lock(_outlines.getMutex());
     return getPath(info, face, painter).getValue().data;
 }
 
-PathPtr GlyphService::copyPath(const GlyphInfo& info, const CheckedPtrImpl<const FontFace, false>& face,
+PathPtr GlyphService::copyPath(const GlyphInfo& info, const NNPtr<const FontFace>& face,
                                Gfx::Painter& painter) const {
     const RecursiveLock lock(_outlines.getMutex());
     return getPath(info, face, painter).getValue().data;

@@ -29,10 +29,9 @@ public:
     const BitmapPtr& findBitmap(const BitmapGlyphInfo& info, const FontFace& face, bool flipVertically) const;
     BitmapPtr copyBitmap(const BitmapGlyphInfo& info, const FontFace& face, bool flipVertically) const;
     ImagePtr copyImage(const BitmapGlyph& glyph, const cinder::ColorAT<unsigned char>& color) const;
-    const PathPtr& findPath(const GlyphInfo& info, const CheckedPtrImpl<const FontFace, false>& face,
+    const PathPtr& findPath(const GlyphInfo& info, const NNPtr<const FontFace>& face,
                             Gfx::Painter& painter) const;
-    PathPtr copyPath(const GlyphInfo& info, const CheckedPtrImpl<const FontFace, false>& face,
-                     Gfx::Painter& painter) const;
+    PathPtr copyPath(const GlyphInfo& info, const NNPtr<const FontFace>& face, Gfx::Painter& painter) const;
 
     // --- Glyphs of a run, as if each were asked for by its key, one after the other. The lock is taken once
     // for all glyphs of a call.
@@ -81,8 +80,7 @@ private:
     const ImageCache::Node& getImage(const BitmapGlyph& glyph,
                                      const cinder::ColorAT<unsigned char>& color) const
         VELL_REQUIRES(_images.getMutex());
-    const OutlineCache::Node& getPath(const GlyphInfo& info,
-                                      const CheckedPtrImpl<const FontFace, false>& face,
+    const OutlineCache::Node& getPath(const GlyphInfo& info, const NNPtr<const FontFace>& face,
                                       Gfx::Painter& painter) const VELL_REQUIRES(_outlines.getMutex());
 
     // Destroyed from the last to the first.

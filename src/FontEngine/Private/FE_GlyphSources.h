@@ -47,7 +47,7 @@ struct BitmapSource {
     }
 
     BitmapCache::Road road;
-    const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& faceInfo;
+    const NNPtr<const Gfx::FontFaceInfo>& faceInfo;
     const FontFace& face;
     bool flipVertically;
 };
@@ -80,8 +80,8 @@ struct OutlineSource {
     }
 
     OutlineCache::Road road;
-    const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& faceInfo;
-    const CheckedPtrImpl<const FontFace, false>& face;
+    const NNPtr<const Gfx::FontFaceInfo>& faceInfo;
+    const NNPtr<const FontFace>& face;
 };
 
 /// A glyph of a text before it has its outline.

@@ -22,7 +22,7 @@ inline const FontInfo* findSilentFontInfo(const ExtFontInfo* own) {
 }
 
 /// The description of the face that stands in such descriptions, or null. It may be of any class itself.
-inline const CheckedPtrImpl<const Gfx::FontFaceInfo, false>* findSilentFaceInfo(const ExtFontInfo* own) {
+inline const NNPtr<const Gfx::FontFaceInfo>* findSilentFaceInfo(const ExtFontInfo* own) {
     const FontInfo* const fontInfo = findSilentFontInfo(own);
     return fontInfo != nullptr ? &fontInfo->viewFontFaceInfo() : nullptr;
 }

@@ -154,7 +154,7 @@ public:
     }
 
     /// The same, with a new one if there is none; shares the description then.
-    Strike& findOrAdd(StrikeInfo info, const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& faceInfo) {
+    Strike& findOrAdd(StrikeInfo info, const NNPtr<const Gfx::FontFaceInfo>& faceInfo) {
         if (Strike* const found = find(info)) {
             return *found;
         }
@@ -175,10 +175,10 @@ public:
 
 private:
     struct Owning {
-        explicit Owning(const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& info)
+        explicit Owning(const NNPtr<const Gfx::FontFaceInfo>& info)
             : faceInfo(info) {}
 
-        CheckedPtrImpl<const Gfx::FontFaceInfo, false> faceInfo; // of the key
+        NNPtr<const Gfx::FontFaceInfo> faceInfo; // of the key
         Strike strike;
     };
     using Map = std::unordered_map<StrikeInfo, Owning, StrikeInfoHash>;

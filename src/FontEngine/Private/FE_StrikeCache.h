@@ -81,7 +81,7 @@ public:
     }
 
     /// Makes room for one more entry, so that it can be remembered. May throw std::bad_alloc.
-    void prepare(const Road& road, const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& faceInfo) const
+    void prepare(const Road& road, const NNPtr<const Gfx::FontFaceInfo>& faceInfo) const
         VELL_REQUIRES(*_mutex) {
         if (road._isPlain) {
             _strikes.findOrAdd(road._info, faceInfo).reserveOne();

@@ -4,25 +4,25 @@
 
 namespace Vell::FontEngine::Internal {
 
-namespace {
+using FontLoaders::FontBytes;
 
-using Bytes = std::shared_ptr<const std::vector<unsigned char>>;
+namespace {
 
 /// Its styled files differ from the regular one in proportions, so its styles are made from one file.
 constexpr const char* alwaysSynthesisedFamily = "Yu Gothic Medium";
 
-std::shared_ptr<const FaceData> makeFaceData(const Bytes& bytes, bool embolden, bool slant) {
+std::shared_ptr<const FaceData> makeFaceData(const FontBytes& bytes, bool embolden, bool slant) {
     return makeNNPtr<const FaceData>(FaceData{bytes, makeGlyphTransform(embolden, slant)});
 }
 
 std::shared_ptr<const FaceData> findRegular(const RequestedStyle& request, const StyleProbe& probe) {
-    const Bytes regular = probe(false, false);
+    const FontBytes regular = probe(false, false);
     return regular ? makeFaceData(regular, request.isBold, request.isItalic) : nullptr;
 }
 
 std::shared_ptr<const FaceData> findWithRegular(const RequestedStyle& request, const StyleProbe& probe) {
     if (request.isBold && request.isItalic) {
-        if (const Bytes bold = probe(true, false)) {
+        if (const FontBytes bold = probe(true, false)) {
             return makeFaceData(bold, false, request.isItalic);
         }
     }
@@ -30,8 +30,8 @@ std::shared_ptr<const FaceData> findWithRegular(const RequestedStyle& request, c
 }
 
 std::shared_ptr<const FaceData> findWithoutRegular(const RequestedStyle& request, const StyleProbe& probe) {
-    const Bytes bold = probe(true, false);
-    const Bytes italic = probe(false, true);
+    const FontBytes bold = probe(true, false);
+    const FontBytes italic = probe(false, true);
     if (!bold && !italic) {
         return findRegular(request, probe);
     }
@@ -51,7 +51,7 @@ bool mayUseExactStyle(const RequestedStyle& request) {
 }
 
 std::shared_ptr<const FaceData> findSimilarStyle(const RequestedStyle& request, const StyleProbe& probe) {
-    const Bytes regular = probe(false, false);
+    const FontBytes regular = probe(false, false);
     return regular ? findWithRegular(request, probe) : findWithoutRegular(request, probe);
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <FontEngine/FE_FaceData.h>
+#include <FontLoaders/Public/FontBytes.h>
 #include <Utils/Public/CallableRef.h>
 
 #include <memory>
@@ -17,7 +18,7 @@ struct RequestedStyle {
 };
 
 /// Asks for the font file of the request's family in one style; null when there is none.
-using StyleProbe = CallableRef<std::shared_ptr<const std::vector<unsigned char>>(bool bold, bool italic)>;
+using StyleProbe = CallableRef<FontLoaders::FontBytes(bool bold, bool italic)>;
 
 /// Whether a file of exactly the requested style may serve this family.
 bool mayUseExactStyle(const RequestedStyle& request);

@@ -7,7 +7,7 @@
 namespace Vell::FontEngine::Internal {
 
 std::optional<FallbackRequest> requestFallback(const FontFactory& factory, unsigned int codePoint,
-                                               const CheckedPtrImpl<const Gfx::FontInfo, false>& fontInfo) {
+                                               const NNPtr<const Gfx::FontInfo>& fontInfo) {
     const unsigned int range = FontLoaders::UnicodeRangeMap::find(codePoint);
     if (range == 0) {
         return std::nullopt;
@@ -22,7 +22,7 @@ std::optional<FallbackRequest> requestFallback(const FontFactory& factory, unsig
 }
 
 std::optional<DescribedFace> RunFallback::find(const FontFactory& factory, unsigned int codePoint,
-                                               const CheckedPtrImpl<const Gfx::FontInfo, false>& fontInfo) {
+                                               const NNPtr<const Gfx::FontInfo>& fontInfo) {
     auto request = requestFallback(factory, codePoint, fontInfo);
     if (!request) {
         return std::nullopt;
@@ -31,7 +31,7 @@ std::optional<DescribedFace> RunFallback::find(const FontFactory& factory, unsig
     if (!_last || !_last->holdsSameAs(wanted)) {
         _last = std::make_shared<const FontFaceInfo>(wanted.getName(), request->bold, request->italic);
     }
-    const CheckedPtrImpl<const FontFaceInfo, false> faceInfo(_last);
+    const NNPtr<const FontFaceInfo> faceInfo(_last);
     return DescribedFace{faceInfo, factory.shareFace(faceInfo)};
 }
 

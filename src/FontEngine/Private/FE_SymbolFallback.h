@@ -23,12 +23,12 @@ struct FallbackRequest {
 };
 
 std::optional<FallbackRequest> requestFallback(const FontFactory& factory, unsigned int codePoint,
-                                               const CheckedPtrImpl<const Gfx::FontInfo, false>& fontInfo);
+                                               const NNPtr<const Gfx::FontInfo>& fontInfo);
 
 /// A face with the description that it is known by.
 struct DescribedFace {
-    CheckedPtrImpl<const Gfx::FontFaceInfo, false> faceInfo;
-    CheckedPtrImpl<const FontFace, false> face;
+    NNPtr<const Gfx::FontFaceInfo> faceInfo;
+    NNPtr<const FontFace> face;
 };
 
 /// The faces of FontFactory::getDefaultFontForSymbol for one run: the same questions to loader and
@@ -37,7 +37,7 @@ struct DescribedFace {
 class RunFallback {
 public:
     std::optional<DescribedFace> find(const FontFactory& factory, unsigned int codePoint,
-                                      const CheckedPtrImpl<const Gfx::FontInfo, false>& fontInfo);
+                                      const NNPtr<const Gfx::FontInfo>& fontInfo);
 
 private:
     std::shared_ptr<const FontFaceInfo> _last;

@@ -20,8 +20,8 @@ namespace Vell::FontEngine {
 
 namespace {
 
-using ExtFontInfoPtr = CheckedPtrImpl<const Gfx::ExtFontInfo, false>;
-using FaceInfoPtr = CheckedPtrImpl<const Gfx::FontFaceInfo, false>;
+using ExtFontInfoPtr = NNPtr<const Gfx::ExtFontInfo>;
+using FaceInfoPtr = NNPtr<const Gfx::FontFaceInfo>;
 using GlyphEntry = Gfx::CharMap::GlyphIndexWithAdvance;
 
 /// std::floor without the call that a build for any x86-64 machine makes.

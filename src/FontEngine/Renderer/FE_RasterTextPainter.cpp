@@ -89,8 +89,7 @@ RasterTextPainter::RasterTextPainter(Gfx::Painter& painter, BitmapGlyphPainter& 
     , _glyphPainter(glyphPainter)
     , _flipVertically(flipVertically) {}
 
-void RasterTextPainter::drawText(boost::string_ref text,
-                                 const CheckedPtrImpl<const Gfx::ExtFontInfo, false>& extFontInfo,
+void RasterTextPainter::drawText(boost::string_ref text, const NNPtr<const Gfx::ExtFontInfo>& extFontInfo,
                                  const Gfx::FontMetrics& fontMetrics,
                                  const cinder::ColorAT<unsigned char>& color, float devicePixelRatio) {
     _painter.pushTransform();

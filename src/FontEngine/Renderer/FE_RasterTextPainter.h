@@ -37,7 +37,7 @@ public:
     /// goes into the bitmaps; its translation, and its rotation if there is a noticeable one, stay on the
     /// painter; skew is lost. `fontMetrics` must be a Font (asserted). `color` is used for underscores only:
     /// the glyph painter knows the colour of the others.
-    void drawText(boost::string_ref text, const CheckedPtrImpl<const Gfx::ExtFontInfo, false>& extFontInfo,
+    void drawText(boost::string_ref text, const NNPtr<const Gfx::ExtFontInfo>& extFontInfo,
                   const Gfx::FontMetrics& fontMetrics, const cinder::ColorAT<unsigned char>& color,
                   float devicePixelRatio);
 
@@ -49,8 +49,7 @@ public:
 
     /// Lays `text` out at the given scale: pen positions in logical units along x. A glyph without a bitmap
     /// is left out of the run but takes its room.
-    BitmapGlyphRun createGlyphRun(boost::string_ref text,
-                                  const CheckedPtrImpl<const Gfx::ExtFontInfo, false>& extFontInfo,
+    BitmapGlyphRun createGlyphRun(boost::string_ref text, const NNPtr<const Gfx::ExtFontInfo>& extFontInfo,
                                   const Font& font, float devicePixelRatio, const cinder::Vec2<float>& scale);
 
 private:

@@ -20,15 +20,14 @@ constexpr const char* file = "FontEngine/Renderer/FE_VectorTextPainter";
 VectorTextPainter::VectorTextPainter(Gfx::Painter& painter)
     : _painter(painter) {}
 
-OutlineGlyphRun
-VectorTextPainter::createGlyphRun(boost::string_ref text,
-                                  const CheckedPtrImpl<const Gfx::ExtFontInfo, false>& extFontInfo,
-                                  const Font& font) {
+OutlineGlyphRun VectorTextPainter::createGlyphRun(boost::string_ref text,
+                                                  const NNPtr<const Gfx::ExtFontInfo>& extFontInfo,
+                                                  const Font& font) {
     // This library's own kind of description is looked into, which counts no reference for the steps between.
     const auto* const own = Internal::findSilentFontInfo(Internal::findOwn(*extFontInfo));
     const auto faceInfo =
         own != nullptr ? own->viewFontFaceInfo() : extFontInfo->getFontInfo()->getFontFaceInfo();
-    const CheckedPtrImpl<const FontFace, false>& face = font.getFace();
+    const NNPtr<const FontFace>& face = font.getFace();
     if (!face) {
         doFailAssert(file, 62, "face");
     }
@@ -60,8 +59,7 @@ VectorTextPainter::createGlyphRun(boost::string_ref text,
     return OutlineGlyphRun(std::move(glyphs), face->getHandle()->units_per_EM);
 }
 
-void VectorTextPainter::drawText(boost::string_ref text,
-                                 const CheckedPtrImpl<const Gfx::ExtFontInfo, false>& extFontInfo,
+void VectorTextPainter::drawText(boost::string_ref text, const NNPtr<const Gfx::ExtFontInfo>& extFontInfo,
                                  const Gfx::FontMetrics& fontMetrics) {
     const auto* const font = dynamic_cast<const Font*>(&fontMetrics);
     if (font == nullptr) {

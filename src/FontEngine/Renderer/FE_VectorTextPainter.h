@@ -30,14 +30,13 @@ public:
 
     /// Lays `text` out in font units; the painter builds the paths that are not cached yet. A character
     /// without a path is left out and takes no room.
-    OutlineGlyphRun createGlyphRun(boost::string_ref text,
-                                   const CheckedPtrImpl<const Gfx::ExtFontInfo, false>& extFontInfo,
+    OutlineGlyphRun createGlyphRun(boost::string_ref text, const NNPtr<const Gfx::ExtFontInfo>& extFontInfo,
                                    const Font& font);
 
     /// Draws `text` with its base line starting at the painter's origin. `fontMetrics` must be a Font
     /// (asserted). A face without an em size (bitmap fonts) scales by infinity: the painter decides what that
     /// draws.
-    void drawText(boost::string_ref text, const CheckedPtrImpl<const Gfx::ExtFontInfo, false>& extFontInfo,
+    void drawText(boost::string_ref text, const NNPtr<const Gfx::ExtFontInfo>& extFontInfo,
                   const Gfx::FontMetrics& fontMetrics);
 
 private:

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <FontLoaders/Private/FontBytes.h>
+#include <FontLoaders/Public/FontBytes.h>
 
 namespace Vell::FontLoaders::Internal {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <FontLoaders/Private/FontBytes.h>
+#include <FontLoaders/Public/FontBytes.h>
 #include <FontLoaders/Public/PlatformFontLoader.h>
 
 #include <map>

@@ -1,10 +1,10 @@
 #pragma once
 
 #include <FontLoaders/Private/FaceCatalog.h>
-#include <FontLoaders/Private/FontBytes.h>
 #include <FontLoaders/Private/FontFileCache.h>
 #include <FontLoaders/Private/FontconfigHandles.h>
 #include <FontLoaders/Private/RangeFamilies.h>
+#include <FontLoaders/Public/FontBytes.h>
 #include <Utils/Public/CallableRef.h>
 
 #include <optional>

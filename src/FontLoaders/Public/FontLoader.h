@@ -1,12 +1,11 @@
 #pragma once
 
+#include <FontLoaders/Public/FontBytes.h>
 #include <Gfx/Public/FontFaceInfo.h>
 #include <Utils/Public/Export.h>
 #include <Utils/Public/Ptr/CheckedPtr.h>
 
-#include <memory>
 #include <string>
-#include <vector>
 
 namespace Vell::FontLoaders {
 
@@ -22,13 +21,11 @@ public:
     virtual ~FontLoader();
 
     /// The font of exactly this family and style; null when there is none.
-    virtual std::shared_ptr<const std::vector<unsigned char>>
-    loadFont(const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& faceInfo) const = 0;
+    virtual FontBytes loadFont(const NNPtr<const Gfx::FontFaceInfo>& faceInfo) const = 0;
 
     /// The font to use when no family is named or the named one is missing; null when there is none in this
     /// style.
-    virtual std::shared_ptr<const std::vector<unsigned char>> loadDefaultFont(bool bold,
-                                                                              bool italic) const = 0;
+    virtual FontBytes loadDefaultFont(bool bold, bool italic) const = 0;
 
     /// The family that serves a Unicode range (an identifier from UnicodeRangeMap); empty when none does.
     virtual std::string getFamilyNameForRange(unsigned int rangeId) const = 0;

@@ -27,7 +27,7 @@ void releaseFace(FT_FaceRec_* face) {
 /// Bytes that FreeType reads in place. They are kept until FreeType closes the stream: when the last owner of
 /// the face lets go, or when the bytes turn out to be no font.
 struct MemoryStream {
-    explicit MemoryStream(CheckedPtrImpl<const std::vector<unsigned char>, false> content)
+    explicit MemoryStream(NNPtr<const std::vector<unsigned char>> content)
         : bytes(std::move(content)) {
         // FreeType has no const for what it only reads.
         record.base = const_cast<unsigned char*>(bytes->data());
@@ -39,7 +39,7 @@ struct MemoryStream {
     }
 
     FT_StreamRec record{};
-    CheckedPtrImpl<const std::vector<unsigned char>, false> bytes;
+    NNPtr<const std::vector<unsigned char>> bytes;
     std::shared_ptr<MemoryStream> self; // while FreeType has it
 };
 
@@ -80,8 +80,7 @@ void releaseFreeTypeLibrary(FT_Library library) {
     FT_Done_Library(library);
 }
 
-FTFacePtr createFontFace(const FTLibraryPtr& library,
-                         const CheckedPtrImpl<const std::vector<unsigned char>, false>& bytes) {
+FTFacePtr createFontFace(const FTLibraryPtr& library, const NNPtr<const std::vector<unsigned char>>& bytes) {
     const auto stream = std::make_shared<MemoryStream>(bytes);
     FT_Open_Args arguments{};
     arguments.flags = FT_OPEN_STREAM;

@@ -42,6 +42,6 @@ VELL_API void releaseFreeTypeLibrary(FT_Library library);
 /// client. Throws FreeTypeException when FreeType does not know or accept the file, and when there is no
 /// memory for a part of it.
 VELL_API FTFacePtr createFontFace(const FTLibraryPtr& library,
-                                  const CheckedPtrImpl<const std::vector<unsigned char>, false>& bytes);
+                                  const NNPtr<const std::vector<unsigned char>>& bytes);
 
 } // namespace Vell::FontLoaders

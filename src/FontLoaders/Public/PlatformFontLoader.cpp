@@ -16,8 +16,6 @@ namespace Vell::FontLoaders {
 
 namespace {
 
-using Internal::FontBytes;
-
 /// One for all loaders: their configurations are their own, but the caches and tables of names behind them
 /// are fontconfig's, one for the process.
 std::mutex fontconfigMutex;
@@ -30,7 +28,7 @@ public:
     PlatformFontLoader& operator=(const PlatformFontLoader&) = delete;
     ~PlatformFontLoader() override;
 
-    FontBytes loadFont(const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& faceInfo) const override;
+    FontBytes loadFont(const NNPtr<const Gfx::FontFaceInfo>& faceInfo) const override;
     FontBytes loadDefaultFont(bool bold, bool italic) const override;
     std::string getFamilyNameForRange(unsigned int rangeId) const override;
 
@@ -52,7 +50,7 @@ PlatformFontLoader::~PlatformFontLoader() {
     _fonts.reset();
 }
 
-FontBytes PlatformFontLoader::loadFont(const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& faceInfo) const {
+FontBytes PlatformFontLoader::loadFont(const NNPtr<const Gfx::FontFaceInfo>& faceInfo) const {
     const std::string name = faceInfo->getName();
     const bool bold = faceInfo->isBold();
     const bool italic = faceInfo->isItalic();
@@ -98,7 +96,7 @@ std::atomic<const void*> platformLoaderVtable = nullptr;
 
 } // namespace
 
-CheckedPtrImpl<FontLoader, false> createPlatformDefaultFontLoader(const std::string& defaultFaceName) {
+NNPtr<FontLoader> createPlatformDefaultFontLoader(const std::string& defaultFaceName) {
     auto loader = makeNNPtr<PlatformFontLoader>(defaultFaceName);
     platformLoaderVtable = getVtable(*loader);
     return loader;

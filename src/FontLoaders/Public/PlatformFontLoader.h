@@ -56,8 +56,7 @@ namespace Vell::FontLoaders {
 /// of equals the first in fontconfig's order of preference for `defaultFaceName` (which knows the language of
 /// the process). It is empty when no family covers any of the block, and for identifiers of no block. Every
 /// answer is kept, until a face turns out to have no charmap.
-VELL_API CheckedPtrImpl<FontLoader, false>
-createPlatformDefaultFontLoader(const std::string& defaultFaceName);
+VELL_API NNPtr<FontLoader> createPlatformDefaultFontLoader(const std::string& defaultFaceName);
 
 /// A face in a font file.
 struct FontFilePlace {
@@ -68,7 +67,6 @@ struct FontFilePlace {
 /// Where the bytes come from that a loader of createPlatformDefaultFontLoader has handed out; for telling
 /// people. Nothing for the built-in font, for bytes of other loaders, and if `loader` is one. Asks fontconfig
 /// nothing and reads nothing. Any thread.
-VELL_API std::optional<FontFilePlace>
-findFontFile(const FontLoader& loader, const std::shared_ptr<const std::vector<unsigned char>>& bytes);
+VELL_API std::optional<FontFilePlace> findFontFile(const FontLoader& loader, const FontBytes& bytes);
 
 } // namespace Vell::FontLoaders

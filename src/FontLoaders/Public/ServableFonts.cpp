@@ -6,8 +6,7 @@
 
 namespace Vell::FontLoaders {
 
-std::optional<std::string>
-findReasonNotToServe(const CheckedPtrImpl<const std::vector<unsigned char>, false>& bytes) {
+std::optional<std::string> findReasonNotToServe(const NNPtr<const std::vector<unsigned char>>& bytes) {
     const FTLibraryPtr library = createFreeTypeLibrary();
     try {
         return Internal::findCharmapProblem(createFontFace(library, bytes).get());

@@ -27,6 +27,6 @@ namespace Vell::FontLoaders {
 /// Opens the face once and closes it; keeps nothing. Any thread. Lack of memory for the face is such a
 /// reason, too; lack of memory for anything else is a FreeTypeException or std::bad_alloc.
 VELL_API std::optional<std::string>
-findReasonNotToServe(const CheckedPtrImpl<const std::vector<unsigned char>, false>& bytes);
+findReasonNotToServe(const NNPtr<const std::vector<unsigned char>>& bytes);
 
 } // namespace Vell::FontLoaders

@@ -11,7 +11,7 @@ class VELL_API ExtFontInfo {
 public:
     virtual ~ExtFontInfo();
 
-    virtual CheckedPtrImpl<const FontInfo, false> getFontInfo() const = 0;
+    virtual NNPtr<const FontInfo> getFontInfo() const = 0;
     /// Added to the advance of every character, the last one included, in the units of the font size.
     virtual float getLetterSpacing() const = 0;
 };

@@ -20,7 +20,7 @@ public:
 
     FontInfo& operator=(const FontInfo&) = delete;
 
-    virtual CheckedPtrImpl<const FontFaceInfo, false> getFontFaceInfo() const = 0;
+    virtual NNPtr<const FontFaceInfo> getFontFaceInfo() const = 0;
     /// The length of the em in the client's units. All metrics of the font come out in the same unit.
     virtual float getSize() const = 0;
     virtual TextPositionType getTextPositionType() const = 0;

@@ -17,14 +17,12 @@ public:
     virtual ~FontMetrics();
 
     /// The distance that the pen travels over `text`, letter spacing after every character included.
-    virtual float getTextWidth(boost::string_ref text,
-                               const CheckedPtrImpl<const ExtFontInfo, false>& extFontInfo) const = 0;
+    virtual float getTextWidth(boost::string_ref text, const NNPtr<const ExtFontInfo>& extFontInfo) const = 0;
 
     /// How many whole characters from `begin` on fit into `width`, as getTextWidth measures them; moves
     /// `begin` behind the last of them. Counting stops at the first character that does not fit.
-    virtual std::size_t
-    countCharsForWidth(char const*& begin, char const* end, float width,
-                       const CheckedPtrImpl<const ExtFontInfo, false>& extFontInfo) const = 0;
+    virtual std::size_t countCharsForWidth(char const*& begin, char const* end, float width,
+                                           const NNPtr<const ExtFontInfo>& extFontInfo) const = 0;
 
     /// The distance between two base lines.
     virtual float getHeight() const = 0;

@@ -12,8 +12,7 @@ class VELL_API FontMetricsFactory {
 public:
     virtual ~FontMetricsFactory();
 
-    virtual CheckedPtrImpl<const FontMetrics, false>
-    getFontMetrics(const CheckedPtrImpl<const FontInfo, false>& fontInfo) const = 0;
+    virtual NNPtr<const FontMetrics> getFontMetrics(const NNPtr<const FontInfo>& fontInfo) const = 0;
 };
 
 } // namespace Vell::Gfx

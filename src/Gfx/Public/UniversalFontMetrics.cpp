@@ -28,16 +28,15 @@ Position getPosition(TextPositionType type) {
 
 } // namespace
 
-UniversalFontMetrics::UniversalFontMetrics(CheckedPtrImpl<const FontInfo, false> fontInfo,
-                                           CheckedPtrImpl<const BasicMetrics, false> basicMetrics)
+UniversalFontMetrics::UniversalFontMetrics(NNPtr<const FontInfo> fontInfo,
+                                           NNPtr<const BasicMetrics> basicMetrics)
     : _fontInfo(std::move(fontInfo))
     , _basicMetrics(std::move(basicMetrics))
     , _fontSize(_fontInfo->getSize() * getPosition(_fontInfo->getTextPositionType()).size) {}
 
 UniversalFontMetrics::~UniversalFontMetrics() = default;
 
-void UniversalFontMetrics::forEachCharInText(boost::string_ref text,
-                                             const CheckedPtrImpl<const ExtFontInfo, false>&,
+void UniversalFontMetrics::forEachCharInText(boost::string_ref text, const NNPtr<const ExtFontInfo>&,
                                              const CallableRef<void(unsigned int)>& callback) {
     const char* position = text.data();
     const char* const end = position + text.size();
@@ -47,7 +46,7 @@ void UniversalFontMetrics::forEachCharInText(boost::string_ref text,
 }
 
 float UniversalFontMetrics::getCharWidth(unsigned int codePoint,
-                                         const CheckedPtrImpl<const ExtFontInfo, false>& extFontInfo) const {
+                                         const NNPtr<const ExtFontInfo>& extFontInfo) const {
     CharMap::GlyphIndexWithAdvance glyph = _basicMetrics->getCharMap()[codePoint];
     if (glyph.glyphIndex == 0) {
         trySubstituteGlyph(extFontInfo, codePoint, glyph);
@@ -56,16 +55,15 @@ float UniversalFontMetrics::getCharWidth(unsigned int codePoint,
 }
 
 float UniversalFontMetrics::getTextWidth(boost::string_ref text,
-                                         const CheckedPtrImpl<const ExtFontInfo, false>& extFontInfo) const {
+                                         const NNPtr<const ExtFontInfo>& extFontInfo) const {
     float width = 0.0F;
     forEachCharInText(text, extFontInfo,
                       [&](unsigned int codePoint) { width += getCharWidth(codePoint, extFontInfo); });
     return width;
 }
 
-std::size_t
-UniversalFontMetrics::countCharsForWidth(char const*& begin, char const* end, float width,
-                                         const CheckedPtrImpl<const ExtFontInfo, false>& extFontInfo) const {
+std::size_t UniversalFontMetrics::countCharsForWidth(char const*& begin, char const* end, float width,
+                                                     const NNPtr<const ExtFontInfo>& extFontInfo) const {
     std::size_t count = 0;
     float used = 0.0F;
     while (begin != end) {

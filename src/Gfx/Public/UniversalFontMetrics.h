@@ -21,25 +21,21 @@ namespace Vell::Gfx {
 /// Immutable; any number of threads may use one object at once.
 class VELL_API UniversalFontMetrics : public FontMetrics {
 public:
-    UniversalFontMetrics(CheckedPtrImpl<const FontInfo, false> fontInfo,
-                         CheckedPtrImpl<const BasicMetrics, false> basicMetrics);
+    UniversalFontMetrics(NNPtr<const FontInfo> fontInfo, NNPtr<const BasicMetrics> basicMetrics);
     ~UniversalFontMetrics() override;
 
     /// Calls `callback` once for each character of `text`, in order, with its code point. Ill-formed UTF-8
     /// gives one U+FFFD for each maximal ill-formed part; see decodeUtf8. `extFontInfo` changes nothing
     /// today.
-    static void forEachCharInText(boost::string_ref text,
-                                  const CheckedPtrImpl<const ExtFontInfo, false>& extFontInfo,
+    static void forEachCharInText(boost::string_ref text, const NNPtr<const ExtFontInfo>& extFontInfo,
                                   const CallableRef<void(unsigned int)>& callback);
 
     /// The size at which glyphs are drawn: the description's own for normal text.
     float getFontSize() const { return _fontSize; }
 
-    float getTextWidth(boost::string_ref text,
-                       const CheckedPtrImpl<const ExtFontInfo, false>& extFontInfo) const override;
-    std::size_t
-    countCharsForWidth(char const*& begin, char const* end, float width,
-                       const CheckedPtrImpl<const ExtFontInfo, false>& extFontInfo) const override;
+    float getTextWidth(boost::string_ref text, const NNPtr<const ExtFontInfo>& extFontInfo) const override;
+    std::size_t countCharsForWidth(char const*& begin, char const* end, float width,
+                                   const NNPtr<const ExtFontInfo>& extFontInfo) const override;
     float getHeight() const override;
     float getAscent() const override;
     float getDescent() const override;
@@ -51,15 +47,14 @@ public:
 
     /// Called where the face has no glyph of its own (its map answers glyph 0): may replace `glyph` by the
     /// entry of another face, or leave it alone.
-    virtual void trySubstituteGlyph(const CheckedPtrImpl<const ExtFontInfo, false>& extFontInfo,
-                                    unsigned int codePoint, CharMap::GlyphIndexWithAdvance& glyph) const = 0;
+    virtual void trySubstituteGlyph(const NNPtr<const ExtFontInfo>& extFontInfo, unsigned int codePoint,
+                                    CharMap::GlyphIndexWithAdvance& glyph) const = 0;
 
 private:
-    float getCharWidth(unsigned int codePoint,
-                       const CheckedPtrImpl<const ExtFontInfo, false>& extFontInfo) const;
+    float getCharWidth(unsigned int codePoint, const NNPtr<const ExtFontInfo>& extFontInfo) const;
 
-    CheckedPtrImpl<const FontInfo, false> _fontInfo;
-    CheckedPtrImpl<const BasicMetrics, false> _basicMetrics;
+    NNPtr<const FontInfo> _fontInfo;
+    NNPtr<const BasicMetrics> _basicMetrics;
     float _fontSize;
 };
 

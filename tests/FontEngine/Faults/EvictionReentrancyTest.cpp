@@ -233,7 +233,7 @@ TEST(EvictionReentrancy, MayEmptyTheCachesWhileTheyAreEmptied) {
 class EndingLoader : public Testing::CountingLoader {
 public:
     std::shared_ptr<const Testing::Bytes>
-    loadFont(const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& face) const override {
+    loadFont(const NNPtr<const Gfx::FontFaceInfo>& face) const override {
         CountingLoader::loadFont(face);
         return std::shared_ptr<const Testing::Bytes>(new Testing::Bytes(_font),
                                                      [this](const Testing::Bytes* bytes) {

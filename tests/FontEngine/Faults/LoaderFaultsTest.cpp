@@ -36,7 +36,7 @@ public:
         _answer = std::move(answer);
     }
 
-    FontBytes loadFont(const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& face) const override {
+    FontBytes loadFont(const NNPtr<const Gfx::FontFaceInfo>& face) const override {
         return answer(CountingLoader::loadFont(face));
     }
     FontBytes loadDefaultFont(bool bold, bool italic) const override {

@@ -22,7 +22,7 @@ constexpr const char* keyAddedMeanwhile = "Utils/Public/MRUCache:199: assertion 
 class CallingLoader : public Testing::CountingLoader {
 public:
     std::shared_ptr<const Testing::Bytes>
-    loadFont(const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& face) const override {
+    loadFont(const NNPtr<const Gfx::FontFaceInfo>& face) const override {
         auto bytes = CountingLoader::loadFont(face);
         if (const auto once = std::exchange(call, nullptr)) {
             once();

@@ -29,7 +29,7 @@ public:
     explicit ModelFonts(
         std::shared_ptr<Testing::CountingLoader> loader = std::make_shared<Testing::CountingLoader>());
 
-    const CheckedPtrImpl<FontFactory, false>& getFactory() const { return _factory; }
+    const NNPtr<FontFactory>& getFactory() const { return _factory; }
 
     /// The glyph of the text's own font; glyph 0 where it has none.
     ModelGlyph findOwn(unsigned int codePoint) const;
@@ -37,7 +37,7 @@ public:
     ModelGlyph find(unsigned int codePoint) const;
 
 private:
-    CheckedPtrImpl<FontFactory, false> _factory;
+    NNPtr<FontFactory> _factory;
 };
 
 /// A text twice: its bytes and the characters that they stand for, U+FFFD for the ill-formed ones.

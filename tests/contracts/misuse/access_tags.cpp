@@ -9,15 +9,13 @@ using FontEngine::Font;
 using FontEngine::FontFace;
 using FontEngine::FontFactory;
 
-using Loader = CheckedPtrImpl<const FontLoaders::FontLoader, false>;
-using Face = CheckedPtrImpl<const FontFace, false>;
-using Info = CheckedPtrImpl<const Gfx::FontInfo, false>;
+using Loader = NNPtr<const FontLoaders::FontLoader>;
+using Face = NNPtr<const FontFace>;
+using Info = NNPtr<const Gfx::FontInfo>;
 
 class Client {
 public:
-    CheckedPtrImpl<FontFactory, false> make(const Loader& loader) {
-        return FontFactory::create(loader, "name");
-    }
+    NNPtr<FontFactory> make(const Loader& loader) { return FontFactory::create(loader, "name"); }
     Face open(const FontFactory& factory, const Info& info) {
         return factory.getFace(info->getFontFaceInfo());
     }

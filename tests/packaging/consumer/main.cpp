@@ -18,8 +18,7 @@ int main() {
         const auto info =
             makeNNPtr<const FontEngine::Internal::FontInfo>(face, 20.0F, Gfx::TextPositionType::Normal);
         const FontEngine::Font font = factory->getFont(info);
-        const CheckedPtrImpl<const Gfx::ExtFontInfo, false> style =
-            makeNNPtr<FontEngine::Internal::ExtFontInfo>(info);
+        const NNPtr<const Gfx::ExtFontInfo> style = makeNNPtr<FontEngine::Internal::ExtFontInfo>(info);
 
         Client::Painter painter;
         Client::GlyphPainter glyphPainter;

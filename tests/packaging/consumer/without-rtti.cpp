@@ -31,13 +31,13 @@ void expect(bool isTrue, const char* what) {
 
 /// A factory over the client's loader with a font and a text style, all of them described by the client.
 struct Setting {
-    explicit Setting(CheckedPtrImpl<const Gfx::FontFaceInfo, false> face)
+    explicit Setting(NNPtr<const Gfx::FontFaceInfo> face)
         : info(makeNNPtr<const FontInfo>(std::move(face))) {}
 
-    CheckedPtrImpl<FontEngine::FontFactory, false> factory =
+    NNPtr<FontEngine::FontFactory> factory =
         FontEngine::FontFactory::create(makeNNPtr<const Loader>("DejaVu Sans"), "DejaVu Sans");
-    CheckedPtrImpl<const Gfx::FontInfo, false> info;
-    CheckedPtrImpl<const Gfx::ExtFontInfo, false> style = makeNNPtr<const ExtFontInfo>(info);
+    NNPtr<const Gfx::FontInfo> info;
+    NNPtr<const Gfx::ExtFontInfo> style = makeNNPtr<const ExtFontInfo>(info);
     FontEngine::Font font = factory->getFont(info);
 };
 
@@ -82,7 +82,7 @@ void fallBack() {
 }
 
 void describe() {
-    const auto key = [](const CheckedPtrImpl<const Gfx::FontFaceInfo, false>& face) {
+    const auto key = [](const NNPtr<const Gfx::FontFaceInfo>& face) {
         return FontEngine::GlyphInfo(face, 1, 10.0F, FontEngine::GlyphTransform::None);
     };
     const auto renamed = key(makeNNPtr<const RenamedFaceInfo>("A"));

@@ -21,11 +21,12 @@ constexpr int convert = 206;
 template <class T, bool nullable = false>
 class CheckedPtrImpl;
 
-/// A shared pointer that is never null, for parameters, members and results that must be there.
+/// A shared pointer that is never null, for parameters, members and results that must be there; NNPtr<T> for
+/// short.
 ///
-///     void draw(const CheckedPtrImpl<const Face, false>& face); // no null check inside
+///     void draw(const NNPtr<const Face>& face); // no null check inside
 ///     draw(makeNNPtr<Face>(...));
-///     draw(sharedFace);                                         // asserts if sharedFace is null
+///     draw(sharedFace);                         // asserts if sharedFace is null
 ///
 /// Shares ownership like std::shared_ptr and costs the same. Only moving from one leaves it null; such a
 /// pointer may still be copied, moved, assigned and compared, and asserts when it is dereferenced. Thread
@@ -107,6 +108,9 @@ private:
 
     std::shared_ptr<T> _ptr;
 };
+
+template <class T>
+using NNPtr = CheckedPtrImpl<T, false>;
 
 } // namespace Vell
 

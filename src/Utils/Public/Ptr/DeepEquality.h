@@ -8,7 +8,7 @@ namespace Vell {
 namespace ComparisonDetails {
 
 template <class T>
-void assertComparable(const CheckedPtrImpl<T, false>& ptr) {
+void assertComparable(const NNPtr<T>& ptr) {
     if (!ptr) {
         doFailAssert(CheckedPtrLocation::file, CheckedPtrLocation::convert, "_ptr");
     }
@@ -17,7 +17,7 @@ void assertComparable(const CheckedPtrImpl<T, false>& ptr) {
 /// Whether two pointers lead to equal objects. One shared object is equal to itself without being asked;
 /// otherwise `*lhs == *rhs` decides. A moved-from pointer is a failed assertion.
 template <class T, class U>
-bool arePointersDeeplyEqual(const CheckedPtrImpl<T, false>& lhs, const CheckedPtrImpl<U, false>& rhs) {
+bool arePointersDeeplyEqual(const NNPtr<T>& lhs, const NNPtr<U>& rhs) {
     assertComparable(lhs);
     assertComparable(rhs);
     return lhs == rhs || *lhs == *rhs;
@@ -33,7 +33,7 @@ struct AreDeeplyEqualComparator {
     }
 
     template <class T>
-    bool operator()(const CheckedPtrImpl<T, false>& lhs, const CheckedPtrImpl<T, false>& rhs) const {
+    bool operator()(const NNPtr<T>& lhs, const NNPtr<T>& rhs) const {
         return ComparisonDetails::arePointersDeeplyEqual(lhs, rhs);
     }
 };

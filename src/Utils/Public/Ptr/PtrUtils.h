@@ -20,10 +20,10 @@ T& derefNN(T* plainPtr) {
 
 /// Makes a T in one allocation together with its reference count.
 template <class T, class... Args>
-CheckedPtrImpl<T, false> makeNNPtr(Args&&... args) {
+NNPtr<T> makeNNPtr(Args&&... args) {
     auto made = std::make_shared<T>(std::forward<Args>(args)...);
     static_cast<void>(derefNN(made.get()));
-    return CheckedPtrImpl<T, false>(std::move(made));
+    return NNPtr<T>(std::move(made));
 }
 
 } // namespace Vell
