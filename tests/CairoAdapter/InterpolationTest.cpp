@@ -41,13 +41,13 @@ struct Source {
 /// The definition: all four neighbours at once, rounded down.
 unsigned char interpolateOne(const Source& source, const Displacement& displacement, int column, int row,
                              int channel) {
-    const unsigned int ofLeft = 128 - displacement.ofRight;
-    const unsigned int upper = source.at(column - 1, row - 1, channel) * ofLeft +
-                               source.at(column, row - 1, channel) * displacement.ofRight;
-    const unsigned int lower =
-        source.at(column - 1, row, channel) * ofLeft + source.at(column, row, channel) * displacement.ofRight;
+    const unsigned int leftWeight = 128 - displacement.rightWeight;
+    const unsigned int upper = source.at(column - 1, row - 1, channel) * leftWeight +
+                               source.at(column, row - 1, channel) * displacement.rightWeight;
+    const unsigned int lower = source.at(column - 1, row, channel) * leftWeight +
+                               source.at(column, row, channel) * displacement.rightWeight;
     return static_cast<unsigned char>(
-        (upper * (128 - displacement.ofBottom) + lower * displacement.ofBottom) / (128 * 128));
+        (upper * (128 - displacement.bottomWeight) + lower * displacement.bottomWeight) / (128 * 128));
 }
 
 /// The pixels of the part, row after row without gaps.
@@ -83,7 +83,7 @@ void expectAllToFollowTheDefinition(const Source& source, const Displacement& di
     for (const PixelOperations& operations : listRunnableOperations()) {
         ASSERT_EQ(run(operations, source, displacement, part), expected)
             << source.view.width << " * " << source.view.rows << ", " << source.view.bytesPerPixel
-            << " bytes each; " << displacement.ofRight << ", " << displacement.ofBottom << "; from "
+            << " bytes each; " << displacement.rightWeight << ", " << displacement.bottomWeight << "; from "
             << part.left << ", " << part.top;
     }
 }
@@ -95,10 +95,10 @@ PixelBox getWhole(const BitmapView& bitmap) {
 TEST(Interpolation, FollowsItsDefinitionForEveryDisplacement) {
     std::mt19937 random(5);
     const Source source(random, 11, 3, 1);
-    for (unsigned int ofRight = 0; ofRight < 128; ++ofRight) {
-        for (unsigned int ofBottom = 0; ofBottom < 128; ++ofBottom) {
-            ASSERT_NO_FATAL_FAILURE(
-                expectAllToFollowTheDefinition(source, {0, 0, ofRight, ofBottom}, getWhole(source.view)));
+    for (unsigned int rightWeight = 0; rightWeight < 128; ++rightWeight) {
+        for (unsigned int bottomWeight = 0; bottomWeight < 128; ++bottomWeight) {
+            ASSERT_NO_FATAL_FAILURE(expectAllToFollowTheDefinition(source, {0, 0, rightWeight, bottomWeight},
+                                                                   getWhole(source.view)));
         }
     }
 }

@@ -221,8 +221,8 @@ TEST_P(PixelOperations, InterpolateAsThePortableCode) {
             const Displacement displacement{0, 0, drawShare(random), drawShare(random)};
             ASSERT_EQ(interpolate(*_operations, bitmap, displacement, clipped),
                       interpolate(portable, bitmap, displacement, clipped))
-                << width << " * " << rows << ", " << bytesPerPixel << " bytes each; " << displacement.ofRight
-                << ", " << displacement.ofBottom;
+                << width << " * " << rows << ", " << bytesPerPixel << " bytes each; "
+                << displacement.rightWeight << ", " << displacement.bottomWeight;
         }
     }
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <CairoAdapter/Private/ImageTarget.h>
+#include <CairoAdapter/Private/Blending/BitmapBlending.h>
 #include <CairoAdapter/Public/CairoPainter.h>
 #include <FontEngine/FE_BitmapGlyphImage.h>
 #include <cinder/Vector.h>
@@ -9,23 +9,30 @@
 
 namespace Vell::CairoAdapter::Internal {
 
-/// Blends glyphs straight into the pixels of an image, where that gives what cairo gives: cairo's way there
-/// takes many times as long.
+/// The image of 32 bits per pixel that a context draws on.
+struct ImageTarget {
+    SurfacePtr surface; ///< shared with its owners; null if there is no such image
+    PixelTarget pixels;
+    cairo_matrix_t toPixels{}; ///< from the context's device units
+};
+
+/// Blends glyphs straight into the pixels of an image wherever the result is the one that cairo would give.
+/// Drawing the same glyphs through cairo takes many times as long.
 ///
-/// Between open and close nobody else may use the painter, its context and its surface, apart from what
-/// stands between handOver and the next glyph.
+/// Between open and close, nobody else may use the painter, its context or its surface, except between
+/// handOver and the next glyph.
 class GlyphBlender {
 public:
-    /// The painter must outlive this object. `devicePixelRatio` is that of the bitmaps.
+    /// The painter must outlive this object. `devicePixelRatio` is the one that the bitmaps are made for.
     GlyphBlender(const CairoPainter& painter, float devicePixelRatio);
 
-    /// Looks at what the painter draws on, how and where.
+    /// Looks at the painter's surface, operator, clip and transform.
     void open();
 
-    /// Blends the image with its top left corner at `position`, in logical units; coverage in the
-    /// premultiplied colour. The image must have rows, columns and a buffer. Answers false and draws nothing
-    /// where cairo has to decide: the painter draws on no image or in another way than over it, the bitmap
-    /// would be turned or scaled, or it is of a rare kind or not in order.
+    /// Blends the image with its top left corner at `position`, in logical units. Coverage is drawn in the
+    /// premultiplied colour. The image must have rows, columns and a buffer. Returns false and draws nothing
+    /// where cairo must decide: there is no suitable image to draw on, the bitmap would be rotated or scaled,
+    /// its pixel mode is a rare one, or its pitch is too short.
     bool tryBlend(const FontEngine::BitmapGlyphImage& image, const cinder::Vec2<float>& position,
                   std::uint32_t color);
 
@@ -42,7 +49,7 @@ private:
     double _bitmapPixel; ///< in logical units
     ImageTarget _target;
     cairo_matrix_t _toPixels{}; ///< from logical units to the image
-    double _drift = 0.0;        ///< how far a bitmap strays from the image's pixels with each of its own
+    double _drift = 0.0; ///< how far a bitmap strays from the image's pixels with each pixel of its own
     bool _isTakenOver = false;
 };
 

@@ -1,6 +1,6 @@
 #include <CairoAdapter/Private/GlyphSurface.h>
 
-#include <CairoAdapter/Private/ContextState.h>
+#include <CairoAdapter/Private/CairoContext.h>
 #include <CairoAdapter/Public/CairoAdapterException.h>
 
 #include <ft2build.h>
@@ -21,7 +21,7 @@ namespace {
 
 using RowReader = void (*)(const unsigned char* from, std::size_t width, unsigned char* to);
 
-/// Rows of 1, 2 or 4 bits a pixel, the most significant bits first; the greatest value becomes 255.
+/// Rows of 1, 2 or 4 bits per pixel, the most significant bits first. The greatest value becomes 255.
 template <unsigned int bits>
 void readPackedCoverage(const unsigned char* from, std::size_t width, unsigned char* to) {
     constexpr unsigned int pixelsInByte = 8 / bits;
@@ -36,7 +36,7 @@ void readCoverage(const unsigned char* from, std::size_t width, unsigned char* t
     std::memcpy(to, from, width);
 }
 
-/// The words of a coloured image are cairo's: alpha in the highest byte, in the machine's byte order.
+/// The words of a coloured image are those of cairo: alpha in the highest byte, in the machine's byte order.
 void readWords(const unsigned char* from, std::size_t width, unsigned char* to) {
     std::memcpy(to, from, width * sizeof(std::uint32_t));
 }
@@ -77,7 +77,7 @@ const PixelLayout& getPixelLayout(unsigned char pixelMode) {
     return *layout;
 }
 
-/// A single row is read whatever the pitch is.
+/// A single row needs no pitch.
 void checkPitch(const FontEngine::BitmapGlyphImage& image, const PixelLayout& layout) {
     const std::int64_t needed = (std::int64_t{image.width} * layout.bitsPerPixel + 7) / 8;
     if (image.rows > 1 && std::abs(std::int64_t{image.pitch}) < needed) {
@@ -92,7 +92,7 @@ const unsigned char* getTopRow(const FontEngine::BitmapGlyphImage& image) {
     return pitch < 0 ? image.buffer - pitch * static_cast<std::ptrdiff_t>(image.rows - 1) : image.buffer;
 }
 
-/// cairo takes a size in int and refuses what is too large for it by itself.
+/// cairo takes sizes as int. It refuses those that are too large for an image.
 SurfacePtr makeSurface(const FontEngine::BitmapGlyphImage& image, cairo_format_t format) {
     constexpr unsigned int max = std::numeric_limits<int>::max();
     return adoptSurface(cairo_image_surface_create(format, static_cast<int>(std::min(image.width, max)),

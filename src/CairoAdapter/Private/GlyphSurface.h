@@ -6,18 +6,19 @@
 
 namespace Vell::CairoAdapter::Internal {
 
+/// A glyph bitmap as a surface, which cairo can draw.
 struct GlyphSurface {
     SurfacePtr surface;
-    bool isCoverage; ///< to be filled with a colour (CAIRO_FORMAT_A8); otherwise coloured
-                     ///< (CAIRO_FORMAT_ARGB32)
+    bool isCoverage; ///< coverage to fill with a colour (CAIRO_FORMAT_A8), or colours (CAIRO_FORMAT_ARGB32)
 };
 
-/// Copies the image into a surface of cairo's own layout, the top row first. The image must have rows,
-/// columns and a buffer. Throws CairoAdapterException for unknown pixel modes, pitches that are too short,
-/// and sizes that cairo refuses.
+/// Copies the image into a surface with cairo's own layout, top row first. The image must have rows, columns
+/// and a buffer. Throws CairoAdapterException for an unknown pixel mode, a pitch that is too short, or a size
+/// that cairo refuses.
 GlyphSurface makeGlyphSurface(const FontEngine::BitmapGlyphImage& image);
 
-/// Coverage with its colour filled in, as a surface of 32 bits a pixel. Throws CairoAdapterException.
+/// Fills the coverage with a colour, into a surface of 32 bits per pixel. Throws CairoAdapterException for
+/// errors of cairo.
 GlyphSurface makeColoredSurface(const GlyphSurface& coverage, const cinder::ColorAT<unsigned char>& color);
 
 } // namespace Vell::CairoAdapter::Internal

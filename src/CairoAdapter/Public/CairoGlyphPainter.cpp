@@ -1,7 +1,6 @@
 #include <CairoAdapter/Public/CairoGlyphPainter.h>
 
-#include <CairoAdapter/Private/CairoMatrix.h>
-#include <CairoAdapter/Private/ContextState.h>
+#include <CairoAdapter/Private/CairoContext.h>
 #include <CairoAdapter/Private/GlyphBlender.h>
 #include <CairoAdapter/Private/GlyphPlacement.h>
 #include <CairoAdapter/Private/GlyphSurface.h>

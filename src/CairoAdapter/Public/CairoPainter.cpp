@@ -1,9 +1,7 @@
 #include <CairoAdapter/Public/CairoPainter.h>
 
-#include <CairoAdapter/Private/CairoMatrix.h>
-#include <CairoAdapter/Private/ContextState.h>
-#include <CairoAdapter/Private/PathClipping.h>
-#include <CairoAdapter/Private/PathReplay.h>
+#include <CairoAdapter/Private/CairoContext.h>
+#include <CairoAdapter/Private/Polyline.h>
 #include <CairoAdapter/Private/RecordedPath.h>
 #include <CairoAdapter/Public/CairoAdapterException.h>
 #include <Utils/Public/Assert.h>

@@ -8,11 +8,10 @@
 
 #include <array>
 
-/// Compiles one function for AVX2, whatever the rest is compiled for. It may be called only where the
-/// processor has AVX2.
+/// Compiles a single function for AVX2. Call it only on processors that have AVX2.
 #define VELL_AVX2 __attribute__((target("avx2")))
 
-/// The blending of PortableBlending.h, to the bit, eight pixels at once.
+/// Blends eight pixels at once, with the same result as PortableBlending.h, to the bit.
 namespace Vell::CairoAdapter::Internal::Avx2 {
 
 constexpr int pixelsAtOnce = 8;
@@ -31,7 +30,7 @@ VELL_AVX2 inline __m256i join(const Channels& channels) {
     return _mm256_or_si256(channels.low, _mm256_slli_epi16(channels.high, 8));
 }
 
-/// a * b / 255, rounded to the nearest, of sixteen numbers each.
+/// a * b / 255, rounded to the nearest, for each of sixteen numbers.
 VELL_AVX2 inline __m256i multiply(__m256i a, __m256i b) {
     const __m256i product = _mm256_add_epi16(_mm256_mullo_epi16(a, b), _mm256_set1_epi16(0x80));
     return _mm256_mulhi_epu16(product, _mm256_set1_epi16(0x101));
@@ -41,12 +40,13 @@ VELL_AVX2 inline Channels scale(const Channels& channels, __m256i factors) {
     return {multiply(channels.low, factors), multiply(channels.high, factors)};
 }
 
-/// As much of the pixels as shines through something of these alphas, which come twice for each pixel.
-VELL_AVX2 inline Channels cover(__m256i pixels, __m256i alphas) {
+/// What remains of pixels under a layer with these alphas. Each pixel's alpha comes twice.
+VELL_AVX2 inline Channels attenuate(__m256i pixels, __m256i alphas) {
     return scale(split(pixels), _mm256_xor_si256(alphas, _mm256_set1_epi16(0xFF)));
 }
 
-/// Eight bytes as 16 bits each, twice; the first four begin the lower half, the others the upper half.
+/// Widens eight bytes to 16 bits each, and doubles each of them. `first` fills the lower half of the result,
+/// `last` the upper half.
 VELL_AVX2 inline __m256i spread(std::uint32_t first, std::uint32_t last) {
     const __m256i bytes = _mm256_blend_epi32(_mm256_set1_epi32(static_cast<int>(first)),
                                              _mm256_set1_epi32(static_cast<int>(last)), 0xF0);
@@ -54,7 +54,7 @@ VELL_AVX2 inline __m256i spread(std::uint32_t first, std::uint32_t last) {
     return _mm256_shuffle_epi8(bytes, _mm256_broadcastsi128_si256(places));
 }
 
-/// The same with the first one lowest.
+/// The same for eight bytes in one number, the first in the lowest bits.
 VELL_AVX2 inline __m256i spread(std::uint64_t bytes) {
     const __m256i places = _mm256_setr_epi8(0, -1, 0, -1, 1, -1, 1, -1, 2, -1, 2, -1, 3, -1, 3, -1, //
                                             4, -1, 4, -1, 5, -1, 5, -1, 6, -1, 6, -1, 7, -1, 7, -1);
@@ -73,8 +73,8 @@ VELL_AVX2 inline void writeColors(__m256i colors, unsigned char* to) {
     _mm256_storeu_si256(reinterpret_cast<__m256i*>(to), colors);
 }
 
-/// The fractions channel / 255, in units of 2^-15: _mm256_mulhrs_epi16 multiplies by one and rounds. Rounding
-/// a fraction down would make some products too small by one; those that would are rounded up.
+/// The fractions channel / 255 in units of 2^-15: _mm256_mulhrs_epi16 multiplies by such a fraction and
+/// rounds. A fraction is rounded up if, rounded down, it would make some product too small by one.
 constexpr std::array<std::int16_t, 256> makeFractions() {
     std::array<std::int16_t, 256> fractions{};
     for (std::uint32_t channel = 0; channel < 256; ++channel) {
@@ -90,14 +90,14 @@ constexpr std::array<std::int16_t, 256> makeFractions() {
 }
 inline constexpr std::array<std::int16_t, 256> fractions = makeFractions();
 
-/// The fractions of a colour, for eight pixels.
+/// The fractions of one colour, repeated for eight pixels.
 struct Ink {
-    __m256i low;    ///< of red and blue
-    __m256i high;   ///< of alpha and green
-    __m256i alphas; ///< of alpha, twice for each pixel
+    __m256i low;    ///< red and blue
+    __m256i high;   ///< alpha and green
+    __m256i alphas; ///< alpha, twice for each pixel
 };
 
-/// Two fractions for each pixel.
+/// The fractions of two channels, repeated for eight pixels.
 VELL_AVX2 inline __m256i repeat(std::uint32_t upper, std::uint32_t lower) {
     return _mm256_set1_epi32(fractions[upper & 0xFF] << 16 | fractions[lower & 0xFF]);
 }
@@ -106,10 +106,10 @@ VELL_AVX2 inline Ink makeInk(std::uint32_t color) {
     return {repeat(color >> 16, color), repeat(color >> 24, color >> 8), repeat(color >> 24, color >> 24)};
 }
 
-/// No sum can exceed 255: a channel of the ink is its alpha at most.
+/// No sum here exceeds 255, since no channel of the ink exceeds its alpha.
 template <bool isOpaque>
 VELL_AVX2 inline __m256i blend(const Ink& ink, __m256i coverage, __m256i under) {
-    const Channels below = cover(under, isOpaque ? coverage : _mm256_mulhrs_epi16(ink.alphas, coverage));
+    const Channels below = attenuate(under, isOpaque ? coverage : _mm256_mulhrs_epi16(ink.alphas, coverage));
     return join({_mm256_add_epi16(_mm256_mulhrs_epi16(ink.low, coverage), below.low),
                  _mm256_add_epi16(_mm256_mulhrs_epi16(ink.high, coverage), below.high)});
 }
@@ -120,9 +120,9 @@ inline std::uint64_t readCoverage(const unsigned char* from) {
     return coverages;
 }
 
-/// Rows of five to eight pixels: the first four and the last four. Where they overlap, both come to the same.
-/// Asking whether such a row is empty costs more than blending it. Here and below, copies of block and ink
-/// are out of reach for what is written to the pixels, and stay in registers.
+/// For rows of five to seven pixels: blends the first four and the last four at once. Where these overlap,
+/// both results are the same. A test for empty rows costs more than it saves here. Block and ink are copies,
+/// here and below: the compiler keeps them in registers, because no write to the pixels can change them.
 template <bool isOpaque>
 VELL_AVX2 void blendNarrowRows(const PixelBlock block, const Ink ink) {
     const std::ptrdiff_t second = block.width - Sse2::pixelsAtOnce;
@@ -138,8 +138,8 @@ VELL_AVX2 void blendNarrowRows(const PixelBlock block, const Ink ink) {
     }
 }
 
-/// Rows of eight pixels or more. There is no remainder, but a last group that overlaps the one before: it is
-/// computed before that one is written.
+/// For rows of eight pixels or more. Instead of a remainder, each row ends with a group that overlaps the
+/// previous one, and is therefore computed before that one is written.
 template <bool isOpaque>
 VELL_AVX2 void blendWideRows(const PixelBlock block, const Ink ink) {
     const std::ptrdiff_t last = block.width - pixelsAtOnce;
@@ -178,14 +178,14 @@ inline void blendCoverage(const PixelBlock& block, std::uint32_t color) {
     }
 }
 
-/// Clients' colours may exceed their alpha: the sums are limited.
+/// The sums saturate, because a client's colours may exceed their alpha.
 VELL_AVX2 inline __m256i blend(__m256i colors, __m256i under) {
     const __m256i places = _mm256_setr_epi8(3, -1, 3, -1, 7, -1, 7, -1, 11, -1, 11, -1, 15, -1, 15, -1, //
                                             3, -1, 3, -1, 7, -1, 7, -1, 11, -1, 11, -1, 15, -1, 15, -1);
-    return _mm256_adds_epu8(colors, join(cover(under, _mm256_shuffle_epi8(colors, places))));
+    return _mm256_adds_epu8(colors, join(attenuate(under, _mm256_shuffle_epi8(colors, places))));
 }
 
-/// Those that are opaque do not wait for what is under them, which often has just been written.
+/// Opaque colours do not wait for the pixels under them, which often have just been written.
 VELL_AVX2 inline __m256i blendOver(__m256i colors, const unsigned char* under) {
     const bool isOpaque = _mm256_testc_si256(colors, _mm256_set1_epi32(static_cast<int>(0xFF000000))) != 0;
     return isOpaque ? colors : blend(colors, readColors(under));

@@ -1,14 +1,17 @@
 #include <CairoAdapter/Private/Blending/BitmapBlending.h>
 
+#include <CairoAdapter/Private/Blending/PixelOperations.h>
+
 #include <algorithm>
 #include <array>
+#include <cmath>
 
 namespace Vell::CairoAdapter::Internal {
 
 namespace {
 
 unsigned char* getPixel(const PixelTarget& target, int x, int y) {
-    return target.pixels + y * target.stride + std::ptrdiff_t{x} * bytesPerColor;
+    return target.pixels + y * target.pitch + std::ptrdiff_t{x} * bytesPerColor;
 }
 
 void blend(const PixelOperations& operations, const BitmapView& bitmap, const PixelBlock& block,
@@ -20,6 +23,19 @@ void blend(const PixelOperations& operations, const BitmapView& bitmap, const Pi
     }
 }
 
+/// A displacement along one axis. pixman computes it in 16.16 numbers, from the image to the bitmap.
+struct AxisDisplacement {
+    explicit AxisDisplacement(double corner) {
+        constexpr int fractionBits = 16;
+        const auto toBitmap = static_cast<int>(std::lrint(-corner * (1 << fractionBits)));
+        first = -1 - (toBitmap >> fractionBits);
+        secondWeight = static_cast<unsigned int>(toBitmap >> (fractionBits - weightBits)) % fullWeight;
+    }
+
+    int first;
+    unsigned int secondWeight;
+};
+
 } // namespace
 
 void blendBitmap(const PixelOperations& operations, const PixelTarget& target, const BitmapView& bitmap,
@@ -30,16 +46,22 @@ void blendBitmap(const PixelOperations& operations, const PixelTarget& target, c
     }
     const unsigned char* const from =
         bitmap.top + (box.top - top) * bitmap.pitch + std::ptrdiff_t{box.left - left} * bitmap.bytesPerPixel;
-    const PixelBlock block{from,          bitmap.pitch,         getPixel(target, box.left, box.top),
-                           target.stride, box.right - box.left, box.bottom - box.top};
+    const PixelBlock block{from,         bitmap.pitch,         getPixel(target, box.left, box.top),
+                           target.pitch, box.right - box.left, box.bottom - box.top};
     blend(operations, bitmap, block, color);
+}
+
+Displacement displace(double x, double y) {
+    const AxisDisplacement column(x);
+    const AxisDisplacement row(y);
+    return {column.first, row.first, column.secondWeight, row.secondWeight};
 }
 
 void blendDisplacedBitmap(const PixelOperations& operations, const PixelTarget& target,
                           const BitmapView& bitmap, const Displacement& displacement, std::uint32_t color) {
-    const auto [left, top, ofRight, ofBottom] = displacement;
-    const int emptyColumns = ofRight == 0 ? 1 : 0;
-    const int emptyRows = ofBottom == 0 ? 1 : 0;
+    const auto [left, top, rightWeight, bottomWeight] = displacement;
+    const int emptyColumns = rightWeight == 0 ? 1 : 0;
+    const int emptyRows = bottomWeight == 0 ? 1 : 0;
     const PixelBox box = intersect(
         {left + emptyColumns, top + emptyRows, left + bitmap.width + 1, top + bitmap.rows + 1}, target.clip);
     if (box.isEmpty()) {
@@ -54,7 +76,7 @@ void blendDisplacedBitmap(const PixelOperations& operations, const PixelTarget& 
         const int end = std::min(row + rowsAtOnce, part.bottom);
         operations.interpolate(bitmap, displacement, {part.left, row, part.right, end}, buffer.data());
         blend(operations, bitmap,
-              {buffer.data(), pitch, getPixel(target, box.left, top + row), target.stride,
+              {buffer.data(), pitch, getPixel(target, box.left, top + row), target.pitch,
                part.right - part.left, end - row},
               color);
     }

@@ -9,18 +9,18 @@
 
 namespace Vell::CairoAdapter::Internal {
 
-/// What cairo's images do for the operator over and for bitmaps between their pixels, to the bit, without its
-/// way there.
+/// One implementation of the operator over, and of the interpolation of displaced bitmaps. The pixels are
+/// those that cairo's images get, to the bit, without the cost of calling cairo.
 struct PixelOperations {
     const char* name;
-    bool (*isRunnable)(); ///< by this processor
+    bool (*isRunnable)(); ///< whether this processor can run it
     void (*blendCoverage)(const PixelBlock& block, std::uint32_t color);
     void (*blendColors)(const PixelBlock& block);
     void (*interpolate)(const BitmapView& bitmap, const Displacement& displacement, const PixelBox& part,
                         unsigned char* to);
 };
 
-/// All implementations of this build, each faster than the one before. They give the same bytes.
+/// All implementations of this build, each faster than the previous one. All write the same bytes.
 inline constexpr PixelOperations pixelOperations[] = {
     {"portable", [] { return true; }, Portable::blendCoverage, Portable::blendColors, Portable::interpolate},
 #if defined(__x86_64__)
@@ -30,7 +30,7 @@ inline constexpr PixelOperations pixelOperations[] = {
 #endif
 };
 
-/// The fastest one that this processor can run.
+/// The fastest implementation that this processor can run.
 inline const PixelOperations& choosePixelOperations() {
     const PixelOperations* fastest = std::end(pixelOperations) - 1;
     while (!fastest->isRunnable()) {

@@ -1,13 +1,13 @@
 #pragma once
 
-#include <CairoAdapter/Private/Blending/PixelBlock.h>
+#include <CairoAdapter/Private/Blending/Pixels.h>
 
-/// Blending in words, for every machine; two channels of a word are calculated at once.
+/// Blending in plain C++, two channels of a word at once. The other implementations follow this one.
 namespace Vell::CairoAdapter::Internal::Portable {
 
-constexpr std::uint32_t channelPair = 0x00FF00FF; ///< red and blue; shifted by 8 alpha and green
+constexpr std::uint32_t channelPair = 0x00FF00FF; ///< red and blue; alpha and green after a shift by 8 bits
 
-/// Each channel times factor / 255, rounded to the nearest.
+/// Each channel * factor / 255, rounded to the nearest.
 constexpr std::uint32_t scaleColor(std::uint32_t color, std::uint32_t factor) {
     constexpr std::uint32_t halves = 0x00800080;
     const std::uint32_t low = (color & channelPair) * factor + halves;
@@ -16,7 +16,7 @@ constexpr std::uint32_t scaleColor(std::uint32_t color, std::uint32_t factor) {
            ((high + (high >> 8 & channelPair)) & ~channelPair);
 }
 
-/// The sums of two pairs of channels, 255 at most each.
+/// Adds two pairs of channels; each sum saturates at 255.
 constexpr std::uint32_t addPairs(std::uint32_t a, std::uint32_t b) {
     constexpr std::uint32_t carries = 0x01000100;
     const std::uint32_t sum = a + b;
@@ -25,12 +25,12 @@ constexpr std::uint32_t addPairs(std::uint32_t a, std::uint32_t b) {
 
 /// One premultiplied colour over another.
 constexpr std::uint32_t blend(std::uint32_t color, std::uint32_t under) {
-    const std::uint32_t shining = scaleColor(under, 255 - (color >> 24));
-    return addPairs(color & channelPair, shining & channelPair) |
-           addPairs(color >> 8 & channelPair, shining >> 8 & channelPair) << 8;
+    const std::uint32_t below = scaleColor(under, 255 - (color >> 24));
+    return addPairs(color & channelPair, below & channelPair) |
+           addPairs(color >> 8 & channelPair, below >> 8 & channelPair) << 8;
 }
 
-/// The colour, as much of it as the coverage says, over the pixels of a block.
+/// Blends the colour, scaled by the coverage of each pixel, over the block.
 inline void blendCoverage(const PixelBlock& block, std::uint32_t color) {
     for (std::ptrdiff_t row = 0; row < block.rows; ++row) {
         const unsigned char* from = block.from + row * block.fromPitch;
@@ -43,7 +43,7 @@ inline void blendCoverage(const PixelBlock& block, std::uint32_t color) {
     }
 }
 
-/// The colours of a block over what is under them.
+/// Blends the colours of the source over those of the destination.
 inline void blendColors(const PixelBlock& block) {
     for (std::ptrdiff_t row = 0; row < block.rows; ++row) {
         const unsigned char* from = block.from + row * block.fromPitch;

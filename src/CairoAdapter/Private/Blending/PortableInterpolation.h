@@ -1,6 +1,6 @@
 #pragma once
 
-#include <CairoAdapter/Private/Blending/InterpolatedRows.h>
+#include <CairoAdapter/Private/Blending/Pixels.h>
 
 #include <algorithm>
 #include <array>
@@ -8,20 +8,20 @@
 #include <cstdint>
 #include <utility>
 
-/// Linear interpolation for every machine, byte by byte.
+/// Linear interpolation in plain C++, one byte at a time. The other implementations follow this one.
 namespace Vell::CairoAdapter::Internal::Portable {
 
-/// Sums of two weighted bytes each.
+/// Each element is the sum of two weighted bytes.
 using Sums = std::array<std::uint16_t, maxInterpolatedBytes>;
 
-/// Adds up the neighbours in a row; beside the bitmap, above it and below it there is nothing.
+/// Adds up the weighted neighbours within a row. Everything outside of the bitmap counts as 0.
 class ColumnMixer {
 public:
-    ColumnMixer(const BitmapView& bitmap, const PixelBox& part, unsigned int ofRight)
+    ColumnMixer(const BitmapView& bitmap, const PixelBox& part, unsigned int rightWeight)
         : _bitmap(bitmap)
         , _first((part.left - 1) * bitmap.bytesPerPixel)
         , _count((part.right - part.left) * bitmap.bytesPerPixel)
-        , _ofRight(ofRight) {
+        , _rightWeight(rightWeight) {
         std::fill_n(_bytes.data(), _count + bitmap.bytesPerPixel, static_cast<unsigned char>(0));
     }
 
@@ -33,9 +33,9 @@ public:
         copy(_bitmap.top + row * _bitmap.pitch);
         const unsigned char* const left = _bytes.data();
         const unsigned char* const right = left + _bitmap.bytesPerPixel;
-        const unsigned int ofLeft = allWeight - _ofRight;
+        const unsigned int leftWeight = fullWeight - _rightWeight;
         for (std::ptrdiff_t x = 0; x < _count; ++x) {
-            sums.data()[x] = static_cast<std::uint16_t>(left[x] * ofLeft + right[x] * _ofRight);
+            sums.data()[x] = static_cast<std::uint16_t>(left[x] * leftWeight + right[x] * _rightWeight);
         }
     }
 
@@ -52,25 +52,25 @@ private:
     BitmapView _bitmap;
     int _first;
     int _count;
-    unsigned int _ofRight;
+    unsigned int _rightWeight;
     std::array<unsigned char, maxInterpolatedBytes + bytesPerColor> _bytes;
 };
 
-inline void mixRows(const Sums& upper, const Sums& lower, unsigned int ofLower, std::ptrdiff_t count,
+inline void mixRows(const Sums& upper, const Sums& lower, unsigned int lowerWeight, std::ptrdiff_t count,
                     unsigned char* to) {
-    const unsigned int ofUpper = allWeight - ofLower;
+    const unsigned int upperWeight = fullWeight - lowerWeight;
     for (std::ptrdiff_t x = 0; x < count; ++x) {
-        to[x] = static_cast<unsigned char>((upper.data()[x] * ofUpper + lower.data()[x] * ofLower) >>
+        to[x] = static_cast<unsigned char>((upper.data()[x] * upperWeight + lower.data()[x] * lowerWeight) >>
                                            (2 * weightBits));
     }
 }
 
-/// What a displaced bitmap comes to by linear interpolation, just as in cairo's images: it has a column and a
-/// row more than before. The pixels of `part` of it, maxInterpolatedWidth wide at most, are written row after
-/// row at the distance of getInterpolatedPitch. What fills a row up to that distance has no meaning.
+/// Interpolates a displaced bitmap as cairo's images do. The result has one column and one row more than the
+/// bitmap. Writes the pixels of `part` of it, which is at most maxInterpolatedWidth wide; its rows are
+/// getInterpolatedPitch bytes apart. The padding at the end of a row has no meaning.
 inline void interpolate(const BitmapView& bitmap, const Displacement& displacement, const PixelBox& part,
                         unsigned char* to) {
-    ColumnMixer mixer(bitmap, part, displacement.ofRight);
+    ColumnMixer mixer(bitmap, part, displacement.rightWeight);
     Sums buffers[2];
     Sums* upper = &buffers[0];
     Sums* lower = &buffers[1];
@@ -79,7 +79,7 @@ inline void interpolate(const BitmapView& bitmap, const Displacement& displaceme
     const std::ptrdiff_t pitch = getInterpolatedPitch(bitmap, part);
     for (int row = part.top; row < part.bottom; ++row, to += pitch) {
         mixer.mix(row, *lower);
-        mixRows(*upper, *lower, displacement.ofBottom, count, to);
+        mixRows(*upper, *lower, displacement.bottomWeight, count, to);
         std::swap(upper, lower);
     }
 }

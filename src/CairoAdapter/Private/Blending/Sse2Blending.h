@@ -2,11 +2,11 @@
 
 #if defined(__x86_64__)
 
-#include <CairoAdapter/Private/Blending/PixelBlock.h>
+#include <CairoAdapter/Private/Blending/Pixels.h>
 
 #include <emmintrin.h>
 
-/// The blending of PortableBlending.h, to the bit, four pixels at once.
+/// Blends four pixels at once, with the same result as PortableBlending.h, to the bit.
 namespace Vell::CairoAdapter::Internal::Sse2 {
 
 constexpr int pixelsAtOnce = 4;
@@ -25,7 +25,7 @@ inline __m128i join(const Channels& channels) {
     return _mm_or_si128(channels.low, _mm_slli_epi16(channels.high, 8));
 }
 
-/// a * b / 255, rounded to the nearest, of eight numbers each.
+/// a * b / 255, rounded to the nearest, for each of eight numbers.
 inline __m128i multiply(__m128i a, __m128i b) {
     const __m128i product = _mm_add_epi16(_mm_mullo_epi16(a, b), _mm_set1_epi16(0x80));
     return _mm_mulhi_epu16(product, _mm_set1_epi16(0x101));
@@ -35,18 +35,18 @@ inline Channels scale(const Channels& channels, __m128i factors) {
     return {multiply(channels.low, factors), multiply(channels.high, factors)};
 }
 
-/// As much of the pixels as shines through something of these alphas, which come twice for each pixel.
-inline Channels cover(__m128i pixels, __m128i alphas) {
+/// What remains of pixels under a layer with these alphas. Each pixel's alpha comes twice.
+inline Channels attenuate(__m128i pixels, __m128i alphas) {
     return scale(split(pixels), _mm_xor_si128(alphas, _mm_set1_epi16(0xFF)));
 }
 
-/// Four bytes as 16 bits each, twice.
+/// Widens four bytes to 16 bits each, and doubles each of them.
 inline __m128i spread(std::uint32_t bytes) {
     const __m128i wide = _mm_unpacklo_epi8(_mm_cvtsi32_si128(static_cast<int>(bytes)), _mm_setzero_si128());
     return _mm_unpacklo_epi16(wide, wide);
 }
 
-/// Up to four bytes, the first one lowest; the others are 0.
+/// Up to four bytes, the first in the lowest bits; missing bytes are 0.
 template <int count>
 std::uint32_t readCoverage(const unsigned char* from) {
     std::uint32_t coverage = 0;
@@ -58,7 +58,7 @@ std::uint32_t readCoverage(const unsigned char* from) {
     return coverage;
 }
 
-/// Up to four colours; the others are 0.
+/// Up to four colours; missing ones are 0.
 template <int count>
 __m128i readColors(const unsigned char* from) {
     if constexpr (count == 1) {
@@ -87,7 +87,7 @@ void writeColors(__m128i colors, unsigned char* to) {
     }
 }
 
-/// A colour for four pixels.
+/// One colour, repeated for four pixels.
 struct Ink {
     explicit Ink(std::uint32_t color)
         : channels(split(_mm_set1_epi32(static_cast<int>(color))))
@@ -97,24 +97,23 @@ struct Ink {
     __m128i alphas;
 };
 
-/// Neither here nor below can a sum exceed 255: a channel of the ink is its alpha at most.
+/// No sum here exceeds 255, since no channel of the ink exceeds its alpha.
 template <bool isOpaque>
 __m128i blend(const Ink& ink, __m128i coverage, __m128i under) {
     const Channels above = scale(ink.channels, coverage);
-    const Channels below = cover(under, isOpaque ? coverage : multiply(ink.alphas, coverage));
+    const Channels below = attenuate(under, isOpaque ? coverage : multiply(ink.alphas, coverage));
     return join({_mm_add_epi16(above.low, below.low), _mm_add_epi16(above.high, below.high)});
 }
 
-/// Four pixels, from their coverages.
 template <bool isOpaque>
 __m128i blendFour(const Ink& ink, std::uint32_t coverages, const unsigned char* to) {
     return blend<isOpaque>(ink, spread(coverages), readColors<pixelsAtOnce>(to));
 }
 
-/// Rows of `count` pixels, four at most. Here and below, copies of block and ink are out of reach for what is
-/// written to the pixels, and stay in registers.
+/// For rows of `count` pixels, at most four. Block and ink are copies, here and below: the compiler keeps
+/// them in registers, because no write to the pixels can change them.
 template <bool isOpaque, int count>
-void blendThinRows(const PixelBlock block, const Ink ink) {
+void blendNarrowRows(const PixelBlock block, const Ink ink) {
     for (std::ptrdiff_t row = 0; row < block.rows; ++row) {
         const __m128i coverages = spread(readCoverage<count>(block.from + row * block.fromPitch));
         unsigned char* const to = block.to + row * block.toPitch;
@@ -122,27 +121,27 @@ void blendThinRows(const PixelBlock block, const Ink ink) {
     }
 }
 
-/// Rows of five pixels or more. There is no remainder, but a last group that overlaps the one before. It does
-/// not cover the pixels that both have, and is written first.
+/// For rows of five pixels or more. Instead of a remainder, each row ends with a group that overlaps the
+/// previous one. That last group has no coverage where they overlap, and is written first.
 template <bool isOpaque>
 void blendWideRows(const PixelBlock block, const Ink ink) {
     const int overlap = (pixelsAtOnce - block.width % pixelsAtOnce) % pixelsAtOnce;
     const std::ptrdiff_t last = block.width - pixelsAtOnce;
-    const std::ptrdiff_t lastButOne = last + overlap - pixelsAtOnce;
-    const std::uint32_t own = 0xFFFFFFFFU << 8 * overlap;
+    const std::ptrdiff_t secondToLast = last + overlap - pixelsAtOnce;
+    const std::uint32_t beyondOverlap = 0xFFFFFFFFU << 8 * overlap;
     for (std::ptrdiff_t row = 0; row < block.rows; ++row) {
         const unsigned char* const from = block.from + row * block.fromPitch;
         unsigned char* to = block.to + row * block.toPitch;
         unsigned char* const end = to + last * bytesPerColor;
-        for (std::ptrdiff_t x = 0; x < lastButOne; x += pixelsAtOnce) {
+        for (std::ptrdiff_t x = 0; x < secondToLast; x += pixelsAtOnce) {
             const std::uint32_t coverages = readCoverage<4>(from + x);
             if (coverages != 0) {
                 writeColors<4>(blendFour<isOpaque>(ink, coverages, to), to);
             }
             to += std::ptrdiff_t{pixelsAtOnce} * bytesPerColor;
         }
-        const __m128i colors = blendFour<isOpaque>(ink, readCoverage<4>(from + lastButOne), to);
-        writeColors<4>(blendFour<isOpaque>(ink, readCoverage<4>(from + last) & own, end), end);
+        const __m128i colors = blendFour<isOpaque>(ink, readCoverage<4>(from + secondToLast), to);
+        writeColors<4>(blendFour<isOpaque>(ink, readCoverage<4>(from + last) & beyondOverlap, end), end);
         writeColors<4>(colors, to);
     }
 }
@@ -151,13 +150,13 @@ template <bool isOpaque>
 void blendCoverage(const PixelBlock& block, const Ink& ink) {
     switch (block.width) {
     case 1:
-        return blendThinRows<isOpaque, 1>(block, ink);
+        return blendNarrowRows<isOpaque, 1>(block, ink);
     case 2:
-        return blendThinRows<isOpaque, 2>(block, ink);
+        return blendNarrowRows<isOpaque, 2>(block, ink);
     case 3:
-        return blendThinRows<isOpaque, 3>(block, ink);
+        return blendNarrowRows<isOpaque, 3>(block, ink);
     case 4:
-        return blendThinRows<isOpaque, 4>(block, ink);
+        return blendNarrowRows<isOpaque, 4>(block, ink);
     default:
         return blendWideRows<isOpaque>(block, ink);
     }
@@ -171,22 +170,22 @@ inline void blendCoverage(const PixelBlock& block, std::uint32_t color) {
     }
 }
 
-/// Clients' colours may exceed their alpha: the sums are limited.
+/// The sums saturate, because a client's colours may exceed their alpha.
 inline __m128i blend(__m128i colors, __m128i under) {
     const __m128i alphas = _mm_srli_epi32(colors, 24);
-    const Channels below = cover(under, _mm_or_si128(alphas, _mm_slli_epi32(alphas, 16)));
+    const Channels below = attenuate(under, _mm_or_si128(alphas, _mm_slli_epi32(alphas, 16)));
     return _mm_adds_epu8(colors, join(below));
 }
 
-/// Those that are opaque do not wait for what is under them, which often has just been written.
+/// Opaque colours do not wait for the pixels under them, which often have just been written.
 inline __m128i blendOver(__m128i colors, const unsigned char* under) {
     const __m128i opaque = _mm_cmpeq_epi32(_mm_srli_epi32(colors, 24), _mm_set1_epi32(0xFF));
     const bool isOpaque = _mm_movemask_epi8(opaque) == 0xFFFF;
     return isOpaque ? colors : blend(colors, readColors<pixelsAtOnce>(under));
 }
 
-/// Rows of four colours or more. The last group overlaps the one before: it is computed before that one is
-/// written.
+/// For rows of four colours or more. The last group overlaps the previous one, and is therefore computed
+/// before that one is written.
 inline void blendWideColors(const PixelBlock& given) {
     const PixelBlock block = given;
     const std::ptrdiff_t last = std::ptrdiff_t{block.width - pixelsAtOnce} * bytesPerColor;
@@ -201,7 +200,7 @@ inline void blendWideColors(const PixelBlock& given) {
     }
 }
 
-inline void blendThinColors(const PixelBlock& block) {
+inline void blendNarrowColors(const PixelBlock& block) {
     for (std::ptrdiff_t row = 0; row < block.rows; ++row) {
         const unsigned char* const from = block.from + row * block.fromPitch;
         unsigned char* const to = block.to + row * block.toPitch;
@@ -214,7 +213,7 @@ inline void blendThinColors(const PixelBlock& block) {
 
 inline void blendColors(const PixelBlock& block) {
     if (block.width < pixelsAtOnce) {
-        blendThinColors(block);
+        blendNarrowColors(block);
     } else {
         blendWideColors(block);
     }

@@ -1,13 +1,39 @@
-#include <CairoAdapter/Private/PathClipping.h>
+#include <CairoAdapter/Private/Polyline.h>
 
-#include <CairoAdapter/Private/CairoMatrix.h>
+#include <CairoAdapter/Private/CairoContext.h>
 
+#include <algorithm>
 #include <cmath>
-#include <utility>
 
 namespace Vell::CairoAdapter::Internal {
 
 namespace {
+
+constexpr double tolerance = 0.1;
+
+/// Enough for curves of 10^8 device units. For longer ones, time and memory matter more than the tolerance.
+constexpr double maxSteps = 65536.0;
+
+/// The second difference at a control point, which measures how far the curve is from a line there.
+double getBend(DevicePoint before, DevicePoint at, DevicePoint after) {
+    return std::hypot(before.x - 2.0 * at.x + after.x, before.y - 2.0 * at.y + after.y);
+}
+
+/// With n equal steps, no chord is farther from a cubic curve than 3/4 bend / n^2.
+double countSteps(double bend) {
+    return std::clamp(std::ceil(std::sqrt(0.75 * bend / tolerance)), 1.0, maxSteps);
+}
+
+DevicePoint mix(DevicePoint from, DevicePoint to, double t) {
+    return {from.x + (to.x - from.x) * t, from.y + (to.y - from.y) * t};
+}
+
+DevicePoint getCurvePoint(const DevicePoint (&p)[4], double t) {
+    const DevicePoint middle = mix(p[1], p[2], t);
+    const DevicePoint left = mix(mix(p[0], p[1], t), middle, t);
+    const DevicePoint right = mix(middle, mix(p[2], p[3], t), t);
+    return mix(left, right, t);
+}
 
 /// The part of the plane where `axis` is at most the limit (`sign` 1) or at least its negative (`sign` -1).
 struct HalfPlane {
@@ -49,6 +75,16 @@ void close(Polyline& polyline) {
 
 } // namespace
 
+void appendFlattened(Polyline& polyline, DevicePoint control1, DevicePoint control2, DevicePoint end) {
+    const DevicePoint points[4] = {polyline.back(), control1, control2, end};
+    const double steps = countSteps(
+        std::max(getBend(points[0], points[1], points[2]), getBend(points[1], points[2], points[3])));
+    for (int step = 1; step < steps; ++step) {
+        polyline.push_back(getCurvePoint(points, step / steps));
+    }
+    polyline.push_back(end);
+}
+
 bool DeviceLimits::contain(DevicePoint point) const {
     return std::abs(point.x) <= x && std::abs(point.y) <= y;
 }
@@ -67,7 +103,7 @@ void clip(Polyline& polyline, const DeviceLimits& limits, bool isClosed) {
         {&DevicePoint::y, &DevicePoint::x, -1.0, limits.y},
     };
     for (const HalfPlane& halfPlane : halfPlanes) {
-        // The closing line is cut like the others; where it leaves the half plane, the next one closes anew.
+        // The closing line is cut like the others. It is added anew for each half plane.
         if (isClosed) {
             close(polyline);
         }
