@@ -1,7 +1,7 @@
 #pragma once
 
-/// Draws on cairo surfaces (image, SVG, PDF and every other kind) through the interfaces of Gfx and
-/// FontEngine:
+/// Painters that draw on cairo surfaces of every kind: images, SVG, PDF and others. They implement the
+/// painter interfaces of Gfx and FontEngine.
 ///
 ///     const auto surface = CairoAdapter::makeImageSurface(640, 480);
 ///     CairoAdapter::CairoPainter painter(surface.get());

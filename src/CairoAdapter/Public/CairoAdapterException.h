@@ -7,8 +7,9 @@
 
 namespace Vell::CairoAdapter {
 
-/// cairo reports an error (then the text is cairo's own), or something is to be drawn that the adapter does
-/// not know: another painter's kind of path, a bitmap of an unknown pixel mode.
+/// cairo reports an error (the text is then cairo's own), or the adapter cannot draw what it is given: a path
+/// that no CairoPainter made, or a bitmap with an unknown pixel mode or a pitch shorter than its rows.
+/// CairoGlyphPainter also throws it for an invalid device pixel ratio.
 class VELL_API CairoAdapterException : public BaseRuntimeError {
 public:
     using BaseRuntimeError::BaseRuntimeError;
@@ -17,7 +18,7 @@ public:
     ~CairoAdapterException() override;
 };
 
-/// Throws CairoAdapterException with cairo's text unless the status is a success.
+/// Throws CairoAdapterException with cairo's text unless the status is CAIRO_STATUS_SUCCESS.
 VELL_API void throwIfFailed(cairo_status_t status);
 
 } // namespace Vell::CairoAdapter

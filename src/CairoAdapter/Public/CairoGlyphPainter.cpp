@@ -18,8 +18,8 @@ PatternPtr makePattern(const Internal::GlyphSurface& glyph, cairo_filter_t filte
     return pattern;
 }
 
-/// cairo's SVG documents (of version 1.16) forget where a mask lies and show it in their corner; images keep
-/// their place. A recording may be replayed into one.
+/// SVG documents of cairo 1.16 lose the position of a mask and show it in their corner; images keep theirs. A
+/// recording may be replayed into such a document.
 bool misplacesMasks(cairo_t* context) {
     const cairo_surface_type_t type = cairo_surface_get_type(cairo_get_target(context));
     return type == CAIRO_SURFACE_TYPE_SVG || type == CAIRO_SURFACE_TYPE_RECORDING;
@@ -36,7 +36,7 @@ void blend(cairo_t* context, const Internal::GlyphSurface& glyph, cairo_pattern_
     }
 }
 
-/// A channel of a premultiplied colour, from 16 bits as cairo has it.
+/// A channel of a premultiplied colour, computed over 16 bits, as cairo does it.
 std::uint32_t premultiply(unsigned char channel, unsigned char alpha) {
     constexpr double max = 255.0;
     const auto wide = static_cast<std::uint32_t>(channel / max * (alpha / max) * 65536.0);
@@ -48,7 +48,7 @@ std::uint32_t premultiply(const cinder::ColorAT<unsigned char>& color) {
            premultiply(color.g, color.a) << 8 | premultiply(color.b, color.a);
 }
 
-/// Opens a blender for the length of a scope, if there is one.
+/// Opens the blender, unless it is null, and closes it at the end of the scope.
 class BlenderScope {
 public:
     explicit BlenderScope(Internal::GlyphBlender* blender)

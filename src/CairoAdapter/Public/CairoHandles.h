@@ -6,11 +6,11 @@
 
 #include <memory>
 
-/// Owners of cairo's objects. Each owns one of cairo's references, so the object ends with its last owner,
-/// whether that is one of these or C code. Those that the functions here return are never null and never in
-/// an error state: every failure throws CairoAdapterException with cairo's text.
+/// Owners of cairo's objects. Each owner holds one of cairo's references, so an object lives until its last
+/// owner, here or in C code, releases it. The functions below return owners that are never null and whose
+/// objects are not in an error state: every failure throws CairoAdapterException with cairo's text.
 ///
-/// Threads: an object and what was made from it belong to one thread at a time.
+/// Threads: an object, and everything made from it, belongs to one thread at a time.
 namespace Vell::CairoAdapter {
 
 struct ContextDeleter {
@@ -29,22 +29,22 @@ using ContextPtr = std::unique_ptr<cairo_t, ContextDeleter>;
 using SurfacePtr = std::unique_ptr<cairo_surface_t, SurfaceDeleter>;
 using PatternPtr = std::unique_ptr<cairo_pattern_t, PatternDeleter>;
 
-/// Take over the caller's reference, also where they throw: for what a cairo_..._create function returned.
+/// Take over the caller's reference, even if they throw. Pass what a cairo_..._create function returns.
 VELL_API ContextPtr adoptContext(cairo_t* context);
 VELL_API SurfacePtr adoptSurface(cairo_surface_t* surface);
 VELL_API PatternPtr adoptPattern(cairo_pattern_t* pattern);
 
-/// One more owner of a context.
+/// Makes another owner of the context.
 VELL_API ContextPtr shareContext(cairo_t* context);
 
-/// A new context that draws on the surface and shares its ownership.
+/// Makes a context that draws on the surface and shares its ownership.
 VELL_API ContextPtr makeContext(cairo_surface_t* surface);
 
-/// A transparent picture of 32 bits a pixel (CAIRO_FORMAT_ARGB32), its sides in pixels.
+/// Makes a transparent image of 32 bits per pixel (CAIRO_FORMAT_ARGB32). The size is in pixels.
 VELL_API SurfacePtr makeImageSurface(int width, int height);
 
-/// Ends the drawing on a surface and writes what is left of an SVG or PDF document. Destroying a surface does
-/// so too, but then an error while writing goes unseen.
+/// Finishes a surface and writes the rest of an SVG or PDF document. The destruction of a surface does the
+/// same, but hides errors of writing.
 VELL_API void finishSurface(cairo_surface_t* surface);
 
 } // namespace Vell::CairoAdapter

@@ -36,8 +36,8 @@ void fill(cairo_t* context) {
     cairo_fill(context);
 }
 
-/// The pen takes the matrix, so that it is stretched and slanted like the path. Pens wider than the limits of
-/// paths show no more of themselves, but cairo would make them all the same, corner by corner.
+/// The pen takes the matrix, so that it is stretched and slanted like the path. The width is limited, because
+/// cairo computes every corner of a huge pen, although none of them can be seen.
 void stroke(cairo_t* context, const cairo_matrix_t& matrix, double lineWidth) {
     const cairo_matrix_t toPixels = Internal::chain(matrix, Internal::getSurfaceTransform(context));
     const double magnification =

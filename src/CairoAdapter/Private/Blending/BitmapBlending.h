@@ -15,7 +15,7 @@ namespace Vell::CairoAdapter::Internal {
 
 struct PixelOperations;
 
-/// The image to blend into: colours without padding between them.
+/// The image to blend into, as words of colour.
 struct PixelTarget {
     unsigned char* pixels = nullptr; ///< the pixel at (0, 0)
     std::ptrdiff_t pitch = 0;
@@ -55,8 +55,7 @@ inline BitmapView viewBitmap(const FontEngine::BitmapGlyphImage& image) {
     return {top, pitch, width, rows, bytesPerPixel};
 }
 
-/// Blends a bitmap with its top left corner at the pixel (left, top). Coverage is drawn in the premultiplied
-/// colour.
+/// Blends a bitmap with its top left corner at the pixel (left, top), coverage in the premultiplied colour.
 void blendBitmap(const PixelOperations& operations, const PixelTarget& target, const BitmapView& bitmap,
                  int left, int top, std::uint32_t color);
 

@@ -9,8 +9,8 @@
 
 namespace Vell::CairoAdapter::Internal {
 
-/// One implementation of the operator over, and of the interpolation of displaced bitmaps. The pixels are
-/// those that cairo's images get, to the bit, without the cost of calling cairo.
+/// One implementation of the operator over and of the interpolation of displaced bitmaps. It computes what
+/// cairo's image code computes, to the bit, without the cost of calling cairo.
 struct PixelOperations {
     const char* name;
     bool (*isRunnable)(); ///< whether this processor can run it

@@ -7,9 +7,8 @@
 
 /// The data that the blender works on.
 ///
-/// A colour is a premultiplied word in the machine's byte order: A << 24 | R << 16 | G << 8 | B. Pixels are
-/// not aligned in memory. A pitch is the number of bytes from one row to the row below it; it may be
-/// negative.
+/// A colour is a premultiplied word in the machine's byte order: A << 24 | R << 16 | G << 8 | B. Pixels may
+/// have any alignment. A pitch is the number of bytes from a row to the row below it; it may be negative.
 namespace Vell::CairoAdapter::Internal {
 
 constexpr int bytesPerColor = sizeof(std::uint32_t);
