@@ -1,4 +1,4 @@
-// The floor of drawing: the engine's own cached bitmaps, at the places that it gave them, by a plain loop.
+// The floor of drawing: a plain loop that blends the engine's cached bitmaps at the engine's positions.
 
 #include "support/EnginePage.h"
 #include "support/Stamps.h"
@@ -12,7 +12,7 @@ namespace {
 
 using Blit = void (*)(unsigned char*, std::ptrdiff_t, const Stamp&, std::uint32_t);
 
-/// What the engine draws for each line.
+/// Records what the engine draws for each line.
 class RecordedPage {
 public:
     explicit RecordedPage(const Scene& scene)
@@ -62,7 +62,7 @@ void blitAll(const CairoAdapter::SurfacePtr& page, const std::vector<Stamp>& sta
     }
 }
 
-/// The largest difference of a byte between two pages.
+/// The largest difference between two corresponding bytes of the pages.
 int compare(const PixelView& a, const PixelView& b) {
     int largest = 0;
     for (std::ptrdiff_t i = 0; i < a.stride * a.height; ++i) {
@@ -80,7 +80,7 @@ CairoAdapter::SurfacePtr blitPage(const Scene& scene, const RecordedPage& record
 }
 
 bool isDrawnByEngine(const Scene& scene, const PixelView& pixels) {
-    constexpr int rounding = 2; // cairo rounds the colour's part and the page's part each by itself
+    constexpr int rounding = 2; // cairo rounds the shares of colour and page separately
     EnginePage page(scene);
     for (std::size_t line = 0; line < scene.workload.lines.size(); ++line) {
         page.drawLine(line, lineHeight * static_cast<double>(line + 1));
@@ -88,7 +88,7 @@ bool isDrawnByEngine(const Scene& scene, const PixelView& pixels) {
     return compare(pixels, page.getPixels()) <= rounding;
 }
 
-/// At ratio 1 all glyphs stand on whole pixels: the floor must draw what the engine draws. At ratio 2 the
+/// At ratio 1, all glyphs are at whole pixels, and the floor must draw what the engine draws. At ratio 2, the
 /// adapter may interpolate, which the floor does not.
 bool isRight(const Scene& scene, const RecordedPage& recorded, Blit blit) {
     const CairoAdapter::SurfacePtr page = blitPage(scene, recorded, blit);
@@ -102,7 +102,7 @@ bool isRight(const Scene& scene, const RecordedPage& recorded, Blit blit) {
 void blitByHand(benchmark::State& state, const Scene& scene, Blit blit) {
     const RecordedPage recorded(scene);
     if (!isRight(scene, recorded, blit)) {
-        state.SkipWithError("the pixels are not the engine's");
+        state.SkipWithError("the pixels differ from the engine's");
     }
     const CairoAdapter::SurfacePtr page = makePage(scene);
     const std::uint32_t colour = packInk(scene.workload);
@@ -113,7 +113,7 @@ void blitByHand(benchmark::State& state, const Scene& scene, Blit blit) {
 const bool areRegistered = [] {
     for (const Scene& scene : getScenes()) {
         if (scene.workload.hasUnderscores()) {
-            continue; // colours are no coverage
+            continue; // their glyphs are colours, not coverage
         }
         const std::string name = scene.getName();
         benchmark::RegisterBenchmark((name + "/floor: blit").c_str(), blitByHand, scene, blitPlainly);

@@ -1,5 +1,5 @@
-// A glyph cache with a limit that its glyphs fit into, and with one that they do not: glyphs are asked for in
-// turn, so that each has gone when its turn comes again.
+// A glyph cache with a limit that holds all glyphs, and with one that does not. Glyphs are requested in turn,
+// so that with the smaller limit each is evicted before its next turn.
 
 #include "support/GlyphSet.h"
 #include "support/Items.h"
@@ -11,7 +11,7 @@ namespace Vell::Benchmarks {
 namespace {
 
 unsigned long weighAll(const GlyphSet& glyphs) {
-    constexpr unsigned long recordBytes = 48; // as the cache counts
+    constexpr unsigned long recordBytes = 48; // what the cache charges for a glyph besides its pixels
     unsigned long bytes = 0;
     for (std::size_t i = 0; i < GlyphSet::glyphCount; ++i) {
         const FT_Bitmap& bitmap = glyphs.getFromEngine(i)->bitmap;
@@ -20,34 +20,34 @@ unsigned long weighAll(const GlyphSet& glyphs) {
     return bytes;
 }
 
-void askForAll(const GlyphSet& glyphs) {
+void requestAll(const GlyphSet& glyphs) {
     for (std::size_t i = 0; i < GlyphSet::glyphCount; ++i) {
         benchmark::DoNotOptimize(glyphs.getFromEngine(i));
     }
 }
 
-/// Whether the first glyph is still there when all have been asked for.
+/// Whether the cache still holds the first glyph after all of them were requested.
 bool keepsGlyphs(const GlyphSet& glyphs) {
     const std::weak_ptr<const FT_BitmapGlyphRec_> first = glyphs.getFromEngine(0);
-    askForAll(glyphs);
+    requestAll(glyphs);
     return !first.expired();
 }
 
-/// `partOfAll` of the bytes of all glyphs are allowed.
-void ask(benchmark::State& state, double partOfAll) {
+/// The limit is `share` of the bytes of all glyphs.
+void requestGlyphs(benchmark::State& state, double share) {
     const GlyphSet glyphs(getBytecodeFont(), 1);
-    const auto limit = static_cast<unsigned long>(static_cast<double>(weighAll(glyphs)) * partOfAll);
+    const auto limit = static_cast<unsigned long>(static_cast<double>(weighAll(glyphs)) * share);
     glyphs.getEngine().factory->reset(0, limit);
-    if (keepsGlyphs(glyphs) != (partOfAll >= 1.0)) {
-        state.SkipWithError("the limit does not work as meant");
+    if (keepsGlyphs(glyphs) != (share >= 1.0)) {
+        state.SkipWithError("the limit does not have the intended effect");
     }
     for (auto step : state) {
-        askForAll(glyphs);
+        requestAll(glyphs);
     }
     countItems(state, GlyphSet::glyphCount);
 }
 
-/// Thrashing releases a glyph for each that it makes: so does its floor.
+/// Thrashing releases one glyph for each glyph that it makes. So does its floor.
 void renderAndRelease(benchmark::State& state) {
     const GlyphSet glyphs(getBytecodeFont(), 1);
     for (auto step : state) {
@@ -59,8 +59,8 @@ void renderAndRelease(benchmark::State& state) {
 }
 
 const bool areRegistered = [] {
-    benchmark::RegisterBenchmark("byte budget/fits/engine", ask, 1.0);
-    benchmark::RegisterBenchmark("byte budget/thrashes/engine", ask, 0.5);
+    benchmark::RegisterBenchmark("byte budget/fits/engine", requestGlyphs, 1.0);
+    benchmark::RegisterBenchmark("byte budget/thrashes/engine", requestGlyphs, 0.5);
     benchmark::RegisterBenchmark("byte budget/thrashes/floor: FreeType", renderAndRelease);
     return true;
 }();

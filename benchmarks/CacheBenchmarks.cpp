@@ -1,4 +1,4 @@
-// Hits in caches of growing size, in random order: what grows is the way to the memory.
+// Hits in caches of growing size, in random order: the larger the cache, the slower its memory.
 
 #include "support/Items.h"
 #include "support/PlainCache.h"
@@ -34,7 +34,7 @@ private:
     PlainCache<std::uint64_t> _cache;
 };
 
-/// Keeps no order.
+/// Does not keep the order of use.
 class HashMap {
 public:
     void put(std::uint64_t key) { _map.emplace(key, key); }
@@ -44,7 +44,7 @@ private:
     std::unordered_map<std::uint64_t, std::uint64_t, PlainHash> _map;
 };
 
-/// Numbers below a limit, the same ones for every contestant (xorshift).
+/// Random numbers below a limit (xorshift), the same for every contestant.
 class RandomKeys {
 public:
     explicit RandomKeys(std::uint64_t limit)
@@ -69,7 +69,7 @@ void hitRandomly(benchmark::State& state, std::uint64_t size) {
         cache.put(key);
     }
     RandomKeys keys(size);
-    for (std::uint64_t i = 0; i < 2 * size; ++i) { // the order of use is as random as the hits
+    for (std::uint64_t i = 0; i < 2 * size; ++i) { // makes the order of use as random as the hits
         benchmark::DoNotOptimize(cache.hit(keys.next()));
     }
     for (auto step : state) {
@@ -83,7 +83,7 @@ void registerSize(const std::string& contestant, std::uint64_t size) {
     auto* const registered = benchmark::RegisterBenchmark(
         ("cache hit/" + std::to_string(size) + " entries/" + contestant).c_str(), hitRandomly<Cache>, size);
     if (size >= 1'000'000) {
-        registered->Iterations(100'000); // filling takes its time, also in the search for a number
+        registered->Iterations(100'000); // avoids the search for a number, which fills the cache each time
     }
 }
 

@@ -1,4 +1,4 @@
-// The same drawing by cairo and by Pango over cairo.
+// The same drawing by cairo, and by Pango on cairo.
 
 #include "support/CairoText.h"
 #include "support/PangoText.h"
@@ -42,7 +42,7 @@ std::vector<PreparedLine> prepare(cairo_t* context, const Scene& scene) {
     return lines;
 }
 
-/// The glyphs are looked up and placed once, before the measurement.
+/// Glyphs are looked up and positioned once, before the measurement.
 void showGlyphs(benchmark::State& state, const Scene& scene) {
     const CairoAdapter::SurfacePtr page = makePage(scene);
     const CairoAdapter::ContextPtr context = makeTextContext(page.get(), scene);

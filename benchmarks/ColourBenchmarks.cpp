@@ -1,4 +1,4 @@
-// The colouring of sub-pixel bitmaps: an item is a pixel.
+// The colouring of sub-pixel bitmaps. An item is a pixel.
 
 #include "support/BenchEngine.h"
 #include "support/ColourFloors.h"
@@ -27,7 +27,7 @@ Glyph renderLetter(const BenchEngine& engine, char letter, float size) {
     return engine.factory->getBitmapGlyph(key, engine.font.getFace(), false);
 }
 
-/// A letter whose picture has so many pixels.
+/// A letter whose bitmap has this size.
 Glyph findLetter(unsigned int width, unsigned int rows) {
     const BenchEngine engine(getEnglish());
     for (float size = static_cast<float>(rows); size <= 2.0F * static_cast<float>(rows); size += 0.5F) {
@@ -38,7 +38,7 @@ Glyph findLetter(unsigned int width, unsigned int rows) {
             }
         }
     }
-    throw std::runtime_error("no letter has that size");
+    throw std::runtime_error("no letter has this size");
 }
 
 bool areEqual(const Image& a, const Image& b) {
@@ -50,12 +50,12 @@ std::shared_ptr<Image> colorByEngine(const FT_BitmapGlyphRec_& glyph, const Colo
     return FontEngine::Internal::getColoredGlyphImage(glyph, color);
 }
 
-/// `color(glyph)` must give what the engine gives.
+/// Fails unless `color(glyph)` returns the same pixels as the engine.
 template <typename ColorGlyph>
 void colorAll(benchmark::State& state, const FT_BitmapGlyphRec_& glyph, const ColorGlyph& color) {
     const std::size_t pixels = std::size_t(glyph.bitmap.width / 3) * glyph.bitmap.rows;
     if (!areEqual(*color(glyph), *colorByEngine(glyph, textColor))) {
-        state.SkipWithError("the pixels are not the engine's");
+        state.SkipWithError("the pixels differ from the engine's");
     }
     for (auto step : state) {
         benchmark::DoNotOptimize(color(glyph)->buffer);
@@ -70,7 +70,7 @@ void colorBy(benchmark::State& state, unsigned int width, unsigned int rows, Col
     colorAll(state, *glyph, [&](const FT_BitmapGlyphRec_& source) { return color(source, textColor); });
 }
 
-/// The tables are there before the measurement begins.
+/// The tables exist before the measurement begins.
 void colorByTables(benchmark::State& state, unsigned int width, unsigned int rows) {
     const Glyph glyph = findLetter(width, rows);
     const ColorTables tables(textColor);

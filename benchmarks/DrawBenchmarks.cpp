@@ -1,5 +1,4 @@
-// Drawing a text into an image of 32 bits a pixel when every glyph is cached: the engine through the painters
-// over cairo.
+// The engine draws a text into an image of 32 bits per pixel, with every glyph cached.
 
 #include "support/EnginePage.h"
 

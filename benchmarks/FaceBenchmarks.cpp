@@ -1,4 +1,4 @@
-// Opening a face and building its table of characters, and closing it again.
+// Opening a face, building its table of characters, and closing it.
 
 #include "support/BenchEngine.h"
 #include "support/Items.h"
@@ -27,11 +27,11 @@ void openFace(benchmark::State& state, const Workload& workload) {
     countItems(state, 1);
 }
 
-/// Opening by FreeType alone, and a walk over the charmap with the advance of each code, which goes to a new
-/// `Table` through `insert(table, code, glyph, advance in ems)`.
+/// Opens a face by FreeType alone and walks over its charmap. `insert(table, code, glyph, advance in ems)`
+/// adds each code to a new `Table`.
 template <typename Table, typename Insert>
 void walk(benchmark::State& state, const Workload& workload, const Insert& insert) {
-    const std::shared_ptr<const Bytes> bytes = readFontFile(workload.fontFile);
+    const FontLoaders::FontBytes bytes = readFontFile(workload.fontFile);
     for (auto step : state) {
         const FontLoaders::FTLibraryPtr library = FontLoaders::createFreeTypeLibrary();
         FT_Face face = nullptr;

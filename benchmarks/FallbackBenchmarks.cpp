@@ -1,4 +1,4 @@
-// A text every third character of which its font lacks.
+// A text whose font lacks every third character.
 
 #include "support/Items.h"
 #include "support/LayoutLoops.h"
@@ -7,7 +7,7 @@ namespace Vell::Benchmarks {
 
 namespace {
 
-/// The bytes of each character.
+/// Splits UTF-8 into its characters.
 std::vector<std::string> split(const std::string& text) {
     constexpr auto isContinuation = [](char byte) {
         return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
@@ -22,7 +22,7 @@ std::vector<std::string> split(const std::string& text) {
     return characters;
 }
 
-/// The English text, every third character of it replaced by one of the Chinese text.
+/// The English text with every third character replaced by one of the Chinese text.
 Workload makeGappedText() {
     Workload text = getEnglish();
     const std::vector<std::string> chinese = split(getCjk().lines.front());

@@ -1,4 +1,4 @@
-// The first appearance of a glyph. What becomes of the glyphs afterwards is not measured, on neither side.
+// The first use of a glyph. The time to release glyphs is measured for neither contestant.
 
 #include "support/GlyphSet.h"
 #include "support/Items.h"
@@ -15,11 +15,11 @@ void countGlyphs(benchmark::State& state) {
 
 void skipUnlessAgreed(benchmark::State& state, const GlyphSet& glyphs) {
     if (!glyphs.agrees()) {
-        state.SkipWithError("FreeType gives other pixels");
+        state.SkipWithError("FreeType renders different pixels");
     }
 }
 
-/// Renders glyphs into an empty cache. The caller holds them, too, until the measurement pauses.
+/// Renders glyphs into an empty cache.
 void renderByEngine(benchmark::State& state, const HintedFont& font, unsigned int sizeCount) {
     const GlyphSet glyphs(font, sizeCount);
     skipUnlessAgreed(state, glyphs);
@@ -34,7 +34,7 @@ void renderByEngine(benchmark::State& state, const HintedFont& font, unsigned in
     countGlyphs(state);
 }
 
-/// The three calls of FreeType, on a face that has its size, or that is sized for each glyph.
+/// Makes FreeType's three calls, on a face that keeps its size or is resized for each glyph.
 void renderByFreeType(benchmark::State& state, const HintedFont& font, unsigned int sizeCount) {
     const GlyphSet glyphs(font, sizeCount);
     skipUnlessAgreed(state, glyphs);

@@ -1,4 +1,4 @@
-// The layout of one text that grows: an item is a glyph.
+// The layout of one text of growing length. An item is a glyph.
 
 #include "support/BenchEngine.h"
 #include "support/Items.h"

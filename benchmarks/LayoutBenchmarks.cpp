@@ -1,4 +1,4 @@
-// Laying a text out when every glyph is cached.
+// The layout of a text with every glyph cached.
 
 #include "support/Items.h"
 #include "support/LayoutLoops.h"

@@ -1,5 +1,4 @@
-// What a layout cannot do without, part by part: each floor does what the one before it does and one thing
-// more.
+// The indispensable parts of a layout: each floor does what the previous one does, and one more thing.
 
 #include "support/BenchEngine.h"
 #include "support/HeavyKeyCache.h"
@@ -16,7 +15,7 @@ namespace Vell::Benchmarks {
 
 namespace {
 
-/// Collects one result a character, line by line.
+/// Collects one result per character, line by line.
 template <typename Result, typename Hit>
 void hitAll(benchmark::State& state, const Workload& workload, const Hit& hit) {
     std::vector<std::vector<unsigned int>> lines;
@@ -41,7 +40,7 @@ void hitAll(benchmark::State& state, const Workload& workload, const Hit& hit) {
     countItems(state, workload.countCharacters());
 }
 
-/// The text as it comes, each character's advance from the table of the face.
+/// Decodes the text and takes each character's advance from the table of the face.
 void decodeAndAdvance(benchmark::State& state, const Workload& workload) {
     const BenchEngine engine(workload);
     const Gfx::CharMap& charMap = engine.font.getFace()->getBasicMetrics().getCharMap();
@@ -84,8 +83,8 @@ void hitShared(benchmark::State& state, const Workload& workload) {
     });
 }
 
-/// What no cache with the engine's promises can do without: for each glyph a key with a mutex and a shared
-/// pointer of its own, one locked hit that moves to the front, and a copy of the shared result.
+/// The least that a cache with the engine's guarantees needs for each glyph: a key with a mutex and a shared
+/// pointer of its own, one locked hit that moves the entry to the front, and a copy of the shared result.
 void hitHeavyKeys(benchmark::State& state, const Workload& workload) {
     HeavyKeyCache cache;
     hitAll<std::shared_ptr<const int>>(state, workload,

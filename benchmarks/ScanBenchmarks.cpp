@@ -1,5 +1,5 @@
-// The look at the glyphs of the auto-hinter that a face's first hinted glyph takes, once a face: the figures
-// of opening and of warm glyphs are without it.
+// The scan that precedes a face's first hinted glyph, once per face: it examines the glyphs that the
+// auto-hinter may load. The figures for opening a face and for warm glyphs do not include it.
 
 #include "support/BenchEngine.h"
 #include "support/Items.h"
@@ -14,10 +14,10 @@ namespace Vell::Benchmarks {
 namespace {
 
 void scanFace(benchmark::State& state, const std::string& fontFile) {
-    const std::shared_ptr<const Bytes> bytes = readFontFile(fontFile);
+    const FontLoaders::FontBytes bytes = readFontFile(fontFile);
     const FontLoaders::FTLibraryPtr library = FontLoaders::createFreeTypeLibrary();
     for (auto step : state) {
-        state.PauseTiming(); // a face remembers the answer
+        state.PauseTiming(); // the scan runs once per face
         FontLoaders::FTFacePtr face = FontLoaders::createFontFace(library, bytes);
         state.ResumeTiming();
         if (!FontLoaders::hasBoundedGlyphs(face.get())) {

@@ -1,5 +1,5 @@
-// The layout of the English text on one thread and on two at once, in real time. Each thread counts its
-// share of the glyphs, so that what comes out is the time of a glyph on each thread.
+// The layout of the English text on one thread and on two threads at once, in real time. Each thread counts
+// its share of the glyphs, so that the result is the time that one thread takes for a glyph.
 
 #include "support/LayoutLoops.h"
 

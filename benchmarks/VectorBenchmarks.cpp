@@ -1,4 +1,4 @@
-// Vector text when every outline is cached: first into a painter that rasterises nothing, then into cairo.
+// Vector text with every outline cached: into a painter that rasterises nothing, and into cairo.
 
 #include "support/BenchEngine.h"
 #include "support/CairoText.h"
@@ -9,7 +9,7 @@ namespace Vell::Benchmarks {
 
 namespace {
 
-/// Measures `drawLine` for all lines; each character must come out as one path a round.
+/// Measures `drawLine` for all lines. Each round must draw one path per character.
 template <typename DrawLine>
 void replayAll(benchmark::State& state, const Workload& workload, const Gfx::Painter& painter,
                const DrawLine& drawLine) {
@@ -20,7 +20,7 @@ void replayAll(benchmark::State& state, const Workload& workload, const Gfx::Pai
     };
     drawAll();
     if (getPathCount(painter) != workload.countCharacters()) {
-        state.SkipWithError("drew another number of paths");
+        state.SkipWithError("the number of paths is wrong");
     }
     for (auto step : state) {
         drawAll();
@@ -37,7 +37,7 @@ void replayByEngine(benchmark::State& state, const Workload& workload) {
     });
 }
 
-/// The same calls of the painter, from paths that are at hand.
+/// Makes the same calls to the painter, with paths that exist already.
 void replayByHand(benchmark::State& state, const Workload& workload) {
     const BenchEngine engine(workload);
     const std::unique_ptr<Gfx::Painter> painter = makeCountingPainter();

@@ -4,8 +4,8 @@
 
 #include <thread>
 
-/// The standard library leaves out the atomics of shared pointers while a process has had one thread only,
-/// and no user of the engine has.
+/// Starts and ends a thread first: until then, the standard library's shared pointers do without atomics,
+/// which no typical user of the engine sees.
 int main(int argc, char** argv) {
     std::thread([] {}).join();
     Vell::Benchmarks::describeMachine();

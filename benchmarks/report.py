@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
-"""Reports a run of the benchmarks: what each contestant took for an item, and which targets are met.
+"""Reports a run of the benchmarks: the time that each contestant takes per item, and which targets are met.
 
-Fails if a benchmark reported an error; a library that is not installed is none.
+Fails if a benchmark reports an error. A library that is not installed is not an error.
 """
 
 import argparse
@@ -13,11 +13,11 @@ from reporting import plot, results, tables, targets
 def parse_arguments():
     parser = argparse.ArgumentParser(description=__doc__)
     parser.add_argument("processes", nargs="+", metavar="FILE",
-                        help="what a process of the benchmarks wrote, as JSON")
-    parser.add_argument("--memory", metavar="FILE", help="what fontengine_memory wrote")
-    parser.add_argument("--markdown", action="store_true", help="tables for a document")
-    parser.add_argument("--into", metavar="FILE", help="replaces the figures of that document by these tables")
-    parser.add_argument("--plot", metavar="FILE", help="writes a plot as SVG, too")
+                        help="the JSON output of a benchmark process")
+    parser.add_argument("--memory", metavar="FILE", help="the output of fontengine_memory")
+    parser.add_argument("--markdown", action="store_true", help="prints tables for a document")
+    parser.add_argument("--into", metavar="FILE", help="replaces the figures in this document")
+    parser.add_argument("--plot", metavar="FILE", help="also writes a plot as SVG")
     return parser.parse_args()
 
 

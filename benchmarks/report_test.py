@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Tests of what report.py computes."""
+"""Tests for report.py and whole_process.py."""
 
 import json
 import tempfile
@@ -19,7 +19,7 @@ def make_failure(name, message):
 
 
 def make_results(times, memory=()):
-    """From {"task/workload": {contestant: nanoseconds}}."""
+    """Results from {"task/workload": {contestant: nanoseconds}}."""
     groups = {group: {name: make_figure(time) for name, time in contestants.items()}
               for group, contestants in times.items()}
     return results.Results({}, groups, list(memory))
@@ -30,12 +30,12 @@ def make_figure(*minima):
 
 
 def make_process(times):
-    """The repetitions of {"task/workload/contestant": [nanoseconds]}."""
+    """The runs of a process with {"task/workload/contestant": [nanoseconds]}."""
     return [make_run(name, 1e9 / time) for name, repetitions in times.items() for time in repetitions]
 
 
 def collect(*processes):
-    """The results of processes such as make_process takes them."""
+    """The results of processes, each given as make_process takes it."""
     return results.Results(groups=results.collect([make_process(times) for times in processes]))
 
 
@@ -53,17 +53,17 @@ class Collecting(unittest.TestCase):
     def test_shows_the_median_of_the_processes(self):
         self.assertEqual(make_figure(30.0, 10.0, 20.0).nanoseconds, 20.0)
 
-    def test_names_lose_what_the_benchmark_library_adds(self):
+    def test_names_lose_the_suffixes_of_the_benchmark_library(self):
         self.assertEqual(results.split_name("threads/2 threads/engine, own factory/real_time/threads:2"),
                          ("threads/2 threads", "engine, own factory"))
         self.assertEqual(results.split_name("growth/10 MB/engine/repeats:3"), ("growth/10 MB", "engine"))
 
-    def test_tasks_stand_in_the_order_of_the_report_and_workloads_as_they_were_registered(self):
+    def test_tasks_are_in_the_order_of_the_report_and_workloads_in_that_of_registration(self):
         shuffled = (("unheard of/x", 0), ("open/CJK", 3), ("layout/E", 9), ("layout/M", 2), ("layout/E", 1))
         groups = results.collect([[make_run(f"{group}/{i}", 1.0, family_index=i) for group, i in shuffled]])
         self.assertEqual(list(groups), ["layout/E", "layout/M", "open/CJK", "unheard of/x"])
 
-    def test_a_missing_library_is_no_error_and_anything_else_is(self):
+    def test_every_failure_but_a_missing_library_is_an_error(self):
         outcome = results.Results(groups=results.collect([[make_failure("draw/E/Qt", "not installed"),
                                                            make_failure("draw/E/engine", "drew nothing")]]))
         self.assertEqual(outcome.list_errors(), ["draw/E/engine: drew nothing"])
@@ -81,7 +81,7 @@ class Collecting(unittest.TestCase):
 
 
 class Combining(unittest.TestCase):
-    def test_processes_are_compared_one_by_one_and_the_median_decides(self):
+    def test_contestants_are_compared_within_each_process_and_the_median_decides(self):
         engine = make_figure(10.0, 30.0, 40.0)
         floor = make_figure(20.0, 10.0, 20.0)  # 0.5, 3 and 2 times; the medians of the times would give 1.5
         self.assertEqual(results.combine(targets.divide, engine, floor), 2.0)
@@ -96,44 +96,44 @@ class Noise(unittest.TestCase):
     def is_noisy(self, *processes):
         return collect(*({"layout/E/Qt": times} for times in processes)).find("layout/E", "Qt").is_noisy
 
-    def test_is_a_process_half_of_whose_repetitions_took_a_tenth_more_than_the_shortest(self):
+    def test_is_a_process_whose_median_exceeds_its_minimum_by_a_tenth(self):
         self.assertFalse(self.is_noisy([100, 109, 105]))
         self.assertTrue(self.is_noisy([100, 111, 112]))
         self.assertTrue(self.is_noisy([100, 101, 101], [100, 111, 112], [100, 101, 101]))
 
-    def test_is_no_single_disturbance(self):
+    def test_is_not_a_single_outlier(self):
         self.assertFalse(self.is_noisy([100, 101, 400]))
 
-    def test_is_a_tenth_between_the_processes(self):
+    def test_is_a_difference_of_a_tenth_between_processes(self):
         self.assertFalse(self.is_noisy([100], [109], [104]))
         self.assertTrue(self.is_noisy([100], [111], [104]))
 
-    def test_a_missing_contestant_has_none(self):
+    def test_a_missing_contestant_has_no_noise(self):
         self.assertFalse(results.Figure(error="not installed").is_noisy)
 
-    def test_the_report_names_noisy_rows_and_asks_for_another_run_if_a_target_rests_on_one(self):
+    def test_the_report_names_noisy_rows_and_asks_for_another_run_if_a_target_depends_on_one(self):
         outcome = collect({f"layout/E/{name}": [time, 2 * time, 2 * time]
                            for name, time in (("engine", 30), ("Qt", 90))})
         text = tables.make_text(outcome, targets.judge(outcome))
         self.assertIn("Varied by more than 10 %: layout/E/engine; layout/E/Qt.", text)
         self.assertRegex(text.splitlines()[-1], "rest on 1 of these rows: repeat the run")
 
-    def test_noise_that_no_target_rests_on_asks_for_nothing(self):
+    def test_noise_that_no_target_depends_on_needs_no_other_run(self):
         outcome = collect({"layout/E/Qt": [30, 60, 60], "layout/E/engine": [30, 30, 30]})
         self.assertEqual(tables.make_text(outcome, targets.judge(outcome)).splitlines()[-1],
                          "Varied by more than 10 %: layout/E/Qt.")
 
-    def test_a_quiet_run_says_nothing(self):
+    def test_a_quiet_run_mentions_no_noise(self):
         outcome = collect({"layout/E/engine": [30, 30, 31]})
         self.assertNotIn("Varied", tables.make_text(outcome, targets.judge(outcome)))
 
-    def test_a_verdict_that_rests_on_a_noisy_row_says_so(self):
+    def test_a_verdict_that_depends_on_a_noisy_row_says_so(self):
         for times, words in (([200, 200, 201], "met"), ([200, 300, 300], "met, but noisy")):
             outcome = collect({"layout/E/Pango": times, "layout/E/engine": [30, 30, 30]})
             verdict = find(targets.judge_layout(outcome), "warm layout: at most 0.25 x Pango", "layout/E")
             self.assertEqual(verdict.describe(), words)
 
-    def test_a_document_shows_how_much_a_noisy_row_varied(self):
+    def test_a_document_shows_how_much_a_noisy_row_varies(self):
         outcome = collect({"layout/E/Qt": [30], "layout/M/Qt": [30]}, {"layout/E/Qt": [30], "layout/M/Qt": [60]})
         self.assertIn("| Qt | 30.0 | 45.0 ±100 % |", tables.make_markdown(outcome, []))
 
@@ -181,13 +181,13 @@ class Judging(unittest.TestCase):
                                 for size, time in (("10 KB", 100.0), ("10 MB", 143.0))})
         self.assertEqual(find(targets.judge_growth(outcome), "growth", "growth").describe(), "missed by 10 %")
 
-    def test_two_threads_are_set_beside_one_thread_on_the_same_factory(self):
+    def test_two_threads_are_compared_with_one_thread_on_the_same_factory(self):
         outcome = make_results({f"threads/{count}": {"engine, shared factory": time, "engine, own factory": 1.0}
                                 for count, time in (("1 thread", 100.0), ("2 threads", 250.0))})
         verdict = find(targets.judge_threads(outcome), "two threads", "threads")
         self.assertEqual((verdict.value, verdict.is_met), (2.5, False))
 
-    def test_a_whole_process_is_set_beside_pango_view(self):
+    def test_a_whole_process_is_compared_with_pango_view(self):
         outcome = make_results({"whole process/one line": {"engine": 30e6, "pango-view": 40e6}})
         self.assertEqual(find(targets.judge_start(outcome), "one line", "whole process/one line").value, 0.75)
 
@@ -196,7 +196,7 @@ class Judging(unittest.TestCase):
         self.assertFalse(find(targets.judge_memory(outcome), "memory", "sizeof(BitmapGlyph)").is_met)
         self.assertIsNone(find(targets.judge_memory(outcome), "memory", "cached glyph, beyond its pixels").is_met)
 
-    def test_every_time_that_is_judged_names_the_rows_that_it_rests_on(self):
+    def test_every_judged_time_names_the_rows_that_it_depends_on(self):
         for verdict in targets.judge(make_results({})):
             self.assertEqual(len(verdict.rows), 0 if verdict.unit == "bytes" else 2, verdict.target)
 
@@ -213,7 +213,7 @@ class WholeProcess(unittest.TestCase):
         self.assertIn("exit status 1", figures["failing"].error)
         self.assertGreater(figures["able"].nanoseconds, 0)
 
-    def test_its_runs_are_added_to_those_of_the_benchmarks_also_where_there_are_none(self):
+    def test_its_runs_are_added_to_a_file_with_or_without_benchmarks(self):
         for before, count in (("", 1), (json.dumps({"benchmarks": make_process({"draw/E/Qt": [1, 2]})}), 3)):
             with tempfile.NamedTemporaryFile("w+") as file:
                 file.write(before)
@@ -221,7 +221,7 @@ class WholeProcess(unittest.TestCase):
                 whole_process.add_to(file.name, make_process({f"{whole_process.GROUP}/engine": [3]}))
                 self.assertEqual(len(results.load(file.name)["benchmarks"]), count)
 
-    def test_a_filter_is_understood_as_the_benchmarks_understand_it(self):
+    def test_a_filter_selects_what_it_selects_in_the_benchmarks(self):
         for pattern, is_wanted in ((".", True), ("whole", True), ("layout", False), ("-layout", True),
                                    ("-whole", False)):
             self.assertEqual(whole_process.is_wanted("whole process/one line/engine", pattern), is_wanted)
@@ -258,13 +258,13 @@ class Showing(unittest.TestCase):
                 if element.get("height") == str(plot.ROW_HEIGHT - 4)]
         self.assertEqual(len(bars), 5)
 
-    def test_the_columns_of_the_plot_are_as_even_as_can_be(self):
+    def test_the_columns_of_the_plot_are_as_even_as_possible(self):
         outcome = make_results({f"{task}/x": {str(i): 1.0 for i in range(rows)}
                                 for task, rows in (("a", 9), ("b", 1), ("c", 5), ("d", 4))})
         panels = [plot.Panel(task, groups, outcome) for task, groups in tables.list_tasks(outcome).items()]
         self.assertEqual([[panel.task for panel in column] for column in plot.split(panels)], [["a", "b"], ["c", "d"]])
 
-    def test_bars_are_in_proportion_until_they_differ_by_more_than_twenty_times(self):
+    def test_bars_are_linear_until_they_differ_more_than_twentyfold(self):
         self.assertAlmostEqual(plot.Scale([10.0, 100.0]).place(50.0), plot.BAR_WIDTH / 2)
         by_decades = plot.Scale([10.0, 1000.0])
         self.assertTrue(by_decades.is_logarithmic)

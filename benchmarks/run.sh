@@ -1,16 +1,16 @@
 #!/usr/bin/env bash
-# Builds the benchmarks, runs all of them side by side and prints what each took, per item, how the engine
+# Builds the benchmarks, runs all of them interleaved, and reports the time that each takes per item, how the engine
 # compares, and which targets it meets. An item is a glyph, a face, a pixel, a hit or a run of a program.
 #
-#   benchmarks/run.sh                 everything, in about a quarter of an hour: leave the machine alone
-#   benchmarks/run.sh 'layout/E/.*'   what matches
-#   benchmarks/run.sh --once          each for a moment, only to see that it runs: its figures mean nothing
+#   benchmarks/run.sh                 runs everything, in about a quarter of an hour: leave the machine idle
+#   benchmarks/run.sh 'layout/E/.*'   runs the benchmarks that match
+#   benchmarks/run.sh --once          runs each for a moment, to see that it works: its figures mean nothing
 #
-# A process repeats each benchmark nine times, all of them interleaved, and its shortest repetition counts. What
-# is compared is compared process by process; of three processes the median decides. Where times varied by more
-# than a tenth, the report names them, and asks for another run if a target rests on one of them.
+# A process repeats each benchmark nine times, interleaved with the others, and the shortest repetition counts.
+# Contestants are compared within each process, and the median of three processes decides. The report names the
+# times that vary by more than a tenth, and asks for another run if a target depends on one of them.
 #
-# The figures: build/bench/results-1.json to results-3.json and memory.json; as a picture: results.svg. Those of
+# Results: build/bench/results-1.json to results-3.json, memory.json, and the plot results.svg. To update
 # docs/performance.md:
 #   benchmarks/report.py build/bench/results-?.json --memory build/bench/memory.json \
 #     --into docs/performance.md --plot docs/performance.svg
@@ -20,12 +20,12 @@ cd "$(dirname "$0")/.."
 scripts/install-packages
 if [ "${1:-}" = --once ]; then
   name=once
-  filter="-growth/10 MB" # takes seconds
+  filter="-growth/10 MB" # which takes seconds
   processes=1
   effort=(--benchmark_min_time=0.000001)
   whole_repetitions=1
 else
-  scripts/install-packages bench || echo "run.sh: going on without SDL_ttf, Qt or pango-view" >&2
+  scripts/install-packages bench || echo "run.sh: continuing without SDL_ttf, Qt or pango-view" >&2
   name=results
   filter="${1:-.}"
   processes=3
@@ -55,6 +55,6 @@ for ((i = 1; i <= processes; ++i)); do
   run_process "$i"
   measured+=("$out/$name-$i.json")
 done
-# The allocator's cache for each thread would hide what is free.
+# In the allocator's per-thread cache, free blocks would count as used.
 GLIBC_TUNABLES=glibc.malloc.tcache_count=0 "$build/benchmarks/fontengine_memory" >"$out/memory.json"
 benchmarks/report.py "${measured[@]}" --memory "$out/memory.json" --plot "$out/$name.svg"

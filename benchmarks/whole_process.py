@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
-"""Times programs that draw one line of text into a PNG file, from their start to their end, in turn.
+"""Times whole programs, in turn, that draw one line of text into a PNG file.
 
-Adds what was measured to a file that the benchmark library wrote as JSON.
+Adds the times to a JSON file that the benchmark library wrote.
 """
 
 import argparse
@@ -28,14 +28,14 @@ def list_contestants(engine, folder):
 
 
 def is_wanted(name, pattern):
-    """As the benchmark library understands a filter: a dash before it asks for what does not match."""
+    """Applies a filter as the benchmark library does: after a leading dash, it selects what does not match."""
     if pattern.startswith("-"):
         return not re.search(pattern[1:], name)
     return bool(re.search(pattern, name))
 
 
 def measure(command):
-    """Nanoseconds."""
+    """Returns the run time in nanoseconds."""
     begin = time.perf_counter_ns()
     subprocess.run(command, check=True, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
     return time.perf_counter_ns() - begin
@@ -46,7 +46,7 @@ def make_run(contestant, **outcome):
 
 
 def try_once(contestant, command):
-    """What went wrong, None if nothing did. Fills the system's cache of files, too."""
+    """Returns a failed run, or None on success. Also fills the system's file cache."""
     if shutil.which(command[0]) is None:
         return make_run(contestant, error_occurred=True, error_message="not installed")
     try:
@@ -57,7 +57,7 @@ def try_once(contestant, command):
 
 
 def measure_all(contestants, repetitions):
-    """Runs of all contestants in turn; who begins changes each time."""
+    """Runs all contestants in turn. The first one changes each time."""
     failures = {name: try_once(name, command) for name, command in contestants.items()}
     able = [name for name, failure in failures.items() if failure is None]
     runs = [failure for failure in failures.values() if failure is not None]
@@ -70,7 +70,7 @@ def measure_all(contestants, repetitions):
 def add_to(path, runs):
     with open(path, encoding="utf-8") as file:
         text = file.read()
-    outcome = json.loads(text) if text else {"benchmarks": []}  # nothing is written where a filter matches nothing
+    outcome = json.loads(text) if text else {"benchmarks": []}  # the file is empty if the filter matches nothing
     outcome["benchmarks"] += runs
     with open(path, "w", encoding="utf-8") as file:
         json.dump(outcome, file, indent=2)
@@ -79,9 +79,9 @@ def add_to(path, runs):
 def parse_arguments():
     parser = argparse.ArgumentParser(description=__doc__)
     parser.add_argument("engine", help="the program fontengine")
-    parser.add_argument("into", help="what a process of the benchmarks wrote")
+    parser.add_argument("into", help="the output of a benchmark process")
     parser.add_argument("--repetitions", type=int, default=41)
-    parser.add_argument("--filter", default=".", help="measures what matches")
+    parser.add_argument("--filter", default=".", help="measures only what matches")
     return parser.parse_args()
 
 

@@ -1,9 +1,9 @@
-// What the engine keeps in memory, as JSON on the standard output.
+// Measures the memory that the engine holds, and writes it to the standard output as JSON.
 //
-// Bytes are what the allocator has handed out and not got back (mallinfo2: its main arena and its mappings),
-// whoever asked for them, operator new or FreeType. So they include what the allocator adds to each block.
-// Run it with GLIBC_TUNABLES=glibc.malloc.tcache_count=0: blocks in the thread's cache would count as handed
-// out. The peak is the resident size that the kernel saw (getrusage), the font file included.
+// Bytes are those that the allocator has handed out and not taken back (mallinfo2: its main arena and its
+// mappings), whether operator new or FreeType requested them. They include what the allocator adds to each
+// block. Run this with GLIBC_TUNABLES=glibc.malloc.tcache_count=0, since blocks in the thread's cache count
+// as handed out. The peak is the resident size that the kernel reports (getrusage), including the font file.
 
 #include "../support/BenchEngine.h"
 
@@ -37,7 +37,7 @@ struct Figure {
     std::string unit;
 };
 
-/// The first thing to measure: nothing else has touched memory yet.
+/// Must be measured first, before anything else touches memory.
 std::vector<Figure> measurePeak() {
     const double before = getPeakMegabytes();
     const auto bytes = readFontFile(getCjk().fontFile);
@@ -47,7 +47,7 @@ std::vector<Figure> measurePeak() {
             {"font file, Noto CJK", static_cast<double>(bytes->size()) / 1e6, "MB"}};
 }
 
-/// Several sizes of all letters: more than a cache's first table of buckets is made for.
+/// Caches several sizes of all letters, more than the cache's first table of buckets holds.
 Figure measureCachedGlyphs() {
     const BenchEngine engine(getEnglish());
     const Gfx::CharMap& charMap = engine.font.getFace()->getBasicMetrics().getCharMap();
@@ -58,7 +58,8 @@ Figure measureCachedGlyphs() {
                                               {1.0F, 1.0F}, 1.0F, 0, true, FontEngine::GlyphTransform::None);
         return engine.factory->getBitmapGlyph(key, engine.font.getFace(), false);
     };
-    for (unsigned int code = 'A'; code <= 'z'; ++code) { // what FreeType needs to render any glyph
+    for (unsigned int code = 'A'; code <= 'z';
+         ++code) { // lets FreeType allocate what it needs to render any glyph
         getGlyph(code, sizeCount + 1);
     }
     const double before = getHeapBytes();
@@ -76,7 +77,8 @@ Figure measureCachedGlyphs() {
 Figure measureCharMap(const std::string& name, const std::string& fontFile) {
     const FontLoaders::FTLibraryPtr library = FontLoaders::createFreeTypeLibrary();
     const FontLoaders::FTFacePtr face = FontLoaders::createFontFace(library, readFontFile(fontFile));
-    FontEngine::Internal::makeCharMap(face, FontEngine::GlyphTransform::None); // what FreeType keeps of it
+    FontEngine::Internal::makeCharMap(
+        face, FontEngine::GlyphTransform::None); // lets FreeType allocate what it keeps
     const double before = getHeapBytes();
     const Gfx::CharMap map = FontEngine::Internal::makeCharMap(face, FontEngine::GlyphTransform::None);
     return {"mapped character, " + name, (getHeapBytes() - before) / static_cast<double>(map.size()),

@@ -1,5 +1,5 @@
-// Qt: the shaping layout of a line, and drawText on an image. Its texts are UTF-16 from the start, as in
-// programs that use it.
+// Qt: layout of a line, with shaping, and drawText on an image. The texts are UTF-16 from the start, as in
+// programs that use Qt.
 
 #include "../support/Items.h"
 #include "../support/Scene.h"
@@ -18,7 +18,7 @@ namespace Vell::Benchmarks {
 
 namespace {
 
-/// Kept until the process ends.
+/// The application object lives until the process ends.
 void startQt() {
     static int argumentCount = 1;
     static char name[] = "fontengine_benchmarks";
@@ -36,9 +36,9 @@ QFont makeFont(const Workload& workload) {
     QFont font(family);
     font.setPixelSize(static_cast<int>(workload.pixelSize));
     font.setHintingPreference(
-        QFont::PreferNoHinting); // glyphs stand at fractions of a pixel, as the engine's
+        QFont::PreferNoHinting); // with glyphs at fractions of a pixel, as in the engine
     if (QFontInfo(font).family() != family) {
-        throw std::runtime_error("Qt does not find " + workload.fontFamily);
+        throw std::runtime_error("Qt cannot find " + workload.fontFamily);
     }
     return font;
 }

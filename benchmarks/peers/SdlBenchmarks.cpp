@@ -1,4 +1,4 @@
-// SDL_ttf: the measuring of a text, and a new blended picture of it for each drawing.
+// SDL_ttf: the measurement of a text, and its drawing as a new blended picture each time.
 
 #include "../support/Items.h"
 #include "../support/Scene.h"
@@ -16,7 +16,7 @@ namespace {
 using SdlFont = std::unique_ptr<TTF_Font, void (*)(TTF_Font*)>;
 using SdlSurface = std::unique_ptr<SDL_Surface, void (*)(SDL_Surface*)>;
 
-/// Kept until the process ends.
+/// The library stays initialised until the process ends.
 void startSdl() {
     static const bool isStarted = TTF_Init() == 0;
     if (!isStarted) {
@@ -26,7 +26,7 @@ void startSdl() {
 
 SdlFont openFont(const Workload& workload, int ratio) {
     startSdl();
-    // A point is a pixel at its 72 dots an inch. The first face of the collection is the Japanese one.
+    // At its 72 dots per inch, a point is a pixel. The first face of the collection is the Japanese one.
     SdlFont font(TTF_OpenFont(workload.fontFile.c_str(), static_cast<int>(workload.pixelSize) * ratio),
                  TTF_CloseFont);
     if (!font) {
@@ -48,17 +48,17 @@ SdlSurface makeSdlPage(const Scene& scene) {
 
 void measure(benchmark::State& state, const Workload& workload) {
     const SdlFont font = openFont(workload, 1);
-    int widthOfAll = 0;
+    int linesWithWidth = 0;
     for (auto step : state) {
         for (const std::string& line : workload.lines) {
             int width = 0;
             int height = 0;
             TTF_SizeUTF8(font.get(), line.c_str(), &width, &height);
-            widthOfAll += width > 0 ? 1 : 0;
+            linesWithWidth += width > 0 ? 1 : 0;
         }
     }
-    if (widthOfAll == 0) {
-        state.SkipWithError("measured nothing");
+    if (linesWithWidth == 0) {
+        state.SkipWithError("no line has a width");
     }
     countItems(state, workload.countCharacters());
 }

@@ -1,1 +1,1 @@
-"""Turns the outcome of the benchmarks into tables, a verdict on each target, and a plot."""
+"""Turns the results of the benchmarks into tables, verdicts on the targets, and a plot."""

@@ -1,4 +1,4 @@
-"""The plot: a panel for each task, a bar for each contestant, as SVG that is legible on light and dark grounds."""
+"""The plot as SVG: a panel for each task and a bar for each contestant, legible on light and dark backgrounds."""
 
 import math
 from html import escape
@@ -46,7 +46,7 @@ def choose_class(contestant):
 
 
 class Scale:
-    """Bar lengths: in proportion, or by decades where the largest time is more than twenty times the smallest."""
+    """Bar lengths: linear, or logarithmic if the largest time exceeds the smallest more than twentyfold."""
 
     def __init__(self, times):
         self.is_logarithmic = max(times) > 20 * min(times)
@@ -109,7 +109,7 @@ def measure(panels):
 
 
 def split(panels):
-    """The panels in two columns, in their order, so that the longer one is as short as can be."""
+    """Splits the panels into two columns, in order, so that the longer column is as short as possible."""
     splits = [(panels[:i], panels[i:]) for i in range(1, len(panels) + 1)]
     return min(splits, key=lambda columns: max(map(measure, columns))) if splits else ()
 

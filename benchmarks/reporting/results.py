@@ -1,7 +1,7 @@
-"""The outcome of a run: what each contestant of each group took for an item.
+"""The results of a run: the time that each contestant of each group takes per item.
 
-Others on the machine only ever make a time longer. So the shortest repetition of each process counts, contestants are
-compared process by process, and the median of the processes decides.
+Other programs on the machine can only make a time longer. Therefore the shortest repetition of each process counts,
+contestants are compared within each process, and the median of the processes decides.
 """
 
 import json
@@ -11,25 +11,24 @@ from dataclasses import dataclass, field
 
 NOT_INSTALLED = "not installed"
 
-# The order of the report, whatever the order of the run was; other tasks follow.
+# The order of the report, which does not depend on the order of the run. Other tasks follow.
 TASKS = ("layout", "fallback", "threads", "growth", "draw", "draw at ratio 2", "vector replay", "vector fill",
          "cold glyph", "cold glyph, two sizes in turn", "byte budget", "colour", "open", "scan", "cache hit",
          "whole process")
 
-# What an item is, by the first part of a group's name; otherwise a glyph.
+# What an item is, by the first part of a group's name. Otherwise it is a glyph.
 ITEMS = {"open": "face", "scan": "face", "colour": "pixel", "cache hit": "hit", "whole process": "run"}
 
-
-# What is more says that somebody else used the machine.
+# A greater variation shows that other programs used the machine.
 TOLERATED_VARIATION = 0.10
 
 
 @dataclass
 class Figure:
-    """The shortest repetition of each process in nanoseconds an item, or what went wrong.
+    """The shortest repetition of each process in nanoseconds per item, or an error.
 
-    `excess` is by how much the median of a process's repetitions lies above the shortest one, in the worst process
-    and as a part of the shortest.
+    `excess` is how far the median of a process's repetitions lies above the shortest one, in the worst process and
+    relative to the shortest.
     """
 
     minima: tuple = ()
@@ -38,12 +37,12 @@ class Figure:
 
     @property
     def nanoseconds(self):
-        """None where there is no figure."""
+        """The median of the processes, None if there is no figure."""
         return statistics.median(self.minima) if self.minima else None
 
     @property
     def variation(self):
-        """Within the processes or between them, whichever is more, as a part of the shortest time."""
+        """The variation within or between the processes, whichever is greater, relative to the shortest time."""
         return max(self.excess, max(self.minima) / min(self.minima) - 1) if self.minima else 0.0
 
     @property
@@ -52,7 +51,7 @@ class Figure:
 
 
 def combine(function, *figures):
-    """The median over the processes of a function of each process's times. None where a figure is missing."""
+    """Applies a function to the times of each process and returns the median. None if a figure is missing."""
     if not all(figure and figure.minima for figure in figures):
         return None
     return statistics.median(function(*times) for times in zip(*(figure.minima for figure in figures)))
@@ -65,11 +64,11 @@ class Results:
     memory: list = field(default_factory=list)  # [{"name", "value", "unit"}]
 
     def find(self, group, contestant):
-        """Its figure, None where it was not measured."""
+        """The figure of a row, None if it was not measured."""
         return self.groups.get(group, {}).get(contestant)
 
     def list_noisy(self):
-        """[(group, contestant)] whose times varied too much."""
+        """[(group, contestant)] of the rows that vary too much."""
         return [(group, contestant) for group, contestants in self.groups.items()
                 for contestant, figure in contestants.items() if figure.is_noisy]
 
@@ -77,7 +76,7 @@ class Results:
         return next((entry["value"] for entry in self.memory if entry["name"] == name), None)
 
     def list_errors(self):
-        """What failed, except where a library is not installed."""
+        """The errors of the run. A library that is not installed is not an error."""
         return [f"{group}/{contestant}: {figure.error}"
                 for group, contestants in self.groups.items() for contestant, figure in contestants.items()
                 if figure.error and figure.error != NOT_INSTALLED]
@@ -100,7 +99,7 @@ def get_item(group):
 
 
 def split_name(run_name):
-    """("task/workload", contestant) without what the benchmark library adds to a name."""
+    """("task/workload", contestant) without the suffixes of the benchmark library."""
     plain = re.sub(r"/(real_time|process_time|manual_time|(repeats|iterations|threads|min_time):[^/]*)(?=/|$)", "",
                    run_name)
     return tuple(plain.rsplit("/", 1))
@@ -112,7 +111,7 @@ def sort_contestants(names):
 
 
 class Process:
-    """What one process measured: the times of each row, or its error."""
+    """The measurements of one process: the times of each row, or its error."""
 
     def __init__(self, benchmarks):
         self.times = {}  # {(group, contestant): [nanoseconds an item]}
@@ -140,7 +139,7 @@ def make_figure(row, processes):
 
 
 def list_registered(runs):
-    """{group: the place of its first registration}"""
+    """{group: index of its first registration}"""
     registered = {}
     for run in runs:
         group = split_name(run["run_name"])[0]
@@ -150,7 +149,7 @@ def list_registered(runs):
 
 
 def collect(processes):
-    """{group: {contestant: Figure}}: tasks in the order of the report, their groups as they were registered."""
+    """{group: {contestant: Figure}}: tasks in the order of the report, groups in the order of registration."""
     registered = list_registered(run for runs in processes for run in runs)
     outcomes = [Process(runs) for runs in processes]
     groups = {}

@@ -22,18 +22,18 @@ def show_time(figure):
 
 
 def show_ratio(engine, figure):
-    """The engine's time as a multiple of another one's."""
+    """The engine's time as a multiple of another contestant's time."""
     ratio = None if figure is engine else combine(lambda own, other: own / other, engine, figure)
     return "" if ratio is None else f"{ratio:.2f}"
 
 
 def show_variation(figure):
-    """How much the times varied, where that is too much."""
+    """How much the times vary, if that is too much."""
     return f"{100 * figure.variation:.0f} %" if figure.is_noisy else ""
 
 
 def show_cell(figure):
-    """The time, and how much it varied where that is too much."""
+    """The time, and how much it varies, if that is too much."""
     return show_time(figure) + (f" ±{show_variation(figure)}" if figure and figure.is_noisy else "")
 
 
@@ -46,7 +46,7 @@ def show_limit(verdict):
 
 
 def list_rows(results):
-    """[group, contestant, time, ratio, variation] of all."""
+    """[group, contestant, time, ratio, variation] of all rows."""
     rows = []
     for group, contestants in results.groups.items():
         engine = contestants.get("engine")
@@ -66,7 +66,7 @@ def list_memory(results):
 
 
 def describe_noise(results, verdicts):
-    """Lines that name the rows that varied too much. The last one says whether the targets have to be judged anew."""
+    """Lines that name the rows that vary too much. The last line says whether a target depends on any of them."""
     noisy = results.list_noisy()
     if not noisy:
         return []
@@ -80,7 +80,7 @@ def describe_noise(results, verdicts):
 
 
 def align(header, rows, right):
-    """Lines of text; `right` are the columns that end at the same place."""
+    """Lines of text. `right` holds the indices of the right-aligned columns."""
     widths = [max(len(row[i]) for row in [header, *rows]) for i in range(len(header))]
 
     def format_row(row):
@@ -116,7 +116,7 @@ def list_tasks(results):
 
 
 def make_task(results, groups):
-    """A table of one task: a row for each contestant, a column for each workload."""
+    """Makes the table of one task: a row for each contestant, a column for each workload."""
     contestants = sort_contestants({name for group in groups for name in results.groups[group]})
     header = [f"ns a {get_item(groups[0])}", *map(get_workload, groups)]
     rows = [[name, *(show_cell(results.groups[group].get(name)) for group in groups)] for name in contestants]
@@ -124,7 +124,7 @@ def make_task(results, groups):
 
 
 def make_markdown(results, verdicts):
-    """What a document shows. Its cells tell what varied."""
+    """Makes the figures of a document. Cells show how much they vary if that is too much."""
     lines = [describe_machine(results.context)]
     for task, groups in list_tasks(results).items():
         lines += ["", f"### {task[0].upper()}{task[1:]}", "", *make_task(results, groups)]
@@ -136,7 +136,7 @@ def make_markdown(results, verdicts):
 
 
 def replace_figures(text, figures):
-    """The document with these figures between its two marks, which must be there."""
+    """Puts the figures between the two marks of the document, which must exist."""
     before, begin, rest = text.partition(FIGURES_BEGIN)
     _, end, after = rest.partition(FIGURES_END)
     if not begin or not end:

@@ -1,4 +1,4 @@
-"""What the engine shall reach, and whether a run shows that it does."""
+"""The targets of the engine, and whether a run meets them."""
 
 from dataclasses import dataclass
 
@@ -14,7 +14,7 @@ SHOW_TEXT = "cairo show_text"
 
 @dataclass
 class Verdict:
-    """One target for one case. `value` is None where the run has no figure; `rows` are those that it rests on."""
+    """One target for one case. `value` is None if the run has no figure; `rows` are the rows that it depends on."""
 
     target: str
     case: str
@@ -44,7 +44,7 @@ class Verdict:
 
 
 def compare(results, target, case, function, rows, unit, limit, is_upper=True):
-    """Judges the median over the processes of a function of the times of two rows."""
+    """Judges a function of the times of two rows by its median over the processes."""
     figures = [results.find(*row) for row in rows]
     is_noisy = any(figure is not None and figure.is_noisy for figure in figures)
     return Verdict(target, case, combine(function, *figures), unit, limit, is_upper, tuple(rows), is_noisy)
@@ -59,13 +59,13 @@ def subtract(minuend, subtrahend):
 
 
 def at_most_times(results, target, groups, reference, factor):
-    """The engine's time as a multiple of another one's."""
+    """The engine's time as a multiple of another contestant's time."""
     return [compare(results, target, group, divide, [(group, "engine"), (group, reference)], "x", factor)
             for group in groups]
 
 
 def faster(results, target, groups, peer, factor=1.0):
-    """A peer's time as a multiple of the engine's."""
+    """A peer's time as a multiple of the engine's time."""
     return [compare(results, target, group, divide, [(group, peer), (group, "engine")], "x", factor, False)
             for group in groups]
 
@@ -123,6 +123,6 @@ def judge_start(results):
 
 
 def judge(results):
-    """Every target for every case."""
+    """Judges every target for every case."""
     return [verdict for judge_part in (judge_layout, judge_drawing, judge_threads, judge_growth, judge_memory,
                                        judge_vector, judge_making, judge_start) for verdict in judge_part(results)]

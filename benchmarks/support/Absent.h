@@ -4,7 +4,7 @@
 
 namespace Vell::Benchmarks {
 
-/// Rows for a library that this machine lacks, so that a table never silently has fewer contestants.
+/// Registers rows for a library that is not installed, so that no table silently lacks a contestant.
 void registerAbsent(const std::string& contestant);
 
 } // namespace Vell::Benchmarks

@@ -14,13 +14,13 @@ namespace {
 constexpr const char* family = "Bench";
 constexpr const char* fallbackFamily = "Bench Fallback";
 
-std::shared_ptr<const Bytes> readIfNamed(const std::string& path) {
+FontLoaders::FontBytes readIfNamed(const std::string& path) {
     return path.empty() ? nullptr : readFontFile(path);
 }
 
 } // namespace
 
-std::shared_ptr<const Bytes> readFontFile(const std::string& path) {
+FontLoaders::FontBytes readFontFile(const std::string& path) {
     auto bytes = std::make_shared<Bytes>(std::filesystem::file_size(path));
     std::ifstream file(path, std::ios::binary);
     if (!file.read(reinterpret_cast<char*>(bytes->data()), static_cast<std::streamsize>(bytes->size()))) {
@@ -29,15 +29,15 @@ std::shared_ptr<const Bytes> readFontFile(const std::string& path) {
     return bytes;
 }
 
-OneFontLoader::OneFontLoader(std::shared_ptr<const Bytes> font, std::shared_ptr<const Bytes> fallback)
+OneFontLoader::OneFontLoader(FontLoaders::FontBytes font, FontLoaders::FontBytes fallback)
     : _font(std::move(font))
     , _fallback(std::move(fallback)) {}
 
-std::shared_ptr<const Bytes> OneFontLoader::loadFont(const NNPtr<const Gfx::FontFaceInfo>& faceInfo) const {
+FontLoaders::FontBytes OneFontLoader::loadFont(const NNPtr<const Gfx::FontFaceInfo>& faceInfo) const {
     return faceInfo->getName() == fallbackFamily ? _fallback : _font;
 }
 
-std::shared_ptr<const Bytes> OneFontLoader::loadDefaultFont(bool, bool) const {
+FontLoaders::FontBytes OneFontLoader::loadDefaultFont(bool, bool) const {
     return _font;
 }
 
@@ -48,8 +48,8 @@ std::string OneFontLoader::getFamilyNameForRange(unsigned int) const {
 BenchEngine::BenchEngine(const Workload& workload, const std::string& fallbackFile)
     : BenchEngine(readFontFile(workload.fontFile), readIfNamed(fallbackFile), workload.pixelSize) {}
 
-BenchEngine::BenchEngine(const std::shared_ptr<const Bytes>& bytes,
-                         const std::shared_ptr<const Bytes>& fallback, float size)
+BenchEngine::BenchEngine(const FontLoaders::FontBytes& bytes, const FontLoaders::FontBytes& fallback,
+                         float size)
     : factory(FontEngine::FontFactory::create(makeNNPtr<OneFontLoader>(bytes, fallback), family))
     , faceInfo(makeNNPtr<const FontEngine::Internal::FontFaceInfo>(family, false, false))
     , fontInfo(makeNNPtr<const FontEngine::Internal::FontInfo>(faceInfo, size, Gfx::TextPositionType::Normal))

@@ -13,28 +13,28 @@ namespace Vell::Benchmarks {
 
 using Bytes = std::vector<unsigned char>;
 
-std::shared_ptr<const Bytes> readFontFile(const std::string& path);
+FontLoaders::FontBytes readFontFile(const std::string& path);
 
-/// Serves one file as "Bench" regular, and another one for every Unicode range.
+/// Serves one font as the regular style of "Bench", and another one for every Unicode range.
 class OneFontLoader : public FontLoaders::FontLoader {
 public:
-    OneFontLoader(std::shared_ptr<const Bytes> font, std::shared_ptr<const Bytes> fallback = nullptr);
+    OneFontLoader(FontLoaders::FontBytes font, FontLoaders::FontBytes fallback = nullptr);
 
-    std::shared_ptr<const Bytes> loadFont(const NNPtr<const Gfx::FontFaceInfo>& faceInfo) const override;
-    std::shared_ptr<const Bytes> loadDefaultFont(bool bold, bool italic) const override;
+    FontLoaders::FontBytes loadFont(const NNPtr<const Gfx::FontFaceInfo>& faceInfo) const override;
+    FontLoaders::FontBytes loadDefaultFont(bool bold, bool italic) const override;
     std::string getFamilyNameForRange(unsigned int rangeId) const override;
 
 private:
-    std::shared_ptr<const Bytes> _font;
-    std::shared_ptr<const Bytes> _fallback;
+    FontLoaders::FontBytes _font;
+    FontLoaders::FontBytes _fallback;
 };
 
-/// A factory over one font file, the description of its font at a size, and the font.
+/// A factory for one font file, the description of its font at a size, and the font.
 struct BenchEngine {
-    /// The font of a text at the size of that text, without or with another font for what it lacks.
+    /// Takes font and size of the workload, and optionally a font for the characters that it lacks.
     explicit BenchEngine(const Workload& workload, const std::string& fallbackFile = {});
-    explicit BenchEngine(const std::shared_ptr<const Bytes>& bytes,
-                         const std::shared_ptr<const Bytes>& fallback = nullptr, float size = usualPixelSize);
+    explicit BenchEngine(const FontLoaders::FontBytes& bytes,
+                         const FontLoaders::FontBytes& fallback = nullptr, float size = usualPixelSize);
 
     NNPtr<FontEngine::FontFactory> factory;
     NNPtr<const Gfx::FontFaceInfo> faceInfo;
@@ -43,7 +43,7 @@ struct BenchEngine {
     FontEngine::Font font;
 };
 
-/// A painter of glyphs and shapes that does nothing, for what comes before it.
+/// A painter of glyphs and paths that does nothing, to measure only the work before it.
 class IdlePainter : public Gfx::Painter, public FontEngine::BitmapGlyphPainter {
 public:
     void beginPath() override {}

@@ -4,8 +4,8 @@
 
 namespace Vell::Benchmarks {
 
-/// A context that draws by cairo's own text functions in the font of a scene, at the size in device pixels,
-/// without hinting: glyphs stand at fractions of a pixel, as the engine's do.
+/// Makes a context for cairo's own text functions, with the font of the scene at its size in device pixels
+/// and without hinting: glyphs are at fractions of a pixel, as in the engine.
 CairoAdapter::ContextPtr makeTextContext(cairo_surface_t* page, const Scene& scene);
 
 } // namespace Vell::Benchmarks

@@ -33,19 +33,19 @@ const std::array<int, 256>& getDecodeTable() {
     return table;
 }
 
-/// Coverage of white by a channel of the text colour, in the encoded space.
+/// Covers white with a channel of the text colour, in the encoded space.
 int mix(unsigned char coverage, int encodedText) {
     const float alpha = static_cast<float>(coverage) / 255.0F;
     return static_cast<int>(alpha * static_cast<float>(encodedText) + (1.0F - alpha) * 255.0F);
 }
 
-/// A channel as ColorTables has it.
+/// A channel as ColorTables stores it.
 std::uint64_t makePart(int value, std::size_t channel) {
     const auto bits = static_cast<std::uint64_t>(value);
     return bits << 32U | bits << (16U - 8U * channel);
 }
 
-/// Where pixels so light, or lighter, are transparent.
+/// Pixels of at least this lightness are transparent.
 constexpr std::uint32_t cornerLimit = 690;
 constexpr std::uint32_t innerLimit = 750;
 
@@ -64,7 +64,7 @@ std::shared_ptr<Image> makeImage(const FT_Bitmap& bitmap) {
     return image;
 }
 
-/// `see(channel, coverage)` is the part of a channel.
+/// `see(channel, coverage)` returns the part of a channel.
 template <typename See>
 void colorPixels(const unsigned char* source, unsigned char* target, unsigned int count,
                  std::uint32_t firstTransparent, const See& see) {
@@ -75,7 +75,7 @@ void colorPixels(const unsigned char* source, unsigned char* target, unsigned in
     }
 }
 
-/// The first and the last two pixels of the first and the last two rows are corners.
+/// The corners are two pixels wide and two rows high.
 template <typename See>
 std::shared_ptr<Image> colorAll(const FT_BitmapGlyphRec_& glyph, const See& see) {
     constexpr unsigned int edge = 2;

@@ -6,11 +6,11 @@
 
 namespace Vell::Benchmarks {
 
-/// A painter that keeps its transform and counts the paths that it is given, but rasterises none: what
-/// remains is the way of a path from the cache to the painter. A stranger to the compiler, as a client's is.
+/// Makes a painter that keeps a transform and counts paths, but rasterises nothing: what remains is the work
+/// to bring a path from the cache to the painter. As with clients' painters, callers do not see the class.
 std::unique_ptr<Gfx::Painter> makeCountingPainter();
 
-/// How many paths were drawn by a painter of makeCountingPainter.
+/// The number of paths drawn by a painter from makeCountingPainter.
 std::size_t getPathCount(const Gfx::Painter& painter);
 
 } // namespace Vell::Benchmarks

@@ -5,12 +5,12 @@
 
 namespace Vell::Benchmarks {
 
-/// A page that the engine draws through the painters over cairo.
+/// A page that the engine draws through its painters for cairo.
 class EnginePage {
 public:
     explicit EnginePage(const Scene& scene);
 
-    /// `y` is the base line in logical units.
+    /// `y` is the baseline in logical units.
     void drawLine(std::size_t line, double y);
 
     PixelView getPixels() const { return viewPixels(_surface); }

@@ -12,7 +12,7 @@ namespace {
 
 constexpr const char* mathFont = "/usr/share/fonts/truetype/dejavu/DejaVuMathTeXGyre.ttf";
 
-/// '!' to '~', then the first two of Latin-1.
+/// The characters '!' to '~', then the first two of Latin-1.
 unsigned int getCode(std::size_t i) {
     constexpr std::size_t asciiCount = '~' - '!' + 1;
     return static_cast<unsigned int>(i < asciiCount ? '!' + i : 0xA1 + (i - asciiCount));
@@ -55,7 +55,7 @@ GlyphSet::GlyphSet(const HintedFont& font, unsigned int sizeCount)
 }
 
 std::shared_ptr<const FT_BitmapGlyphRec_> GlyphSet::getFromEngine(std::size_t i) const {
-    // 'x' for all: an underscore would be joined to the next one, which FreeType does not do.
+    // The character is 'x' for all glyphs: the engine joins underscores, which FreeType does not.
     const FontEngine::BitmapGlyphInfo key(_engine.faceInfo, FT_RENDER_MODE_NORMAL, _glyphs[i], 'x',
                                           getSize(i), {1.0F, 1.0F}, 1.0F, 0, true,
                                           FontEngine::GlyphTransform::None);

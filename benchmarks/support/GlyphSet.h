@@ -8,31 +8,31 @@
 
 namespace Vell::Benchmarks {
 
-/// A font as a stage for single glyphs: its bytes, and how the engine has FreeType load them.
+/// The bytes of a font, and the flags with which the engine lets FreeType load its glyphs.
 struct HintedFont {
     std::string name;
-    std::shared_ptr<const Bytes> bytes;
+    FontLoaders::FontBytes bytes;
     FT_Int32 loadFlags;
 };
 
-/// DejaVu Sans, hinted by its own bytecode, as FreeType chooses.
+/// DejaVu Sans, hinted by its own bytecode, which is FreeType's default.
 const HintedFont& getBytecodeFont();
-/// DejaVu Sans in the name of a family that the engine gives to the auto-hinter.
+/// DejaVu Sans under the name of a family that the engine passes to the auto-hinter.
 const HintedFont& getAutoHintedFont();
-/// DejaVu Math TeX Gyre, which has instructions neither for the font nor for its glyphs: nothing hints it.
+/// DejaVu Math TeX Gyre, which nothing hints: it has instructions neither for the font nor for its glyphs.
 const HintedFont& getUnhintedFont();
 
-/// The glyphs of the printable ASCII characters and two more, at one size or at several sizes in turn, by
-/// the engine and by FreeType alone.
+/// The glyphs of the printable ASCII characters and two more, at one size or at several sizes in turn,
+/// rendered by the engine and by FreeType alone.
 class GlyphSet {
 public:
     static constexpr std::size_t glyphCount = 96;
 
     GlyphSet(const HintedFont& font, unsigned int sizeCount);
 
-    /// Asks the factory for glyph number `i`.
+    /// Requests glyph number `i` from the factory.
     std::shared_ptr<const FT_BitmapGlyphRec_> getFromEngine(std::size_t i) const;
-    /// FreeType's three calls on a face of its own. The caller sizes the face and releases the glyph.
+    /// Makes FreeType's three calls on a separate face. The caller sizes the face and releases the glyph.
     FT_Glyph renderByFreeType(std::size_t i) const;
     void sizeFace(std::size_t i) const;
 

@@ -13,8 +13,8 @@
 
 namespace Vell::Benchmarks {
 
-/// The least that a locked cache of shared values costs when each key owns a mutex and a reference: a plain
-/// number decides about equality and place.
+/// A minimal locked cache of shared values whose keys each own a mutex and a reference. Keys are compared and
+/// hashed by a plain number.
 class HeavyKeyCache {
 public:
     std::shared_ptr<const int> getOrMake(std::uint64_t id) {

@@ -7,7 +7,7 @@
 
 namespace Vell::Benchmarks {
 
-/// Times are reported for an item: `count` of them were done in each iteration.
+/// Reports times per item. Each iteration processes `count` items.
 inline void countItems(benchmark::State& state, std::size_t count) {
     state.SetItemsProcessed(static_cast<std::int64_t>(count) * state.iterations());
 }

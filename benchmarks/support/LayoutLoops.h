@@ -6,7 +6,7 @@
 
 namespace Vell::Benchmarks {
 
-/// Measure the layout of all lines when every glyph is cached. What an item is, the caller says.
+/// Measure the layout of all lines with every glyph cached. The caller defines what an item is.
 void measureEngine(benchmark::State& state, const BenchEngine& engine, const Workload& workload,
                    float ratio = 1.0F);
 void measurePango(benchmark::State& state, const Workload& workload);

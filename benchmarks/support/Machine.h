@@ -2,8 +2,7 @@
 
 namespace Vell::Benchmarks {
 
-/// Writes processor, compiler and the versions of the libraries into the outcome of the benchmarks, without
-/// which its figures say little.
+/// Adds processor, compiler and versions of the libraries to the results, whose figures depend on them.
 void describeMachine();
 
 } // namespace Vell::Benchmarks

@@ -8,7 +8,7 @@
 
 namespace Vell::Benchmarks {
 
-/// Text by Pango over cairo, in the font of a workload, its size multiplied by `ratio`.
+/// Text by Pango on cairo, in the font of a workload, with its size multiplied by `ratio`.
 class PangoText {
 public:
     explicit PangoText(const Workload& workload, int ratio = 1, cairo_t* target = nullptr);
@@ -16,7 +16,7 @@ public:
     PangoText(const PangoText&) = delete;
     PangoText& operator=(const PangoText&) = delete;
 
-    /// Sets the text anew: Pango keeps the layout of an unchanged one.
+    /// Sets the text each time, because Pango keeps the layout of an unchanged text.
     void layOut(const std::string& line);
     void draw(const std::string& line, double x, double y);
 

@@ -15,7 +15,7 @@ struct PlainHash {
     std::size_t operator()(std::uint64_t key) const { return key * 0x9E3779B97F4A7C15U; }
 };
 
-/// A hashed list in the order of use, its keys plain numbers: what a hit costs before anything is promised.
+/// A hashed list in the order of use, with plain numbers as keys: the cost of a hit without any guarantees.
 template <typename Value>
 class PlainCache {
 public:

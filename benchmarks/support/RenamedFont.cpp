@@ -28,15 +28,15 @@ std::size_t findNameTable(const Bytes& font) {
             return read32(font, record + 8);
         }
     }
-    throw std::runtime_error("a font without names");
+    throw std::runtime_error("the font has no name table");
 }
 
-/// Writes the text over the string of a name record.
+/// Overwrites the string of a name record.
 void rename(Bytes& font, std::size_t record, std::size_t strings, const std::string& text) {
-    constexpr unsigned int macintosh = 1; // one byte a character; the others have two
+    constexpr unsigned int macintosh = 1; // one byte per character; other platforms have two
     const std::size_t width = read16(font, record) == macintosh ? 1 : 2;
     if (read16(font, record + 8) < width * text.size()) {
-        throw std::runtime_error("a shorter name than '" + text + "'");
+        throw std::runtime_error("the name of the font is shorter than '" + text + "'");
     }
     write16(font, record + 8, width * text.size());
     std::size_t position = strings + read16(font, record + 10);
@@ -50,7 +50,7 @@ void rename(Bytes& font, std::size_t record, std::size_t strings, const std::str
 
 } // namespace
 
-std::shared_ptr<const Bytes> renameFamily(const Bytes& font, const std::string& family) {
+FontLoaders::FontBytes renameFamily(const Bytes& font, const std::string& family) {
     auto renamed = std::make_shared<Bytes>(font);
     const std::size_t table = findNameTable(font);
     const std::size_t strings = table + read16(font, table + 4);

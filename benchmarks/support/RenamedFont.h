@@ -4,9 +4,9 @@
 
 namespace Vell::Benchmarks {
 
-/// The same font under another family name, for the families that the engine hints in its own way and that
-/// nobody may hand on. Takes SFNT files; the new name is ASCII and no longer than the old one (throws
-/// std::runtime_error).
-std::shared_ptr<const Bytes> renameFamily(const Bytes& font, const std::string& family);
+/// Returns the font under another family name. It stands in for fonts whose families the engine hints in its
+/// own way, but whose files may not be redistributed. Takes SFNT files. The new name is ASCII; throws
+/// std::runtime_error if it is longer than the old one.
+FontLoaders::FontBytes renameFamily(const Bytes& font, const std::string& family);
 
 } // namespace Vell::Benchmarks

@@ -17,12 +17,12 @@ namespace Vell::Benchmarks {
 constexpr double lineHeight = 18.0;
 constexpr double leftMargin = 4.0;
 
-/// A text on a white page, its lines one below the other, at a number of device pixels for each logical unit.
+/// A text on a white page, line by line, at a device pixel ratio.
 struct Scene {
     const Workload& workload;
     int ratio;
 
-    /// The task and the text, as the names of benchmarks begin.
+    /// The task and the text, which begin the names of benchmarks.
     std::string getName() const;
     int getWidth() const;  ///< in device pixels
     int getHeight() const; ///< in device pixels
@@ -31,7 +31,7 @@ struct Scene {
 /// Each workload at the ratios 1 and 2.
 const std::vector<Scene>& getScenes();
 
-/// 32-bit pixels in the machine's byte order, as cairo, SDL and Qt have them.
+/// 32-bit pixels in the machine's byte order, as in images of cairo, SDL and Qt.
 struct PixelView {
     const unsigned char* data;
     std::ptrdiff_t stride;
@@ -42,11 +42,11 @@ struct PixelView {
 PixelView viewPixels(const CairoAdapter::SurfacePtr& surface);
 CairoAdapter::SurfacePtr makePage(const Scene& scene);
 
-/// How much darker than white the pixels are on average, times their number: tells a contestant that draws
-/// nothing, or something else.
+/// How much darker than white the pixels are, in total. This reveals contestants that draw nothing or
+/// something else.
 double measureInk(const PixelView& pixels);
 
-/// Measures the drawing of the page. `drawLine` gets the number of a line and its base line in logical units.
+/// Measures the drawing of the page. `drawLine` takes the index of a line and its baseline in logical units.
 template <typename DrawLine>
 void drawPage(benchmark::State& state, const Scene& scene, const PixelView& page, const DrawLine& drawLine) {
     const auto drawAll = [&] {
@@ -58,7 +58,7 @@ void drawPage(benchmark::State& state, const Scene& scene, const PixelView& page
     const auto characters = static_cast<double>(scene.workload.countCharacters());
     state.counters["ink"] = measureInk(page) / characters;
     if (state.counters["ink"] < 1.0) {
-        state.SkipWithError("drew nothing");
+        state.SkipWithError("the page is blank");
     }
     for (auto step : state) {
         drawAll();

@@ -13,7 +13,7 @@ namespace {
 
 std::uint32_t blendChannel(std::uint32_t below, std::uint32_t above, std::uint32_t coverage) {
     const std::uint32_t sum = above * coverage + below * (255U - coverage) + 128U;
-    return (sum + (sum >> 8U)) >> 8U; // division by 255, rounded
+    return (sum + (sum >> 8U)) >> 8U; // divides by 255 and rounds
 }
 
 void blendPixel(unsigned char* pixel, std::uint32_t colour, std::uint32_t coverage) {
@@ -31,7 +31,7 @@ void blendPixel(unsigned char* pixel, std::uint32_t colour, std::uint32_t covera
 
 #ifdef __SSE2__
 
-/// Two pixels, 16 bits a channel.
+/// Blends two pixels, with 16 bits per channel.
 __m128i blendTwo(__m128i below, __m128i above, __m128i coverage) {
     const __m128i rest = _mm_sub_epi16(_mm_set1_epi16(255), coverage);
     __m128i sum = _mm_add_epi16(_mm_mullo_epi16(above, coverage), _mm_mullo_epi16(below, rest));

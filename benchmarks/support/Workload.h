@@ -14,17 +14,17 @@ constexpr float usualPixelSize = 14.0F;
 /// Near black, the colour of most texts.
 constexpr cinder::ColorAT<unsigned char> usualInk{20, 30, 40, 255};
 
-/// A text as a program draws it, line by line, the font file that covers it, its size and its colour.
+/// A text as a program draws it, line by line, with a font file that covers it, its size and its colour.
 struct Workload {
     std::string name;
     std::string fontFile;
-    std::string fontFamily; ///< what fontconfig calls that font
+    std::string fontFamily; ///< the name of the font in fontconfig
     std::vector<std::string> lines;
     float pixelSize = usualPixelSize;
     cinder::ColorAT<unsigned char> ink = usualInk;
 
     std::size_t countCharacters() const;
-    /// Whether the engine colours any of it by sub-pixels.
+    /// Whether the engine draws any part of it as coloured sub-pixels.
     bool hasUnderscores() const;
 };
 
@@ -32,11 +32,11 @@ struct Workload {
 const Workload& getEnglish();
 /// Cyrillic, Greek and Latin in turn.
 const Workload& getMixed();
-/// 80 short labels, as menus and tables have them.
+/// 80 short labels, as in menus and tables.
 const Workload& getLabels();
 /// Chinese and Japanese prose.
 const Workload& getCjk();
-/// A form to fill in: underscores, which the engine colours by sub-pixels.
+/// A form to fill in, with many underscores, which the engine draws as coloured sub-pixels.
 const Workload& getForm();
 
 /// English prose in a face with serifs, somewhat larger than the others.
