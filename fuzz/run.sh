@@ -1,14 +1,14 @@
 #!/usr/bin/env bash
-# Builds the fuzzers and lets each run for some seconds over the seeds and over what earlier runs found, two at once
-# where there are two processors.
+# Builds the fuzzers and runs each for some seconds on the seeds and on the inputs that earlier runs found. On two
+# processors or more, two fuzzers run at once.
 #
-#   fuzz/run.sh                        every fuzzer, 20 seconds each
-#   fuzz/run.sh 300 font text          these, 300 seconds each
-#   fuzz/run.sh 300 font -- FOLDER...  the fonts in these folders are seeds, too, of the fuzzers font and sfnt
+#   fuzz/run.sh                        runs every fuzzer for 20 seconds
+#   fuzz/run.sh 300 font text          runs these for 300 seconds each
+#   fuzz/run.sh 300 font -- FOLDER...  also uses the fonts in these folders as seeds of the fuzzers font and sfnt
 #
-# A fuzzer goes on after a finding. What it learns stays in build/fuzz/grown. The inputs that fail are written to
-# build/fuzz/failed and listed with what each is about; then the script fails. FUZZ_TIMEOUT is the seconds that one
-# input may take: 20, which is too few where other work keeps the processors busy.
+# A fuzzer continues after a finding. The inputs that it learns stay in build/fuzz/grown. Failing inputs go to
+# build/fuzz/failed; the script lists them with their findings, and then fails. FUZZ_TIMEOUT is the time limit for one
+# input in seconds. The default of 20 is too short if other work keeps the processors busy.
 set -euo pipefail
 
 seconds=20
@@ -34,7 +34,8 @@ rm -rf "$further"
 
 export UBSAN_OPTIONS=print_stacktrace=1
 run() {
-  # A glyph of the most pixels in LCD mode is a block of 768 MiB. Energy goes by time: otherwise the few slow inputs take nine tenths of it.
+  # The largest glyph in LCD mode is a block of 768 MiB. Energy is scaled by execution time: otherwise the few slow
+  # inputs take nine tenths of it.
   local options=(-fork=1 -ignore_crashes=1 -ignore_timeouts=1 -ignore_ooms=1 -entropic_scale_per_exec_time=1
     -max_total_time="$seconds" -timeout="${FUZZ_TIMEOUT:-20}" -rss_limit_mb=4096 -malloc_limit_mb=1100
     -max_len="${longest[$1]}" -artifact_prefix="build/fuzz/failed/$1-" -print_funcs=0)
@@ -45,19 +46,19 @@ run() {
   "build/fuzz/fuzz/fuzz_$1" "${options[@]}" "build/fuzz/grown/$1" "${seeds[@]}"
 }
 
-# Inputs that are only slow (slow-unit-...) are no failures.
+# Inputs that are merely slow (slow-unit-...) are not failures.
 list_failed() {
   find build/fuzz/failed -name "$1-*" ! -name "$1-slow-unit-*" -newer "$2" | sort
 }
 
-# One line of what a single run of the input reports.
+# Prints one line about what a single run of the input reports.
 describe() {
   { timeout 120 build/fuzz/fuzz/fontengine_fuzz_replay "$1" "$2" 2>&1 || true; } |
     grep -m 1 -oE 'SUMMARY: .*|broken rule: .*|.*assertion failed: .*|.*FAILED.*' ||
-    echo "nothing when it is run by itself: it takes too long or too much memory"
+    echo "no finding in a single run: the input takes too long or too much memory"
 }
 
-# Lets a fuzzer run and tells what it found. Fails when there is something.
+# Runs a fuzzer and reports its findings. Fails if there are any.
 search() {
   local log="build/fuzz/fuzz_$1.log" start="build/fuzz/fuzz_$1.start" status=0
   touch "$start"
@@ -68,7 +69,7 @@ search() {
   for input in $inputs; do
     echo "$input: $(describe "$1" "$input")"
   done
-  times >"build/fuzz/fuzz_$1.times" # the second line is of this function's children, user and system
+  times >"build/fuzz/fuzz_$1.times" # the second line holds the user and system time of this function's children
   local executions processor
   executions=$(sed -n 's/^#\([0-9]*\): .*/\1/p' "$log" | tail -n 1)
   processor=$(awk -F '[ms ]+' 'NR == 2 { printf "%.0f", $1 * 60 + $2 + $3 * 60 + $4 }' "build/fuzz/fuzz_$1.times")
@@ -76,7 +77,7 @@ search() {
   [ "$status" -eq 0 ] && [ -z "$inputs" ]
 }
 
-set -m # each search is a process group of its own, so that it can be ended whole
+set -m # each search is a process group, so that it can be ended as a whole
 declare -A searched=() # the fuzzer of each search that has not ended
 failed=()
 trap 'for group in "${!searched[@]}"; do kill -- "-$group" || true; done' EXIT

@@ -1,12 +1,12 @@
-// The entry of libFuzzer. FONTENGINE_FUZZED_HARNESS is the function that the executable runs.
+// The entry point of libFuzzer. FONTENGINE_FUZZED_HARNESS is the function that the executable runs.
 
 #include <fuzz/support/Harness.h>
 
 #include <cstddef>
 #include <cstdint>
 
-/// Freed memory rests for as long as 16 MB of it lie about: several inputs long. By default 256 MB do, and
-/// the time goes into fresh pages.
+/// A quarantine of 16 MB keeps freed memory for several inputs. With the default of 256 MB, most of the time
+/// goes into fresh pages.
 extern "C" const char* __asan_default_options() {
     return "quarantine_size_mb=16";
 }

@@ -1,8 +1,8 @@
 // fontengine_fuzz_replay <harness> <file or folder>...
 //
-// Runs a harness once on each input, without libFuzzer, so in every kind of build. The name of an input is
-// written before it is run: where the run ends, the last name is the culprit's. Fails for findings, and when
-// there was nothing to run.
+// Runs a harness once on each input, without libFuzzer and therefore in every kind of build. Prints the name
+// of each input first, so that after a crash the last name is the culprit. Fails for findings and if there
+// are no inputs.
 
 #include <fuzz/support/Harness.h>
 #include <fuzz/support/InputFile.h>
@@ -15,14 +15,14 @@
 
 namespace {
 
-/// An input that takes longer hangs: SIGALRM ends the process.
-constexpr unsigned int secondsAnInput = 60;
+/// SIGALRM ends the process if an input takes longer.
+constexpr unsigned int maxSecondsPerInput = 60;
 
 bool replay(const char* harness, const std::filesystem::path& file) {
     using Clock = std::chrono::steady_clock;
     std::printf("%s ", file.c_str());
     std::fflush(stdout);
-    alarm(secondsAnInput);
+    alarm(maxSecondsPerInput);
     const Clock::time_point start = Clock::now();
     const char* result = "ok";
     try {

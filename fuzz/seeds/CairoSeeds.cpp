@@ -62,7 +62,7 @@ private:
     ByteWriter _writer;
 };
 
-/// A coordinate as scripts have it, of a whole number of units.
+/// The script's encoding of a whole coordinate.
 unsigned int at(int coordinate) {
     return static_cast<unsigned int>(coordinate + static_cast<int>(originOfPoints)) << 8;
 }

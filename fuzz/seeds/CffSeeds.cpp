@@ -21,7 +21,7 @@ Bytes wrap(const CffFont& outlines) {
     return wrap(outlines, makeBoxFont().omitTable("glyf").omitTable("loca"));
 }
 
-/// TrueType's tables beside the outlines are never read by FreeType, so nothing corrects what they say.
+/// FreeType never reads the TrueType tables beside the outlines, so nothing corrects them.
 Bytes wrapWithShortLoca() {
     constexpr std::size_t lastOffset = 4;
     return moveToEnd(wrap(makeBoxes(30), makeBoxFont()), "loca", lastOffset);

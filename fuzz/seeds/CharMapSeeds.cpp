@@ -24,7 +24,7 @@ Bytes makeFormat0() {
     return writer.getBytes();
 }
 
-/// Two bytes a character: those with the lead byte 0x81 are two glyphs, all others are one byte long.
+/// Mixed lengths: the two characters with the lead byte 0x81 have two bytes, all others have one.
 Bytes makeFormat2() {
     constexpr unsigned int leadByte = 0x81;
     ByteWriter writer;
@@ -35,7 +35,7 @@ Bytes makeFormat2() {
         writer.addU16(byte == leadByte ? 8 : 0);
     }
     for (const unsigned int field : {0x41U, 26U, 0U, 10U, 0x40U, 2U, 0U, 2U + 52}) {
-        writer.addU16(field); // each: first code, count, delta, where its glyphs lie
+        writer.addU16(field); // each has first code, count, delta and position of its glyphs
     }
     for (unsigned int glyph = 1; glyph <= 28; ++glyph) {
         writer.addU16(glyph);
@@ -69,7 +69,7 @@ Bytes makeFormat10() {
     return writer.getBytes();
 }
 
-/// One group of codes; format 13 gives all of them the same glyph.
+/// One group of codes, which format 13 maps to a single glyph.
 Bytes makeGroup(unsigned int format, std::uint32_t first, std::uint32_t last, std::uint32_t glyph) {
     ByteWriter writer;
     writer.addU16(format);
@@ -80,7 +80,7 @@ Bytes makeGroup(unsigned int format, std::uint32_t first, std::uint32_t last, st
     return writer.getBytes();
 }
 
-/// Variation sequences: with U+FE00 some letters have glyphs of their own.
+/// Variation sequences, which give some letters with U+FE00 other glyphs.
 Bytes makeFormat14() {
     ByteWriter writer;
     writer.addU16(14);
@@ -90,7 +90,7 @@ Bytes makeFormat14() {
         writer.addU8(byte);
     }
     writer.addU32(21); // default sequences
-    writer.addU32(29); // others
+    writer.addU32(29); // non-default sequences
     writer.addU32(1);
     for (const unsigned int byte : {0U, 0U, 0x41U, 3U}) {
         writer.addU8(byte);

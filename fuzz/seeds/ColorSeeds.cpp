@@ -11,10 +11,10 @@ using Testing::FontBuilder;
 
 namespace {
 
-constexpr unsigned int side = 8; ///< pixels of the pictures
+constexpr unsigned int side = 8; ///< of the pictures, in pixels
 constexpr unsigned int glyphCount = 3;
 
-/// A picture of half transparent red.
+/// A picture in half-transparent red.
 Bytes makePng() {
     const CairoAdapter::SurfacePtr surface = CairoAdapter::makeImageSurface(side, side);
     const CairoAdapter::ContextPtr context = CairoAdapter::makeContext(surface.get());
@@ -58,7 +58,7 @@ void addLineMetrics(ByteWriter& writer) {
     }
 }
 
-/// Where the pictures of CBDT lie: one strike, one range of glyphs with offsets of 32 bits.
+/// The positions of the pictures in CBDT: one strike, one range of glyphs with 32-bit offsets.
 Bytes makeCblc(std::size_t glyphBytes) {
     constexpr std::uint32_t strikeBytes = 48;
     constexpr std::uint32_t arrayAt = 8 + strikeBytes;
@@ -78,7 +78,7 @@ Bytes makeCblc(std::size_t glyphBytes) {
     writer.addU16(0);
     writer.addU16(glyphCount - 1);
     writer.addU32(8);
-    writer.addU16(1);  // offsets of 32 bits
+    writer.addU16(1);  // 32-bit offsets
     writer.addU16(17); // small metrics and a PNG
     writer.addU32(4);
     for (std::size_t glyph = 0; glyph <= glyphCount; ++glyph) {

@@ -16,7 +16,7 @@ constexpr unsigned int moreComponents = 0x0020;
 constexpr unsigned int hasMatrix = 0x0080;
 constexpr unsigned int usesMetrics = 0x0200;
 
-/// A glyph that is made of other glyphs, each moved a little.
+/// A glyph composed of other glyphs, each slightly displaced.
 Bytes makeComposite(const std::vector<unsigned int>& parts, unsigned int flags = 0) {
     ByteWriter writer;
     for (const int field : {-1, 0, 0, 1000, 1000}) {
@@ -61,7 +61,7 @@ Bytes makeFont(const std::vector<Bytes>& glyphs) {
         glyf.addBytes(glyph);
     }
     loca.addU32(static_cast<std::uint32_t>(glyf.size()));
-    glyf.addZeros(4); // readers take a table without bytes for a missing one
+    glyf.addZeros(4); // readers treat an empty table as missing
     FontBuilder font("Fuzzed");
     const auto count = static_cast<unsigned int>(glyphs.size());
     font.addGlyphs(count - 1, {500, {}, {}});
@@ -69,7 +69,7 @@ Bytes makeFont(const std::vector<Bytes>& glyphs) {
     return font.setTable("glyf", glyf.getBytes()).setTable("loca", loca.getBytes()).build();
 }
 
-/// Every glyph is made of the one before it, `copies` times; the first is `leaf`.
+/// Each glyph consists of `copies` of the previous one. The first glyph is `leaf`.
 Bytes makeTower(unsigned int height, std::size_t copies, const Bytes& leaf) {
     std::vector<Bytes> glyphs = {leaf};
     for (unsigned int i = 0; i < height; ++i) {

@@ -30,7 +30,7 @@ FontGlyph makeRing() {
     return {800, {addContour(350, true), addContour(200, false)}, {}};
 }
 
-/// Bytecode: push 0, round that point to the grid, interpolate the rest.
+/// Its bytecode rounds point 0 to the grid and interpolates the others.
 FontGlyph makeHintedGlyph() {
     FontGlyph glyph = makeBoxGlyph(600, 100, 0, 500, 700);
     glyph.instructions = {0xB0, 0x00, 0x2F, 0x30, 0x31}; // PUSHB 0, MDAP[1], IUP[0], IUP[1]

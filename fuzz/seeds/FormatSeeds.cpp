@@ -19,8 +19,7 @@ void addLittle(ByteWriter& writer, std::uint32_t number) {
 
 namespace Pcf {
 
-constexpr std::uint32_t bigEndian =
-    4 + 8; ///< bytes and bits, the most significant first; rows end with a byte
+constexpr std::uint32_t bigEndian = 4 + 8; ///< most significant byte and bit first; rows are padded to bytes
 
 ByteWriter beginTable() {
     ByteWriter writer;
@@ -77,7 +76,7 @@ Bytes makeBitmaps(unsigned int glyphCount) {
     for (unsigned int glyph = 0; glyph < glyphCount; ++glyph) {
         writer.addU32(glyph * bytesOfGlyph);
     }
-    for (const std::uint32_t padding : {1U, 2U, 4U, 8U}) { // sizes for each padding of rows
+    for (const std::uint32_t padding : {1U, 2U, 4U, 8U}) { // the size for each padding of rows
         writer.addU32(glyphCount * bytesOfGlyph * padding);
     }
     for (std::uint32_t i = 0; i < glyphCount * bytesOfGlyph; ++i) {
@@ -129,7 +128,7 @@ void addU24(ByteWriter& writer, std::size_t number) {
     writer.addU16(static_cast<unsigned int>(number));
 }
 
-/// A contour by absolute numbers, a curve by differences, a line to a stored coordinate.
+/// A contour with absolute numbers, a curve with differences, and lines to stored coordinates.
 Bytes makeSimpleGlyph() {
     ByteWriter writer;
     writer.addU8(4);    // both counts in one byte
@@ -150,7 +149,7 @@ Bytes makeSimpleGlyph() {
     return writer.getBytes();
 }
 
-/// Two of the simple glyph, which stands in front of this one.
+/// Two copies of the simple glyph, which precedes this one in the file.
 Bytes makeCompoundGlyph(std::size_t simpleSize, std::size_t simpleOffset) {
     ByteWriter writer;
     writer.addU8(0x82); // a compound of two
@@ -181,7 +180,7 @@ Bytes makePhysicalFont(const std::vector<Bytes>& glyphs) {
     writer.addI16(0);
     writer.addZeros(6);
     writer.addU16(static_cast<unsigned int>(glyphs.size()));
-    std::size_t offset = 1; // behind a byte of no meaning: 0 stands for a glyph without a program
+    std::size_t offset = 1; // after an unused byte: an offset of 0 means a glyph without a program
     for (std::size_t i = 0; i < glyphs.size(); ++i) {
         writer.addU8('A' + static_cast<unsigned int>(i));
         writer.addI16(600);
@@ -208,7 +207,7 @@ void addHeader(ByteWriter& writer, std::size_t glyphsAt, std::size_t glyphBytes)
     for (const unsigned int field : {4U, 0x0D0AU, 58U, 7U, 58U, 18U}) {
         writer.addU16(field);
     }
-    writer.addZeros(6 + 2 + 6); // sections that the directory gives again
+    writer.addZeros(6 + 2 + 6); // sections that the directory repeats
     writer.addU16(255);
     addU24(writer, glyphBytes);
     addU24(writer, glyphsAt);
@@ -238,7 +237,7 @@ Bytes makeFile() {
 
 } // namespace Pfr
 
-/// Type 1 outlines by number, as files for printers have them. FreeType gives such a face no charmap.
+/// Type 1 outlines by number, as in files for printers. FreeType gives such a face no charmap.
 Bytes makeCidFile() {
     const std::string head =
         "%!PS-Adobe-3.0 Resource-CIDFont\n%%EndComments\n/CIDInit /ProcSet findresource begin\n"

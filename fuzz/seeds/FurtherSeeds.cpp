@@ -6,7 +6,7 @@ namespace Vell::Fuzz {
 
 namespace {
 
-/// Another style, render mode, size and glyphs than the usual steering.
+/// Style, render mode, size and glyphs that differ from the default steering.
 FontSteering makeOtherSteering() {
     FontSteering steering;
     steering.flags = 3;

@@ -14,7 +14,7 @@ using Testing::makeBoxGlyph;
 
 namespace {
 
-/// A compressed font whose only table claims to be `bytes` long once it is unpacked.
+/// A compressed font whose only table claims to have `bytes` bytes when unpacked.
 Bytes makeWoff(std::uint32_t bytes) {
     constexpr std::uint32_t compressed = 64;
     ByteWriter writer;
@@ -41,7 +41,7 @@ FontBuilder makeGiantFont() {
     return font;
 }
 
-/// As many points as a glyph may have, so that its outline crosses itself everywhere.
+/// A glyph with the maximum number of points, whose outline crosses itself everywhere.
 FontGlyph makeTangledGlyph() {
     FontGlyph glyph{500, {{}}, {}};
     for (int i = 0; i < 30000; ++i) {
@@ -50,7 +50,7 @@ FontGlyph makeTangledGlyph() {
     return glyph;
 }
 
-/// Thousands of points, and a program that goes through all of them with each of its bytes.
+/// A glyph with thousands of points and a program that visits all of them with each of its bytes.
 FontGlyph makeLaboriousGlyph() {
     FontGlyph glyph{500, {{}}, {0x00, 0xB1, 0, 100, 0x2F, 0x2F}}; // SVTCA[y], PUSHB, MDAP twice
     for (int i = 0; i < 10000; ++i) {
@@ -68,7 +68,7 @@ FontBuilder makeLoopingFont(Bytes program) {
     return font.setTable("prep", std::move(program));
 }
 
-/// Function 0 calls itself a thousand times, and each of those again.
+/// Function 0 calls itself a thousand times, and each of these calls does so again.
 FontBuilder makeRecursiveFont() {
     FontBuilder font = makeBoxFont();
     font.setTable("fpgm", {0xB0, 0x00, 0x2C, 0xB8, 0x03, 0xE8, 0xB0, 0x00, 0x2A, 0x2D});

@@ -7,18 +7,18 @@
 #include <string>
 #include <vector>
 
-/// The inputs that the fuzzers start from and that the replay runs.
+/// The inputs that the fuzzers start from. The replay runs them as well.
 namespace Vell::Fuzz {
 
 using Testing::Bytes;
 
 struct Seed {
-    std::string name; ///< the file's name
+    std::string name; ///< of the file
     Bytes bytes;
 };
 
-/// How a font seed is asked for its glyphs: the fields of FontScript as bytes. The first byte of
-/// the size is its whole part; factors are in 1/16384.
+/// How glyphs are requested from a font seed: the fields of FontScript as bytes. The first byte of
+/// the size is its integer part; factors are in units of 1/16384.
 struct FontSteering {
     unsigned int flags = 0;
     unsigned int renderMode = 0; ///< 0 grey, 1 LCD, 2 light, 3 mono, 4 vertical LCD
@@ -35,36 +35,35 @@ struct FontSteering {
 Seed makeFontSeed(std::string name, const Bytes& file, const FontSteering& steering = {});
 Seed makeSfntSeed(std::string name, unsigned char faceIndex, const Bytes& file);
 
-/// The font file with the table at its end and without that table's last bytes: who reads on reads out of
-/// bounds.
+/// Moves the table to the end of the font file and cuts off its last bytes, so that they are out of bounds.
 Bytes moveToEnd(Bytes file, const std::string& tag, std::size_t missingBytes);
 
-/// The font file with the signature of fonts that have PostScript outlines.
+/// Gives the font file the signature of fonts with PostScript outlines.
 Bytes signAsCff(Bytes file);
 
-/// A font of two boxes: A and the underscore.
+/// A font with two boxes: A and the underscore.
 Testing::FontBuilder makeTwoBoxFont();
 
-/// A font of boxes: A to Z, the underscore, a blank and an accented letter.
+/// A font with boxes for A to Z, the underscore and an accented letter, and with a blank.
 Testing::FontBuilder makeBoxFont(const std::string& family = "Fuzzed");
 
-/// Font files as the harnesses that take fonts want them.
+/// Font files as seeds of the harnesses that take fonts.
 struct FurtherSeeds {
     std::vector<Seed> font;
     std::vector<Seed> sfnt;
 };
-/// All files in the folder and in the folders in it, whether or not they are fonts.
+/// Reads all files below the folder, whether or not they are fonts.
 FurtherSeeds readFurtherSeeds(const std::filesystem::path& folder);
 
-std::vector<Seed> makeFontSeeds();      ///< fonts such as are in use
+std::vector<Seed> makeFontSeeds();      ///< ordinary fonts
 std::vector<Seed> makeCffSeeds();       ///< fonts with PostScript outlines
 std::vector<Seed> makeCharMapSeeds();   ///< fonts in every charmap format
-std::vector<Seed> makeCompositeSeeds(); ///< fonts with glyphs made of glyphs
-std::vector<Seed> makeHostileSeeds();   ///< fonts that ask for too much
+std::vector<Seed> makeCompositeSeeds(); ///< fonts with composite glyphs
+std::vector<Seed> makeHostileSeeds();   ///< fonts that demand too much
 std::vector<Seed> makeWrappedSeeds();   ///< WOFF, WOFF2, Type 42
 std::vector<Seed> makeFormatSeeds();    ///< PCF, PFR, CID-keyed Type 1
-std::vector<Seed> makeColorSeeds();     ///< fonts with pictures for glyphs
-std::vector<Seed> makeVariableSeeds();  ///< fonts with axes
+std::vector<Seed> makeColorSeeds();     ///< fonts with pictures as glyphs
+std::vector<Seed> makeVariableSeeds();  ///< variable fonts
 std::vector<Seed> makeCairoSeeds();
 std::vector<Seed> makeTextSeeds();
 std::vector<Seed> makeCacheSeeds();

@@ -8,7 +8,7 @@ using Testing::ByteWriter;
 
 namespace {
 
-/// The measures in the order of the script: size, spacing, width, angle, translation x and y, ratio,
+/// Measures in the order of the script: size, spacing, width, angle, translation x and y, ratio,
 /// scale x and y.
 using Measures = std::vector<unsigned int>;
 

@@ -14,7 +14,7 @@ namespace {
 
 constexpr unsigned int glyphCount = 3;
 
-/// One axis, weight, and an instance of it.
+/// One axis, the weight, and one instance.
 Bytes makeFvar() {
     ByteWriter writer;
     writer.addU32(0x00010000);
@@ -43,7 +43,7 @@ Bytes makeAvar() {
     return writer.getBytes();
 }
 
-/// All points, and the four phantom ones, of a box move by whole steps at the heavy end.
+/// At the heavy end, all points of a box and its four phantom points move by whole units.
 Bytes makeDeltas() {
     constexpr unsigned int pointCount = 8;
     constexpr unsigned int ownPeakAndPoints = 0xA000;
@@ -86,7 +86,7 @@ Bytes makeGvar() {
     return writer.getBytes();
 }
 
-/// One region, the heavy half of the axis, and data that refer to it.
+/// One region, the heavy half of the axis, and data that refers to it.
 Bytes makeVariationStore() {
     ByteWriter writer;
     writer.addU16(1);
@@ -103,7 +103,7 @@ Bytes makeIndex(const std::vector<Bytes>& items) {
     return Testing::Cff::makeIndex(Testing::Cff::Version::Two, items);
 }
 
-/// A box whose left side is blended: 100 and 50 more at the heavy end.
+/// A box whose left side is blended: it is at 100, and 50 further at the heavy end.
 Bytes makeBlendedCharString() {
     constexpr unsigned char zero = 139;
     constexpr unsigned char plus = zero + 100;

@@ -13,13 +13,12 @@ using Testing::ByteWriter;
 namespace {
 
 void addPoint(ByteWriter& flags, ByteWriter& coordinates, int dx, int dy) {
-    flags.addU8(124U | (dx >= 0 ? 1U : 0U) | (dy >= 0 ? 2U : 0U)); // two numbers of 16 bits, with their signs
+    flags.addU8(124U | (dx >= 0 ? 1U : 0U) | (dy >= 0 ? 2U : 0U)); // two 16-bit numbers with their signs
     coordinates.addI16(dx >= 0 ? dx : -dx);
     coordinates.addI16(dy >= 0 ? dy : -dy);
 }
 
-/// The glyf table as WOFF2 transforms it: each field of all glyphs in a stream of its own. All glyphs are
-/// boxes.
+/// A transformed glyf table of WOFF2, with a stream for each field of the glyphs. All glyphs are boxes.
 Bytes makeTransformedGlyf(unsigned int glyphCount) {
     ByteWriter contours;
     ByteWriter points;
@@ -46,7 +45,7 @@ Bytes makeTransformedGlyf(unsigned int glyphCount) {
     for (const ByteWriter* stream : {&contours, &points, &flags, &coordinates}) {
         writer.addBytes(stream->getBytes());
     }
-    writer.addZeros(boxBytes); // no glyph brings its box
+    writer.addZeros(boxBytes); // no glyph has a bounding box of its own
     return writer.getBytes();
 }
 

@@ -1,5 +1,7 @@
-// fontengine_fuzz_seeds <folder>: writes the seeds of every harness into a folder of its name.
-// fontengine_fuzz_seeds <folder> <folder of fonts>...: makes seeds of these files instead.
+// fontengine_fuzz_seeds <folder>
+//     Writes the seeds of each harness into a subfolder with the name of the harness.
+// fontengine_fuzz_seeds <folder> <folder of fonts>...
+//     Writes the files in these folders as seeds instead.
 
 #include <fuzz/seeds/Seeds.h>
 
@@ -13,7 +15,7 @@ namespace {
 
 using Vell::Fuzz::Seed;
 
-/// What fuzz/run.sh gives to the fuzzers of fonts. Longer inputs are for the replay alone.
+/// The longest input that fuzz/run.sh allows for fonts. Only the replay runs longer ones.
 constexpr std::size_t longestFuzzed = 150000;
 
 void write(const std::filesystem::path& folder, const std::vector<Seed>& seeds) {

@@ -6,7 +6,7 @@
 
 namespace Vell::Fuzz {
 
-/// Takes what steers a harness from the front of an input. Behind the end there are zeros.
+/// Reads the bytes at the front of an input that steer a harness. Beyond the end, it reads zeros.
 class ByteReader {
 public:
     explicit ByteReader(const Testing::Bytes& bytes)
@@ -21,13 +21,13 @@ public:
         return high << 8 | takeU8();
     }
 
-    /// A length, from two bytes, the first of which says what the second one is:
-    ///   00..BF  a usual length: both are one of 0 to 191.996 in steps of 1/256
-    ///   C0..DF  one of the numbers that no one expects, see ByteReader.cpp
-    ///   E0..FF  a number of any magnitude; odd ones are negative
+    /// A length from two bytes. The first byte decides:
+    ///   00..BF  a usual length: both bytes make a number from 0 to 191.996 in steps of 1/256
+    ///   C0..DF  the second byte chooses one of the absurd numbers in ByteReader.cpp
+    ///   E0..FF  a number of any magnitude; it is negative if the second byte is odd
     float takeMeasure() { return takeNumber(1.0F / 256); }
 
-    /// The same, but usual factors are 0 to 2.9999 in steps of 1/16384: products of them stay usual.
+    /// Like takeMeasure, but usual factors are 0 to 2.9999 in steps of 1/16384: their products stay usual.
     float takeFactor() { return takeNumber(1.0F / 16384); }
 
     Testing::Bytes takeRest() {

@@ -5,7 +5,7 @@
 namespace Vell::Fuzz {
 
 CacheOperation takeCacheOperation(ByteReader& reader) {
-    // Clearing and limiting empty the cache: they are rare, or there would never be much in it.
+    // Clear and Limit empty the cache. They are rare, since otherwise it would never hold much.
     constexpr CacheOperation::Kind kinds[] = {CacheOperation::Kind::Get, CacheOperation::Kind::Put,
                                               CacheOperation::Kind::GetOrPut};
     const unsigned int choice = reader.takeU8();

@@ -14,8 +14,8 @@ namespace Vell::Fuzz {
 
 using Testing::ListCache;
 
-/// One step of an operation stream, from three bytes: what to do, with which key, and a number whose meaning
-/// depends on what is done.
+/// One step of a stream of operations, from three bytes: the operation, the key, and a number whose meaning
+/// depends on the operation.
 struct CacheOperation {
     enum class Kind { Get, Put, GetOrPut, FailedGetOrPut, Clear, Limit };
 
@@ -25,17 +25,17 @@ struct CacheOperation {
 };
 
 CacheOperation takeCacheOperation(ByteReader& reader);
-/// 0 to 2^40, so that no sum of weights overflows: most of them small, some of them far apart.
+/// Returns 0 to 2^40, so that no sum of weights overflows. Most weights are small, some are far apart.
 std::uint64_t toWeight(unsigned int number);
 
-/// Keys that share few hash values, so that they meet in the hash table.
+/// Gives all keys one of five hash values, so that they collide in the hash table.
 struct CollidingHash {
     std::size_t operator()(unsigned int key) const { return key % 5; }
 };
 
 using FuzzedCache = MRUCache<unsigned int, std::uint32_t, CollidingHash, std::equal_to<>>;
 
-/// Plays a stream of operations on `Cache`, which has the interface of MRUCache, and on a list.
+/// Applies a stream of operations both to `Cache`, which has the interface of MRUCache, and to a list.
 template <class Cache>
 class CacheDuel {
 public:
@@ -106,7 +106,7 @@ private:
             return typename Cache::DataNode(entry.value, entry.bytes);
         });
         const ListCache::Entry* const held = _model.get(entry.key);
-        require(isMade == (held == nullptr), "getOrPut makes a value when there is none, and only then");
+        require(isMade == (held == nullptr), "getOrPut makes a value if and only if there is none");
         compare(&node, held != nullptr ? held : _model.put(entry));
         compareEvictions();
     }
@@ -117,13 +117,13 @@ private:
             const auto& node = _cache.getOrPut(key, fail);
             compare(&node, _model.get(key));
         } catch (const MakingFailed&) {
-            require(_model.get(key) == nullptr, "getOrPut makes nothing for a key that is held");
+            require(_model.get(key) == nullptr, "getOrPut makes no value for a key that is held");
         }
     }
 
     template <class Node>
     static void compare(const Node* node, const ListCache::Entry* entry) {
-        require((node == nullptr) == (entry == nullptr), "the cache holds what the list holds");
+        require((node == nullptr) == (entry == nullptr), "the cache holds the entries that the list holds");
         if (node != nullptr) {
             require(node->getValue() == entry->value, "an entry keeps its value");
             require(node->getEffectiveSizeInBytes() == entry->bytes, "an entry keeps its weight");
@@ -131,14 +131,15 @@ private:
     }
 
     void compareTotals() const {
-        require(_cache.size() == _model.getEntries().size(), "the entries are as many as the list's");
-        require(_cache.getEffectiveSizeInBytes() == _model.countBytes(), "the bytes are the list's sum");
+        require(_cache.size() == _model.getEntries().size(), "the cache has as many entries as the list");
+        require(_cache.getEffectiveSizeInBytes() == _model.countBytes(),
+                "the cache has as many bytes as the list");
         require(_cache.getEvictedCount() == _model.getEvictedCount(), "evictions are counted");
-        require(_cache.getMaxEntries() == _model.getMaxEntries(), "the limit of entries stays");
-        require(_cache.getMaxSizeInBytes() == _model.getMaxBytes(), "the limit of bytes stays");
+        require(_cache.getMaxEntries() == _model.getMaxEntries(), "the limit of entries does not change");
+        require(_cache.getMaxSizeInBytes() == _model.getMaxBytes(), "the limit of bytes does not change");
     }
 
-    /// The order shows in who has to go. Asking for a key that is not held changes no order.
+    /// Evictions reveal the order of use. Looking up a key that is not held does not change it.
     void compareEvictions() {
         for (const unsigned int key : _model.getLastEvicted()) {
             require(_cache.get(key) == nullptr, "the least recently used entries are evicted first");

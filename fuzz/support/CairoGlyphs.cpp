@@ -13,7 +13,7 @@ namespace Vell::Fuzz {
 
 namespace {
 
-constexpr unsigned int isHuge = 1; ///< more columns than cairo's images have
+constexpr unsigned int isHuge = 1; ///< wider than any image of cairo
 constexpr unsigned int hasNoBuffer = 2;
 constexpr unsigned int isUpsideDown = 4; ///< a negative pitch
 constexpr unsigned int hasAnyColors = 8; ///< not premultiplied
@@ -22,7 +22,7 @@ constexpr unsigned int hugeWidth = 40000;
 constexpr unsigned int largestSide = 32767;
 constexpr unsigned int bitsPerColor = 32;
 
-/// 0 for modes that no painter knows.
+/// Returns 0 for modes that no painter supports.
 unsigned int getBitsPerPixel(unsigned int pixelMode) {
     switch (pixelMode) {
     case FT_PIXEL_MODE_MONO:
@@ -33,7 +33,7 @@ unsigned int getBitsPerPixel(unsigned int pixelMode) {
         return 4;
     case FT_PIXEL_MODE_GRAY:
         return 8;
-    case FT_PIXEL_MODE_LCD: // words of colour, once they come from the engine
+    case FT_PIXEL_MODE_LCD: // the engine turns these into words of colour
     case FT_PIXEL_MODE_BGRA:
         return bitsPerColor;
     default:
@@ -45,9 +45,9 @@ int getRowBytes(unsigned int width, unsigned int pixelMode) {
     return static_cast<int>((width * getBitsPerPixel(pixelMode) + 7) / 8);
 }
 
-/// What FreeType makes of BGRA: no channel exceeds its alpha. What the engine makes of LCD: each word is
-/// opaque or 0.
-void makeTrueColors(unsigned int pixelMode, unsigned char* row, std::size_t width) {
+/// Makes colours such as FreeType makes for BGRA, where no channel exceeds its alpha, and as the engine makes
+/// for LCD, where each word is opaque or 0.
+void makeValidColors(unsigned int pixelMode, unsigned char* row, std::size_t width) {
     for (unsigned char* pixel = row; pixel != row + width * sizeof(std::uint32_t);
          pixel += sizeof(std::uint32_t)) {
         if (pixelMode == FT_PIXEL_MODE_BGRA) {
@@ -62,7 +62,7 @@ void makeTrueColors(unsigned int pixelMode, unsigned char* row, std::size_t widt
     }
 }
 
-/// Modes beyond the known ones, too.
+/// Includes modes beyond the known ones.
 constexpr unsigned int modeCount = FT_PIXEL_MODE_BGRA + 3;
 
 } // namespace
@@ -82,7 +82,7 @@ ScriptedGlyph::ScriptedGlyph(ByteReader& reader) {
     _size = static_cast<std::size_t>(pitch) * rowsBefore + static_cast<std::size_t>(rowBytes);
     _buffer = std::make_unique<unsigned char[]>(_size);
     _image.buffer = (flags & hasNoBuffer) != 0 ? nullptr : _buffer.get();
-    _hasTrueColors = (flags & hasAnyColors) == 0;
+    _hasValidColors = (flags & hasAnyColors) == 0;
     fill(reader.takeU8());
 }
 
@@ -98,10 +98,10 @@ void ScriptedGlyph::fill(unsigned int content) {
     for (std::size_t i = 0; i < _size; ++i) {
         _buffer[i] = static_cast<unsigned char>(random() >> 8);
     }
-    if (getBitsPerPixel(_image.pixelMode) == bitsPerColor && _hasTrueColors) {
+    if (getBitsPerPixel(_image.pixelMode) == bitsPerColor && _hasValidColors) {
         const auto pitch = static_cast<std::size_t>(std::abs(_image.pitch));
         for (std::size_t row = 0; row < _image.rows && isSound(); ++row) {
-            makeTrueColors(_image.pixelMode, _buffer.get() + row * pitch, _image.width);
+            makeValidColors(_image.pixelMode, _buffer.get() + row * pitch, _image.width);
         }
     }
 }

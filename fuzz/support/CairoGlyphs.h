@@ -8,19 +8,18 @@
 
 namespace Vell::Fuzz {
 
-/// A glyph image of a script, in a buffer of not one byte more than it needs: a sanitizer sees what is read
-/// beyond it.
+/// A glyph image of a script. Its buffer has exactly the needed size: a sanitizer sees any read beyond it.
 ///
-/// The 6 bytes: pixel mode, width, rows, how far the pitch is from the length of a row, flags, content.
+/// Its 6 bytes: pixel mode, width, rows, difference of the pitch from the length of a row, flags, content.
 class ScriptedGlyph {
 public:
     explicit ScriptedGlyph(ByteReader& reader);
 
     const FontEngine::BitmapGlyphImage& getImage() const { return _image; }
-    /// Whether the painter must draw it on a context that works.
+    /// Whether the painter must draw it, provided that the context works.
     bool isSound() const;
-    /// Whether its colours, if any, are such as FreeType and the engine make: premultiplied.
-    bool hasTrueColors() const { return _hasTrueColors; }
+    /// Whether its colours, if any, are premultiplied, as those of FreeType and the engine are.
+    bool hasValidColors() const { return _hasValidColors; }
 
 private:
     void fill(unsigned int content);
@@ -28,7 +27,7 @@ private:
     FontEngine::BitmapGlyphImage _image;
     std::unique_ptr<unsigned char[]> _buffer;
     std::size_t _size = 0;
-    bool _hasTrueColors;
+    bool _hasValidColors;
 };
 
 } // namespace Vell::Fuzz

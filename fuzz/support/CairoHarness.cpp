@@ -24,7 +24,7 @@ using CairoAdapter::CairoGlyphPainter;
 using CairoAdapter::CairoPainter;
 using Point = cinder::Vec2<float>;
 
-/// A surface with all that draws on it.
+/// A surface with its context and its painters.
 struct Easel {
     Easel(CairoAdapter::SurfacePtr target, const CairoScene& scene)
         : surface(std::move(target))
@@ -50,13 +50,13 @@ struct Easel {
     ContextSettings settings;
 };
 
-/// The same picture as a part of itself: the adapter then leaves all drawing to cairo.
+/// A sub-surface that covers the whole surface, for which the adapter leaves all drawing to cairo.
 CairoAdapter::SurfacePtr makeSurfaceForCairo(cairo_surface_t* whole, const CairoScene& scene) {
     return CairoAdapter::adoptSurface(
         cairo_surface_create_for_rectangle(whole, 0.0, 0.0, scene.width, scene.height));
 }
 
-/// Plays a script on an image, glyphs also by cairo alone on another one.
+/// Plays a script on an image. Also draws its glyphs through cairo alone, on a second image.
 class CairoDuel {
 public:
     CairoDuel(const CairoScene& scene, ByteReader& reader)
@@ -133,7 +133,7 @@ private:
 
     void changeTransforms(CairoOperation operation) {
         if (operation == Kind::Pop && _depth == 0) {
-            return; // an assertion by contract
+            return; // the contract demands an assertion here
         }
         _depth += operation == Kind::Push ? 1 : 0;
         _depth -= operation == Kind::Pop ? 1 : 0;
@@ -159,7 +159,7 @@ private:
         _model.clearOperations();
         for (std::size_t i = 0; i < 6; ++i) {
             const bool areNaN = transform.m[i] != transform.m[i] && expected.m[i] != expected.m[i];
-            require(areNaN || transform.m[i] == expected.m[i], "transforms are applied in their order");
+            require(areNaN || transform.m[i] == expected.m[i], "transforms are applied in order");
         }
     }
 
@@ -186,7 +186,7 @@ private:
         const unsigned int count = _reader.takeU8() % 8;
         for (unsigned int i = 0; i < count; ++i) {
             const ScriptedGlyph glyph(_reader);
-            _isComparable = _isComparable && glyph.hasTrueColors();
+            _isComparable = _isComparable && glyph.hasValidColors();
             draw(_easel, glyph, takePoint());
         }
         _easel.glyphPainter.endGlyphRun();
@@ -215,9 +215,9 @@ private:
         cairo_surface_flush(_easel.surface.get());
         cairo_surface_flush(_referenceEasel.surface.get());
         cairo_surface_flush(_referenceImage.get());
-        _isComparable = _isComparable && glyph.hasTrueColors();
+        _isComparable = _isComparable && glyph.hasValidColors();
         require(!_isComparable || _picture.getGreatestDifference(_reference) <= 1,
-                "no channel is more than a level away from cairo's");
+                "no channel differs from cairo's by more than one level");
     }
 
     void breakContexts() {
@@ -247,7 +247,7 @@ private:
     std::shared_ptr<const Gfx::Path> _path;
     unsigned int _depth = 0;
     bool _isBroken = false;
-    bool _isComparable = true; ///< colours that are none may overflow in other ways
+    bool _isComparable = true; ///< false after invalid colours, whose overflow may differ
 };
 
 } // namespace

@@ -7,19 +7,19 @@
 
 namespace Vell::Fuzz {
 
-/// Pixels in memory of the harness's own, in a frame of bytes that nobody may touch: before the first row,
-/// behind the last one and between any two.
+/// Pixels in the harness's own memory, within a frame of bytes that must not change: before the first row,
+/// after the last row and between rows.
 class CairoPicture {
 public:
     CairoPicture(cairo_format_t format, int width, int height);
 
-    /// An image of the pixels. It must not outlive them.
+    /// Makes an image of the pixels, which it must not outlive.
     CairoAdapter::SurfacePtr makeSurface();
 
-    /// Throws Finding when the frame has changed.
+    /// Throws Finding if the frame has changed.
     void checkFrame() const;
     void copyPixels(const CairoPicture& other) { _bytes = other._bytes; }
-    /// The greatest difference of any byte that means something in the format.
+    /// The greatest difference between corresponding bytes. Ignores bytes without a meaning in the format.
     int getGreatestDifference(const CairoPicture& other) const;
 
     Testing::Bytes& getBytes() { return _bytes; }

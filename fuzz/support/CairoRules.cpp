@@ -40,9 +40,9 @@ bool ContextSettings::operator==(const ContextSettings& other) const {
 }
 
 void checkContext(cairo_t* context, const ContextSettings& settings) {
-    require(cairo_status(context) == CAIRO_STATUS_SUCCESS, "a context that works goes on working");
-    require(ContextSettings(context) == settings, "a context is left as it was found");
-    require(cairo_has_current_point(context) == 0, "no path is left in a context");
+    require(cairo_status(context) == CAIRO_STATUS_SUCCESS, "a working context keeps working");
+    require(ContextSettings(context) == settings, "the settings of the context are restored");
+    require(cairo_has_current_point(context) == 0, "the context has no path left");
 }
 
 } // namespace Vell::Fuzz

@@ -4,7 +4,7 @@
 
 namespace Vell::Fuzz {
 
-/// What a painter must leave of a client's context as it found it.
+/// The state of a client's context that a painter must restore.
 struct ContextSettings {
     explicit ContextSettings(cairo_t* context);
 
@@ -16,11 +16,11 @@ struct ContextSettings {
     cairo_fill_rule_t fillRule;
     double lineWidth;
     double tolerance;
-    CairoAdapter::PatternPtr source; ///< held, so that no other comes to lie where it was
+    CairoAdapter::PatternPtr source; ///< held, so that its address is not reused
     double clip[4];
 };
 
-/// Throws Finding unless the context works, has the settings and no current point.
+/// Throws Finding unless the context works, has these settings and has no current point.
 void checkContext(cairo_t* context, const ContextSettings& settings);
 
 } // namespace Vell::Fuzz

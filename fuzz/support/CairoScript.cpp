@@ -21,7 +21,7 @@ constexpr cairo_format_t formats[] = {CAIRO_FORMAT_ARGB32, CAIRO_FORMAT_RGB24, C
                                       CAIRO_FORMAT_RGB16_565};
 constexpr unsigned int operationCount = static_cast<unsigned int>(CairoOperation::Break) + 1;
 
-/// A number that a surface or a painter takes as a scale without being in error.
+/// A number that surfaces and painters accept as a scale.
 float takeScale(ByteReader& reader) {
     constexpr float least = 1.0F / 16;
     constexpr float most = 16.0F;

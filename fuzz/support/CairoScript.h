@@ -11,19 +11,19 @@
 
 namespace Vell::Fuzz {
 
-/// The points of scripts are measures, moved so that negative ones are usual, too.
+/// Coordinates in scripts are measures minus this number, so that negative coordinates are usual as well.
 constexpr float originOfPoints = 96.0F;
 
-/// What is drawn on, and how the client has set up its context: the 25 bytes in front of the operations.
+/// The surface and the client's settings of the context: the 25 bytes before the operations.
 struct CairoScene {
     explicit CairoScene(ByteReader& reader);
 
-    /// The client's own settings: clip, operator and antialiasing.
+    /// Applies the client's settings: clip, operator and antialiasing.
     void prepare(cairo_t* context) const;
 
-    // 2 bytes of sides, 1 of format, 1 of flags: 1 a clip of whole pixels, 2 one of parts of pixels, 4 a
-    // round one, 8 another operator than over, 16 a device scale, 32 a device offset, 64 no antialiasing, 128
-    // a base transform that is not the identity
+    // 2 bytes for the size, 1 for the format, 1 for flags: 1 a clip of whole pixels, 2 a clip of partial
+    // pixels, 4 a round clip, 8 an operator other than over, 16 a device scale, 32 a device offset, 64 no
+    // antialiasing, 128 a base transform other than the identity
     int width;
     int height;
     cairo_format_t format;
@@ -63,9 +63,9 @@ enum class CairoOperation {
 
 CairoOperation takeCairoOperation(ByteReader& reader);
 
-/// Whether the operation changes the transform by two numbers, or by one.
+/// Whether the operation changes the transform and takes a number or two.
 bool takesOperand(CairoOperation operation);
-/// Does one of the operations from Translate to Pop; the angle is the operand's x.
+/// Performs one of the operations from Translate to Pop. The angle of Rotate is the operand's x.
 void changeTransform(Gfx::Painter& painter, CairoOperation operation, const cinder::Vec2<float>& operand);
 
 } // namespace Vell::Fuzz

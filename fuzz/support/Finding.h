@@ -5,7 +5,7 @@
 
 namespace Vell::Fuzz {
 
-/// The engine did what it must not do. Nothing between a harness and the program around it catches this.
+/// The engine broke a rule. Only the program that runs the harness may catch this.
 class Finding : public std::logic_error {
 public:
     using std::logic_error::logic_error;

@@ -30,8 +30,8 @@ using FontLoaders::FreeTypeException;
 
 constexpr const char* family = "Fuzzed";
 
-/// Whether the engine may be given the file. A face without a single charmap is a failed assertion by
-/// contract, so it is kept away.
+/// Whether the engine may get the file. By contract, a face without any charmap fails an assertion, so the
+/// harness keeps it from the engine.
 bool hasCharMapOrIsRefused(const Bytes& file) {
     try {
         return Testing::OpenedFont(file)->num_charmaps > 0;
@@ -40,14 +40,14 @@ bool hasCharMapOrIsRefused(const Bytes& file) {
     }
 }
 
-/// A factory that has the font as the regular one of its family, so that other styles are synthesised.
+/// Makes a factory with the font as the regular style of its family, so that other styles are synthesised.
 NNPtr<FontEngine::FontFactory> makeFactory(Bytes file) {
     const auto loader = std::make_shared<Testing::CountingLoader>();
     loader->setFont(family, false, false, std::move(file));
     return FontEngine::FontFactory::create(loader, family);
 }
 
-/// What is done with a face once it is open.
+/// What the harness does with an open face.
 class FaceRun {
 public:
     FaceRun(const FontScript& script, const Testing::FontInfoPtr& fontInfo, FontEngine::Font font)
@@ -72,7 +72,7 @@ private:
         checkCountedChars(getText(), 50.0F, Testing::makeExtFontInfo(_fontInfo), _font);
     }
 
-    /// Those that the script names; the first, the last and one that does not exist, if it asks for them.
+    /// The glyphs that the script names and, for corner cases, the first, the last and a missing one.
     std::vector<unsigned int> chooseGlyphs() const {
         const auto count = static_cast<unsigned int>(std::max(_face->getHandle()->num_glyphs, 0L));
         std::vector<unsigned int> glyphs(_script.glyphs.begin(), _script.glyphs.end());
@@ -106,7 +106,7 @@ private:
         const FT_Bitmap& bitmap = glyph.getData()->bitmap;
         const bool isMade = tolerate<FontEngine::FontEngineException>(
             [&] { checkImage(*_face->getGlyphBitmapWithSubpixels(glyph, color), bitmap); });
-        require(isMade == (bitmap.pixel_mode == FT_PIXEL_MODE_LCD), "LCD bitmaps are coloured, no others");
+        require(isMade == (bitmap.pixel_mode == FT_PIXEL_MODE_LCD), "LCD bitmaps and no others are coloured");
     }
 
     void renderOutline(unsigned int glyph) const {
@@ -160,9 +160,9 @@ void runFont(const Bytes& input) {
     try {
         run = std::make_unique<FaceRun>(script, fontInfo, factory->getFont(fontInfo));
     } catch (const FreeTypeException&) {
-        return; // no font, or one whose tables contradict each other
+        return; // not a font, or one with contradictory tables
     } catch (const BadNumCastError&) {
-        return; // a character code beyond 32 bits
+        return; // a character code exceeds 32 bits
     }
     run->run();
 }

@@ -13,7 +13,7 @@ constexpr Gfx::TextPositionType positions[] = {
 constexpr FT_Render_Mode renderModes[] = {FT_RENDER_MODE_NORMAL, FT_RENDER_MODE_LCD, FT_RENDER_MODE_LIGHT,
                                           FT_RENDER_MODE_MONO, FT_RENDER_MODE_LCD_V};
 
-// Underscores are joined; the others have hinting of their own in some families.
+// The engine joins underscores, and hints the others differently in some families.
 constexpr unsigned int characters[] = {'A', '_', 'r', '*', '0', 0x416};
 
 cinder::Vec2<float> takeScale(ByteReader& reader) {

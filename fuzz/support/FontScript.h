@@ -10,18 +10,18 @@
 
 namespace Vell::Fuzz {
 
-/// What a run over a fuzzed font does; bits.
+/// What a run does with a fuzzed font, as bits.
 namespace Service {
 constexpr unsigned int metrics = 1;      ///< measures the line and counts characters
 constexpr unsigned int bitmaps = 2;      ///< renders and colours the glyphs
-constexpr unsigned int outlines = 4;     ///< takes the glyphs' paths
+constexpr unsigned int outlines = 4;     ///< requests the paths of the glyphs
 constexpr unsigned int rasterText = 8;   ///< draws a text as bitmaps
-constexpr unsigned int vectorText = 16;  ///< draws it as paths
-constexpr unsigned int cornerCases = 32; ///< the first, the last and a missing glyph, too
+constexpr unsigned int vectorText = 16;  ///< draws the text as paths
+constexpr unsigned int cornerCases = 32; ///< includes the first, the last and a missing glyph
 constexpr unsigned int all = 63;
 } // namespace Service
 
-/// How a fuzzed font is asked for its glyphs: the 17 bytes in front of the file, in this order.
+/// How glyphs are requested from a fuzzed font: the 17 bytes before the file, in this order.
 struct FontScript {
     static constexpr std::size_t size = 17;
 
@@ -44,7 +44,7 @@ struct FontScript {
     cinder::Vec2<float> scale;          // 2 factors of 2 bytes
     float devicePixelRatio;             // a factor
     unsigned char offset;               // 1 byte
-    unsigned int character;             // 1 byte: one of those that the engine treats in ways of their own
+    unsigned int character;             // 1 byte: one of those that the engine treats specially
     std::array<unsigned int, 2> glyphs; // 2 bytes each
     unsigned int services;              // 1 byte, bits of Service
 };

@@ -31,7 +31,7 @@ unsigned int getBitsPerPixel(unsigned char pixelMode) {
     }
 }
 
-/// Where the compiler cannot see that nobody looks at the sum.
+/// Volatile, so that the compiler does not remove the reads.
 volatile std::uint64_t readSum;
 
 void readAll(const unsigned char* bytes, std::size_t count) {
@@ -61,21 +61,22 @@ void checkBitmap(const FT_Bitmap& bitmap) {
 
 void checkPixels(const FontEngine::BitmapGlyphImage& image) {
     const auto pitch = static_cast<std::size_t>(std::abs(image.pitch));
-    require(image.buffer != nullptr || pitch * image.rows == 0 || image.width == 0, "an image has a buffer");
+    require(image.buffer != nullptr || pitch * image.rows == 0 || image.width == 0,
+            "an image with pixels has a buffer");
     if (image.buffer != nullptr) {
         readAll(image.buffer, pitch * image.rows);
     }
 }
 
 void checkImage(const FontEngine::BitmapGlyphImage& image, const FT_Bitmap& bitmap) {
-    require(image.rows == bitmap.rows, "a coloured image has the rows of its bitmap");
-    require(image.width == bitmap.width / 3, "three sub-pixels are one pixel of a coloured image");
-    require(image.pitch == static_cast<int>(image.width * 4), "a pixel of a coloured image is four bytes");
+    require(image.rows == bitmap.rows, "a coloured image has as many rows as its bitmap");
+    require(image.width == bitmap.width / 3, "three sub-pixels make one pixel of a coloured image");
+    require(image.pitch == static_cast<int>(image.width * 4), "a pixel of a coloured image has four bytes");
     const std::size_t pixels = std::size_t(image.rows) * image.width;
     for (std::size_t i = 0; i < pixels; ++i) {
         std::uint32_t pixel = 0;
         std::memcpy(&pixel, image.buffer + i * sizeof(pixel), sizeof(pixel));
-        require(pixel == 0 || pixel >> 24 == 0xFF, "a pixel of a coloured image is opaque or nothing");
+        require(pixel == 0 || pixel >> 24 == 0xFF, "a pixel of a coloured image is opaque or 0");
     }
 }
 

@@ -8,19 +8,17 @@
 
 namespace Vell::Fuzz {
 
-/// Throws Finding unless the bitmap's fields fit each other. Reads every byte of it, so that a sanitizer sees
-/// whether they are there.
+/// Throws Finding unless the fields of the bitmap are consistent. Reads every byte, so that a sanitizer sees
+/// missing ones.
 void checkBitmap(const FT_Bitmap& bitmap);
 
-/// Reads every byte of an image that is drawn.
+/// Reads every byte of the image.
 void checkPixels(const FontEngine::BitmapGlyphImage& image);
 
-/// Throws Finding unless the coloured image of an LCD bitmap is as large as the bitmap, each pixel opaque or
-/// zero.
+/// Throws Finding unless the coloured image of an LCD bitmap has its size and each pixel is opaque or 0.
 void checkImage(const FontEngine::BitmapGlyphImage& image, const FT_Bitmap& bitmap);
 
-/// Throws Finding unless the path is made of contours, each of which starts with a moveTo, all of them
-/// finite.
+/// Throws Finding unless the path consists of contours that each start with a moveTo and have finite points.
 void checkPath(const Testing::RecordedPath& path);
 
 } // namespace Vell::Fuzz

@@ -16,7 +16,7 @@ unsigned int toDigit(char character) {
     const std::size_t digit =
         digits.find(static_cast<char>(std::tolower(static_cast<unsigned char>(character))));
     if (digit == std::string::npos) {
-        throw std::invalid_argument(std::string("no hexadecimal digit: ") + character);
+        throw std::invalid_argument(std::string("not a hexadecimal digit: ") + character);
     }
     return static_cast<unsigned int>(digit);
 }
@@ -37,7 +37,7 @@ Testing::Bytes parseHex(const std::string& text) {
     for (std::string line; std::getline(lines, line);) {
         const std::string digits = stripComment(line);
         if (digits.size() % 2 != 0) {
-            throw std::invalid_argument("half a byte: " + line);
+            throw std::invalid_argument("single hexadecimal digit: " + line);
         }
         for (std::size_t i = 0; i < digits.size(); i += 2) {
             bytes.push_back(static_cast<unsigned char>(toDigit(digits[i]) << 4 | toDigit(digits[i + 1])));

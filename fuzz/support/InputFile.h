@@ -8,16 +8,16 @@
 
 namespace Vell::Fuzz {
 
-/// The bytes of a text of hexadecimal digits. Blanks are skipped, as is what stands behind a '#'. Throws
-/// std::invalid_argument for anything else, and for a digit without its neighbour.
+/// Parses hexadecimal digits, two per byte. Skips blanks and comments, which start with '#'. Throws
+/// std::invalid_argument for any other character and for a single digit.
 Testing::Bytes parseHex(const std::string& text);
 
-/// The bytes of an input: of a ".hex" file those that it spells, of any other its own. Throws
-/// std::runtime_error when it cannot be read.
+/// Reads an input: parses a ".hex" file, and takes the bytes of any other file as they are. Throws
+/// std::runtime_error if it cannot be read.
 Testing::Bytes readInput(const std::filesystem::path& file);
 
-/// The path itself, or the files below it in order of their names. Throws std::filesystem::filesystem_error
-/// when there is none.
+/// Returns the path itself, or the files below it sorted by name. Throws std::filesystem::filesystem_error if
+/// the path does not exist.
 std::vector<std::filesystem::path> listInputs(const std::filesystem::path& path);
 
 } // namespace Vell::Fuzz

@@ -52,7 +52,7 @@ std::vector<TableRecord> readDirectory(const Bytes& file) {
 
 void checkTags(const std::vector<TableRecord>& records) {
     for (std::size_t i = 1; i < records.size(); ++i) {
-        require(records[i - 1].tag < records[i].tag, "the tags of a font file rise");
+        require(records[i - 1].tag < records[i].tag, "the tags of a font file are in ascending order");
     }
 }
 
@@ -62,11 +62,11 @@ void checkPlaces(std::vector<TableRecord> records, std::size_t fileBytes) {
     std::size_t end = headerBytes + records.size() * recordBytes;
     for (const TableRecord& record : records) {
         if (record.length > 0) {
-            require(record.offset >= end, "no table of a font file covers another");
+            require(record.offset >= end, "the tables of a font file do not overlap");
             end = record.offset + record.length;
         }
     }
-    require(end <= fileBytes, "the tables of a font file lie in it");
+    require(end <= fileBytes, "the tables of a font file lie within it");
 }
 
 struct HarfBuzzDeleter {
@@ -83,7 +83,7 @@ Bytes readTable(hb_face_t* face, hb_tag_t tag) {
     return Bytes(data, data + length);
 }
 
-/// The tables of one face as HarfBuzz, which knows collections, reads them.
+/// Reads the tables of one face of a collection through HarfBuzz.
 std::map<std::uint32_t, Bytes> readFaceTables(const Bytes& file, unsigned int index) {
     const BlobPtr blob(hb_blob_create(reinterpret_cast<const char*>(file.data()),
                                       static_cast<unsigned int>(file.size()), HB_MEMORY_MODE_READONLY,
@@ -99,8 +99,8 @@ std::map<std::uint32_t, Bytes> readFaceTables(const Bytes& file, unsigned int in
     return tables;
 }
 
-/// The font header holds a checksum over the whole file, which is another file now.
-void forgetChecksum(std::map<std::uint32_t, Bytes>& tables) {
+/// Clears the checksum in the font header: it covers the whole file, and so it differs after extraction.
+void clearChecksum(std::map<std::uint32_t, Bytes>& tables) {
     constexpr std::size_t position = 8;
     const auto head = tables.find(HB_TAG('h', 'e', 'a', 'd'));
     if (head != tables.end() && head->second.size() >= position + 4) {
@@ -123,18 +123,18 @@ std::map<std::uint32_t, Bytes> readSoundSfnt(const Bytes& file) {
 }
 
 void checkExtractedFace(const Bytes& collection, unsigned int index, const Bytes& face) {
-    require(!isCollection(face), "what was taken out of a collection is none");
+    require(!isCollection(face), "an extracted face is not a collection");
     std::map<std::uint32_t, Bytes> tables = readSoundSfnt(face);
     std::map<std::uint32_t, Bytes> expected = readFaceTables(collection, index);
-    forgetChecksum(tables);
-    forgetChecksum(expected);
-    // HarfBuzz builds no table of this name, which none that means anything has.
+    clearChecksum(tables);
+    clearChecksum(expected);
+    // HarfBuzz omits a table with this tag, which no meaningful table has.
     constexpr std::uint32_t namelessTag = 0xFFFFFFFF;
     expected.erase(namelessTag);
-    require(tables == expected, "every table is taken along unchanged");
+    require(tables == expected, "every table is extracted unchanged");
     const std::size_t directoryBytes =
         headerBytes + tables.size() * (recordBytes + 3); // 3: tables are padded
-    require(face.size() <= collection.size() + directoryBytes, "a face is no longer than its collection");
+    require(face.size() <= collection.size() + directoryBytes, "a face is not longer than its collection");
 }
 
 void runSfnt(const Bytes& input) {
@@ -145,10 +145,10 @@ void runSfnt(const Bytes& input) {
     try {
         face = extractFace(file, index);
     } catch (const FontLoaders::FontLoaderException&) {
-        return; // no face there, or tables that claim too much
+        return; // there is no such face, or its tables claim too much
     }
     checkExtractedFace(file, index, face);
-    require(extractFace(face, 0) == face, "taking a face out of itself changes nothing");
+    require(extractFace(face, 0) == face, "extracting a face from itself changes nothing");
 }
 
 } // namespace Vell::Fuzz

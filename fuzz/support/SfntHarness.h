@@ -7,11 +7,11 @@
 
 namespace Vell::Fuzz {
 
-/// A font file's tables by tag. Throws Finding for a file whose directory does not describe it: tables behind
-/// the end, over each other or over the directory, tags out of order or twice.
+/// Returns the tables of a font file by tag. Throws Finding if the directory is wrong: if tables lie beyond
+/// the end of the file, overlap each other or the directory, or if tags are out of order or occur twice.
 std::map<std::uint32_t, Bytes> readSoundSfnt(const Bytes& file);
 
-/// Throws Finding unless `face` is a sound font file with the tables that the collection's face has.
+/// Throws Finding unless `face` is a sound font file with the same tables as the face in the collection.
 void checkExtractedFace(const Bytes& collection, unsigned int index, const Bytes& face);
 
 } // namespace Vell::Fuzz

@@ -21,14 +21,14 @@ std::size_t countCharacters(boost::string_ref text) {
     std::size_t count = 0;
     while (position != end) {
         const unsigned int codePoint = decodeUtf8(position, end);
-        require(codePoint <= 0x10FFFF, "a character is one of Unicode's");
-        require(codePoint < 0xD800 || codePoint > 0xDFFF, "a surrogate is no character");
+        require(codePoint <= 0x10FFFF, "a character is a Unicode code point");
+        require(codePoint < 0xD800 || codePoint > 0xDFFF, "a surrogate is not a character");
         ++count;
     }
     return count;
 }
 
-/// Looks at every image once; keeps none, for they may be large and many.
+/// Checks every image once. Keeps none of them, since they may be many and large.
 class CheckingGlyphPainter : public FontEngine::BitmapGlyphPainter {
 public:
     std::size_t countGlyphs() const { return _count; }
@@ -59,8 +59,8 @@ void drawRaster(const std::string& text, const Testing::ExtFontInfoPtr& extFontI
     CheckingGlyphPainter glyphPainter;
     FontEngine::RasterTextPainter(painter, glyphPainter, place.isFlipped)
         .drawText(text, extFontInfo, font, color, place.devicePixelRatio);
-    require(painter.getStackDepth() == 0, "the raster painter pops what it pushes");
-    require(glyphPainter.countGlyphs() <= countCharacters(text), "a character is one bitmap at most");
+    require(painter.getStackDepth() == 0, "the raster painter pops every transform that it pushes");
+    require(glyphPainter.countGlyphs() <= countCharacters(text), "a character has at most one bitmap");
 }
 
 void drawVector(const std::string& text, const Testing::ExtFontInfoPtr& extFontInfo,
@@ -68,15 +68,15 @@ void drawVector(const std::string& text, const Testing::ExtFontInfoPtr& extFontI
     Testing::RecordingPainter painter;
     painter.setTransform(place.transform);
     FontEngine::VectorTextPainter(painter).drawText(text, extFontInfo, font);
-    require(painter.getStackDepth() == 0, "the vector painter pops what it pushes");
-    require(painter.getDrawnPaths().size() <= countCharacters(text), "a character is one path at most");
+    require(painter.getStackDepth() == 0, "the vector painter pops every transform that it pushes");
+    require(painter.getDrawnPaths().size() <= countCharacters(text), "a character has at most one path");
     for (const Testing::DrawnPath& drawn : painter.getDrawnPaths()) {
         checkPath(Testing::RecordedPath(drawn.segments));
     }
 }
 
 void measureLine(const Gfx::FontMetrics& metrics) {
-    volatile float sum = 0.0F; // computed whether or not somebody reads it
+    volatile float sum = 0.0F; // the compiler must not remove the calls
     for (const float length :
          {metrics.getHeight(), metrics.getAscent(), metrics.getDescent(), metrics.getLeading(),
           metrics.getCapHeight(), metrics.getBaseLineShift(), metrics.getStrikeOutPosition()}) {
@@ -93,12 +93,12 @@ void checkCountedChars(const std::string& text, float width, const Testing::ExtF
     require(begin <= position && position <= end, "counting stays within the text");
 
     const boost::string_ref taken = makeView(begin, position);
-    require(count == countCharacters(taken), "as many characters are counted as are passed");
-    require(taken.empty() || metrics.getTextWidth(taken, extFontInfo) <= width, "what is counted fits");
+    require(count == countCharacters(taken), "the count is the number of characters passed");
+    require(taken.empty() || metrics.getTextWidth(taken, extFontInfo) <= width, "the counted characters fit");
     if (position != end) {
         decodeUtf8(position, end);
         const float longer = metrics.getTextWidth(makeView(begin, position), extFontInfo);
-        require(!(longer <= width), "one more would not fit");
+        require(!(longer <= width), "one more character would not fit");
     }
 }
 

@@ -9,27 +9,27 @@
 
 namespace Vell::Fuzz {
 
-/// Where and how large a text is drawn.
+/// The transform and the ratio that a text is drawn with.
 struct TextPlace {
     cinder::MatrixAffine2<float> transform;
     float devicePixelRatio = 1.0F;
     bool isFlipped = false;
 };
 
-/// Draws `text` with the raster painter. Throws Finding unless the glyphs are no more than the characters and
-/// the painter's transforms are as before.
+/// Draws `text` with the raster painter. Throws Finding if there are more glyphs than characters, or if the
+/// painter's transforms are not restored.
 void drawRaster(const std::string& text, const Testing::ExtFontInfoPtr& extFontInfo,
                 const FontEngine::Font& font, const TextPlace& place);
 
-/// The same with the vector painter.
+/// Like drawRaster, with the vector painter.
 void drawVector(const std::string& text, const Testing::ExtFontInfoPtr& extFontInfo,
                 const FontEngine::Font& font, const TextPlace& place);
 
-/// Asks for every line metric.
+/// Reads every line metric.
 void measureLine(const Gfx::FontMetrics& metrics);
 
-/// Throws Finding unless countCharsForWidth takes the longest part of `text` that is no wider than `width` by
-/// getTextWidth.
+/// Throws Finding unless countCharsForWidth selects the longest part of `text` that is no wider than `width`,
+/// as getTextWidth measures it.
 void checkCountedChars(const std::string& text, float width, const Testing::ExtFontInfoPtr& extFontInfo,
                        const Gfx::FontMetrics& metrics);
 

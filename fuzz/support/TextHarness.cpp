@@ -24,7 +24,7 @@ namespace {
 using Testing::FontBuilder;
 using Testing::makeBoxGlyph;
 
-/// How a text is set: the 19 bytes in front of it, in this order.
+/// How a text is set: the 19 bytes before it, in this order.
 struct TextScript {
     explicit TextScript(ByteReader& reader) {
         const unsigned int flags = reader.takeU8();
@@ -55,8 +55,8 @@ struct TextScript {
         return place;
     }
 
-    // 1 byte of flags: 1 flipped, 2 with a fallback family, 4 which the loader does not have, 8 bold, the
-    // rest the position type; then 2 bytes each: six measures, three factors
+    // 1 byte of flags: 1 flipped, 2 with a fallback family, 4 the loader lacks that family, 8 bold, the rest
+    // is the position type; then 2 bytes each for six measures and three factors
     bool isFlipped;
     bool hasFallback;
     bool isFallbackMissing;
@@ -111,8 +111,8 @@ std::shared_ptr<Testing::CountingLoader> makeLoader(const TextScript& script) {
     return loader;
 }
 
-/// A line holds the bitmaps of all its characters while it is drawn. Where each is of hundreds of megabytes,
-/// a few characters are enough.
+/// A line holds the bitmaps of all its characters while it is drawn. If each takes hundreds of megabytes,
+/// only a few characters are drawn.
 std::string takeDrawableText(const std::string& text, const TextScript& script) {
     constexpr float enormous = 2000.0F; // pixels
     constexpr std::size_t fewCharacters = 3;
@@ -129,7 +129,7 @@ void measureAndDraw(const std::string& text, const TextScript& script) {
     measureLine(font);
     drawVector(text, extFontInfo, font, script.makePlace());
     checkCountedChars(text, script.width, extFontInfo, font);
-    // A glyph that is too large to be rendered is an error of FreeType's rasteriser.
+    // FreeType's rasteriser reports an error for a glyph that is too large.
     tolerate<FontLoaders::FreeTypeException>(
         [&] { drawRaster(takeDrawableText(text, script), extFontInfo, font, script.makePlace()); });
 }
@@ -143,7 +143,7 @@ void runText(const Bytes& input) {
     const std::string text(rest.begin(), rest.end());
     const bool isDone = tolerate<FontLoaders::FontLoaderException>([&] { measureAndDraw(text, script); });
     require(isDone || (script.hasFallback && script.isFallbackMissing),
-            "only a missing fallback font is missed");
+            "text fails only if its fallback font is missing");
 }
 
 } // namespace Vell::Fuzz

@@ -2,8 +2,8 @@
 
 namespace Vell::Fuzz {
 
-/// Runs `call` and says whether it came to its end; the one exception that the engine documents for it is
-/// swallowed.
+/// Runs `call` and returns whether it completed. Catches only `Error`, the exception that the engine
+/// documents for the call.
 ///
 ///     if (tolerate<FontLoaders::FreeTypeException>([&] { bitmap = face->getBitmapGlyph(info, false); })) ...
 template <class Error, class Call>

@@ -8,7 +8,7 @@ namespace Vell::Fuzz {
 
 using testing::ElementsAre;
 
-TEST(ByteReader, GivesZerosBehindTheEnd) {
+TEST(ByteReader, ReadsZerosBeyondTheEnd) {
     const Testing::Bytes bytes = {1, 2, 3};
     ByteReader reader(bytes);
     EXPECT_EQ(reader.takeU16(), 0x0102U);
@@ -19,7 +19,7 @@ TEST(ByteReader, GivesZerosBehindTheEnd) {
     EXPECT_THAT(reader.takeRest(), ElementsAre());
 }
 
-TEST(ByteReader, HandsOverTheRest) {
+TEST(ByteReader, ReturnsTheRest) {
     const Testing::Bytes bytes = {1, 2, 3};
     ByteReader reader(bytes);
     EXPECT_EQ(reader.takeU8(), 1U);
@@ -27,7 +27,7 @@ TEST(ByteReader, HandsOverTheRest) {
     EXPECT_TRUE(reader.isAtEnd());
 }
 
-TEST(ByteReader, MeasuresWhatIsUsualAndWhatIsNot) {
+TEST(ByteReader, ReadsUsualAndAbsurdMeasures) {
     const Testing::Bytes bytes = {12, 128, 0xBF, 255, 0xC0, 2, 0xC0, 22, 0xE0 + 16, 0, 0xE0 + 16, 1, 0xFF, 0};
     ByteReader reader(bytes);
     EXPECT_EQ(reader.takeMeasure(), 12.5F);

@@ -13,8 +13,8 @@ namespace {
 constexpr int width = 5;
 constexpr int height = 3;
 
-/// Whether a change of the byte `distance` behind the first pixel is found out.
-bool isFoundOut(std::ptrdiff_t distance) {
+/// Whether checkFrame notices a change of the byte at this distance from the first pixel.
+bool isNoticed(std::ptrdiff_t distance) {
     CairoPicture picture(CAIRO_FORMAT_ARGB32, width, height);
     unsigned char& byte = picture.getBytes()[static_cast<std::size_t>(
         static_cast<std::ptrdiff_t>(picture.getFirstPixel()) + distance)];
@@ -29,15 +29,15 @@ bool isFoundOut(std::ptrdiff_t distance) {
 
 } // namespace
 
-TEST(CairoPicture, FindsOutWhatIsDrawnOutsideOfIt) {
+TEST(CairoPicture, NoticesDrawingOutsideOfIt) {
     constexpr std::ptrdiff_t lastOfRow = 4 * width - 1;
-    EXPECT_TRUE(isFoundOut(-1));
-    EXPECT_FALSE(isFoundOut(0));
-    EXPECT_FALSE(isFoundOut(lastOfRow));
-    EXPECT_TRUE(isFoundOut(lastOfRow + 1));
+    EXPECT_TRUE(isNoticed(-1));
+    EXPECT_FALSE(isNoticed(0));
+    EXPECT_FALSE(isNoticed(lastOfRow));
+    EXPECT_TRUE(isNoticed(lastOfRow + 1));
 }
 
-TEST(CairoPicture, ComparesWhatHasAMeaning) {
+TEST(CairoPicture, ComparesOnlyMeaningfulBytes) {
     for (const auto& [format, difference] :
          {std::pair(CAIRO_FORMAT_ARGB32, 7), std::pair(CAIRO_FORMAT_RGB24, 0)}) {
         CairoPicture picture(format, width, height);

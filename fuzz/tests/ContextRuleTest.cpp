@@ -13,7 +13,7 @@ class ContextRule : public testing::Test {
 protected:
     ContextRule() { cairo_set_source_rgb(context.get(), 1.0, 0.0, 0.0); }
 
-    void expectFoundOut(const std::function<void(cairo_t*)>& change) {
+    void expectCaught(const std::function<void(cairo_t*)>& change) {
         const ContextSettings settings(context.get());
         EXPECT_NO_THROW(checkContext(context.get(), settings));
         change(context.get());
@@ -26,26 +26,26 @@ protected:
 
 } // namespace
 
-TEST_F(ContextRule, WantsEverySettingBack) {
-    expectFoundOut([](cairo_t* changed) { cairo_translate(changed, 1.0, 0.0); });
-    expectFoundOut([](cairo_t* changed) { cairo_set_operator(changed, CAIRO_OPERATOR_ADD); });
-    expectFoundOut([](cairo_t* changed) { cairo_set_antialias(changed, CAIRO_ANTIALIAS_NONE); });
-    expectFoundOut([](cairo_t* changed) { cairo_set_fill_rule(changed, CAIRO_FILL_RULE_EVEN_ODD); });
-    expectFoundOut([](cairo_t* changed) { cairo_set_line_width(changed, 7.0); });
-    expectFoundOut([](cairo_t* changed) { cairo_set_tolerance(changed, 7.0); });
-    expectFoundOut([](cairo_t* changed) { cairo_set_source_rgb(changed, 0.0, 0.0, 1.0); });
-    expectFoundOut([](cairo_t* changed) {
+TEST_F(ContextRule, RequiresEverySettingToBeRestored) {
+    expectCaught([](cairo_t* changed) { cairo_translate(changed, 1.0, 0.0); });
+    expectCaught([](cairo_t* changed) { cairo_set_operator(changed, CAIRO_OPERATOR_ADD); });
+    expectCaught([](cairo_t* changed) { cairo_set_antialias(changed, CAIRO_ANTIALIAS_NONE); });
+    expectCaught([](cairo_t* changed) { cairo_set_fill_rule(changed, CAIRO_FILL_RULE_EVEN_ODD); });
+    expectCaught([](cairo_t* changed) { cairo_set_line_width(changed, 7.0); });
+    expectCaught([](cairo_t* changed) { cairo_set_tolerance(changed, 7.0); });
+    expectCaught([](cairo_t* changed) { cairo_set_source_rgb(changed, 0.0, 0.0, 1.0); });
+    expectCaught([](cairo_t* changed) {
         cairo_rectangle(changed, 0.0, 0.0, 1.0, 1.0);
         cairo_clip(changed);
     });
 }
 
-TEST_F(ContextRule, WantsNoPathBack) {
-    expectFoundOut([](cairo_t* changed) { cairo_move_to(changed, 1.0, 1.0); });
+TEST_F(ContextRule, AllowsNoPathToBeLeft) {
+    expectCaught([](cairo_t* changed) { cairo_move_to(changed, 1.0, 1.0); });
 }
 
-TEST_F(ContextRule, WantsAContextThatWorks) {
-    expectFoundOut([](cairo_t* changed) { cairo_scale(changed, 0.0, 0.0); });
+TEST_F(ContextRule, RequiresAWorkingContext) {
+    expectCaught([](cairo_t* changed) { cairo_scale(changed, 0.0, 0.0); });
 }
 
 } // namespace Vell::Fuzz

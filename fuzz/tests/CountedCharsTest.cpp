@@ -9,7 +9,7 @@ namespace Vell::Fuzz {
 
 namespace {
 
-/// Every character is ten wide, but counting makes a mistake of so many bytes.
+/// Every character has a width of 10, but the count is off by `mistake` bytes.
 class MistakenMetrics : public Gfx::FontMetrics {
 public:
     explicit MistakenMetrics(std::ptrdiff_t mistake)

@@ -29,11 +29,11 @@ TEST_F(ExtractedFace, IsSound) {
     EXPECT_EQ(readSoundSfnt(face).size(), 10U);
 }
 
-TEST_F(ExtractedFace, IsFoundOutWhenItIsAnotherFace) {
+TEST_F(ExtractedFace, IsCaughtWhenItIsTheWrongFace) {
     EXPECT_THROW(checkExtractedFace(collection, 0, face), Finding);
 }
 
-TEST_F(ExtractedFace, IsFoundOutWhenItIsCutOff) {
+TEST_F(ExtractedFace, IsCaughtWhenItIsCutOff) {
     for (const std::size_t length :
          {std::size_t(0), firstRecord, firstRecord + recordBytes, face.size() - 4}) {
         face.resize(length);
@@ -42,20 +42,20 @@ TEST_F(ExtractedFace, IsFoundOutWhenItIsCutOff) {
     }
 }
 
-TEST_F(ExtractedFace, IsFoundOutWhenATableIsChanged) {
+TEST_F(ExtractedFace, IsCaughtWhenATableIsChanged) {
     face.back() = static_cast<unsigned char>(face.back() + 1);
     face[face.size() - 4] = static_cast<unsigned char>(face[face.size() - 4] + 1);
     EXPECT_THROW(checkExtractedFace(collection, 1, face), Finding);
 }
 
-TEST_F(ExtractedFace, IsFoundOutWhenTablesCoverEachOther) {
+TEST_F(ExtractedFace, IsCaughtWhenTablesOverlap) {
     for (std::size_t i = 8; i < 12; ++i) {
         face[firstRecord + recordBytes + i] = face[firstRecord + i]; // the offset
     }
     EXPECT_THROW(readSoundSfnt(face), Finding);
 }
 
-TEST_F(ExtractedFace, IsFoundOutWhenATagStandsTwice) {
+TEST_F(ExtractedFace, IsCaughtWhenATagOccursTwice) {
     for (std::size_t i = 0; i < 4; ++i) {
         face[firstRecord + recordBytes + i] = face[firstRecord + i];
     }

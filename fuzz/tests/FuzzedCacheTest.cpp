@@ -26,7 +26,7 @@ void play() {
     CacheDuel<Cache>(reader).run();
 }
 
-/// Forgets that looking an entry up is using it: evicts in the order of the puts.
+/// Does not count lookups as uses: evicts in the order of insertion.
 class ForgetfulCache : public FuzzedCache {
 public:
     using FuzzedCache::FuzzedCache;
@@ -50,7 +50,7 @@ private:
     std::vector<unsigned int> _added;
 };
 
-/// Keeps more than it may.
+/// Keeps one entry more than its limit.
 class GreedyCache : public FuzzedCache {
 public:
     GreedyCache(std::uint64_t maxEntries, std::uint64_t maxBytes)
@@ -63,8 +63,8 @@ private:
     std::uint64_t _claimedMaxEntries;
 };
 
-/// Lets a later value win.
-class OverwritingCache : public FuzzedCache {
+/// Returns the existing entry as if it were new.
+class DuplicateAcceptingCache : public FuzzedCache {
 public:
     using FuzzedCache::FuzzedCache;
 
@@ -80,16 +80,16 @@ TEST(FuzzedCache, AgreesWithTheList) {
     EXPECT_NO_THROW(play<FuzzedCache>());
 }
 
-TEST(FuzzedCache, IsFoundOutWhenItForgetsUses) {
+TEST(FuzzedCache, IsCaughtWhenItForgetsUses) {
     EXPECT_THROW(play<ForgetfulCache>(), Finding);
 }
 
-TEST(FuzzedCache, IsFoundOutWhenItKeepsTooMuch) {
+TEST(FuzzedCache, IsCaughtWhenItKeepsTooMuch) {
     EXPECT_THROW(play<GreedyCache>(), Finding);
 }
 
-TEST(FuzzedCache, IsFoundOutWhenItOverwrites) {
-    EXPECT_THROW(play<OverwritingCache>(), Finding);
+TEST(FuzzedCache, IsCaughtWhenItAcceptsDuplicates) {
+    EXPECT_THROW(play<DuplicateAcceptingCache>(), Finding);
 }
 
 TEST(FuzzedCache, HasWeightsWhoseSumNeverOverflows) {

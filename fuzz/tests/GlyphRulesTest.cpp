@@ -26,20 +26,20 @@ Testing::RecordedPath makePath(std::vector<std::string> segments) {
 
 } // namespace
 
-TEST(GlyphRulesOfBitmaps, WantRowsThatHoldTheirPixels) {
+TEST(GlyphRulesOfBitmaps, RequireRowsThatHoldTheirPixels) {
     std::vector<unsigned char> pixels(12);
     EXPECT_NO_THROW(checkBitmap(makeBitmap(6, 6, pixels)));
     EXPECT_NO_THROW(checkBitmap(makeBitmap(6, -6, pixels)));
     EXPECT_THROW(checkBitmap(makeBitmap(6, 5, pixels)), Finding);
 }
 
-TEST(GlyphRulesOfBitmaps, WantABufferForPixels) {
+TEST(GlyphRulesOfBitmaps, RequireABufferForPixels) {
     std::vector<unsigned char> pixels;
     EXPECT_NO_THROW(checkBitmap(makeBitmap(0, 0, pixels)));
     EXPECT_THROW(checkBitmap(makeBitmap(6, 6, pixels)), Finding);
 }
 
-TEST(GlyphRulesOfImages, WantOpaquePixelsAsManyAsTheBitmapHas) {
+TEST(GlyphRulesOfImages, RequireOpaquePixelsInTheSizeOfTheBitmap) {
     std::vector<unsigned char> pixels(12);
     const FT_Bitmap bitmap = makeBitmap(6, 6, pixels);
     std::vector<std::uint32_t> colors = {0xFF102030, 0, 0, 0xFFFFFFFF};
@@ -55,7 +55,7 @@ TEST(GlyphRulesOfImages, WantOpaquePixelsAsManyAsTheBitmapHas) {
     EXPECT_THROW(checkImage(image, bitmap), Finding);
 }
 
-TEST(GlyphRulesOfPaths, WantFiniteContoursThatBeginSomewhere) {
+TEST(GlyphRulesOfPaths, RequireFiniteContoursThatStartWithAMove) {
     EXPECT_NO_THROW(checkPath(makePath({})));
     EXPECT_NO_THROW(checkPath(makePath({"moveTo 0 0", "lineTo 1 1", "moveTo 2 2"})));
     EXPECT_THROW(checkPath(makePath({"lineTo 1 1"})), Finding);

@@ -6,7 +6,7 @@
 
 namespace Vell::Fuzz {
 
-TEST(Harness, HasAName) {
+TEST(Harness, IsFoundByItsName) {
     EXPECT_THROW(runHarness("nothing", {}), std::invalid_argument);
     for (const char* const name : {"font", "text", "cache", "sfnt", "cairo"}) {
         EXPECT_NO_THROW(runHarness(name, {})) << name;

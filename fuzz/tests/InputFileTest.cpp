@@ -14,13 +14,13 @@ TEST(InputFileAsText, SpellsBytes) {
     EXPECT_THAT(parseHex(""), ElementsAre());
 }
 
-TEST(InputFileAsText, MayExplainItself) {
+TEST(InputFileAsText, MayContainComments) {
     EXPECT_THAT(parseHex("# a header: ab\n01 # one\n#\n02"), ElementsAre(1, 2));
 }
 
-TEST(InputFileAsText, IsRefusedWhenItSpellsNoBytes) {
+TEST(InputFileAsText, IsRefusedUnlessItSpellsBytes) {
     EXPECT_THROW(parseHex("0"), std::invalid_argument);
-    EXPECT_THROW(parseHex("0\n1"), std::invalid_argument) << "a byte stands in one line";
+    EXPECT_THROW(parseHex("0\n1"), std::invalid_argument) << "a byte must not span two lines";
     EXPECT_THROW(parseHex("0g"), std::invalid_argument);
 }
 

@@ -18,7 +18,7 @@ ScriptedGlyph makeGlyph(const Testing::Bytes& script) {
 
 } // namespace
 
-TEST(ScriptedGlyph, IsSoundWhereItsRowsHoldItsPixels) {
+TEST(ScriptedGlyph, IsSoundIfItsRowsHoldItsPixels) {
     constexpr unsigned char gray = 2;
     EXPECT_TRUE(makeGlyph({gray, 9, 7, 0, 0, 1}).isSound());
     EXPECT_FALSE(makeGlyph({gray, 9, 7, 0xF8, 0, 1}).isSound()) << "a byte too short";

@@ -32,7 +32,7 @@ Seed find(const std::string& name) {
     throw std::out_of_range(name);
 }
 
-/// Parameters: name, what FreeType calls the format, number of glyphs.
+/// Name, FreeType's name of the format, number of glyphs.
 using Format = std::tuple<const char*, const char*, long>;
 
 class SeedsOfFormats : public testing::TestWithParam<Format> {};
@@ -78,7 +78,7 @@ TEST(SeedsOfVariations, HaveAnAxis) {
     }
 }
 
-TEST(SeedsOfFolders, StandBehindTheirSteering) {
+TEST(SeedsOfFolders, FollowTheirSteering) {
     const Testing::TemporaryFolder folder;
     const Bytes file = {'f', 'o', 'n', 't'};
     std::ofstream(folder.getPath("some.ttf")) << "font";
