@@ -1,4 +1,4 @@
-// Whole bitmaps within a clip.
+// Blends whole bitmaps within a clip.
 
 #include "RunnableOperations.h"
 
@@ -18,7 +18,7 @@ using Internal::PixelTarget;
 
 constexpr std::uint32_t color = 0xC0204060;
 
-/// A picture that has a frame of its own colour around it.
+/// A picture with a frame around it, whose pixels must not change.
 struct Picture {
     static constexpr int side = 24;
     static constexpr int frame = 8;
@@ -50,7 +50,7 @@ struct Glyph {
 constexpr PixelBox everything{-Picture::frame, -Picture::frame, Picture::side + Picture::frame,
                               Picture::side + Picture::frame};
 
-/// Draws without a clip, and puts back what lies outside of it.
+/// Draws without a clip, then restores the pixels outside of it.
 template <typename Draw>
 Picture drawAndClip(const PixelBox& clip, const Draw& draw) {
     Picture picture;
@@ -77,7 +77,7 @@ void expectAllToClip(const PixelBox& clip, const Draw& draw) {
     }
 }
 
-/// Boxes that cut something off on each side, or everything.
+/// Boxes that cut off a part on each side, or everything.
 std::vector<PixelBox> listClips() {
     std::vector<PixelBox> clips{{0, 0, Picture::side, Picture::side}, {5, 5, 5, 9}, {3, 8, 9, 8}};
     for (int end = 1; end <= 20; ++end) {
@@ -105,7 +105,7 @@ TEST(BitmapBlending, ChangesWhatLiesWithinTheClipAndNothingElse) {
     }
 }
 
-TEST(BitmapBlending, ClipsWhatLiesBetweenThePixelsTheSame) {
+TEST(BitmapBlending, ClipsDisplacedBitmapsTheSame) {
     std::mt19937 random(22);
     for (const int bytesPerPixel : {1, 4}) {
         for (const int width : {1, 4, 7, 8, 13, 18}) {

@@ -51,14 +51,14 @@ TEST(CairoError, ASizeThatCairoRefusesIsAnError) {
     EXPECT_EQ(getErrorOf([] { makeImageSurface(1 << 20, 5); }), getText(CAIRO_STATUS_INVALID_SIZE));
 }
 
-TEST(CairoError, APainterCannotBeginOnAFinishedSurface) {
+TEST(CairoError, APainterRefusesAFinishedSurface) {
     const Canvas canvas(4, 4);
     finishSurface(canvas.surface.get());
     EXPECT_EQ(getErrorOf([&canvas] { CairoPainter painter(canvas.surface.get()); }),
               getText(CAIRO_STATUS_SURFACE_FINISHED));
 }
 
-TEST(CairoError, APainterCannotBeginOnAContextThatFailed) {
+TEST(CairoError, APainterRefusesAContextInAnErrorState) {
     const Canvas canvas(4, 4);
     const ContextPtr context = makeContext(canvas.surface.get());
     cairo_scale(context.get(), 0, 0);
@@ -67,7 +67,7 @@ TEST(CairoError, APainterCannotBeginOnAContextThatFailed) {
     EXPECT_EQ(cairo_get_reference_count(context.get()), 1U);
 }
 
-TEST(CairoError, DrawingOnASurfaceThatWasFinishedMeanwhileThrows) {
+TEST(CairoError, DrawingOnASurfaceFinishedSinceThrows) {
     const Canvas canvas(4, 4);
     CairoPainter painter(canvas.surface.get());
     const auto path = makeBox(painter, 0, 0, 4, 4);
@@ -77,7 +77,7 @@ TEST(CairoError, DrawingOnASurfaceThatWasFinishedMeanwhileThrows) {
     EXPECT_EQ(getErrorOf([&] { painter.drawPath(*path, false); }), text);
 }
 
-TEST(CairoError, DrawingAGlyphOnASurfaceThatWasFinishedMeanwhileThrows) {
+TEST(CairoError, DrawingAGlyphOnASurfaceFinishedSinceThrows) {
     const Canvas canvas(4, 4);
     CairoPainter painter(canvas.surface.get());
     const Bitmap bitmap(FT_PIXEL_MODE_GRAY, 1, 1, 1, {255});
@@ -88,7 +88,7 @@ TEST(CairoError, DrawingAGlyphOnASurfaceThatWasFinishedMeanwhileThrows) {
               getText(CAIRO_STATUS_SURFACE_FINISHED));
 }
 
-TEST(CairoError, ABitmapTooLargeForCairoIsAnErrorAndThePainterDrawsOn) {
+TEST(CairoError, ABitmapTooLargeForCairoIsAnErrorAndThePainterStillDraws) {
     const Canvas canvas(4, 4);
     CairoPainter painter(canvas.surface.get());
     CairoGlyphPainter glyphPainter(painter, black);
@@ -102,7 +102,7 @@ TEST(CairoError, ABitmapTooLargeForCairoIsAnErrorAndThePainterDrawsOn) {
     EXPECT_TRUE(canvas.isBox(1, 1, 3, 2));
 }
 
-TEST(CairoError, AWriteThatFailsIsSeenWhenTheSurfaceIsFinished) {
+TEST(CairoError, AFailedWriteIsReportedWhenTheSurfaceIsFinished) {
     const auto fail = [](void*, const unsigned char*, unsigned int) { return CAIRO_STATUS_WRITE_ERROR; };
     const SurfacePtr surface = adoptSurface(cairo_svg_surface_create_for_stream(fail, nullptr, 10, 10));
     CairoPainter painter(surface.get());

@@ -1,4 +1,4 @@
-// Glyphs that are blended into images without cairo, beside what cairo makes of them.
+// Compares glyphs that are blended into images without cairo with those that cairo draws.
 
 #include "GlyphDrawings.h"
 
@@ -24,7 +24,7 @@ unsigned char drawByte(Random& random) {
     return static_cast<unsigned char>(pick(random, std::vector<int>{0, 255, drawInt(random, 0, 255)}));
 }
 
-/// A bitmap of the mode, its pitch of either sign and longer than needed.
+/// A bitmap of the mode, with a pitch of either sign that may be longer than needed.
 Bitmap drawBitmap(Random& random, unsigned char mode) {
     const int width = drawInt(random, 1, 20);
     const int rows = drawInt(random, 1, 16);
@@ -42,7 +42,7 @@ float drawCoordinate(Random& random, int end) {
     return pick(random, std::vector<float>{whole, whole, whole + fraction, whole + 0.001F, -1e9F});
 }
 
-/// Clips that are one box of whole pixels, if the surface has no transform of its own.
+/// Clips that are one box of whole pixels, unless the surface has a transform.
 const std::vector<Drawing>& getBoxClips() {
     static const std::vector<Drawing> clips{
         [](cairo_t*) {},
@@ -64,7 +64,7 @@ const std::vector<Drawing>& getOtherClips() {
             clipTo(context, 20, 9, 15, 20);
         },
         [](cairo_t* context) { clipTo(context, 5.5, 6.25, 30, 17); },
-        [](cairo_t* context) { // as far as the picture goes
+        [](cairo_t* context) { // a round clip with the extents of the picture
             cairo_save(context);
             cairo_scale(context, FramedImage::width / 2.0, FramedImage::height / 2.0);
             cairo_arc(context, 1, 1, 1, 0, 7);
@@ -76,7 +76,7 @@ const std::vector<Drawing>& getOtherClips() {
     return clips;
 }
 
-/// A drawing of some glyphs that is the same each time for the same seed.
+/// A random drawing of some glyphs, the same for the same seed.
 struct RandomScene {
     explicit RandomScene(unsigned int seed)
         : _seed(seed) {}

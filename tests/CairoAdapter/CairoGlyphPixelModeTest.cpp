@@ -24,7 +24,7 @@ protected:
     }
 };
 
-/// The bytes of words in the machine's order, as coloured images hold them.
+/// The bytes of words in the machine's order, as in coloured images.
 std::vector<unsigned char> toBytes(const std::vector<std::uint32_t>& words) {
     std::vector<unsigned char> bytes(words.size() * sizeof(std::uint32_t));
     std::memcpy(bytes.data(), words.data(), bytes.size());
@@ -41,7 +41,7 @@ TEST_F(CairoGlyphPixelMode, GrayIsCoverageByteForByte) {
     EXPECT_EQ(draw(Bitmap(FT_PIXEL_MODE_GRAY, 16, 16, 16, content), 16, 16), expected);
 }
 
-TEST_F(CairoGlyphPixelMode, GrayRowsStandAPitchApart) {
+TEST_F(CairoGlyphPixelMode, GrayRowsAreAPitchApart) {
     const Bitmap bitmap(FT_PIXEL_MODE_GRAY, 3, 2, 5, {1, 2, 3, 99, 99, 4, 5, 6, 99, 99});
     EXPECT_THAT(draw(bitmap, 4, 2), ElementsAre(1, 2, 3, 0, 4, 5, 6, 0));
 }
@@ -51,7 +51,7 @@ TEST_F(CairoGlyphPixelMode, GrayOfANegativePitchHasItsTopRowLast) {
     EXPECT_THAT(draw(bitmap, 2, 3), ElementsAre(1, 2, 3, 4, 5, 6));
 }
 
-TEST_F(CairoGlyphPixelMode, MonoHasOneBitAPixelFromTheTopAndIgnoresItsPadding) {
+TEST_F(CairoGlyphPixelMode, MonoHasOneBitPerPixelFromTheHighestAndIgnoresItsPadding) {
     const Bitmap bitmap(FT_PIXEL_MODE_MONO, 10, 2, 2, {0b10110001, 0b10111111, 0b01000000, 0b01111111});
     EXPECT_THAT(draw(bitmap, 12, 2), ElementsAre(255, 0, 255, 255, 0, 0, 0, 255, 255, 0, 0, 0, //
                                                  0, 255, 0, 0, 0, 0, 0, 0, 0, 255, 0, 0));
@@ -62,18 +62,18 @@ TEST_F(CairoGlyphPixelMode, MonoOfANegativePitchHasItsTopRowLast) {
     EXPECT_THAT(draw(bitmap, 2, 2), ElementsAre(255, 0, 0, 255));
 }
 
-TEST_F(CairoGlyphPixelMode, Gray2HasFourPixelsAByte) {
+TEST_F(CairoGlyphPixelMode, Gray2HasFourPixelsPerByte) {
     const Bitmap bitmap(FT_PIXEL_MODE_GRAY2, 5, 2, 3,
                         {0b00011011, 0b10111111, 99, 0b11100100, 0b01111111, 99});
     EXPECT_THAT(draw(bitmap, 6, 2), ElementsAre(0, 85, 170, 255, 170, 0, 255, 170, 85, 0, 85, 0));
 }
 
-TEST_F(CairoGlyphPixelMode, Gray4HasTwoPixelsAByte) {
+TEST_F(CairoGlyphPixelMode, Gray4HasTwoPixelsPerByte) {
     const Bitmap bitmap(FT_PIXEL_MODE_GRAY4, 3, 2, -2, {0x84, 0x2F, 0x0F, 0x1F});
     EXPECT_THAT(draw(bitmap, 4, 2), ElementsAre(0, 255, 17, 0, 136, 68, 34, 0));
 }
 
-TEST_F(CairoGlyphPixelMode, LcdIsColoredAlready) {
+TEST_F(CairoGlyphPixelMode, LcdIsAlreadyColored) {
     const Canvas canvas(3, 2);
     canvas.fillWith(0, 0, 1);
     CairoPainter painter(canvas.surface.get());

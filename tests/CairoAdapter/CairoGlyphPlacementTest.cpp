@@ -50,7 +50,7 @@ TEST_F(CairoGlyphPlacement, CopiesExactlyUnderAWholeTranslation) {
     EXPECT_EQ(canvas.getAlpha(3, 1), 0U);
 }
 
-TEST_F(CairoGlyphPlacement, CutsWhatIsOutsideOfThePicture) {
+TEST_F(CairoGlyphPlacement, CutsOffWhatIsOutsideOfThePicture) {
     glyphPainter.drawGlyph(makeSample().image, {-1, -2});
     EXPECT_EQ(canvas.getAlpha(0, 0), 60U);
     const auto alphas = canvas.getAlphas();
@@ -161,7 +161,7 @@ TEST_F(CairoGlyphPlacement, SingularOrNonFiniteTransformsDrawNothingAndTheNextOn
     constexpr float infinity = std::numeric_limits<float>::infinity();
     for (const float factor : {0.0F, nan, infinity, 1e-38F, 1e-20F, 1e-6F, 1e20F, 1e38F}) {
         painter.pushTransform();
-        // So far off that not even a huge pixel fades into the picture.
+        // So far away that not even a huge pixel reaches the picture.
         painter.translate({-1, -1});
         painter.scale({factor, factor});
         glyphPainter.drawGlyph(makeSample().image, {-5, -6});
@@ -199,7 +199,7 @@ TEST_F(CairoGlyphPlacement, TheScaleOfTheSurfaceCanMakeABitmapTooThinToDraw) {
 }
 
 TEST_F(CairoGlyphPlacement, AnExtremeSlantBesideThePictureDrawsNothing) {
-    // What the slant makes of the bitmap passes by far off, but the box around that covers the picture.
+    // The slanted bitmap is far away from the picture, but its bounds cover the picture.
     const cinder::MatrixAffine2<float> slant(16.0F, 0.0F, 9.6e36F, 5.3e36F, -4.8e37F, -2.5e37F);
     CairoPainter slanted(canvas.surface.get(), slant);
     CairoGlyphPainter(slanted, black)
@@ -209,8 +209,8 @@ TEST_F(CairoGlyphPlacement, AnExtremeSlantBesideThePictureDrawsNothing) {
 }
 
 TEST_F(CairoGlyphPlacement, AnExtremeSlantAcrossThePictureDrawsNothing) {
-    // The whole picture is in row 40 of the bitmap, its rows 1,024 columns apart: cairo moves the picture by
-    // 40 rows, and 40 * 1,024 is beyond its numbers.
+    // The whole picture is within row 40 of the bitmap, and its rows are 1,024 columns apart: cairo moves the
+    // picture by 40 rows, and 40 * 1,024 exceeds its numbers.
     CairoPainter slanted(canvas.surface.get(), {0.125F, 0.0F, 2.0F, 0.0625F, 0.0F, 0.0F});
     slanted.scale({0.25F, std::ldexp(1.0F, 121)});
     CairoGlyphPainter(slanted, black)
@@ -228,7 +228,7 @@ TEST_F(CairoGlyphPlacement, AStrongSlantFarFromTheOriginIsDrawn) {
     EXPECT_NEAR(std::accumulate(alphas.begin(), alphas.end(), 0.0) / 255.0, 1024.0, 16.0);
 }
 
-TEST_F(CairoGlyphPlacement, ARecordingIsDrawnOnFarFromItsOrigin) {
+TEST_F(CairoGlyphPlacement, ARecordingShowsGlyphsFarFromItsOrigin) {
     const SurfacePtr recording =
         adoptSurface(cairo_recording_surface_create(CAIRO_CONTENT_COLOR_ALPHA, nullptr));
     CairoPainter recorded(recording.get());
@@ -251,7 +251,7 @@ TEST_F(CairoGlyphPlacement, LeavesTheContextAsItWas) {
     EXPECT_EQ(cairo_get_source(context), source);
 }
 
-TEST_F(CairoGlyphPlacement, RefusesARatioThatIsNoRatio) {
+TEST_F(CairoGlyphPlacement, RefusesAnInvalidRatio) {
     for (const float ratio :
          {0.0F, -1.0F, std::numeric_limits<float>::quiet_NaN(), std::numeric_limits<float>::infinity()}) {
         EXPECT_THROW(CairoGlyphPainter(painter, black, ratio), CairoAdapterException) << ratio;

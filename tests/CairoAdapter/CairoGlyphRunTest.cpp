@@ -8,7 +8,7 @@ namespace Vell::CairoAdapter::Testing {
 
 namespace {
 
-TEST(CairoGlyphRun, EachRunAndEachGlyphOutsideOfOneSeesTheContextAsItIsNow) {
+TEST(CairoGlyphRun, EachRunAndEachGlyphOutsideOfARunSeesTheCurrentContext) {
     const std::vector<Drawing> changes{
         [](cairo_t* context) { clipTo(context, 10, 2, 9, 30); },
         [](cairo_t* context) { cairo_set_operator(context, CAIRO_OPERATOR_ADD); },
@@ -57,7 +57,7 @@ TEST(CairoGlyphRun, EachRunFollowsTheTransformOfThePainter) {
     EXPECT_EQ(canvas.getPixel(6, 1), blackPixel);
 }
 
-/// Knows of no runs.
+/// Ignores runs, because it moves the painter for each glyph.
 class ShiftingGlyphPainter : public CairoGlyphPainter {
 public:
     explicit ShiftingGlyphPainter(CairoPainter& painter)
@@ -75,7 +75,7 @@ private:
     CairoPainter& _painter;
 };
 
-TEST(CairoGlyphRun, ADerivedPainterMayMoveItsGlyphsIfItLeavesTheRunsOut) {
+TEST(CairoGlyphRun, ADerivedPainterMayMoveItsGlyphsIfItIgnoresRuns) {
     const Canvas canvas(4, 4);
     CairoPainter painter(canvas.surface.get());
     ShiftingGlyphPainter glyphPainter(painter);
@@ -89,7 +89,7 @@ TEST(CairoGlyphRun, ADerivedPainterMayMoveItsGlyphsIfItLeavesTheRunsOut) {
     EXPECT_EQ(CairoSpy::takeDrawingCount(), 0);
 }
 
-TEST(CairoGlyphRun, TakesAnotherColorAtOnce) {
+TEST(CairoGlyphRun, TakesANewColorImmediately) {
     const Canvas canvas(3, 1);
     CairoPainter painter(canvas.surface.get());
     CairoGlyphPainter glyphPainter(painter, black);
@@ -104,7 +104,7 @@ TEST(CairoGlyphRun, TakesAnotherColorAtOnce) {
     EXPECT_THAT(canvas.getPixels(), ::testing::ElementsAre(blackPixel, 0xFFFF0000U, 0x33000033U));
 }
 
-TEST(CairoGlyphRun, MixesGlyphsWithAndWithoutCairoInTheirOrder) {
+TEST(CairoGlyphRun, DrawsGlyphsWithAndWithoutCairoInOrder) {
     const int count = countLeftToCairo([](cairo_t* context) {
         CairoPainter painter(context);
         CairoGlyphPainter glyphPainter(painter, {200, 100, 50, 180});
@@ -120,7 +120,7 @@ TEST(CairoGlyphRun, MixesGlyphsWithAndWithoutCairoInTheirOrder) {
     EXPECT_EQ(count, 3);
 }
 
-TEST(CairoGlyphRun, NothingIsDrawnFarAwayOrNowhere) {
+TEST(CairoGlyphRun, NothingIsDrawnFarAwayOrAtNonFinitePositions) {
     const Canvas canvas(20, 20);
     CairoPainter painter(canvas.surface.get());
     CairoGlyphPainter glyphPainter(painter, black);
@@ -138,7 +138,7 @@ TEST(CairoGlyphRun, NothingIsDrawnFarAwayOrNowhere) {
     EXPECT_TRUE(canvas.isEmpty());
 }
 
-TEST(CairoGlyphRun, DrawsOnAfterABitmapThatIsAnError) {
+TEST(CairoGlyphRun, ContinuesAfterAnInvalidBitmap) {
     const Canvas canvas(4, 4);
     CairoPainter painter(canvas.surface.get());
     CairoGlyphPainter glyphPainter(painter, black);
@@ -168,7 +168,7 @@ TEST(CairoGlyphRun, ImagesWithoutPixelsDrawNothing) {
     EXPECT_TRUE(canvas.isEmpty());
 }
 
-/// Its memory is the client's, who may have released it.
+/// The pixels belong to the client, who may release them once the surface is finished.
 void drawOnFinishedSurface(const Drawing& prepare) {
     auto pixels = std::make_unique<std::array<unsigned char, 64>>();
     const SurfacePtr surface =
@@ -184,12 +184,12 @@ void drawOnFinishedSurface(const Drawing& prepare) {
     EXPECT_EQ(cairo_surface_status(surface.get()), CAIRO_STATUS_SURFACE_FINISHED);
 }
 
-TEST(CairoGlyphRun, ARunOnASurfaceThatWasFinishedIsAnErrorAndTouchesNoPixel) {
+TEST(CairoGlyphRun, ARunOnAFinishedSurfaceIsAnErrorAndTouchesNoPixel) {
     drawOnFinishedSurface([](cairo_t*) {});
     drawOnFinishedSurface([](cairo_t* context) { clipTo(context, 1, 1, 2, 2); });
 }
 
-TEST(CairoGlyphRun, AContextThatFailedIsAnError) {
+TEST(CairoGlyphRun, AContextInAnErrorStateIsAnError) {
     const Canvas canvas(4, 4);
     CairoPainter painter(canvas.surface.get());
     CairoGlyphPainter glyphPainter(painter, black);

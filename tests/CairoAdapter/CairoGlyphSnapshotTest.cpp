@@ -1,4 +1,4 @@
-// What cairo remembers of an image, while glyphs are blended into it without cairo.
+// The snapshots that cairo keeps of an image while glyphs are blended into it without cairo.
 
 #include "CairoSpy.h"
 #include "Canvas.h"
@@ -86,7 +86,7 @@ TEST_F(CairoGlyphSnapshot, OfAnotherFormIsDroppedAsByAnyDrawing) {
     EXPECT_EQ(getAttached(), nullptr);
 }
 
-TEST_F(CairoGlyphSnapshot, OfAGroupComesToThePicture) {
+TEST_F(CairoGlyphSnapshot, OfAGroupReachesThePicture) {
     cairo_t* const context = painter.getContext();
     CairoSpy::takeDrawingCount();
     cairo_push_group(context);

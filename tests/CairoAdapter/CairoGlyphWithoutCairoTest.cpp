@@ -1,4 +1,4 @@
-// Which glyphs are drawn without cairo; all of them as cairo draws them.
+// Which glyphs are drawn without cairo. All of them look as if cairo had drawn them.
 
 #include "GlyphDrawings.h"
 
@@ -6,7 +6,7 @@ namespace Vell::CairoAdapter::Testing {
 
 namespace {
 
-/// Draws one glyph by itself and two in a run, all of them within the picture.
+/// Draws one glyph outside of a run and two in a run, all within the picture.
 void drawThree(cairo_t* context, const Bitmap& bitmap = makeGray(), cinder::Vec2<float> position = {8, 7},
                float ratio = 1.0F, float scale = 1.0F) {
     CairoPainter painter(context, {scale, 0, 0, scale, 0, 0});
@@ -18,12 +18,12 @@ void drawThree(cairo_t* context, const Bitmap& bitmap = makeGray(), cinder::Vec2
     glyphPainter.endGlyphRun();
 }
 
-/// How many of the three are cairo's to draw.
+/// How many of the three glyphs cairo draws.
 int countOfThree(const Bitmap& bitmap, cinder::Vec2<float> position, float ratio = 1.0F, float scale = 1.0F) {
     return countLeftToCairo([&](cairo_t* context) { drawThree(context, bitmap, position, ratio, scale); });
 }
 
-TEST(CairoGlyphWithoutCairo, ImagesOf32BitsAPixelNeedNoCairo) {
+TEST(CairoGlyphWithoutCairo, ImagesOf32BitsPerPixelNeedNoCairo) {
     const Drawing draw = [](cairo_t* context) { drawThree(context); };
     EXPECT_EQ(countLeftToCairo(draw, CAIRO_FORMAT_ARGB32), 0);
     EXPECT_EQ(countLeftToCairo(draw, CAIRO_FORMAT_RGB24), 0);
@@ -32,7 +32,7 @@ TEST(CairoGlyphWithoutCairo, ImagesOf32BitsAPixelNeedNoCairo) {
     EXPECT_EQ(countLeftToCairo(draw, CAIRO_FORMAT_RGB30), 3);
 }
 
-TEST(CairoGlyphWithoutCairo, CoverageOfABytePerPixelNeedsNoCairo) {
+TEST(CairoGlyphWithoutCairo, CoverageOfOneBytePerPixelNeedsNoCairo) {
     EXPECT_EQ(countOfThree(makeGray(), {8, 7}), 0);
     EXPECT_EQ(countOfThree(makeGray(), {8.25F, 7.75F}), 0) << "between the pixels";
     EXPECT_EQ(countOfThree(makeMono(), {8, 7}), 3);
@@ -53,7 +53,7 @@ TEST(CairoGlyphWithoutCairo, BitmapsMadeForTheScaleNeedNoCairo) {
     EXPECT_EQ(countOfThree(makeGray(), {4, 3}, 2.0F, 1.0F), 3);
 }
 
-TEST(CairoGlyphWithoutCairo, ATraceBesideAStepOfTheInterpolationIsNoStep) {
+TEST(CairoGlyphWithoutCairo, ASmallDeviationFromAnInterpolationStepIsIgnored) {
     const Bitmap contrast(FT_PIXEL_MODE_GRAY, 4, 3, 4, {255, 0, 255, 0, 0, 0, 0, 0, 0, 255, 0, 255});
     const auto count = [&contrast](double x, double y) {
         return countLeftToCairo([&](cairo_t* context) {
@@ -68,7 +68,7 @@ TEST(CairoGlyphWithoutCairo, ATraceBesideAStepOfTheInterpolationIsNoStep) {
     }
 }
 
-TEST(CairoGlyphWithoutCairo, OverASurfacesScaleAndOffsetNoCairoIsNeeded) {
+TEST(CairoGlyphWithoutCairo, SurfacesWithScaleAndOffsetNeedNoCairo) {
     const Comparison result = compareWithCairo(CAIRO_FORMAT_ARGB32, [](cairo_surface_t* surface) {
         cairo_surface_set_device_scale(surface, 3, 3);
         cairo_surface_set_device_offset(surface, 5, -2);
@@ -105,14 +105,14 @@ TEST(CairoGlyphWithoutCairo, ClipsOfOneBoxOfWholePixelsNeedNoCairo) {
                   clipTo(context, 13, 9, 4, 3);
               }),
               3);
-    EXPECT_EQ(count([](cairo_t* context) { // its extents are those of the picture
+    EXPECT_EQ(count([](cairo_t* context) { // a round clip with the extents of the picture
                   cairo_arc(context, 24, 16, 24, 0, 7);
                   cairo_clip(context);
               }),
               3);
 }
 
-TEST(CairoGlyphWithoutCairo, TheMatrixThatTheContextHasLaterDoesNotMoveTheClip) {
+TEST(CairoGlyphWithoutCairo, ALaterMatrixOfTheContextDoesNotMoveTheClip) {
     EXPECT_EQ(countLeftToCairo([](cairo_t* context) {
                   CairoPainter painter(context);
                   CairoGlyphPainter glyphPainter(painter, black);
@@ -156,7 +156,7 @@ TEST(CairoGlyphWithoutCairo, GroupsNeedNoCairo) {
     EXPECT_EQ(count, 1) << "the group itself";
 }
 
-TEST(CairoGlyphWithoutCairo, LargeGlyphsArriveWhole) {
+TEST(CairoGlyphWithoutCairo, LargeGlyphsAreDrawnCompletely) {
     for (const unsigned int width : {300U, 511U, 512U, 700U}) {
         Bitmap bitmap(FT_PIXEL_MODE_GRAY, width, 40, static_cast<int>(width),
                       std::vector<unsigned char>(std::size_t{width} * 40));

@@ -10,7 +10,7 @@ namespace {
 
 using Matrix = cinder::MatrixAffine2<float>;
 
-TEST(CairoPainterBaseTransform, AppliesOnTopOfTheCurrentOne) {
+TEST(CairoPainterBaseTransform, AppliesAfterTheCurrentOne) {
     const Canvas canvas(12, 12);
     CairoPainter painter(canvas.surface.get(), {2, 0, 0, 2, 1, 0});
     painter.translate({1, 1});
@@ -18,7 +18,7 @@ TEST(CairoPainterBaseTransform, AppliesOnTopOfTheCurrentOne) {
     EXPECT_TRUE(canvas.isBox(3, 2, 9, 6));
 }
 
-TEST(CairoPainterBaseTransform, IsNoPartOfTheTransformThatIsTold) {
+TEST(CairoPainterBaseTransform, IsNotPartOfTheReturnedTransform) {
     const Canvas canvas(12, 12);
     CairoPainter painter(canvas.surface.get(), {2, 0, 0, 2, 1, 0});
     EXPECT_EQ(painter.getTransform(), Matrix());
@@ -36,7 +36,7 @@ TEST(CairoPainterBaseTransform, StaysWhenTheCurrentOneIsReset) {
     EXPECT_TRUE(canvas.isBox(2, 2, 4, 4));
 }
 
-TEST(CairoPainterBaseTransform, ATransformTakenApartAndBuiltUpAgainLandsWhereItWas) {
+TEST(CairoPainterBaseTransform, ADecomposedAndRecomposedTransformKeepsItsPlace) {
     const Canvas canvas(24, 24);
     CairoPainter painter(canvas.surface.get(), {2, 0, 0, 2, 0, 0});
     painter.translate({9, 2});
@@ -46,11 +46,11 @@ TEST(CairoPainterBaseTransform, ATransformTakenApartAndBuiltUpAgainLandsWhereItW
     painter.translate({getTranslateX(before), getTranslateY(before)});
     painter.rotate(getAngle(before));
     painter.drawPath(*makeBox(painter, 0, 1, 5, 3), true);
-    // (x, y) comes to (9 - y, 2 + x), then twice that.
+    // (x, y) becomes (9 - y, 2 + x), which the base doubles.
     EXPECT_TRUE(canvas.isBox(12, 4, 16, 14));
 }
 
-TEST(CairoPainterBaseTransform, StandsOnTheMatrixThatTheContextHadAtFirst) {
+TEST(CairoPainterBaseTransform, AppliesBeforeTheMatrixThatTheContextHadInitially) {
     const Canvas canvas(12, 12);
     const ContextPtr context = makeContext(canvas.surface.get());
     cairo_translate(context.get(), 5, 1);
@@ -60,7 +60,7 @@ TEST(CairoPainterBaseTransform, StandsOnTheMatrixThatTheContextHadAtFirst) {
     EXPECT_TRUE(canvas.isBox(7, 3, 11, 7));
 }
 
-TEST(CairoPainterBaseTransform, WorksOverTheScaleOfTheSurface) {
+TEST(CairoPainterBaseTransform, CombinesWithTheScaleOfTheSurface) {
     const Canvas canvas(12, 12);
     cairo_surface_set_device_scale(canvas.surface.get(), 2, 2);
     CairoPainter painter(canvas.surface.get());

@@ -19,7 +19,7 @@ void addDisc(Gfx::Painter& painter, float x, float y, float radius) {
     painter.cubicTo({x + arm, y - radius}, {x + radius, y - arm}, {x + radius, y});
 }
 
-TEST(CairoPainterRange, FontUnitsUnderASmallScaleComeOutUndistorted) {
+TEST(CairoPainterRange, FontUnitsUnderASmallScaleAreNotDistorted) {
     const Canvas direct(64, 64);
     CairoPainter directPainter(direct.surface.get());
     addDisc(directPainter, 30.5F, 31.25F, 25);
@@ -48,12 +48,12 @@ TEST(CairoPainterRange, APathRecordedUnderASmallScaleKeepsItsUnits) {
     EXPECT_TRUE(canvas.isBox(3, 5, 41, 29));
 }
 
-TEST(CairoPainterRange, SixThousandUnitsUnderALargeScaleAreCutAtThePicture) {
+TEST(CairoPainterRange, SixThousandUnitsUnderALargeScaleAreClippedToThePicture) {
     const Canvas canvas(16, 16);
     CairoPainter painter(canvas.surface.get());
     painter.translate({4, 6});
     painter.scale({6000, 6000});
-    // 36 million pixels a side: four times what cairo's numbers hold.
+    // A side of 36 million pixels is four times what cairo's numbers can hold.
     painter.drawPath(*makeBox(painter, 0, 0, 6000, 6000), true);
     EXPECT_TRUE(canvas.isBox(4, 6, 16, 16));
 }
@@ -154,7 +154,7 @@ TEST(CairoPainterRange, AnOpenLineIsNotClosedWhereItIsCut) {
     EXPECT_EQ(canvas.getPixel(3, 12), 0U);
 }
 
-TEST(CairoPainterRange, AnImmenselyWideLineCoversThePicture) {
+TEST(CairoPainterRange, AnExtremelyWideLineCoversThePicture) {
     const Canvas canvas(16, 16);
     CairoPainter painter(canvas.surface.get());
     painter.setLineWidth(1e30F);

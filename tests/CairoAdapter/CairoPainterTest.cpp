@@ -35,7 +35,7 @@ TEST(CairoPainter, BlendsATranslucentColorOverWhite) {
     EXPECT_EQ(canvas.getPixel(0, 0), 0xFFFFCCCCU);
 }
 
-TEST(CairoPainter, FillsWhatTwoContoursOfOneDirectionShare) {
+TEST(CairoPainter, FillsTheOverlapOfContoursOfTheSameDirection) {
     const Canvas canvas(9, 9);
     CairoPainter painter(canvas.surface.get());
     painter.beginPath();
@@ -45,7 +45,7 @@ TEST(CairoPainter, FillsWhatTwoContoursOfOneDirectionShare) {
     EXPECT_TRUE(canvas.isBox(1, 1, 8, 8));
 }
 
-TEST(CairoPainter, LeavesTheHoleOfAContourOfTheOtherDirection) {
+TEST(CairoPainter, LeavesAHoleForAContourOfTheOppositeDirection) {
     const Canvas canvas(9, 9);
     CairoPainter painter(canvas.surface.get());
     painter.beginPath();
@@ -68,7 +68,7 @@ TEST(CairoPainter, KeepsTheFillRuleOfTheClient) {
     EXPECT_EQ(cairo_get_fill_rule(context.get()), CAIRO_FILL_RULE_EVEN_ODD);
 }
 
-TEST(CairoPainter, StrokesALineInItsWidth) {
+TEST(CairoPainter, StrokesALineWithItsWidth) {
     const Canvas canvas(8, 6);
     CairoPainter painter(canvas.surface.get());
     painter.setLineWidth(2);
@@ -96,7 +96,7 @@ TEST(CairoPainter, JoinsTheEndsOfAContourThatReturnsToItsStart) {
     CairoPainter painter(canvas.surface.get());
     painter.setLineWidth(2);
     painter.drawPath(*makeBox(painter, 2, 2, 8, 8), false);
-    // The mitre of the first corner; two butt ends would leave it open.
+    // This is the mitre of the first corner. Two butt ends would leave it open.
     EXPECT_EQ(canvas.getPixel(1, 1), blackPixel);
     EXPECT_EQ(canvas.getPixel(5, 5), 0U);
 }
@@ -154,7 +154,7 @@ TEST(CairoPainter, StartsASegmentWithoutMoveToAtItsOwnFirstPoint) {
     EXPECT_TRUE(canvas.isBox(1, 1, 5, 5));
 }
 
-TEST(CairoPainter, BeginPathForgetsWhatWasNotTaken) {
+TEST(CairoPainter, BeginPathDiscardsAPathThatWasNotTaken) {
     const Canvas canvas(6, 6);
     CairoPainter painter(canvas.surface.get());
     addBox(painter, 0, 0, 6, 6);
@@ -172,7 +172,7 @@ TEST(CairoPainter, TakesAnEmptyPathThatDrawsNothing) {
     EXPECT_TRUE(canvas.isEmpty());
 }
 
-TEST(CairoPainter, LeavesTheTakenPathAloneWhenTheNextOneIsBuilt) {
+TEST(CairoPainter, DoesNotChangeATakenPathWhileBuildingTheNext) {
     const Canvas canvas(8, 8);
     CairoPainter painter(canvas.surface.get());
     const auto path = makeBox(painter, 1, 1, 3, 3);
@@ -181,7 +181,7 @@ TEST(CairoPainter, LeavesTheTakenPathAloneWhenTheNextOneIsBuilt) {
     EXPECT_TRUE(canvas.isBox(1, 1, 3, 3));
 }
 
-TEST(CairoPainter, DrawsThePathOfAnotherPainterThatIsGone) {
+TEST(CairoPainter, DrawsThePathOfADestroyedPainter) {
     std::shared_ptr<const Gfx::Path> path;
     {
         const Canvas other(1, 1);
@@ -206,7 +206,7 @@ TEST(CairoPainter, RefusesAForeignPath) {
     EXPECT_TRUE(canvas.isBox(0, 0, 2, 2));
 }
 
-TEST(CairoPainter, ObeysTheClipOfTheClient) {
+TEST(CairoPainter, RespectsTheClipOfTheClient) {
     const Canvas canvas(8, 8);
     const ContextPtr context = makeContext(canvas.surface.get());
     cairo_rectangle(context.get(), 2, 2, 3, 3);

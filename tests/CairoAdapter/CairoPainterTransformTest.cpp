@@ -49,18 +49,18 @@ TEST_F(CairoPainterTransform, RotatesTheXAxisTowardsTheYAxis) {
     painter.translate({8, 1});
     painter.rotate(quarterTurn);
     drawBox(1, 2, 6, 4);
-    // (x, y) comes to (8 - y, 1 + x).
+    // (x, y) becomes (8 - y, 1 + x).
     EXPECT_TRUE(canvas.isBox(4, 2, 6, 7));
 }
 
-TEST_F(CairoPainterTransform, AppliesWhatComesLaterFirst) {
+TEST_F(CairoPainterTransform, AppliesTheLatestTransformFirst) {
     painter.scale({2, 2});
     painter.translate({3, 1});
     drawBox(0, 0, 1, 1);
     EXPECT_TRUE(canvas.isBox(6, 2, 8, 4));
 }
 
-TEST_F(CairoPainterTransform, RestoresWhatWasPushed) {
+TEST_F(CairoPainterTransform, RestoresThePushedTransform) {
     painter.translate({1, 2});
     const Matrix before = painter.getTransform();
     painter.pushTransform();
@@ -81,7 +81,7 @@ TEST_F(CairoPainterTransform, BeginsAsTheIdentityAndResetsToIt) {
     EXPECT_EQ(painter.getTransform(), Matrix());
 }
 
-TEST_F(CairoPainterTransform, GivesBackWhatItWasBuiltFrom) {
+TEST_F(CairoPainterTransform, ReturnsWhatItWasBuiltFrom) {
     painter.translate({7, -3});
     painter.rotate(0.5F);
     painter.scale({2, 5});

@@ -2,16 +2,16 @@
 
 namespace Vell::CairoAdapter::Testing {
 
-/// The functions of cairo that show whether a glyph was drawn by cairo. The executable defines these
-/// functions itself, so the calls of the adapter arrive here and go on to libcairo.
+/// Watches the functions of cairo that reveal whether cairo draws a glyph. The executable defines these
+/// functions itself: the calls of the adapter arrive here and are forwarded to libcairo.
 class CairoSpy {
 public:
-    /// How often cairo was asked to draw (cairo_mask, cairo_paint) since the last call of this function, by
-    /// the test or by the adapter.
+    /// How often the test or the adapter called cairo_mask or cairo_paint since the last call of this
+    /// function.
     static int takeDrawingCount();
 
-    /// While it lives, contexts report another operator than over: the adapter then leaves all drawing to
-    /// cairo, which knows the true one.
+    /// During its lifetime, contexts report an operator other than over: the adapter then leaves all drawing
+    /// to cairo, which knows the real one.
     class LeavesDrawingToCairo {
     public:
         LeavesDrawingToCairo();

@@ -23,7 +23,7 @@ cairo_status_t append(void* text, const unsigned char* bytes, unsigned int count
     return CAIRO_STATUS_SUCCESS;
 }
 
-/// What a drawing of 100 by 50 points comes to as an SVG document.
+/// Returns a drawing of 100 by 50 points as an SVG document.
 template <class Draw>
 std::string makeSvg(Draw draw) {
     std::string text;
@@ -108,7 +108,6 @@ TEST(CairoVectorSurface, PdfTakesPathsAndGlyphBitmaps) {
     EXPECT_THAT(text, HasSubstr("%%EOF"));
 }
 
-/// A drawing that is kept by cairo and shown later shows the same pixels.
 TEST(CairoVectorSurface, ARecordingReplaysToTheSamePixels) {
     const SurfacePtr recording =
         adoptSurface(cairo_recording_surface_create(CAIRO_CONTENT_COLOR_ALPHA, nullptr));

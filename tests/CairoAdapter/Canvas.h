@@ -15,7 +15,7 @@ constexpr cinder::ColorAT<unsigned char> black{0, 0, 0, 255};
 constexpr std::uint32_t blackPixel = 0xFF000000;
 constexpr float quarterTurn = 1.57079632679489661923F;
 
-/// A picture with a look at its pixels: premultiplied words, A << 24 | R << 16 | G << 8 | B.
+/// An image with access to its pixels: premultiplied words, A << 24 | R << 16 | G << 8 | B.
 class Canvas {
 public:
     Canvas(int width, int height)
@@ -34,7 +34,7 @@ public:
 
     unsigned int getAlpha(int x, int y) const { return getPixel(x, y) >> 24; }
 
-    /// The alphas of all pixels, row after row.
+    /// The alphas of all pixels, row by row.
     std::vector<unsigned int> getAlphas() const {
         std::vector<unsigned int> alphas;
         for (int y = 0; y < _height; ++y) {
@@ -57,7 +57,7 @@ public:
 
     bool isEmpty() const { return isBox(0, 0, 0, 0); }
 
-    /// Whether exactly the pixels of the box are opaque black and all others are untouched.
+    /// Whether the pixels of the box are opaque black and all others are untouched.
     bool isBox(int left, int top, int right, int bottom) const {
         for (int y = 0; y < _height; ++y) {
             for (int x = 0; x < _width; ++x) {
@@ -83,7 +83,7 @@ private:
     int _height;
 };
 
-/// A closed box, wound clockwise on a y axis that points down.
+/// Adds a closed box, clockwise if the y axis points down.
 inline void addBox(Gfx::Painter& painter, float left, float top, float right, float bottom) {
     painter.moveTo({left, top});
     painter.lineTo({right, top});

@@ -8,9 +8,8 @@
 
 namespace Vell::CairoAdapter::Testing {
 
-/// A picture of any format in memory of the test's own, in a frame of bytes that must stay as they are:
-/// before the first row, behind the last one and between any two. It begins with the bytes 16, 17 ... again
-/// and again.
+/// An image of any format in the test's own memory, within a frame of bytes that must not change: before the
+/// first row, after the last row and between rows. Initially it holds the bytes 16, 17 ... repeatedly.
 class FramedImage {
 public:
     static constexpr int width = 48;
@@ -32,7 +31,7 @@ public:
         return true;
     }
 
-    /// Over all bytes that have a meaning in the format.
+    /// Compares the bytes that have a meaning in the format.
     int getGreatestDifference(const FramedImage& other) const {
         int greatest = 0;
         for (std::size_t i = 0; i < bytes.size(); ++i) {
@@ -70,7 +69,7 @@ private:
     cairo_format_t _format;
 };
 
-/// A drawing by the adapter beside the same drawing by cairo alone.
+/// A drawing by the adapter, and the same drawing by cairo alone.
 struct Comparison {
     int difference; ///< the greatest of any byte
     int drawings;   ///< how often the adapter asked cairo to draw

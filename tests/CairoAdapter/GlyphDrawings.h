@@ -35,7 +35,7 @@ inline void clipTo(cairo_t* context, double x, double y, double width, double he
     cairo_clip(context);
 }
 
-/// How often the adapter asks cairo to draw; the picture must be cairo's, too.
+/// How often the adapter lets cairo draw. The picture must equal the one that cairo alone draws.
 inline int countLeftToCairo(const Drawing& draw, cairo_format_t format = CAIRO_FORMAT_ARGB32) {
     const Comparison result =
         compareWithCairo(format, [&draw](cairo_surface_t* surface) { draw(makeContext(surface).get()); });

@@ -17,8 +17,8 @@ using Internal::PixelOperations;
 
 using Bytes = std::vector<unsigned char>;
 
-/// Bytes that are as long as needed: the address sanitizer sees what is read beyond. The last row comes
-/// first.
+/// A bitmap in exactly as many bytes as it needs: the address sanitizer sees any read beyond. The last row
+/// comes first in memory.
 struct Source {
     Source(std::mt19937& random, int width, int rows, int bytesPerPixel)
         : bytes(static_cast<std::size_t>(width * rows * bytesPerPixel)) {
@@ -38,7 +38,7 @@ struct Source {
     BitmapView view{};
 };
 
-/// The definition: all four neighbours at once, rounded down.
+/// The definition: the weighted sum of all four neighbours, rounded down.
 unsigned char interpolateOne(const Source& source, const Displacement& displacement, int column, int row,
                              int channel) {
     const unsigned int leftWeight = 128 - displacement.rightWeight;
@@ -50,7 +50,7 @@ unsigned char interpolateOne(const Source& source, const Displacement& displacem
         (upper * (128 - displacement.bottomWeight) + lower * displacement.bottomWeight) / (128 * 128));
 }
 
-/// The pixels of the part, row after row without gaps.
+/// The pixels of the part, row by row without gaps.
 Bytes interpolateByDefinition(const Source& source, const Displacement& displacement, const PixelBox& part) {
     Bytes result;
     for (int row = part.top; row < part.bottom; ++row) {
@@ -63,7 +63,7 @@ Bytes interpolateByDefinition(const Source& source, const Displacement& displace
     return result;
 }
 
-/// The same by one of the ways, into a buffer of just the size that it may use.
+/// The same by one of the implementations, in a buffer of exactly the size that it may use.
 Bytes run(const PixelOperations& operations, const Source& source, const Displacement& displacement,
           const PixelBox& part) {
     const std::ptrdiff_t pitch = Internal::getInterpolatedPitch(source.view, part);
@@ -149,7 +149,7 @@ TEST(Interpolation, FollowsItsDefinitionInEveryPart) {
     }
 }
 
-TEST(Interpolation, TakesTheGreatestWidthThereIs) {
+TEST(Interpolation, AcceptsTheGreatestWidth) {
     std::mt19937 random(8);
     for (const int bytesPerPixel : {1, 4}) {
         const Source source(random, Internal::maxInterpolatedWidth - 1, 2, bytesPerPixel);
@@ -157,7 +157,7 @@ TEST(Interpolation, TakesTheGreatestWidthThereIs) {
     }
 }
 
-TEST(Interpolation, WritesNothingBehindTheLastGroup) {
+TEST(Interpolation, WritesNothingBeyondTheLastGroup) {
     std::mt19937 random(9);
     for (const PixelOperations& operations : listRunnableOperations()) {
         for (int width = 1; width <= 24; ++width) {

@@ -17,7 +17,7 @@ using Internal::PixelOperations;
 
 using Words = std::vector<std::uint32_t>;
 
-/// Opaque ones, translucent ones whose channels are as large as can be, black and nothing.
+/// Opaque colours, translucent ones with the largest possible channels, black and nothing.
 constexpr std::uint32_t colors[] = {0xFF000000, 0xFFFFFFFF, 0xFF141E28, 0x80808080, 0x7F3F007F,
                                     0xFE01FE80, 0x01010001, 0x33112233, 0x00000000};
 
@@ -26,10 +26,10 @@ std::uint32_t getChannel(std::uint32_t color, int shift) {
 }
 
 std::uint32_t divideBy255(std::uint32_t product) {
-    return (product * 2 + 255) / 510; // to the nearest; there are no ties
+    return (product * 2 + 255) / 510; // rounds to the nearest; there are no ties
 }
 
-/// The definition: one channel after the other, each product rounded by itself.
+/// The definition, one channel at a time, with each product rounded separately.
 std::uint32_t blendOne(std::uint32_t color, std::uint32_t coverage, std::uint32_t under) {
     const std::uint32_t alpha = divideBy255(getChannel(color, 24) * coverage);
     std::uint32_t result = 0;
@@ -45,8 +45,8 @@ unsigned char* getBytes(Words& words) {
     return reinterpret_cast<unsigned char*>(words.data());
 }
 
-/// 256 columns, each of its own coverage, in 256 rows; and a pixel for each of them, alike in a row but
-/// different in its channels.
+/// All pairs of a coverage and a byte of a pixel: each of 256 columns has its own coverage, each of 256 rows
+/// its own pixels, whose channels differ.
 struct EveryPair {
     EveryPair() {
         for (std::uint32_t y = 0; y < 256; ++y) {
@@ -77,7 +77,7 @@ TEST(PixelBlending, GivesEveryCoverageOverEveryByteItsRoundedShare) {
     }
 }
 
-TEST(PixelBlending, PutsEveryColorOverEveryByteAlsoWhereItExceedsItsAlpha) {
+TEST(PixelBlending, PutsEveryColorOverEveryByteEvenIfItExceedsItsAlpha) {
     for (std::uint32_t alpha = 0; alpha < 256; alpha += 17) {
         Words above(256 * 256);
         EveryPair pairs;
@@ -95,7 +95,7 @@ TEST(PixelBlending, PutsEveryColorOverEveryByteAlsoWhereItExceedsItsAlpha) {
     }
 }
 
-/// A picture with something around it that must stay.
+/// A picture whose surroundings must not change.
 struct Framed {
     static constexpr int stride = 64;
     static constexpr int left = 5;
@@ -113,7 +113,7 @@ TEST(PixelBlending, TouchesNoPixelBesideTheBlockWhateverItsWidth) {
     std::mt19937 random(3);
     for (int width = 1; width <= 40; ++width) {
         const auto size = static_cast<std::size_t>(width) * 3;
-        // Exactly as long as needed: the address sanitizer sees what is read beyond.
+        // Exactly the needed size: the address sanitizer sees any read beyond.
         std::vector<unsigned char> coverage(size);
         std::generate(coverage.begin(), coverage.end(),
                       [&random] { return static_cast<unsigned char>(random() % 4 * 85); });
@@ -151,7 +151,7 @@ TEST(PixelBlending, TouchesNoPixelBesideColorsWhateverTheirWidth) {
     }
 }
 
-TEST(PixelBlending, TakesAnyAlignment) {
+TEST(PixelBlending, AcceptsAnyAlignment) {
     for (const PixelOperations& operations : listRunnableOperations()) {
         std::array<unsigned char, 64> pixels{};
         const std::array<unsigned char, 9> coverage{0, 255, 255, 255, 255, 255, 255, 255, 255};
@@ -164,7 +164,7 @@ TEST(PixelBlending, TakesAnyAlignment) {
     }
 }
 
-/// What cairo makes of all pairs: it masks the colour, whose channels it has from 16 bits.
+/// Lets cairo blend all pairs by masking the colour, whose channels it computes from 16 bits.
 Words maskWithCairo(EveryPair& pairs, std::uint32_t color) {
     const SurfacePtr picture = adoptSurface(
         cairo_image_surface_create_for_data(getBytes(pairs.under), CAIRO_FORMAT_ARGB32, 256, 256, 1024));

@@ -1,4 +1,4 @@
-// The implementations for some processors beside the portable one.
+// Compares the implementations for particular processors with the portable one.
 
 #include "RunnableOperations.h"
 
@@ -26,7 +26,7 @@ int drawInt(Random& random, int first, int last) {
     return std::uniform_int_distribution<int>(first, last)(random);
 }
 
-/// One of the extremes, or anything.
+/// One of the extremes, or any byte.
 unsigned char drawByte(Random& random) {
     const unsigned char values[] = {0, 255, static_cast<unsigned char>(random() % 256)};
     return values[random() % std::size(values)];
@@ -45,8 +45,8 @@ std::uint32_t drawColor(Random& random) {
     return alpha << 24 | drawChannel() << 16 | drawChannel() << 8 | drawChannel();
 }
 
-/// Rows of pixels that begin anywhere in memory, the top one first or last. The bytes end with the last
-/// pixel: the address sanitizer sees what is read or written beyond.
+/// Rows of pixels at any alignment, with the top row first or last in memory. The bytes end with the last
+/// pixel: the address sanitizer sees any access beyond.
 class Rows {
 public:
     Rows(Random& random, int length, int rows)
@@ -60,7 +60,7 @@ public:
     unsigned char* getTop() { return getRow(0); }
     std::ptrdiff_t getPitch() const { return _isUpwards ? -_pitch : _pitch; }
     void clearRow(int row) { std::fill_n(getRow(row), _length, static_cast<unsigned char>(0)); }
-    /// Of colours.
+    /// For rows of colours.
     void makeRowOpaque(int row) {
         for (int x = 0; x < _length; x += Internal::bytesPerColor) {
             Internal::writeColor(Internal::readColor(getRow(row) + x) | 0xFF000000U, getRow(row) + x);
@@ -81,7 +81,7 @@ private:
     Bytes _bytes;
 };
 
-/// Rows of which some are empty.
+/// Rows, some of which are empty.
 Rows drawRows(Random& random, int length, int rows) {
     Rows result(random, length, rows);
     for (int row = 0; row < rows; ++row) {
@@ -92,7 +92,7 @@ Rows drawRows(Random& random, int length, int rows) {
     return result;
 }
 
-/// Rows of colours of which some are empty and some opaque.
+/// Rows of colours, some of which are empty and some opaque.
 Rows drawColorRows(Random& random, int width, int rows) {
     Rows result = drawRows(random, width * Internal::bytesPerColor, rows);
     for (int row = 0; row < rows; ++row) {
@@ -120,7 +120,7 @@ protected:
         _operations = found;
     }
 
-    /// Blends by both and compares all bytes, those around the pixels included.
+    /// Blends with both implementations and compares all bytes, including those around the pixels.
     template <typename Blend>
     void expectSame(Random& random, int width, int rows, const Blend& blend) {
         Rows expected(random, width * Internal::bytesPerColor, rows);
@@ -161,7 +161,7 @@ TEST_P(PixelOperations, BlendEveryAlphaAndEveryCoverageAsThePortableCode) {
     }
     for (std::uint32_t alpha = 0; alpha < 256; ++alpha) {
         const std::uint32_t color = alpha << 24 | alpha << 16 | alpha / 2;
-        // Once in groups of many, once in rows of few.
+        // In wide rows and in narrow ones.
         for (const int width : {256, 7, 3}) {
             ASSERT_NO_FATAL_FAILURE(expectSame(
                 random, width, 256 / width, [&](const Internal::PixelOperations& operations, Rows& under) {
@@ -173,7 +173,7 @@ TEST_P(PixelOperations, BlendEveryAlphaAndEveryCoverageAsThePortableCode) {
     }
 }
 
-TEST_P(PixelOperations, BlendColorsAsThePortableCodeAlsoWhereTheyExceedTheirAlpha) {
+TEST_P(PixelOperations, BlendColorsAsThePortableCodeEvenIfTheyExceedTheirAlpha) {
     Random random(13);
     for (int width = 1; width <= widest; ++width) {
         for (int i = 0; i < 40; ++i) {
@@ -188,7 +188,7 @@ TEST_P(PixelOperations, BlendColorsAsThePortableCodeAlsoWhereTheyExceedTheirAlph
     }
 }
 
-/// The pixels of the part, row after row without what fills them up.
+/// The pixels of the part, row by row without padding.
 Bytes interpolate(const Internal::PixelOperations& operations, const BitmapView& bitmap,
                   const Displacement& displacement, const PixelBox& part) {
     const std::ptrdiff_t pitch = Internal::getInterpolatedPitch(bitmap, part);

@@ -8,7 +8,7 @@
 
 namespace Vell::CairoAdapter::Testing {
 
-/// Every implementation that this machine can run, the portable one first.
+/// Every implementation that this processor can run, the portable one first.
 inline std::vector<Internal::PixelOperations> listRunnableOperations() {
     std::vector<Internal::PixelOperations> result;
     std::copy_if(std::begin(Internal::pixelOperations), std::end(Internal::pixelOperations),
