@@ -1,7 +1,8 @@
 #pragma once
 
-/// The whole of FontEngine: the factory with its faces and fonts, the descriptions that clients build, glyph
-/// keys and runs, and the two text painters.
+/// The whole of FontEngine: functions that describe a font, measure a text and draw it in one call each; the
+/// factory with its faces and fonts, the descriptions that clients build, glyph keys and runs, and the two
+/// text painters.
 
 #include <FontEngine/FE_BitmapGlyphImage.h>
 #include <FontEngine/FE_BitmapGlyphInfo.h>
@@ -9,6 +10,7 @@
 #include <FontEngine/FE_BitmapGlyphRunPainter.h>
 #include <FontEngine/FE_CacheFigures.h>
 #include <FontEngine/FE_ColoredBitmapGlyphInfo.h>
+#include <FontEngine/FE_DescribeFont.h>
 #include <FontEngine/FE_Exceptions.h>
 #include <FontEngine/FE_ExtFontInfo.h>
 #include <FontEngine/FE_FaceData.h>
@@ -21,6 +23,7 @@
 #include <FontEngine/FE_GlyphTransform.h>
 #include <FontEngine/Renderer/FE_BitmapGlyph.h>
 #include <FontEngine/Renderer/FE_BitmapGlyphRun.h>
+#include <FontEngine/Renderer/FE_DrawText.h>
 #include <FontEngine/Renderer/FE_OutlineGlyph.h>
 #include <FontEngine/Renderer/FE_OutlineGlyphRun.h>
 #include <FontEngine/Renderer/FE_RasterTextPainter.h>

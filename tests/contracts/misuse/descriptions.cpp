@@ -1,6 +1,7 @@
 // Descriptions and keys are immutable values; the interfaces behind them are made by derived classes only.
 
 #include <FontEngine/FE_ColoredBitmapGlyphInfo.h>
+#include <FontEngine/FE_DescribeFont.h>
 #include <FontEngine/FE_ExtFontInfo.h>
 #include <FontEngine/FE_FontFaceInfo.h>
 #include <FontEngine/FE_FontInfo.h>
@@ -41,6 +42,12 @@ int main() {
 #endif
 #ifdef MISUSE_IMPLICIT_TEXT_DESCRIPTION // initialization|no viable|no matching
     take(font);
+#endif
+#ifdef MISUSE_STYLE_BY_FLAG // initialization|no viable conversion|no matching function
+    FontEngine::describeFont("name", 10.0F, true);
+#endif
+#ifdef MISUSE_STYLE_BY_FLAGS // initialization|no matching function
+    FontEngine::describeFont("name", 10.0F, {true, false});
 #endif
 #ifdef MISUSE_KEY_WITHOUT_DESCRIPTION // no matching (function|constructor)
     GlyphInfo nothing;

@@ -1,0 +1,70 @@
+#pragma once
+
+/// Measures and draws one line of text in one call each:
+///
+///     const auto font = describeFont("DejaVu Sans", 16.0F);
+///     const float width = measureText(*factory, "Hello", font).width;
+///     drawRasterText(*factory, "Hello", font, {painter, glyphPainter, color});
+///
+/// These functions stand beside FontFactory, RasterTextPainter and VectorTextPainter and are made of them:
+/// they look the font up in the factory and call the class. Use the classes themselves to keep a run, to
+/// count the characters that fit into a width, or to draw many texts with one look-up of the font.
+///
+/// Text is UTF-8. Each ill-formed part of it counts as one U+FFFD. Nothing is shaped or kerned, and a line
+/// feed is a character like any other.
+///
+/// Threads: those of the factory; a painter is used by one thread at a time.
+/// Errors: those of the factory and of the text painters, and what the client's loader and painters throw.
+/// A description that is null (a moved-from pointer) is a failed assertion.
+
+#include <FontEngine/FE_BitmapGlyphPainter.h>
+#include <Gfx/Public/ExtFontInfo.h>
+#include <Gfx/Public/Painter.h>
+#include <Utils/Public/Export.h>
+#include <Utils/Public/Ptr/CheckedPtr.h>
+#include <cinder/Color.h>
+
+#include <boost/utility/string_ref.hpp>
+
+namespace Vell::FontEngine {
+
+class FontFactory;
+
+/// How much room a line of text takes, in the units of the font size. All but the width belong to the font
+/// and are the same for every text. See Gfx::FontMetrics.
+struct TextSize {
+    float width;   ///< the distance that the pen travels, letter spacing included; not the width of the ink
+    float height;  ///< the distance to the next base line: ascent, descent and leading
+    float ascent;  ///< from the base line up
+    float descent; ///< from the base line down, as a positive number
+    /// How far above the base line of normal text this font's base line lies; negative when below. Drawing
+    /// does not apply it: move the painter up by it for superscript and subscript text.
+    float baseLineShift;
+};
+
+/// Measures `text`. Characters that the font lacks count at the width of their fallback font.
+VELL_API TextSize measureText(const FontFactory& factory, boost::string_ref text,
+                              const NNPtr<const Gfx::ExtFontInfo>& font);
+
+/// Where bitmaps of glyphs go. Make it where you draw: it refers to both painters and owns neither.
+struct RasterTarget {
+    Gfx::Painter& painter;            ///< for the transform
+    BitmapGlyphPainter& glyphPainter; ///< for the pixels
+    /// Of underscores, which reach the glyph painter coloured; it knows the colour of all other glyphs.
+    cinder::ColorAT<unsigned char> color;
+    float devicePixelRatio = 1.0F; ///< device pixels in a logical unit
+    bool isBottomUp = false;       ///< whether the glyph painter wants the bottom row of a bitmap first
+};
+
+/// Draws `text` as bitmaps, with its base line starting at the painter's origin: a RasterTextPainter's
+/// drawText. After an exception the painter's transform stays pushed.
+VELL_API void drawRasterText(const FontFactory& factory, boost::string_ref text,
+                             const NNPtr<const Gfx::ExtFontInfo>& font, const RasterTarget& target);
+
+/// Draws `text` as outlines, with its base line starting at the painter's origin: a VectorTextPainter's
+/// drawText. There are no fallback fonts: a character that the font lacks is drawn with its missing-glyph
+/// symbol. If the painter throws, its transform stays pushed.
+VELL_API void drawVectorText(const FontFactory& factory, boost::string_ref text,
+                             const NNPtr<const Gfx::ExtFontInfo>& font, Gfx::Painter& painter);
+
+} // namespace Vell::FontEngine
