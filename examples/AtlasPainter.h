@@ -20,9 +20,10 @@ struct Quad {
 };
 
 /// Packs each bitmap that it has not seen yet into one texture, and records a quad for each glyph. A glyph
-/// has a bitmap for each fraction of a pixel that it may start at. A bitmap is known by its address, its own
-/// while the factory caches it: always, if no limits are set. Under limits, take the keys
-/// (BitmapGlyph::getInfo) from the runs that createGlyphRun makes.
+/// has a bitmap for each fraction of a pixel that it may start at.
+///
+/// The address of a bitmap tells it apart as long as the factory caches it: always, while no limits are set.
+/// Under limits use the keys (BitmapGlyph::getInfo) of the runs that createGlyphRun makes.
 class AtlasPainter : public Vell::FontEngine::BitmapGlyphPainter {
 public:
     static constexpr int side = 256; ///< of the texture, in pixels

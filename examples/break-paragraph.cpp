@@ -46,11 +46,8 @@ std::size_t findLineEnd(const Gfx::FontMetrics& font, const Style& style, std::s
 
 void printLines(std::string_view text, float width) {
     const auto factory = FontEngine::FontFactory::create("DejaVu Sans");
-    const auto face = makeNNPtr<const FontEngine::Internal::FontFaceInfo>("DejaVu Serif", false, false);
-    const auto info =
-        makeNNPtr<const FontEngine::Internal::FontInfo>(face, 16.0F, Gfx::TextPositionType::Normal);
-    const Style style = makeNNPtr<const FontEngine::Internal::ExtFontInfo>(info);
-    const auto font = factory->getFontMetrics(info);
+    const Style style = FontEngine::describeFont("DejaVu Serif", 16.0F);
+    const auto font = factory->getFontMetrics(style->getFontInfo()); // looked up once for all lines
 
     std::cout << std::fixed << std::setprecision(2);
     while (text.find_first_not_of(' ') != std::string_view::npos) {

@@ -1,4 +1,4 @@
-// Fonts from the application's memory, here read from files. The installed ones are never looked at.
+// Fonts from the application's memory, here read from files. The installed fonts are never looked at.
 //
 //     fonts-from-memory REGULAR.ttf BOLD.ttf [FILE.png]
 
@@ -30,7 +30,7 @@ FontBytes readBytes(const std::string& path) {
     return bytes;
 }
 
-/// One family in two styles. The styles that it lacks are synthesised from these: italic text is slanted.
+/// One family in two styles. The factory synthesises the others from these: it slants italic text.
 class MemoryLoader : public FontLoaders::FontLoader {
 public:
     MemoryLoader(const std::string& regular, const std::string& bold)
@@ -57,13 +57,9 @@ void drawPicture(const NNPtr<const FontLoaders::FontLoader>& loader, const char*
     cairo_set_source_rgb(painter.getContext(), 1.0, 1.0, 1.0);
     cairo_paint(painter.getContext());
     for (const bool isBold : {false, true}) {
-        const auto face = makeNNPtr<const FontEngine::Internal::FontFaceInfo>(family, isBold, false);
-        const auto info =
-            makeNNPtr<const FontEngine::Internal::FontInfo>(face, 50.0F, Gfx::TextPositionType::Normal);
-        const auto style = makeNNPtr<const FontEngine::Internal::ExtFontInfo>(info);
+        const auto font = FontEngine::describeFont(family, 50.0F, FontEngine::FontStyle{}.setBold(isBold));
         painter.translate({isBold ? 0.0F : 10.0F, 60.0F});
-        FontEngine::RasterTextPainter(painter, glyphPainter, false)
-            .drawText("ABBA", style, factory->getFont(info), painter.getColor(), 1.0F);
+        FontEngine::drawRasterText(*factory, "ABBA", font, {painter, glyphPainter, painter.getColor()});
     }
     CairoAdapter::throwIfFailed(cairo_surface_write_to_png(surface.get(), file));
 }

@@ -1,4 +1,4 @@
-// A string as a picture: the shortest way from words to pixels. The picture is as large as the text.
+// A string as a picture: the shortest way from words to pixels. The picture is as large as its text.
 //
 //     string-to-png [TEXT [FILE.png]]
 
@@ -19,28 +19,22 @@ constexpr float margin = 12.0F;
 constexpr cinder::ColorAT<unsigned char> ink(20, 60, 160, 255);
 
 void drawPicture(const std::string& text, const std::string& file) {
-    // A factory holds all caches: make one and keep it as long as there is text to draw.
+    // The factory holds all caches: make one, and keep it as long as there is text to draw.
     const auto factory = FontEngine::FontFactory::create("DejaVu Sans");
-    const bool isBold = false;
-    const bool isItalic = true;
-    const auto face = makeNNPtr<const FontEngine::Internal::FontFaceInfo>("DejaVu Serif", isBold, isItalic);
-    const auto info =
-        makeNNPtr<const FontEngine::Internal::FontInfo>(face, 48.0F, Gfx::TextPositionType::Normal);
-    const auto style = makeNNPtr<const FontEngine::Internal::ExtFontInfo>(info);
-    const auto font = factory->getFontMetrics(info);
+    const auto font = FontEngine::describeFont("DejaVu Serif", 48.0F, FontEngine::FontStyle{}.setItalic());
 
-    const float width = font->getTextWidth(text, style);
+    const FontEngine::TextSize size = FontEngine::measureText(*factory, text, font);
     const auto surface =
-        CairoAdapter::makeImageSurface(static_cast<int>(std::ceil(width + 2.0F * margin)),
-                                       static_cast<int>(std::ceil(font->getHeight() + 2.0F * margin)));
+        CairoAdapter::makeImageSurface(static_cast<int>(std::ceil(size.width + 2.0F * margin)),
+                                       static_cast<int>(std::ceil(size.height + 2.0F * margin)));
     CairoAdapter::CairoPainter painter(surface.get());
     CairoAdapter::CairoGlyphPainter glyphPainter(painter, ink);
     cairo_set_source_rgb(painter.getContext(), 1.0, 1.0, 1.0);
     cairo_paint(painter.getContext());
 
-    // Text starts on its base line. On a whole pixel it is at its sharpest.
-    painter.translate({margin, std::round(margin + font->getAscent())});
-    FontEngine::RasterTextPainter(painter, glyphPainter, false).drawText(text, style, *font, ink, 1.0F);
+    // Text starts on its base line. It is sharpest where that is a whole pixel.
+    painter.translate({margin, std::round(margin + size.ascent)});
+    FontEngine::drawRasterText(*factory, text, font, {painter, glyphPainter, ink});
 
     if (cairo_surface_write_to_png(surface.get(), file.c_str()) != CAIRO_STATUS_SUCCESS) {
         throw std::runtime_error("cannot write " + file);

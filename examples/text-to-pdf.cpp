@@ -21,16 +21,12 @@ constexpr float pageHeight = 842.0F;
 
 void writeDocument(const std::string& text, const std::string& file) {
     const auto factory = FontEngine::FontFactory::create("DejaVu Sans");
-    const auto face = makeNNPtr<const FontEngine::Internal::FontFaceInfo>("DejaVu Serif", true, false);
-    const auto info =
-        makeNNPtr<const FontEngine::Internal::FontInfo>(face, 60.0F, Gfx::TextPositionType::Normal);
-    const auto style = makeNNPtr<const FontEngine::Internal::ExtFontInfo>(info);
-    const auto font = factory->getFontMetrics(info);
+    const auto font = FontEngine::describeFont("DejaVu Serif", 60.0F, FontEngine::FontStyle{}.setBold());
+    const FontEngine::TextSize size = FontEngine::measureText(*factory, text, font);
 
     const auto surface =
         CairoAdapter::adoptSurface(cairo_pdf_surface_create(file.c_str(), pageWidth, pageHeight));
     CairoAdapter::CairoPainter painter(surface.get());
-    FontEngine::VectorTextPainter textPainter(painter);
     constexpr int spokes = 12;
     painter.translate({pageWidth / 2.0F, pageHeight / 2.0F});
     for (int spoke = 0; spoke < spokes; ++spoke) {
@@ -39,9 +35,9 @@ void writeDocument(const std::string& text, const std::string& file) {
         painter.pushTransform();
         painter.rotate(turn * 6.2831853F);
         painter.translate({60.0F, 0.0F});
-        painter.scale({0.4F, 0.4F}); // the same outlines at every size
-        painter.translate({0.0F, (font->getAscent() - font->getDescent()) / 2.0F}); // the ray is its middle
-        textPainter.drawText(text, style, *font);
+        painter.scale({0.4F, 0.4F});                                    // the same outlines at every size
+        painter.translate({0.0F, (size.ascent - size.descent) / 2.0F}); // the ray is its middle
+        FontEngine::drawVectorText(*factory, text, font, painter);
         painter.popTransform();
     }
     CairoAdapter::finishSurface(surface.get()); // writes the document, and throws where that fails

@@ -1,7 +1,8 @@
-// Glyphs for a GPU: a glyph painter (AtlasPainter.h) that packs each new bitmap into one texture and records
-// a quad for each glyph. Writes the texture, white on nothing (look at it on a dark ground), and the text as
-// drawn from the texture and the quads alone. There are almost as many bitmaps as glyphs, because a glyph has
-// one for each fraction of a pixel that it starts at; from a device pixel ratio of 1.5 on it has one.
+// Glyphs for a GPU: a glyph painter (AtlasPainter.h) packs each new bitmap into one texture and records a
+// quad for each glyph. The program writes the texture, white on nothing (look at it on a dark ground), and
+// the text as drawn from the texture and the quads alone. There are almost as many bitmaps as glyphs, because
+// a glyph has a bitmap for each fraction of a pixel that it starts at. From a device pixel ratio of 1.5 on it
+// has a single one.
 //
 //     texture-atlas [TEXT [TEXTURE.png [PICTURE.png]]]
 
@@ -19,14 +20,10 @@ constexpr cinder::ColorAT<unsigned char> ink(150, 30, 30, 255);
 
 void recordText(const std::string& text, const FontEngine::FontFactory& factory, Gfx::Painter& painter,
                 AtlasPainter& atlas) {
-    const auto face = makeNNPtr<const FontEngine::Internal::FontFaceInfo>("DejaVu Sans", false, false);
     for (const float size : {16.0F, 24.0F, 32.0F}) {
-        const auto info =
-            makeNNPtr<const FontEngine::Internal::FontInfo>(face, size, Gfx::TextPositionType::Normal);
-        const auto style = makeNNPtr<const FontEngine::Internal::ExtFontInfo>(info);
         painter.translate({0.0F, 1.5F * size});
-        FontEngine::RasterTextPainter(painter, atlas, false)
-            .drawText(text, style, factory.getFont(info), ink, 1.0F);
+        FontEngine::drawRasterText(factory, text, FontEngine::describeFont("DejaVu Sans", size),
+                                   {painter, atlas, ink});
     }
 }
 

@@ -1,6 +1,6 @@
-// Two threads, two factories: each thread draws its half of the picture with fonts and caches of its own, and
-// no lock is ever waited for. (One factory may serve both as well: then glyphs are rendered once for all,
-// under its locks.)
+// Two threads, two factories: each thread draws its half of the picture with fonts and caches of its own, so
+// neither ever waits for a lock. One factory may serve both threads as well. Then it renders each glyph once
+// for both, under its locks.
 //
 //     two-threads [FILE.png]
 
@@ -23,20 +23,16 @@ constexpr int lines = 16;
 /// One thread's work. The picture belongs to the thread until it is handed over.
 CairoAdapter::SurfacePtr drawColumn(const std::string& family) {
     const auto factory = FontEngine::FontFactory::create(family);
-    const auto face = makeNNPtr<const FontEngine::Internal::FontFaceInfo>(family, false, false);
     auto surface = CairoAdapter::makeImageSurface(columnWidth, height);
     CairoAdapter::CairoPainter painter(surface.get());
     CairoAdapter::CairoGlyphPainter glyphPainter(painter, painter.getColor());
     for (int line = 1; line <= lines; ++line) {
-        const auto info = makeNNPtr<const FontEngine::Internal::FontInfo>(
-            face, 8.0F + static_cast<float>(line), Gfx::TextPositionType::Normal);
-        const auto style = makeNNPtr<const FontEngine::Internal::ExtFontInfo>(info);
+        const auto font = FontEngine::describeFont(family, 8.0F + static_cast<float>(line));
         painter.resetTransform();
         const int baseLine = height * line / (lines + 1);
         painter.translate({10.0F, static_cast<float>(baseLine)});
-        FontEngine::RasterTextPainter(painter, glyphPainter, false)
-            .drawText(family + " " + std::to_string(8 + line), style, factory->getFont(info),
-                      painter.getColor(), 1.0F);
+        FontEngine::drawRasterText(*factory, family + " " + std::to_string(8 + line), font,
+                                   {painter, glyphPainter, painter.getColor()});
     }
     return surface;
 }
@@ -53,7 +49,7 @@ void drawPicture(const std::string& file) {
     const auto context = CairoAdapter::makeContext(surface.get());
     cairo_set_source_rgb(context.get(), 1.0, 1.0, 1.0);
     cairo_paint(context.get());
-    putColumn(context.get(), left.get().get(), 0); // get() throws what the thread has thrown
+    putColumn(context.get(), left.get().get(), 0); // get() throws what the thread threw
     putColumn(context.get(), right.get().get(), columnWidth);
     CairoAdapter::throwIfFailed(cairo_surface_write_to_png(surface.get(), file.c_str()));
 }

@@ -9,18 +9,11 @@ namespace {
 constexpr cinder::ColorAT<unsigned char> ink(20, 60, 160, 255);
 constexpr cinder::ColorAT<unsigned char> figuresInk(90, 90, 90, 255);
 
-auto makeStyle(const char* family, float size) {
-    const auto face = makeNNPtr<const FontEngine::Internal::FontFaceInfo>(family, false, false);
-    return makeNNPtr<const FontEngine::Internal::ExtFontInfo>(
-        makeNNPtr<const FontEngine::Internal::FontInfo>(face, size, Gfx::TextPositionType::Normal));
-}
-
 void drawRaster(CairoAdapter::CairoPainter& painter, const FontEngine::FontFactory& factory,
-                const std::string& text, const NNPtr<const Gfx::ExtFontInfo>& style,
+                const std::string& text, const NNPtr<const Gfx::ExtFontInfo>& font,
                 const cinder::ColorAT<unsigned char>& color, float devicePixelRatio) {
     CairoAdapter::CairoGlyphPainter glyphPainter(painter, color, devicePixelRatio);
-    FontEngine::RasterTextPainter(painter, glyphPainter, false)
-        .drawText(text, style, factory.getFont(style->getFontInfo()), color, devicePixelRatio);
+    FontEngine::drawRasterText(factory, text, font, {painter, glyphPainter, color, devicePixelRatio});
 }
 
 std::string describe(const char* name, const FontEngine::CacheFigures& figures) {
@@ -52,28 +45,28 @@ void TextView::draw(cairo_surface_t* surface) const {
 }
 
 void TextView::drawText(CairoAdapter::CairoPainter& painter) const {
-    const auto style = makeStyle("DejaVu Serif", 32.0F);
+    const auto font = FontEngine::describeFont("DejaVu Serif", 32.0F);
     painter.translate({20.0F, 60.0F});
     painter.rotate(degrees * 3.14159265F / 180.0F);
     painter.scale({zoom, zoom});
     if (isVector) {
         painter.setColor(ink);
-        FontEngine::VectorTextPainter(painter).drawText(text, style, _factory->getFont(style->getFontInfo()));
+        FontEngine::drawVectorText(*_factory, text, font, painter);
     } else {
-        drawRaster(painter, *_factory, text, style, ink, devicePixelRatio);
+        drawRaster(painter, *_factory, text, font, ink, devicePixelRatio);
     }
 }
 
 void TextView::drawFigures(CairoAdapter::CairoPainter& painter, float bottom) const {
     const FontEngine::FactoryCacheFigures figures = _factory->getCacheFigures();
-    const auto style = makeStyle("DejaVu Sans Mono", 12.0F);
+    const auto font = FontEngine::describeFont("DejaVu Sans Mono", 12.0F);
     const std::string lines[] = {describe("font files", figures.fontFiles), describe("faces", figures.faces),
                                  describe("bitmaps", figures.bitmaps),
                                  describe("coloured images", figures.coloredImages),
                                  describe("outlines", figures.outlines)};
     painter.translate({10.0F, bottom - 16.0F * 5.0F});
     for (const std::string& line : lines) {
-        drawRaster(painter, *_figuresFactory, line, style, figuresInk, 1.0F);
+        drawRaster(painter, *_figuresFactory, line, font, figuresInk, 1.0F);
         painter.translate({0.0F, 16.0F});
     }
 }

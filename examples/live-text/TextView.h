@@ -5,7 +5,7 @@
 
 #include <string>
 
-/// A text as the user has set it, drawn with the figures of the caches that it fills.
+/// The user's text as zoomed and turned, and below it what the caches that it fills hold.
 class TextView {
 public:
     TextView();

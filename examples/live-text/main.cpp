@@ -1,5 +1,5 @@
-// A window that shows text live, and what the caches of the factory have done for it. Type, or press one of
-// the keys in Keys.h. Needs SDL2.
+// A window that shows the text as it is typed, and how the caches of the factory serve it. Type, or press one
+// of the keys in Keys.h. Needs SDL2.
 //
 //     live-text [TEXT]
 
@@ -16,7 +16,7 @@
 
 namespace {
 
-/// Ends what SDL has started, its windows too.
+/// Starts SDL; its end ends SDL with all windows.
 struct Session {
     Session() { check(SDL_Init(SDL_INIT_VIDEO) == 0); }
     Session(const Session&) = delete;
