@@ -4,13 +4,13 @@
     draw-house.py ROOT             fails unless docs/house.svg is the picture of today's includes
     draw-house.py --update ROOT    draws it anew
 
-Floors stand on those that they include; the top floor has the folders of programs. A line goes down from each floor,
-with an arrow into each floor that it includes directly. That there is no arrow up is for check-includes.py to say.
+The top floor has the folders of programs. An arrow leads from each floor to the floors that it stands on: those that
+it includes, but for those that another one of them stands on. check-includes.py says that no arrow points up.
 """
 import sys
 from pathlib import Path
 
-from house import LAYERS, House, get_layer
+from house import LAYERS, House, find_neighbours, get_layer
 
 PROGRAMS = ["apps", "examples", "tests", "benchmarks", "fuzz"]
 ROOMS = {"FontEngine": ["factory, faces", "Renderer", "Private"]}
@@ -21,7 +21,8 @@ WORDS = {
     "Utils": "checked pointers, assertions, hashes, UTF-8, the MRU cache",
     "cinder": "points, colours, transforms",
 }
-LEFT, TOP, WIDTH, HEIGHT, GAP = 10, 10, 520, 56, 16
+LEFT, TOP, WIDTH, HEIGHT, GAP = 10, 10, 520, 56, 28
+MIDDLE = LEFT + WIDTH // 2
 LANE = 24
 
 STYLE = """  <style>
@@ -82,30 +83,33 @@ def draw_floor(name, rooms, top):
         yield f'  <text class="words" x="{LEFT + 140}" y="{top + 33}">{WORDS[name]}</text>'
 
 
-def draw_lane(floor, included, tops):
-    """The line of the `floor`-th floor from the top, in the lane that is so far to the right."""
-    if not included:
-        return
-    edge = LEFT + WIDTH
-    x = edge + (len(tops) - floor - 1) * LANE
-    entries = {name: tops[len(tops) - 1 - get_layer(name)] + 8 + floor * 7 for name in included}
-    start = tops[floor] + HEIGHT - 12
-    yield f'  <path class="line" d="M{edge} {start} H{x} V{max(entries.values())}"/>'
-    for y in entries.values():
-        yield f'  <path class="line arrow" d="M{x} {y} H{edge + 2}"/>'
+def draw_arrows(floor, neighbours, tops):
+    """Those of the `floor`-th floor from the top: straight down, or past the floors between in a lane of its own."""
+    bottom = tops[floor] + HEIGHT
+    for name in neighbours:
+        below = len(tops) - 1 - get_layer(name)
+        if below == floor + 1:
+            yield f'  <path class="line arrow" d="M{MIDDLE} {bottom} V{tops[below] - 2}"/>'
+        else:
+            edge = LEFT + WIDTH
+            x = edge + (floor + 1) * LANE
+            yield f'  <path class="line arrow" d="M{edge} {bottom - 12} H{x} V{tops[below] + 8 + floor * 7} H{edge + 2}"/>'
 
 
 def draw(root):
     floors = list(read_floors(root))
+    neighbours = find_neighbours({name: included for name, included, _ in floors})
     tops = [TOP + i * (HEIGHT + GAP) for i in range(len(floors))]
-    width = LEFT + WIDTH + len(floors) * LANE
+    arrows = [arrow for i, (name, _, _) in enumerate(floors) for arrow in draw_arrows(i, neighbours[name], tops)]
+    has_lanes = any(" H" in arrow for arrow in arrows)
+    width = LEFT + WIDTH + (len(floors) * LANE if has_lanes else LEFT)
     height = tops[-1] + HEIGHT + TOP
     lines = [f'<svg xmlns="http://www.w3.org/2000/svg" viewBox="0 0 {width} {height}" '
-             f'width="{width}" height="{height}" role="img">', "  <title>Who includes whom</title>", STYLE,
+             f'width="{width}" height="{height}" role="img">', "  <title>Which library stands on which</title>", STYLE,
              f'  <rect width="{width}" height="{height}" fill="#ffffff"/>']
-    for i, (name, included, rooms) in enumerate(floors):
-        lines += [*draw_floor(name, rooms, tops[i]), *draw_lane(i, included, tops)]
-    return "\n".join([*lines, "</svg>", ""])
+    for (name, _, rooms), top in zip(floors, tops):
+        lines += draw_floor(name, rooms, top)
+    return "\n".join([*lines, *arrows, "</svg>", ""])
 
 
 def main():

@@ -46,3 +46,17 @@ class House:
 
 def get_layer(header):
     return LAYERS.index(header.split("/")[0])
+
+
+def find_neighbours(included):
+    """{floor: the floors that it includes, without those that stand below another one of them}.
+
+    `included` says for each floor which ones it includes directly. An arrow that follows from others is left out, as in
+    every picture of an order; the order must be without circles.
+    """
+    def list_below(floor):
+        return {below for direct in included.get(floor, []) for below in {direct, *list_below(direct)}}
+
+    return {floor: [other for other in others
+                    if not any(other in list_below(between) for between in others if between != other)]
+            for floor, others in included.items()}
