@@ -92,8 +92,8 @@ def draw_arrows(floor, neighbours, tops):
             yield f'  <path class="line arrow" d="M{MIDDLE} {bottom} V{tops[below] - 2}"/>'
         else:
             edge = LEFT + WIDTH
-            x = edge + (floor + 1) * LANE
-            yield f'  <path class="line arrow" d="M{edge} {bottom - 12} H{x} V{tops[below] + 8 + floor * 7} H{edge + 2}"/>'
+            x, y = edge + (floor + 1) * LANE, tops[below] + 8 + floor * 7
+            yield f'  <path class="line arrow" d="M{edge} {bottom - 12} H{x} V{y} H{edge + 2}"/>'
 
 
 def draw(root):
