@@ -47,11 +47,7 @@ int countInk(cairo_surface_t* surface) {
 
 TEST(CairoGuide, DrawsOnADenseScreen) {
     const auto factory = makeFactory();
-    const auto info = makeNNPtr<const FontEngine::Internal::FontInfo>(
-        makeNNPtr<const FontEngine::Internal::FontFaceInfo>("House Sans", false, false), 20.0F,
-        Gfx::TextPositionType::Normal);
-    const auto style = makeNNPtr<const FontEngine::Internal::ExtFontInfo>(info);
-    const FontEngine::Font font = factory->getFont(info);
+    const auto font = FontEngine::describeFont("House Sans", 20.0F);
     const cinder::ColorAT<unsigned char> color(0, 0, 0, 255);
     //! [dense]
     constexpr float ratio = 2.0F;
@@ -59,7 +55,7 @@ TEST(CairoGuide, DrawsOnADenseScreen) {
     CairoAdapter::CairoPainter painter(surface.get(), {ratio, 0, 0, ratio, 0, 0});
     CairoAdapter::CairoGlyphPainter glyphPainter(painter, color, ratio);
     painter.translate({4.0F, 20.0F});
-    FontEngine::RasterTextPainter(painter, glyphPainter, false).drawText("AA", style, font, color, ratio);
+    FontEngine::drawRasterText(*factory, "AA", font, {painter, glyphPainter, color, ratio});
     //! [dense]
     EXPECT_EQ(countInk(surface.get()), 2 * 16 * 28);
 }

@@ -13,8 +13,13 @@ namespace Vell::Docs {
 
 namespace {
 
+using FontEngine::describeFont;
+using FontEngine::drawRasterText;
+using FontEngine::drawVectorText;
 using FontEngine::Font;
 using FontEngine::FontFactory;
+using FontEngine::FontStyle;
+using FontEngine::measureText;
 using FontEngine::Internal::ExtFontInfo;
 using FontEngine::Internal::FontFaceInfo;
 using FontEngine::Internal::FontInfo;
@@ -71,33 +76,52 @@ void drawWithFallback(Gfx::Painter& painter, const std::string& text, const Font
 
 } // namespace
 
-NNPtr<const FontInfo> describeHouseSans() {
-    return makeNNPtr<const FontInfo>(makeNNPtr<const FontFaceInfo>("House Sans", false, false), 20.0F,
-                                     Gfx::TextPositionType::Normal);
+NNPtr<const Gfx::ExtFontInfo> describeHouseSans() {
+    return describeFont("House Sans", 20.0F);
 }
 
 TEST_F(Guide, DescribesAFontAndMeasuresALine) {
     //! [describe]
     const auto factory = FontFactory::create(loader, "House Sans");
-    const auto face = makeNNPtr<const FontFaceInfo>("House Sans", false, false);
-    const auto info = makeNNPtr<const FontInfo>(face, 20.0F, Gfx::TextPositionType::Normal);
-    const auto style = makeNNPtr<const ExtFontInfo>(info, 0.5F); // half a unit between characters
-    const Font font = factory->getFont(info);
-    const float width = font.getTextWidth("AA", style);
+    const auto font = describeFont("House Sans", 20.0F, FontStyle{}.setLetterSpacing(0.5F));
+    const float width = measureText(*factory, "AA", font).width;
     //! [describe]
     EXPECT_FLOAT_EQ(width, 2 * (12.0F + 0.5F));
 }
 
+TEST_F(Guide, SpellsOutWhatTheFunctionsDo) {
+    const auto factory = FontFactory::create(loader, "House Sans");
+    //! [spelled]
+    const auto face = makeNNPtr<const FontFaceInfo>("House Sans", false, false);
+    const auto info = makeNNPtr<const FontInfo>(face, 20.0F, Gfx::TextPositionType::Normal);
+    const NNPtr<const Gfx::ExtFontInfo> style = makeNNPtr<const ExtFontInfo>(info, 0.5F);
+    const Font metrics = factory->getFont(info);
+    const float width = metrics.getTextWidth("AA", style);
+    //! [spelled]
+    EXPECT_EQ(width, measureText(*factory, "AA", style).width);
+}
+
+TEST_F(Guide, CountsTheCharactersThatFit) {
+    const auto factory = FontFactory::create(loader, "House Sans");
+    const auto font = describeHouseSans();
+    const std::string text = "AAAA";
+    //! [count]
+    const Font metrics = factory->getFont(font->getFontInfo());
+    const char* position = text.data();
+    const std::size_t count = metrics.countCharsForWidth(position, text.data() + text.size(), 30.0F, font);
+    //! [count]
+    EXPECT_EQ(count, 2U);
+    EXPECT_EQ(position, text.data() + 2);
+}
+
 TEST_F(Guide, DrawsBitmapsThroughAGlyphPainter) {
     const auto factory = FontFactory::create(loader, "House Sans");
-    const auto info = describeHouseSans();
-    const auto style = makeNNPtr<const ExtFontInfo>(info);
-    const Font font = factory->getFont(info);
+    const auto font = describeHouseSans();
     //! [raster]
     SvgPainter painter;
     CoverageCanvas canvas(painter, 40, 30);
     painter.translate({4.0F, 20.0F});
-    FontEngine::RasterTextPainter(painter, canvas, false).drawText("AA", style, font, {0, 0, 0, 255}, 1.0F);
+    drawRasterText(*factory, "AA", font, {painter, canvas, {0, 0, 0, 255}});
     //! [raster]
     EXPECT_EQ(countInk(canvas), 2 * 8 * 14);
     EXPECT_EQ(canvas.getPixel(4 + 2, 19), 255);
@@ -106,23 +130,19 @@ TEST_F(Guide, DrawsBitmapsThroughAGlyphPainter) {
 
 TEST_F(Guide, DrawsUnderscoresThatAreColouredAlready) {
     const auto factory = FontFactory::create(loader, "House Sans");
-    const auto info = describeHouseSans();
     SvgPainter painter;
     CoverageCanvas canvas(painter, 40, 30);
     painter.translate({4.0F, 20.0F});
-    FontEngine::RasterTextPainter(painter, canvas, false)
-        .drawText("_", makeNNPtr<const ExtFontInfo>(info), factory->getFont(info), {0, 0, 0, 255}, 1.0F);
+    drawRasterText(*factory, "_", describeHouseSans(), {painter, canvas, {0, 0, 0, 255}});
     EXPECT_GE(countInk(canvas), 9 * 14); // the symbol for missing glyphs, 10 wide, its last pixel left out
 }
 
 TEST_F(Guide, DrawsOutlinesThroughAPainter) {
     const auto factory = FontFactory::create(loader, "House Sans");
-    const auto info = describeHouseSans();
-    const auto style = makeNNPtr<const ExtFontInfo>(info);
-    const Font font = factory->getFont(info);
+    const auto font = describeHouseSans();
     //! [vector]
     SvgPainter painter;
-    FontEngine::VectorTextPainter(painter).drawText("AA", style, font);
+    drawVectorText(*factory, "AA", font, painter);
     const std::string elements = painter.getElements();
     //! [vector]
     EXPECT_EQ(elements, "<path transform='matrix(0.02 0 0 0.02 0 0 )' "
@@ -133,9 +153,9 @@ TEST_F(Guide, DrawsOutlinesThroughAPainter) {
 
 TEST_F(Guide, ServesARangeFromAnotherFamily) {
     const auto factory = FontFactory::create(loader, "House Sans");
-    const auto info = describeHouseSans();
+    const auto font = describeHouseSans();
     //! [fallback]
-    const std::shared_ptr<const Font> greek = factory->getDefaultFontForSymbol(0x3B1, info);
+    const std::shared_ptr<const Font> greek = factory->getDefaultFontForSymbol(0x3B1, font->getFontInfo());
     //! [fallback]
     ASSERT_TRUE(greek);
     EXPECT_EQ(greek->getFontInfo()->getFontFaceInfo()->getName(), "House Greek");
@@ -151,7 +171,7 @@ TEST_F(Guide, RefusesAFontThatNoLoaderMayServe) {
 TEST_F(Guide, DrawsOutlinesOfFallbackFonts) {
     const auto factory = FontFactory::create(loader, "House Sans");
     SvgPainter painter;
-    drawWithFallback(painter, "\xCE\xB1\x41\xD0\x96", factory->getFont(describeHouseSans()));
+    drawWithFallback(painter, "\xCE\xB1\x41\xD0\x96", factory->getFont(describeHouseSans()->getFontInfo()));
     const std::string box = "d='M 100 0L 100 -700L 500 -700L 500 0L 100 0'/>\n";
     EXPECT_EQ(painter.getElements(), "<path transform='matrix(0.02 0 0 0.02 0 0 )' " + box +
                                          "<path transform='matrix(0.02 0 0 0.02 12 0 )' " + box +

@@ -16,6 +16,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <limits>
 #include <string>
 #include <utility>
 
@@ -148,16 +149,18 @@ TEST(DrawText, DrawsAgainWithoutALookUpOfFilesOrNewGlyphs) {
     EXPECT_EQ(after.bitmaps.misses, before.bitmaps.misses);
 }
 
-TEST(DrawText, DrawsNothingInASizeThatIsNoNumber) {
-    const Engine engine;
-    const auto font = describeFont("Test Sans", std::nanf(""));
-    EXPECT_TRUE(std::isnan(measureText(*engine.factory, "A", font).width));
-    Canvas canvas;
-    drawRasterText(*engine.factory, "A", font, {canvas.painter, canvas.glyphPainter, red});
-    EXPECT_TRUE(canvas.glyphPainter.getDrawnGlyphs().empty());
-    drawVectorText(*engine.factory, "A", font, canvas.painter);
-    EXPECT_TRUE(canvas.painter.getDrawnPaths().empty());
-    EXPECT_EQ(canvas.painter.getStackDepth(), 0U);
+TEST(DrawText, DrawsNothingInASizeThatIsNotFinite) {
+    for (const float size : {std::nanf(""), std::numeric_limits<float>::infinity()}) {
+        const Engine engine;
+        const auto font = describeFont("Test Sans", size);
+        EXPECT_FALSE(std::isfinite(measureText(*engine.factory, "A", font).width));
+        Canvas canvas;
+        drawRasterText(*engine.factory, "A", font, {canvas.painter, canvas.glyphPainter, red});
+        EXPECT_TRUE(canvas.glyphPainter.getDrawnGlyphs().empty());
+        drawVectorText(*engine.factory, "A", font, canvas.painter);
+        EXPECT_TRUE(canvas.painter.getDrawnPaths().empty());
+        EXPECT_EQ(canvas.painter.getStackDepth(), 0U);
+    }
 }
 
 TEST(DrawText, PassesOnThatThereIsNoFont) {
