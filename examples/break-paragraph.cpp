@@ -1,16 +1,19 @@
 // A paragraph broken into lines: countCharsForWidth says how many characters fit, the words decide where the
-// line ends. Prints each line behind its width.
+// line ends. The program prints each line behind its width, and draws the paragraph if it is given a file.
 //
-//     break-paragraph [WIDTH [TEXT]]
+//     break-paragraph [WIDTH [TEXT [FILE.png]]]
 
+#include <CairoAdapter/CairoAdapter.h>
 #include <FontEngine/FontEngine.h>
 
+#include <cmath>
 #include <exception>
 #include <iomanip>
 #include <iostream>
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <vector>
 
 using namespace Vell;
 
@@ -23,8 +26,7 @@ constexpr const char* sample =
 
 using Style = NNPtr<const Gfx::ExtFontInfo>;
 
-/// The bytes of `text` that fit: whole characters, and at least one of them, or a narrow column would never
-/// end.
+/// How many bytes of `text` fit: whole characters, and at least one, or a narrow column would never end.
 std::size_t countFittingBytes(const Gfx::FontMetrics& font, const Style& style, std::string_view text,
                               float width) {
     const char* position = text.data();
@@ -35,8 +37,8 @@ std::size_t countFittingBytes(const Gfx::FontMetrics& font, const Style& style, 
     return static_cast<std::size_t>(position - text.data());
 }
 
-/// Where the first line of `text` ends: in front of the last space that can be reached, or inside of a word
-/// that is wider than the line.
+/// Where the first line of `text` ends: before the last space that fits, or inside a word that is wider than
+/// the line.
 std::size_t findLineEnd(const Gfx::FontMetrics& font, const Style& style, std::string_view text,
                         float width) {
     const std::size_t fitting = countFittingBytes(font, style, text, width);
@@ -44,18 +46,63 @@ std::size_t findLineEnd(const Gfx::FontMetrics& font, const Style& style, std::s
     return space == std::string_view::npos ? fitting : space;
 }
 
-void printLines(std::string_view text, float width) {
+struct Line {
+    std::string text;
+    float width;
+};
+
+std::vector<Line> breakLines(const Gfx::FontMetrics& font, const Style& style, std::string_view text,
+                             float width) {
+    std::vector<Line> lines;
+    while (text.find_first_not_of(' ') != std::string_view::npos) {
+        text.remove_prefix(text.find_first_not_of(' ')); // no line begins with the space that broke it
+        const std::string line(text.substr(0, findLineEnd(font, style, text, width)));
+        lines.push_back({line, font.getTextWidth(line, style)});
+        text.remove_prefix(line.size());
+    }
+    return lines;
+}
+
+void printLines(const std::vector<Line>& lines) {
+    std::cout << std::fixed << std::setprecision(2);
+    for (const Line& line : lines) {
+        std::cout << std::setw(8) << line.width << "  " << line.text << '\n';
+    }
+}
+
+/// Draws the lines below each other, and the edge that they were broken at.
+void drawLines(const std::vector<Line>& lines, const FontEngine::FontFactory& factory, const Style& style,
+               float width, const char* file) {
+    constexpr float margin = 10.0F;
+    const FontEngine::TextSize size = FontEngine::measureText(factory, "", style);
+    const float lineHeight = std::ceil(size.height);
+    const float height = lineHeight * static_cast<float>(lines.size());
+    const auto surface = CairoAdapter::makeImageSurface(static_cast<int>(std::ceil(width + 2.0F * margin)),
+                                                        static_cast<int>(height + 2.0F * margin));
+    CairoAdapter::CairoPainter painter(surface.get());
+    cairo_set_source_rgb(painter.getContext(), 1.0, 1.0, 1.0);
+    cairo_paint(painter.getContext());
+    cairo_set_source_rgb(painter.getContext(), 0.8, 0.3, 0.2);
+    cairo_rectangle(painter.getContext(), margin + width, margin, 1.0, height);
+    cairo_fill(painter.getContext());
+
+    CairoAdapter::CairoGlyphPainter glyphPainter(painter, painter.getColor());
+    painter.translate({margin, std::round(margin + size.ascent)});
+    for (const Line& line : lines) {
+        FontEngine::drawRasterText(factory, line.text, style, {painter, glyphPainter, painter.getColor()});
+        painter.translate({0.0F, lineHeight});
+    }
+    CairoAdapter::throwIfFailed(cairo_surface_write_to_png(surface.get(), file));
+}
+
+void setParagraph(std::string_view text, float width, const char* file) {
     const auto factory = FontEngine::FontFactory::create("DejaVu Sans");
     const Style style = FontEngine::describeFont("DejaVu Serif", 16.0F);
     const auto font = factory->getFontMetrics(style->getFontInfo()); // looked up once for all lines
-
-    std::cout << std::fixed << std::setprecision(2);
-    while (text.find_first_not_of(' ') != std::string_view::npos) {
-        text.remove_prefix(
-            text.find_first_not_of(' ')); // no line begins with the space that it was broken at
-        const std::string line(text.substr(0, findLineEnd(*font, style, text, width)));
-        std::cout << std::setw(8) << font->getTextWidth(line, style) << "  " << line << '\n';
-        text.remove_prefix(line.size());
+    const std::vector<Line> lines = breakLines(*font, style, text, width);
+    printLines(lines);
+    if (file != nullptr) {
+        drawLines(lines, *factory, style, width, file);
     }
 }
 
@@ -63,7 +110,8 @@ void printLines(std::string_view text, float width) {
 
 int main(int argc, char** argv) {
     try {
-        printLines(argc > 2 ? argv[2] : sample, argc > 1 ? std::stof(argv[1]) : 300.0F);
+        setParagraph(argc > 2 ? argv[2] : sample, argc > 1 ? std::stof(argv[1]) : 300.0F,
+                     argc > 3 ? argv[3] : nullptr);
         return 0;
     } catch (const std::invalid_argument&) {
         std::cerr << "break-paragraph: the width must be a number\n";

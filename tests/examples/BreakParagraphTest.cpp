@@ -1,7 +1,11 @@
 #include "ExampleProcess.h"
+#include "Picture.h"
+
+#include <support/TemporaryFolder.h>
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <sstream>
 
 namespace Vell::Examples::Testing {
@@ -80,6 +84,21 @@ TEST(BreakParagraph, PrintsTheWidthOfEachLine) {
 
 TEST(BreakParagraph, HasASampleThatFillsSeveralLines) {
     EXPECT_GT(breakParagraph({}).size(), 3U);
+}
+
+TEST(BreakParagraph, DrawsEachLineLeftOfTheEdge) {
+    const Vell::Testing::TemporaryFolder folder;
+    const std::string file = folder.getPath("out.png");
+    const std::size_t lines = breakParagraph({"100", "HHH HHH HHH HHH", file}).size();
+    EXPECT_EQ(lines, 2U);
+    const Picture picture(file);
+    EXPECT_EQ(picture.getWidth(), 120);
+    const int lineHeight = static_cast<int>(std::ceil(getFont().metrics->getHeight()));
+    EXPECT_EQ(picture.getHeight(), 20 + static_cast<int>(lines) * lineHeight);
+    const InkBox text = picture.getInkBox(0, 110);
+    EXPECT_EQ(text.bottom, static_cast<int>(std::round(10.0F + getFont().metrics->getAscent())) + lineHeight);
+    EXPECT_GT(text.left, 9);
+    EXPECT_GT(picture.countInk(110, 111), 0) << "the edge";
 }
 
 TEST(BreakParagraph, RefusesAWidthThatIsNoNumber) {
