@@ -4,7 +4,8 @@
     filter-page.py PAGE.md
 
 Doxygen knows headings and pages by labels only, not by file name and title. So each heading gets a label, and each link
-becomes a reference to one. An example is a page of its own below the page that links to its source.
+becomes a reference to one. An example is a page of its own below the page that links to its source; draw-examples.py
+has written that page with its labels.
 """
 import re
 import sys
@@ -46,9 +47,10 @@ def replace_link(page, link):
 
 
 def filter_page(page, text):
-    """Every second part is a block of code, and stays as it is."""
+    if page.startswith("example-"):
+        return text
     parts = FENCE.split(text)
-    for i in range(0, len(parts), 2):
+    for i in range(0, len(parts), 2):  # every second part is a block of code
         parts[i] = HEADING.sub(lambda heading: label_heading(page, heading), parts[i])
         parts[i] = LINK.sub(lambda link: replace_link(page, link), parts[i])
     return "".join(parts)

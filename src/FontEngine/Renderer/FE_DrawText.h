@@ -1,5 +1,6 @@
 #pragma once
 
+/// \file
 /// Measures and draws one line of text in one call each:
 ///
 ///     const auto font = describeFont("DejaVu Sans", 16.0F);
