@@ -28,10 +28,8 @@ inline void drawByExample(const std::string& name, const std::vector<std::string
 /// An installed font, as the examples describe theirs.
 struct InstalledFont {
     InstalledFont(const std::string& family, bool isBold, bool isItalic, float size)
-        : style(makeNNPtr<const FontEngine::Internal::ExtFontInfo>(
-              makeNNPtr<const FontEngine::Internal::FontInfo>(
-                  makeNNPtr<const FontEngine::Internal::FontFaceInfo>(family, isBold, isItalic), size,
-                  Gfx::TextPositionType::Normal)))
+        : style(FontEngine::describeFont(family, size,
+                                         FontEngine::FontStyle{}.setBold(isBold).setItalic(isItalic)))
         , metrics(factory->getFontMetrics(style->getFontInfo())) {}
 
     float measure(const std::string& text) const { return metrics->getTextWidth(text, style); }

@@ -58,13 +58,14 @@ struct RasterTarget {
 };
 
 /// Draws `text` as bitmaps, with its base line starting at the painter's origin: a RasterTextPainter's
-/// drawText. After an exception the painter's transform stays pushed.
+/// drawText. A font that is not to be had throws before the painter is touched; any later exception leaves
+/// the painter's transform pushed, for the caller to restore.
 VELL_API void drawRasterText(const FontFactory& factory, boost::string_ref text,
                              const NNPtr<const Gfx::ExtFontInfo>& font, const RasterTarget& target);
 
 /// Draws `text` as outlines, with its base line starting at the painter's origin: a VectorTextPainter's
 /// drawText. There are no fallback fonts: a character that the font lacks is drawn with its missing-glyph
-/// symbol. If the painter throws, its transform stays pushed.
+/// symbol. If the painter throws while it draws, its transform stays pushed, for the caller to restore.
 VELL_API void drawVectorText(const FontFactory& factory, boost::string_ref text,
                              const NNPtr<const Gfx::ExtFontInfo>& font, Gfx::Painter& painter);
 
