@@ -1,8 +1,7 @@
 #pragma once
 
-/// The whole of FontEngine: functions that describe a font, measure a text and draw it in one call each; the
-/// factory with its faces and fonts, the descriptions that clients build, glyph keys and runs, and the two
-/// text painters.
+/// The whole of FontEngine: the factory with its faces and fonts, the descriptions that clients build, glyph
+/// keys and runs, and the two text painters.
 
 #include <FontEngine/FE_BitmapGlyphImage.h>
 #include <FontEngine/FE_BitmapGlyphInfo.h>
