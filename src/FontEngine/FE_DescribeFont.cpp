@@ -1,6 +1,5 @@
 #include <FontEngine/FE_DescribeFont.h>
 
-#include <FontEngine/FE_ExtFontInfo.h>
 #include <FontEngine/FE_FontFaceInfo.h>
 #include <FontEngine/FE_FontInfo.h>
 #include <Utils/Public/Ptr/PtrUtils.h>

@@ -1,7 +1,6 @@
 #pragma once
 
-#include <Gfx/Public/ExtFontInfo.h>
-#include <Gfx/Public/TextPositionType.h>
+#include <FontEngine/FE_ExtFontInfo.h>
 #include <Utils/Public/Export.h>
 #include <Utils/Public/Ptr/CheckedPtr.h>
 

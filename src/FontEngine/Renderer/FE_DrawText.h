@@ -19,7 +19,7 @@
 /// A description that is null (a moved-from pointer) is a failed assertion.
 
 #include <FontEngine/FE_BitmapGlyphPainter.h>
-#include <Gfx/Public/ExtFontInfo.h>
+#include <Gfx/Public/FontMetrics.h>
 #include <Gfx/Public/Painter.h>
 #include <Utils/Public/Export.h>
 #include <Utils/Public/Ptr/CheckedPtr.h>
