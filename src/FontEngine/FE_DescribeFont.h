@@ -8,8 +8,8 @@
 
 namespace Vell::FontEngine {
 
-/// What sets a font apart from the plain one of its family and size. A plain value: set the members, or chain
-/// the setters where the style is needed.
+/// How a font differs from the regular one of its family and size. A plain value: set the members, or chain
+/// the setters where you need the style.
 ///
 ///     const auto title = describeFont("DejaVu Serif", 24.0F, FontStyle{}.setBold().setLetterSpacing(0.5F));
 struct FontStyle {
@@ -41,21 +41,22 @@ struct FontStyle {
     }
 };
 
-/// Describes a font: the object that the factory, the text painters and the functions of FE_DrawText.h take.
-/// It is not the font itself: no file is looked for, so a family that is not installed is no error here.
+/// Makes a description, which the factory, the text painters and the functions of FE_DrawText.h take. It is
+/// not the font itself: describeFont looks for no file, so it reports no error if the family is not
+/// installed.
 ///
 ///     const auto font = describeFont("DejaVu Sans", 16.0F);
 ///     const float lineHeight = factory->getFontMetrics(font->getFontInfo())->getHeight();
 ///
 /// `family` is in UTF-8; empty means the loader's default family. `size` is the em in the client's units.
-/// Both, and the style, are taken as they are: a size that is not finite gives lengths that are not finite,
+/// describeFont takes all values as they are. A size that is not finite gives lengths that are not finite,
 /// and such text draws nothing.
 ///
-/// Describe a font once and keep the description. It is immutable and keeps its hash, so that the next text
-/// in it finds the font sooner.
+/// Describe a font once and keep the description. It is immutable and keeps its hash, so the next look-up of
+/// the font is faster.
 ///
-/// Ownership: the caller shares it with whoever draws with it. Threads: any number may use one description.
-/// Errors: std::bad_alloc only.
+/// Ownership: the caller shares the description with whatever is made from it. Threads: any number may use
+/// one description. Errors: std::bad_alloc only.
 VELL_API NNPtr<const Gfx::ExtFontInfo> describeFont(std::string family, float size,
                                                     const FontStyle& style = {});
 

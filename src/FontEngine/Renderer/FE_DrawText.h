@@ -7,16 +7,16 @@
 ///     const float width = measureText(*factory, "Hello", font).width;
 ///     drawRasterText(*factory, "Hello", font, {painter, glyphPainter, color});
 ///
-/// These functions stand beside FontFactory, RasterTextPainter and VectorTextPainter and are made of them:
-/// they look the font up in the factory and call the class. Use the classes themselves to keep a run, to
-/// count the characters that fit into a width, or to draw many texts with one look-up of the font.
+/// These functions look the font up in the factory and then call Font, RasterTextPainter or
+/// VectorTextPainter. Use the classes themselves to keep a run, to count the characters that fit into a
+/// width, or to draw many texts with one look-up of the font.
 ///
 /// Text is UTF-8. Each ill-formed part of it counts as one U+FFFD. Nothing is shaped or kerned, and a line
 /// feed is a character like any other.
 ///
-/// Threads: those of the factory; a painter is used by one thread at a time.
-/// Errors: those of the factory and of the text painters, and what the client's loader and painters throw.
-/// A description that is null (a moved-from pointer) is a failed assertion.
+/// Threads: any thread may call; one thread at a time uses a painter.
+/// Errors: those of the factory and of the text painters, and what the client's loader and painters throw. A
+/// null description (a moved-from pointer) is a failed assertion.
 
 #include <FontEngine/FE_BitmapGlyphPainter.h>
 #include <Gfx/Public/FontMetrics.h>
@@ -31,8 +31,8 @@ namespace Vell::FontEngine {
 
 class FontFactory;
 
-/// How much room a line of text takes, in the units of the font size. All but the width belong to the font
-/// and are the same for every text. See Gfx::FontMetrics.
+/// How much room a line of text takes, in the units of the font size. The width belongs to the text, all
+/// other lengths to the font. See Gfx::FontMetrics.
 struct TextSize {
     float width;   ///< the distance that the pen travels, letter spacing included; not the width of the ink
     float height;  ///< the distance to the next base line: ascent, descent and leading
@@ -51,15 +51,16 @@ VELL_API TextSize measureText(const FontFactory& factory, boost::string_ref text
 struct RasterTarget {
     Gfx::Painter& painter;            ///< for the transform
     BitmapGlyphPainter& glyphPainter; ///< for the pixels
-    /// Of underscores, which reach the glyph painter coloured; it knows the colour of all other glyphs.
+    /// The colour of underscores, which reach the glyph painter coloured. The glyph painter itself knows the
+    /// colour of all other glyphs.
     cinder::ColorAT<unsigned char> color;
     float devicePixelRatio = 1.0F; ///< device pixels in a logical unit
     bool isBottomUp = false;       ///< whether the glyph painter wants the bottom row of a bitmap first
 };
 
 /// Draws `text` as bitmaps, with its base line starting at the painter's origin: a RasterTextPainter's
-/// drawText. A font that is not to be had throws before the painter is touched; any later exception leaves
-/// the painter's transform pushed, for the caller to restore.
+/// drawText. If there is no font, it throws before it touches the painter. Any later exception leaves the
+/// painter's transform pushed, for the caller to restore.
 VELL_API void drawRasterText(const FontFactory& factory, boost::string_ref text,
                              const NNPtr<const Gfx::ExtFontInfo>& font, const RasterTarget& target);
 
