@@ -3,6 +3,7 @@
 #include <FontEngine/FE_FontFactory.h>
 #include <FontEngine/Private/FE_FaceSizing.h>
 #include <FontEngine/Private/FE_FreeTypeUtilsInternal.h>
+#include <FontEngine/Private/FE_GlyphDoor.h>
 #include <FontEngine/Private/FE_GlyphService.h>
 #include <FontEngine/Renderer/FE_BitmapGlyph.h>
 #include <FontLoaders/Public/FreeTypeMemory.h>
@@ -33,6 +34,7 @@ Gfx::BasicMetrics makeBasicMetrics(Gfx::FactoryAccessTag tag, const FontLoaders:
 
 FontFace::FontFace(Gfx::FactoryAccessTag tag, std::shared_ptr<const FontFactory> factory, FaceData faceData)
     : _fontFactory(factory)
+    , _glyphDoor(derefNN(factory.get()).getGlyphService().shareDoor())
     , _faceData(std::move(faceData))
     , _library(FontLoaders::createFreeTypeLibrary())
     , _face(FontLoaders::createFontFace(_library, _faceData.bytes))

@@ -22,6 +22,7 @@ class BitmapGlyph;
 class FontFactory;
 
 namespace Internal {
+class GlyphDoor;
 struct KnownSize;
 } // namespace Internal
 
@@ -61,12 +62,16 @@ public:
     std::shared_ptr<const BitmapGlyphImageWithDeleter>
     getGlyphBitmapWithSubpixels(const BitmapGlyph& glyph, const cinder::ColorAT<unsigned char>& color) const;
 
-    /// For the services of this library alone, under their locks.
+    // For the services and painters of this library alone.
+
+    /// Under the locks of the services.
     Internal::KnownSize& getKnownSize() const { return *_knownSize; }
+    const Internal::GlyphDoor& getGlyphDoor() const { return *_glyphDoor; }
 
 private:
     // Declared in the order in which they depend on each other: FreeType reads the face from the bytes.
     std::weak_ptr<const FontFactory> _fontFactory;
+    std::shared_ptr<const Internal::GlyphDoor> _glyphDoor;
     FaceData _faceData;
     FontLoaders::FTLibraryPtr _library;
     FontLoaders::FTFacePtr _face;

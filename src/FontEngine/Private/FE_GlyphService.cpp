@@ -88,7 +88,25 @@ bool isKeyOf(const BitmapGlyphInfo& key, const LaidGlyph& laid, const BitmapSour
             (source.road.isPlain() && FontFaceInfo::isExactly(*key.getFaceInfo())));
 }
 
+/// Makes sure that the factory does not end before what is made for it is cached.
+bool canMake(const FontFace& face, FactoryPin& pin) {
+    if (pin == nullptr) {
+        pin = face.shareFontFactory();
+    }
+    return pin != nullptr;
+}
+
 } // namespace
+
+GlyphService::GlyphService()
+    : _bitmaps(&_holds)
+    , _door(std::make_shared<GlyphDoor>(*this, _bitmaps.shareMutex(), _outlines.shareMutex())) {}
+
+GlyphService::~GlyphService() {
+    _door->shut();
+    const RecursiveLock lock(_bitmaps.getMutex());
+    _holds.countAll();
+}
 
 const BitmapCache::Node& GlyphService::getBitmap(const BitmapGlyphInfo& info, const FontFace& face,
                                                  bool flipVertically) const {
@@ -159,8 +177,8 @@ PathPtr GlyphService::copyPath(const GlyphInfo& info, const NNPtr<const FontFace
 }
 
 void GlyphService::append(BitmapSource& source, const LaidGlyphs& laid, HeldGlyphs& run,
-                          BoxUnion& box) const {
-    const RecursiveLock lock(_bitmaps.getMutex());
+                          FactoryPin& pin) const {
+    _holds.watch(run.hold, run.glyphs, _bitmaps.shareMutex());
     _bitmaps.open(source.road);
     for (const LaidGlyph& glyph : laid) {
         const BitmapCache::Node* node = _bitmaps.find(source.road, glyph.getSlot());
@@ -168,21 +186,28 @@ void GlyphService::append(BitmapSource& source, const LaidGlyphs& laid, HeldGlyp
         if (isRemembered) {
             _bitmaps.use(*node);
         } else {
+            if (!canMake(source.face, pin)) {
+                return;
+            }
             node = &getBitmapOf(source, glyph);
+            _holds.watch(run.hold, run.glyphs, _bitmaps.shareMutex());
         }
         RenderedGlyph& rendered = *node->getValue().data;
         if (rendered.data == nullptr) {
             continue;
         }
-        box.add(rendered);
-        const cinder::Vec2<float> pos(glyph.x, 0.0F);
+        run.box.add(rendered);
         const bool isSameKey =
             isRemembered ? rendered.getUnicode() == glyph.unicode : isKeyOf(rendered, glyph, source);
-        if (isSameKey) {
-            run.glyphs.emplace_back(rendered, pos);
+        if (!isSameKey) {
+            run.glyphs.emplace_back(rendered.data, cinder::Vec2<float>(glyph.x, 0.0F), source.makeKey(glyph));
+        } else if (node->getValue().seat.isTaken()) {
+            run.glyphs.emplace_back(rendered, glyph.x);
         } else {
-            run.glyphs.emplace_back(rendered.data, pos, source.makeKey(glyph));
+            const BitmapGlyph glyphOfEntry(rendered, glyph.x);
+            run.glyphs.push_back(glyphOfEntry); // a copy has an owner
         }
+        run.hold->noteSize(run.glyphs.size());
     }
 }
 
@@ -207,14 +232,16 @@ ImagePtr GlyphService::copyImage(std::optional<ImageCache::Road>& road, const Bi
 }
 
 void GlyphService::append(OutlineSource& source, const LaidOutlines& laid, Gfx::Painter& painter,
-                          std::vector<OutlineGlyph>& glyphs) const {
-    const RecursiveLock lock(_outlines.getMutex());
+                          std::vector<OutlineGlyph>& glyphs, FactoryPin& pin) const {
     _outlines.open(source.road);
     for (const LaidOutline& outline : laid) {
         const OutlineCache::Node* node = _outlines.find(source.road, outline.glyphIndex);
         if (node != nullptr) {
             _outlines.use(*node);
         } else {
+            if (!canMake(*source.face, pin)) {
+                return;
+            }
             _outlines.prepare(source.road, source.faceInfo);
             node = &getPath(source.makeKey(outline.glyphIndex), source.face, painter);
             _outlines.remember(source.road, outline.glyphIndex, *node);
@@ -242,7 +269,10 @@ GlyphService::Budget::~Budget() {
 }
 
 void GlyphService::exchange(Budget& budget) {
-    _bitmaps.exchange(*budget.bitmaps);
+    {
+        const RecursiveLock lock(_bitmaps.getMutex()); // runs may end on other threads
+        _bitmaps.exchange(*budget.bitmaps);
+    }
     budget.mutex = _bitmaps.shareMutex();
     _images.exchange(budget.images);
 }

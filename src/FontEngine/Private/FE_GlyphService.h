@@ -2,6 +2,7 @@
 
 #include <FontEngine/FE_CacheFigures.h>
 #include <FontEngine/Private/FE_GlyphCaches.h>
+#include <FontEngine/Private/FE_GlyphDoor.h>
 #include <FontEngine/Private/FE_GlyphSources.h>
 #include <FontEngine/Private/FE_HeldGlyphs.h>
 #include <FontEngine/Renderer/FE_BitmapGlyph.h>
@@ -23,6 +24,11 @@ namespace Vell::FontEngine::Internal {
 /// Errors: those of FontFactory's services, with nothing cached for the glyph that failed.
 class GlyphService {
 public:
+    GlyphService();
+    ~GlyphService();
+    GlyphService(const GlyphService&) = delete;
+    GlyphService& operator=(const GlyphService&) = delete;
+
     // --- One glyph by its key. A find gives a reference to what the cache holds: it is to be copied before
     // another thread can evict it. A copy is safe.
 
@@ -36,16 +42,17 @@ public:
     // --- Glyphs of a run, as if each were asked for by its key, one after the other. The lock is taken once
     // for all glyphs of a call.
 
-    /// The lock under which runs hold their glyphs.
-    const std::shared_ptr<RecursiveMutex>& shareHolds() const { return _bitmaps.shareMutex(); }
-    /// Appends those that have a bitmap. There must be room for all.
-    void append(BitmapSource& source, const LaidGlyphs& laid, HeldGlyphs& run, BoxUnion& box) const;
+    const std::shared_ptr<GlyphDoor>& shareDoor() const { return _door; }
+    /// Appends those that have a bitmap. There must be room for all. A glyph that has to be made needs the
+    /// factory, which `pin` keeps from then on; where the factory is about to end, nothing more is appended.
+    void append(BitmapSource& source, const LaidGlyphs& laid, HeldGlyphs& run, FactoryPin& pin) const
+        VELL_REQUIRES(_bitmaps.getMutex());
     /// `road` is empty at first and belongs to the run from then on.
     ImagePtr copyImage(std::optional<ImageCache::Road>& road, const BitmapGlyph& glyph,
                        const cinder::ColorAT<unsigned char>& color) const;
     /// Appends those that have an outline.
     void append(OutlineSource& source, const LaidOutlines& laid, Gfx::Painter& painter,
-                std::vector<OutlineGlyph>& glyphs) const;
+                std::vector<OutlineGlyph>& glyphs, FactoryPin& pin) const VELL_REQUIRES(_outlines.getMutex());
 
     // --- The caches as such.
 
@@ -84,9 +91,11 @@ private:
                                       Gfx::Painter& painter) const VELL_REQUIRES(_outlines.getMutex());
 
     // Destroyed from the last to the first.
+    mutable RunHolds _holds VELL_GUARDED_BY(_bitmaps.getMutex());
     BitmapCache _bitmaps;
     ImageCache _images;
     OutlineCache _outlines;
+    std::shared_ptr<GlyphDoor> _door;
 };
 
 } // namespace Vell::FontEngine::Internal

@@ -1,18 +1,66 @@
 #include <FontEngine/Private/FE_HeldGlyphs.h>
 
-#include <algorithm>
-
 namespace Vell::FontEngine::Internal {
 
-void letGo(std::vector<BitmapGlyph>& glyphs, RecursiveMutex& mutex) noexcept {
-    constexpr std::size_t atOnce = 1024; // other threads wait no longer than for these
-    for (std::size_t first = 0; first < glyphs.size(); first += atOnce) {
-        const RecursiveLock lock(mutex);
-        const std::size_t end = std::min(glyphs.size(), first + atOnce);
-        for (std::size_t i = first; i != end; ++i) {
-            glyphs[i].letGo(lock);
+void RunHold::count() noexcept {
+    for (; _countedSize != _size; ++_countedSize) {
+        _glyphs[_countedSize].hold(*this);
+    }
+}
+
+void RunHold::own() noexcept {
+    for (std::size_t i = 0; i != _countedSize; ++i) {
+        _glyphs[i].own(*this);
+    }
+}
+
+void RunHoldEnd::operator()(RunHold* hold) const noexcept {
+    {
+        const RecursiveLock lock(*hold->_mutex);
+        const bool wasWatched = hold->is_linked();
+        hold->unlink();
+        if (wasWatched && hold->_countedSize == 0) {
+            hold->_holds.recycle(*hold);
+            return;
         }
     }
+    hold->own();
+    delete hold;
+}
+
+RunHolds::~RunHolds() {
+    _spare.clear_and_dispose([](RunHold* hold) { delete hold; });
+}
+
+void RunHolds::add(RunHoldPtr& hold, std::vector<BitmapGlyph>& glyphs,
+                   const std::shared_ptr<RecursiveMutex>& mutex) {
+    if (hold == nullptr && !_spare.empty()) {
+        hold.reset(&_spare.front());
+        hold->unlink();
+        --_spareCount;
+    } else if (hold == nullptr) {
+        hold.reset(new RunHold(*this, mutex));
+    }
+    hold->_glyphs = glyphs.data();
+    hold->_size = glyphs.size();
+    _watched.push_back(*hold);
+}
+
+void RunHolds::countAll() noexcept {
+    while (!_watched.empty()) {
+        _watched.front().count();
+        _watched.pop_front();
+    }
+}
+
+void RunHolds::recycle(RunHold& hold) noexcept {
+    constexpr std::size_t maxSpareCount = 32; // more than threads lay out at a time
+    if (_spareCount == maxSpareCount) {
+        delete &hold;
+        return;
+    }
+    _spare.push_front(hold);
+    ++_spareCount;
 }
 
 } // namespace Vell::FontEngine::Internal

@@ -36,7 +36,7 @@ public:
 
 private:
     void lockTaken() {
-        constexpr int attempts = 200;
+        constexpr int attempts = 1000;
         for (int attempt = 0; attempt != attempts; ++attempt) {
             pause();
             if (_mutex.try_lock()) {
@@ -48,13 +48,11 @@ private:
 
     /// Leaves the processor's other thread, and the memory bus, to who holds the lock.
     static void pause() {
-        for (int i = 0; i != 8; ++i) {
 #if defined(__x86_64__) || defined(__i386__)
-            __builtin_ia32_pause();
+        __builtin_ia32_pause();
 #elif defined(__aarch64__)
-            asm volatile("yield");
+        asm volatile("yield");
 #endif
-        }
     }
 
     std::recursive_mutex _mutex;

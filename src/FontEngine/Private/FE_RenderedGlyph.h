@@ -59,15 +59,14 @@ public:
     explicit CachedBitmap(const std::shared_ptr<RenderedGlyph>& rendered)
         : _rendered(rendered.get()) {
         _rendered->data = std::shared_ptr<const FT_BitmapGlyphRec_>(rendered, rendered->getBitmapGlyph());
-        ++_rendered->holds;
     }
     CachedBitmap(CachedBitmap&& other) noexcept
         : _rendered(std::exchange(other._rendered, nullptr)) {}
     CachedBitmap(const CachedBitmap&) = delete;
     CachedBitmap& operator=(const CachedBitmap&) = delete;
     ~CachedBitmap() {
-        if (_rendered != nullptr && --_rendered->holds == 0) {
-            const std::shared_ptr<const FT_BitmapGlyphRec_> last = std::move(_rendered->data);
+        if (_rendered != nullptr) {
+            _rendered->dropReference();
         }
     }
 
@@ -80,8 +79,6 @@ private:
 
 } // namespace Vell::FontEngine::Internal
 
-inline Vell::FontEngine::BitmapGlyph::BitmapGlyph(Internal::RenderedGlyph& rendered, cinder::Vec2<float> pos)
+inline Vell::FontEngine::BitmapGlyph::BitmapGlyph(Internal::RenderedGlyph& rendered, float x)
     : _keyed(&rendered)
-    , _pos(pos) {
-    ++rendered.holds;
-}
+    , _pos(x, 0.0F) {}

@@ -15,6 +15,15 @@
 
 namespace Vell::FontEngine::Internal {
 
+/// Is told before an entry leaves its seat: when it leaves its cache, above all.
+class SeatWatcher {
+public:
+    virtual void beforeLeaving() noexcept = 0;
+
+protected:
+    ~SeatWatcher() = default;
+};
+
 /// The entries of a cache for the glyphs of one face at one size, found by their slots: a shortcut past the
 /// hash of a whole key. A strike owns no entry. An entry that leaves its cache leaves its strike first,
 /// because its value, a `Value`, has a `Seat seat` as its last member.
@@ -33,6 +42,8 @@ public:
         Seat(Seat&&) noexcept {}
         ~Seat() { leave(); }
 
+        bool isTaken() const { return _strike != nullptr; }
+
     private:
         friend class Strike;
 
@@ -46,7 +57,9 @@ public:
         mutable std::uint32_t _slot = noSlot;
     };
 
-    Strike() = default;
+    /// `watcher` may be null.
+    explicit Strike(SeatWatcher* watcher = nullptr)
+        : _watcher(watcher) {}
     ~Strike() { clear(); }
     Strike(const Strike&) = delete;
     Strike& operator=(const Strike&) = delete;
@@ -75,6 +88,7 @@ public:
     }
 
     void clear() {
+        warn();
         for (const Node* const node : _cells) {
             if (node != nullptr) {
                 node->getValue().seat._strike = nullptr;
@@ -85,6 +99,12 @@ public:
     }
 
 private:
+    void warn() const {
+        if (_watcher != nullptr && _count != 0) {
+            _watcher->beforeLeaving();
+        }
+    }
+
     static std::uint32_t getSlot(const Node& node) { return node.getValue().seat._slot; }
 
     std::size_t getMask() const { return _cells.size() - 1; }
@@ -116,6 +136,7 @@ private:
     }
 
     void empty(std::uint32_t slot) {
+        warn();
         std::size_t hole = findCell(slot);
         --_count;
         // What was put behind the hole because its own place was taken moves up.
@@ -132,6 +153,7 @@ private:
 
     std::vector<const Node*> _cells; // a power of two of them, or none; at most two thirds are taken
     std::size_t _count = 0;
+    SeatWatcher* _watcher;
 };
 
 /// The strikes of one cache, each while it has entries.
@@ -139,6 +161,9 @@ template <class Value>
 class Strikes {
 public:
     using Strike = Internal::Strike<Value>;
+
+    explicit Strikes(SeatWatcher* watcher = nullptr)
+        : _watcher(watcher) {}
 
     /// Null if there is none. Good until `getChanges` answers something else.
     Strike* find(const StrikeInfo& info) {
@@ -161,7 +186,7 @@ public:
         if (_strikes.size() >= _sweepAt) {
             sweep();
         }
-        return _strikes.try_emplace(info, faceInfo).first->second.strike;
+        return _strikes.try_emplace(info, faceInfo, _watcher).first->second.strike;
     }
 
     /// How often strikes have ended.
@@ -175,8 +200,9 @@ public:
 
 private:
     struct Owning {
-        explicit Owning(const NNPtr<const Gfx::FontFaceInfo>& info)
-            : faceInfo(info) {}
+        Owning(const NNPtr<const Gfx::FontFaceInfo>& info, SeatWatcher* watcher)
+            : faceInfo(info)
+            , strike(watcher) {}
 
         NNPtr<const Gfx::FontFaceInfo> faceInfo; // of the key
         Strike strike;
@@ -202,6 +228,7 @@ private:
     Map _strikes;
     typename Map::value_type* _last = nullptr; // the one found last: texts come in the same few fonts
     std::size_t _sweepAt = firstSweep;
+    SeatWatcher* _watcher;
     std::uint64_t _changes = 0;
 };
 

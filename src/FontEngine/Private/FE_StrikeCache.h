@@ -66,6 +66,16 @@ public:
     using typename Base::Node;
     using Road = StrikeRoad<Seated<T>>;
 
+    /// `watcher`, which may be null, is called under the lock.
+    explicit StrikeCache(SeatWatcher* watcher = nullptr)
+        : _strikes(watcher) {}
+    ~StrikeCache() {
+        const RecursiveLock lock(*_mutex);
+        _strikes.clear();
+    }
+    StrikeCache(const StrikeCache&) = delete;
+    StrikeCache& operator=(const StrikeCache&) = delete;
+
     /// Looks for the road's strike: before a find under a new lock, or after anything was added.
     void open(Road& road) const VELL_REQUIRES(*_mutex) {
         if (road._isPlain && (road._strike == nullptr || road._changes != _strikes.getChanges())) {

@@ -7,27 +7,38 @@
 #include <ft2build.h>
 #include FT_GLYPH_H
 
+#include <boost/intrusive/pointer_plus_bits.hpp>
+
+#include <atomic>
+#include <cstddef>
 #include <cstdint>
 #include <memory>
-#include <utility>
 
 namespace Vell::FontEngine {
 
 namespace Internal {
 
-class RecursiveLock;
+class RunHold;
 struct RenderedGlyph;
 
-/// A bitmap with the key that it was rendered for.
-struct KeyedBitmap : BitmapGlyphInfo {
+/// A bitmap with the key that it was rendered for. Ends with the last of its references.
+struct VELL_API KeyedBitmap : BitmapGlyphInfo {
     explicit KeyedBitmap(const BitmapGlyphInfo& info)
         : BitmapGlyphInfo(info) {}
 
-    /// How often the bitmap cache and runs hold it, which do so without owning it. Guarded by the lock of
-    /// that cache.
-    std::uint32_t holds = 0;
-    /// Owns this very object as long as it is held.
+    void addReference() noexcept { references.fetch_add(1, std::memory_order_relaxed); }
+    void dropReference() noexcept {
+        if (references.fetch_sub(1, std::memory_order_acq_rel) == 1) {
+            end();
+        }
+    }
+
+    std::atomic<std::uint32_t> references{1};
+    /// Owns this very object as long as there are references.
     std::shared_ptr<const FT_BitmapGlyphRec_> data;
+
+private:
+    void end() noexcept;
 };
 
 } // namespace Internal
@@ -41,47 +52,56 @@ public:
     /// checked; the painters need `data` not to be null.
     BitmapGlyph(std::shared_ptr<const FT_BitmapGlyphRec_> data, cinder::Vec2<float> pos,
                 const BitmapGlyphInfo& info);
-    /// For a run that holds `rendered`.
-    BitmapGlyph(Internal::RenderedGlyph& rendered, cinder::Vec2<float> pos);
+    /// For a run that holds `rendered`; at `x` on the base line.
+    BitmapGlyph(Internal::RenderedGlyph& rendered, float x);
     BitmapGlyph(const BitmapGlyph& other) noexcept
-        : _keyed(other._keyed)
-        , _owner(other.shareOwner())
+        : _keyed(other.share())
         , _pos(other._pos) {}
     BitmapGlyph& operator=(const BitmapGlyph& other) noexcept {
-        if (this != &other) {
-            _owner = other.shareOwner();
-            _keyed = other._keyed;
-            _pos = other._pos;
-        }
+        Internal::KeyedBitmap* const shared = other.share();
+        release();
+        _keyed = shared;
+        _pos = other._pos;
         return *this;
     }
-    ~BitmapGlyph() = default;
+    ~BitmapGlyph() { release(); }
 
-    const std::shared_ptr<const FT_BitmapGlyphRec_>& getData() const {
-        return _owner != nullptr ? _owner : _keyed->data;
-    }
+    const std::shared_ptr<const FT_BitmapGlyphRec_>& getData() const { return getKeyed().data; }
     cinder::Vec2<float> getPos() const { return _pos; }
     /// The key that the bitmap was rendered from, with the character of this glyph. Its description is that
     /// of the text; one of Internal::FontFaceInfo may be another object of equal value.
-    const BitmapGlyphInfo& getInfo() const { return *_keyed; }
+    const BitmapGlyphInfo& getInfo() const { return getKeyed(); }
 
-    /// For the run that holds the bitmap and lets go of it: from now on the glyph has no bitmap, or is its
-    /// last owner.
-    void letGo(const Internal::RecursiveLock&) noexcept {
-        if (isHeld() && --_keyed->holds == 0) {
-            _owner = std::move(_keyed->data);
+    /// For the run that keeps the bitmap: adds the reference of this glyph to it, without changing the glyph.
+    void hold(const Internal::RunHold&) const noexcept {
+        if (!isOwner()) {
+            getKeyed().addReference();
+        }
+    }
+    /// The reference that was added is the glyph's own from now on.
+    void own(const Internal::RunHold&) noexcept { Pointer::set_bits(_keyed, ownerBit); }
+
+private:
+    using Pointer = boost::intrusive::pointer_plus_bits<Internal::KeyedBitmap*, 1>;
+    static constexpr std::size_t ownerBit = 1;
+
+    Internal::KeyedBitmap& getKeyed() const noexcept { return *Pointer::get_pointer(_keyed); }
+    bool isOwner() const noexcept { return Pointer::get_bits(_keyed) == ownerBit; }
+
+    /// What an owner's `_keyed` is.
+    Internal::KeyedBitmap* share() const noexcept {
+        getKeyed().addReference();
+        Internal::KeyedBitmap* shared = &getKeyed();
+        Pointer::set_bits(shared, ownerBit);
+        return shared;
+    }
+    void release() const noexcept {
+        if (isOwner()) {
+            getKeyed().dropReference();
         }
     }
 
-private:
-    bool isHeld() const { return _owner.use_count() == 0; }
-
-    const std::shared_ptr<const FT_BitmapGlyphRec_>& shareOwner() const noexcept {
-        return isHeld() ? _keyed->data : _owner;
-    }
-
-    Internal::KeyedBitmap* _keyed;
-    std::shared_ptr<const FT_BitmapGlyphRec_> _owner; // of `_keyed`, too; empty where the run holds it
+    Internal::KeyedBitmap* _keyed; // with a bit: whether it is a reference; if not, the run holds the bitmap
     cinder::Vec2<float> _pos;
 };
 

@@ -11,10 +11,10 @@ BitmapGlyphRun::BitmapGlyphRun(std::vector<BitmapGlyph> glyphs, FT_BBox_ bbox)
     , _bbox(bbox) {}
 
 BitmapGlyphRun::BitmapGlyphRun(std::vector<BitmapGlyph>&& glyphs, FT_BBox_ bbox,
-                               std::shared_ptr<Internal::RecursiveMutex> holds) noexcept
+                               Internal::RunHoldPtr hold) noexcept
     : _glyphs(std::move(glyphs))
     , _bbox(bbox)
-    , _holds(std::move(holds)) {}
+    , _hold(std::move(hold)) {}
 
 BitmapGlyphRun::BitmapGlyphRun(const BitmapGlyphRun& other)
     : _glyphs(other._glyphs)
@@ -28,15 +28,11 @@ BitmapGlyphRun& BitmapGlyphRun::operator=(const BitmapGlyphRun& other) {
 
 BitmapGlyphRun& BitmapGlyphRun::operator=(BitmapGlyphRun&& other) noexcept {
     std::swap(_glyphs, other._glyphs);
-    std::swap(_holds, other._holds);
+    std::swap(_hold, other._hold);
     _bbox = other._bbox;
     return *this;
 }
 
-BitmapGlyphRun::~BitmapGlyphRun() {
-    if (_holds != nullptr) {
-        Internal::letGo(_glyphs, *_holds);
-    }
-}
+BitmapGlyphRun::~BitmapGlyphRun() = default;
 
 } // namespace Vell::FontEngine

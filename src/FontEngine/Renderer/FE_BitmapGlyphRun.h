@@ -12,8 +12,14 @@
 namespace Vell::FontEngine {
 
 namespace Internal {
-class RecursiveMutex;
-}
+class RunHold;
+
+struct RunHoldEnd {
+    void operator()(RunHold* hold) const noexcept;
+};
+
+using RunHoldPtr = std::unique_ptr<RunHold, RunHoldEnd>;
+} // namespace Internal
 
 /// A text laid out as bitmaps, in text order. Immutable but for being assigned to; any number of threads may
 /// read it.
@@ -24,9 +30,8 @@ class RecursiveMutex;
 class VELL_API BitmapGlyphRun {
 public:
     BitmapGlyphRun(std::vector<BitmapGlyph> glyphs, FT_BBox_ bbox);
-    /// For the layout: `holds` is the lock under which the run holds those of its glyphs that have no owner.
-    BitmapGlyphRun(std::vector<BitmapGlyph>&& glyphs, FT_BBox_ bbox,
-                   std::shared_ptr<Internal::RecursiveMutex> holds) noexcept;
+    /// For the layout: `hold` is for those of the glyphs that have no owner.
+    BitmapGlyphRun(std::vector<BitmapGlyph>&& glyphs, FT_BBox_ bbox, Internal::RunHoldPtr hold) noexcept;
     BitmapGlyphRun(const BitmapGlyphRun& other);
     BitmapGlyphRun(BitmapGlyphRun&& other) noexcept;
     BitmapGlyphRun& operator=(const BitmapGlyphRun& other);
@@ -43,7 +48,7 @@ public:
 private:
     std::vector<BitmapGlyph> _glyphs;
     FT_BBox_ _bbox;
-    std::shared_ptr<Internal::RecursiveMutex> _holds; // null where all glyphs have owners
+    Internal::RunHoldPtr _hold; // null where all glyphs have owners; ends before them
 };
 
 } // namespace Vell::FontEngine

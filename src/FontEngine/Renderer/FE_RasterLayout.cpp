@@ -2,7 +2,8 @@
 
 #include <FontEngine/FE_FontFactory.h>
 #include <FontEngine/Private/FE_DevicePixelRatio.h>
-#include <FontEngine/Private/FE_GlyphService.h>
+#include <FontEngine/Private/FE_GlyphDoor.h>
+#include <FontEngine/Private/FE_HeldGlyphs.h>
 #include <FontEngine/Private/FE_OwnDescriptions.h>
 #include <FontEngine/Private/FE_SymbolFallback.h>
 #include <FontEngine/Renderer/FE_RasterTextPainter.h>
@@ -58,12 +59,12 @@ public:
         , _letterSpacing(extFontInfo->getLetterSpacing())
         , _face(*font.getFace())
         , _charMap(_face.getBasicMetrics().getCharMap())
-        , _factory(_face.shareFontFactory())
+        , _factory(_silentFaceInfo == nullptr ? _face.shareFontFactory() : nullptr)
         , _fontSize(font.getFontSize())
         , _devicePixelRatio(devicePixelRatio)
         , _scale(scale)
         , _flipVertically(flipVertically)
-        , _run(capacity, _factory ? _factory->getGlyphService().shareHolds() : nullptr) {}
+        , _run(capacity) {}
 
     /// The text's own face draws, or the fallback face where it lacks the character; without a fallback the
     /// face's missing-glyph symbol is drawn.
@@ -84,7 +85,7 @@ public:
 
     BitmapGlyphRun finish() {
         fetch();
-        return std::move(_run).finish(_box.get());
+        return std::move(_run).finish();
     }
 
 private:
@@ -115,6 +116,9 @@ private:
     /// Whether there is a fallback for the character.
     bool addFallback(unsigned int codePoint, bool isLast) {
         fetch(); // the loader is asked next
+        if (_factory == nullptr) {
+            _factory = _face.shareFontFactory();
+        }
         auto found = _fallback.find(derefNN(_factory.get()), codePoint, _extFontInfo->getFontInfo());
         if (!found) {
             return false;
@@ -140,8 +144,8 @@ private:
     }
 
     void fetch() {
-        if (_factory != nullptr && !_waiting.empty()) {
-            _factory->getGlyphService().append(*_source, _waiting, _run, _box);
+        if (!_waiting.empty()) {
+            _face.getGlyphDoor().append(*_source, _waiting, _run, _factory);
         }
         _waiting.clear();
     }
@@ -152,7 +156,7 @@ private:
     float _letterSpacing;
     const FontFace& _face;
     const Gfx::CharMap& _charMap;
-    std::shared_ptr<const FontFactory> _factory; // null when it has gone: then there are no glyphs
+    Internal::FactoryPin _factory; // while glyphs are made or clients are called
     float _fontSize;
     float _devicePixelRatio;
     cinder::Vec2<float> _scale;
@@ -163,7 +167,6 @@ private:
     Internal::LaidGlyphs _waiting;
     Internal::RunFallback _fallback;
     std::optional<Internal::DescribedFace> _fallbackFace; // of the source, if that is not the text's own
-    Internal::BoxUnion _box;
     Internal::HeldGlyphs _run;
 };
 

@@ -1,7 +1,7 @@
 #include <FontEngine/Renderer/FE_VectorTextPainter.h>
 
 #include <FontEngine/FE_FontFactory.h>
-#include <FontEngine/Private/FE_GlyphService.h>
+#include <FontEngine/Private/FE_GlyphDoor.h>
 #include <FontEngine/Private/FE_OwnDescriptions.h>
 #include <Utils/Public/Assert.h>
 #include <Utils/Public/Utf8.h>
@@ -39,22 +39,21 @@ OutlineGlyphRun VectorTextPainter::createGlyphRun(boost::string_ref text,
 
     std::vector<OutlineGlyph> glyphs;
     glyphs.reserve(text.size()); // bytes: no fewer than characters
-    if (const auto factory = face->shareFontFactory()) {
-        Internal::OutlineSource source{
-            Internal::OutlineCache::Road({faceInfo.get(), font.getFontSize(), face->getTransform()}),
-            faceInfo, face};
-        Internal::LaidOutlines laid;
-        const char* position = text.data();
-        const char* const end = position + text.size();
-        while (position != end) {
-            for (laid.clear(); position != end && laid.size() != Internal::stretch;) {
-                const Gfx::CharMap::GlyphIndexWithAdvance glyph = charMap[decodeUtf8(position, end)];
-                laid.push_back(
-                    {glyph.glyphIndex, static_cast<float>(unitsPerEM) * glyph.advance + spacingInUnits});
-            }
-            // Unlike a bitmap, a missing outline takes no room: a vector text shows no gaps.
-            factory->getGlyphService().append(source, laid, _painter, glyphs);
+    Internal::OutlineSource source{
+        Internal::OutlineCache::Road({faceInfo.get(), font.getFontSize(), face->getTransform()}), faceInfo,
+        face};
+    Internal::FactoryPin factory;
+    Internal::LaidOutlines laid;
+    const char* position = text.data();
+    const char* const end = position + text.size();
+    while (position != end) {
+        for (laid.clear(); position != end && laid.size() != Internal::stretch;) {
+            const Gfx::CharMap::GlyphIndexWithAdvance glyph = charMap[decodeUtf8(position, end)];
+            laid.push_back(
+                {glyph.glyphIndex, static_cast<float>(unitsPerEM) * glyph.advance + spacingInUnits});
         }
+        // Unlike a bitmap, a missing outline takes no room: a vector text shows no gaps.
+        face->getGlyphDoor().append(source, laid, _painter, glyphs, factory);
     }
     return OutlineGlyphRun(std::move(glyphs), face->getHandle()->units_per_EM);
 }

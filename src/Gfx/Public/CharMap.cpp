@@ -1,5 +1,6 @@
 #include <Gfx/Public/CharMap.h>
 
+#include <algorithm>
 #include <utility>
 
 namespace Vell::Gfx {
@@ -10,7 +11,7 @@ CharMap::CharMap(GlyphIndexWithAdvance defaultGlyph)
 void CharMap::insertAnywhere(unsigned int code, GlyphIndexWithAdvance glyph, bool replaceExisting) {
     Page& page = getOrMakePage(code);
     if (!page.contains(code)) {
-        page.add(code, glyph);
+        page.add(code, glyph, _defaultGlyph);
         ++_size;
         followTail(code, page);
     } else if (replaceExisting) {
@@ -18,16 +19,37 @@ void CharMap::insertAnywhere(unsigned int code, GlyphIndexWithAdvance glyph, boo
     }
 }
 
-void CharMap::Page::add(unsigned int code, GlyphIndexWithAdvance glyph) {
-    const auto slot = static_cast<std::ptrdiff_t>(getSlot(code));
-    entries.insert(entries.begin() + slot, glyph);
+void CharMap::Page::add(unsigned int code, GlyphIndexWithAdvance glyph, GlyphIndexWithAdvance defaultGlyph) {
+    prepareToAdd(defaultGlyph);
+    const auto place = entries.begin() + static_cast<std::ptrdiff_t>(getSlot(code));
+    if (isDirect) {
+        *place = glyph;
+    } else {
+        entries.insert(place, glyph);
+    }
     mark(code);
+}
+
+bool CharMap::Page::isHighest(unsigned int code) const {
+    const unsigned int word = getWord(code);
+    return mapped[word] >> 1 < getBit(code) &&
+           std::all_of(mapped.begin() + word + 1, mapped.end(), [](std::uint64_t bits) { return bits == 0; });
+}
+
+void CharMap::Page::makeDirect(GlyphIndexWithAdvance defaultGlyph) {
+    std::vector<GlyphIndexWithAdvance> all(std::size_t{1} << pageBits, defaultGlyph);
+    for (unsigned int code = 0; code != all.size(); ++code) {
+        if (contains(code)) {
+            all[code] = entries[getSlot(code)];
+        }
+    }
+    entries = std::move(all);
+    isDirect = true;
 }
 
 /// A page that is left gives back the room that it has grown in vain.
 void CharMap::followTail(unsigned int code, const Page& page) {
-    const bool isHighest = page.getSlot(code) + 1 == page.entries.size();
-    if (!isHighest || code >> pageBits >= unicodePages) {
+    if (!page.isHighest(code) || code >> pageBits >= unicodePages) {
         return;
     }
     const std::size_t index = _directory[code >> pageBits];

@@ -13,9 +13,9 @@ namespace Vell::Gfx {
 /// Maps character codes to glyphs with their advances: the table that every drawn character goes through.
 ///
 /// A lookup is three loads and a few arithmetic instructions at any size. Codes are kept in pages of 256; a
-/// page stores only what is mapped (8 bytes an entry, plus 64 bytes a page), so the memory follows the number
-/// of mapped codes and not their values. Any 32-bit code may be mapped; those beyond Unicode cost a hash
-/// lookup more.
+/// page stores only what is mapped (8 bytes an entry, plus 64 bytes a page) until half of it is, and then
+/// everything, so the memory follows the number of mapped codes and not their values. Any 32-bit code may be
+/// mapped; those beyond Unicode cost a hash lookup more.
 ///
 /// Threads: concurrent lookups are safe; insert needs exclusive access.
 class VELL_API CharMap {
@@ -43,7 +43,13 @@ public:
     /// The entry of `code`, or the default one.
     GlyphIndexWithAdvance operator[](unsigned int code) const {
         const Page* const page = findPage(code);
-        return page != nullptr && page->contains(code) ? page->entries[page->getSlot(code)] : _defaultGlyph;
+        if (page == nullptr) {
+            return _defaultGlyph;
+        }
+        if (page->isDirect) {
+            return page->entries[code & 0xFFU];
+        }
+        return page->contains(code) ? page->entries[page->getSlot(code)] : _defaultGlyph;
     }
 
     /// How many codes are mapped.
@@ -53,7 +59,7 @@ public:
     /// false the old one.
     void insert(unsigned int code, GlyphIndexWithAdvance glyph, bool replaceExisting) {
         if (_tail.isFollowedBy(code)) {
-            _pages[_tail.page].append(code, glyph);
+            _pages[_tail.page].append(code, glyph, _defaultGlyph);
             _tail.highestCode = code;
             ++_size;
         } else {
@@ -62,10 +68,15 @@ public:
     }
 
 private:
-    /// The mapped codes among 256 neighbours: one bit a code, and the entries of the set bits in order.
+    static constexpr std::size_t directFrom = 128; // codes of a page
+
+    /// The mapped codes among 256 neighbours: one bit a code, and the entries of the set bits in order. A
+    /// page that is at least half full is direct: it has an entry for every code, the default one where
+    /// nothing is mapped.
     struct Page {
         std::array<std::uint64_t, 4> mapped{};
         std::uint32_t slotsBefore = 0; // a byte a word: set bits in the words before it, at most 192
+        bool isDirect = false;
         std::vector<GlyphIndexWithAdvance> entries;
 
         static unsigned int getWord(unsigned int code) { return code >> 6 & 3U; }
@@ -73,15 +84,31 @@ private:
 
         bool contains(unsigned int code) const { return (mapped[getWord(code)] & getBit(code)) != 0; }
         std::size_t getSlot(unsigned int code) const {
+            if (isDirect) {
+                return code & 0xFFU;
+            }
             const unsigned int word = getWord(code);
             return (slotsBefore >> 8 * word & 0xFFU) + countBits(mapped[word] & (getBit(code) - 1));
         }
-        void add(unsigned int code, GlyphIndexWithAdvance glyph);
+        /// Adds a code that is not mapped.
+        void add(unsigned int code, GlyphIndexWithAdvance glyph, GlyphIndexWithAdvance defaultGlyph);
         /// add of a code above all others of the page.
-        void append(unsigned int code, GlyphIndexWithAdvance glyph) {
-            entries.emplace_back(glyph.glyphIndex, glyph.advance);
+        void append(unsigned int code, GlyphIndexWithAdvance glyph, GlyphIndexWithAdvance defaultGlyph) {
+            prepareToAdd(defaultGlyph);
+            if (isDirect) {
+                entries[code & 0xFFU] = glyph;
+            } else {
+                entries.emplace_back(glyph.glyphIndex, glyph.advance);
+            }
             mark(code);
         }
+        void prepareToAdd(GlyphIndexWithAdvance defaultGlyph) {
+            if (!isDirect && entries.size() + 1 == directFrom) {
+                makeDirect(defaultGlyph);
+            }
+        }
+        bool isHighest(unsigned int code) const;
+        void makeDirect(GlyphIndexWithAdvance defaultGlyph);
         void mark(unsigned int code) {
             constexpr std::uint32_t oneInEachWordAfterTheFirst = 0x01010100;
             mapped[getWord(code)] |= getBit(code);

@@ -7,11 +7,13 @@
 #include <boost/multi_index/sequenced_index.hpp>
 #include <boost/multi_index_container.hpp>
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <iterator>
 #include <new>
 #include <utility>
+#include <vector>
 
 namespace Vell {
 
@@ -55,6 +57,18 @@ public:
     MRUCache(std::uint64_t maxEntries = 0, std::uint64_t maxSizeInBytes = 0)
         : _maxEntries(maxEntries)
         , _maxSizeInBytes(maxSizeInBytes) {}
+    MRUCache(const MRUCache& other)
+        : _data(other.settle())
+        , _maxEntries(other._maxEntries)
+        , _maxSizeInBytes(other._maxSizeInBytes)
+        , _evictedCount(other._evictedCount)
+        , _hitCount(other._hitCount)
+        , _missCount(other._missCount)
+        , _effectiveSizeInBytes(other._effectiveSizeInBytes) {}
+    MRUCache(MRUCache&&) = default;
+    MRUCache& operator=(const MRUCache& other) { return *this = MRUCache(other); }
+    MRUCache& operator=(MRUCache&&) = default;
+    ~MRUCache() = default;
 
     std::size_t size() const { return _data.size(); }
     std::uint64_t getEffectiveSizeInBytes() const { return _effectiveSizeInBytes; }
@@ -83,7 +97,7 @@ public:
     /// cache.
     void use(const DataNode& held) {
         ++_hitCount;
-        moveToFront(_data.template get<byRecency>().iterator_to(static_cast<const Entry&>(held)));
+        _uses.add(static_cast<const Entry&>(held), _data);
     }
 
     /// The key of an entry that is held. Valid as long as the entry.
@@ -93,12 +107,14 @@ public:
     /// nothing changed, when an equal key is held already: a value that was handed out is never superseded.
     /// Null, too, when the entry has gone again, because of what the end of an evicted one did.
     const DataNode* put(const Key& key, DataNode node) {
+        _uses.reserveFor(_data.size() + 1);
         auto& recency = _data.template get<byRecency>();
         const auto [added, isNew] = recency.emplace_back(key, std::move(node));
         if (!isNew) {
             return nullptr;
         }
-        moveToFront(added);
+        settle();
+        recency.relocate(recency.begin(), added);
         _effectiveSizeInBytes += added->getEffectiveSizeInBytes();
         const std::uint64_t change = ++_changes.count;
         checkAndPopLast();
@@ -143,6 +159,7 @@ public:
         _missCount = 0;
         try {
             Data ended;
+            settle();
             ended.swap(_data);
             _effectiveSizeInBytes = 0;
         } catch (const std::bad_alloc&) {
@@ -159,6 +176,8 @@ private:
         Entry(const Key& entryKey, DataNode&& node)
             : EntryKey{entryKey}
             , DataNode(std::move(node)) {}
+
+        mutable bool isSettled = false; // its latest use, while uses are settled
     };
     using Data = boost::multi_index_container<
         Entry, boost::multi_index::indexed_by<
@@ -184,10 +203,65 @@ private:
     static constexpr int byKey = 0;
     static constexpr const char* file = "Utils/Public/MRUCache";
 
-    template <class Position>
-    void moveToFront(const Position& position) {
-        auto& recency = _data.template get<byRecency>();
-        recency.relocate(recency.begin(), position);
+    /// The uses that the order of the entries does not show yet. Only the order of the latest uses matters,
+    /// and only when an entry leaves: moving each entry once for many uses saves most of the work, and leaves
+    /// the links of the entries alone, so that several processors can read them.
+    class Uses {
+    public:
+        /// Makes room for so many uses that settling costs little each. May throw std::bad_alloc.
+        void reserveFor(std::size_t entryCount) {
+            constexpr std::size_t usesPerEntry = 32;
+            constexpr std::size_t minCount = 16;
+            constexpr std::size_t maxCount = 2048; // 16 KB
+            const std::size_t count = _entries.capacity();
+            if (count < maxCount && count < usesPerEntry * entryCount) {
+                _entries.reserve(std::max(minCount, 2 * count));
+            }
+        }
+
+        void add(const Entry& entry, Data& data) noexcept {
+            if (_entries.size() == _entries.capacity()) {
+                settle(data);
+            }
+            if (_entries.capacity() != 0) {
+                _entries.push_back(&entry);
+            } else { // in a copy of a cache, to which nothing has been added
+                moveTo(data.template get<byRecency>().begin(), entry, data);
+            }
+        }
+
+        /// Brings the entries into the order of their latest uses. Of no entry that leaves may a use be left.
+        void settle(Data& data) noexcept {
+            auto position = data.template get<byRecency>().begin();
+            auto settled = _entries.end();
+            for (auto use = _entries.end(); use != _entries.begin();) {
+                const Entry& entry = **--use;
+                if (!std::exchange(entry.isSettled, true)) {
+                    position = std::next(moveTo(position, entry, data));
+                    *--settled = &entry;
+                }
+            }
+            for (; settled != _entries.end(); ++settled) {
+                (*settled)->isSettled = false;
+            }
+            _entries.clear();
+        }
+
+    private:
+        template <class Position>
+        static Position moveTo(const Position& position, const Entry& entry, Data& data) noexcept {
+            auto& recency = data.template get<byRecency>();
+            const auto moved = recency.iterator_to(entry);
+            recency.relocate(position, moved);
+            return moved;
+        }
+
+        std::vector<const Entry*> _entries;
+    };
+
+    const Data& settle() const {
+        _uses.settle(_data);
+        return _data;
     }
 
     const DataNode* find(const Key& key) const {
@@ -205,7 +279,7 @@ private:
         if (_data.empty()) {
             doFailAssert(file, 279, "!_data.empty()");
         }
-        const Entry& value = _data.template get<byRecency>().back();
+        const Entry& value = settle().template get<byRecency>().back();
         if (_effectiveSizeInBytes < value.getEffectiveSizeInBytes()) {
             doFailAssert(file, 281, "_effectiveSizeInBytes >= value.second.getEffectiveSizeInBytes()");
         }
@@ -225,12 +299,14 @@ private:
 
     /// The sizes are right before the entry ends.
     void dropLast() {
+        settle();
         auto& recency = _data.template get<byRecency>();
         _effectiveSizeInBytes -= recency.back().getEffectiveSizeInBytes();
         recency.pop_back();
     }
 
-    Data _data;
+    mutable Data _data; // but for its order, a const cache does not change
+    mutable Uses _uses; // of entries in the data
     std::uint64_t _maxEntries;
     std::uint64_t _maxSizeInBytes;
     std::uint64_t _evictedCount = 0;
