@@ -1,7 +1,7 @@
 #pragma once
 
 #include <Utils/Public/Export.h>
-#include <Utils/Public/MemoizedHash.h>
+#include <Utils/Public/Hash.h>
 
 #include <cstddef>
 #include <cstdint>

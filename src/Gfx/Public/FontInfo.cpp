@@ -1,7 +1,7 @@
 #include <Gfx/Public/FontInfo.h>
 
 #include <Utils/Public/Hash.h>
-#include <Utils/Public/Ptr/DeepEquality.h>
+#include <Utils/Public/Ptr/CheckedPtr.h>
 
 namespace Vell::Gfx {
 

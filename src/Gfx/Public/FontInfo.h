@@ -3,7 +3,7 @@
 #include <Gfx/Public/FontFaceInfo.h>
 #include <Gfx/Public/TextPositionType.h>
 #include <Utils/Public/Export.h>
-#include <Utils/Public/MemoizedHash.h>
+#include <Utils/Public/Hash.h>
 #include <Utils/Public/Ptr/CheckedPtr.h>
 
 #include <cstddef>

@@ -9,8 +9,8 @@ namespace Vell {
 template <class Signature>
 class CallableRef;
 
-/// Refers to a callable without owning it: two words, no allocation. For parameters only: the callable must
-/// outlive the call that the reference is passed to.
+/// Refers to a callable without owning it. Takes two words and allocates nothing. Use it for parameters only:
+/// the callable must outlive the call that the reference is passed to.
 ///
 ///     void forEach(const CallableRef<void(int)>& visit);
 ///     forEach([&](int value) { sum += value; });
@@ -19,7 +19,8 @@ class CallableRef<R(Args...)> {
 public:
     template <class F, class = std::enable_if_t<!std::is_same_v<std::decay_t<F>, CallableRef> &&
                                                 std::is_invocable_r_v<R, F&, Args...>>>
-    CallableRef(F&& callable) noexcept // NOLINT(bugprone-forwarding-reference-overload): excluded above
+    CallableRef(
+        F&& callable) noexcept // NOLINT(bugprone-forwarding-reference-overload): copies are excluded above
         : _target(toTarget(callable))
         , _invoke(&invoke<std::remove_reference_t<F>>) {}
 
