@@ -24,7 +24,7 @@ void CharMap::Page::add(unsigned int code, GlyphIndexWithAdvance glyph) {
     mark(code);
 }
 
-/// A page that is left gives back the room that it has grown in vain.
+/// Releases a page's spare capacity once insertion moves on to another page.
 void CharMap::followTail(unsigned int code, const Page& page) {
     const bool isHighest = page.getSlot(code) + 1 == page.entries.size();
     if (!isHighest || code >> pageBits >= unicodePages) {
@@ -51,7 +51,7 @@ CharMap::Page& CharMap::getOrMakePage(unsigned int code) {
         _directory.resize(number + 1, noPage);
     }
     if (_directory[number] == noPage) {
-        constexpr std::size_t usualCount = 32; // few pages of a font hold less
+        constexpr std::size_t usualCount = 32; // few pages of a font have fewer entries
         Page page;
         page.entries.reserve(usualCount);
         _pages.push_back(std::move(page));

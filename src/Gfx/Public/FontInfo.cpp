@@ -24,4 +24,6 @@ bool operator==(const FontInfo& lhs, const FontInfo& rhs) {
            lhs.getSize() == rhs.getSize() && lhs.getTextPositionType() == rhs.getTextPositionType();
 }
 
+ExtFontInfo::~ExtFontInfo() = default;
+
 } // namespace Vell::Gfx
