@@ -9,7 +9,7 @@
 
 namespace Vell::FontLoaders {
 
-/// Tell, before FreeType is asked to load a glyph, whether the load is bounded.
+/// Checks that are made before FreeType loads a glyph: is what the load involves bounded?
 ///
 /// TrueType glyphs may consist of other glyphs, and those of others again. FreeType follows them without a
 /// bound: a font of a few hundred kilobytes can nest them deeply enough to overflow the stack, and one of a

@@ -16,7 +16,7 @@ namespace {
 /// The growth that is allowed outside of any operation: more than all blocks together can use up.
 constexpr std::size_t unbounded = std::numeric_limits<std::size_t>::max() / 2;
 
-/// What this thread may allocate, and what has become of it.
+/// What this thread may allocate, and whether an allocation has failed.
 struct Account {
     FreeTypeBounds bounds = {renderingBounds.block, unbounded};
     std::size_t remaining = unbounded; ///< what the current operation may still allocate

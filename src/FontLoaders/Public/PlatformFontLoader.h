@@ -22,13 +22,12 @@ namespace Vell::FontLoaders {
 /// other.
 ///
 /// Names. loadFont finds a family by any of its names, in any language, in upper or lower case. A generic
-/// name
-/// ("sans-serif", "serif", "monospace", "cursive", "fantasy", "system-ui", "math", "emoji", and the spellings
-/// "sans", "sans serif", "mono", "system ui") means the family that fontconfig chooses for it. If no family
-/// of a name is installed, the name means the first installed family that the configuration binds to it as
-/// the same. The standard configuration does so for families of equal metrics ("Arial" and "Liberation
-/// Sans"). Any other name gives null, and so does the empty one: no family is replaced by one that merely
-/// looks similar.
+/// name ("sans-serif", "serif", "monospace", "cursive", "fantasy", "system-ui", "math", "emoji", and the
+/// spellings "sans", "sans serif", "mono", "system ui") means the family that fontconfig chooses for it. If
+/// no family of a name is installed, the name means the first installed family that the configuration binds
+/// to it as the same. The standard configuration does so for families of equal metrics ("Arial" and
+/// "Liberation Sans"). Any other name gives null, and so does the empty one: no family is replaced by one
+/// that merely looks similar.
 ///
 /// Styles. A face is bold if its weight is at least demibold, and italic if it is italic or oblique. Only a
 /// face that agrees in both serves a request. If several do, the loader takes the one nearest to regular

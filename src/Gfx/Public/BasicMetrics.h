@@ -12,8 +12,8 @@ class FontFactory;
 
 namespace Vell::Gfx {
 
-/// A constructor that takes this tag is public, so that std::make_shared can call it, but only the font
-/// factory and its faces can make the tag.
+/// Restricts a constructor to the font factory and its faces. The constructor takes this tag and is public,
+/// so that std::make_shared can call it, but nobody else can make the tag.
 class FactoryAccessTag {
     friend class Vell::FontEngine::FontFace;
     friend class Vell::FontEngine::FontFactory;

@@ -51,9 +51,9 @@ CharMap::Page& CharMap::getOrMakePage(unsigned int code) {
         _directory.resize(number + 1, noPage);
     }
     if (_directory[number] == noPage) {
-        constexpr std::size_t usualCount = 32; // few pages of a font have fewer entries
+        constexpr std::size_t typicalCount = 32; // few pages of a font have fewer entries
         Page page;
-        page.entries.reserve(usualCount);
+        page.entries.reserve(typicalCount);
         _pages.push_back(std::move(page));
         _directory[number] = static_cast<std::uint16_t>(_pages.size() - 1);
     }

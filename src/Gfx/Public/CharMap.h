@@ -66,8 +66,7 @@ private:
     /// order.
     struct Page {
         std::array<std::uint64_t, 4> mapped{};
-        std::uint32_t slotsBefore =
-            0; // one byte for each word: the set bits in the words before, at most 192
+        std::uint32_t slotsBefore = 0; // one byte per word: set bits in the words before it, at most 192
         std::vector<GlyphIndexWithAdvance> entries;
 
         static unsigned int getWord(unsigned int code) { return code >> 6 & 3U; }

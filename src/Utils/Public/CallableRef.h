@@ -19,8 +19,7 @@ class CallableRef<R(Args...)> {
 public:
     template <class F, class = std::enable_if_t<!std::is_same_v<std::decay_t<F>, CallableRef> &&
                                                 std::is_invocable_r_v<R, F&, Args...>>>
-    CallableRef(
-        F&& callable) noexcept // NOLINT(bugprone-forwarding-reference-overload): copies are excluded above
+    CallableRef(F&& callable) noexcept // NOLINT(bugprone-forwarding-reference-overload): excluded above
         : _target(toTarget(callable))
         , _invoke(&invoke<std::remove_reference_t<F>>) {}
 

@@ -3,7 +3,7 @@
 #include <Utils/Public/Export.h>
 #include <cinder/MatrixAffine2.h>
 
-/// Take apart an affine transform that was built as translate * rotate * scale.
+/// Decompose an affine transform that was built as translate * rotate * scale.
 ///
 /// The horizontal scale is never negative. The vertical scale is negative if the transform contains a
 /// reflection. So both scales of a rotation are positive, and a scale by (-1, -1) is a rotation by pi. Skew

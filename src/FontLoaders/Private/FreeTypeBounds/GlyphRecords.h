@@ -62,7 +62,7 @@ private:
     bool _hasProgram = false;
 };
 
-/// What the data of a glyph with contours of its own tells about it.
+/// The sizes of a glyph that has contours of its own.
 struct Contours {
     std::uint64_t pointCount = 0;
     std::uint64_t programSize = 0; ///< in bytes; 0 for a program that extends past the end of the glyph

@@ -10,8 +10,7 @@ namespace Vell::FontLoaders::Internal {
 
 /// What fontconfig knows about one face in a font file. Weight, slant and width are fontconfig's numbers.
 struct InstalledFace {
-    std::vector<std::string>
-        families; ///< its names in all languages; fontconfig's preferred name comes first
+    std::vector<std::string> families; ///< its names in all languages, fontconfig's preferred one first
     std::string file;
     unsigned int index; ///< its position in a collection, from 0
     double weight;
