@@ -4,7 +4,7 @@
 
 namespace Vell::FontLoaders {
 
-/// Numbers the blocks of Unicode.
+/// Numbers the blocks of Unicode, for FontLoader::getFamilyNameForRange. Any thread may call.
 class VELL_API UnicodeRangeMap {
 public:
     /// The identifier of the block that contains the code point, or 0. Identifiers may change with every

@@ -21,10 +21,10 @@ std::size_t getStackRoom() {
 }
 
 bool fitsOnStack(std::size_t depth) {
-    constexpr std::size_t depthInUse = 32;     // no font in use nests its glyphs deeper
+    constexpr std::size_t safeDepth = 32;      // no font in use nests its glyphs deeper
     constexpr std::size_t bytesPerLevel = 768; // FreeType 2.12 takes 545 on x86-64
     constexpr std::size_t reserve = 65536;     // for the rest of FreeType and for its callbacks
-    if (depth <= depthInUse) {
+    if (depth <= safeDepth) {
         return true;
     }
     const std::size_t room = depth == unboundedDepth ? 0 : getStackRoom();

@@ -53,10 +53,10 @@ const Faces* InstalledFonts::find(const std::string& name) const {
     if (const Faces* faces = _catalog.find(name)) {
         return faces;
     }
-    return isGenericFamily(name) ? findBestMatch(name) : findSame(name);
+    return isGenericFamily(name) ? findBestMatch(name) : findSameFamily(name);
 }
 
-const Faces* InstalledFonts::findSame(const std::string& name) const {
+const Faces* InstalledFonts::findSameFamily(const std::string& name) const {
     for (const std::string& same : getSameFamilies(_config.get(), name)) {
         if (const Faces* faces = _catalog.find(same)) {
             return faces;

@@ -39,7 +39,7 @@ private:
     using SelectFace = CallableRef<const InstalledFace*(const Faces&)>;
 
     const Faces* find(const std::string& name) const;
-    const Faces* findSame(const std::string& name) const;
+    const Faces* findSameFamily(const std::string& name) const;
     const Faces* findBestMatch(const std::string& name) const;
     const Faces* findDefault() const;
 
