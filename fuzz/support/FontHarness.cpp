@@ -10,7 +10,7 @@
 #include <FontEngine/FE_FontFactory.h>
 #include <FontEngine/Renderer/FE_BitmapGlyph.h>
 #include <FontLoaders/Public/Exceptions.h>
-#include <FontLoaders/Public/ServableFonts.h>
+#include <FontLoaders/Public/FontLoader.h>
 #include <Utils/Public/Exceptions.h>
 #include <Utils/Public/Ptr/PtrUtils.h>
 #include <support/CountingLoader.h>

@@ -4,7 +4,7 @@
 
 #include <FontEngine/FE_BitmapGlyphInfo.h>
 #include <FontEngine/FE_FontFace.h>
-#include <Gfx/Public/TextPositionType.h>
+#include <Gfx/Public/FontInfo.h>
 
 #include <array>
 

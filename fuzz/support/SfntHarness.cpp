@@ -3,7 +3,7 @@
 #include <fuzz/support/ByteReader.h>
 #include <fuzz/support/Finding.h>
 
-#include <FontLoaders/Private/CollectionExtractor.h>
+#include <FontLoaders/Private/Installed/CollectionExtractor.h>
 #include <FontLoaders/Public/Exceptions.h>
 
 #include <hb.h>

@@ -2,7 +2,7 @@
 
 #include <fuzz/support/Finding.h>
 
-#include <FontLoaders/Private/CollectionExtractor.h>
+#include <FontLoaders/Private/Installed/CollectionExtractor.h>
 #include <support/FontBuilder.h>
 
 #include <gtest/gtest.h>

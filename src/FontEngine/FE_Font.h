@@ -1,7 +1,7 @@
 #pragma once
 
 #include <FontEngine/FE_FontFace.h>
-#include <Gfx/Public/FactoryAccessTag.h>
+#include <Gfx/Public/BasicMetrics.h>
 #include <Gfx/Public/FontInfo.h>
 #include <Gfx/Public/UniversalFontMetrics.h>
 #include <Utils/Public/Export.h>

@@ -6,9 +6,7 @@
 #include <FontEngine/FE_GlyphInfo.h>
 #include <FontLoaders/Public/FreeType.h>
 #include <Gfx/Public/BasicMetrics.h>
-#include <Gfx/Public/FactoryAccessTag.h>
 #include <Gfx/Public/Painter.h>
-#include <Gfx/Public/Path.h>
 #include <Utils/Public/Export.h>
 #include <cinder/Color.h>
 

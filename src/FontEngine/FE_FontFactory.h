@@ -8,9 +8,8 @@
 #include <FontEngine/FE_FontFace.h>
 #include <FontEngine/FE_GlyphInfo.h>
 #include <FontLoaders/Public/FontLoader.h>
-#include <Gfx/Public/FontMetricsFactory.h>
+#include <Gfx/Public/FontMetrics.h>
 #include <Gfx/Public/Painter.h>
-#include <Gfx/Public/Path.h>
 #include <Utils/Public/Export.h>
 #include <Utils/Public/Ptr/CheckedPtr.h>
 #include <cinder/Color.h>

@@ -5,7 +5,6 @@
 #include <Gfx/Public/FontFaceInfo.h>
 #include <Utils/Public/Export.h>
 #include <Utils/Public/Hash.h>
-#include <Utils/Public/MemoizedHash.h>
 #include <Utils/Public/Ptr/CheckedPtr.h>
 
 #include <cstddef>
@@ -70,7 +69,7 @@ private:
         return combineHash(hash, static_cast<std::uint64_t>(_transform));
     }
 
-    mutable HashMemo _hash;
+    mutable LockFreeMemoizedHash _hash;
     NNPtr<const Gfx::FontFaceInfo> _faceInfo;
     unsigned long _glyphIndex;
     float _fontSize;

@@ -4,14 +4,9 @@
 
 #include <Gfx/Public/BasicMetrics.h>
 #include <Gfx/Public/CharMap.h>
-#include <Gfx/Public/ExtFontInfo.h>
-#include <Gfx/Public/FactoryAccessTag.h>
 #include <Gfx/Public/FontFaceInfo.h>
 #include <Gfx/Public/FontInfo.h>
 #include <Gfx/Public/FontMetrics.h>
-#include <Gfx/Public/FontMetricsFactory.h>
 #include <Gfx/Public/Painter.h>
-#include <Gfx/Public/Path.h>
-#include <Gfx/Public/TextPositionType.h>
 #include <Gfx/Public/UniversalFontMetrics.h>
 #include <Utils/Utils.h>

@@ -2,7 +2,7 @@
 
 namespace cinder {
 
-/// A point or a displacement in the plane. The unit is its user's.
+/// A point or a displacement in the plane, in whatever unit its user chooses.
 template <class T>
 struct Vec2 {
     T x = T();

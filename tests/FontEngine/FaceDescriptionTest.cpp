@@ -2,7 +2,7 @@
 #include <support/ClientDescriptions.h>
 
 #include <FontEngine/FE_FontFaceInfo.h>
-#include <Utils/Public/Ptr/DeepEquality.h>
+#include <Utils/Public/Ptr/CheckedPtr.h>
 #include <Utils/Public/Ptr/PtrUtils.h>
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 #include <FontEngine/AssertionText.h>
 #include <FontEngine/GlyphKeyFields.h>
 
-#include <Utils/Public/Ptr/DeepEquality.h>
+#include <Utils/Public/Ptr/CheckedPtr.h>
 #include <Utils/Public/Ptr/PtrUtils.h>
 
 #include <gtest/gtest.h>

@@ -2,7 +2,7 @@
 #include <support/FontBuilder.h>
 #include <support/OpenedFont.h>
 
-#include <FontLoaders/Private/AutoHinterCharacters.h>
+#include <FontLoaders/Private/FreeTypeBounds/AutoHinterCharacters.h>
 #include <FontLoaders/Public/CompositeGlyphs.h>
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 #include "LoaderFonts.h"
 
-#include <FontLoaders/Private/CollectionExtractor.h>
+#include <FontLoaders/Private/Installed/CollectionExtractor.h>
 
 #include <gmock/gmock.h>
 #include <hb.h>

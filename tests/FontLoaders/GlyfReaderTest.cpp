@@ -2,7 +2,7 @@
 #include <support/FontBuilder.h>
 #include <support/GuardedBytes.h>
 
-#include <FontLoaders/Private/GlyfReader.h>
+#include <FontLoaders/Private/FreeTypeBounds/GlyfReader.h>
 #include <FontLoaders/Public/FreeType.h>
 
 #include <gtest/gtest.h>

@@ -2,7 +2,7 @@
 #include <support/OpenedFont.h>
 
 #include <FontEngine/InstalledFonts.h>
-#include <FontLoaders/Private/GlyfReader.h>
+#include <FontLoaders/Private/FreeTypeBounds/GlyfReader.h>
 #include <FontLoaders/Public/CompositeGlyphs.h>
 #include <FontLoaders/Public/Exceptions.h>
 

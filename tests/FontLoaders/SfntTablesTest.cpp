@@ -1,7 +1,7 @@
 #include <support/FontBuilder.h>
 #include <support/GuardedBytes.h>
 
-#include <FontLoaders/Private/SfntTables.h>
+#include <FontLoaders/Private/FreeTypeBounds/SfntTables.h>
 
 #include <gtest/gtest.h>
 
@@ -16,7 +16,7 @@ using Testing::FontBuilder;
 constexpr std::uint32_t tagOfGlyf = 0x676C7966;
 
 /// The first `length` bytes of a file, with nothing readable behind them.
-TablePlace findGlyf(const Bytes& file, std::size_t length) {
+TableRange findGlyf(const Bytes& file, std::size_t length) {
     const Testing::GuardedBytes start(
         Bytes(file.begin(), file.begin() + static_cast<std::ptrdiff_t>(length)));
     return findTable({start.data(), start.size()}, tagOfGlyf);
@@ -32,11 +32,11 @@ Bytes makeFile() {
 
 TEST(SfntTables, AreFoundOnlyWhereTheFileHoldsThemWhole) {
     const Bytes file = makeFile();
-    const TablePlace place = findGlyf(file, file.size());
-    ASSERT_GT(place.length, 0U);
+    const TableRange range = findGlyf(file, file.size());
+    ASSERT_GT(range.length, 0U);
     for (std::size_t length = 0; length <= file.size(); ++length) {
-        const bool isWhole = length >= place.offset + place.length;
-        EXPECT_EQ(findGlyf(file, length).length, isWhole ? place.length : 0) << length;
+        const bool isWhole = length >= range.offset + range.length;
+        EXPECT_EQ(findGlyf(file, length).length, isWhole ? range.length : 0) << length;
     }
 }
 
@@ -44,9 +44,9 @@ TEST(SfntTables, AreSoughtInTheFirstFaceOfACollection) {
     FontBuilder font;
     font.addGlyph(Testing::makeBoxGlyph(500, 0, 0, 500, 500));
     const Bytes file = Testing::buildCollection({font, font});
-    const TablePlace place = findGlyf(file, file.size());
-    EXPECT_GT(place.length, 0U);
-    for (std::size_t length = 0; length < place.offset + place.length; ++length) {
+    const TableRange range = findGlyf(file, file.size());
+    EXPECT_GT(range.length, 0U);
+    for (std::size_t length = 0; length < range.offset + range.length; ++length) {
         EXPECT_EQ(findGlyf(file, length).length, 0U) << length;
     }
 }
@@ -54,7 +54,7 @@ TEST(SfntTables, AreSoughtInTheFirstFaceOfACollection) {
 TEST(SfntTables, AreNotFoundThroughSumsOfThirtyTwoBits) {
     Bytes file = Testing::buildCollection({FontBuilder()});
     for (const unsigned int lowest : {0xFFU, 0xFCU, 0xF4U, 0xE4U}) {
-        std::fill_n(file.begin() + 12, 3, static_cast<unsigned char>(0xFF)); // the place of the directory
+        std::fill_n(file.begin() + 12, 3, static_cast<unsigned char>(0xFF)); // the offset of the directory
         file[15] = static_cast<unsigned char>(lowest);
         EXPECT_EQ(findGlyf(file, file.size()).length, 0U);
     }

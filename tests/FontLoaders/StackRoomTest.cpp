@@ -1,6 +1,6 @@
 #include <support/StackThread.h>
 
-#include <FontLoaders/Private/StackRoom.h>
+#include <FontLoaders/Private/FreeTypeBounds/StackRoom.h>
 
 #include <gtest/gtest.h>
 

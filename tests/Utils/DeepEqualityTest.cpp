@@ -1,6 +1,6 @@
 #include <support/ExpectAssertion.h>
 
-#include <Utils/Public/Ptr/DeepEquality.h>
+#include <Utils/Public/Ptr/CheckedPtr.h>
 #include <Utils/Public/Ptr/PtrUtils.h>
 
 #include <utility>

@@ -1,4 +1,4 @@
-#include <Utils/Public/MemoizedHash.h>
+#include <Utils/Public/Hash.h>
 
 #include <gtest/gtest.h>
 

@@ -3,7 +3,7 @@
 #include <support/ListCache.h>
 
 #include <Utils/Public/MRUCache.h>
-#include <Utils/Public/Ptr/DeepEquality.h>
+#include <Utils/Public/Ptr/CheckedPtr.h>
 
 #include <gtest/gtest.h>
 

@@ -4,7 +4,7 @@
 #include <support/FailingAllocations.h>
 
 #include <Utils/Public/MRUCache.h>
-#include <Utils/Public/Ptr/DeepEquality.h>
+#include <Utils/Public/Ptr/CheckedPtr.h>
 
 #include <functional>
 #include <limits>

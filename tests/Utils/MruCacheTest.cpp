@@ -1,5 +1,5 @@
 #include <Utils/Public/MRUCache.h>
-#include <Utils/Public/Ptr/DeepEquality.h>
+#include <Utils/Public/Ptr/CheckedPtr.h>
 #include <Utils/Public/Ptr/PtrUtils.h>
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include <Utils/Public/Truncate.h>
+#include <Utils/Public/NumCast.h>
 
 #include <gtest/gtest.h>
 

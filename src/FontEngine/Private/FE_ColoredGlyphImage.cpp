@@ -1,7 +1,7 @@
 // The colouring of LCD bitmaps.
 
 #include <FontEngine/Private/FE_FreeTypeUtilsInternal.h>
-#include <Utils/Public/Truncate.h>
+#include <Utils/Public/NumCast.h>
 
 #include <algorithm>
 #include <array>

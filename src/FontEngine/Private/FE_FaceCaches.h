@@ -2,7 +2,7 @@
 
 #include <FontEngine/FE_FontFace.h>
 #include <FontEngine/Private/FE_LockedCache.h>
-#include <FontLoaders/Public/FontBytes.h>
+#include <FontLoaders/Public/FontLoader.h>
 #include <Gfx/Public/FontFaceInfo.h>
 #include <Utils/Public/Ptr/CheckedPtr.h>
 

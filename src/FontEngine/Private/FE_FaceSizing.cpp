@@ -1,6 +1,6 @@
 #include <FontEngine/Private/FE_FaceSizing.h>
 
-#include <Utils/Public/Truncate.h>
+#include <Utils/Public/NumCast.h>
 
 namespace Vell::FontEngine::Internal {
 

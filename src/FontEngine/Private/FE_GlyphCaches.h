@@ -6,7 +6,7 @@
 #include <FontEngine/FE_GlyphInfo.h>
 #include <FontEngine/Private/FE_RenderedGlyph.h>
 #include <FontEngine/Private/FE_StrikeCache.h>
-#include <Gfx/Public/Path.h>
+#include <Gfx/Public/Painter.h>
 
 #include <cstddef>
 #include <memory>

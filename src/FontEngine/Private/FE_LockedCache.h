@@ -3,7 +3,7 @@
 #include <FontEngine/FE_CacheFigures.h>
 #include <FontEngine/Private/FE_RecursiveMutex.h>
 #include <Utils/Public/MRUCache.h>
-#include <Utils/Public/Ptr/DeepEquality.h>
+#include <Utils/Public/Ptr/CheckedPtr.h>
 
 #include <memory>
 #include <optional>

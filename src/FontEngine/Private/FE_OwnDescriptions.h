@@ -2,8 +2,8 @@
 
 #include <FontEngine/FE_ExtFontInfo.h>
 #include <FontEngine/FE_FontInfo.h>
-#include <Gfx/Public/ExtFontInfo.h>
 #include <Gfx/Public/FontFaceInfo.h>
+#include <Gfx/Public/FontInfo.h>
 #include <Utils/Public/Ptr/CheckedPtr.h>
 
 namespace Vell::FontEngine::Internal {

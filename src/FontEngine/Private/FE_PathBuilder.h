@@ -2,7 +2,6 @@
 
 #include <FontEngine/FE_GlyphInfo.h>
 #include <Gfx/Public/Painter.h>
-#include <Gfx/Public/Path.h>
 
 #include <ft2build.h>
 #include FT_OUTLINE_H

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <FontEngine/FE_FaceData.h>
-#include <FontLoaders/Public/FontBytes.h>
+#include <FontLoaders/Public/FontLoader.h>
 #include <Utils/Public/CallableRef.h>
 
 #include <memory>

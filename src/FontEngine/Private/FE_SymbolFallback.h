@@ -3,7 +3,6 @@
 #include <FontEngine/FE_FontFaceInfo.h>
 #include <FontEngine/FE_FontFactory.h>
 #include <Gfx/Public/FontInfo.h>
-#include <Gfx/Public/TextPositionType.h>
 #include <Utils/Public/Ptr/CheckedPtr.h>
 
 #include <memory>

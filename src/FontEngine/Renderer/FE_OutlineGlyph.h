@@ -1,6 +1,6 @@
 #pragma once
 
-#include <Gfx/Public/Path.h>
+#include <Gfx/Public/Painter.h>
 #include <Utils/Public/Assert.h>
 #include <Utils/Public/Export.h>
 

@@ -3,7 +3,7 @@
 #include <FontEngine/FE_BitmapGlyphPainter.h>
 #include <FontEngine/FE_Font.h>
 #include <FontEngine/Renderer/FE_BitmapGlyphRun.h>
-#include <Gfx/Public/ExtFontInfo.h>
+#include <Gfx/Public/FontInfo.h>
 #include <Gfx/Public/FontMetrics.h>
 #include <Gfx/Public/Painter.h>
 #include <Utils/Public/Export.h>

@@ -1,24 +1,14 @@
 #include <FontLoaders/Public/CompositeGlyphs.h>
 
-#include <FontLoaders/Private/GlyfReader.h>
-#include <FontLoaders/Private/LibraryMemory.h>
-
-#include <memory>
+#include <FontLoaders/Private/FreeTypeBounds/GlyfReader.h>
+#include <FontLoaders/Private/FreeTypeBounds/LibraryMemory.h>
 
 namespace Vell::FontLoaders {
 
-namespace Internal {
-
-void attachGlyfReader(FT_Face face) {
-    LibraryMemory::setReader(face, std::make_unique<GlyfReader>(face));
-}
-
-} // namespace Internal
-
 namespace {
 
-/// FreeType auto-hints what is forced to be and what is to be hinted lightly, and cares for no such wish in a
-/// font that it cannot draw without its programs.
+/// FreeType auto-hints if the flags force it or ask for light hinting. It ignores both for a font that it
+/// cannot draw without the font's programs.
 bool runsPrograms(FT_Face face, int loadFlags) {
     constexpr int unhinted = FT_LOAD_NO_HINTING | FT_LOAD_NO_SCALE | FT_LOAD_NO_RECURSE;
     const bool isAutoHinted =

@@ -14,7 +14,7 @@ public:
     ~FontLoaderException() override;
 };
 
-/// FreeType reports an error; the text tells the failed call and FreeType's error code.
+/// FreeType has reported an error. The text names the call that failed and contains FreeType's error code.
 class VELL_API FreeTypeException : public BaseRuntimeError {
 public:
     using BaseRuntimeError::BaseRuntimeError;

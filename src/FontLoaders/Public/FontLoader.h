@@ -1,34 +1,63 @@
 #pragma once
 
-#include <FontLoaders/Public/FontBytes.h>
 #include <Gfx/Public/FontFaceInfo.h>
 #include <Utils/Public/Export.h>
 #include <Utils/Public/Ptr/CheckedPtr.h>
 
+#include <memory>
+#include <optional>
 #include <string>
+#include <vector>
 
 namespace Vell::FontLoaders {
 
-/// Turns descriptions into font files. The font factory asks; clients implement it to serve fonts of their
-/// own.
+/// A whole font file in memory, immutable and shared by everyone who uses it. Null if there is none.
+using FontBytes = std::shared_ptr<const std::vector<unsigned char>>;
+
+/// Finds the font file for a description. The font factory calls it; clients implement it to serve their own
+/// fonts.
 ///
-/// Bytes are whole font files in memory, shared and immutable; null means that there is no such font. An
-/// exception passes through to whoever asked for the face. The factory calls from whatever thread uses it,
-/// several at once if several threads draw, and remembers the answers of the first two operations, null
-/// included.
+/// Null means that there is no such font. Exceptions pass through to whoever asked for the face. The factory
+/// remembers what the first two functions return, including null.
+///
+/// Threads: the factory calls from whatever thread uses it, and from several at once if several threads draw.
 class VELL_API FontLoader {
 public:
     virtual ~FontLoader();
 
-    /// The font of exactly this family and style; null when there is none.
+    /// The font of exactly this family and style, or null.
     virtual FontBytes loadFont(const NNPtr<const Gfx::FontFaceInfo>& faceInfo) const = 0;
 
-    /// The font to use when no family is named or the named one is missing; null when there is none in this
+    /// The font to use if no family is named or the named one is missing. Null if there is none in this
     /// style.
     virtual FontBytes loadDefaultFont(bool bold, bool italic) const = 0;
 
-    /// The family that serves a Unicode range (an identifier from UnicodeRangeMap); empty when none does.
+    /// The family to use for a Unicode range, which is an identifier from UnicodeRangeMap. Empty if there is
+    /// none.
     virtual std::string getFamilyNameForRange(unsigned int rangeId) const = 0;
 };
+
+/// The reason why a loader must not serve a font file, as the end of a sentence about the font. Empty if it
+/// may serve the file.
+///
+///     if (const auto reason = findReasonNotToServe(bytes)) {
+///         throw FontLoaderException("cannot use " + path + ": " + *reason);
+///     }
+///
+/// A loader may only return bytes from which a face can be made. Making a face of a font without any charmap
+/// is a failed assertion. So a loader that takes fonts from elsewhere calls this once for each file, before
+/// it serves the file.
+///
+/// The reasons are: FreeType cannot open the bytes (the text is FreeType's), the font has no charmap, or none
+/// of its charmaps can be selected, as when it has only variation sequences. Symbol fonts and fonts with only
+/// bitmaps may be served if they have a charmap, even an empty one. In a collection, the first face counts.
+/// The contents of the charmap and the glyphs are not read: making a face or loading a glyph may still throw
+/// FreeTypeException.
+///
+/// Opens the face once, closes it and keeps nothing. Any thread may call. If there is not enough memory for
+/// the face, that is the reason; if there is not enough for anything else, throws FreeTypeException or
+/// std::bad_alloc.
+VELL_API std::optional<std::string>
+findReasonNotToServe(const NNPtr<const std::vector<unsigned char>>& bytes);
 
 } // namespace Vell::FontLoaders

@@ -1,8 +1,7 @@
 #include <FontLoaders/Public/PlatformFontLoader.h>
 
-#include <FontLoaders/Private/EmbeddedFont.h>
-#include <FontLoaders/Private/FontFileCache.h>
-#include <FontLoaders/Private/InstalledFonts.h>
+#include <FontLoaders/Private/Installed/FontFileCache.h>
+#include <FontLoaders/Private/Installed/InstalledFonts.h>
 
 #include <Utils/Public/Ptr/PtrUtils.h>
 #include <Utils/Public/Vtable.h>
@@ -12,12 +11,28 @@
 #include <optional>
 #include <utility>
 
+#if defined(FONTENGINE_HAS_EMBEDDED_FONT)
+// The first byte of the built-in font, and the one past its last.
+extern "C" const unsigned char fontengineEmbeddedFontBegin[];
+extern "C" const unsigned char fontengineEmbeddedFontEnd[];
+#endif
+
 namespace Vell::FontLoaders {
 
 namespace {
 
-/// One for all loaders: their configurations are their own, but the caches and tables of names behind them
-/// are fontconfig's, one for the process.
+/// A copy of the font that is built into this library. Null if the library was built without one.
+FontBytes loadEmbeddedFont() {
+#if defined(FONTENGINE_HAS_EMBEDDED_FONT)
+    return std::make_shared<const std::vector<unsigned char>>(&fontengineEmbeddedFontBegin[0],
+                                                              &fontengineEmbeddedFontEnd[0]);
+#else
+    return nullptr;
+#endif
+}
+
+/// All loaders share one mutex: each has its own configuration, but behind them fontconfig has caches and
+/// tables of names that are global to the process.
 std::mutex fontconfigMutex;
 
 class PlatformFontLoader final : public FontLoader {
@@ -39,7 +54,7 @@ private:
     FontBytes getEmbeddedFont() const;
 
     const std::string _defaultFaceName;
-    // Guarded by the mutex:
+    // Guarded by fontconfigMutex:
     mutable Internal::FontFileCache _files;
     mutable std::optional<Internal::InstalledFonts> _fonts;
     mutable std::weak_ptr<const std::vector<unsigned char>> _embeddedFont;
@@ -85,13 +100,13 @@ Internal::InstalledFonts& PlatformFontLoader::getFonts() const {
 FontBytes PlatformFontLoader::getEmbeddedFont() const {
     FontBytes bytes = _embeddedFont.lock();
     if (!bytes) {
-        bytes = Internal::loadEmbeddedFont();
+        bytes = loadEmbeddedFont();
         _embeddedFont = bytes;
     }
     return bytes;
 }
 
-/// By which these loaders are told from those of clients; null until there is one.
+/// Distinguishes these loaders from those of clients. Null until the first one is made.
 std::atomic<const void*> platformLoaderVtable = nullptr;
 
 } // namespace

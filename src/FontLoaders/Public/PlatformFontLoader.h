@@ -11,62 +11,65 @@
 
 namespace Vell::FontLoaders {
 
-/// A loader of the fonts that are installed on this machine, as fontconfig knows them.
+/// Makes a loader of the fonts that are installed on this machine, as fontconfig knows them.
 ///
 ///     const auto loader = createPlatformDefaultFontLoader("DejaVu Sans");
 ///     const auto bytes = loader->loadFont(makeNNPtr<const FontFaceInfo>("DejaVu Serif", true, false));
 ///
-/// Making the loader reads nothing; the first question loads fontconfig's configuration and its list of
-/// fonts, which this loader then keeps for itself. Fonts installed later are seen by loaders made later. Any
-/// number of threads may ask any number of loaders at once; they are served one after the other.
+/// Making the loader reads nothing. The first request loads fontconfig's configuration and its list of fonts,
+/// which this loader then keeps. Fonts that are installed later are found only by loaders that are made
+/// later. Any number of threads may use any number of loaders at once; requests are served one after the
+/// other.
 ///
-/// Names. loadFont knows a family by any of its names, in any language, whatever the case. A generic name
-/// ("sans-serif", "serif", "monospace", "cursive", "fantasy", "system-ui", "math", "emoji", and the spellings
-/// "sans", "sans serif", "mono", "system ui") stands for the family that fontconfig serves it with. A name
-/// that is not installed stands for the first installed family that the configuration binds to it as the
-/// same, as the standard configuration does for families of equal metrics ("Arial" and "Liberation Sans").
-/// Any other name gives null, and so does the empty one: nothing is replaced by something that merely looks
-/// alike.
+/// Names. loadFont finds a family by any of its names, in any language, in upper or lower case. A generic
+/// name ("sans-serif", "serif", "monospace", "cursive", "fantasy", "system-ui", "math", "emoji", and the
+/// spellings "sans", "sans serif", "mono", "system ui") means the family that fontconfig chooses for it. If
+/// no family of a name is installed, the name means the first installed family that the configuration binds
+/// to it as the same. The standard configuration does so for families of equal metrics ("Arial" and
+/// "Liberation Sans"). Any other name gives null, and so does the empty one: no family is replaced by one
+/// that merely looks similar.
 ///
-/// Styles. A face is bold if its weight is at least demibold, and italic if it is italic or oblique; a
-/// request is served only by a face that agrees in both. Among several the one nearest to regular weight (to
-/// bold weight, if bold) is taken, then the one nearest to normal width, then the first by path, then the
-/// first in its file. A variable font has the style of its default instance and no other; its named instances
-/// do not count, because whoever opens the bytes gets the default one.
+/// Styles. A face is bold if its weight is at least demibold, and italic if it is italic or oblique. Only a
+/// face that agrees in both serves a request. If several do, the loader takes the one nearest to regular
+/// weight (to bold weight for a bold request), then the one nearest to normal width, then the first by path,
+/// then the first in its file. A variable font has only the style of its default instance. Its named
+/// instances do not count, because whoever opens the bytes gets the default instance.
 ///
-/// Bytes. A face of a collection comes as a font file of its own. A file is read once and shared as long as
-/// anybody holds its bytes; a face of a collection also keeps the bytes of the collection in memory. Requests
-/// that lead to the same face get the same vector. A file that has vanished or cannot be read is a
-/// FontLoaderException with the file's name and the reason; so is a collection that lacks the face. A file
-/// that FreeType does not open is served all the same: whoever opens it gets FreeType's error.
+/// Bytes. A face of a collection is returned as a font file of its own. A file is not read again while
+/// somebody holds its bytes; a face of a collection also keeps the bytes of the collection in memory.
+/// Requests for the same face return the same vector. If a file has vanished or cannot be read, or if a
+/// collection lacks the face, the loader throws FontLoaderException with the name of the file and the reason.
+/// A file that FreeType cannot open is served nevertheless, so that whoever opens it gets FreeType's error.
 ///
 /// Charmaps. A face in which FreeType finds no charmap that can be selected does not count as installed,
-/// since no text can be drawn with it (findReasonNotToServe); neither does a family that has no other. That
-/// is seen when the bytes are read, before anybody gets them, and is remembered as long as the loader lives:
-/// every question is answered as if the face were not there. A question that needs a family but none of its
-/// bytes (a range, or a style that the family lacks) may read one of its faces for that; those bytes are kept
-/// until the next font is loaded, which most often is this one.
+/// because no text can be drawn with it (findReasonNotToServe). Neither does a family that has only such
+/// faces. The loader notices this when it reads the bytes, before it returns them, and remembers it: from
+/// then on, it answers every request as if the face did not exist. A request that needs a family but none of
+/// its bytes (a range, or a style that the family lacks) may read one of the family's faces to find out.
+/// These bytes are kept until the next font is loaded, which usually is this one.
 ///
-/// Default font. loadDefaultFont takes the family `defaultFaceName` (by the rules for names), else the family
-/// of fontconfig's best match for it. If the machine has no fonts, it takes a font that is built into this
-/// library (unless that was left out of the build). The plain request always answers, with the nearest style
-/// of the family if need be; a styled one is null unless the font has that style.
+/// Default font. loadDefaultFont takes the family that `defaultFaceName` means by the rules above, or else
+/// the family of fontconfig's best match for it. If no fonts are installed, it takes the font that is built
+/// into this library, unless the library was built without it. A request for the plain style always succeeds,
+/// with the nearest style of the family if necessary. Any other request returns null unless the font has that
+/// style.
 ///
-/// Ranges. getFamilyNameForRange names the family whose plain face has outlines and covers most of the block;
-/// of equals the first in fontconfig's order of preference for `defaultFaceName` (which knows the language of
-/// the process). It is empty when no family covers any of the block, and for identifiers of no block. Every
-/// answer is kept, until a face turns out to have no charmap.
+/// Ranges. getFamilyNameForRange returns the family whose plain face has outlines and covers most of the
+/// block. If several cover the same number of characters, it returns the first in fontconfig's order of
+/// preference for `defaultFaceName`, which considers the language of the process. It returns an empty name if
+/// no family covers any of the block, and for identifiers that no block has. Answers are kept until a face
+/// turns out to have no usable charmap.
 VELL_API NNPtr<FontLoader> createPlatformDefaultFontLoader(const std::string& defaultFaceName);
 
 /// A face in a font file.
 struct FontFilePlace {
     std::string file;   ///< as fontconfig names it
-    unsigned int index; ///< among the faces of a collection, from 0; 0 for a file that is no collection
+    unsigned int index; ///< the face in a collection, from 0; always 0 for other files
 };
 
-/// Where the bytes come from that a loader of createPlatformDefaultFontLoader has handed out; for telling
-/// people. Nothing for the built-in font, for bytes of other loaders, and if `loader` is one. Asks fontconfig
-/// nothing and reads nothing. Any thread.
+/// The place of bytes that a loader of createPlatformDefaultFontLoader has returned, to show to people. Empty
+/// if the bytes, or `loader` itself, do not come from createPlatformDefaultFontLoader, and for the built-in
+/// font. Reads nothing and does not ask fontconfig. Any thread may call.
 VELL_API std::optional<FontFilePlace> findFontFile(const FontLoader& loader, const FontBytes& bytes);
 
 } // namespace Vell::FontLoaders

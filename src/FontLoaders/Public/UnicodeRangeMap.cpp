@@ -1,6 +1,6 @@
 #include <FontLoaders/Public/UnicodeRangeMap.h>
 
-#include <FontLoaders/Private/UnicodeBlocks.h>
+#include <FontLoaders/Private/Installed/UnicodeBlocks.h>
 
 #include <algorithm>
 #include <iterator>
@@ -9,13 +9,13 @@ namespace Vell::FontLoaders {
 
 unsigned int UnicodeRangeMap::find(unsigned int codePoint) {
     using Internal::UnicodeBlock;
-    using Internal::UnicodeBlocks;
-    const UnicodeBlock* const begin = UnicodeBlocks::begin();
-    const UnicodeBlock* const behind =
-        std::upper_bound(begin, UnicodeBlocks::end(), codePoint,
+    using Internal::unicodeBlocks;
+    const UnicodeBlock* const begin = std::begin(unicodeBlocks);
+    const UnicodeBlock* const next =
+        std::upper_bound(begin, std::end(unicodeBlocks), codePoint,
                          [](unsigned int code, const UnicodeBlock& block) { return code < block.first; });
-    const bool isInBlock = behind != begin && codePoint <= std::prev(behind)->last;
-    return isInBlock ? static_cast<unsigned int>(behind - begin) : 0;
+    const bool isInBlock = next != begin && codePoint <= std::prev(next)->last;
+    return isInBlock ? static_cast<unsigned int>(next - begin) : 0;
 }
 
 } // namespace Vell::FontLoaders

@@ -4,11 +4,11 @@
 
 namespace Vell::FontLoaders {
 
-/// Numbers the blocks of Unicode.
+/// Numbers the blocks of Unicode, for FontLoader::getFamilyNameForRange. Any thread may call.
 class VELL_API UnicodeRangeMap {
 public:
-    /// The identifier of the block that holds the code point; 0 when it lies in none. Identifiers are stable
-    /// within one version of the library only: do not store them.
+    /// The identifier of the block that contains the code point, or 0. Identifiers may change with every
+    /// version of this library, so do not store them.
     static unsigned int find(unsigned int codePoint);
 };
 

@@ -1,12 +1,26 @@
 #pragma once
 
 #include <Gfx/Public/CharMap.h>
-#include <Gfx/Public/FactoryAccessTag.h>
 #include <Utils/Public/Export.h>
 
 #include <utility>
 
+namespace Vell::FontEngine {
+class FontFace;
+class FontFactory;
+} // namespace Vell::FontEngine
+
 namespace Vell::Gfx {
+
+/// Restricts a constructor to the font factory and its faces. The constructor takes this tag and is public,
+/// so that std::make_shared can call it, but nobody else can make the tag.
+class FactoryAccessTag {
+    friend class Vell::FontEngine::FontFace;
+    friend class Vell::FontEngine::FontFactory;
+
+    // User-provided, or anybody could write `FactoryAccessTag{}`, which would be aggregate initialisation.
+    explicit FactoryAccessTag() {} // NOLINT(modernize-use-equals-default)
+};
 
 /// The line metrics of a face and its character map. All lengths are in ems. Immutable.
 class VELL_API BasicMetrics {

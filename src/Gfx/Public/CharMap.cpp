@@ -47,7 +47,7 @@ void CharMap::Page::makeDirect(GlyphIndexWithAdvance defaultGlyph) {
     isDirect = true;
 }
 
-/// A page that is left gives back the room that it has grown in vain.
+/// Releases a page's spare capacity once insertion moves on to another page.
 void CharMap::followTail(unsigned int code, const Page& page) {
     if (!page.isHighest(code) || code >> pageBits >= unicodePages) {
         return;
@@ -73,9 +73,9 @@ CharMap::Page& CharMap::getOrMakePage(unsigned int code) {
         _directory.resize(number + 1, noPage);
     }
     if (_directory[number] == noPage) {
-        constexpr std::size_t usualCount = 32; // few pages of a font hold less
+        constexpr std::size_t typicalCount = 32; // few pages of a font have fewer entries
         Page page;
-        page.entries.reserve(usualCount);
+        page.entries.reserve(typicalCount);
         _pages.push_back(std::move(page));
         _directory[number] = static_cast<std::uint16_t>(_pages.size() - 1);
     }

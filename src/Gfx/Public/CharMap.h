@@ -10,17 +10,18 @@
 
 namespace Vell::Gfx {
 
-/// Maps character codes to glyphs with their advances: the table that every drawn character goes through.
+/// Maps character codes to glyphs and their advances. Every character that is drawn is looked up here.
 ///
-/// A lookup is three loads and a few arithmetic instructions at any size. Codes are kept in pages of 256; a
-/// page stores only what is mapped (8 bytes an entry, plus 64 bytes a page) until half of it is, and then
-/// everything, so the memory follows the number of mapped codes and not their values. Any 32-bit code may be
-/// mapped; those beyond Unicode cost a hash lookup more.
+/// A lookup takes three loads and a few arithmetic instructions, however large the map is. Codes are stored
+/// in pages of 256. A page stores only the mapped codes, 8 bytes for each entry plus 64 bytes for the page,
+/// until half of its codes are mapped; then it stores an entry for every code. So memory grows with the
+/// number of mapped codes, not with their values. Any 32-bit code may be mapped; codes beyond Unicode take an
+/// additional hash lookup.
 ///
-/// Threads: concurrent lookups are safe; insert needs exclusive access.
+/// Threads: concurrent lookups are safe. insert needs exclusive access.
 class VELL_API CharMap {
 public:
-    /// A glyph and its horizontal advance in ems.
+    /// A glyph and its horizontal advance, in ems.
     struct GlyphIndexWithAdvance {
         unsigned short glyphIndex;
         float advance;
@@ -37,10 +38,10 @@ public:
         }
     };
 
-    /// An empty map that answers `defaultGlyph` for every code.
+    /// Makes an empty map, which returns `defaultGlyph` for every code.
     CharMap(GlyphIndexWithAdvance defaultGlyph);
 
-    /// The entry of `code`, or the default one.
+    /// The entry for `code`, or the default one.
     GlyphIndexWithAdvance operator[](unsigned int code) const {
         const Page* const page = findPage(code);
         if (page == nullptr) {
@@ -52,13 +53,13 @@ public:
         return page->contains(code) ? page->entries[page->getSlot(code)] : _defaultGlyph;
     }
 
-    /// How many codes are mapped.
+    /// The number of mapped codes.
     std::size_t size() const { return _size; }
 
-    /// Maps `code`. When it is mapped already, `replaceExisting` decides which entry stays: true the new one,
-    /// false the old one.
+    /// Maps `code`. If it is mapped already, the new entry replaces the old one only if `replaceExisting` is
+    /// true.
     void insert(unsigned int code, GlyphIndexWithAdvance glyph, bool replaceExisting) {
-        if (_tail.isFollowedBy(code)) {
+        if (_tail.canAppend(code)) {
             _pages[_tail.page].append(code, glyph, _defaultGlyph);
             _tail.highestCode = code;
             ++_size;
@@ -70,12 +71,12 @@ public:
 private:
     static constexpr std::size_t directFrom = 128; // codes of a page
 
-    /// The mapped codes among 256 neighbours: one bit a code, and the entries of the set bits in order. A
-    /// page that is at least half full is direct: it has an entry for every code, the default one where
-    /// nothing is mapped.
+    /// The mapped codes among 256 neighbours: one bit for each code, and the entries of the set bits in
+    /// order. A page that is at least half full is direct: it has an entry for every code, the default one
+    /// where nothing is mapped.
     struct Page {
         std::array<std::uint64_t, 4> mapped{};
-        std::uint32_t slotsBefore = 0; // a byte a word: set bits in the words before it, at most 192
+        std::uint32_t slotsBefore = 0; // one byte per word: set bits in the words before it, at most 192
         bool isDirect = false;
         std::vector<GlyphIndexWithAdvance> entries;
 
@@ -92,7 +93,7 @@ private:
         }
         /// Adds a code that is not mapped.
         void add(unsigned int code, GlyphIndexWithAdvance glyph, GlyphIndexWithAdvance defaultGlyph);
-        /// add of a code above all others of the page.
+        /// Adds a code above all others of the page.
         void append(unsigned int code, GlyphIndexWithAdvance glyph, GlyphIndexWithAdvance defaultGlyph) {
             prepareToAdd(defaultGlyph);
             if (isDirect) {
@@ -116,9 +117,10 @@ private:
         }
     };
 
-    /// The highest code of the page that was last added to: charmaps are read in ascending order.
+    /// The page that was last added to, and its highest code. Charmaps are read in ascending order, so the
+    /// next code usually goes to the end of this page.
     struct Tail {
-        bool isFollowedBy(unsigned int code) const {
+        bool canAppend(unsigned int code) const {
             return code > highestCode && code >> pageBits == highestCode >> pageBits && isKnown;
         }
 
@@ -131,7 +133,7 @@ private:
     static constexpr unsigned int unicodePages = 0x110000U >> pageBits;
     static constexpr std::uint16_t noPage = 0xFFFF;
 
-    /// Written out because a build for any x86-64 machine would call a library function instead.
+    /// Written out, because in a build for generic x86-64 the compiler's own function is a library call.
     static unsigned int countBits(std::uint64_t bits) {
         bits -= bits >> 1 & 0x5555555555555555U;
         bits = (bits & 0x3333333333333333U) + (bits >> 2 & 0x3333333333333333U);
@@ -155,7 +157,7 @@ private:
     GlyphIndexWithAdvance _defaultGlyph;
     std::size_t _size = 0;
     Tail _tail;
-    std::vector<std::uint16_t> _directory; // by page number; as long as the highest page in use needs
+    std::vector<std::uint16_t> _directory; // by page number, up to the highest page in use
     std::vector<Page> _pages;              // at most unicodePages
     std::unordered_map<unsigned int, Page> _pagesBeyondUnicode;
 };

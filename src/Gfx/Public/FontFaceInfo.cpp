@@ -9,7 +9,7 @@ namespace {
 std::uint64_t hashName(const std::string& name) {
     std::uint64_t hash = 0;
     for (const char byte : name) {
-        // Bytes above 0x7F count as negative numbers, on every machine alike.
+        // Bytes above 0x7F count as negative numbers on every machine, whatever the sign of char.
         // NOLINTNEXTLINE(bugprone-signed-char-misuse)
         const std::int64_t extended = static_cast<signed char>(byte);
         hash = combineHash(hash, static_cast<std::uint64_t>(extended));

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <Utils/Public/Export.h>
-#include <Utils/Public/MemoizedHash.h>
+#include <Utils/Public/Hash.h>
 
 #include <cstddef>
 #include <cstdint>
@@ -10,9 +10,9 @@
 
 namespace Vell::Gfx {
 
-/// Describes a typeface: a family name and two style flags. Implementations are immutable and travel in
-/// shared pointers; caches compare and hash them by value, through the accessors, so any two implementations
-/// that answer alike are equal.
+/// Describes a typeface: a family name and two style flags. Implementations are immutable and are passed in
+/// shared pointers. Caches compare and hash descriptions by what the accessors return, so two implementations
+/// that return the same values are equal.
 ///
 /// Threads: any number may use one description at once.
 class VELL_API FontFaceInfo {
@@ -21,19 +21,19 @@ public:
 
     FontFaceInfo& operator=(const FontFaceInfo&) = delete;
 
-    /// The family name in UTF-8; empty means the loader's default face.
+    /// The family name in UTF-8. Empty means the loader's default face.
     virtual std::string getName() const = 0;
     virtual bool isBold() const = 0;
     virtual bool isItalic() const = 0;
 
-    /// The hash of name and flags, computed on first use and kept.
+    /// The hash of the name and the flags, which is computed on first use and kept.
     std::uint64_t getHash() const {
         return _hash.get([this] { return computeHash(); });
     }
 
 protected:
     FontFaceInfo();
-    FontFaceInfo(const FontFaceInfo&) noexcept; // the copy computes its own hash
+    FontFaceInfo(const FontFaceInfo&) noexcept; // the copy computes its hash again
 
 private:
     std::uint64_t computeHash() const;
@@ -41,7 +41,7 @@ private:
     mutable MemoizedHash _hash;
 };
 
-/// Name, bold and italic, in this order; stops at the first difference.
+/// Compares the name, bold and italic, in this order, up to the first difference.
 VELL_API bool operator==(const FontFaceInfo& lhs, const FontFaceInfo& rhs);
 inline bool operator!=(const FontFaceInfo& lhs, const FontFaceInfo& rhs) {
     return !(lhs == rhs);

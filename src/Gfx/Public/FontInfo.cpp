@@ -1,7 +1,7 @@
 #include <Gfx/Public/FontInfo.h>
 
 #include <Utils/Public/Hash.h>
-#include <Utils/Public/Ptr/DeepEquality.h>
+#include <Utils/Public/Ptr/CheckedPtr.h>
 
 namespace Vell::Gfx {
 
@@ -23,5 +23,7 @@ bool operator==(const FontInfo& lhs, const FontInfo& rhs) {
     return ComparisonDetails::arePointersDeeplyEqual(lhs.getFontFaceInfo(), rhs.getFontFaceInfo()) &&
            lhs.getSize() == rhs.getSize() && lhs.getTextPositionType() == rhs.getTextPositionType();
 }
+
+ExtFontInfo::~ExtFontInfo() = default;
 
 } // namespace Vell::Gfx

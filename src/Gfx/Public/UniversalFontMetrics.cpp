@@ -8,7 +8,7 @@ namespace Vell::Gfx {
 
 namespace {
 
-/// What a position type does, in parts of the description's size.
+/// The effect of a position type, as fractions of the description's size.
 struct Position {
     float size;
     float baseLineShift;

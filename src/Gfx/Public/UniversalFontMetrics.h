@@ -10,27 +10,25 @@
 
 namespace Vell::Gfx {
 
-/// Font metrics computed from a description and the metrics of a face: each length is the face's value times
-/// getFontSize(); only the substitution of missing glyphs is left to the derived class.
+/// Font metrics that are computed from a font description and the metrics of a face. Each length is the
+/// face's value times getFontSize(). Derived classes only substitute missing glyphs.
 ///
-/// Superscript and subscript text is set at 0.65 of the description's size, and its base line is shifted by
-/// +0.48 (superscript) or -0.14 (subscript) of the description's size. These are the proportions that most
-/// fonts carry in their OS/2 table; they are used for all fonts alike, so that a line looks the same
-/// whichever face serves it.
+/// Superscript and subscript text is set at 0.65 of the description's size. Its base line is shifted by +0.48
+/// (superscript) or -0.14 (subscript) of the description's size. Most fonts have these proportions in their
+/// OS/2 table. They apply to all fonts, so that a line looks the same whichever face serves it.
 ///
-/// Immutable; any number of threads may use one object at once.
+/// Immutable. Any number of threads may use one object at once.
 class VELL_API UniversalFontMetrics : public FontMetrics {
 public:
     UniversalFontMetrics(NNPtr<const FontInfo> fontInfo, NNPtr<const BasicMetrics> basicMetrics);
     ~UniversalFontMetrics() override;
 
-    /// Calls `callback` once for each character of `text`, in order, with its code point. Ill-formed UTF-8
-    /// gives one U+FFFD for each maximal ill-formed part; see decodeUtf8. `extFontInfo` changes nothing
-    /// today.
+    /// Calls `callback` with the code point of each character of `text`, in order. Ill-formed UTF-8 gives one
+    /// U+FFFD for each maximal subpart, as decodeUtf8 does. `extFontInfo` is not used.
     static void forEachCharInText(boost::string_ref text, const NNPtr<const ExtFontInfo>& extFontInfo,
                                   const CallableRef<void(unsigned int)>& callback);
 
-    /// The size at which glyphs are drawn: the description's own for normal text.
+    /// The size at which glyphs are drawn. For normal text it is the description's size.
     float getFontSize() const { return _fontSize; }
 
     float getTextWidth(boost::string_ref text, const NNPtr<const ExtFontInfo>& extFontInfo) const override;
@@ -39,14 +37,13 @@ public:
     float getHeight() const override;
     float getAscent() const override;
     float getDescent() const override;
-    /// Height less ascent less descent.
     float getLeading() const override;
     float getCapHeight() const override;
     float getBaseLineShift() const override;
     float getStrikeOutPosition() const override;
 
-    /// Called where the face has no glyph of its own (its map answers glyph 0): may replace `glyph` by the
-    /// entry of another face, or leave it alone.
+    /// Called if the face lacks a glyph, that is, if its map returns glyph 0. May replace `glyph` with the
+    /// entry of another face.
     virtual void trySubstituteGlyph(const NNPtr<const ExtFontInfo>& extFontInfo, unsigned int codePoint,
                                     CharMap::GlyphIndexWithAdvance& glyph) const = 0;
 

@@ -9,8 +9,8 @@ namespace Vell {
 template <class Signature>
 class CallableRef;
 
-/// Refers to a callable without owning it: two words, no allocation. For parameters only: the callable must
-/// outlive the call that the reference is passed to.
+/// Refers to a callable without owning it. Takes two words and allocates nothing. Use it for parameters only:
+/// the callable must outlive the call that the reference is passed to.
 ///
 ///     void forEach(const CallableRef<void(int)>& visit);
 ///     forEach([&](int value) { sum += value; });

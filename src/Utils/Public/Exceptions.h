@@ -6,8 +6,8 @@
 
 namespace Vell {
 
-/// The base of every exception that the libraries of the family throw themselves. (Exceptions of the standard
-/// library, std::bad_alloc above all, pass through beside it.)
+/// The base class of every exception that these libraries define. Exceptions of the standard library, such as
+/// std::bad_alloc, pass through unchanged.
 class VELL_API BaseRuntimeError : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
@@ -16,7 +16,7 @@ public:
     ~BaseRuntimeError() override;
 };
 
-/// A number does not fit the type that it is converted to; see numCast.
+/// A number does not fit in the type that numCast converts it to.
 class VELL_API BadNumCastError : public BaseRuntimeError {
 public:
     using BaseRuntimeError::BaseRuntimeError;

@@ -1,7 +1,8 @@
 #pragma once
 
-/// Marks what leaves a shared library of the family; everything else is hidden. Every polymorphic class and
-/// every exception carries it, because clients catch and dynamic_cast them. A static build exports nothing.
+/// Marks what a shared library exports; everything else is hidden. Every polymorphic class and every
+/// exception carries the mark, because clients use dynamic_cast on them and catch them. A static build
+/// exports nothing.
 #if defined(FONTENGINE_STATIC)
 #define VELL_API
 #else

@@ -17,7 +17,7 @@
 
 namespace Vell {
 
-/// A value of an MRUCache with its weight. Immutable.
+/// A value in an MRUCache, with its size. Immutable.
 template <class Value>
 class MRUCacheNode {
 public:
@@ -33,22 +33,26 @@ private:
     std::uint64_t _effectiveSizeInBytes;
 };
 
-/// Keeps values by key in the order of their most recent use, and drops those used least recently while there
-/// are more entries, or more bytes, than the limits allow.
+/// A cache that evicts its least recently used entries when it holds more entries, or more bytes, than its
+/// limits allow.
 ///
 ///     MRUCache<Key, std::shared_ptr<const Glyph>, KeyHash, AreDeeplyEqualComparator> cache(0, 1 << 20);
 ///     if (const auto* node = cache.get(key)) return node->getValue();
 ///     return cache.put(key, {glyph, bytes})->getValue();
 ///
-/// The weight of an entry in bytes is whatever its owner says. A limit of 0 means none, equality with a limit
-/// is within it, and the only entry is never dropped, however large.
+/// The size of an entry is whatever its owner says. A limit of 0 means that there is no limit. A cache whose
+/// size equals a limit is within that limit. The last remaining entry is never evicted, however large it is.
 ///
-/// Ownership: keys and values are held by value; store shared pointers, so that a value survives its
-/// eviction. A node that is handed out stays valid until the next put that evicts it, or clear, or the end of
-/// the cache. The destructors of keys and values may call back into the cache: an entry ends when it is no
-/// part of the cache any more. Hash and Equal may not. Threads: none; even get changes the order. The owner
-/// serialises all calls. Errors: what Hash, Equal or an allocation throws passes through and leaves the cache
-/// as it was.
+/// Ownership: the cache stores keys and values by value. Store shared pointers if a value must survive its
+/// eviction. A pointer to a node is valid until a put evicts the node, clear is called, or the cache is
+/// destroyed.
+///
+/// Callbacks: destructors of keys and values may call the cache, because an entry is destroyed only after it
+/// has left the cache. Hash and Equal must not call it.
+///
+/// Threads: the owner serialises all calls. Even get changes the order.
+///
+/// Errors: exceptions from Hash, Equal and allocations pass through and leave the cache unchanged.
 template <class Key, class Value, class Hash, class Equal>
 class MRUCache {
 public:
@@ -72,16 +76,16 @@ public:
 
     std::size_t size() const { return _data.size(); }
     std::uint64_t getEffectiveSizeInBytes() const { return _effectiveSizeInBytes; }
-    /// How many entries the limits have pushed out since construction or clear. An entry counts once its key
-    /// and value have been released.
+    /// The number of evictions since construction or the last clear. An eviction counts once the entry's key
+    /// and value have been destroyed.
     std::uint64_t getEvictedCount() const { return _evictedCount; }
-    /// How often `get` has found an entry since construction or clear, and how often it has not.
+    /// How often get has found an entry since construction or the last clear, and how often it has not.
     std::uint64_t getHitCount() const { return _hitCount; }
     std::uint64_t getMissCount() const { return _missCount; }
     std::uint64_t getMaxEntries() const { return _maxEntries; }
     std::uint64_t getMaxSizeInBytes() const { return _maxSizeInBytes; }
 
-    /// The entry of an equal key, which becomes the most recently used one; null when there is none.
+    /// Finds the entry with an equal key and makes it the most recently used one. Null if there is none.
     const DataNode* get(const Key& key) {
         const auto& index = _data.template get<byKey>();
         const auto found = index.find(key);
@@ -93,19 +97,19 @@ public:
         return &*found;
     }
 
-    /// What `get` does for the key of an entry, for who knows the entry already: it must be held by this
-    /// cache.
+    /// Does what get does when it finds this entry. For callers that already know the entry, which must be in
+    /// this cache.
     void use(const DataNode& held) {
         ++_hitCount;
         _uses.add(static_cast<const Entry&>(held), _data);
     }
 
-    /// The key of an entry that is held. Valid as long as the entry.
+    /// The key of an entry that is in a cache. Valid as long as the entry is.
     static const Key& getKey(const DataNode& held) { return static_cast<const Entry&>(held).key; }
 
-    /// Adds an entry as the most recently used one and evicts what the limits no longer allow. Null, with
-    /// nothing changed, when an equal key is held already: a value that was handed out is never superseded.
-    /// Null, too, when the entry has gone again, because of what the end of an evicted one did.
+    /// Adds an entry as the most recently used one and evicts what the limits no longer allow. If the cache
+    /// has an equal key already, it changes nothing and returns null: a cached value is never replaced. Also
+    /// null if destroying an evicted entry re-entrantly removed the new one.
     const DataNode* put(const Key& key, DataNode node) {
         _uses.reserveFor(_data.size() + 1);
         auto& recency = _data.template get<byRecency>();
@@ -118,12 +122,14 @@ public:
         _effectiveSizeInBytes += added->getEffectiveSizeInBytes();
         const std::uint64_t change = ++_changes.count;
         checkAndPopLast();
-        // Searched for only then: a key that does not even equal itself is not found.
+        // Search only if the cache has changed meanwhile: a key that does not equal itself would not be
+        // found.
         return change == _changes.count ? &*added : find(key);
     }
 
-    /// get, or else put of what `makeNode()` returns. What makeNode throws passes through with nothing added.
-    /// Asserts that makeNode did not itself add an entry of this key, and that the entry is held in the end.
+    /// Returns the entry that get finds, or else puts what `makeNode()` returns. Exceptions from makeNode
+    /// pass through, and nothing is added. Asserts that makeNode did not itself add this key, and that the
+    /// new entry is still in the cache afterwards.
     template <class MakeNode>
     const DataNode& getOrPut(const Key& key, const MakeNode& makeNode) {
         if (const DataNode* const held = get(key)) {
@@ -132,7 +138,8 @@ public:
         return putNew(key, makeNode());
     }
 
-    /// put of a key that is not held. Asserts that it was not, and that the entry is held in the end.
+    /// Puts a new key. Asserts that the cache did not have it, and that the entry is still in the cache
+    /// afterwards.
     const DataNode& putNew(const Key& key, DataNode node) {
         const DataNode* const value = put(key, std::move(node));
         if (value == nullptr) {
@@ -141,16 +148,16 @@ public:
         return *value;
     }
 
-    /// Evicts from the least recently used end until the limits hold or one entry is left. Every put ends
-    /// with it, so there is nothing left to do for others.
+    /// Evicts the least recently used entries until the limits hold or one entry is left. Every put ends with
+    /// this, so other callers find nothing to evict.
     void checkAndPopLast() {
         while (_data.size() != 1 && isOverLimit()) {
             popLast();
         }
     }
 
-    /// Drops all entries; the limits stay, the counts restart at zero. Entries end when the cache is empty
-    /// already: what their end adds stays.
+    /// Removes all entries and sets the counts to zero. The limits stay. The entries are destroyed after the
+    /// cache has become empty, so whatever their destructors add stays.
     void clear() {
         ++_changes.count;
         ++_changes.restarts;
@@ -171,7 +178,7 @@ private:
     struct EntryKey {
         const Key key;
     };
-    /// Ends with its value, then its key.
+    /// The value is destroyed before the key.
     struct Entry : EntryKey, DataNode {
         Entry(const Key& entryKey, DataNode&& node)
             : EntryKey{entryKey}
@@ -184,8 +191,8 @@ private:
                    boost::multi_index::hashed_unique<
                        boost::multi_index::member<EntryKey, const Key, &EntryKey::key>, Hash, Equal>,
                    boost::multi_index::sequenced<>>>;
-    /// What the end of an evicted entry may have done meanwhile. An assignment to the cache is one more of
-    /// both.
+    /// Counts changes, to detect those that the destructor of an evicted entry makes. Assigning to the cache
+    /// increments both counts.
     struct Changes {
         Changes() = default;
         Changes(const Changes&) = default;
@@ -196,7 +203,7 @@ private:
         }
 
         std::uint64_t count = 0;    // of puts and clears
-        std::uint64_t restarts = 0; // of the counts, by clears
+        std::uint64_t restarts = 0; // of clears, which reset the counts
     };
 
     static constexpr int byRecency = 1; // front: most recently used
@@ -290,14 +297,15 @@ private:
         }
     }
 
-    /// clear without memory: an entry that the end of another one asks for may stay.
+    /// Does what clear does, but needs no memory. Destructors still find the entries that remain, and an
+    /// entry that they use may stay.
     void dropOneByOne() {
         for (std::size_t count = _data.size(); count != 0 && !_data.empty(); --count) {
             dropLast();
         }
     }
 
-    /// The sizes are right before the entry ends.
+    /// Updates the size before the entry is destroyed.
     void dropLast() {
         settle();
         auto& recency = _data.template get<byRecency>();

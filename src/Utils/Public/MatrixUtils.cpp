@@ -7,14 +7,14 @@ namespace Vell {
 namespace {
 
 bool isReflection(const cinder::MatrixAffine2<float>& matrix) {
-    // Products of two floats are exact in double precision and cannot underflow, so the sign is right even
-    // for scales whose product is no float.
+    // In double precision a product of two floats is exact and cannot underflow. So the sign is right even if
+    // the product of the scales is too small or too large for a float.
     const double determinant = static_cast<double>(matrix.m[0]) * static_cast<double>(matrix.m[3]) -
                                static_cast<double>(matrix.m[1]) * static_cast<double>(matrix.m[2]);
     return determinant < 0.0;
 }
 
-/// atan2 with its range made (-pi, pi]: a negative zero, or a result that rounds to -pi, means pi.
+/// atan2 with the range (-pi, pi]: where atan2 returns -pi, this returns pi.
 float getDirection(float x, float y) {
     const float pi = std::atan2(0.0F, -1.0F);
     const float angle = std::atan2(y, x);

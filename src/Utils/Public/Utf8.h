@@ -2,13 +2,13 @@
 
 namespace Vell {
 
-/// What stands for an ill-formed part of a text.
+/// U+FFFD, which replaces an ill-formed part of a text.
 constexpr unsigned int replacementCharacter = 0xFFFD;
 
 namespace Utf8Details {
 
-/// What may follow a lead byte: how many bytes, the narrowed range of the first of them (all others are
-/// 80..BF), and the bits of the code point that the lead byte carries.
+/// What may follow a lead byte: the number of trailing bytes, the range of the first one (all others are in
+/// 80..BF), and a mask for the bits of the code point that the lead byte carries.
 struct Sequence {
     int trailing;
     unsigned char firstMin;
@@ -35,7 +35,7 @@ constexpr Sequence describeLead(unsigned char lead) {
     return {0, 0, 0, 0};
 }
 
-inline unsigned int decodeBehind(unsigned char lead, const char*& position, const char* end) {
+inline unsigned int decodeAfterLead(unsigned char lead, const char*& position, const char* end) {
     const Sequence sequence = describeLead(lead);
     if (sequence.trailing == 0) {
         return replacementCharacter;
@@ -61,14 +61,15 @@ inline unsigned int decodeBehind(unsigned char lead, const char*& position, cons
 
 } // namespace Utf8Details
 
-/// Decodes the code point at `position` and moves `position` behind it. Needs `position != end`.
+/// Decodes the code point at `position` and moves `position` past it. Requires `position != end`. Never reads
+/// at or past `end`.
 ///
-/// Ill-formed text follows the Unicode practice: each maximal subpart of an ill-formed sequence gives one
-/// U+FFFD, so `F0 9F 98 41` is U+FFFD U+0041, and overlong forms, surrogates and the bytes C0, C1 and F5..FF
-/// give one U+FFFD a byte. A truncated tail is one U+FFFD. No byte at or behind `end` is read.
+/// Ill-formed text is decoded as Unicode recommends: each maximal subpart of an ill-formed sequence gives one
+/// U+FFFD. So `F0 9F 98 41` gives U+FFFD U+0041, and a sequence that `end` cuts off gives one U+FFFD.
+/// Overlong forms, surrogates and the bytes C0, C1 and F5..FF give one U+FFFD for each byte.
 inline unsigned int decodeUtf8(const char*& position, const char* end) {
     const auto lead = static_cast<unsigned char>(*position++);
-    return lead < 0x80 ? lead : Utf8Details::decodeBehind(lead, position, end);
+    return lead < 0x80 ? lead : Utf8Details::decodeAfterLead(lead, position, end);
 }
 
 } // namespace Vell

@@ -5,7 +5,7 @@
 #include <Utils/Public/CallableRef.h>
 #include <Utils/Public/MRUCache.h>
 #include <Utils/Public/NumCast.h>
-#include <Utils/Public/Ptr/DeepEquality.h>
+#include <Utils/Public/Ptr/CheckedPtr.h>
 
 #include <functional>
 #include <string>

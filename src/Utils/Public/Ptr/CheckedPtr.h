@@ -10,7 +10,7 @@
 
 namespace Vell {
 
-/// The names of the checks below in assertion reports.
+/// How assertion reports name the checks below.
 namespace CheckedPtrLocation {
 constexpr const char* file = "Utils/Public/Ptr/CheckedPtr";
 constexpr int compare = 139;
@@ -21,16 +21,16 @@ constexpr int convert = 206;
 template <class T, bool nullable = false>
 class CheckedPtrImpl;
 
-/// A shared pointer that is never null, for parameters, members and results that must be there; NNPtr<T> for
-/// short.
+/// A shared pointer that is never null, for parameters, members and results that must exist. Its short name
+/// is NNPtr<T>.
 ///
-///     void draw(const NNPtr<const Face>& face); // no null check inside
+///     void draw(const NNPtr<const Face>& face); // needs no null check
 ///     draw(makeNNPtr<Face>(...));
 ///     draw(sharedFace);                         // asserts if sharedFace is null
 ///
-/// Shares ownership like std::shared_ptr and costs the same. Only moving from one leaves it null; such a
-/// pointer may still be copied, moved, assigned and compared, and asserts when it is dereferenced. Thread
-/// rule: that of std::shared_ptr.
+/// It shares ownership like std::shared_ptr, costs the same, and has the same thread rule. It becomes null
+/// only when it is moved from. A moved-from pointer may be copied, moved, assigned and compared; it asserts
+/// when it is dereferenced.
 template <class T>
 class CheckedPtrImpl<T, false> {
     template <class U>
@@ -68,7 +68,7 @@ public:
     T* operator->() const { return &dereference(); }
     T& operator*() const { return dereference(); }
 
-    /// False only after this pointer has been moved from.
+    /// False only if this pointer has been moved from.
     explicit operator bool() const noexcept { return _ptr != nullptr; }
     operator std::shared_ptr<T>() const noexcept { return _ptr; }
     operator std::shared_ptr<std::conditional_t<std::is_const_v<T>, NoSuchConversion, const T>>()
@@ -76,10 +76,10 @@ public:
         return _ptr;
     }
 
-    /// The plain address; null only after this pointer has been moved from.
+    /// The plain address. Null only if this pointer has been moved from.
     T* get() const noexcept { return _ptr.get(); }
 
-    /// Compare addresses; AreDeeplyEqualComparator compares what is pointed to.
+    /// Compares addresses. AreDeeplyEqualComparator compares the objects.
     template <class U>
     friend bool operator==(const CheckedPtrImpl& lhs, const CheckedPtrImpl<U, false>& rhs) noexcept {
         return lhs.get() == rhs.get();
@@ -112,9 +112,42 @@ private:
 template <class T>
 using NNPtr = CheckedPtrImpl<T, false>;
 
+namespace ComparisonDetails {
+
+template <class T>
+void assertComparable(const NNPtr<T>& ptr) {
+    if (!ptr) {
+        doFailAssert(CheckedPtrLocation::file, CheckedPtrLocation::convert, "_ptr");
+    }
+}
+
+/// Whether two pointers lead to equal objects. An object always equals itself; two different objects are
+/// equal if `*lhs == *rhs`. Asserts that neither pointer has been moved from.
+template <class T, class U>
+bool arePointersDeeplyEqual(const NNPtr<T>& lhs, const NNPtr<U>& rhs) {
+    assertComparable(lhs);
+    assertComparable(rhs);
+    return lhs == rhs || *lhs == *rhs;
+}
+
+} // namespace ComparisonDetails
+
+/// Compares keys: plain values by their `==`, pointers by the objects that they point to.
+struct AreDeeplyEqualComparator {
+    template <class T>
+    bool operator()(const T& lhs, const T& rhs) const {
+        return lhs == rhs;
+    }
+
+    template <class T>
+    bool operator()(const NNPtr<T>& lhs, const NNPtr<T>& rhs) const {
+        return ComparisonDetails::arePointersDeeplyEqual(lhs, rhs);
+    }
+};
+
 } // namespace Vell
 
-/// Hashes what is pointed to, not the address, so that equal objects meet in one bucket of a hash table.
+/// Hashes the object, not the address: pointers to equal objects have equal hashes.
 template <class T>
 struct std::hash<Vell::CheckedPtrImpl<T, false>> {
     std::size_t operator()(const Vell::CheckedPtrImpl<T, false>& ptr) const {

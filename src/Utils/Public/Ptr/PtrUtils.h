@@ -8,8 +8,8 @@
 
 namespace Vell {
 
-/// What `plainPtr` points to; asserts that it is not null. For pointers that may be null by their type and
-/// must not be null at this place.
+/// The object that `plainPtr` points to. Asserts that the pointer is not null. For places where a pointer
+/// must not be null although its type allows it.
 template <class T>
 T& derefNN(T* plainPtr) {
     if (plainPtr == nullptr) {
@@ -18,7 +18,7 @@ T& derefNN(T* plainPtr) {
     return *plainPtr;
 }
 
-/// Makes a T in one allocation together with its reference count.
+/// Makes a T. The object and its reference count share one allocation.
 template <class T, class... Args>
 NNPtr<T> makeNNPtr(Args&&... args) {
     auto made = std::make_shared<T>(std::forward<Args>(args)...);

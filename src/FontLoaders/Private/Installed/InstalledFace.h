@@ -1,0 +1,35 @@
+#pragma once
+
+#include <fontconfig/fontconfig.h>
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace Vell::FontLoaders::Internal {
+
+/// What fontconfig knows about one face in a font file. Weight, slant and width are fontconfig's numbers.
+struct InstalledFace {
+    std::vector<std::string> families; ///< its names in all languages, fontconfig's preferred one first
+    std::string file;
+    unsigned int index; ///< its position in a collection, from 0
+    double weight;
+    double width;
+    int slant;
+    bool isScalable;             ///< whether it has outlines and not only bitmaps for a few sizes
+    const FcCharSet* characters; ///< valid as long as the pattern that it was read from; may be null
+
+    bool isBold() const { return weight >= FC_WEIGHT_DEMIBOLD; }
+    bool isItalic() const { return slant > FC_SLANT_ROMAN; }
+};
+
+/// The face that a pattern describes. fontconfig lists a variable font once for its default instance, once
+/// for each of its named instances, and once for the whole range of its axes. Empty for all but the default
+/// instance, because that is what one gets by opening the file. Also empty for a pattern without a file or a
+/// family name.
+std::optional<InstalledFace> tryReadFace(const FcPattern* pattern);
+
+/// Whether the pattern describes this face or, if the font is variable, any of its instances.
+bool describesFace(const FcPattern* pattern, const InstalledFace& face);
+
+} // namespace Vell::FontLoaders::Internal

@@ -1,0 +1,136 @@
+#include <FontLoaders/Private/Installed/InstalledFonts.h>
+
+#include <FontLoaders/Private/Installed/Fontconfig.h>
+#include <FontLoaders/Public/Exceptions.h>
+
+#include <algorithm>
+#include <utility>
+
+namespace Vell::FontLoaders::Internal {
+
+namespace {
+
+/// If the configuration cannot be loaded, returns one without fonts.
+FontconfigPtr<FcConfig> loadConfig() {
+    FontconfigPtr<FcConfig> config(FcInitLoadConfigAndFonts());
+    return config ? std::move(config) : FontconfigPtr<FcConfig>(FcConfigCreate());
+}
+
+} // namespace
+
+InstalledFonts::InstalledFonts(std::string defaultFaceName, FontFileCache& files)
+    : _defaultFaceName(std::move(defaultFaceName))
+    , _files(files)
+    , _config(loadConfig())
+    , _catalog(_config.get()) {}
+
+FontBytes InstalledFonts::load(const std::string& name, bool bold, bool italic) {
+    return loadFirst([&] { return find(name); },
+                     [=](const Faces& faces) { return selectFace(faces, bold, italic); });
+}
+
+FontBytes InstalledFonts::loadDefault(bool bold, bool italic) {
+    const bool isPlain = !bold && !italic;
+    return loadFirst([this] { return findDefault(); },
+                     [=](const Faces& faces) {
+                         return isPlain ? selectPlainFace(faces) : selectFace(faces, bold, italic);
+                     });
+}
+
+std::string InstalledFonts::getFamilyForRange(unsigned int rangeId) {
+    const auto kept = _familiesForRanges.find(rangeId);
+    if (kept != _familiesForRanges.end()) {
+        return kept->second;
+    }
+    return _familiesForRanges.emplace(rangeId, findFamilyForRange(rangeId)).first->second;
+}
+
+const Faces* InstalledFonts::find(const std::string& name) const {
+    // fontconfig would stop at the first zero byte and look for a different name.
+    if (name.find('\0') != std::string::npos) {
+        return nullptr;
+    }
+    if (const Faces* faces = _catalog.find(name)) {
+        return faces;
+    }
+    return isGenericFamily(name) ? findBestMatch(name) : findSameFamily(name);
+}
+
+const Faces* InstalledFonts::findSameFamily(const std::string& name) const {
+    for (const std::string& same : getSameFamilies(_config.get(), name)) {
+        if (const Faces* faces = _catalog.find(same)) {
+            return faces;
+        }
+    }
+    return nullptr;
+}
+
+const Faces* InstalledFonts::findBestMatch(const std::string& name) const {
+    return _catalog.find(getBestMatchingFamily(_config.get(), _catalog.getPatterns(), name));
+}
+
+const Faces* InstalledFonts::findDefault() const {
+    const Faces* faces = find(_defaultFaceName);
+    return faces != nullptr ? faces : findBestMatch(_defaultFaceName);
+}
+
+/// Starts again whenever a face turns out to have no usable charmap.
+FontBytes InstalledFonts::loadFirst(FindFaces findFaces, SelectFace select) {
+    while (const Faces* faces = findFaces()) {
+        const InstalledFace* face = select(*faces);
+        if (face == nullptr && confirmOrRemove(*faces)) {
+            return nullptr;
+        }
+        if (FontBytes bytes = face == nullptr ? nullptr : loadOrRemove(*face)) {
+            _confirmed = nullptr;
+            return bytes;
+        }
+    }
+    return nullptr;
+}
+
+FontBytes InstalledFonts::loadOrRemove(const InstalledFace& face) {
+    FontBytes bytes = _files.load(face.file, face.index);
+    if (!bytes) {
+        _ranges.reset();
+        _familiesForRanges.clear();
+        _catalog.remove(face);
+    }
+    return bytes;
+}
+
+/// Whether at least one of the faces has a usable charmap. If none is known to have one, this reads a face
+/// and removes it if it has none either.
+bool InstalledFonts::confirmOrRemove(const Faces& faces) {
+    const auto isKnown = [this](const InstalledFace* face) {
+        return _files.isKnownToHaveCharmap(face->file, face->index);
+    };
+    return std::any_of(faces.begin(), faces.end(), isKnown) || confirmOrRemove(*selectPlainFace(faces));
+}
+
+/// True for a face that cannot be read, so that whoever asks for it learns the reason.
+bool InstalledFonts::confirmOrRemove(const InstalledFace& face) {
+    if (_files.isKnownToHaveCharmap(face.file, face.index)) {
+        return true;
+    }
+    try {
+        _confirmed = loadOrRemove(face);
+        return _confirmed != nullptr;
+    } catch (const FontLoaderException&) {
+        return true;
+    }
+}
+
+std::string InstalledFonts::findFamilyForRange(unsigned int rangeId) {
+    for (;;) {
+        if (!_ranges) {
+            _ranges.emplace(_config.get(), _catalog, _defaultFaceName);
+        }
+        std::string family = _ranges->find(rangeId);
+        if (family.empty() || confirmOrRemove(*selectPlainFace(*_catalog.find(family)))) {
+            return family;
+        }
+    }
+}
+
+} // namespace Vell::FontLoaders::Internal

@@ -1,7 +1,0 @@
-#include <Gfx/Public/ExtFontInfo.h>
-
-namespace Vell::Gfx {
-
-ExtFontInfo::~ExtFontInfo() = default;
-
-} // namespace Vell::Gfx

@@ -1,7 +1,0 @@
-#include <Gfx/Public/FontMetrics.h>
-
-namespace Vell::Gfx {
-
-FontMetrics::~FontMetrics() = default;
-
-} // namespace Vell::Gfx

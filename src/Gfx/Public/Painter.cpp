@@ -1,7 +1,0 @@
-#include <Gfx/Public/Painter.h>
-
-namespace Vell::Gfx {
-
-Painter::~Painter() = default;
-
-} // namespace Vell::Gfx

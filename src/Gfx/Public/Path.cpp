@@ -1,7 +1,0 @@
-#include <Gfx/Public/Path.h>
-
-namespace Vell::Gfx {
-
-Path::~Path() = default;
-
-} // namespace Vell::Gfx
