@@ -21,7 +21,7 @@ constexpr unsigned int roundsPerThread = 6;
 /// The digests of all rounds, thread by thread.
 using Results = std::vector<std::vector<std::uint64_t>>;
 
-std::vector<std::uint64_t> workRounds(const StressEngine& engine, unsigned int thread) {
+std::vector<std::uint64_t> runRounds(const StressEngine& engine, unsigned int thread) {
     std::vector<std::uint64_t> digests;
     for (unsigned int round = 0; round < roundsPerThread; ++round) {
         digests.push_back(engine.work(thread * 3 + round));
@@ -34,14 +34,14 @@ Results workAlone() {
     const StressEngine engine;
     Results results(threadCount);
     for (unsigned int thread = 0; thread < threadCount; ++thread) {
-        results[thread] = workRounds(engine, thread);
+        results[thread] = runRounds(engine, thread);
     }
     return results;
 }
 
 Results workTogether(const StressEngine& engine) {
     Results results(threadCount);
-    runOnThreads(threadCount, [&](unsigned int thread) { results[thread] = workRounds(engine, thread); });
+    runOnThreads(threadCount, [&](unsigned int thread) { results[thread] = runRounds(engine, thread); });
     return results;
 }
 
@@ -70,7 +70,7 @@ TEST(FactoryStress, KeepsTwoFactoriesOverOneLoaderApart) {
     engines[1].getFactory().reset(5, 4000);
     Results results(threadCount);
     runOnThreads(threadCount,
-                 [&](unsigned int thread) { results[thread] = workRounds(engines[thread % 2], thread); });
+                 [&](unsigned int thread) { results[thread] = runRounds(engines[thread % 2], thread); });
     EXPECT_EQ(results, workAlone());
 }
 

@@ -1,11 +1,11 @@
 #!/usr/bin/env python3
-"""Draws the house of docs/architecture.md from the includes of the sources.
+"""Draws the layers for docs/architecture.md from the includes in the sources.
 
-    draw-house.py ROOT             fails unless docs/house.svg is the picture of today's includes
-    draw-house.py --update ROOT    draws it anew
+    draw-house.py ROOT             fails unless docs/house.svg matches the includes
+    draw-house.py --update ROOT    redraws docs/house.svg
 
-Floors stand on those that they include; the top floor has the folders of programs. A line goes down from each floor,
-with an arrow into each floor that it includes directly. That there is no arrow up is for check-includes.py to say.
+Each layer is a floor of a house; the top floor has the folders of programs. A line leads down from each floor, with an
+arrow into each floor that it includes directly. check-includes.py verifies that no include points up.
 """
 import sys
 from pathlib import Path
@@ -46,7 +46,7 @@ def list_files(folder):
 
 
 def read_floors(root):
-    """(name, floors that it includes) from the top; the name of the programs is None."""
+    """Yields (name, floors that it includes, rooms) from the top; the name of the programs' floor is None."""
     house = House(root)
     folders = [root / name for name in PROGRAMS if (root / name).is_dir()]
 
@@ -54,7 +54,7 @@ def read_floors(root):
         found = {header.split("/")[0] for path in files for header in house.list_includes(path)}
         return sorted(found - {own}, key=LAYERS.index, reverse=True)
 
-    # The includes of wrong houses are no part of this one.
+    # bad-house is planted with errors for check-includes.py.
     programs = [path for folder in folders for path in list_files(folder) if "bad-house" not in path.parts]
     yield None, find_included(programs, None), [folder.name for folder in folders]
     for name in reversed(LAYERS):
@@ -83,7 +83,7 @@ def draw_floor(name, rooms, top):
 
 
 def draw_lane(floor, included, tops):
-    """The line of the `floor`-th floor from the top, in the lane that is so far to the right."""
+    """Draws the line of the `floor`-th floor from the top, in a lane of its own to the right of the house."""
     if not included:
         return
     edge = LEFT + WIDTH
@@ -115,7 +115,7 @@ def main():
     if "--update" in sys.argv:
         file.write_text(picture, encoding="utf-8")
     elif not file.exists() or file.read_text(encoding="utf-8") != picture:
-        print(f"{file} is not the picture of the includes: draw-house.py --update draws it anew")
+        print(f"{file} does not match the includes; `draw-house.py --update ROOT` redraws it")
         return 1
     return 0
 

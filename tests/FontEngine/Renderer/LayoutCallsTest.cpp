@@ -1,4 +1,4 @@
-// What the objects of a client see of a layout.
+// Which calls a layout makes on the objects of its client.
 
 #include <FontEngine/Engine.h>
 
@@ -114,7 +114,7 @@ Calls listQuestions(const Calls& calls) {
     return questions;
 }
 
-TEST(LayoutCalls, AskForTheFaceOfEveryCharacter) {
+TEST(LayoutCalls, ReadTheFaceOncePerCharacter) {
     const Engine engine;
     const Font font = engine.getFont();
     Calls calls;
@@ -124,7 +124,7 @@ TEST(LayoutCalls, AskForTheFaceOfEveryCharacter) {
     EXPECT_EQ(run.getGlyphs().at(0).getInfo().getFaceInfo()->getName(), "Test Sans");
 }
 
-TEST(LayoutCalls, ShareTheDescriptionWithTheCacheAlone) {
+TEST(LayoutCalls, AddNoReferenceToADescriptionInTheCache) {
     const Engine engine;
     const Font font = engine.getFont();
     const std::shared_ptr<const Gfx::FontFaceInfo> face = makeFaceInfo();
@@ -137,7 +137,7 @@ TEST(LayoutCalls, ShareTheDescriptionWithTheCacheAlone) {
     EXPECT_EQ(face.use_count(), before);
 }
 
-TEST(LayoutCalls, AskForTheStyleOfEveryMissingCharacter) {
+TEST(LayoutCalls, ReadTheStyleOncePerMissingCharacter) {
     Engine engine;
     engine.loader->setRangeFamily(FontLoaders::UnicodeRangeMap::find(snowman), "Test Sans");
     const Font font = engine.getFont();
@@ -150,7 +150,7 @@ TEST(LayoutCalls, AskForTheStyleOfEveryMissingCharacter) {
     EXPECT_EQ(listQuestions(calls).size(), 12U);
 }
 
-TEST(LayoutCalls, AskTheLoaderForEveryMissingCharacter) {
+TEST(LayoutCalls, QueryTheLoaderOncePerMissingCharacter) {
     Engine engine;
     const auto symbols = FontLoaders::UnicodeRangeMap::find(snowman);
     const auto arrows = FontLoaders::UnicodeRangeMap::find(arrow);
@@ -164,7 +164,7 @@ TEST(LayoutCalls, AskTheLoaderForEveryMissingCharacter) {
                             family + std::to_string(arrows), family + std::to_string(symbols)));
 }
 
-TEST(LayoutCalls, LookFallbackFacesUpInTheCacheEachTime) {
+TEST(LayoutCalls, LookUpTheFallbackFaceOncePerMissingCharacter) {
     Engine engine;
     for (const char* const family : {"First", "Second"}) {
         engine.loader->setFont(family, false, false, makeTestFont(family).build());
@@ -185,7 +185,7 @@ TEST(LayoutCalls, LookFallbackFacesUpInTheCacheEachTime) {
     EXPECT_THAT(families, ElementsAre("First", "First", "Second", "First"));
 }
 
-TEST(LayoutCalls, TakeTheStyleOfEachMissingCharacter) {
+TEST(LayoutCalls, UseTheStyleThatIsCurrentAtEachMissingCharacter) {
     Engine engine;
     engine.loader->setRangeFamily(FontLoaders::UnicodeRangeMap::find(snowman), "Test Sans");
     const Font font = engine.getFont();
@@ -208,7 +208,7 @@ TEST(LayoutCalls, TakeTheStyleOfEachMissingCharacter) {
     EXPECT_FALSE(run.getGlyphs().at(1).getInfo().isItalic());
 }
 
-TEST(LayoutCalls, KeepTheFactoryWhileTheyLast) {
+TEST(LayoutCalls, KeepTheFactoryAliveUntilTheyReturn) {
     auto engine = std::make_unique<Engine>();
     const Font font = engine->getFont();
     const auto extFontInfo =
