@@ -18,30 +18,30 @@ namespace Internal {
 class RecursiveLock;
 struct RenderedGlyph;
 
-/// A bitmap with the key that it was rendered for.
+/// A bitmap and the key that it was rendered for.
 struct KeyedBitmap : BitmapGlyphInfo {
     explicit KeyedBitmap(const BitmapGlyphInfo& info)
         : BitmapGlyphInfo(info) {}
 
-    /// How often the bitmap cache and runs hold it, which do so without owning it. Guarded by the lock of
-    /// that cache.
+    /// The number of holders: the bitmap cache and runs hold this object without owning it. Guarded by the
+    /// lock of the cache.
     std::uint32_t holds = 0;
-    /// Owns this very object as long as it is held.
+    /// Owns this object itself as long as it has holders.
     std::shared_ptr<const FT_BitmapGlyphRec_> data;
 };
 
 } // namespace Internal
 
-/// A rendered glyph at its place in a run. Shares the bitmap with the cache that it came from and keeps it
-/// alive: by itself, or, as long as it stands in the run that it was laid out in, by that run. What is moved
-/// from a glyph is copied.
+/// A rendered glyph at its position in a run. It shares its bitmap with the cache. A glyph in the run that it
+/// was laid out in relies on that run to keep the bitmap alive; a copy keeps the bitmap alive itself. Moving
+/// a glyph copies it.
 class VELL_API BitmapGlyph {
 public:
-    /// `pos` is the pen position of the glyph's origin in the painter's logical units, unrounded. Nothing is
-    /// checked; the painters need `data` not to be null.
+    /// `pos` is the pen position of the glyph's origin in the painter's logical units, unrounded. The
+    /// constructor checks nothing, but the painters require that `data` is not null.
     BitmapGlyph(std::shared_ptr<const FT_BitmapGlyphRec_> data, cinder::Vec2<float> pos,
                 const BitmapGlyphInfo& info);
-    /// For a run that holds `rendered`.
+    /// Only for a run that holds `rendered`.
     BitmapGlyph(Internal::RenderedGlyph& rendered, cinder::Vec2<float> pos);
     BitmapGlyph(const BitmapGlyph& other) noexcept
         : _keyed(other._keyed)
@@ -61,12 +61,12 @@ public:
         return _owner != nullptr ? _owner : _keyed->data;
     }
     cinder::Vec2<float> getPos() const { return _pos; }
-    /// The key that the bitmap was rendered from, with the character of this glyph. Its description is that
-    /// of the text; one of Internal::FontFaceInfo may be another object of equal value.
+    /// The key that the bitmap was rendered for, with the character of this glyph. Its face description is
+    /// the text's or, for descriptions of class Internal::FontFaceInfo, possibly another object of equal
+    /// value.
     const BitmapGlyphInfo& getInfo() const { return *_keyed; }
 
-    /// For the run that holds the bitmap and lets go of it: from now on the glyph has no bitmap, or is its
-    /// last owner.
+    /// Only for the run, to end its hold. After this the glyph has no bitmap, or is the bitmap's last owner.
     void letGo(const Internal::RecursiveLock&) noexcept {
         if (isHeld() && --_keyed->holds == 0) {
             _owner = std::move(_keyed->data);
@@ -81,7 +81,7 @@ private:
     }
 
     Internal::KeyedBitmap* _keyed;
-    std::shared_ptr<const FT_BitmapGlyphRec_> _owner; // of `_keyed`, too; empty where the run holds it
+    std::shared_ptr<const FT_BitmapGlyphRec_> _owner; // owns `_keyed`, too; empty if the run holds it
     cinder::Vec2<float> _pos;
 };
 
