@@ -23,10 +23,10 @@ using Testing::OpenedFont;
 constexpr auto maxBlock = static_cast<long>(openingBounds.block);
 constexpr auto maxRenderingBlock = static_cast<long>(renderingBounds.block);
 
-/// The allocator that FreeType has, seen from its side.
+/// Calls the allocator as FreeType does, and frees its blocks at the end.
 class Heap {
 public:
-    /// Whether there was so much to be had; it is kept until the test ends.
+    /// Allocates a block. Returns false if the allocator refuses.
     bool take(long size) {
         _blocks.push_back(_memory->alloc(_memory, size));
         return _blocks.back() != nullptr;
@@ -94,7 +94,7 @@ TEST(FreeTypeMemory, RefusesBlocksAboveTheDocumentedSize) {
     EXPECT_FALSE(heap.take(-1));
 }
 
-TEST(FreeTypeMemory, RefusesOnlyTheLargestBlocksOutsideOfAnyOperation) {
+TEST(FreeTypeMemory, RefusesOnlyTheLargestBlocksOutsideAnOperation) {
     Heap heap;
     EXPECT_TRUE(heap.take(maxRenderingBlock));
     EXPECT_FALSE(heap.take(maxRenderingBlock + 1));
@@ -124,7 +124,7 @@ TEST(FreeTypeMemory, HoldsTheLargestGlyphInEveryRenderMode) {
     EXPECT_TRUE(heap.take(pixels / 2));
 }
 
-TEST(FreeTypeMemory, HasNoBoundOnWhatIsKeptOverManyOperations) {
+TEST(FreeTypeMemory, DoesNotBoundTheTotalOverManyOperations) {
     static_assert(3 * openingBounds.block > openingBounds.growth);
     Heap heap;
     for (int i = 0; i < 4; ++i) {
@@ -146,7 +146,7 @@ TEST(FreeTypeMemory, BoundsTheGrowthWithinOneOperation) {
     EXPECT_FALSE(heap.take(maxBlock));
 }
 
-TEST(FreeTypeMemory, CountsWhatABlockGrowsBy) {
+TEST(FreeTypeMemory, CountsOnlyTheGrowthOfABlock) {
     Heap heap;
     const FreeTypeOperation operation(openingBounds);
     EXPECT_TRUE(heap.take(maxBlock / 2));
@@ -156,7 +156,7 @@ TEST(FreeTypeMemory, CountsWhatABlockGrowsBy) {
     EXPECT_FALSE(heap.take(maxBlock / 2));
 }
 
-TEST(FreeTypeMemory, DoesNotRaiseTheBoundByWhatIsOlderThanTheOperation) {
+TEST(FreeTypeMemory, DoesNotCreditOlderBlocksThatAreFreed) {
     Heap heap;
     ASSERT_TRUE(heap.take(maxBlock));
     const FreeTypeOperation operation(openingBounds);
@@ -166,7 +166,7 @@ TEST(FreeTypeMemory, DoesNotRaiseTheBoundByWhatIsOlderThanTheOperation) {
     EXPECT_FALSE(heap.take(maxBlock));
 }
 
-TEST(FreeTypeMemory, CountsAnOperationInsideAnotherForItself) {
+TEST(FreeTypeMemory, CountsANestedOperationSeparately) {
     Heap heap;
     const FreeTypeOperation outer(openingBounds);
     EXPECT_TRUE(heap.take(maxBlock));
@@ -189,7 +189,7 @@ TEST(FreeTypeMemory, ReturnsToTheBoundsOfTheOuterOperation) {
     EXPECT_FALSE(heap.take(maxBlock + 1));
 }
 
-TEST(FreeTypeMemory, BoundsWhatGlyphsTake) {
+TEST(FreeTypeMemory, BoundsTheMemoryOfGlyphs) {
     Heap heap;
     const FreeTypeOperation operation(openingBounds);
     const FreeTypeGlyphMemory glyphs;
@@ -199,7 +199,7 @@ TEST(FreeTypeMemory, BoundsWhatGlyphsTake) {
     EXPECT_FALSE(heap.take(maxBlock)) << "above the growth";
 }
 
-TEST(FreeTypeMemory, HasEmptyBlocks) {
+TEST(FreeTypeMemory, AllocatesEmptyBlocks) {
     for (const bool isOfGlyph : {false, true}) {
         Heap heap;
         std::optional<FreeTypeGlyphMemory> glyphs;
@@ -213,7 +213,7 @@ TEST(FreeTypeMemory, HasEmptyBlocks) {
     }
 }
 
-TEST(FreeTypeMemory, ResizesAndTakesBackBlocksOfEitherKindAnywhere) {
+TEST(FreeTypeMemory, ResizesAndFreesBlocksOfEitherKindAnywhere) {
     Heap heap;
     const auto growLast = [&](std::size_t last) {
         EXPECT_TRUE(heap.resizeLast(5000));
@@ -235,7 +235,7 @@ TEST(FreeTypeMemory, ResizesAndTakesBackBlocksOfEitherKindAnywhere) {
     }
 }
 
-TEST(FreeTypeMemory, ResizesNoBlockIntoANewOne) {
+TEST(FreeTypeMemory, AllocatesWhenANullBlockIsResized) {
     const OpenedFont font{Testing::FontBuilder().build()};
     void* const block = font->memory->realloc(font->memory, 0, 100, nullptr);
     ASSERT_NE(block, nullptr);

@@ -1,6 +1,6 @@
 #include "LoaderFonts.h"
-// Every allocation through operator new of every operation of the platform's loader fails in turn. What
-// fontconfig allocates by itself does not come this way.
+// Makes every allocation by operator new fail in turn, in each operation of the platform loader. fontconfig's
+// own allocations do not use operator new.
 
 #include <support/FailingAllocations.h>
 
@@ -21,7 +21,7 @@ using Vell::Testing::LiveBytes;
 
 using LoaderPtr = NNPtr<FontLoader>;
 
-/// A request to the loader that describes its answer.
+/// Sends a request to the loader and describes its answer.
 struct Question {
     const char* name;
     std::function<std::string(const LoaderPtr&)> ask;
@@ -74,7 +74,7 @@ protected:
         sandbox.write("m.ttf", FontBuilder("Mute").build());
     }
 
-    /// A loader that knows of a file that is gone.
+    /// A loader that lists a file that was deleted.
     LoaderPtr makeLoader() const {
         sandbox.write("l.ttf", makeBlankFont("Lost").build());
         const LoaderPtr loader = createPlatformDefaultFontLoader("Alpha");
@@ -83,7 +83,7 @@ protected:
         return loader;
     }
 
-    /// Whether an allocation failed.
+    /// Returns whether an allocation failed.
     bool askWithout(std::size_t number, const Question& question, const LoaderPtr& loader) const {
         const FailingAllocations failing(number);
         try {
@@ -115,17 +115,17 @@ protected:
                               "</accept></alias>"};
 };
 
-TEST_F(LoaderAllocationFaults, EndEveryQuestionAndNothingElse) {
+TEST_F(LoaderAllocationFaults, FailOnlyTheRequestInProgress) {
     for (const Question& question : questions) {
         expectSurvivesEveryFailure(question, [this] { return makeLoader(); });
     }
 }
 
-TEST_F(LoaderAllocationFaults, EndTheFirstQuestionOfALoader) {
+TEST_F(LoaderAllocationFaults, FailOnlyTheFirstRequestOfALoader) {
     expectSurvivesEveryFailure(questions[1], [] { return createPlatformDefaultFontLoader("Alpha"); });
 }
 
-TEST(LoaderAllocationFaultsWithoutFonts, EndTheQuestionForTheBuiltInFont) {
+TEST(LoaderAllocationFaultsWithoutFonts, FailOnlyTheRequestForTheBuiltInFont) {
     const FontSandbox sandbox;
     const LoaderPtr loader = createPlatformDefaultFontLoader("");
     const auto ask = [&] { return describe(loader->loadDefaultFont(false, false)); };

@@ -28,7 +28,7 @@ TEST(ForEachCharInText, CallsBackOncePerCharacter) {
         << "the text ends where it says";
 }
 
-TEST(ForEachCharInText, LetsExceptionsThroughAtOnce) {
+TEST(ForEachCharInText, StopsAtAnException) {
     int calls = 0;
     const auto fail = [&](unsigned int) {
         if (++calls == 2) {
