@@ -13,7 +13,7 @@ namespace {
 using Color = cinder::ColorAT<unsigned char>;
 constexpr Color color(10, 20, 30, 255);
 
-/// A bitmap that the test made, as a rendered glyph.
+/// Wraps a bitmap that the test made as a rendered glyph.
 BitmapGlyph makeGlyph(unsigned int rows, unsigned int width, const KeyFields& fields = KeyFields(),
                       unsigned char mode = FT_PIXEL_MODE_LCD) {
     struct Owned {
@@ -32,7 +32,7 @@ BitmapGlyph makeGlyph(unsigned int rows, unsigned int width, const KeyFields& fi
                        fields.makeBitmap());
 }
 
-TEST(ImageService, PaintsAGlyphOncePerColor) {
+TEST(ImageService, ColorsAGlyphOncePerColor) {
     const Engine engine;
     const BitmapGlyph glyph = makeGlyph(4, 12);
     const auto image = engine.factory->getGlyphBitmapWithSubpixels(glyph, color);
@@ -47,7 +47,7 @@ TEST(ImageService, PaintsAGlyphOncePerColor) {
     EXPECT_EQ(image->pixelMode, FT_PIXEL_MODE_LCD);
 }
 
-TEST(ImageService, KnowsAGlyphByAllFieldsOfItsKey) {
+TEST(ImageService, DistinguishesGlyphsByAllFieldsOfTheirKeys) {
     const Engine engine;
     const auto paint = [&](const KeyFields& fields) {
         return engine.factory->getGlyphBitmapWithSubpixels(makeGlyph(4, 12, fields), color);
@@ -92,13 +92,13 @@ TEST(ImageService, RefusesOtherPixelModesAndCachesNothing) {
         << "the same key";
 }
 
-TEST(ImageService, PaintsWithTheFirstColorsAlphaIgnored) {
+TEST(ImageService, IgnoresAlpha) {
     const Engine engine;
     const auto image = engine.factory->getGlyphBitmapWithSubpixels(makeGlyph(1, 3), {255, 0, 0, 1});
     EXPECT_EQ(Testing::Bytes(image->buffer, image->buffer + 4), (Testing::Bytes{0, 0, 255, 255}));
 }
 
-TEST(ImageService, KeepsImagesThatTheCacheDropped) {
+TEST(ImageService, LeavesEvictedImagesToTheirOwners) {
     Engine engine;
     const auto image = engine.factory->getGlyphBitmapWithSubpixels(makeGlyph(1, 3), {255, 0, 0, 1});
     engine.factory->flush();

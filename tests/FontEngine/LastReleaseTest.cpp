@@ -1,4 +1,4 @@
-// The last owners of everything that a factory handed out, each on a thread of its own and all at once.
+// The last owners of everything that a factory returned release it at the same time, each on its own thread.
 
 #include <FontEngine/FactoryStress.h>
 
@@ -15,7 +15,7 @@
 namespace Vell::FontEngine {
 namespace {
 
-/// What one factory handed out, and the factory. Each thread ends one of them.
+/// A factory and the objects that it returned. Each thread releases one of them.
 struct Belongings {
     std::optional<StressEngine> engine = StressEngine();
     std::shared_ptr<const FontFace> bitmapFace = engine->getFont(0, 40.0F).getFace();
@@ -49,7 +49,7 @@ std::uint64_t digest(const T& value) {
     return result.get();
 }
 
-/// Each reads what it ends for the last time.
+/// Functions that each read an object a last time and release it.
 std::vector<std::function<std::uint64_t()>> listEndings(Belongings& all) {
     return {[&all] {
                 all.engine.reset();
@@ -92,7 +92,7 @@ std::vector<std::function<std::uint64_t()>> listEndings(Belongings& all) {
             }};
 }
 
-/// Weak references to everything that must be gone in the end.
+/// Weak references to everything that must be destroyed at the end.
 std::vector<std::weak_ptr<const void>> watch(const Belongings& all) {
     return {all.engine->getFactory().weak_from_this(),
             all.bitmapFace,
@@ -111,7 +111,7 @@ std::vector<std::uint64_t> endAlone() {
     return results;
 }
 
-TEST(LastRelease, ReadsTheSameOnThreadsOfItsOwnAndLeavesNothing) {
+TEST(LastRelease, ReadsTheSameOnSeparateThreadsAndLeaksNothing) {
     const std::vector<std::uint64_t> expected = endAlone();
     std::mt19937 random(7); // NOLINT(cert-msc51-cpp): the same order in every run
     for (int round = 0; round < 60; ++round) {
@@ -132,7 +132,7 @@ TEST(LastRelease, ReadsTheSameOnThreadsOfItsOwnAndLeavesNothing) {
     }
 }
 
-TEST(LastRelease, EndsAFactoryWhileItsFacesAskForGlyphs) {
+TEST(LastRelease, MayDestroyAFactoryWhileItsFacesRequestGlyphs) {
     const StressEngine alone;
     const std::uint64_t expected = digest(alone.layOutBitmaps(0, 20.0F));
     for (int round = 0; round < 40; ++round) {
