@@ -1,4 +1,4 @@
-// Every allocation of every operation through operator new fails in turn.
+// Makes every allocation by operator new fail in turn, in every operation.
 
 #include <FontEngine/Faults/Operations.h>
 
@@ -15,8 +15,8 @@ namespace {
 using Testing::FailingAllocations;
 using Testing::FreeTypeMemory;
 
-/// Performs the operation with its `number`-th allocation through operator new failing; whether there was
-/// such an allocation.
+/// Performs the operation while its `number`-th allocation by operator new fails. Returns false if there was
+/// no such allocation.
 bool performWithout(std::size_t number, const Operation& operation, World& world) {
     const FailingAllocations failing(number);
     try {
@@ -46,7 +46,7 @@ void expectSurvivesEveryFailure(const Operation& operation) {
     }
 }
 
-TEST(AllocationFaults, EndEveryOperationAndNothingElse) {
+TEST(AllocationFaults, FailOnlyTheOperationInProgress) {
     const FreeTypeMemory memory;
     for (const Operation& operation : getOperations()) {
         expectSurvivesEveryFailure(operation);

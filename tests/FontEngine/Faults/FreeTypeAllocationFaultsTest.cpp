@@ -1,5 +1,5 @@
-// Every allocation that FreeType makes for an operation fails in turn. The fonts are TrueType: FreeType's
-// driver of Type 1 fonts does not survive all of this by itself.
+// Makes every allocation of FreeType fail in turn, in every operation. The fonts are TrueType, because
+// FreeType's Type 1 driver does not survive all these failures by itself.
 
 #include <FontEngine/Faults/Operations.h>
 #include <FontEngine/Faults/Outcome.h>
@@ -25,7 +25,7 @@ const std::set<std::string> textsWithoutMemory = {"FT_New_Library() failed: out 
                                                   "Failed to get bitmap for glyph, error: 64, glyph index: ",
                                                   std::bad_alloc().what()};
 
-/// Whether FreeType could have told its lack of memory so, or got by without that memory.
+/// Returns whether the outcome is one that FreeType can give when it lacks memory, or does not need it.
 bool isPlausible(std::string outcome, const std::string& expected) {
     if (outcome == expected) {
         return true;
@@ -58,14 +58,14 @@ void expectSurvivesEveryFailureOfFreeType(const Operation& operation, FreeTypeMe
     }
 }
 
-TEST(FreeTypeAllocationFaults, EndEveryOperationAndNothingElse) {
+TEST(FreeTypeAllocationFaults, FailOnlyTheOperationInProgress) {
     FreeTypeMemory memory;
     for (const Operation& operation : getOperations()) {
         expectSurvivesEveryFailureOfFreeType(operation, memory);
     }
 }
 
-/// How often each outcome came when every allocation failed in turn, and then none.
+/// Counts the outcomes while every allocation fails in turn, and then none.
 std::map<std::string, std::size_t> countOutcomes(const Operation& operation) {
     FreeTypeMemory memory;
     std::map<std::string, std::size_t> counts;
@@ -80,7 +80,7 @@ std::map<std::string, std::size_t> countOutcomes(const Operation& operation) {
     return counts;
 }
 
-TEST(FreeTypeAllocationFaults, LetNoFaceComeOutWithoutItsModulesOrTables) {
+TEST(FreeTypeAllocationFaults, NeverLeaveAFaceWithoutItsModulesOrTables) {
     const Operation& open = getOperations().at(3);
     ASSERT_STREQ(open.name, "getFace");
     auto counts = countOutcomes(open);

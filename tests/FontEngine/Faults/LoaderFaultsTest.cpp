@@ -1,4 +1,4 @@
-// A loader that fails, or serves what is no font, at each of the questions that one face leads to.
+// A loader fails, or serves bytes that are not a font, at each of the requests that one face leads to.
 
 #include <FontEngine/Faults/Outcome.h>
 #include <FontEngine/Faults/Services.h>
@@ -28,7 +28,7 @@ using testing::StartsWith;
 
 using FontBytes = Testing::CountingLoader::FontBytes;
 
-/// Has no font, but answers one question in its own way.
+/// A loader without fonts that answers one request in a given way.
 class FaultyLoader : public Testing::CountingLoader {
 public:
     void answerAt(std::size_t position, std::function<FontBytes()> answer) {
@@ -61,10 +61,10 @@ struct FaultyEngine {
     FactoryPtr factory = FontFactory::create(loader, "Default Family");
 };
 
-/// The four styles of the family, then those of the default font.
+/// The four styles of the family, then the four of the default font.
 constexpr std::size_t questionCount = 8;
 
-TEST(LoaderFaults, AllStylesAreAskedForBeforeAFaceIsGivenUp) {
+TEST(LoaderFaults, AllStylesAreRequestedBeforeAFaceFails) {
     const FaultyEngine engine;
     EXPECT_EQ(getOutcome([&] { return engine.openFace(); }), "getFace() failed: cannot load font");
     EXPECT_THAT(engine.loader->getCalls(),
@@ -96,7 +96,7 @@ void expectOnlyTheFailedQuestionIsAskedAgain() {
     }
 }
 
-TEST(LoaderFaults, AnExceptionIsForgottenAndTheOtherAnswersAreNot) {
+TEST(LoaderFaults, AnExceptionIsNotCachedButOtherAnswersAre) {
     expectOnlyTheFailedQuestionIsAskedAgain<Testing::InjectedError>();
     expectOnlyTheFailedQuestionIsAskedAgain<std::bad_alloc>();
 }
@@ -114,7 +114,7 @@ std::vector<Bytes> makeBrokenFonts() {
             Bytes(font.begin(), font.begin() + static_cast<std::ptrdiff_t>(font.size() / 2))};
 }
 
-TEST(LoaderFaults, BytesThatAreNoFontAreKeptAndHideTheNextStyle) {
+TEST(LoaderFaults, BytesThatAreNotAFontAreCachedAndHideTheNextStyle) {
     for (const Bytes& broken : makeBrokenFonts()) {
         for (std::size_t position = 1; position <= questionCount; ++position) {
             SCOPED_TRACE(std::to_string(broken.size()) + " bytes at question " + std::to_string(position));
@@ -136,7 +136,7 @@ TEST(LoaderFaults, BytesThatAreNoFontAreKeptAndHideTheNextStyle) {
     }
 }
 
-TEST(LoaderFaults, AFontThatIsCutOffAnywhereIsRefusedOrHasItsCharacters) {
+TEST(LoaderFaults, ATruncatedFontIsRefusedOrHasItsCharacters) {
     const Bytes font = makeTestFont().build();
     std::map<std::string, std::size_t> counts;
     for (std::size_t length = 0; length <= font.size(); ++length) {
@@ -163,7 +163,7 @@ public:
         engine.loader->setRangeFamily(FontLoaders::UnicodeRangeMap::find(0x416), "Fallback");
     }
 
-    /// The number of glyphs.
+    /// Returns the number of drawn glyphs.
     std::string draw() {
         glyphPainter.clear();
         RasterTextPainter(painter, glyphPainter, false)
@@ -176,7 +176,7 @@ public:
     Testing::RecordingGlyphPainter glyphPainter;
 };
 
-TEST(LoaderFaults, EndADrawingWhoseFallbackFontFails) {
+TEST(LoaderFaults, EndADrawingIfTheFallbackFontFails) {
     for (const char* const question : {"getFamilyNameForRange", "loadFont \"Fallback\""}) {
         FallbackDrawing drawing;
         drawing.engine.loader->throwFrom(question);

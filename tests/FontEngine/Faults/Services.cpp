@@ -27,7 +27,7 @@ std::string describeBytes(const unsigned char* bytes, std::size_t count) {
     return text;
 }
 
-/// A font over exactly this face, whatever the factory would look up.
+/// Makes a font with exactly this face, whatever the factory would look up.
 Font makeFont(const FacePtr& face, float size) {
     return face->getFontFactory().getFont(
         makeFontInfo(Testing::makeFaceInfo("Test Sans", isEmboldened(face->getTransform()),

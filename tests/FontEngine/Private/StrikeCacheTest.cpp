@@ -1,4 +1,4 @@
-// A cache of numbers with strikes against the same cache without them.
+// Compares a cache of numbers that has strikes with the same cache without strikes.
 
 #include <FontEngine/Private/FE_StrikeCache.h>
 
@@ -19,7 +19,7 @@
 namespace Vell::FontEngine::Internal {
 namespace {
 
-/// A number in a face at a size.
+/// A number with a face and a size.
 struct NumberKey {
     Testing::FaceInfoPtr face;
     float size;
@@ -37,7 +37,7 @@ struct NumberKeyHash {
     }
 };
 
-/// Does something when the last owner lets go.
+/// Runs a function when its last owner releases it.
 struct EndingNumber {
     std::uint32_t number;
     std::function<void()> end;
@@ -55,7 +55,7 @@ NumberCache::Node makeNode(std::uint32_t number, std::function<void()> end = nul
     return {NumberPtr(new EndingNumber{number, std::move(end)}), 10 + number % 7};
 }
 
-/// As the services of the factory ask.
+/// Requests an entry as the factory's services do.
 std::uint32_t askByRoad(const NumberCache& cache, NumberCache::Road& road, const NumberKey& key) {
     const RecursiveLock lock(cache.getMutex());
     cache.open(road);
@@ -80,7 +80,7 @@ std::vector<std::uint64_t> listFigures(const NumberCache& cache) {
             figures.misses,  figures.maxEntries, figures.maxBytes};
 }
 
-TEST(StrikeCache, CountsAsACacheWithoutStrikesDoes) {
+TEST(StrikeCache, CountsLikeACacheWithoutStrikes) {
     for (unsigned int seed = 1; seed <= 20 && !HasFailure(); ++seed) {
         SCOPED_TRACE("seed " + std::to_string(seed));
         std::mt19937 random(seed);
@@ -132,18 +132,18 @@ const NumberCache::Node* find(const NumberCache& cache, OneRoad& one, std::uint3
     return cache.find(one.road, number);
 }
 
-TEST(StrikeCache, RemembersWhatItWasAskedFor) {
+TEST(StrikeCache, RemembersRequestedEntries) {
     const NumberCache cache;
     OneRoad one;
     EXPECT_EQ(find(cache, one, 5), nullptr);
     askByRoad(cache, one.road, one.makeKey(5));
     ASSERT_NE(find(cache, one, 5), nullptr);
-    OneRoad other; // of an equal description
+    OneRoad other; // with an equal description
     EXPECT_EQ(find(cache, other, 5), find(cache, one, 5));
     EXPECT_EQ(find(cache, one, 6), nullptr);
 }
 
-TEST(StrikeCache, ForgetsWhatIsEvicted) {
+TEST(StrikeCache, ForgetsEvictedEntries) {
     NumberCache cache;
     NumberCache::Cache limited(2, 0);
     cache.exchange(limited);
@@ -156,7 +156,7 @@ TEST(StrikeCache, ForgetsWhatIsEvicted) {
     EXPECT_NE(find(cache, one, 3), nullptr);
 }
 
-TEST(StrikeCache, ForgetsAllWhenItIsEmptied) {
+TEST(StrikeCache, ForgetsAllEntriesWhenItIsEmptied) {
     NumberCache cache;
     OneRoad one;
     askByRoad(cache, one.road, one.makeKey(1));
@@ -169,13 +169,13 @@ TEST(StrikeCache, ForgetsAllWhenItIsEmptied) {
     EXPECT_EQ(find(cache, one, 1), nullptr) << "though the entry lives on";
 }
 
-TEST(StrikeCache, FindsRoadsWhoseStrikeWasSweptMeanwhile) {
+TEST(StrikeCache, ReopensARoadWhoseStrikeWasSwept) {
     NumberCache cache;
     OneRoad one;
     askByRoad(cache, one.road, one.makeKey(1));
     NumberCache::Cache limited(1, 0);
     cache.exchange(limited);
-    for (int size = 1; size <= 300; ++size) { // one entry at a time: the strikes before are empty
+    for (int size = 1; size <= 300; ++size) { // one entry at a time, so all earlier strikes are empty
         NumberCache::Road road({one.face.get(), static_cast<float>(size), GlyphTransform::None});
         askByRoad(cache, road, {one.face, static_cast<float>(size), 1});
     }
@@ -183,7 +183,7 @@ TEST(StrikeCache, FindsRoadsWhoseStrikeWasSweptMeanwhile) {
     EXPECT_NE(find(cache, one, 1), nullptr);
 }
 
-TEST(StrikeCache, LeavesDescriptionsOfClientsToTheCache) {
+TEST(StrikeCache, DoesNotRememberDescriptionsOfClients) {
     const NumberCache cache;
     const auto face = Testing::makeClientFaceInfo("Test Sans");
     NumberCache::Road road({face.get(), 10.0F, GlyphTransform::None});
@@ -199,7 +199,7 @@ TEST(StrikeCache, LeavesDescriptionsOfClientsToTheCache) {
     EXPECT_EQ(cache.find(own.road, 1), nullptr) << "but may become another one";
 }
 
-TEST(StrikeCache, LetsTheEndOfAnEntryAskForOthers) {
+TEST(StrikeCache, LetsADyingEntryRequestOthers) {
     NumberCache cache;
     NumberCache::Cache limited(3, 0);
     cache.exchange(limited);
@@ -227,7 +227,7 @@ TEST(StrikeCache, LetsTheEndOfAnEntryAskForOthers) {
     EXPECT_NE(find(cache, one, 50), nullptr);
 }
 
-/// Empties the cache while the end of each entry asks for all of them.
+/// Empties the cache while each dying entry requests all of them.
 template <class Empty>
 void expectAllAreMadeAnew(const Empty& empty) {
     constexpr std::uint32_t count = 8;
@@ -255,7 +255,7 @@ void expectAllAreMadeAnew(const Empty& empty) {
     EXPECT_EQ(figures.hits, (count - 1) * count);
 }
 
-TEST(StrikeCache, FindsNothingThatIsEndingWhileItIsEmptied) {
+TEST(StrikeCache, FindsNoDyingEntryWhileItIsEmptied) {
     expectAllAreMadeAnew([](NumberCache& cache) { cache.clear(); });
     expectAllAreMadeAnew([](NumberCache& cache) {
         NumberCache::Cache other(0, 0);
@@ -263,7 +263,7 @@ TEST(StrikeCache, FindsNothingThatIsEndingWhileItIsEmptied) {
     });
 }
 
-TEST(StrikeCache, LetsTheMakingOfAnEntryEmptyIt) {
+TEST(StrikeCache, MayBeEmptiedWhileAnEntryIsMade) {
     NumberCache cache;
     OneRoad one;
     askByRoad(cache, one.road, one.makeKey(1));

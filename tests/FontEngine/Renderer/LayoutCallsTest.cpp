@@ -80,8 +80,8 @@ private:
     Testing::FaceInfoPtr _face;
 };
 
-/// Calls a function whenever it is asked for the font. Derived from the library's own class, which a layout
-/// must not take for it.
+/// Calls a function in each getFontInfo. The class derives from the library's own, but a layout must not
+/// treat it as such.
 class CallingExtFontInfo : public Internal::ExtFontInfo {
 public:
     CallingExtFontInfo(const FontInfoPtr& asked, std::function<void()> call)
@@ -103,7 +103,7 @@ Testing::ExtFontInfoPtr makeNoting(Calls& calls) {
                                                [&calls] { calls.emplace_back("getFontInfo"); });
 }
 
-/// The calls but for those by which the caches compare descriptions.
+/// The calls without those by which the caches compare descriptions.
 Calls listQuestions(const Calls& calls) {
     Calls questions;
     for (const std::string& call : calls) {
@@ -129,7 +129,7 @@ TEST(LayoutCalls, AddNoReferenceToADescriptionInTheCache) {
     const Font font = engine.getFont();
     const std::shared_ptr<const Gfx::FontFaceInfo> face = makeFaceInfo();
     const auto extFontInfo = makeExtFontInfo(makeFontInfo(face));
-    layOut("Ax", extFontInfo, font); // now the caches share it
+    layOut("Ax", extFontInfo, font); // from now on the caches share it
     const long before = face.use_count();
     const BitmapGlyphRun run = layOut("AxAx", extFontInfo, font);
     EXPECT_EQ(run.getGlyphs().size(), 4U);

@@ -61,7 +61,7 @@ private:
     Interruption& _interruption;
 };
 
-/// Rarely another number than `usual`: a zero, or one that FreeType cannot be given.
+/// Returns `usual` or, rarely, another number: a zero, or one that FreeType does not accept.
 float perturb(std::mt19937& random, float usual) {
     constexpr float infinity = std::numeric_limits<float>::infinity();
     const float unusual[] = {0.0F, -0.0F, infinity, std::numeric_limits<float>::quiet_NaN()};
@@ -75,7 +75,7 @@ unsigned char quantise(float pen, float ratio) {
     return static_cast<unsigned char>(4 * static_cast<int>(16.0F * (pen - std::floor(pen))));
 }
 
-/// Where a character's glyph comes from.
+/// The font that supplies a character's glyph.
 struct GlyphPlace {
     std::shared_ptr<const FontFace> face;
     Testing::FaceInfoPtr faceInfo;

@@ -37,7 +37,7 @@ bool areSameFields(const BitmapGlyphInfo& lhs, const BitmapGlyphInfo& rhs) {
            areSame(lhs.getDevicePixelRatio(), rhs.getDevicePixelRatio());
 }
 
-/// Equal by value, and both of a client's class or neither.
+/// Returns whether both are equal by value, and both or neither have a client's class.
 bool areAlike(const Gfx::FontFaceInfo& laid, const Gfx::FontFaceInfo& asked) {
     return laid == asked &&
            Internal::FontFaceInfo::isExactly(laid) == Internal::FontFaceInfo::isExactly(asked);
