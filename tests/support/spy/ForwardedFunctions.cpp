@@ -1,5 +1,5 @@
-// The functions of FreeType that the engine calls, defined once more: the dynamic linker finds those of the
-// executable first.
+// Redefines the functions of FreeType that the engine calls. The dynamic linker finds those of the executable
+// first.
 
 #include <support/spy/FreeTypeMemory.h>
 #include <support/spy/SpiedCall.h>
@@ -23,7 +23,7 @@ using Vell::Testing::Spy::countOwners;
 using Vell::Testing::Spy::Tag;
 using Vell::Testing::Spy::watchMemory;
 
-/// The function of that name in libfreetype.
+/// Finds the function of that name in libfreetype.
 template <class Function>
 Function* findNext(const char* name, Function&) {
     void* const symbol = dlsym(RTLD_NEXT, name);

@@ -17,12 +17,12 @@ namespace {
 
 using Character = std::pair<FT_ULong, FT_UInt>;
 
-/// What the living spy knows and wants.
+/// The state of the current spy.
 struct State {
     bool isWatching = false;
     std::vector<FreeTypeCall> calls;
     std::size_t unwoundCalls = 0;
-    std::map<std::string, std::map<std::size_t, FT_Error>> failures; // by calls still to come
+    std::map<std::string, std::map<std::size_t, FT_Error>> failures; // by the number of calls to come
     std::optional<std::vector<Character>> characters;
     std::size_t nextCharacter = 0;
     std::optional<FT_Glyph_Format> glyphFormat;
@@ -201,7 +201,7 @@ bool Call::isToBeNoted(const void* returnAddress) const {
     return state.isWatching && !isCalledByOtherUser(returnAddress);
 }
 
-// FreeType's rasteriser jumps out of calls within this one, past their destructors.
+// FreeType's rasteriser leaves nested calls by longjmp, which skips their destructors.
 Call::~Call() {
     depth = _depthBefore;
     if (_isNoted && std::uncaught_exceptions() > _exceptionsAtEntry) {
