@@ -100,9 +100,9 @@ TEST(BitmapService, TruncatesSizesTo26Dot6AndWholeDotsPerInch) {
 
 TEST(BitmapService, MultipliesSizeAndScaleInSinglePrecision) {
     EXPECT_EQ(getSizeCall(8.2F, {2.5F, 1.0F}, 1.0F), "FT_Set_Char_Size 0 1312 72 0")
-        << "in double it were 1311";
+        << "in double precision it would be 1311";
     EXPECT_EQ(getSizeCall(9.2F, {5.0F, 1.0F}, 1.0F), "FT_Set_Char_Size 0 2944 72 0")
-        << "in double it were 2943";
+        << "in double precision it would be 2943";
 }
 
 TEST(BitmapService, RemembersASizeThatFreeTypeRefuses) {
@@ -137,7 +137,7 @@ TEST(BitmapService, TreatsSizesThatOverflowAsRefused) {
     for (const KeyFields& variant : refused) {
         EXPECT_EQ(face->getBitmapGlyph(variant.makeBitmap(), false), nullptr);
     }
-    EXPECT_THAT(spy.getLines(), IsEmpty()) << "FreeType is not even asked";
+    EXPECT_THAT(spy.getLines(), IsEmpty()) << "FreeType is not called";
     const cinder::Vec2<float> ignored(1, notANumber);
     EXPECT_NE(face->getBitmapGlyph(fields.with(&KeyFields::scale, ignored).makeBitmap(), false), nullptr);
 }

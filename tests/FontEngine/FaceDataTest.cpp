@@ -76,7 +76,7 @@ void expectTable(const std::string& family, const Row (&rows)[count]) {
             EXPECT_LE(files.loader->countCalls(), 4U);
             files.loader->clearCalls();
             EXPECT_EQ(files.ask(family, (request & 1U) != 0, (request & 2U) != 0), row.answers.at(request));
-            EXPECT_THAT(files.loader->getCalls(), IsEmpty()) << "every answer is remembered";
+            EXPECT_THAT(files.loader->getCalls(), IsEmpty()) << "every answer is cached";
         }
     }
 }

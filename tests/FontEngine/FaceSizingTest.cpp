@@ -141,7 +141,7 @@ TEST(FaceSizing, AlwaysSizesVariableFaces) {
     renderer.getHandle()->face_flags |= FT_FACE_FLAG_MULTIPLE_MASTERS;
     renderer.render();
     EXPECT_THAT(renderer.spyOn(), ElementsAre("FT_Set_Char_Size 0 640 72 0"))
-        << "a client may have moved it along its axes";
+        << "a client may have changed its axes";
 }
 
 TEST(FaceSizing, AlwaysSizesBitmapFaces) {

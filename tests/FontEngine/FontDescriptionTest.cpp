@@ -19,7 +19,7 @@ static_assert(!std::is_copy_assignable_v<FontInfo>, "descriptions are immutable"
 TEST(FontDescription, ReturnsItsArguments) {
     const FaceInfoPtr face = makeFaceInfo("a");
     const FontInfo font(face, 12.25F, Gfx::TextPositionType::Subscript);
-    EXPECT_EQ(font.getFontFaceInfo().get(), face.get()) << "the very object";
+    EXPECT_EQ(font.getFontFaceInfo().get(), face.get()) << "the same object";
     EXPECT_EQ(font.getSize(), 12.25F);
     EXPECT_EQ(font.getTextPositionType(), Gfx::TextPositionType::Subscript);
 }

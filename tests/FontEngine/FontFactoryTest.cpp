@@ -104,7 +104,7 @@ TEST(FontFactoryReset, KeepsTheMostRecentlyUsedFaces) {
     EXPECT_TRUE(isFaceCached(engine, "1"));
     EXPECT_TRUE(isFaceCached(engine, "3"));
     EXPECT_FALSE(isFaceCached(engine, "2"));
-    EXPECT_FALSE(isFaceCached(engine, "1")) << "pushed out by the one before";
+    EXPECT_FALSE(isFaceCached(engine, "1")) << "evicted by the previous one";
 }
 
 TEST(FontFactoryReset, LimitsFontFilesIncludingProbesAndNegativeAnswers) {
@@ -248,7 +248,7 @@ TEST(FontFactoryFlush, EmptiesEveryCache) {
     EXPECT_THAT(engine.loader->getCalls(), ElementsAre("loadFont \"Test Sans\" regular"));
     EXPECT_NE(render(engine, 0), bitmap);
     EXPECT_NE(face->getOutlineGlyphPath(KeyFields().makeOutline(), painter), path);
-    EXPECT_EQ(bitmap->bitmap.buffer[0], 255) << "what is held stays valid";
+    EXPECT_EQ(bitmap->bitmap.buffer[0], 255) << "glyphs in use stay valid";
     EXPECT_EQ(face->getBasicMetrics().getAscender(), 0.8F);
 }
 

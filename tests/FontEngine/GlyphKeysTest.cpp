@@ -256,7 +256,7 @@ TEST(GlyphKeys, HashTheNameOncePerDescription) {
     EXPECT_EQ(key.hash(), 0x73CC07A02F13733CU);
     EXPECT_EQ(key.hash(), 0x73CC07A02F13733CU);
     const GlyphInfo copy(key); // NOLINT(performance-unnecessary-copy-initialization)
-    EXPECT_EQ(copy.hash(), key.hash()) << "computed anew";
+    EXPECT_EQ(copy.hash(), key.hash()) << "computed again";
     EXPECT_EQ(face->nameCalls, 1);
 }
 

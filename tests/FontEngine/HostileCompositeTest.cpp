@@ -212,7 +212,7 @@ TEST(HostileComposite, DoesNotChangeThePixelsOfOtherGlyphs) {
 TEST(HostileComposite, DisablesTheAutoHinterIfThatWouldLoadIt) {
     constexpr int asked = FT_LOAD_FORCE_AUTOHINT | FT_LOAD_NO_BITMAP;
     EXPECT_EQ(getLoadFlags(makeFontWithLoop()), asked);
-    EXPECT_EQ(getLoadFlags(makeFontWithLoop().map(0xE9, 2)), asked) << "é is measured by nobody";
+    EXPECT_EQ(getLoadFlags(makeFontWithLoop().map(0xE9, 2)), asked) << "the auto-hinter does not measure é";
     EXPECT_EQ(getLoadFlags(makeFontWithLoop().map('o', 2)), asked | FT_LOAD_NO_AUTOHINT);
 }
 

@@ -64,7 +64,7 @@ Engine makeEngineWithZigzag() {
 }
 
 /// A box of so many points, with a program that processes all of them again and again.
-Testing::FontGlyph makeLaboriousGlyph(int points, std::size_t programSize) {
+Testing::FontGlyph makeExpensiveGlyph(int points, std::size_t programSize) {
     Testing::FontContour contour;
     for (int i = 0; i < points; ++i) {
         const bool isRising = i < points / 2;
@@ -83,9 +83,9 @@ FontBuilder makeFontWithLongPrograms(const std::string& family) {
     FontBuilder font(family);
     font.setUnitsPerEm(64);
     font.addGlyph(Testing::makeBoxGlyph(10, 0, 0, 10, 10));
-    font.addGlyph(makeLaboriousGlyph(20'000, 12'600));
-    font.addGlyph(makeLaboriousGlyph(20'000, 60'000));
-    font.addGlyph(makeLaboriousGlyph(20'000, 12'400));
+    font.addGlyph(makeExpensiveGlyph(20'000, 12'600));
+    font.addGlyph(makeExpensiveGlyph(20'000, 60'000));
+    font.addGlyph(makeExpensiveGlyph(20'000, 12'400));
     return font.map('A', 1);
 }
 

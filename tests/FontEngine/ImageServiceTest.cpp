@@ -39,7 +39,7 @@ TEST(ImageService, ColorsAGlyphOncePerColor) {
     EXPECT_EQ(engine.factory->getGlyphBitmapWithSubpixels(glyph, color), image);
     EXPECT_EQ(engine.getFace()->getGlyphBitmapWithSubpixels(glyph, color), image) << "through the face";
     EXPECT_EQ(engine.factory->getGlyphBitmapWithSubpixels(glyph, {10, 20, 30, 128}), image)
-        << "whatever alpha";
+        << "for any alpha";
     for (const Color other : {Color(10, 20, 31, 255), Color(10, 21, 30, 255), Color(11, 20, 30, 255)}) {
         EXPECT_NE(engine.factory->getGlyphBitmapWithSubpixels(glyph, other), image);
     }
@@ -54,7 +54,7 @@ TEST(ImageService, DistinguishesGlyphsByAllFieldsOfTheirKeys) {
     };
     const KeyFields fields;
     const auto image = paint(fields);
-    EXPECT_EQ(paint(fields.with(&KeyFields::unicode, 'B')), image) << "but for the character";
+    EXPECT_EQ(paint(fields.with(&KeyFields::unicode, 'B')), image) << "except for the character";
     for (const KeyFields& other :
          {fields.with(&KeyFields::face, Testing::makeFaceInfo("other")), fields.with(&KeyFields::glyph, 2),
           fields.with(&KeyFields::size, 11), fields.with(&KeyFields::transform, GlyphTransform::Slant),

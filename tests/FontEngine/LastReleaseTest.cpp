@@ -16,7 +16,7 @@ namespace Vell::FontEngine {
 namespace {
 
 /// A factory and the objects that it returned. Each thread releases one of them.
-struct Belongings {
+struct SharedObjects {
     std::optional<StressEngine> engine = StressEngine();
     std::shared_ptr<const FontFace> bitmapFace = engine->getFont(0, 40.0F).getFace();
     std::shared_ptr<const FontFace> outlineFace = engine->getFont(1, 40.0F).getFace();
@@ -50,7 +50,7 @@ std::uint64_t digest(const T& value) {
 }
 
 /// Functions that each read an object a last time and release it.
-std::vector<std::function<std::uint64_t()>> listEndings(Belongings& all) {
+std::vector<std::function<std::uint64_t()>> listEndings(SharedObjects& all) {
     return {[&all] {
                 all.engine.reset();
                 return std::uint64_t(0);
@@ -93,7 +93,7 @@ std::vector<std::function<std::uint64_t()>> listEndings(Belongings& all) {
 }
 
 /// Weak references to everything that must be destroyed at the end.
-std::vector<std::weak_ptr<const void>> watch(const Belongings& all) {
+std::vector<std::weak_ptr<const void>> watch(const SharedObjects& all) {
     return {all.engine->getFactory().weak_from_this(),
             all.bitmapFace,
             all.outlineFace,
@@ -103,7 +103,7 @@ std::vector<std::weak_ptr<const void>> watch(const Belongings& all) {
 }
 
 std::vector<std::uint64_t> endAlone() {
-    Belongings all;
+    SharedObjects all;
     std::vector<std::uint64_t> results;
     for (const auto& end : listEndings(all)) {
         results.push_back(end());
@@ -115,7 +115,7 @@ TEST(LastRelease, ReadsTheSameOnSeparateThreadsAndLeaksNothing) {
     const std::vector<std::uint64_t> expected = endAlone();
     std::mt19937 random(7); // NOLINT(cert-msc51-cpp): the same order in every run
     for (int round = 0; round < 60; ++round) {
-        Belongings all;
+        SharedObjects all;
         const auto watched = watch(all);
         const auto endings = listEndings(all);
         const auto shift = static_cast<unsigned int>(random() % endings.size());

@@ -73,7 +73,7 @@ TEST(SymbolFallback, IsANewFontWithTheSharedFaceEachTime) {
     EXPECT_EQ(first->getFace(), second->getFace());
     EXPECT_THAT(engine.loader->getCalls(),
                 ElementsAre(engine.rangeCall, "loadFont \"Symbols\" regular", engine.rangeCall))
-        << "the family is asked for each time, the font once";
+        << "the family is requested each time, the font once";
 }
 
 TEST(SymbolFallback, UsesTheDefaultFontIfTheFamilyCannotBeLoaded) {
@@ -128,7 +128,7 @@ TEST(SymbolFallbackForAGlyph, WidensTextsByTheFallbacksAdvance) {
     const SymbolEngine engine;
     EXPECT_FLOAT_EQ(engine.getFont().getTextWidth("A\xE2\x98\x83", makeExtFontInfo()), 6.0F + 9.0F);
     EXPECT_FLOAT_EQ(engine.getFont().getTextWidth("\xF1\x80\x80\x80", makeExtFontInfo()), 5.0F)
-        << "the missing glyph's";
+        << "of the missing glyph";
 }
 
 TEST(SymbolFallbackDeathTest, AssertsOnNullPointersAndALostFactory) {

@@ -64,7 +64,7 @@ std::set<std::uint32_t> getKnownCharacters() {
 
 /// Loads every glyph of a font of these characters with the auto-hinter, and returns the characters of the
 /// glyphs that the auto-hinter loaded in addition.
-std::set<std::uint32_t> findCharactersThatAreLoadedBesides(const std::vector<std::uint32_t>& characters) {
+std::set<std::uint32_t> findCharactersLoadedInAddition(const std::vector<std::uint32_t>& characters) {
     FontBuilder builder;
     for (const std::uint32_t character : characters) {
         builder.map(character, builder.addGlyph(Testing::makeBoxGlyph(500, 0, 0, 500, 500)));
@@ -122,13 +122,13 @@ TEST(AutoHinterGlyphs, BelongToKnownCharacters) {
     for (std::size_t begin = 0; begin < others.size(); begin += glyphsPerFont) {
         const auto first = others.begin() + static_cast<std::ptrdiff_t>(begin);
         const auto last = others.size() - begin > glyphsPerFont ? first + glyphsPerFont : others.end();
-        EXPECT_EQ(findCharactersThatAreLoadedBesides({first, last}), std::set<std::uint32_t>());
+        EXPECT_EQ(findCharactersLoadedInAddition({first, last}), std::set<std::uint32_t>());
     }
 }
 
 TEST(AutoHinterGlyphs, IncludeNearlyAllKnownCharacters) {
     const std::set<std::uint32_t> known = getKnownCharacters();
-    std::set<std::uint32_t> found = findCharactersThatAreLoadedBesides({known.begin(), known.end()});
+    std::set<std::uint32_t> found = findCharactersLoadedInAddition({known.begin(), known.end()});
     EXPECT_GT(found.size(), known.size() * 9 / 10) << "some stand in for others that a font lacks";
     EXPECT_EQ(found.count('o'), 1U);
     EXPECT_EQ(found.count('0'), 1U);
@@ -153,7 +153,7 @@ TEST(AutoHinterGlyphs, AreUnboundedIfOneContainsItself) {
 
 TEST(AutoHinterGlyphs, ExcludeGlyphsThatTheAutoHinterDoesNotLoad) {
     EXPECT_TRUE(hasBoundedGlyphs(makeFontWithLoop())) << "no character leads to glyph 2";
-    EXPECT_TRUE(hasBoundedGlyphs(makeFontWithLoop().map(0xE9, 2))) << "é is measured by nobody";
+    EXPECT_TRUE(hasBoundedGlyphs(makeFontWithLoop().map(0xE9, 2))) << "the auto-hinter does not measure é";
     EXPECT_TRUE(hasBoundedGlyphs(makeFontWithLoop().map(Testing::CharMapKind::MacRoman, 'o', 2)));
     EXPECT_TRUE(hasBoundedGlyphs(makeFontWithLoop().setNotdef({500, {}, {}, {{0}}})));
 }

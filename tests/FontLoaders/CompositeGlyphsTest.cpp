@@ -108,7 +108,7 @@ TEST(CompositeGlyphs, MayNestAsDeepAsTheStackOfTheThreadAllows) {
     const auto isBounded = [&](unsigned int glyph) { return isBoundedGlyph(font.get(), glyph); };
     Testing::runOnStack(64 << 10, [&] {
         EXPECT_TRUE(isBounded(1));
-        EXPECT_TRUE(isBounded(32)) << "fits whatever the stack";
+        EXPECT_TRUE(isBounded(32)) << "fits on any stack";
         EXPECT_FALSE(isBounded(33));
     });
     Testing::runOnStack(256 << 10, [&] {

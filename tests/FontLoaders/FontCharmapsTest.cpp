@@ -17,7 +17,7 @@ using LoaderPtr = NNPtr<FontLoader>;
 constexpr std::uint32_t greekAlpha = 0x3B1;
 
 /// Makes a font without any charmap.
-FontBuilder makeMute(const std::string& family, bool bold = false, bool italic = false) {
+FontBuilder makeFontWithoutCharMap(const std::string& family, bool bold = false, bool italic = false) {
     FontBuilder font(family);
     font.setStyle(bold, italic);
     return font;
@@ -26,7 +26,7 @@ FontBuilder makeMute(const std::string& family, bool bold = false, bool italic =
 /// Makes a font with so many Greek letters.
 FontBuilder makeFont(const std::string& family, bool bold = false, bool italic = false,
                      unsigned int letters = 1) {
-    FontBuilder font = makeMute(family, bold, italic);
+    FontBuilder font = makeFontWithoutCharMap(family, bold, italic);
     const unsigned int glyph = font.addGlyph(makeBoxGlyph(600, 0, 0, 500, 700));
     for (std::uint32_t code = greekAlpha; code < greekAlpha + letters; ++code) {
         font.map(code, glyph);
@@ -88,7 +88,7 @@ protected:
 };
 
 TEST_F(FontCharmaps, AFamilyWithoutACharmapIsNotInstalled) {
-    install("mute.ttf", makeMute("Mute"));
+    install("mute.ttf", makeFontWithoutCharMap("Mute"));
     install("other.ttf", makeFont("Other"));
     const LoaderPtr loader = makeLoader();
     EXPECT_EQ(find(loader, "Mute"), "null");
@@ -98,22 +98,23 @@ TEST_F(FontCharmaps, AFamilyWithoutACharmapIsNotInstalled) {
 }
 
 TEST_F(FontCharmaps, TheNextBestFaceReplacesAFaceWithoutACharmap) {
-    install("a.ttf", makeMute("Alpha"));
-    install("b.ttf", makeMute("Alpha"));
+    install("a.ttf", makeFontWithoutCharMap("Alpha"));
+    install("b.ttf", makeFontWithoutCharMap("Alpha"));
     install("c.ttf", makeLight(makeFont("Alpha")));
     EXPECT_EQ(find(makeLoader(), "Alpha"), "c.ttf");
 }
 
 TEST_F(FontCharmaps, AStyleWhoseOnlyFaceHasNoCharmapIsMissing) {
     install("a.ttf", makeFont("Alpha"));
-    install("b.ttf", makeMute("Alpha", true));
+    install("b.ttf", makeFontWithoutCharMap("Alpha", true));
     const LoaderPtr loader = makeLoader();
     EXPECT_EQ(find(loader, "Alpha", true), "null");
     EXPECT_EQ(find(loader, "Alpha"), "a.ttf");
 }
 
 TEST_F(FontCharmaps, EachFaceOfACollectionIsCheckedByItself) {
-    _sandbox.write("a.ttc", buildCollection({makeMute("Mute"), makeFont("Alpha"), makeMute("Beta")}));
+    _sandbox.write("a.ttc", buildCollection({makeFontWithoutCharMap("Mute"), makeFont("Alpha"),
+                                             makeFontWithoutCharMap("Beta")}));
     const LoaderPtr loader = makeLoader();
     EXPECT_EQ(find(loader, "Mute"), "null");
     EXPECT_EQ(find(loader, "Alpha"), "a.ttc:1");
@@ -121,45 +122,45 @@ TEST_F(FontCharmaps, EachFaceOfACollectionIsCheckedByItself) {
 }
 
 TEST_F(FontCharmaps, AnEmptyCharmapIsUsable) {
-    install("a.ttf", makeMute("Alpha").addCharMap(CharMapKind::Unicode));
-    install("b.ttf", makeMute("Beta").addCharMap(CharMapKind::MacRoman));
+    install("a.ttf", makeFontWithoutCharMap("Alpha").addCharMap(CharMapKind::Unicode));
+    install("b.ttf", makeFontWithoutCharMap("Beta").addCharMap(CharMapKind::MacRoman));
     const LoaderPtr loader = makeLoader();
     EXPECT_EQ(find(loader, "Alpha"), "a.ttf");
     EXPECT_EQ(find(loader, "Beta"), "b.ttf");
 }
 
 TEST_F(FontCharmaps, AFamilyWithoutACharmapIsServedByItsSameBinding) {
-    install("a.ttf", makeMute("Old"));
+    install("a.ttf", makeFontWithoutCharMap("Old"));
     install("b.ttf", makeFont("New"));
     install("c.ttf", makeFont("New", true));
     EXPECT_EQ(find(makeLoader(), "Old"), "b.ttf");
-    EXPECT_EQ(find(makeLoader(), "Old", true), "c.ttf") << "the first question decides, whichever it is";
+    EXPECT_EQ(find(makeLoader(), "Old", true), "c.ttf") << "the first request decides, whichever it is";
 }
 
 TEST_F(FontCharmaps, AFamilyWithACharmapIsNotReplacedIfItLacksAStyle) {
-    install("a.ttf", makeMute("Old"));
+    install("a.ttf", makeFontWithoutCharMap("Old"));
     install("b.ttf", makeLight(makeFont("Old")));
     install("c.ttf", makeFont("New", true));
     EXPECT_EQ(find(makeLoader(), "Old", true), "null");
 }
 
 TEST_F(FontCharmaps, AGenericNameFallsBackToTheNextFamily) {
-    install("a.ttf", makeMute("First"));
+    install("a.ttf", makeFontWithoutCharMap("First"));
     install("b.ttf", makeFont("Second"));
     install("c.ttf", makeFont("Alpha"));
     EXPECT_EQ(find(makeLoader(), "serif"), "b.ttf");
 }
 
 TEST_F(FontCharmaps, TheDefaultFontFallsBackToTheNearestStyleOfItsFamily) {
-    install("a.ttf", makeMute("Default"));
+    install("a.ttf", makeFontWithoutCharMap("Default"));
     install("b.ttf", makeFont("Default", true));
     install("c.ttf", makeFont("First"));
     EXPECT_EQ(findDefault(makeLoader()), "b.ttf");
 }
 
 TEST_F(FontCharmaps, TheDefaultFontFallsBackToTheNextFamily) {
-    install("a.ttf", makeMute("Default"));
-    install("b.ttf", makeMute("First"));
+    install("a.ttf", makeFontWithoutCharMap("Default"));
+    install("b.ttf", makeFontWithoutCharMap("First"));
     install("c.ttf", makeFont("Second"));
     install("d.ttf", makeFont("Second", true));
     install("e.ttf", makeFont("Alpha"));
@@ -169,8 +170,8 @@ TEST_F(FontCharmaps, TheDefaultFontFallsBackToTheNextFamily) {
 }
 
 TEST_F(FontCharmaps, TheDefaultFontIsBuiltInIfNoFontHasACharmap) {
-    install("a.ttf", makeMute("Default"));
-    install("b.ttf", makeMute("First", true));
+    install("a.ttf", makeFontWithoutCharMap("Default"));
+    install("b.ttf", makeFontWithoutCharMap("First", true));
     const LoaderPtr loader = makeLoader();
     EXPECT_EQ(findDefault(loader, true), "null");
     EXPECT_EQ(findDefault(loader), FONT_IS_EMBEDDED != 0 ? "built in" : "null");
@@ -181,8 +182,8 @@ TEST_F(FontCharmaps, ARangeFallsBackToTheNextFamily) {
     install("b.ttf", makeFont("Beta", false, false, 2));
     install("c.ttf", makeFont("Gamma"));
     const LoaderPtr loader = makeLoader();
-    install("a.ttf", makeMute("Alpha"));
-    install("b.ttf", makeMute("Beta"));
+    install("a.ttf", makeFontWithoutCharMap("Alpha"));
+    install("b.ttf", makeFontWithoutCharMap("Beta"));
     EXPECT_EQ(findGreek(loader), "Gamma");
     EXPECT_EQ(find(loader, "Gamma"), "c.ttf");
 }
@@ -192,7 +193,7 @@ TEST_F(FontCharmaps, ARangeFallsBackToTheNextFaceOfTheFamily) {
     install("b.ttf", makeLight(makeFont("Alpha", false, false, 2)));
     install("c.ttf", makeFont("Beta"));
     const LoaderPtr loader = makeLoader();
-    install("a.ttf", makeMute("Alpha"));
+    install("a.ttf", makeFontWithoutCharMap("Alpha"));
     EXPECT_EQ(findGreek(loader), "Alpha");
     EXPECT_EQ(find(loader, "Alpha"), "b.ttf");
 }
@@ -200,7 +201,7 @@ TEST_F(FontCharmaps, ARangeFallsBackToTheNextFaceOfTheFamily) {
 TEST_F(FontCharmaps, ARangeWhoseOnlyFontHasNoCharmapHasNoFamily) {
     install("a.ttf", makeFont("Alpha"));
     const LoaderPtr loader = makeLoader();
-    install("a.ttf", makeMute("Alpha"));
+    install("a.ttf", makeFontWithoutCharMap("Alpha"));
     EXPECT_EQ(findGreek(loader), "");
     EXPECT_EQ(find(loader, "Alpha"), "null");
 }
@@ -211,7 +212,7 @@ TEST_F(FontCharmaps, ARangeForgetsAFamilyThatLostItsCharmap) {
     const LoaderPtr loader = makeLoader();
     EXPECT_EQ(findGreek(loader), "Alpha");
     EXPECT_EQ(find(loader, "Alpha"), "a.ttf");
-    install("a.ttf", makeMute("Alpha"));
+    install("a.ttf", makeFontWithoutCharMap("Alpha"));
     EXPECT_EQ(find(loader, "Alpha"), "null");
     EXPECT_EQ(findGreek(loader), "Beta");
 }
@@ -219,7 +220,7 @@ TEST_F(FontCharmaps, ARangeForgetsAFamilyThatLostItsCharmap) {
 TEST_F(FontCharmaps, FontconfigsListIsNotTrusted) {
     install("a.ttf", makeFont("Alpha"));
     const LoaderPtr loader = makeLoader();
-    install("a.ttf", makeMute("Alpha"));
+    install("a.ttf", makeFontWithoutCharMap("Alpha"));
     EXPECT_EQ(find(loader, "Alpha"), "null");
 }
 
@@ -227,7 +228,7 @@ TEST_F(FontCharmaps, AreCheckedInEveryFileThatIsReadAgain) {
     install("a.ttf", makeFont("Alpha"));
     const LoaderPtr loader = makeLoader();
     EXPECT_EQ(find(loader, "Alpha"), "a.ttf");
-    install("a.ttf", makeMute("Alpha"));
+    install("a.ttf", makeFontWithoutCharMap("Alpha"));
     EXPECT_EQ(find(loader, "Alpha"), "null");
 }
 
@@ -235,15 +236,15 @@ TEST_F(FontCharmaps, AreNotCheckedAgainInBytesThatAreInUse) {
     install("a.ttf", makeFont("Alpha"));
     const LoaderPtr loader = makeLoader();
     const auto bytes = load(loader, "Alpha");
-    install("a.ttf", makeMute("Alpha"));
+    install("a.ttf", makeFontWithoutCharMap("Alpha"));
     EXPECT_EQ(load(loader, "Alpha").get(), bytes.get());
 }
 
 TEST_F(FontCharmaps, ACharmapThatCannotBeSelectedDoesNotCount) {
     // One subtable, of format 14 (variation sequences) for Macintosh Roman.
-    install("a.ttf",
-            makeMute("Alpha").setTable("cmap", {0, 0,  0, 1, 0, 1,  0, 0, 0, 0, 0, 12, // the subtable's place
-                                                0, 14, 0, 0, 0, 10, 0, 0, 0, 0}));
+    install("a.ttf", makeFontWithoutCharMap("Alpha").setTable("cmap", {0, 0,  0, 1, 0, 1,  0, 0, 0, 0,
+                                                                       0, 12, // the subtable's place
+                                                                       0, 14, 0, 0, 0, 10, 0, 0, 0, 0}));
     EXPECT_EQ(find(makeLoader(), "Alpha"), "null");
 }
 

@@ -46,7 +46,7 @@ void expectLeavesNothing(const Work& work) {
     for (unsigned int i = 0; i < times; ++i) {
         work();
     }
-    EXPECT_LT(getHeapBytes(), before + times) << "a byte each time, or more";
+    EXPECT_LT(getHeapBytes(), before + times) << "at least one byte leaks each time";
 }
 
 bool opens(const NNPtr<const Bytes>& file) {

@@ -37,7 +37,7 @@ public:
         return block != nullptr;
     }
     void* getLast() const { return _blocks.back(); }
-    void giveBackLast() {
+    void freeLast() {
         _memory->free(_memory, _blocks.back());
         _blocks.pop_back();
     }
@@ -116,10 +116,10 @@ TEST(FreeTypeMemory, HoldsTheLargestGlyphInEveryRenderMode) {
     const FreeTypeOperation operation(renderingBounds);
     EXPECT_TRUE(heap.take(4 * pixels)) << "a coloured bitmap";
     EXPECT_FALSE(heap.take(4 * pixels + 1));
-    heap.giveBackLast();
-    heap.giveBackLast();
+    heap.freeLast();
+    heap.freeLast();
     EXPECT_TRUE(heap.take(3 * pixels)) << "an LCD bitmap";
-    EXPECT_TRUE(heap.take(3 * pixels)) << "and what it is joined into";
+    EXPECT_TRUE(heap.take(3 * pixels)) << "and the bitmap that it is joined into";
     EXPECT_FALSE(heap.take(pixels)) << "but no more";
     EXPECT_TRUE(heap.take(pixels / 2));
 }
@@ -140,9 +140,9 @@ TEST(FreeTypeMemory, BoundsTheGrowthWithinOneOperation) {
     EXPECT_TRUE(heap.take(maxBlock));
     EXPECT_TRUE(heap.take(maxBlock / 2));
     EXPECT_FALSE(heap.take(maxBlock));
-    heap.giveBackLast(); // the one that was refused
-    heap.giveBackLast();
-    EXPECT_TRUE(heap.take(maxBlock / 2)) << "what was given back may be taken again";
+    heap.freeLast(); // the one that was refused
+    heap.freeLast();
+    EXPECT_TRUE(heap.take(maxBlock / 2)) << "freed memory can be allocated again";
     EXPECT_FALSE(heap.take(maxBlock));
 }
 
@@ -160,7 +160,7 @@ TEST(FreeTypeMemory, DoesNotCreditOlderBlocksThatAreFreed) {
     Heap heap;
     ASSERT_TRUE(heap.take(maxBlock));
     const FreeTypeOperation operation(openingBounds);
-    heap.giveBackLast();
+    heap.freeLast();
     EXPECT_TRUE(heap.take(maxBlock));
     EXPECT_TRUE(heap.take(maxBlock / 2));
     EXPECT_FALSE(heap.take(maxBlock));
@@ -175,7 +175,7 @@ TEST(FreeTypeMemory, CountsANestedOperationSeparately) {
         const FreeTypeOperation inner(openingBounds);
         EXPECT_TRUE(heap.take(maxBlock));
     }
-    EXPECT_FALSE(heap.take(maxBlock)) << "the outer one goes on where it was";
+    EXPECT_FALSE(heap.take(maxBlock)) << "the outer operation continues";
     EXPECT_TRUE(heap.take(maxBlock / 4));
 }
 
@@ -226,12 +226,12 @@ TEST(FreeTypeMemory, ResizesAndFreesBlocksOfEitherKindAnywhere) {
         {
             const FreeTypeGlyphMemory glyphs;
             growLast(last);
-            heap.giveBackLast();
+            heap.freeLast();
             ASSERT_TRUE(heap.take(size));
             std::memset(heap.getLast(), 9, static_cast<std::size_t>(size));
         }
         growLast(last);
-        heap.giveBackLast();
+        heap.freeLast();
     }
 }
 

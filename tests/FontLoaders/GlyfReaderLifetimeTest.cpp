@@ -61,7 +61,7 @@ TEST(GlyfReaderLifetime, DoesNotExtendToAnotherFaceAtTheSameAddress) {
         FT_Face other = nullptr;
         ASSERT_EQ(
             FT_New_Memory_Face(library.get(), file.data(), static_cast<FT_Long>(file.size()), 0, &other), 0);
-        EXPECT_TRUE(isBoundedGlyph(other, circular)) << "FreeType opened it, nothing is known about it";
+        EXPECT_TRUE(isBoundedGlyph(other, circular)) << "the client opened it, so nothing is known about it";
         FT_Done_Face(other);
     }
 }

@@ -47,7 +47,7 @@ TEST(FontInfo, ComputesItsHashAgainInACopy) {
     const ClientFontInfo copy(info); // NOLINT(performance-unnecessary-copy-initialization)
     EXPECT_EQ(copy.getHash(), hash);
     EXPECT_TRUE(copy == info);
-    EXPECT_EQ(copy.getFontFaceInfo(), info.getFontFaceInfo()) << "the very object";
+    EXPECT_EQ(copy.getFontFaceInfo(), info.getFontFaceInfo()) << "the same object";
 }
 
 TEST(FontInfo, EqualsAnotherWithTheSameValues) {

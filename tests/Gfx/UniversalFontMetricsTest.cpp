@@ -107,7 +107,7 @@ using Count = std::pair<std::size_t, std::ptrdiff_t>;
 TEST(UniversalFontMetrics, CountsTheCharactersThatFit) {
     const Metrics metrics(Testing::makeClientFontInfo(16.0F));
     EXPECT_EQ(countChars(metrics, "mim", 3.9F), Count(0, 0));
-    EXPECT_EQ(countChars(metrics, "mim", 16.0F), Count(1, 1)) << "just as wide as the width is within it";
+    EXPECT_EQ(countChars(metrics, "mim", 16.0F), Count(1, 1)) << "a text of exactly this width fits";
     EXPECT_EQ(countChars(metrics, "mim", 15.999F), Count(0, 0));
     EXPECT_EQ(countChars(metrics, "mim", 20.0F), Count(2, 2));
     EXPECT_EQ(countChars(metrics, "mim", 35.9F), Count(2, 2));

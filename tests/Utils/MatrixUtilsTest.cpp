@@ -116,7 +116,7 @@ TEST(MatrixUtils, ExtractAReflectionAsANegativeVerticalScale) {
     EXPECT_FLOAT_EQ(getAngle(swapped), pi / 2);
 
     const Matrix tiny = scaling(1e-30F, -1e-30F);
-    EXPECT_EQ(getScaleY(tiny), -1e-30F) << "the determinant is no float, its sign still counts";
+    EXPECT_EQ(getScaleY(tiny), -1e-30F) << "the determinant overflows, but its sign counts";
 }
 
 TEST(MatrixUtils, TakeTheAngleFromTheSecondColumnWhenTheFirstIsZero) {

@@ -67,7 +67,7 @@ TEST(MruCacheReentrancy, DoesNotContainAnEntryThatIsBeingDestroyed) {
     EXPECT_EQ(self, nullptr);
     EXPECT_EQ(size, 1U);
     EXPECT_EQ(bytes, 9U);
-    EXPECT_EQ(evicted, 0U) << "it is counted once it has ended";
+    EXPECT_EQ(evicted, 0U) << "the eviction is counted after the entry is destroyed";
     EXPECT_EQ(cache.getEvictedCount(), 1U);
 }
 
@@ -106,7 +106,7 @@ TEST(MruCacheReentrancy, ReturnsNullWhenADyingEntryClearsTheCache) {
     EXPECT_EQ(cache.size(), 0U);
     EXPECT_EQ(cache.getEffectiveSizeInBytes(), 0U);
     EXPECT_EQ(cache.getEvictedCount(), 0U);
-    EXPECT_NE(cache.put(2, {nullptr, 100}), nullptr) << "usable, and the limit is still there:";
+    EXPECT_NE(cache.put(2, {nullptr, 100}), nullptr) << "the cache is usable and keeps its limit:";
     EXPECT_NE(cache.put(3, {nullptr, 1}), nullptr);
     EXPECT_EQ(getHeldKeys(cache), Keys{3});
 }
@@ -169,7 +169,7 @@ TEST(MruCacheReentrancy, LooksEmptyToEntriesThatClearDestroys) {
 }
 
 /// Adds entries that, when destroyed, look up a neighbour and add another entry.
-void fillWithCurious(Cache& cache) {
+void addCallingEntries(Cache& cache) {
     for (int key = 0; key < 5; ++key) {
         cache.put(key, {makeValue([&cache, key] {
                             cache.get((key + 1) % 5);
@@ -181,14 +181,14 @@ void fillWithCurious(Cache& cache) {
 
 TEST(MruCacheReentrancy, ClearDropsEntriesThatDyingOnesRead) {
     Cache cache;
-    fillWithCurious(cache);
+    addCallingEntries(cache);
     cache.clear();
     EXPECT_EQ(getHeldKeys(cache), (Keys{10, 11, 12, 13, 14}));
 }
 
 TEST(MruCacheReentrancy, StaysConsistentWhenItIsClearedWithoutMemory) {
     Cache cache(0, 100);
-    fillWithCurious(cache);
+    addCallingEntries(cache);
     const std::size_t before = cache.size();
     {
         const Testing::FailingAllocations failing(1);

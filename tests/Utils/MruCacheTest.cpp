@@ -100,7 +100,7 @@ TEST(MruCache, KeepsTheEntryThatWasReadLast) {
     }
     EXPECT_NE(cache.get(1), nullptr);
     put(cache, 4);
-    EXPECT_EQ(cache.get(2), nullptr) << "the next oldest goes instead";
+    EXPECT_EQ(cache.get(2), nullptr) << "the next oldest entry is evicted instead";
     EXPECT_NE(cache.get(1), nullptr);
 }
 

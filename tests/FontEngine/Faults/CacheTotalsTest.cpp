@@ -51,7 +51,7 @@ void expectRoomForTwo(const LimitedCache& cache, World& world) {
 }
 
 /// Makes every allocation of the request for entry 0 fail in turn, by operator new and inside FreeType.
-void expectRightTotalsAfterEveryFailure(const LimitedCache& cache) {
+void expectCorrectTotalsAfterEveryFailure(const LimitedCache& cache) {
     FreeTypeMemory memory;
     for (const bool isFreeType : {false, true}) {
         bool hasFailed = true;
@@ -93,17 +93,17 @@ std::shared_ptr<const FT_BitmapGlyphRec_> renderBitmap(const Engine& engine, uns
     return engine.getFace()->getBitmapGlyph(makeBitmapKey(number), false);
 }
 
-unsigned long weighBitmap(unsigned int number) {
+unsigned long getWeight(unsigned int number) {
     const auto glyph = renderBitmap(Engine(), number);
     return static_cast<unsigned long>(glyph->bitmap.pitch) * glyph->bitmap.rows + 48;
 }
 
 TEST(CacheTotals, OfBitmapsStayCorrect) {
-    const unsigned long weight = weighBitmap(0);
-    ASSERT_EQ(weighBitmap(1), weight);
-    ASSERT_EQ(weighBitmap(2), weight);
+    const unsigned long weight = getWeight(0);
+    ASSERT_EQ(getWeight(1), weight);
+    ASSERT_EQ(getWeight(2), weight);
     const FreeTypeSpy spy;
-    expectRightTotalsAfterEveryFailure(
+    expectCorrectTotalsAfterEveryFailure(
         {[&](World& world) { world.factory->reset(0, 2 * weight); },
          [](World& world, unsigned int number) { renderBitmap(world, number); },
          [&](World&) { return spy.countCalls("FT_Load_Glyph"); }});
@@ -140,7 +140,7 @@ TEST(CacheTotals, OfImagesStayCorrect) {
     const unsigned long weight = image->rows * 4UL * static_cast<unsigned long>(image->pitch);
     ASSERT_EQ(images.paint(Engine(), 1)->width, image->width);
     ASSERT_EQ(images.paint(Engine(), 2)->width, image->width);
-    expectRightTotalsAfterEveryFailure(
+    expectCorrectTotalsAfterEveryFailure(
         {[=](World& world) { world.factory->reset(0, 2 * weight); },
          [&](World& world, unsigned int number) { images.paint(world, number); },
          [&](World&) { return images.countMisses(); }});
@@ -158,18 +158,18 @@ void installFamilies(World& world) {
 
 TEST(CacheTotals, OfFacesStayCorrect) {
     const FreeTypeSpy spy;
-    expectRightTotalsAfterEveryFailure(
+    expectCorrectTotalsAfterEveryFailure(
         {installFamilies, [](World& world, unsigned int number) { world.getFace(families[number]); },
          [&](World&) { return spy.countCalls("FT_Get_First_Char"); }});
 }
 
 TEST(CacheTotals, OfFontFilesStayCorrect) {
-    expectRightTotalsAfterEveryFailure({installFamilies,
-                                        [](World& world, unsigned int number) {
-                                            world.factory->getFaceDataBytes(
-                                                Testing::makeFaceInfo(families[number]));
-                                        },
-                                        [](World& world) { return world.loader->countCalls("loadFont"); }});
+    expectCorrectTotalsAfterEveryFailure({installFamilies,
+                                          [](World& world, unsigned int number) {
+                                              world.factory->getFaceDataBytes(
+                                                  Testing::makeFaceInfo(families[number]));
+                                          },
+                                          [](World& world) { return world.loader->countCalls("loadFont"); }});
 }
 
 TEST(CacheTotals, AndContentsAreUnchangedIfAResetFails) {

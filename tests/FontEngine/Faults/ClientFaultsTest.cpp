@@ -76,7 +76,7 @@ std::set<std::string> throwFromEach(const Testing::Bytes& font, Drawing drawing)
         EXPECT_EQ(spy.countCalls("FT_Get_Glyph"), spy.countCalls("FT_Done_Glyph"));
         EXPECT_EQ(spy.countCalls("FT_Reference_Library"), spy.countCalls("FT_Done_Library"));
         RecordingPainter second;
-        EXPECT_EQ(getOutcomeElsewhere([&] { return drawing(engine, second); }), expected);
+        EXPECT_EQ(getOutcomeOnAnotherThread([&] { return drawing(engine, second); }), expected);
         thrown.insert(painter.getOperations().back().substr(0, painter.getOperations().back().find(' ')));
     }
     return thrown;
@@ -104,21 +104,21 @@ TEST(ClientFaults, LeaveNoPathInTheCache) {
     EXPECT_EQ(getOutcome([&] { return getPath(engine, painter); }), injected);
     RecordingPainter second;
     getPath(engine, second);
-    EXPECT_EQ(second.countOperations("takePath"), 1U) << "built from the beginning";
+    EXPECT_EQ(second.countOperations("takePath"), 1U) << "built from the start";
     RecordingPainter third;
     getPath(engine, third);
     EXPECT_EQ(third.getOperations().size(), 0U) << "and then cached";
 }
 
 /// A painter that throws an object that is not derived from std::exception.
-class RudePainter : public RecordingPainter {
+class IntThrowingPainter : public RecordingPainter {
 public:
     void lineTo(const cinder::Vec2<float>&) override { throw 42; }
 };
 
 TEST(ClientFaults, MayBeOfAnyType) {
     const Engine engine(buildTrueType());
-    RudePainter painter;
+    IntThrowingPainter painter;
     EXPECT_THROW(getPath(engine, painter), int);
     RecordingPainter sound;
     EXPECT_NE(getPath(engine, sound), "null");
@@ -145,7 +145,7 @@ struct RasterCanvas {
 /// Expects that the drawing after a failed one is complete, and that no glyph is rendered twice.
 void expectDrawsAfterwards(const Engine& engine, const std::string& expected, const FreeTypeSpy& spy) {
     RasterCanvas canvas;
-    EXPECT_EQ(getOutcomeElsewhere([&] { return canvas.draw(engine); }), expected);
+    EXPECT_EQ(getOutcomeOnAnotherThread([&] { return canvas.draw(engine); }), expected);
     EXPECT_EQ(canvas.painter.getStackDepth(), 0U);
     EXPECT_EQ(spy.countCalls("FT_Load_Glyph"), 3U);
 }

@@ -144,7 +144,7 @@ TEST(EvictionReentrancy, MayAddAnEntryThatEvictsAnother) {
         EXPECT_EQ(request(cache, engine, 2), second);
         engine.loader->setFont("1", false, false,
                                makeTestFont().build()); // another file, so that the test can tell them apart
-        EXPECT_NE(request(cache, engine, 1), first) << "pushed out by the entry that was added at the end";
+        EXPECT_NE(request(cache, engine, 1), first) << "evicted by the entry that was added last";
     }
 }
 
@@ -266,7 +266,7 @@ TEST(EvictionReentrancy, OfAFaceMayOpenAnother) {
     std::shared_ptr<const FontFace> added;
     loader->end = [&] { added = open("4"); };
     const auto third = open("3");
-    ASSERT_NE(added, nullptr) << "the first face has ended, and its file with it";
+    ASSERT_NE(added, nullptr) << "the first face was destroyed, and its file with it";
     EXPECT_EQ(open("3"), third);
     EXPECT_EQ(open("4"), added);
     EXPECT_EQ(added->getBasicMetrics().getCharMap()['A'].glyphIndex, TestGlyph::a);

@@ -104,12 +104,12 @@ private:
         const auto repeat = [&] { return perform(engine, 10.0F); };
         if (_fault.reaction == Reaction::CachesNull) {
             const std::size_t calls = spy.getCalls().size();
-            EXPECT_EQ(getOutcomeElsewhere(repeat), "null");
+            EXPECT_EQ(getOutcomeOnAnotherThread(repeat), "null");
             EXPECT_EQ(spy.getCalls().size(), calls) << "the failure itself is cached";
             EXPECT_NE(getOutcome([&] { return perform(engine, 11.0F); }), "null") << "under its key only";
             engine.factory->flush();
         }
-        EXPECT_EQ(getOutcomeElsewhere(repeat), _expected);
+        EXPECT_EQ(getOutcomeOnAnotherThread(repeat), _expected);
         const std::size_t loads = spy.countCalls("FT_Load_Glyph");
         EXPECT_EQ(getOutcome(repeat), _expected);
         EXPECT_EQ(spy.countCalls("FT_Load_Glyph"), loads) << "cached now";
@@ -200,7 +200,7 @@ TEST(FreeTypeFaults, FailOnlyTheRequestForAFace) {
                 ASSERT_EQ(countInjections(spy), 1U);
                 const std::size_t opened = spy.countCalls("FT_New_Library");
                 const bool isCached = std::string(fault.outcome).rfind("face", 0) == 0;
-                EXPECT_EQ(getOutcomeElsewhere(request),
+                EXPECT_EQ(getOutcomeOnAnotherThread(request),
                           isCached ? fault.outcome : "face with A at 1, cap height 0.700000");
                 EXPECT_EQ(spy.countCalls("FT_New_Library"), opened + (isCached ? 0 : 1));
                 EXPECT_EQ(engine.loader->countCalls("loadFont"), fault.isBold ? 2U : 1U)

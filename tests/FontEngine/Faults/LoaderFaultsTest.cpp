@@ -62,7 +62,7 @@ struct FaultyEngine {
 };
 
 /// The four styles of the family, then the four of the default font.
-constexpr std::size_t questionCount = 8;
+constexpr std::size_t requestCount = 8;
 
 TEST(LoaderFaults, AllStylesAreRequestedBeforeAFaceFails) {
     const FaultyEngine engine;
@@ -72,12 +72,12 @@ TEST(LoaderFaults, AllStylesAreRequestedBeforeAFaceFails) {
                             "loadFont \"Test Sans\" bold", "loadFont \"Test Sans\" italic",
                             "loadDefaultFont bold italic", "loadDefaultFont regular", "loadDefaultFont bold",
                             "loadDefaultFont italic"));
-    EXPECT_EQ(engine.loader->countCalls(), questionCount);
+    EXPECT_EQ(engine.loader->countCalls(), requestCount);
 }
 
 template <class Exception>
-void expectOnlyTheFailedQuestionIsAskedAgain() {
-    for (std::size_t position = 1; position <= questionCount; ++position) {
+void expectOnlyTheFailedRequestIsRepeated() {
+    for (std::size_t position = 1; position <= requestCount; ++position) {
         SCOPED_TRACE(position);
         const FaultyEngine engine;
         engine.loader->answerAt(position, []() -> FontBytes { throw Exception(); });
@@ -86,19 +86,19 @@ void expectOnlyTheFailedQuestionIsAskedAgain() {
         ASSERT_EQ(asked.size(), position);
         engine.loader->answerAt(position + 1,
                                 [] { return std::make_shared<const Bytes>(makeTestFont("Healed").build()); });
-        EXPECT_EQ(getOutcomeElsewhere([&] { return engine.openFace(); }), "Healed");
+        EXPECT_EQ(getOutcomeOnAnotherThread([&] { return engine.openFace(); }), "Healed");
         const std::vector<std::string> all = engine.loader->getCalls();
         EXPECT_EQ(all.at(position), asked.back());
-        for (const std::string& question : asked) {
-            EXPECT_EQ(std::count(all.begin(), all.end(), question), question == asked.back() ? 2 : 1)
-                << question;
+        for (const std::string& request : asked) {
+            EXPECT_EQ(std::count(all.begin(), all.end(), request), request == asked.back() ? 2 : 1)
+                << request;
         }
     }
 }
 
 TEST(LoaderFaults, AnExceptionIsNotCachedButOtherAnswersAre) {
-    expectOnlyTheFailedQuestionIsAskedAgain<Testing::InjectedError>();
-    expectOnlyTheFailedQuestionIsAskedAgain<std::bad_alloc>();
+    expectOnlyTheFailedRequestIsRepeated<Testing::InjectedError>();
+    expectOnlyTheFailedRequestIsRepeated<std::bad_alloc>();
 }
 
 std::string getOpeningError(const Bytes& bytes) {
@@ -116,8 +116,8 @@ std::vector<Bytes> makeBrokenFonts() {
 
 TEST(LoaderFaults, BytesThatAreNotAFontAreCachedAndHideTheNextStyle) {
     for (const Bytes& broken : makeBrokenFonts()) {
-        for (std::size_t position = 1; position <= questionCount; ++position) {
-            SCOPED_TRACE(std::to_string(broken.size()) + " bytes at question " + std::to_string(position));
+        for (std::size_t position = 1; position <= requestCount; ++position) {
+            SCOPED_TRACE(std::to_string(broken.size()) + " bytes at request " + std::to_string(position));
             const FaultyEngine engine;
             engine.loader->setFont("Other", true, true, makeTestFont("Other").build());
             engine.loader->answerAt(position, [&] { return std::make_shared<const Bytes>(broken); });
@@ -126,7 +126,7 @@ TEST(LoaderFaults, BytesThatAreNotAFontAreCachedAndHideTheNextStyle) {
             EXPECT_EQ(error, getOpeningError(broken));
             const std::size_t calls = engine.loader->countCalls();
             engine.loader->answerAt(0, nullptr);
-            EXPECT_EQ(getOutcomeElsewhere([&] { return engine.openFace(); }), error);
+            EXPECT_EQ(getOutcomeOnAnotherThread([&] { return engine.openFace(); }), error);
             EXPECT_EQ(engine.loader->countCalls(), calls);
             EXPECT_EQ(engine.openFace("Other"), "Other");
             engine.factory->flush();
@@ -177,14 +177,14 @@ public:
 };
 
 TEST(LoaderFaults, EndADrawingIfTheFallbackFontFails) {
-    for (const char* const question : {"getFamilyNameForRange", "loadFont \"Fallback\""}) {
+    for (const char* const request : {"getFamilyNameForRange", "loadFont \"Fallback\""}) {
         FallbackDrawing drawing;
-        drawing.engine.loader->throwFrom(question);
-        EXPECT_EQ(getOutcome([&] { return drawing.draw(); }), "injected by the test") << question;
+        drawing.engine.loader->throwFrom(request);
+        EXPECT_EQ(getOutcome([&] { return drawing.draw(); }), "injected by the test") << request;
         EXPECT_EQ(drawing.glyphPainter.getDrawnGlyphs().size(), 0U);
         EXPECT_EQ(drawing.painter.getStackDepth(), 1U);
         drawing.engine.loader->throwFrom("");
-        EXPECT_EQ(getOutcomeElsewhere([&] { return drawing.draw(); }), "2");
+        EXPECT_EQ(getOutcomeOnAnotherThread([&] { return drawing.draw(); }), "2");
     }
 }
 

@@ -86,14 +86,14 @@ void expectFaceAndCacheAfter(const std::function<void(CallingEngine&)>& empty) {
     EXPECT_EQ(engine.getFamily(), "Test Sans");
     EXPECT_THAT(engine.loader->getCalls(), IsEmpty()) << "cached by the outer request";
     EXPECT_EQ(engine.getFamily("Other"), "Other");
-    EXPECT_EQ(engine.loader->countCalls(), 1U) << "dropped by the inner call";
+    EXPECT_EQ(engine.loader->countCalls(), 1U) << "evicted by the inner call";
 }
 
 TEST(LoaderReentrancy, MayEmptyTheCaches) {
     expectFaceAndCacheAfter([](CallingEngine& engine) { engine.factory->flush(); });
     expectFaceAndCacheAfter([](CallingEngine& engine) { engine.factory->reset(5, 5); });
     expectFaceAndCacheAfter([](CallingEngine& engine) {
-        EXPECT_EQ(engine.getFamily(), "Test Sans") << "the very same face";
+        EXPECT_EQ(engine.getFamily(), "Test Sans") << "the same face";
         engine.factory->flush();
     });
     expectFaceAndCacheAfter([](CallingEngine& engine) {

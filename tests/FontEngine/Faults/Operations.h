@@ -32,6 +32,6 @@ struct Operation {
 const std::vector<Operation>& getOperations();
 
 /// The result of the operation if nothing fails.
-std::string performUndisturbed(const Operation& operation);
+std::string performWithoutFailure(const Operation& operation);
 
 } // namespace Vell::FontEngine

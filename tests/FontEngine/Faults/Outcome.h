@@ -18,7 +18,7 @@ std::string getOutcome(const Operation& operation) {
 
 /// Does the same on another thread, which waits for ever if a lock is still held.
 template <class Operation>
-std::string getOutcomeElsewhere(const Operation& operation) {
+std::string getOutcomeOnAnotherThread(const Operation& operation) {
     std::string outcome;
     std::thread([&] { outcome = getOutcome(operation); }).join();
     return outcome;

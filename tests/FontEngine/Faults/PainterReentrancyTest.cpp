@@ -73,7 +73,7 @@ TEST(PainterReentrancy, SizesTheFaceAgainForEveryGlyph) {
         EXPECT_EQ(buildPath(engine, "x", 33.0F), buildPath(reference, "x", 33.0F));
     };
     EXPECT_EQ(buildPath(engine, painter), buildPath(reference));
-    EXPECT_EQ(painter.call, nullptr) << "it was called";
+    EXPECT_EQ(painter.call, nullptr) << "the painter was called";
     EXPECT_EQ(render(engine, "A", 10.0F), render(reference, "A", 10.0F));
     const FreeTypeSpy spy;
     EXPECT_EQ(buildPath(engine), buildPath(reference));
@@ -99,7 +99,7 @@ TEST(PainterReentrancy, MayEmptyTheCaches) {
     expectPathAndCacheAfter([](Engine& engine) { engine.factory->reset(1, 1); }, true);
     expectPathAndCacheAfter(
         [](Engine& engine) {
-            EXPECT_EQ(buildPath(engine), buildPath(Engine())) << "the very same path";
+            EXPECT_EQ(buildPath(engine), buildPath(Engine())) << "the same path";
             engine.factory->flush();
         },
         false);

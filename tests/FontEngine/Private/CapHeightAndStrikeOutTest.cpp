@@ -52,7 +52,7 @@ TEST(CapHeightAndStrikeOut, ComeFromTheAscenderInOtherFormats) {
     ASSERT_EQ(font->ascender, 800);
     const FreeTypeSpy spy;
     EXPECT_THAT(measure(font), Pair(0.8F, 266.0F / 1000.0F));
-    EXPECT_TRUE(spy.getLines().empty()) << "no table is asked for";
+    EXPECT_TRUE(spy.getLines().empty()) << "no table is requested";
 }
 
 TEST(CapHeightAndStrikeOut, RoundTheThirdOfTheAscenderTowardsZero) {

@@ -39,7 +39,7 @@ TEST(MakeCharMap, HoldsEveryCodeWithItsAdvanceInEms) {
     EXPECT_EQ(map[0x1F600].glyphIndex, 3);
     EXPECT_EQ(map[0x1F600].advance, 400.0F / 2048.0F);
     EXPECT_EQ(map['B'].glyphIndex, 0);
-    EXPECT_EQ(map['B'].advance, 500.0F / 2048.0F) << "the missing glyph's";
+    EXPECT_EQ(map['B'].advance, 500.0F / 2048.0F) << "of the missing glyph";
 }
 
 TEST(MakeCharMap, HasOnlyTheDefaultEntryIfNothingIsMapped) {
@@ -78,7 +78,7 @@ TEST(MakeCharMap, DoesNotSizeABitmapFont) {
     const FreeTypeSpy spy;
     const Gfx::CharMap map = makeCharMap(font.face, GlyphTransform::Embolden);
     EXPECT_EQ(spy.countCalls("FT_Set_Char_Size"), 0U);
-    EXPECT_EQ(map['A'].advance, std::numeric_limits<float>::infinity()) << "no units in the em";
+    EXPECT_EQ(map['A'].advance, std::numeric_limits<float>::infinity()) << "no em size";
 }
 
 TEST(MakeCharMap, AddsPlainCodesToASymbolFont) {
@@ -131,7 +131,7 @@ TEST(MakeCharMap, KeepsTheLow16BitsOfAGlyphIndex) {
     spy.failCall("FT_Get_Advance", 3, FT_Err_Ok);
     const Gfx::CharMap map = makeCharMap(font.face, GlyphTransform::None);
     EXPECT_EQ(map['A'].glyphIndex, 0x2345);
-    EXPECT_EQ(map['B'].glyphIndex, 0) << "the walk goes on by the whole index";
+    EXPECT_EQ(map['B'].glyphIndex, 0) << "the walk continues with the whole index";
     EXPECT_EQ(map.size(), 2U);
     EXPECT_THAT(spy.getLines({"FT_Get_Advance"}),
                 ElementsAre("FT_Get_Advance 0 1", "FT_Get_Advance 74565 1", "FT_Get_Advance 65536 1"));

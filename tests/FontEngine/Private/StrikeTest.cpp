@@ -112,7 +112,7 @@ TEST(Strike, ReleasesAllEntriesWhenItIsCleared) {
     add(strike, 3, nodes[1]);
     nodes.erase(nodes.begin(), nodes.begin() + 1);
     nodes.erase(nodes.begin() + 1, nodes.end());
-    EXPECT_EQ(strike.find(3), nodes[0].get()) << "the end of the others has emptied no cell";
+    EXPECT_EQ(strike.find(3), nodes[0].get()) << "destroying the others emptied no slot";
 }
 
 TEST(Strike, ReleasesItsEntriesWhenItIsDestroyed) {

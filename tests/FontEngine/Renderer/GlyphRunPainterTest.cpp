@@ -93,7 +93,7 @@ public:
     std::vector<std::string> calls;
 };
 
-class TwofoldRecorder : public PlainRecorder, public BitmapGlyphRunPainter {
+class DoubleBaseRecorder : public PlainRecorder, public BitmapGlyphRunPainter {
 public:
     void drawGlyph(const BitmapGlyphImage& image, const cinder::Vec2<float>& position) override {
         PlainRecorder::drawGlyph(image, position);
@@ -104,7 +104,7 @@ public:
 };
 
 TEST(GlyphRunPainter, IsFoundThroughAnyBaseThatReturnsIt) {
-    TwofoldRecorder recorder;
+    DoubleBaseRecorder recorder;
     draw("A", static_cast<PlainRecorder&>(recorder));
     EXPECT_THAT(recorder.calls, ElementsAre("begin", "glyph", "end"));
 }

@@ -41,9 +41,9 @@ BitmapGlyphRun layOut(boost::string_ref text, const Testing::ExtFontInfoPtr& ext
 
 using Calls = std::vector<std::string>;
 
-class NotingFaceInfo : public Gfx::FontFaceInfo {
+class RecordingFaceInfo : public Gfx::FontFaceInfo {
 public:
-    explicit NotingFaceInfo(Calls& calls)
+    explicit RecordingFaceInfo(Calls& calls)
         : _calls(calls) {}
     std::string getName() const override { return "Test Sans"; }
     bool isBold() const override { return note("isBold"); }
@@ -57,11 +57,11 @@ private:
     Calls& _calls;
 };
 
-class NotingFontInfo : public Gfx::FontInfo {
+class RecordingFontInfo : public Gfx::FontInfo {
 public:
-    explicit NotingFontInfo(Calls& calls)
+    explicit RecordingFontInfo(Calls& calls)
         : _calls(calls)
-        , _face(makeNNPtr<const NotingFaceInfo>(calls)) {}
+        , _face(makeNNPtr<const RecordingFaceInfo>(calls)) {}
     Testing::FaceInfoPtr getFontFaceInfo() const override {
         _calls.emplace_back("getFontFaceInfo");
         return _face;
@@ -98,29 +98,29 @@ private:
     std::function<void()> _call;
 };
 
-Testing::ExtFontInfoPtr makeNoting(Calls& calls) {
-    return makeNNPtr<const CallingExtFontInfo>(makeNNPtr<const NotingFontInfo>(calls),
+Testing::ExtFontInfoPtr makeRecordingDescription(Calls& calls) {
+    return makeNNPtr<const CallingExtFontInfo>(makeNNPtr<const RecordingFontInfo>(calls),
                                                [&calls] { calls.emplace_back("getFontInfo"); });
 }
 
 /// The calls without those by which the caches compare descriptions.
-Calls listQuestions(const Calls& calls) {
-    Calls questions;
+Calls listAccessorCalls(const Calls& calls) {
+    Calls accessorCalls;
     for (const std::string& call : calls) {
         if (call != "isBold" && call != "isItalic") {
-            questions.push_back(call);
+            accessorCalls.push_back(call);
         }
     }
-    return questions;
+    return accessorCalls;
 }
 
 TEST(LayoutCalls, ReadTheFaceOncePerCharacter) {
     const Engine engine;
     const Font font = engine.getFont();
     Calls calls;
-    const BitmapGlyphRun run = layOut("AxA", makeNoting(calls), font);
-    EXPECT_THAT(listQuestions(calls), ElementsAre("getFontInfo", "getFontFaceInfo", "getFontInfo",
-                                                  "getFontFaceInfo", "getFontInfo", "getFontFaceInfo"));
+    const BitmapGlyphRun run = layOut("AxA", makeRecordingDescription(calls), font);
+    EXPECT_THAT(listAccessorCalls(calls), ElementsAre("getFontInfo", "getFontFaceInfo", "getFontInfo",
+                                                      "getFontFaceInfo", "getFontInfo", "getFontFaceInfo"));
     EXPECT_EQ(run.getGlyphs().at(0).getInfo().getFaceInfo()->getName(), "Test Sans");
 }
 
@@ -142,12 +142,12 @@ TEST(LayoutCalls, ReadTheStyleOncePerMissingCharacter) {
     engine.loader->setRangeFamily(FontLoaders::UnicodeRangeMap::find(snowman), "Test Sans");
     const Font font = engine.getFont();
     Calls calls;
-    layOut(std::string(snowmanText) + snowmanText, makeNoting(calls), font);
+    layOut(std::string(snowmanText) + snowmanText, makeRecordingDescription(calls), font);
     const Calls each = {"getFontInfo", "getFontFaceInfo", "getFontInfo", "getFontFaceInfo",
                         "isBold",      "isItalic",        "getSize",     "getTextPositionType"};
     ASSERT_GE(calls.size(), each.size());
     EXPECT_EQ(Calls(calls.begin(), calls.begin() + 8), each);
-    EXPECT_EQ(listQuestions(calls).size(), 12U);
+    EXPECT_EQ(listAccessorCalls(calls).size(), 12U);
 }
 
 TEST(LayoutCalls, QueryTheLoaderOncePerMissingCharacter) {
@@ -176,7 +176,7 @@ TEST(LayoutCalls, LookUpTheFallbackFaceOncePerMissingCharacter) {
     engine.loader->clearCalls();
     const BitmapGlyphRun run =
         layOut(std::string(snowmanText) + snowmanText + arrowText + snowmanText, makeExtFontInfo(), font);
-    EXPECT_EQ(engine.loader->countCalls("loadFont \"First\" regular"), 2U) << "dropped for the other one";
+    EXPECT_EQ(engine.loader->countCalls("loadFont \"First\" regular"), 2U) << "evicted for the other one";
     EXPECT_EQ(engine.loader->countCalls("loadFont \"Second\" regular"), 1U);
     std::vector<std::string> families;
     for (const BitmapGlyph& glyph : run.getGlyphs()) {
@@ -214,7 +214,7 @@ TEST(LayoutCalls, KeepTheFactoryAliveUntilTheyReturn) {
     const auto extFontInfo =
         makeNNPtr<const CallingExtFontInfo>(makeFontInfo(), [&engine] { engine.reset(); });
     EXPECT_EQ(layOut("AxA", extFontInfo, font).getGlyphs().size(), 3U);
-    EXPECT_TRUE(layOut("AxA", makeExtFontInfo(), font).getGlyphs().empty()) << "the factory has gone";
+    EXPECT_TRUE(layOut("AxA", makeExtFontInfo(), font).getGlyphs().empty()) << "the factory was destroyed";
     Testing::RecordingPainter painter;
     EXPECT_TRUE(
         VectorTextPainter(painter).createGlyphRun("AxA", makeExtFontInfo(), font).getGlyphs().empty());

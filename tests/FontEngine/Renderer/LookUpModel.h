@@ -111,12 +111,12 @@ struct LookUpSetting {
 LookUpSetting makeRandomLookUpSetting(std::mt19937& random);
 
 /// A glyph of a run with the key that it was requested with.
-struct AskedGlyph {
+struct RequestedGlyph {
     BitmapGlyphInfo key;
     float pen;
     std::shared_ptr<const FT_BitmapGlyphRec_> bitmap;
 };
-using AskedGlyphs = std::vector<AskedGlyph>;
+using RequestedGlyphs = std::vector<RequestedGlyph>;
 
 /// A factory and the client code that interrupts it.
 struct LookUpSide {
@@ -128,13 +128,14 @@ struct LookUpSide {
 
 /// Requests the glyphs of a run one by one from the face, with the same calls to the client's objects in
 /// between as the painters make. Adds every requested key to `asked`, even if the request fails.
-AskedGlyphs askOneByOne(const LookUpSide& side, const std::vector<unsigned int>& text,
-                        const Testing::ExtFontInfoPtr& extFontInfo, const Font& font,
-                        const ModelSetting& setting, std::vector<BitmapGlyphInfo>& asked);
-std::vector<OutlineGlyph> askForOutlinesOneByOne(const std::vector<unsigned int>& text,
-                                                 const Testing::ExtFontInfoPtr& extFontInfo, const Font& font,
-                                                 Gfx::Painter& painter, std::vector<GlyphInfo>& asked);
-void drawOneByOne(const AskedGlyphs& glyphs, const Font& font, const cinder::ColorAT<unsigned char>& color,
-                  BitmapGlyphPainter& painter);
+RequestedGlyphs requestOneByOne(const LookUpSide& side, const std::vector<unsigned int>& text,
+                                const Testing::ExtFontInfoPtr& extFontInfo, const Font& font,
+                                const ModelSetting& setting, std::vector<BitmapGlyphInfo>& asked);
+std::vector<OutlineGlyph> requestOutlinesOneByOne(const std::vector<unsigned int>& text,
+                                                  const Testing::ExtFontInfoPtr& extFontInfo,
+                                                  const Font& font, Gfx::Painter& painter,
+                                                  std::vector<GlyphInfo>& asked);
+void drawOneByOne(const RequestedGlyphs& glyphs, const Font& font,
+                  const cinder::ColorAT<unsigned char>& color, BitmapGlyphPainter& painter);
 
 } // namespace Vell::FontEngine

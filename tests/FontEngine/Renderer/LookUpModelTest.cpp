@@ -87,7 +87,7 @@ public:
 
     /// Requests all earlier keys, the last ones first, and compares which of them are cached.
     void expectSameSurvivors() {
-        noteTotals();
+        recordTotals();
         expectSameHits(_bitmapKeys, &FactoryCacheFigures::bitmaps,
                        [](const FontFactory& factory, const BitmapGlyphInfo& key) {
                            std::shared_ptr<const FontFace>(factory.getFace(key.getFaceInfo()))
@@ -109,7 +109,7 @@ public:
 private:
     struct KeptRun {
         std::vector<BitmapGlyph> laid;
-        AskedGlyphs asked;
+        RequestedGlyphs asked;
     };
 
     template <class Work>
@@ -177,13 +177,13 @@ private:
         _laid.interruption.arm(
             number, makeAction(_laid, [=](const Font& font) { layOut(text, setting, extFontInfo, font); }));
         _asked.interruption.arm(number, makeAction(_asked, [=](const Font& font) {
-                                    askOneByOne(_asked, text.codePoints, extFontInfo, font, setting.layout,
-                                                _bitmapKeys);
+                                    requestOneByOne(_asked, text.codePoints, extFontInfo, font,
+                                                    setting.layout, _bitmapKeys);
                                 }));
     }
 
-    template <class Laying, class Asking>
-    bool doBoth(const Laying& lay, const Asking& ask) {
+    template <class Lay, class Request>
+    bool doBoth(const Lay& lay, const Request& ask) {
         armBoth();
         const std::string laid = attempt(lay);
         const std::string asked = attempt(ask);
@@ -207,8 +207,8 @@ private:
         KeptRun kept;
         if (!doBoth([&] { run.emplace(layOut(text, setting, infos[0], fonts[0])); },
                     [&] {
-                        kept.asked = askOneByOne(_asked, text.codePoints, infos[1], fonts[1], setting.layout,
-                                                 _bitmapKeys);
+                        kept.asked = requestOneByOne(_asked, text.codePoints, infos[1], fonts[1],
+                                                     setting.layout, _bitmapKeys);
                     })) {
             return;
         }
@@ -250,8 +250,8 @@ private:
                                .getGlyphs();
                 },
                 [&] {
-                    asked = askForOutlinesOneByOne(text.codePoints, infos[1], fonts[1], askedPainter,
-                                                   _outlineKeys);
+                    asked = requestOutlinesOneByOne(text.codePoints, infos[1], fonts[1], askedPainter,
+                                                    _outlineKeys);
                 })) {
             expectSameOutlines(laid, asked);
         }
@@ -275,7 +275,7 @@ private:
         Testing::RecordingPainter painter;
         InterruptedGlyphPainter laidPainter(_laid.interruption);
         InterruptedGlyphPainter askedPainter(_asked.interruption);
-        for (const AskedGlyph& glyph : run.asked) {
+        for (const RequestedGlyph& glyph : run.asked) {
             if (glyph.bitmap->bitmap.pixel_mode == FT_PIXEL_MODE_LCD) {
                 _images.emplace_back(BitmapGlyph(glyph.bitmap, {0, 0}, glyph.key), color);
             }
@@ -293,12 +293,12 @@ private:
         if (_kept.size() < keptRuns) {
             _kept.push_back(std::move(run));
         } else {
-            noteTotals();
+            recordTotals();
             _kept[_random() % keptRuns] = std::move(run);
         }
     }
 
-    void noteTotals() {
+    void recordTotals() {
         const FactoryCacheFigures figures = _asked.getFactory().getCacheFigures();
         _totals.bitmapHits += figures.bitmaps.hits;
         _totals.bitmapEvictions += figures.bitmaps.evictions;

@@ -94,7 +94,7 @@ TEST(RasterLayout, AccumulatesAdvancesSpacingAndScale) {
     EXPECT_THAT(listPositions(layOut(engine, "AxA", settings)), ElementsAre(0.0F, 7.5F, 13.0F));
     settings.scale = {2.0F, 5.0F};
     EXPECT_THAT(listPositions(layOut(engine, "AxA", settings)), ElementsAre(0.0F, 15.0F, 26.0F))
-        << "the horizontal scale counts for both";
+        << "the horizontal scale applies to both directions";
 }
 
 TEST(RasterLayout, AccumulatesInSinglePrecisionInThisOrder) {
@@ -207,7 +207,7 @@ TEST(RasterLayout, HasNoGlyphsAtANaNRatio) {
     const Engine engine;
     Settings settings;
     settings.ratio = std::numeric_limits<float>::quiet_NaN();
-    EXPECT_TRUE(layOut(engine, "A", settings).getGlyphs().empty()) << "no face can be sized by it";
+    EXPECT_TRUE(layOut(engine, "A", settings).getGlyphs().empty()) << "FreeType cannot size a face with it";
 }
 
 TEST(RasterLayout, HasOffset0IfThePenIsNaN) {

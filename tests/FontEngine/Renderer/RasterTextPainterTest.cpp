@@ -121,7 +121,7 @@ TEST(RasterTextPainter, IgnoresARotationBelowTwoToTheMinus20) {
     EXPECT_EQ(countRotations(1e-7F), 0U);
     EXPECT_EQ(countRotations(-1e-7F), 0U);
     EXPECT_EQ(countRotations(0x1.fffp-21F), 0U);
-    EXPECT_EQ(countRotations(0x1p-20F), 1U) << "the limit itself turns";
+    EXPECT_EQ(countRotations(0x1p-20F), 1U) << "an angle at the limit rotates";
     EXPECT_EQ(countRotations(-0x1p-20F), 1U);
     EXPECT_EQ(countRotations(1e-5F), 1U);
 }
@@ -223,7 +223,7 @@ TEST(RasterTextPainter, DrawsUnderscoresAsColoredImages) {
         std::memcpy(&middle, glyph.pixels.data() + (glyph.rows / 2 * glyph.width + glyph.width / 2) * 4, 4);
         EXPECT_EQ(middle, 0xFFFF0000U);
     }
-    EXPECT_GT(glyphs[0].width, glyphs[1].width) << "the first one reaches for the second";
+    EXPECT_GT(glyphs[0].width, glyphs[1].width) << "the first one looks up the second";
 }
 
 TEST(RasterTextPainter, PlacesGlyphsOnWholeUnitsBelowARatioOf1Point5) {
@@ -241,7 +241,7 @@ TEST(RasterTextPainter, SnapsTheTopUnlessItsFractionIsAboutThreeQuarters) {
     EXPECT_EQ(place(0, 49, {0, 0}, 4.0F).y, -12.25F) << "fraction 0.75";
     EXPECT_EQ(place(0, 50, {0, 0}, 4.0F).y, -13.0F) << "fraction 0.5";
     EXPECT_EQ(place(0, 7, {0, 0}, 1.0F).y, -7.0F);
-    EXPECT_EQ(place(0, -7, {0, 0.8F}, 1.0F).y, 7.8F) << "whatever the ratio";
+    EXPECT_EQ(place(0, -7, {0, 0.8F}, 1.0F).y, 7.8F) << "for any ratio";
 }
 
 TEST(RasterTextPainter, SnapsBelowExactlyThisFraction) {

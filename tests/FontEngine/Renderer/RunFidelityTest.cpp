@@ -117,12 +117,12 @@ TEST(RunFidelity, KeepsTheClientsOwnDescriptions) {
 }
 
 /// An engine whose fallback for the snowman is the text's own family.
-struct FallingBack : Engine {
-    FallingBack() { loader->setRangeFamily(FontLoaders::UnicodeRangeMap::find(snowman), "Test Sans"); }
+struct FallbackEngine : Engine {
+    FallbackEngine() { loader->setRangeFamily(FontLoaders::UnicodeRangeMap::find(snowman), "Test Sans"); }
 };
 
 TEST(RunFidelity, KeepsTheClientsDescriptionBesideAFallbackOfTheSameFace) {
-    const FallingBack engine;
+    const FallbackEngine engine;
     const FaceInfoPtr face = Testing::makeClientFaceInfo("Test Sans");
     const Font font = engine.getFont();
     const std::string text = std::string("A") + snowmanText + "A" + snowmanText;
@@ -138,7 +138,7 @@ TEST(RunFidelity, KeepsTheClientsDescriptionBesideAFallbackOfTheSameFace) {
 }
 
 TEST(RunFidelity, KeepsTheTextsDescriptionBesideAFallbackToTheSameFont) {
-    const FallingBack engine;
+    const FallbackEngine engine;
     const Font font = engine.getFont();
     const std::string text = std::string("A") + snowmanText + "A" + snowmanText;
     std::vector<std::string> names;

@@ -250,7 +250,7 @@ TEST(RunReentrancy, MayLayOutWhileTheCachesAreEmptied) {
         EXPECT_EQ(inside[0], expected);
         const std::uint64_t misses = engine.getFactory().getCacheFigures().bitmaps.misses;
         EXPECT_EQ(describe(layOut(plain, engine.getFont(10.0F))), expected);
-        EXPECT_EQ(engine.getFactory().getCacheFigures().bitmaps.misses, misses) << "what was added stays";
+        EXPECT_EQ(engine.getFactory().getCacheFigures().bitmaps.misses, misses) << "added entries stay";
     }
 }
 
@@ -287,7 +287,7 @@ TEST(RunReentrancy, MayEmptyTheCachesWhenARunIsDestroyed) {
                                                font);
     const std::string expected = describe(*run);
     engine.getFactory().flush();
-    EXPECT_FALSE(hasEnded) << "the run has it still";
+    EXPECT_FALSE(hasEnded) << "the run still has it";
     EXPECT_EQ(describe(*run), expected);
     layOut(Testing::makeExtFontInfo(), font);
     run.reset();

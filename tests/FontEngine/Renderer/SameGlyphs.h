@@ -13,10 +13,10 @@ void expectSameFigures(const FactoryCacheFigures& laid, const FactoryCacheFigure
 
 /// Compares positions, pixels and every field of the keys, to the bit. Compares descriptions by value, and by
 /// whether they have a client's class.
-void expectSameGlyphs(const BitmapGlyphRun& laid, const AskedGlyphs& asked);
+void expectSameGlyphs(const BitmapGlyphRun& laid, const RequestedGlyphs& asked);
 
 /// Expects that the box is the union of the glyphs' boxes.
-void expectSameBox(const FT_BBox& box, const AskedGlyphs& asked);
+void expectSameBox(const FT_BBox& box, const RequestedGlyphs& asked);
 
 /// Compares segments and advances.
 void expectSameOutlines(const std::vector<OutlineGlyph>& laid, const std::vector<OutlineGlyph>& asked);

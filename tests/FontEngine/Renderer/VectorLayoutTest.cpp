@@ -92,7 +92,7 @@ TEST(VectorLayout, SharesItsPathsWithTheCache) {
     const OutlineGlyphRun run = layOut(engine, "AA");
     EXPECT_EQ(run.getGlyphs()[0].getPath(), run.getGlyphs()[1].getPath());
     engine.factory->flush();
-    EXPECT_EQ(run.getGlyphs()[0].getPath().use_count(), 2) << "the run alone";
+    EXPECT_EQ(run.getGlyphs()[0].getPath().use_count(), 2) << "only the run owns it";
 }
 
 } // namespace

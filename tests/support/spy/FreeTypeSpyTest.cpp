@@ -153,7 +153,7 @@ TEST(FreeTypeSpy, ReplacesTheCharactersOfAFont) {
     EXPECT_EQ(glyph, 2U);
     EXPECT_EQ(FT_Get_Next_Char(font.get(), 7, &glyph), 0U);
     EXPECT_EQ(glyph, 0U);
-    EXPECT_EQ(FT_Get_First_Char(font.get(), &glyph), 0x100000000UL) << "starts again";
+    EXPECT_EQ(FT_Get_First_Char(font.get(), &glyph), 0x100000000UL) << "restarts";
 }
 
 TEST(FreeTypeSpy, ChangesTheFormatOfGlyphs) {

@@ -35,9 +35,9 @@ public:
     Call(const char* name, const void* returnAddress, const void* object, const Arguments&... arguments)
         : _exceptionsAtEntry(std::uncaught_exceptions())
         , _depthBefore(enter())
-        , _isNoted(isToBeNoted(returnAddress)) {
-        if (_isNoted) {
-            note(name, object, (std::string(name) + ... + (' ' + describe(arguments))));
+        , _isRecorded(shouldRecord(returnAddress)) {
+        if (_isRecorded) {
+            record(name, object, (std::string(name) + ... + (' ' + describe(arguments))));
         }
     }
     ~Call();
@@ -59,12 +59,12 @@ public:
 
 private:
     static int enter();
-    bool isToBeNoted(const void* returnAddress) const;
-    void note(const char* name, const void* object, std::string line);
+    bool shouldRecord(const void* returnAddress) const;
+    void record(const char* name, const void* object, std::string line);
 
     int _exceptionsAtEntry;
     int _depthBefore;
-    bool _isNoted;
+    bool _isRecorded;
     std::optional<FT_Error> _injectedError;
 };
 
