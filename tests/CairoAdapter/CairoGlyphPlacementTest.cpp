@@ -156,7 +156,7 @@ TEST_F(CairoGlyphPlacement, CopiesExactlyIntoAGroup) {
     EXPECT_EQ(canvas.getAlpha(4, 3), 60U);
 }
 
-TEST_F(CairoGlyphPlacement, SingularOrNonFiniteTransformsDrawNothingOnlyOnce) {
+TEST_F(CairoGlyphPlacement, DrawsAgainAfterSingularOrNonFiniteTransforms) {
     constexpr float nan = std::numeric_limits<float>::quiet_NaN();
     constexpr float infinity = std::numeric_limits<float>::infinity();
     for (const float factor : {0.0F, nan, infinity, 1e-38F, 1e-20F, 1e-6F, 1e20F, 1e38F}) {
