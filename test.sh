@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
-# Proves the repository: installs what is missing, then builds and tests it in every way that matters.
+# Installs missing packages, then builds and tests the repository in every supported way.
 #
-#   ./test.sh              everything: format, dev, tidy, asan, tsan, fuzz, bench
-#   ./test.sh dev asan     only these steps; there are docs, clang and clang_tests, too
+#   ./test.sh              runs all steps: format, dev, tidy, asan, tsan, fuzz, bench
+#   ./test.sh dev asan     runs only these steps; docs, clang and clang_tests run only by name
 set -euo pipefail
 cd "$(dirname "$0")"
 
@@ -13,49 +13,50 @@ build() {
   cmake --build --preset "$1" "${@:2}"
 }
 
-step_format() { # sources are formatted as .clang-format says
+step_format() { # sources follow .clang-format, and nothing is misspelled
   git ls-files -co --exclude-standard '*.h' '*.cpp' | xargs clang-format --dry-run --Werror
+  scripts/check-spelling
 }
 
-step_dev() { # every test, and each public header by itself
+step_dev() { # runs every test and compiles each public header by itself
   build dev --target all all_verify_interface_header_sets
   ctest --preset dev
 }
 
-step_docs() { # the documents are right and Doxygen warns about nothing; dev does so, too
+step_docs() { # checks the documents and runs Doxygen, which must not warn; dev does this, too
   build dev --target docs_guide_tests docs_cairo_guide_tests hello cache_table examples/all
   ctest --preset dev -R '^(Docs|Guide|CairoGuide|Surprises)\.|(House|Road)IsDrawn' --no-tests=error
 }
 
-step_tidy() { # clang-tidy and the other compiler find nothing in the libraries, the tool and the examples
+step_tidy() { # compiles the libraries, the tool and the examples with clang++ and clang-tidy
   build tidy
 }
 
-step_clang() { # the other compiler, each of these sources by itself; not part of everything, see tidy and asan
+step_clang() { # compiles the same sources with clang++ without unity builds; runs only by name
   cmake --preset clang -DFONTENGINE_BUILD_TESTS=OFF
   cmake --build --preset clang
 }
 
-step_clang_tests() { # the same with the tests
+step_clang_tests() { # like step_clang, with the tests
   cmake --preset clang -DFONTENGINE_BUILD_TESTS=ON
   cmake --build --preset clang
 }
 
-step_asan() { # every test by the other compiler, under the address and undefined behaviour sanitizers
+step_asan() { # runs every test, built by clang++, under the address and undefined behaviour sanitizers
   build asan
   ctest --preset asan
 }
 
-step_tsan() { # every test that starts threads, under the thread sanitizer
+step_tsan() { # runs every test that starts threads under the thread sanitizer
   build tsan
   ctest --preset tsan
 }
 
-step_fuzz() { # each fuzzer for twenty seconds, two at once
+step_fuzz() { # runs each fuzzer for twenty seconds, two at a time
   fuzz/run.sh 20 font text cache sfnt cairo
 }
 
-step_bench() { # each benchmark once, only to see that it runs, that floors give the engine's pixels, and that reports work
+step_bench() { # runs each benchmark once, compares the pixels of floors with the engine's, and tests the reports
   benchmarks/report_test.py
   benchmarks/run.sh --once
 }

@@ -1,10 +1,10 @@
 # The Debian packages: `cmake --workflow --preset package` leaves them in build/package.
 #
-# The runtime package is called after the soname, so that libraries of two sonames can stand beside each other.
+# The name of the runtime package contains the soname's version, so that two versions can be installed side by side.
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME fontengine)
-# Each description below begins with a summary of its own.
+# Each description below begins with its own summary.
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "")
 set(CPACK_PACKAGE_CONTACT "FontEngine <fontengine@fontengine.invalid>" CACHE STRING
   "Name and address of whoever builds the packages")
@@ -53,7 +53,7 @@ ${debian_licence}")
 
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libfontengine-dev)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
-# What the headers include, and what the pkg-config file requires.
+# The packages that the headers include from and that the pkg-config file requires.
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS
   "libboost-dev (>= 1.74), libfontconfig-dev, libfreetype-dev, libharfbuzz-dev")
 if(TARGET FontEngine::CairoAdapter)

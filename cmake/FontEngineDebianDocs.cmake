@@ -1,4 +1,4 @@
-# What Debian wants in the documentation folder of each package. An ordinary installation leaves it out.
+# The files that Debian requires in each package's documentation folder. An ordinary installation omits them.
 
 find_program(FONTENGINE_GZIP gzip REQUIRED)
 
@@ -10,7 +10,7 @@ The libraries contain the font DejaVu Sans, whose notice follows.
 
 ")
 endif()
-# SOURCE_DATE_EPOCH replaces the time, where somebody sets it.
+# If SOURCE_DATE_EPOCH is set, it replaces the current time.
 string(TIMESTAMP debian_date "%a, %d %b %Y %H:%M:%S +0000" UTC)
 
 set(debian_docs "${PROJECT_BINARY_DIR}/debian")

@@ -1,5 +1,5 @@
-# ccache and mold, where they are installed and nothing else was asked for: `-DFONTENGINE_FASTER_BUILDS=OFF` does
-# without. What is released is linked by the compiler's own linker.
+# Uses ccache and mold if they are installed, unless `-DFONTENGINE_FASTER_BUILDS=OFF` is given or another compiler
+# launcher is set. Release builds use the compiler's default linker.
 
 include(CheckCXXSourceCompiles)
 
@@ -8,7 +8,7 @@ if(FONTENGINE_CCACHE AND NOT DEFINED CMAKE_CXX_COMPILER_LAUNCHER)
   set(CMAKE_CXX_COMPILER_LAUNCHER "${FONTENGINE_CCACHE}")
 endif()
 if("${CMAKE_CXX_COMPILER_LAUNCHER}" MATCHES "ccache$")
-  # Precompiled headers are cached only with these words and options.
+  # ccache caches precompiled headers only with these settings.
   list(PREPEND CMAKE_CXX_COMPILER_LAUNCHER
     "${CMAKE_COMMAND}" -E env CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime)
   if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")

@@ -1,13 +1,13 @@
 # fontengine_add_library(<target> EXPORT_NAME <name> SOURCES <file>... HEADERS <public header>...)
 #
-# One library of the house: hidden visibility, exports limited to Vell::, versioned soname, headers installed
-# below include/fontengine under the path that they are included by, alias FontEngine::<name>. Programs need the
-# component Runtime, whoever compiles needs Development too.
+# Adds a library with the alias FontEngine::<name>, hidden visibility, exports limited to Vell:: and a versioned soname.
+# Its headers are installed below include/fontengine, under the path that clients include them by. Programs need the
+# component Runtime; compiling against the library also needs Development.
 include(CheckIPOSupported)
 check_ipo_supported(RESULT isIpoSupported LANGUAGES CXX)
 
-# Glyphs pass through functions of several files: a shared library inlines across them. Static libraries stay
-# plain object code, which every linker understands, and what is instrumented stays as it was written.
+# A glyph passes through functions of several files, so link-time optimisation lets shared libraries inline across them.
+# Static libraries remain plain object code, which every linker understands. Instrumented builds are left alone.
 if(isIpoSupported AND BUILD_SHARED_LIBS AND FONTENGINE_SANITIZER STREQUAL "" AND NOT FONTENGINE_COVERAGE)
   set(FONTENGINE_OPTIMISE_ACROSS_FILES ON)
 endif()
@@ -26,7 +26,7 @@ function(fontengine_add_library target)
   endif()
 
   if(FONTENGINE_OPTIMISE_ACROSS_FILES)
-    # Nobody replaces single functions of these libraries at load time.
+    # No program interposes functions of these libraries at load time.
     target_compile_options(${target} PRIVATE -fno-semantic-interposition -fno-plt)
     set_target_properties(${target} PROPERTIES
       INTERPROCEDURAL_OPTIMIZATION_RELEASE ON
@@ -38,7 +38,7 @@ function(fontengine_add_library target)
     target_link_options(${target} PRIVATE
       "LINKER:--version-script=${exports}" "LINKER:--as-needed" "LINKER:-z,defs,--no-undefined")
     if(NOT FONTENGINE_SANITIZER STREQUAL "")
-      # The sanitizers' entry points are found in the executable.
+      # The executable supplies the sanitizers' entry points.
       target_link_options(${target} PRIVATE "LINKER:-z,undefs")
     endif()
   endif()

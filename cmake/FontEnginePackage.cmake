@@ -1,4 +1,4 @@
-# Installs what a client finds the libraries by, the CMake package and the pkg-config file, and examples to copy.
+# Installs the CMake package and the pkg-config file, by which clients find the libraries, and the examples.
 
 include(CMakePackageConfigHelpers)
 
@@ -21,7 +21,7 @@ install(FILES
   DESTINATION "${package_dir}"
   COMPONENT Development)
 
-# The file finds its prefix from where it lies, so an installed tree may be moved.
+# The pkg-config file computes its prefix from its own location, so an installed tree can be moved.
 set(pc_dir "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
 file(RELATIVE_PATH pc_prefix "/prefix/${pc_dir}" "/prefix")
 set(pc_requires "freetype2")
@@ -34,7 +34,7 @@ if(TARGET FontEngine::CairoAdapter)
   string(PREPEND pc_libs "-lFontEngineCairo ")
 endif()
 if(NOT BUILD_SHARED_LIBS)
-  # Archives alone are installed: every client links what they need, whether it says --static or not.
+  # Only archives are installed, so every client must link their dependencies, with or without --static.
   string(APPEND pc_requires " ${pc_private_requires}")
   string(APPEND pc_libs " ${pc_private_libs}")
   set(pc_private_requires "")

@@ -1,5 +1,5 @@
-# Run by cpack when the packages are made. It puts scripts that call ldconfig into a package of shared libraries; the
-# trigger does the same once for all packages of an installation, so the scripts are taken out.
+# cpack runs this file while it makes the packages. It adds maintainer scripts that call ldconfig to packages of shared
+# libraries. Our trigger calls ldconfig once for a whole installation, so this removes the scripts.
 
 foreach(package IN LISTS CPACK_PACKAGE_FILES)
   set(tree "${CPACK_TEMPORARY_DIRECTORY}/without-scripts")

@@ -4,9 +4,11 @@
 
 namespace Vell::FontEngine {
 
-/// A view of a bitmap that somebody else owns. What a byte means depends on the pixel mode: coverage for the
-/// grey modes of FreeType (FT_Pixel_Mode), and for FT_PIXEL_MODE_LCD finished colours: one 32-bit word a
-/// pixel in the machine's byte order, A << 24 | R << 16 | G << 8 | B, either 0 or opaque.
+/// A view of a bitmap; it does not own the buffer.
+///
+/// The pixel mode decides what the bytes mean. In FreeType's grey modes (FT_Pixel_Mode) they are coverage. In
+/// FT_PIXEL_MODE_LCD they are final colours, one 32-bit word per pixel in the machine's byte order:
+/// A << 24 | R << 16 | G << 8 | B, either 0 or opaque.
 class VELL_API BitmapGlyphImage {
 public:
     BitmapGlyphImage();
@@ -15,13 +17,13 @@ public:
     virtual ~BitmapGlyphImage();
 
     unsigned int rows = 0;
-    unsigned int width = 0;          ///< pixels in a row
-    int pitch = 0;                   ///< bytes from one row to the one below it
-    unsigned char* buffer = nullptr; ///< null when the bitmap is empty
+    unsigned int width = 0;          ///< pixels per row
+    int pitch = 0;                   ///< bytes from one row to the row below it
+    unsigned char* buffer = nullptr; ///< null if the bitmap is empty
     unsigned char pixelMode = 0;     ///< an FT_Pixel_Mode
 };
 
-/// An image that owns its buffer, an array from new[].
+/// An image that owns its buffer, which new[] allocated.
 class VELL_API BitmapGlyphImageWithDeleter : public BitmapGlyphImage {
 public:
     BitmapGlyphImageWithDeleter();

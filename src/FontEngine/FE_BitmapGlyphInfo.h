@@ -13,20 +13,21 @@
 
 namespace Vell::FontEngine {
 
-/// The most pixels that one glyph is rendered to: 268,435,456, a square of 16,384 pixels, half of FreeType's
-/// own 32,767 in each direction. A hostile font can ask for a thousand million at any size; such a glyph
-/// fails as if FreeType had found it too large (its error 98, raster overflow).
+/// The largest number of pixels that the engine renders for one glyph: 268,435,456, a square of 16,384
+/// pixels, half of FreeType's own limit of 32,767 in each direction. A hostile font can request a billion
+/// pixels at any size. Such a glyph fails with the error that FreeType gives for glyphs that are too large
+/// (98, raster overflow).
 constexpr std::uint64_t maxGlyphPixels = std::uint64_t(1) << 28U;
 
 /// Identifies one bitmap of a glyph: the key of the bitmap cache.
 ///
-/// The character code is carried along for the rasteriser but is no part of the identity: a glyph that two
-/// codes lead to has one bitmap, made for whichever code came first.
+/// The key carries the character code for the rasteriser, but the code is not part of the identity: if two
+/// codes map to one glyph, both share the bitmap that was made for the first.
 class VELL_API BitmapGlyphInfo : public GlyphInfo {
 public:
-    /// `scale` multiplies the font size; `devicePixelRatio` is device pixels per logical pixel;
-    /// `offsetInsidePixel` shifts the glyph to the right by so many 1/64 of a device pixel; `isLast` says
-    /// that the next character is another one, or none.
+    /// `scale` multiplies the font size. `devicePixelRatio` is device pixels per logical pixel.
+    /// `offsetInsidePixel` shifts the glyph to the right, in 1/64 of a device pixel. `isLast` is true if the
+    /// next character is a different one or there is none.
     BitmapGlyphInfo(const NNPtr<const Gfx::FontFaceInfo>& faceInfo, FT_Render_Mode renderMode,
                     unsigned long glyphIndex, unsigned int unicode, float fontSize,
                     const cinder::Vec2<float>& scale, float devicePixelRatio, unsigned char offsetInsidePixel,
@@ -53,7 +54,7 @@ public:
     FT_Render_Mode getRenderMode() const { return _renderMode; }
     bool isLast() const { return _isLast; }
 
-    /// Only the part of the base is memoised.
+    /// Only the base class's part of the hash is memoised.
     std::uint64_t hash() const {
         std::uint64_t hash = combineHash(0, GlyphInfo::hash());
         hash = combineHash(hash, static_cast<std::uint64_t>(_renderMode));
@@ -65,7 +66,7 @@ public:
     }
 
 private:
-    // The small ones first, where the base has room left.
+    // Small members come first: they fit into the padding of the base class.
     unsigned char _offsetInsidePixel;
     bool _isLast;
     FT_Render_Mode _renderMode;

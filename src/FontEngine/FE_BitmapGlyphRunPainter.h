@@ -5,14 +5,14 @@
 
 namespace Vell::FontEngine {
 
-/// A glyph painter that wants to know which glyphs come in one go, because it looks at what it draws on once
-/// for all of them. Optional: a BitmapGlyphPainter that is none is asked for its glyphs one by one.
+/// A glyph painter that learns when a run of glyphs begins and ends, so that it can inspect its drawing
+/// target once per run. Optional: a plain BitmapGlyphPainter gets the same glyphs without these calls.
 ///
 ///     beginGlyphRun(); drawGlyph(...); drawGlyph(...); ... endGlyphRun();
 ///
-/// RasterTextPainter puts the two calls around the glyphs of each run that has any; runs are not nested.
-/// Between them it makes no call but drawGlyph, neither to this painter nor to the Gfx::Painter beside it:
-/// what the glyphs are drawn on, and the transform that they are drawn under, is the same for all of them.
+/// RasterTextPainter puts the two calls around the glyphs of each run that is not empty. Runs do not nest.
+/// Between the two calls it calls only drawGlyph, on this painter, and nothing on the Gfx::Painter beside it:
+/// the drawing target and the transform stay the same for all glyphs of the run.
 ///
 /// Threads: all calls of a run come from one thread.
 class VELL_API BitmapGlyphRunPainter : public BitmapGlyphPainter {
@@ -21,10 +21,11 @@ public:
 
     BitmapGlyphRunPainter* getRunPainter() override;
 
-    /// What it throws passes through the text painter; then there are no glyphs and no endGlyphRun.
+    /// If this throws, the exception passes through the text painter, and neither drawGlyph nor endGlyphRun
+    /// follows.
     virtual void beginGlyphRun() = 0;
 
-    /// Follows each beginGlyphRun that returned, also where a glyph of the run threw.
+    /// Called once for each beginGlyphRun that returned, even if drawing a glyph of the run threw.
     virtual void endGlyphRun() noexcept = 0;
 };
 

@@ -12,7 +12,7 @@ namespace Vell::FontEngine {
 /// Identifies a coloured image of a glyph: the key of the coloured image cache.
 class VELL_API ColoredBitmapGlyphInfo : public BitmapGlyphInfo {
 public:
-    /// The arguments of BitmapGlyphInfo, then the text colour as packColor gives it.
+    /// Takes the arguments of BitmapGlyphInfo and the text colour as packColor returns it.
     ColoredBitmapGlyphInfo(const NNPtr<const Gfx::FontFaceInfo>& faceInfo, FT_Render_Mode renderMode,
                            unsigned long glyphIndex, unsigned int unicode, float fontSize,
                            const cinder::Vec2<float>& scale, float devicePixelRatio,
@@ -20,7 +20,8 @@ public:
                            unsigned int color);
     ColoredBitmapGlyphInfo(const BitmapGlyphInfo& info, unsigned int color);
 
-    /// 0xRRGGBB. Alpha is left out because the images are opaque: texts that differ in alpha alone share one.
+    /// Returns 0xRRGGBB. Alpha is left out because the images are opaque; texts that differ only in alpha
+    /// share them.
     static unsigned int packColor(const cinder::ColorAT<unsigned char>& color);
 
     bool operator==(const ColoredBitmapGlyphInfo& other) const;

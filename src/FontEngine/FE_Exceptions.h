@@ -5,7 +5,7 @@
 
 namespace Vell::FontEngine {
 
-/// The engine cannot make what it was asked for, though every library below it did its part.
+/// The engine cannot fulfil a request although no library below it failed.
 class VELL_API FontEngineException : public BaseRuntimeError {
 public:
     using BaseRuntimeError::BaseRuntimeError;

@@ -7,10 +7,10 @@
 
 namespace Vell::FontEngine {
 
-/// What a face is made from: a font file, and the styling that must be added because the file lacks it.
+/// What a face is made from: a font file, and the synthetic styles to add because the file lacks them.
 struct FaceData {
     NNPtr<const std::vector<unsigned char>> bytes; ///< the whole file, shared
-    GlyphTransform transform;                      ///< applied to every glyph of the face
+    GlyphTransform transform;                      ///< applies to every glyph of the face
 };
 
 } // namespace Vell::FontEngine

@@ -11,11 +11,11 @@ namespace Vell::FontEngine {
 
 class FontFactory;
 
-/// A face at a size: the text metrics of the graphics library, and what the text painters draw with. Made by
-/// FontFactory::getFont on every request; it shares its face, so it is cheap to make and to move, and its
-/// metrics stay valid whatever the factory drops from its caches.
+/// A face at a size: it implements the text metrics, and the text painters draw with it. FontFactory::getFont
+/// makes a new font for each request. A font shares its face, so it is cheap to make and to move, and it
+/// stays valid when the factory drops the face from its cache.
 ///
-/// Immutable but for being assigned to; any number of threads may use one font at once.
+/// Threads: any number of threads may use one font at once. Only assignment changes a font.
 class VELL_API Font : public Gfx::UniversalFontMetrics {
 public:
     Font(Gfx::FactoryAccessTag, const NNPtr<const Gfx::FontInfo>& fontInfo,
@@ -31,8 +31,8 @@ public:
     /// Asserts that the factory still exists.
     const FontFactory& getFontFactory() const { return _fontFace->getFontFactory(); }
 
-    /// Replaces `glyph` by the entry of the fallback font for the character, which must then be drawn with
-    /// that font; leaves it alone when there is no fallback.
+    /// Replaces `glyph` with the fallback font's entry for the character, which must then be drawn with that
+    /// font. Leaves `glyph` unchanged if there is no fallback font. Asserts that the factory still exists.
     void trySubstituteGlyph(const NNPtr<const Gfx::ExtFontInfo>& extFontInfo, unsigned int codePoint,
                             Gfx::CharMap::GlyphIndexWithAdvance& glyph) const override;
 

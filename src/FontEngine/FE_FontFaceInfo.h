@@ -8,12 +8,12 @@
 
 namespace Vell::FontEngine::Internal {
 
-/// A face description that holds its values.
+/// Describes a face: family, bold and italic, stored by value. Immutable.
 ///
 ///     const auto face = Vell::makeNNPtr<const FontFaceInfo>("DejaVu Sans", false, true);
 class VELL_API FontFaceInfo : public Gfx::FontFaceInfo {
 public:
-    /// `name` is the family in UTF-8; the empty string is legal and means the loader's default face.
+    /// `name` is the family in UTF-8. The empty string means the loader's default face.
     FontFaceInfo(std::string name, bool bold, bool italic);
     ~FontFaceInfo() override;
 
@@ -21,17 +21,17 @@ public:
     bool isBold() const override;
     bool isItalic() const override;
 
-    /// Whether both hold the same values, whatever the accessors of a derived class answer. Copies no name.
+    /// Compares the stored values without calling virtual functions and without copying names.
     bool holdsSameAs(const FontFaceInfo& other) const {
         return this == &other || (_name == other._name && _bold == other._bold && _italic == other._italic);
     }
 
-    /// Whether the accessors of `info` answer what it holds: whether it is of this class and of no derived
-    /// one. It may be of a class without type information.
+    /// Returns whether `info` has exactly this class, not a derived one, so that its accessors return the
+    /// stored values. Works for classes compiled without type information, too.
     static bool isExactly(const Gfx::FontFaceInfo& info) { return getVtable(info) == _ownVtable; }
 
 private:
-    static const void* const _ownVtable; ///< null until this library is initialised
+    static const void* const _ownVtable; ///< null until the library's static initialisation
 
     std::string _name;
     bool _bold;

@@ -29,39 +29,40 @@ struct FaceCaches;
 class GlyphService;
 } // namespace Internal
 
-/// The entry to the library: makes faces and fonts from descriptions and renders their glyphs, each once.
+/// The entry point of the library: makes faces and fonts from descriptions, renders their glyphs, and caches
+/// all of them.
 ///
 ///     const auto factory = FontFactory::create("DejaVu Sans");
 ///     const auto face = makeNNPtr<const Internal::FontFaceInfo>("DejaVu Serif", true, false);
 ///     const Font font = factory->getFont(
 ///         makeNNPtr<const Internal::FontInfo>(face, 14.0F, Gfx::TextPositionType::Normal));
 ///
-/// Five caches, each in the order of its most recent use, keep font files, faces, glyph bitmaps, coloured
-/// images and outline paths. They have no limits until `reset` sets some. Whatever was handed out stays valid
-/// when a cache drops it, and when the factory ends: all of it is shared. Faces refer to their factory
-/// weakly.
+/// Five caches hold font files, faces, glyph bitmaps, coloured images and outline paths, each in the order of
+/// most recent use. They have no limits until `reset` sets them. Everything that the factory returns is
+/// shared, so it stays valid when a cache drops it and when the factory is destroyed. Faces refer to their
+/// factory weakly.
 ///
-/// Threads: every lookup may be called from any thread. It holds the lock of its cache while it looks up,
-/// makes and inserts, so an entry is made once; the locks are recursive, and the face cache's is taken before
-/// that of the font files. A run of bitmaps ends under the lock of the bitmaps, also where a client's painter
-/// or destructor ends it under another lock. `flush` and `reset` lock nobody out and need exclusive use of
-/// the factory; only runs and glyphs may end on other threads meanwhile. One face must not be rendered by the
-/// bitmap service and by the outline service at the same time, which size it under different locks.
+/// Threads: any thread may call any lookup. A lookup holds the lock of its cache while it looks up, makes and
+/// inserts, so each entry is made once. The locks are recursive; the lock of the faces is taken before the
+/// lock of the font files. Destroying a run of bitmaps takes the lock of the bitmaps, even if a client's
+/// painter or destructor does so under another lock. `flush` and `reset` need exclusive use of the factory;
+/// other threads may only destroy runs and glyphs meanwhile. The bitmap service and the outline service must
+/// not use one face at the same time, because they set its size under different locks.
 ///
 /// Reentrancy: a client's loader and painter, and the destructors of its descriptions, font files and paths,
-/// may call the factory, `flush` and `reset` included, on the thread that called them. Only a request whose
-/// own entry they add, or push out again, is a failed assertion.
+/// may call the factory on the thread that called them, `flush` and `reset` included. Two things are failed
+/// assertions: to add the entry of the request in progress, and to evict it before the request returns.
 ///
-/// Errors: FontLoaderException, FreeTypeException, FontEngineException, BadNumCastError, std::bad_alloc, and
-/// whatever a client's loader or painter throws. After an exception nothing is cached for that request and no
-/// lock is held.
+/// Errors: lookups throw FontLoaderException, FreeTypeException, FontEngineException, BadNumCastError,
+/// std::bad_alloc, and whatever a client's loader or painter throws. A request that throws caches nothing and
+/// releases its locks.
 class VELL_API FontFactory : public Gfx::FontMetricsFactory,
                              public std::enable_shared_from_this<FontFactory> {
 public:
-    /// Keeps factories inside shared pointers: only `create` can make one.
+    /// Only `create` can make a tag, so every factory lives in a shared pointer.
     class FactoryAccessTag {
         friend class FontFactory;
-        // User-provided, or `FactoryAccessTag{}` would be aggregate initialisation and open to all.
+        // User-provided: otherwise `FactoryAccessTag{}` would be aggregate initialisation, open to everyone.
         explicit FactoryAccessTag() {} // NOLINT(modernize-use-equals-default)
     };
 
@@ -72,79 +73,80 @@ public:
     FontFactory(const FontFactory&) = delete;
     FontFactory& operator=(const FontFactory&) = delete;
 
-    /// A factory over the client's loader.
+    /// Makes a factory that loads fonts with the client's loader.
     static NNPtr<FontFactory> create(NNPtr<const FontLoaders::FontLoader> loader,
                                      const std::string& defaultFaceName);
-    /// A factory over the fonts that are installed on the machine; the loader gets the same default face
-    /// name.
+    /// Makes a factory for the installed fonts. Its loader has the same default face name.
     static NNPtr<FontFactory> create(const std::string& defaultFaceName);
 
     const FontLoaders::FontLoader& getFontLoader() const { return *_fontLoader; }
 
-    /// The same style in the factory's default family.
+    /// Describes the same style in the factory's default family.
     NNPtr<const Gfx::FontFaceInfo>
     substituteDefaultFaceName(const NNPtr<const Gfx::FontFaceInfo>& faceInfo) const;
 
-    /// The loader's answer for exactly this description, null included; for an empty name its default font of
-    /// the style. Each description reaches the loader once while its answer stays cached.
+    /// Returns the font file that the loader has for exactly this description, or null if it has none. An
+    /// empty name means the loader's default font of the style. The answer is cached, even if it is null.
     FontLoaders::FontBytes getFaceDataBytes(const NNPtr<const Gfx::FontFaceInfo>& faceInfo) const;
 
-    /// The file to open for a description and the styling to add to it, when another style of the family must
-    /// serve; null when the loader has none of the family's styles.
+    /// Returns the file to open for a description, with the synthetic styles to add if another style of the
+    /// family serves. Returns null if the loader has no style of the family.
     std::shared_ptr<const FaceData> getFaceData(const NNPtr<const Gfx::FontFaceInfo>& faceInfo) const;
 
-    /// The face of a description, or the loader's default face of its style. The reference is to the cached
-    /// pointer: copy it at once. Throws FontLoaderException when the default face is missing, too.
+    /// Returns the face of a description, or the loader's default face of that style if the family is
+    /// missing. The reference is to the pointer in the cache: copy it at once. Throws FontLoaderException if
+    /// the default face is missing, too.
     const NNPtr<const FontFace>& getFace(const NNPtr<const Gfx::FontFaceInfo>& faceInfo) const;
 
-    /// The same as a copy, made under the lock: for a factory that several threads use.
+    /// Like getFace(), but returns a copy that is made under the lock. Use it if several threads share the
+    /// factory.
     NNPtr<const FontFace> shareFace(const NNPtr<const Gfx::FontFaceInfo>& faceInfo) const;
 
-    /// A new font over the cached face.
+    /// Makes a font of the cached face. Throws like getFace().
     Font getFont(const NNPtr<const Gfx::FontInfo>& fontInfo) const;
 
-    /// The same as a shared object.
+    /// Like getFont(), but returns a shared object.
     NNPtr<const Gfx::FontMetrics> getFontMetrics(const NNPtr<const Gfx::FontInfo>& fontInfo) const override;
 
-    /// A font for a character that `fontInfo` has no glyph for: the loader's family for the character's
-    /// Unicode range in the same style, size and position. Null when the character lies in no range or no
-    /// family serves it.
+    /// Makes a fallback font for a character that the font of `fontInfo` lacks: the loader's family for the
+    /// Unicode range of the character, in the same style, size and position. Returns null if the character is
+    /// in no range or the loader has no family for the range.
     std::shared_ptr<const Font> getDefaultFontForSymbol(unsigned int codePoint,
                                                         const NNPtr<const Gfx::FontInfo>& fontInfo) const;
 
-    /// The bitmap of a glyph, its rows reversed on request; null when FreeType cannot size the face so (the
-    /// failure is cached as well). Throws FreeTypeException when the glyph cannot be loaded or rendered, one
-    /// of more than maxGlyphPixels, or of unreasonable work, among them. `face` must be the face that `info`
-    /// describes: the flip and the face are no part of the key. The reference is to the cached pointer: copy
-    /// it before another thread can evict it.
+    /// Returns the bitmap of a glyph, with its rows bottom-up if `flipVertically` is set. Returns null if
+    /// FreeType refuses the size, and caches that. Throws FreeTypeException if FreeType cannot load or render
+    /// the glyph, if it has more than maxGlyphPixels, and if rendering it is too much work. `face` must be
+    /// the face that `info` describes, because neither face nor flip is part of the key. The reference is to
+    /// the pointer in the cache: copy it before another thread can evict it.
     const std::shared_ptr<const FT_BitmapGlyphRec_>&
     getBitmapGlyph(const BitmapGlyphInfo& info, NNPtr<const FontFace> face, bool flipVertically) const;
 
-    /// The coloured image of an LCD glyph, composed over white. Throws FontEngineException for a bitmap of
-    /// another pixel mode.
+    /// Returns the coloured image of an LCD glyph, composed over white. Throws FontEngineException if the
+    /// bitmap has another pixel mode.
     std::shared_ptr<const BitmapGlyphImageWithDeleter>
     getGlyphBitmapWithSubpixels(const BitmapGlyph& glyph, const cinder::ColorAT<unsigned char>& color) const;
 
-    /// The outline of a glyph in font units, y pointing down, built by `painter` and drawable by any painter
-    /// of its kind; null when FreeType cannot size the face (cached as well) or the glyph has no outline. The
-    /// painter's path is left empty. The reference is to the cached pointer: copy it before another thread
-    /// can evict it.
+    /// Returns the outline of a glyph in font units, y pointing down. `painter` builds it, and any painter of
+    /// the same kind can draw it; the painter's own path ends empty. Returns null if FreeType refuses the
+    /// size or the glyph has no outline, and caches that. The reference is to the pointer in the cache: copy
+    /// it before another thread can evict it.
     const std::shared_ptr<const Gfx::Path>&
     getOutlineGlyphPath(const GlyphInfo& info, NNPtr<const FontFace> face, Gfx::Painter& painter) const;
 
-    /// What the caches hold and how they have served. Each is looked at under its own lock, one after the
-    /// other: the five belong to one moment only while nobody else uses the factory. Changes nothing.
+    /// Returns the contents and statistics of the caches. It reads each cache under its own lock, one after
+    /// the other, so the five describe one moment only if no other thread uses the factory.
     FactoryCacheFigures getCacheFigures() const;
 
-    /// Empties every cache and keeps the limits.
+    /// Empties all caches and keeps their limits.
     void flush();
 
-    /// Empties the caches of font files, faces, bitmaps and coloured images and limits them: font files and
-    /// faces to `maxFaceCount` entries each, bitmaps and coloured images to `maxBitmapBytes` each; 0 means no
-    /// limit. Outlines belong to no budget: their cache is neither emptied nor limited.
+    /// Empties the caches of font files, faces, bitmaps and coloured images, and limits them: font files and
+    /// faces to `maxFaceCount` entries each, bitmaps and coloured images to `maxBitmapBytes` each. 0 means no
+    /// limit. It neither empties nor limits the cache of outlines.
     void reset(unsigned long maxFaceCount, unsigned long maxBitmapBytes);
 
-    /// For faces and text painters of this library: the glyph services without a copy of a key a glyph.
+    /// Only for the faces and text painters of this library, which copy no key per glyph that way.
     const Internal::GlyphService& getGlyphService() const { return *_glyphs; }
 
 private:
@@ -153,7 +155,7 @@ private:
     FontLoaders::FontBytes loadFaceBytes(const NNPtr<const Gfx::FontFaceInfo>& faceInfo) const;
     NNPtr<const FontFace> openFace(const NNPtr<const Gfx::FontFaceInfo>& faceInfo) const;
 
-    // Destroyed from the last to the first: glyphs, then faces, then the font files that they were made from.
+    // Destroyed in reverse order: glyphs, then faces, then the font files that faces read from.
     NNPtr<const FontLoaders::FontLoader> _fontLoader;
     std::unique_ptr<Internal::FaceCaches> _faces;
     std::unique_ptr<Internal::GlyphService> _glyphs;

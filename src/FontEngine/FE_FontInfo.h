@@ -6,12 +6,12 @@
 
 namespace Vell::FontEngine::Internal {
 
-/// A font description that holds its values.
+/// Describes a font: a face description, a size and a text position, stored by value. Immutable.
 ///
 ///     const auto font = Vell::makeNNPtr<const FontInfo>(face, 14.0F, Vell::Gfx::TextPositionType::Normal);
 class VELL_API FontInfo : public Gfx::FontInfo {
 public:
-    /// Shares the face description; `size` is the em in the client's units, taken as it is.
+    /// Shares the face description. `size` is the em in the client's logical units; it is not checked.
     FontInfo(NNPtr<const Gfx::FontFaceInfo> fontFaceInfo, float size, Gfx::TextPositionType type);
     ~FontInfo() override;
 
@@ -19,15 +19,15 @@ public:
     float getSize() const override;
     Gfx::TextPositionType getTextPositionType() const override;
 
-    /// The description held, whatever a derived class answers. Valid as long as this object.
+    /// Returns the stored description without calling virtual functions. Valid as long as this object.
     const NNPtr<const Gfx::FontFaceInfo>& viewFontFaceInfo() const { return _fontFaceInfo; }
 
-    /// Whether the accessors of `info` answer what it holds: whether it is of this class and of no derived
-    /// one. It may be of a class without type information.
+    /// Returns whether `info` has exactly this class, not a derived one, so that its accessors return the
+    /// stored values. Works for classes compiled without type information, too.
     static bool isExactly(const Gfx::FontInfo& info) { return getVtable(info) == _ownVtable; }
 
 private:
-    static const void* const _ownVtable; ///< null until this library is initialised
+    static const void* const _ownVtable; ///< null until the library's static initialisation
 
     NNPtr<const Gfx::FontFaceInfo> _fontFaceInfo;
     float _size;

@@ -12,15 +12,15 @@
 
 namespace Vell::FontEngine {
 
-/// Identifies the outline of a glyph: the key of the outline cache, and the base of the bitmap keys.
+/// Identifies the outline of a glyph: the key of the outline cache and the base class of the bitmap keys.
 ///
-/// A plain value that shares ownership of the face description for its whole life: what is moved from a key
-/// is copied. Two keys are equal when their face descriptions are equal by value and all other fields are
-/// exactly equal (so a NaN size equals nothing, not even itself: every lookup of such a key misses).
-/// Immutable but for being assigned to and for the memoised hash, which a copy does not take over.
+/// A plain value that shares the face description for its whole life, because moving a key copies it. Two
+/// keys are equal if their face descriptions are equal by value and all other fields are exactly equal. So a
+/// key with a NaN size equals no key, not even itself, and its lookups always miss. Only assignment changes a
+/// key. The hash is memoised; a copy computes it again. A key that was made from a moved-from pointer asserts
+/// when it is hashed or compared.
 ///
-/// Threads: any number may read and hash one key. A face description that was moved from is a failed
-/// assertion.
+/// Threads: any number of threads may read and hash one key at once.
 class VELL_API GlyphInfo {
 public:
     GlyphInfo(const NNPtr<const Gfx::FontFaceInfo>& faceInfo, unsigned long glyphIndex, float fontSize,
@@ -43,7 +43,7 @@ public:
     unsigned long getGlyphIndex() const { return _glyphIndex; }
     float getFontSize() const { return _fontSize; }
     GlyphTransform getTransform() const { return _transform; }
-    /// The style of the face description, which the synthetic style of the transform is no part of.
+    /// The style of the face description. Synthetic styles show only in the transform.
     bool isBold() const { return _faceInfo->isBold(); }
     bool isItalic() const { return _faceInfo->isItalic(); }
 
@@ -52,8 +52,8 @@ public:
     }
 
 private:
-    /// Text in one font compares its description with itself, once a glyph and more: one of this library's
-    /// own class is not asked through its accessors, which copy the name.
+    /// A text in one font compares its face description with itself for each glyph. If the description has
+    /// this library's own class, this skips the accessors, which copy the name.
     bool hasEqualFace(const GlyphInfo& other) const {
         const Gfx::FontFaceInfo* const face = _faceInfo.get();
         return (face != nullptr && face == other._faceInfo.get() &&

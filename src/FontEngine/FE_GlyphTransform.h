@@ -2,7 +2,7 @@
 
 namespace Vell::FontEngine {
 
-/// Styles that are drawn because the font file does not have them: a set of flags.
+/// The synthetic styles, which the engine draws because the font file lacks them: a set of flags.
 enum class GlyphTransform : unsigned char { None = 0, Embolden = 1, Slant = 2, EmboldenAndSlant = 3 };
 
 constexpr GlyphTransform makeGlyphTransform(bool embolden, bool slant) {

@@ -1,7 +1,7 @@
 #pragma once
 
-/// The whole of FontEngine: the factory with its faces and fonts, the descriptions that clients build, glyph
-/// keys and runs, and the two text painters.
+/// The umbrella header: the factory with its faces and fonts, the descriptions that clients build, glyph keys
+/// and runs, and the two text painters.
 
 #include <FontEngine/FE_BitmapGlyphImage.h>
 #include <FontEngine/FE_BitmapGlyphInfo.h>

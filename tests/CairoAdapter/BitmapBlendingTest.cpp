@@ -90,7 +90,7 @@ std::vector<PixelBox> listClips() {
     return clips;
 }
 
-TEST(BitmapBlending, ChangesWhatLiesWithinTheClipAndNothingElse) {
+TEST(BitmapBlending, ChangesOnlyPixelsWithinTheClip) {
     std::mt19937 random(21);
     for (const int bytesPerPixel : {1, 4}) {
         for (const int width : {0, 1, 4, 7, 8, 13, 18}) {
@@ -121,7 +121,7 @@ TEST(BitmapBlending, ClipsDisplacedBitmapsTheSame) {
     }
 }
 
-TEST(BitmapBlending, LeavesPixelsUnderEmptyRowsAsTheyAre) {
+TEST(BitmapBlending, LeavesPixelsUnderEmptyRowsUnchanged) {
     const std::vector<unsigned char> nothing(18 * 9);
     for (const Internal::PixelOperations& operations : listRunnableOperations()) {
         for (const int width : {1, 4, 7, 8, 13, 18}) {

@@ -35,7 +35,7 @@ TEST(CairoError, ThrowsCairosTextForEveryStatusButSuccess) {
     }
 }
 
-TEST(CairoError, NullHandlesAreRefused) {
+TEST(CairoError, RefusesNullHandles) {
     const std::string text = getText(CAIRO_STATUS_NULL_POINTER);
     EXPECT_EQ(getErrorOf([] { CairoPainter painter(static_cast<cairo_t*>(nullptr)); }), text);
     EXPECT_EQ(getErrorOf([] { CairoPainter painter(static_cast<cairo_surface_t*>(nullptr)); }), text);
@@ -46,7 +46,7 @@ TEST(CairoError, NullHandlesAreRefused) {
     EXPECT_EQ(getErrorOf([] { finishSurface(nullptr); }), text);
 }
 
-TEST(CairoError, ASizeThatCairoRefusesIsAnError) {
+TEST(CairoError, ThrowsForASizeThatCairoRefuses) {
     EXPECT_EQ(getErrorOf([] { makeImageSurface(-1, 5); }), getText(CAIRO_STATUS_INVALID_SIZE));
     EXPECT_EQ(getErrorOf([] { makeImageSurface(1 << 20, 5); }), getText(CAIRO_STATUS_INVALID_SIZE));
 }

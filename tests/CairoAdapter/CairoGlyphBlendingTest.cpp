@@ -155,7 +155,7 @@ TEST(CairoGlyphBlending, IsWithinOneLevelOfCairoWhateverIsDrawn) {
         ASSERT_TRUE(result.isWithinFrame) << seed;
         withoutCairo += result.drawings == 0 ? 1 : 0;
     }
-    EXPECT_GT(withoutCairo, 500) << "too few scenes that the adapter drew by itself";
+    EXPECT_GT(withoutCairo, 500) << "the adapter drew too few scenes without cairo";
 }
 
 } // namespace

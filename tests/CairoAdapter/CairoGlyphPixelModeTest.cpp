@@ -31,7 +31,7 @@ std::vector<unsigned char> toBytes(const std::vector<std::uint32_t>& words) {
     return bytes;
 }
 
-TEST_F(CairoGlyphPixelMode, GrayIsCoverageByteForByte) {
+TEST_F(CairoGlyphPixelMode, GrayIsOneByteOfCoveragePerPixel) {
     std::vector<unsigned char> content;
     std::vector<unsigned int> expected;
     for (unsigned int value = 0; value < 256; ++value) {
@@ -46,7 +46,7 @@ TEST_F(CairoGlyphPixelMode, GrayRowsAreAPitchApart) {
     EXPECT_THAT(draw(bitmap, 4, 2), ElementsAre(1, 2, 3, 0, 4, 5, 6, 0));
 }
 
-TEST_F(CairoGlyphPixelMode, GrayOfANegativePitchHasItsTopRowLast) {
+TEST_F(CairoGlyphPixelMode, GrayWithANegativePitchHasItsTopRowLast) {
     const Bitmap bitmap(FT_PIXEL_MODE_GRAY, 2, 3, -4, {5, 6, 99, 99, 3, 4, 99, 99, 1, 2, 99, 99});
     EXPECT_THAT(draw(bitmap, 2, 3), ElementsAre(1, 2, 3, 4, 5, 6));
 }
@@ -57,7 +57,7 @@ TEST_F(CairoGlyphPixelMode, MonoHasOneBitPerPixelFromTheHighestAndIgnoresItsPadd
                                                  0, 255, 0, 0, 0, 0, 0, 0, 0, 255, 0, 0));
 }
 
-TEST_F(CairoGlyphPixelMode, MonoOfANegativePitchHasItsTopRowLast) {
+TEST_F(CairoGlyphPixelMode, MonoWithANegativePitchHasItsTopRowLast) {
     const Bitmap bitmap(FT_PIXEL_MODE_MONO, 2, 2, -2, {0b01000000, 0xFF, 0b10000000, 0xFF});
     EXPECT_THAT(draw(bitmap, 2, 2), ElementsAre(255, 0, 0, 255));
 }
@@ -89,11 +89,11 @@ TEST_F(CairoGlyphPixelMode, BgraIsPremultiplied) {
     CairoPainter painter(canvas.surface.get());
     const Bitmap bitmap(FT_PIXEL_MODE_BGRA, 2, 1, 8, {10, 20, 30, 51, 1, 2, 3, 255});
     CairoGlyphPainter(painter, {255, 0, 0, 255}).drawGlyph(bitmap.image, {0, 0});
-    // White shines through by 204.
+    // White contributes 204 to each channel.
     EXPECT_THAT(canvas.getPixels(), ElementsAre(0xFFEAE0D6U, 0xFF030201U));
 }
 
-TEST_F(CairoGlyphPixelMode, BgraOverNothingKeepsItsAlphaAndANegativePitchItsOrder) {
+TEST_F(CairoGlyphPixelMode, BgraOverNothingKeepsItsAlphaAndItsRowOrder) {
     const Canvas canvas(1, 2);
     CairoPainter painter(canvas.surface.get());
     const Bitmap bitmap(FT_PIXEL_MODE_BGRA, 1, 2, -4, {10, 20, 30, 51, 1, 2, 3, 255});
@@ -120,7 +120,7 @@ TEST_F(CairoGlyphPixelMode, CoverageIsBlendedInTheColorOverNothing) {
     EXPECT_THAT(canvas.getPixels(), ElementsAre(0x33330000U, 0xFFFF0000U));
 }
 
-TEST_F(CairoGlyphPixelMode, TheAlphaOfTheColorCounts) {
+TEST_F(CairoGlyphPixelMode, CoverageIsMultipliedByTheAlphaOfTheColor) {
     const Canvas canvas(1, 1);
     CairoPainter painter(canvas.surface.get());
     CairoGlyphPainter(painter, {0, 0, 0, 51})
@@ -141,7 +141,7 @@ TEST_F(CairoGlyphPixelMode, AnImageWithoutPixelsDrawsNothing) {
     EXPECT_TRUE(canvas.isEmpty());
 }
 
-TEST_F(CairoGlyphPixelMode, AnUnknownModeIsAnError) {
+TEST_F(CairoGlyphPixelMode, AnUnknownModeThrows) {
     const Canvas canvas(4, 4);
     CairoPainter painter(canvas.surface.get());
     CairoGlyphPainter glyphPainter(painter, black);
@@ -152,7 +152,7 @@ TEST_F(CairoGlyphPixelMode, AnUnknownModeIsAnError) {
     EXPECT_TRUE(canvas.isEmpty());
 }
 
-TEST_F(CairoGlyphPixelMode, APitchShorterThanTheRowsIsAnError) {
+TEST_F(CairoGlyphPixelMode, APitchShorterThanTheRowsThrows) {
     const Canvas canvas(4, 4);
     CairoPainter painter(canvas.surface.get());
     CairoGlyphPainter glyphPainter(painter, black);

@@ -19,7 +19,7 @@ Bitmap makeGray(unsigned int width, unsigned int rows, std::vector<unsigned char
     return Bitmap(FT_PIXEL_MODE_GRAY, width, rows, static_cast<int>(width), std::move(content));
 }
 
-/// Two by three pixels, all different.
+/// A bitmap of two by three pixels, all different.
 Bitmap makeSample() {
     return makeGray(2, 3, {10, 20, 30, 40, 50, 60});
 }
@@ -57,7 +57,7 @@ TEST_F(CairoGlyphPlacement, CutsOffWhatIsOutsideOfThePicture) {
     EXPECT_EQ(std::accumulate(alphas.begin(), alphas.end(), 0U), 60U);
 }
 
-TEST_F(CairoGlyphPlacement, SharesCoverageBetweenTwoColumnsAtAFractionOfX) {
+TEST_F(CairoGlyphPlacement, SplitsCoverageBetweenTwoColumnsAtAFractionOfX) {
     glyphPainter.drawGlyph(makeGray(1, 1, {200}).image, {2.25F, 1});
     EXPECT_EQ(canvas.getAlpha(2, 1), 150U);
     EXPECT_EQ(canvas.getAlpha(3, 1), 50U);
@@ -65,13 +65,13 @@ TEST_F(CairoGlyphPlacement, SharesCoverageBetweenTwoColumnsAtAFractionOfX) {
     EXPECT_EQ(std::accumulate(alphas.begin(), alphas.end(), 0U), 200U);
 }
 
-TEST_F(CairoGlyphPlacement, SharesCoverageBetweenTwoRowsAtAFractionOfY) {
+TEST_F(CairoGlyphPlacement, SplitsCoverageBetweenTwoRowsAtAFractionOfY) {
     glyphPainter.drawGlyph(makeGray(1, 1, {200}).image, {2, 1.75F});
     EXPECT_EQ(canvas.getAlpha(2, 1), 50U);
     EXPECT_EQ(canvas.getAlpha(2, 2), 150U);
 }
 
-TEST_F(CairoGlyphPlacement, SharesColoredPixelsLikewise) {
+TEST_F(CairoGlyphPlacement, SplitsColoredPixelsTheSame) {
     std::uint32_t word = 0xFF00C800;
     Bitmap bitmap(FT_PIXEL_MODE_LCD, 1, 1, 4, std::vector<unsigned char>(4));
     std::memcpy(bitmap.bytes.data(), &word, sizeof(word));
@@ -83,11 +83,11 @@ TEST_F(CairoGlyphPlacement, SharesColoredPixelsLikewise) {
     EXPECT_EQ(canvas.getPixel(3, 0), 0U);
 }
 
-TEST_F(CairoGlyphPlacement, TurnsExactlyByAQuarter) {
+TEST_F(CairoGlyphPlacement, RotatesExactlyByAQuarterTurn) {
     painter.translate({5, 1});
     painter.rotate(quarterTurn);
     glyphPainter.drawGlyph(makeSample().image, {1, 1});
-    // Column x of the bitmap becomes row 2 + x, its row y becomes column 3 - y.
+    // Column x of the bitmap becomes row 2 + x, and row y becomes column 3 - y.
     EXPECT_THAT(canvas.getAlphas(), ElementsAre(0, 0, 0, 0, 0, 0,    //
                                                 0, 0, 0, 0, 0, 0,    //
                                                 0, 50, 30, 10, 0, 0, //
@@ -104,7 +104,7 @@ TEST_F(CairoGlyphPlacement, MirrorsExactly) {
     EXPECT_EQ(canvas.getAlpha(0, 4), 0U);
 }
 
-TEST_F(CairoGlyphPlacement, KeepsTheInkUnderAnyRotation) {
+TEST_F(CairoGlyphPlacement, KeepsTheAmountOfInkUnderAnyRotation) {
     const Canvas large(40, 40);
     CairoPainter largePainter(large.surface.get());
     largePainter.translate({20, 20});
@@ -117,7 +117,7 @@ TEST_F(CairoGlyphPlacement, KeepsTheInkUnderAnyRotation) {
     EXPECT_EQ(large.getAlpha(11, 11), 0U);
 }
 
-TEST_F(CairoGlyphPlacement, ABitmapOfRatioTwoCoversHalfAsManyUnits) {
+TEST_F(CairoGlyphPlacement, ABitmapForRatio2CoversHalfAsManyUnits) {
     CairoPainter retina(canvas.surface.get(), {2, 0, 0, 2, 0, 0});
     CairoGlyphPainter(retina, black, 2).drawGlyph(makeSample().image, {1.5F, 0.5F});
     EXPECT_THAT(canvas.getAlphas(), ElementsAre(0, 0, 0, 0, 0, 0,   //
@@ -127,7 +127,7 @@ TEST_F(CairoGlyphPlacement, ABitmapOfRatioTwoCoversHalfAsManyUnits) {
                                                 0, 0, 0, 0, 0, 0));
 }
 
-TEST_F(CairoGlyphPlacement, ABitmapOfRatioTwoIsHalvedWhereUnitsArePixels) {
+TEST_F(CairoGlyphPlacement, ABitmapForRatio2IsHalvedIfUnitsArePixels) {
     CairoGlyphPainter halving(painter, black, 2);
     EXPECT_EQ(halving.getDevicePixelRatio(), 2.0F);
     halving.drawGlyph(makeGray(4, 4, std::vector<unsigned char>(16, 255)).image, {2, 1});
@@ -138,7 +138,7 @@ TEST_F(CairoGlyphPlacement, ABitmapOfRatioTwoIsHalvedWhereUnitsArePixels) {
     EXPECT_EQ(canvas.getAlpha(5, 1), 0U);
 }
 
-TEST_F(CairoGlyphPlacement, CopiesExactlyOverTheScaleOfTheSurface) {
+TEST_F(CairoGlyphPlacement, CopiesExactlyUnderTheScaleOfTheSurface) {
     cairo_surface_set_device_scale(canvas.surface.get(), 2, 2);
     CairoPainter scaled(canvas.surface.get());
     CairoGlyphPainter(scaled, black, 2).drawGlyph(makeSample().image, {0.5F, 1});
@@ -156,7 +156,7 @@ TEST_F(CairoGlyphPlacement, CopiesExactlyIntoAGroup) {
     EXPECT_EQ(canvas.getAlpha(4, 3), 60U);
 }
 
-TEST_F(CairoGlyphPlacement, SingularOrNonFiniteTransformsDrawNothingAndTheNextOneDraws) {
+TEST_F(CairoGlyphPlacement, DrawsAgainAfterSingularOrNonFiniteTransforms) {
     constexpr float nan = std::numeric_limits<float>::quiet_NaN();
     constexpr float infinity = std::numeric_limits<float>::infinity();
     for (const float factor : {0.0F, nan, infinity, 1e-38F, 1e-20F, 1e-6F, 1e20F, 1e38F}) {
@@ -239,7 +239,7 @@ TEST_F(CairoGlyphPlacement, ARecordingShowsGlyphsFarFromItsOrigin) {
     EXPECT_GT(box[3], 0.0);
 }
 
-TEST_F(CairoGlyphPlacement, LeavesTheContextAsItWas) {
+TEST_F(CairoGlyphPlacement, LeavesTheContextUnchanged) {
     cairo_t* context = painter.getContext();
     cairo_translate(context, 1, 2);
     cairo_pattern_t* source = cairo_get_source(context);

@@ -43,7 +43,7 @@ TEST_F(CairoGlyphSnapshot, IsNotTakenForAnEmptyPictureAfterItsFirstGlyph) {
     EXPECT_TRUE(copy.isBox(1, 2, 2, 3));
 }
 
-TEST_F(CairoGlyphSnapshot, OfARecordingKeepsThePictureAsItWas) {
+TEST_F(CairoGlyphSnapshot, OfARecordingKeepsTheEarlierPicture) {
     drawDot(1, 2);
     const SurfacePtr recording = makeRecording();
     paint(canvas.surface.get(), recording.get());
@@ -54,7 +54,7 @@ TEST_F(CairoGlyphSnapshot, OfARecordingKeepsThePictureAsItWas) {
     EXPECT_TRUE(replayed.isBox(1, 2, 2, 3));
 }
 
-TEST_F(CairoGlyphSnapshot, OfALaterRecordingHasTheGlyphsOfBothRuns) {
+TEST_F(CairoGlyphSnapshot, OfALaterRecordingContainsTheGlyphsOfBothRuns) {
     drawDot(0, 0);
     {
         const SurfacePtr recording = makeRecording();
@@ -68,7 +68,7 @@ TEST_F(CairoGlyphSnapshot, OfALaterRecordingHasTheGlyphsOfBothRuns) {
     EXPECT_TRUE(replayed.isBox(0, 0, 2, 1));
 }
 
-TEST_F(CairoGlyphSnapshot, OfAnotherFormIsDroppedAsByAnyDrawing) {
+TEST_F(CairoGlyphSnapshot, InAnotherFormIsDropped) {
     const auto attach = [this] {
         static const unsigned char jpeg[] = {1, 2, 3};
         cairo_surface_set_mime_data(canvas.surface.get(), CAIRO_MIME_TYPE_JPEG, jpeg, sizeof(jpeg), nullptr,
@@ -103,7 +103,7 @@ TEST_F(CairoGlyphSnapshot, OfAGroupReachesThePicture) {
     EXPECT_EQ(canvas.getPixel(2, 2), blackPixel);
 }
 
-TEST_F(CairoGlyphSnapshot, LeavesTheContextAndItsReferencesAsTheyWere) {
+TEST_F(CairoGlyphSnapshot, LeavesTheContextAndItsReferencesUnchanged) {
     cairo_t* const context = painter.getContext();
     cairo_translate(context, 1, 2);
     cairo_pattern_t* const source = cairo_get_source(context);

@@ -124,7 +124,7 @@ TEST(CairoGlyphWithoutCairo, ALaterMatrixOfTheContextDoesNotMoveTheClip) {
               0);
 }
 
-TEST(CairoGlyphWithoutCairo, TurnedAndMirroredGlyphsAreLeftToCairo) {
+TEST(CairoGlyphWithoutCairo, RotatedAndMirroredGlyphsAreLeftToCairo) {
     for (const cinder::MatrixAffine2<float>& base :
          {cinder::MatrixAffine2<float>(0, 1, -1, 0, 30, 2), cinder::MatrixAffine2<float>(-1, 0, 0, 1, 30, 2),
           cinder::MatrixAffine2<float>(1, 0.1F, 0, 1, 2, 2)}) {

@@ -27,7 +27,7 @@ TEST(CairoPainterBaseTransform, IsNotPartOfTheReturnedTransform) {
     EXPECT_EQ(painter.getTransform(), Matrix(3, 0, 0, 3, 1, 4));
 }
 
-TEST(CairoPainterBaseTransform, StaysWhenTheCurrentOneIsReset) {
+TEST(CairoPainterBaseTransform, StaysWhenTheTransformIsReset) {
     const Canvas canvas(12, 12);
     CairoPainter painter(canvas.surface.get(), {2, 0, 0, 2, 0, 0});
     painter.translate({3, 3});

@@ -17,7 +17,7 @@ TEST(CairoPainterContext, OutlivesTheClientsReference) {
     EXPECT_TRUE(canvas.isBox(1, 1, 3, 3));
 }
 
-TEST(CairoPainterContext, IsLeftAsItWas) {
+TEST(CairoPainterContext, IsRestoredAtTheEnd) {
     const Canvas canvas(4, 4);
     const ContextPtr context = makeContext(canvas.surface.get());
     cairo_translate(context.get(), 1, 2);

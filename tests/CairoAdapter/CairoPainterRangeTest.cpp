@@ -9,7 +9,7 @@ namespace Vell::CairoAdapter::Testing {
 
 namespace {
 
-/// A disc from four cubic curves.
+/// A disc of four cubic curves.
 void addDisc(Gfx::Painter& painter, float x, float y, float radius) {
     const float arm = radius * 0.5522847F;
     painter.moveTo({x + radius, y});
@@ -89,8 +89,8 @@ TEST(CairoPainterRange, AHugeHoleStaysAHole) {
     EXPECT_TRUE(canvas.isEmpty());
 }
 
-/// The edge runs from far outside through the picture: y = x.
-TEST(CairoPainterRange, ASlantedEdgeOfAHugeContourStaysWhereItIs) {
+/// The edge y = x begins far outside and runs through the picture.
+TEST(CairoPainterRange, ASlantedEdgeOfAHugeContourStaysInPlace) {
     const Canvas canvas(64, 64);
     CairoPainter painter(canvas.surface.get());
     painter.moveTo({-16777216, -16777216});
@@ -104,7 +104,7 @@ TEST(CairoPainterRange, ASlantedEdgeOfAHugeContourStaysWhereItIs) {
     }
 }
 
-TEST(CairoPainterRange, TheScaleOfTheSurfaceCountsForTheLimits) {
+TEST(CairoPainterRange, TheLimitsIncludeTheScaleOfTheSurface) {
     for (const double scale : {0.25, 16.0}) {
         const Canvas canvas(64, 64);
         cairo_surface_set_device_scale(canvas.surface.get(), scale, scale);
@@ -120,8 +120,9 @@ TEST(CairoPainterRange, TheScaleOfTheSurfaceCountsForTheLimits) {
     }
 }
 
-/// The lowest point of a circle of 40 million pixels lies at y = 8; over 64 pixels it is a straight line.
-TEST(CairoPainterRange, ACurveOfAHugeContourStaysWhereItIs) {
+/// The lowest point of a circle of 40 million pixels lies at y = 8. Over 64 pixels the curve is a straight
+/// line.
+TEST(CairoPainterRange, ACurveOfAHugeContourStaysInPlace) {
     const Canvas canvas(64, 16);
     CairoPainter painter(canvas.surface.get());
     painter.translate({32, 8});
@@ -131,7 +132,7 @@ TEST(CairoPainterRange, ACurveOfAHugeContourStaysWhereItIs) {
     EXPECT_TRUE(canvas.isBox(0, 0, 64, 8));
 }
 
-TEST(CairoPainterRange, ALineThatLeavesTheLimitsIsStrokedWhereItIsVisible) {
+TEST(CairoPainterRange, AVeryLongLineIsStrokedWhereItIsVisible) {
     const Canvas canvas(16, 16);
     CairoPainter painter(canvas.surface.get());
     painter.setLineWidth(2);
@@ -141,7 +142,7 @@ TEST(CairoPainterRange, ALineThatLeavesTheLimitsIsStrokedWhereItIsVisible) {
     EXPECT_TRUE(canvas.isBox(0, 4, 16, 6));
 }
 
-TEST(CairoPainterRange, AnOpenLineIsNotClosedWhereItIsCut) {
+TEST(CairoPainterRange, AnOpenLineIsNotClosedWhereItIsClipped) {
     const Canvas canvas(16, 16);
     CairoPainter painter(canvas.surface.get());
     painter.setLineWidth(2);

@@ -10,14 +10,14 @@ namespace {
 
 class ForeignPath : public Gfx::Path {};
 
-TEST(CairoPainter, FillsTheBoxThatWasRecorded) {
+TEST(CairoPainter, FillsARecordedBox) {
     const Canvas canvas(8, 6);
     CairoPainter painter(canvas.surface.get());
     painter.drawPath(*makeBox(painter, 2, 1, 7, 4), true);
     EXPECT_TRUE(canvas.isBox(2, 1, 7, 4));
 }
 
-TEST(CairoPainter, FillsInTheColorThatWasSet) {
+TEST(CairoPainter, FillsWithTheCurrentColor) {
     const Canvas canvas(1, 1);
     CairoPainter painter(canvas.surface.get());
     EXPECT_EQ(painter.getColor(), black);
@@ -142,7 +142,7 @@ TEST(CairoPainter, QuadraticCurveEqualsTheCubicOfTheSameShape) {
     EXPECT_EQ(quadratic.getPixel(4, 4), 0U);
 }
 
-TEST(CairoPainter, StartsASegmentWithoutMoveToAtItsOwnFirstPoint) {
+TEST(CairoPainter, BeginsASegmentWithoutMoveToAtItsFirstPoint) {
     const Canvas canvas(6, 6);
     CairoPainter painter(canvas.surface.get());
     painter.beginPath();

@@ -73,7 +73,7 @@ TEST_F(CairoPainterTransform, RestoresThePushedTransform) {
     EXPECT_EQ(painter.getTransform(), before);
 }
 
-TEST_F(CairoPainterTransform, BeginsAsTheIdentityAndResetsToIt) {
+TEST_F(CairoPainterTransform, StartsAsTheIdentityAndResetsToIt) {
     EXPECT_EQ(painter.getTransform(), Matrix());
     painter.translate({4, 4});
     painter.rotate(1);
@@ -93,7 +93,7 @@ TEST_F(CairoPainterTransform, ReturnsWhatItWasBuiltFrom) {
     EXPECT_FLOAT_EQ(getScaleY(transform), 5);
 }
 
-TEST_F(CairoPainterTransform, SingularOrNonFiniteOnesDrawNothingAndTheNextOneDraws) {
+TEST_F(CairoPainterTransform, LetsThePainterDrawAgainAfterSingularOrNonFiniteOnes) {
     const auto path = makeBox(painter, 0, 0, 12, 12);
     for (const auto& factors : {cinder::Vec2<float>(0, 0), cinder::Vec2<float>(0, 1),
                                 cinder::Vec2<float>(1, 0), cinder::Vec2<float>(nan, 1),

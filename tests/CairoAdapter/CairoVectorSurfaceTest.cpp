@@ -49,7 +49,7 @@ TEST(CairoVectorSurface, SvgKeepsFillsAsPathsInDeviceUnits) {
     EXPECT_THAT(svg, Not(HasSubstr("<image")));
 }
 
-TEST(CairoVectorSurface, SvgTakesGlyphBitmapsAndSurvivesTransformsThatDrawNothing) {
+TEST(CairoVectorSurface, SvgAcceptsGlyphBitmapsAndTransformsThatDrawNothing) {
     const std::string svg = makeSvg([](CairoPainter& painter) {
         CairoGlyphPainter glyphPainter(painter, black, 2);
         const Bitmap gray(FT_PIXEL_MODE_GRAY, 2, 1, 2, {100, 255});
@@ -63,7 +63,7 @@ TEST(CairoVectorSurface, SvgTakesGlyphBitmapsAndSurvivesTransformsThatDrawNothin
     EXPECT_THAT(svg, HasSubstr("</svg>"));
 }
 
-TEST(CairoVectorSurface, SvgKeepsCoverageAtItsPlaceInItsColor) {
+TEST(CairoVectorSurface, SvgKeepsThePlaceAndColorOfCoverage) {
     const std::string svg = makeSvg([](CairoPainter& painter) {
         CairoGlyphPainter glyphPainter(painter, {255, 0, 0, 128});
         glyphPainter.drawGlyph(Bitmap(FT_PIXEL_MODE_GRAY, 2, 1, 2, {100, 255}).image, {30, 10});
@@ -73,7 +73,7 @@ TEST(CairoVectorSurface, SvgKeepsCoverageAtItsPlaceInItsColor) {
     EXPECT_THAT(svg, Not(HasSubstr("<mask")));
 }
 
-TEST(CairoVectorSurface, RecordingsShowCoverageAsPicturesDo) {
+TEST(CairoVectorSurface, RecordingsShowCoverageLikePictures) {
     const auto draw = [](cairo_surface_t* surface) {
         CairoPainter painter(surface);
         CairoGlyphPainter glyphPainter(painter, {250, 100, 0, 128});
@@ -92,7 +92,7 @@ TEST(CairoVectorSurface, RecordingsShowCoverageAsPicturesDo) {
     EXPECT_EQ(direct.getAlpha(4, 1), 128U);
 }
 
-TEST(CairoVectorSurface, PdfTakesPathsAndGlyphBitmaps) {
+TEST(CairoVectorSurface, PdfAcceptsPathsAndGlyphBitmaps) {
     std::string text;
     const SurfacePtr surface = adoptSurface(cairo_pdf_surface_create_for_stream(append, &text, 100, 50));
     CairoPainter painter(surface.get());

@@ -99,7 +99,7 @@ inline std::shared_ptr<const Gfx::Path> makeBox(Gfx::Painter& painter, float lef
     return painter.takePath();
 }
 
-/// A bitmap with its bytes.
+/// A bitmap that owns its bytes.
 struct Bitmap {
     Bitmap(unsigned char pixelMode, unsigned int width, unsigned int rows, int pitch,
            std::vector<unsigned char> content)

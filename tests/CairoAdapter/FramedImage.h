@@ -71,8 +71,8 @@ private:
 
 /// A drawing by the adapter, and the same drawing by cairo alone.
 struct Comparison {
-    int difference; ///< the greatest of any byte
-    int drawings;   ///< how often the adapter asked cairo to draw
+    int difference; ///< the greatest difference of a byte
+    int drawings;   ///< how often the adapter called cairo to draw
     bool isWithinFrame;
 };
 

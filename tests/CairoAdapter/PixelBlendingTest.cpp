@@ -63,7 +63,7 @@ struct EveryPair {
     Words under;
 };
 
-TEST(PixelBlending, GivesEveryCoverageOverEveryByteItsRoundedShare) {
+TEST(PixelBlending, RoundsEveryCoverageOverEveryByte) {
     for (const std::uint32_t color : colors) {
         EveryPair expected;
         for (std::size_t i = 0; i < expected.under.size(); ++i) {
@@ -109,7 +109,7 @@ struct Framed {
     Words words;
 };
 
-TEST(PixelBlending, TouchesNoPixelBesideTheBlockWhateverItsWidth) {
+TEST(PixelBlending, TouchesNoPixelOutsideABlockOfAnyWidth) {
     std::mt19937 random(3);
     for (int width = 1; width <= 40; ++width) {
         const auto size = static_cast<std::size_t>(width) * 3;
@@ -132,7 +132,7 @@ TEST(PixelBlending, TouchesNoPixelBesideTheBlockWhateverItsWidth) {
     }
 }
 
-TEST(PixelBlending, TouchesNoPixelBesideColorsWhateverTheirWidth) {
+TEST(PixelBlending, TouchesNoPixelOutsideColorsOfAnyWidth) {
     std::mt19937 random(4);
     for (int width = 1; width <= 40; ++width) {
         Words above(static_cast<std::size_t>(width) * 3);

@@ -136,7 +136,7 @@ protected:
 INSTANTIATE_TEST_SUITE_P(Processors, PixelOperations, ::testing::Values("SSE2", "AVX2"),
                          [](const auto& param) { return std::string(param.param); });
 
-TEST_P(PixelOperations, BlendCoverageAsThePortableCode) {
+TEST_P(PixelOperations, BlendCoverageLikeThePortableCode) {
     Random random(11);
     for (int width = 1; width <= widest; ++width) {
         for (int i = 0; i < 40; ++i) {
@@ -153,7 +153,7 @@ TEST_P(PixelOperations, BlendCoverageAsThePortableCode) {
     }
 }
 
-TEST_P(PixelOperations, BlendEveryAlphaAndEveryCoverageAsThePortableCode) {
+TEST_P(PixelOperations, BlendEveryAlphaAndEveryCoverageLikeThePortableCode) {
     Random random(12);
     Bytes coverage(256);
     for (std::size_t i = 0; i < coverage.size(); ++i) {
@@ -207,7 +207,7 @@ unsigned int drawShare(Random& random) {
     return shares[random() % std::size(shares)];
 }
 
-TEST_P(PixelOperations, InterpolateAsThePortableCode) {
+TEST_P(PixelOperations, InterpolateLikeThePortableCode) {
     Random random(14);
     for (int width = 1; width <= widest; ++width) {
         for (int i = 0; i < 80; ++i) {
@@ -227,7 +227,7 @@ TEST_P(PixelOperations, InterpolateAsThePortableCode) {
     }
 }
 
-TEST(PixelOperationsChoice, IsTheLastThatThisProcessorCanRun) {
+TEST(PixelOperationsChoice, IsTheLastOneThatThisProcessorCanRun) {
     EXPECT_EQ(Internal::choosePixelOperations().name, listRunnableOperations().back().name);
 }
 

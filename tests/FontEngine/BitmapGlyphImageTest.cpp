@@ -28,7 +28,7 @@ TEST(BitmapGlyphImage, OwnsItsBufferInTheDerivedClass) {
     static_assert(sizeof(BitmapGlyphImageWithDeleter) == sizeof(BitmapGlyphImage), "no further fields");
     static_assert(!std::is_copy_constructible_v<BitmapGlyphImageWithDeleter>);
     const std::unique_ptr<BitmapGlyphImage> image = std::make_unique<BitmapGlyphImageWithDeleter>();
-    image->buffer = new unsigned char[16]; // the address sanitizer finds it if nobody releases it
+    image->buffer = new unsigned char[16]; // the address sanitizer reports it if it leaks
     EXPECT_NE(image->buffer, nullptr);
 }
 

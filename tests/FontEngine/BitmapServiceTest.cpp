@@ -26,7 +26,7 @@ std::shared_ptr<const FT_BitmapGlyphRec_> render(const Engine& engine, const Key
     return engine.factory->getBitmapGlyph(fields.makeBitmap(), engine.getFace(), false);
 }
 
-/// Whether a glyph is in the cache: asking for it does not load it.
+/// Returns whether a glyph is in the cache: requesting it loads nothing.
 bool isCached(const Engine& engine, const KeyFields& fields) {
     const FreeTypeSpy spy;
     render(engine, fields);
@@ -45,7 +45,7 @@ TEST(BitmapService, RendersAGlyphOnce) {
     EXPECT_EQ(spy.countCalls("FT_Set_Char_Size"), 1U);
 }
 
-TEST(BitmapService, HasOneBitmapForAllCharactersAndFlips) {
+TEST(BitmapService, SharesABitmapBetweenCharactersAndFlips) {
     const Engine engine;
     const FacePtr face = engine.getFace();
     const auto first = face->getBitmapGlyph(KeyFields().makeBitmap(), false);
@@ -54,7 +54,7 @@ TEST(BitmapService, HasOneBitmapForAllCharactersAndFlips) {
     EXPECT_NE(face->getBitmapGlyph(KeyFields().with(&KeyFields::offset, 4).makeBitmap(), false), first);
 }
 
-TEST(BitmapService, PassesTheFlipOn) {
+TEST(BitmapService, PassesOnTheFlip) {
     const Engine engine(makeTestFont().build());
     const FacePtr face = engine.getFace();
     setFixedRendering(face->getHandle().get(), {2, 1, 1, FT_PIXEL_MODE_GRAY, 0, 0, {7, 8}});
@@ -63,7 +63,7 @@ TEST(BitmapService, PassesTheFlipOn) {
     EXPECT_EQ(face->getBitmapGlyph(KeyFields().makeBitmap(), false)->bitmap.buffer[0], 7);
 }
 
-TEST(BitmapService, SizesTheFaceThenRenders) {
+TEST(BitmapService, SizesTheFaceBeforeItRenders) {
     const Engine engine;
     const FacePtr face = engine.getFace();
     const FreeTypeSpy spy;
@@ -88,7 +88,7 @@ std::string getSizeCall(float size, cinder::Vec2<float> scale, float ratio) {
     return lines.empty() ? "none" : lines.at(0);
 }
 
-TEST(BitmapService, SizesByTruncationIn26Dot6AndWholeDotsPerInch) {
+TEST(BitmapService, TruncatesSizesTo26Dot6AndWholeDotsPerInch) {
     EXPECT_EQ(getSizeCall(10.3F, {1.7F, 9.0F}, 1.0F), "FT_Set_Char_Size 0 1120 72 0")
         << "17.51 * 64 = 1120.64";
     EXPECT_EQ(getSizeCall(10.0F, {1.0F, 1.0F}, 1.5F), "FT_Set_Char_Size 0 640 108 0");
@@ -100,9 +100,9 @@ TEST(BitmapService, SizesByTruncationIn26Dot6AndWholeDotsPerInch) {
 
 TEST(BitmapService, MultipliesSizeAndScaleInSinglePrecision) {
     EXPECT_EQ(getSizeCall(8.2F, {2.5F, 1.0F}, 1.0F), "FT_Set_Char_Size 0 1312 72 0")
-        << "in double it were 1311";
+        << "in double precision it would be 1311";
     EXPECT_EQ(getSizeCall(9.2F, {5.0F, 1.0F}, 1.0F), "FT_Set_Char_Size 0 2944 72 0")
-        << "in double it were 2943";
+        << "in double precision it would be 2943";
 }
 
 TEST(BitmapService, RemembersASizeThatFreeTypeRefuses) {
@@ -117,7 +117,7 @@ TEST(BitmapService, RemembersASizeThatFreeTypeRefuses) {
     EXPECT_THAT(spy.getLines(), IsEmpty());
 }
 
-TEST(BitmapService, TakesSizesThatNoIntegerHoldsForRefused) {
+TEST(BitmapService, TreatsSizesThatOverflowAsRefused) {
     const Engine engine;
     const FacePtr face = engine.getFace();
     const KeyFields fields;
@@ -137,7 +137,7 @@ TEST(BitmapService, TakesSizesThatNoIntegerHoldsForRefused) {
     for (const KeyFields& variant : refused) {
         EXPECT_EQ(face->getBitmapGlyph(variant.makeBitmap(), false), nullptr);
     }
-    EXPECT_THAT(spy.getLines(), IsEmpty()) << "FreeType is not even asked";
+    EXPECT_THAT(spy.getLines(), IsEmpty()) << "FreeType is not called";
     const cinder::Vec2<float> ignored(1, notANumber);
     EXPECT_NE(face->getBitmapGlyph(fields.with(&KeyFields::scale, ignored).makeBitmap(), false), nullptr);
 }
@@ -160,7 +160,7 @@ TEST(BitmapService, WeighsAbsolutePitchTimesRowsAnd48) {
     }
 }
 
-TEST(BitmapService, WeighsInThirtyTwoBits) {
+TEST(BitmapService, ComputesWeightsIn32Bits) {
     Engine engine;
     engine.factory->reset(0, 2 * 48);
     setFixedRendering(engine.getFace()->getHandle().get(),
@@ -170,7 +170,7 @@ TEST(BitmapService, WeighsInThirtyTwoBits) {
     EXPECT_TRUE(isCached(engine, KeyFields())) << "2^32 is 0, and the record's 48 are added after";
 }
 
-TEST(BitmapService, WeighsAFailureNothing) {
+TEST(BitmapService, GivesFailuresNoWeight) {
     Engine engine;
     engine.factory->reset(0, 1);
     render(engine, KeyFields());
@@ -195,7 +195,7 @@ TEST(BitmapService, KeepsASingleGlyphAboveTheLimit) {
     EXPECT_FALSE(isCached(engine, KeyFields()));
 }
 
-TEST(BitmapService, LetsErrorsThroughAndCachesNothing) {
+TEST(BitmapService, PropagatesErrorsAndCachesNothing) {
     const Engine engine;
     const FacePtr face = engine.getFace();
     FreeTypeSpy spy;

@@ -12,7 +12,7 @@
 namespace Vell::FontEngine {
 namespace {
 
-/// In the order of CacheFigures.
+/// The figures in the order of CacheFigures.
 using Figures = std::array<std::uint64_t, 7>;
 
 Figures list(const CacheFigures& figures) {
@@ -26,7 +26,7 @@ std::shared_ptr<const FT_BitmapGlyphRec_> render(const Engine& engine, const Key
     return engine.getFace()->getBitmapGlyph(fields.makeBitmap(), false);
 }
 
-TEST(CacheFigures, AreZeroAtFirstAndLookingChangesNothing) {
+TEST(CacheFigures, AreZeroAtFirstAndAreNotChangedByReading) {
     const Engine engine;
     for (int i = 0; i < 2; ++i) {
         const FactoryCacheFigures figures = engine.factory->getCacheFigures();
@@ -37,7 +37,7 @@ TEST(CacheFigures, AreZeroAtFirstAndLookingChangesNothing) {
     }
 }
 
-TEST(CacheFigures, CountFontFilesWithTheAbsentOnes) {
+TEST(CacheFigures, CountFontFilesIncludingAbsentOnes) {
     const Engine engine;
     engine.getFace("Test Sans", true); // bold: the loader has regular only
     engine.getFace("Test Sans", true);
@@ -48,7 +48,7 @@ TEST(CacheFigures, CountFontFilesWithTheAbsentOnes) {
     EXPECT_EQ(list(figures.faces), (Figures{1, 0, 0, 1, 1, 0, 0}));
 }
 
-TEST(CacheFigures, WeighBitmapsAndColoredImagesAsTheirLimitsDo) {
+TEST(CacheFigures, SumTheWeightsOfBitmapsAndColoredImages) {
     const Engine engine;
     const auto glyph = render(engine, KeyFields().with(&KeyFields::mode, FT_RENDER_MODE_LCD));
     const BitmapGlyph placed(glyph, {0, 0},
@@ -62,7 +62,7 @@ TEST(CacheFigures, WeighBitmapsAndColoredImagesAsTheirLimitsDo) {
     EXPECT_EQ(list(figures.coloredImages), (Figures{1, imageBytes, 0, 1, 1, 0, 0}));
 }
 
-TEST(CacheFigures, CountOutlinesThatNothingLimits) {
+TEST(CacheFigures, CountOutlinesAlthoughTheyHaveNoLimit) {
     const Engine engine;
     Testing::RecordingPainter painter;
     engine.factory->reset(5, 1000);
@@ -72,7 +72,7 @@ TEST(CacheFigures, CountOutlinesThatNothingLimits) {
     EXPECT_EQ(list(engine.factory->getCacheFigures().outlines), (Figures{1, 0, 0, 2, 1, 0, 0}));
 }
 
-TEST(CacheFigures, ShowLimitsAndWhatTheyPushedOut) {
+TEST(CacheFigures, ReportLimitsAndEvictions) {
     const Engine engine;
     engine.factory->reset(1, 1);
     for (const int offset : {0, 4, 8}) {
@@ -88,7 +88,7 @@ TEST(CacheFigures, ShowLimitsAndWhatTheyPushedOut) {
     EXPECT_EQ(figures.faces.maxEntries, 1U);
 }
 
-TEST(CacheFigures, StartAnewWithTheEntries) {
+TEST(CacheFigures, RestartWhenTheCacheIsEmptied) {
     const Engine engine;
     Testing::RecordingPainter painter;
     render(engine, KeyFields());

@@ -1,4 +1,4 @@
-// FT_Face::generic is for the data of the client.
+// FT_Face::generic belongs to the client.
 
 #include <FontEngine/Engine.h>
 #include <FontEngine/GlyphKeyFields.h>
@@ -23,7 +23,7 @@ using FontLoaders::FTFacePtr;
 using Testing::Bytes;
 using Testing::getErrorText;
 
-/// Calls of the finalizer, as which a client might count them.
+/// Counts calls of the finalizer, as a client's finalizer might.
 void countEnd(void* face) {
     ++*static_cast<int*>(static_cast<FT_Face>(face)->generic.data);
 }
@@ -33,21 +33,21 @@ Bytes getPixels(const FT_BitmapGlyphRec_& glyph) {
     return {glyph.bitmap.buffer, glyph.bitmap.buffer + size};
 }
 
-/// Asks for a bitmap and for a path.
+/// Requests a bitmap and a path.
 Bytes useGlyphs(const Engine& engine, const FacePtr& face) {
     Testing::RecordingPainter painter;
     EXPECT_NE(face->getOutlineGlyphPath(KeyFields().makeOutline(), painter), nullptr);
     return getPixels(*engine.factory->getBitmapGlyph(KeyFields().makeBitmap(), face, false));
 }
 
-/// The pixels of the same glyph where no client interferes.
+/// The pixels of the same glyph if no client interferes.
 Bytes getExpectedPixels() {
     const Engine engine;
     return useGlyphs(engine, engine.getFace());
 }
 
-/// The test font and glyphs each of which contains the one before it twice: the last one has 262,143 parts,
-/// all of them empty, so FreeType itself has nothing against it.
+/// The test font and a chain of glyphs, each of which contains the previous one twice. The last one has
+/// 262,143 parts. All of them are empty, so FreeType itself accepts it.
 Bytes makeFontWithTree() {
     Testing::FontBuilder font = makeTestFont();
     unsigned int last = font.addGlyph(Testing::FontGlyph());
@@ -65,14 +65,14 @@ std::string getTreeError(const Engine& engine, const FacePtr& face) {
 
 constexpr const char* refused = "FT_Load_Glyph() failed, error: 21, glyph index: 22 ";
 
-TEST(ClientData, IsNotThereInANewFace) {
+TEST(ClientData, IsEmptyInANewFace) {
     const Engine engine;
     const FT_Generic& field = engine.getFace()->getHandle()->generic;
     EXPECT_EQ(field.data, nullptr);
     EXPECT_EQ(field.finalizer, nullptr);
 }
 
-TEST(ClientData, StaysAsItIsUntilItsFaceEnds) {
+TEST(ClientData, StaysUntouchedUntilItsFaceIsDestroyed) {
     int endCount = 0;
     {
         const Engine engine;
@@ -87,7 +87,7 @@ TEST(ClientData, StaysAsItIsUntilItsFaceEnds) {
     EXPECT_EQ(endCount, 1);
 }
 
-TEST(ClientData, LeavesTheProtectionAgainstBoundlessGlyphs) {
+TEST(ClientData, DoesNotDisableTheProtectionAgainstBoundlessGlyphs) {
     const Engine engine(makeFontWithTree());
     const FacePtr face = engine.getFace();
     Bytes data(256, 0);
@@ -95,7 +95,7 @@ TEST(ClientData, LeavesTheProtectionAgainstBoundlessGlyphs) {
     EXPECT_EQ(getTreeError(engine, face), refused);
 }
 
-TEST(ClientData, MayBeThatOfHarfBuzz) {
+TEST(ClientData, MayBelongToHarfBuzz) {
     const Engine engine(makeFontWithTree());
     const FacePtr face = engine.getFace();
     hb_face_t* const shaper = hb_ft_face_create_cached(face->getHandle().get());
@@ -107,7 +107,7 @@ TEST(ClientData, MayBeThatOfHarfBuzz) {
     hb_face_destroy(shaper);
 }
 
-/// A face that the client has opened with a FreeType of its own, and given data.
+/// A face that the client opened with its own FreeType library and to which it attached data.
 class ForeignFace {
 public:
     explicit ForeignFace(Bytes file)
@@ -140,7 +140,7 @@ private:
     FTFacePtr _face{nullptr, [](FT_FaceRec_* face) { FT_Done_Face(face); }};
 };
 
-TEST(ClientData, MayBeThatOfAFaceThatTheClientHasOpened) {
+TEST(ClientData, MayBelongToAFaceThatTheClientOpened) {
     const ForeignFace foreign(makeTestFont().build());
     const auto glyph = Internal::createBitmapGlyph(KeyFields().makeBitmap(), foreign.get(), false);
     EXPECT_EQ(getPixels(*glyph), getExpectedPixels());

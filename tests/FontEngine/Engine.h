@@ -14,7 +14,8 @@ namespace Vell::FontEngine {
 using FacePtr = NNPtr<const FontFace>;
 using FactoryPtr = NNPtr<FontFactory>;
 
-/// 1000 units per em, glyphs of full boxes. Glyph 0, the missing one: 500 wide, a box of 50..450 x 0..700.
+/// A font of 1000 units per em whose glyphs are boxes. Glyph 0, the missing glyph, has an advance of 500 and
+/// a box of 50..450 x 0..700.
 inline Testing::FontBuilder makeTestFont(const std::string& family = "Test Sans") {
     Testing::FontBuilder font(family);
     font.setNotdef(Testing::makeBoxGlyph(500, 50, 0, 450, 700));
@@ -34,7 +35,7 @@ struct TestGlyph {
     static constexpr unsigned int space = 4;
 };
 
-/// A factory over a loader that has the test font as "Test Sans" regular, and nothing else.
+/// A factory with a loader that has only the test font, as "Test Sans" regular.
 struct Engine {
     explicit Engine(const Testing::Bytes& font = makeTestFont().build()) {
         loader->setFont("Test Sans", false, false, font);

@@ -18,8 +18,8 @@ using Testing::InjectedError;
 using testing::IsEmpty;
 using Testing::makeFaceInfo;
 
-/// What each request gets when these files are installed: the file and the styling added to it. Files: R
-/// regular, B bold, I italic, Z bold italic. Styling: 1 emboldened, 2 slanted, 3 both.
+/// The answer to each request if these files are installed: the file and the synthetic styles. Files: R
+/// regular, B bold, I italic, Z bold italic. Styles: 1 emboldened, 2 slanted, 3 both.
 struct Row {
     const char* installed;
     std::array<const char*, 4> answers; ///< regular, bold, italic, bold italic
@@ -43,7 +43,7 @@ constexpr Row yuGothicMedium[] = {
     {"RBIZ", {"R0", "R1", "R2", "B2"}},
 };
 
-/// A factory over files of one byte, the letter of their style.
+/// A factory whose font files have one byte, the letter of their style.
 struct Files {
     Files(const std::string& family, const std::string& installed) {
         for (const char style : installed) {
@@ -76,7 +76,7 @@ void expectTable(const std::string& family, const Row (&rows)[count]) {
             EXPECT_LE(files.loader->countCalls(), 4U);
             files.loader->clearCalls();
             EXPECT_EQ(files.ask(family, (request & 1U) != 0, (request & 2U) != 0), row.answers.at(request));
-            EXPECT_THAT(files.loader->getCalls(), IsEmpty()) << "every answer is remembered";
+            EXPECT_THAT(files.loader->getCalls(), IsEmpty()) << "every answer is cached";
         }
     }
 }
@@ -85,7 +85,7 @@ TEST(FaceData, ReplacesMissingStyles) {
     expectTable("Test Sans", anyFamily);
 }
 
-TEST(FaceData, ReplacesMissingStylesOfFamiliesThatOnlyResembleTheSpecialOne) {
+TEST(FaceData, ReplacesMissingStylesOfFamiliesWithSimilarNames) {
     expectTable("Yu Gothic", anyFamily);
     expectTable("yu gothic medium", anyFamily);
     expectTable("Yu Gothic Medium ", anyFamily);
@@ -115,7 +115,7 @@ TEST(FaceData, ProbesRegularThenBoldThenItalic) {
                             "loadFont \"Test Sans\" bold", "loadFont \"Test Sans\" italic"));
 }
 
-TEST(FaceData, AsksForNoMoreThanItNeeds) {
+TEST(FaceData, RequestsNoMoreThanItNeeds) {
     const Files exact("a", "RBIZ");
     EXPECT_EQ(exact.ask("a", true, true), "Z0");
     EXPECT_THAT(exact.loader->getCalls(), ElementsAre("loadFont \"a\" bold italic"));
@@ -141,7 +141,7 @@ TEST(FaceData, SharesTheBytesOfTheLoader) {
     EXPECT_NE(factory->getFaceData(makeFaceInfo("a")), exact) << "the record itself is made anew";
 }
 
-TEST(FaceDataBytes, RemembersAnswersNullIncluded) {
+TEST(FaceDataBytes, CachesAnswersIncludingNull) {
     const Files files("a", "R");
     EXPECT_EQ(files.factory->getFaceDataBytes(makeFaceInfo("a")),
               files.factory->getFaceDataBytes(makeFaceInfo("a")));
@@ -150,7 +150,7 @@ TEST(FaceDataBytes, RemembersAnswersNullIncluded) {
     EXPECT_THAT(files.loader->getCalls(), ElementsAre("loadFont \"a\" regular", "loadFont \"b\" bold"));
 }
 
-TEST(FaceDataBytes, AsksForTheDefaultFontWhenTheNameIsEmpty) {
+TEST(FaceDataBytes, RequestsTheDefaultFontIfTheNameIsEmpty) {
     Files files("a", "");
     files.loader->setDefaultFont(true, false, Bytes{7});
     EXPECT_EQ(files.factory->getFaceDataBytes(makeFaceInfo("", true, false))->at(0), 7);
@@ -158,7 +158,7 @@ TEST(FaceDataBytes, AsksForTheDefaultFontWhenTheNameIsEmpty) {
     EXPECT_THAT(files.loader->getCalls(), ElementsAre("loadDefaultFont bold", "loadDefaultFont italic"));
 }
 
-TEST(FaceDataBytes, LetsTheLoadersExceptionsThroughAndTriesAgain) {
+TEST(FaceDataBytes, PropagatesTheLoadersExceptionsAndTriesAgain) {
     const Files files("a", "R");
     files.loader->throwFrom("loadFont");
     EXPECT_THROW(files.factory->getFaceDataBytes(makeFaceInfo("a")), InjectedError);
@@ -184,7 +184,7 @@ TEST(FaceData, KeepsTheStyleUnderTheDefaultName) {
     EXPECT_THAT(files.loader->getCalls(), IsEmpty());
 }
 
-/// A loader that asks the factory for the very font that it is loading.
+/// A loader that requests from the factory the font that it is loading.
 class CircularLoader : public Testing::CountingLoader {
 public:
     std::shared_ptr<const Bytes> loadFont(const NNPtr<const Gfx::FontFaceInfo>& face) const override {
@@ -198,7 +198,7 @@ public:
     mutable bool isInside = false;
 };
 
-TEST(FaceDataDeathTest, AssertsThatALoaderDoesNotAddTheFontThatItIsAskedFor) {
+TEST(FaceDataDeathTest, AssertsThatALoaderDoesNotRequestTheFontItLoads) {
     const auto loader = std::make_shared<CircularLoader>();
     const FactoryPtr factory = FontFactory::create(loader, "");
     loader->factory = factory.get();

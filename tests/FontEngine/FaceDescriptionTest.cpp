@@ -23,7 +23,7 @@ std::uint64_t hashOf(const FaceInfoPtr& face) {
     return std::hash<FaceInfoPtr>()(face);
 }
 
-TEST(FaceDescription, AnswersWhatItWasMadeFrom) {
+TEST(FaceDescription, ReturnsItsArguments) {
     const FontFaceInfo plain("Test Sans", false, true);
     EXPECT_EQ(plain.getName(), "Test Sans");
     EXPECT_FALSE(plain.isBold());
@@ -54,7 +54,7 @@ TEST(FaceDescription, HashesBytesAbove7FAsNegativeNumbers) {
     EXPECT_NE(hashOf(makeFaceInfo("\xC3\xA9")), 0x280196FC7BA99E0BU) << "as positive numbers";
 }
 
-TEST(FaceDescription, HashesByItsAnswersWhoeverGivesThem) {
+TEST(FaceDescription, HashesLikeADescriptionOfTheClientsClass) {
     const auto foreign = makeNNPtr<const Testing::ClientFaceInfo>("Test Sans", true, false);
     EXPECT_EQ(hashOf(foreign), 0xFEECDC14401A4ECBU);
     EXPECT_EQ(hashOf(foreign), 0xFEECDC14401A4ECBU);
@@ -71,7 +71,7 @@ TEST(FaceDescription, IsEqualByValue) {
     EXPECT_FALSE(areEqual(makeFaceInfo("a", true, false), makeFaceInfo("a", true, true)));
 }
 
-TEST(FaceDescription, IsEqualToItselfWithoutBeingAsked) {
+TEST(FaceDescription, EqualsItselfWithoutCallingItsAccessors) {
     const auto foreign = makeNNPtr<const Testing::ClientFaceInfo>("Test Sans", true, false);
     EXPECT_TRUE(ComparisonDetails::arePointersDeeplyEqual(foreign, foreign));
     EXPECT_EQ(foreign->nameCalls, 0);

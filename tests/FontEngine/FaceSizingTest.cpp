@@ -1,4 +1,4 @@
-// When a face is given a size, and when it is known to have it.
+// When the engine sets the size of a face, and when it knows that the face has it already.
 
 #include <FontEngine/Engine.h>
 #include <FontEngine/GlyphKeyFields.h>
@@ -24,7 +24,7 @@ using testing::ElementsAre;
 using Testing::FreeTypeSpy;
 using testing::IsEmpty;
 
-/// Renders a bitmap that is in no cache: another offset each time.
+/// Renders a bitmap that is not in the cache, with another offset each time.
 class Renderer {
 public:
     explicit Renderer(FacePtr face, unsigned char lastOffset = 0)
@@ -36,14 +36,14 @@ public:
             KeyFields().with(&KeyFields::size, size).with(&KeyFields::offset, ++_offset).makeBitmap(), false);
     }
 
-    /// The sizes that FreeType is asked for meanwhile.
+    /// Renders a bitmap and returns the sizes that FreeType was asked for meanwhile.
     std::vector<std::string> spyOn(float size = 10.0F) {
         const FreeTypeSpy spy;
         render(size);
         return spy.getLines({"FT_Set_Char_Size"});
     }
 
-    /// The same with an outline.
+    /// Does the same with an outline.
     std::vector<std::string> spyOnOutline(float size, unsigned long glyph) {
         Testing::RecordingPainter painter;
         const FreeTypeSpy spy;
@@ -59,7 +59,7 @@ private:
     unsigned char _offset;
 };
 
-TEST(FaceSizing, AsksForASizeOnceWhileItStays) {
+TEST(FaceSizing, SetsASizeOnceWhileItStays) {
     const Engine engine;
     Renderer renderer(engine.getFace());
     EXPECT_THAT(renderer.spyOn(), ElementsAre("FT_Set_Char_Size 0 640 72 0"));
@@ -69,7 +69,7 @@ TEST(FaceSizing, AsksForASizeOnceWhileItStays) {
     EXPECT_THAT(renderer.spyOn(), ElementsAre("FT_Set_Char_Size 0 640 72 0"));
 }
 
-TEST(FaceSizing, KnowsSizesByTheirRequestNotByTheirPixels) {
+TEST(FaceSizing, ComparesTheRequestedSizesNotTheirPixels) {
     const Engine engine;
     Renderer renderer(engine.getFace());
     EXPECT_THAT(renderer.spyOn(), ElementsAre("FT_Set_Char_Size 0 640 72 0"));
@@ -78,7 +78,7 @@ TEST(FaceSizing, KnowsSizesByTheirRequestNotByTheirPixels) {
     EXPECT_THAT(renderer.spyOn(), ElementsAre("FT_Set_Char_Size 0 640 72 0"));
 }
 
-TEST(FaceSizing, KnowsEachFaceByItself) {
+TEST(FaceSizing, RemembersTheSizeOfEachFace) {
     const Engine engine;
     Renderer first(engine.getFace());
     first.render();
@@ -87,7 +87,7 @@ TEST(FaceSizing, KnowsEachFaceByItself) {
     EXPECT_THAT(first.spyOn(), IsEmpty());
 }
 
-TEST(FaceSizing, SeesThatTheClientHasSizedTheFace) {
+TEST(FaceSizing, DetectsThatTheClientSizedTheFace) {
     const Engine engine;
     Renderer renderer(engine.getFace());
     renderer.render();
@@ -97,7 +97,7 @@ TEST(FaceSizing, SeesThatTheClientHasSizedTheFace) {
     EXPECT_THAT(renderer.spyOn(), ElementsAre("FT_Set_Char_Size 0 640 72 0")) << "another width";
 }
 
-TEST(FaceSizing, SeesThatTheClientHasActivatedAnotherSizeObject) {
+TEST(FaceSizing, DetectsThatTheClientActivatedAnotherSizeObject) {
     const Engine engine;
     Renderer renderer(engine.getFace());
     renderer.render();
@@ -108,7 +108,7 @@ TEST(FaceSizing, SeesThatTheClientHasActivatedAnotherSizeObject) {
     EXPECT_THAT(renderer.spyOn(), ElementsAre("FT_Set_Char_Size 0 640 72 0"));
 }
 
-TEST(FaceSizing, AsksAgainAfterARefusal) {
+TEST(FaceSizing, SetsTheSizeAgainAfterARefusal) {
     const Engine engine;
     Renderer renderer(engine.getFace());
     renderer.render();
@@ -120,7 +120,7 @@ TEST(FaceSizing, AsksAgainAfterARefusal) {
     EXPECT_THAT(renderer.spyOn(), ElementsAre("FT_Set_Char_Size 0 640 72 0"));
 }
 
-TEST(FaceSizing, AsksAgainAfterAGlyphThatFailed) {
+TEST(FaceSizing, SetsTheSizeAgainAfterAFailedGlyph) {
     for (const char* const call : {"FT_Load_Glyph", "FT_Get_Glyph", "FT_Glyph_To_Bitmap"}) {
         const Engine engine;
         Renderer renderer(engine.getFace());
@@ -135,16 +135,16 @@ TEST(FaceSizing, AsksAgainAfterAGlyphThatFailed) {
     }
 }
 
-TEST(FaceSizing, AlwaysAsksFacesThatVary) {
+TEST(FaceSizing, AlwaysSizesVariableFaces) {
     const Engine engine;
     Renderer renderer(engine.getFace());
     renderer.getHandle()->face_flags |= FT_FACE_FLAG_MULTIPLE_MASTERS;
     renderer.render();
     EXPECT_THAT(renderer.spyOn(), ElementsAre("FT_Set_Char_Size 0 640 72 0"))
-        << "a client may have moved it along its axes";
+        << "a client may have changed its axes";
 }
 
-TEST(FaceSizing, AlwaysAsksFacesOfBitmaps) {
+TEST(FaceSizing, AlwaysSizesBitmapFaces) {
     Testing::BdfFont font;
     font.glyphs.push_back({'A', 6, 5, 0, 0, {{0xF8}}});
     font.pixelSize = 10;

@@ -19,7 +19,7 @@ namespace {
 constexpr const char* text = "Ax__ A\xE2\x98\x83x";
 constexpr unsigned int snowman = 0x2603;
 
-/// Every family has boxes of sizes of its own.
+/// The boxes of each family have sizes of their own.
 Testing::Bytes buildFont(const std::string& family, unsigned int number) {
     const int side = 100 + 30 * static_cast<int>(number);
     Testing::FontBuilder font(family);
@@ -130,7 +130,8 @@ std::uint64_t StressEngine::work(unsigned int round) const {
     Digest digest;
     Testing::RecordingPainter painter;
     for (unsigned int step = 0; step < familyCount; ++step) {
-        const unsigned int family = (step * 5 + round) % familyCount; // every one, from another one on
+        const unsigned int family =
+            (step * 5 + round) % familyCount; // all families, starting with another one each round
         const float size = 9.0F + static_cast<float>((round + step) % 7);
         if (family % 2 == 0) {
             const BitmapGlyphRun run = layOutBitmaps(family, size);

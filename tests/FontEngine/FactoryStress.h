@@ -13,21 +13,22 @@
 
 namespace Vell::FontEngine {
 
-/// A factory over many families, no two alike, and a fallback family for symbols. The even families are for
-/// bitmaps and the odd ones for outlines, because one face must not be rendered by both services at once.
+/// A factory with many different families and a fallback family for symbols. The even families are for
+/// bitmaps and the odd ones for outlines, because both services must not render one face at once.
 class StressEngine {
 public:
     static constexpr unsigned int familyCount = 24;
 
-    /// Engines may share a loader and with it the bytes of the fonts.
+    /// Engines may share a loader, and so the bytes of the fonts.
     explicit StressEngine(std::shared_ptr<const Testing::CountingLoader> loader = makeLoader());
 
     static std::shared_ptr<Testing::CountingLoader> makeLoader();
 
     FontFactory& getFactory() const { return *_factory; }
 
-    /// A round of work, the same in every engine for the same number: texts in fonts of every family, and the
-    /// images of their underscores. Returns a digest of every position, pixel, image and path.
+    /// Does a round of work, which is the same in every engine for the same number: lays out texts in fonts
+    /// of every family and colours their underscores. Returns a digest of all positions, pixels, images and
+    /// paths.
     std::uint64_t work(unsigned int round) const;
 
     BitmapGlyphRun layOutBitmaps(unsigned int family, float size) const;
@@ -38,7 +39,7 @@ private:
     NNPtr<FontFactory> _factory;
 };
 
-/// Folds values into one number that depends on all of them and on their order.
+/// Folds values into a number that depends on all of them and on their order.
 class Digest {
 public:
     void add(std::uint64_t value);
@@ -47,7 +48,7 @@ public:
     void add(const BitmapGlyphImage& image);
     void add(const BitmapGlyphRun& run);
     void add(const OutlineGlyphRun& run);
-    /// The images of the run's underscores, as the font's face paints them.
+    /// Adds the images of the run's underscores, coloured by the font's face.
     void addImages(const BitmapGlyphRun& run, const Font& font);
 
     std::uint64_t get() const { return _value; }

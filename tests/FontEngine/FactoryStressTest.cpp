@@ -1,5 +1,5 @@
-// Many threads on factories and faces, within the rules of FontFactory and FontFace. What each thread gets is
-// compared with what one thread alone gets.
+// Many threads use factories and faces, within the rules of FontFactory and FontFace. The tests compare what
+// each thread gets with what a single thread gets.
 
 #include <FontEngine/FactoryStress.h>
 
@@ -18,10 +18,10 @@ using Testing::runOnThreads;
 constexpr unsigned int threadCount = 8;
 constexpr unsigned int roundsPerThread = 6;
 
-/// The digests of all rounds, thread by thread.
+/// The digests of all rounds of each thread.
 using Results = std::vector<std::vector<std::uint64_t>>;
 
-std::vector<std::uint64_t> workRounds(const StressEngine& engine, unsigned int thread) {
+std::vector<std::uint64_t> runRounds(const StressEngine& engine, unsigned int thread) {
     std::vector<std::uint64_t> digests;
     for (unsigned int round = 0; round < roundsPerThread; ++round) {
         digests.push_back(engine.work(thread * 3 + round));
@@ -29,23 +29,23 @@ std::vector<std::uint64_t> workRounds(const StressEngine& engine, unsigned int t
     return digests;
 }
 
-/// What the threads should get: computed on this thread alone, in a factory of its own.
+/// The results that the threads should get, computed on this thread in a separate factory.
 Results workAlone() {
     const StressEngine engine;
     Results results(threadCount);
     for (unsigned int thread = 0; thread < threadCount; ++thread) {
-        results[thread] = workRounds(engine, thread);
+        results[thread] = runRounds(engine, thread);
     }
     return results;
 }
 
 Results workTogether(const StressEngine& engine) {
     Results results(threadCount);
-    runOnThreads(threadCount, [&](unsigned int thread) { results[thread] = workRounds(engine, thread); });
+    runOnThreads(threadCount, [&](unsigned int thread) { results[thread] = runRounds(engine, thread); });
     return results;
 }
 
-TEST(FactoryStress, TellsRoundsApart) {
+TEST(FactoryStress, GivesEachRoundItsOwnDigest) {
     const StressEngine engine;
     EXPECT_NE(engine.work(0), engine.work(1));
     EXPECT_EQ(engine.work(0), engine.work(0));
@@ -58,23 +58,23 @@ TEST(FactoryStress, GivesEightThreadsWhatOneThreadGets) {
     EXPECT_EQ(loader->countCalls("loadFont"), StressEngine::familyCount + 1U) << "every file is loaded once";
 }
 
-TEST(FactoryStress, GivesTheSameWhileFacesAndGlyphsAreEvictedAllTheTime) {
+TEST(FactoryStress, GivesTheSameUnderConstantEviction) {
     const StressEngine engine;
     engine.getFactory().reset(3, 2000);
     EXPECT_EQ(workTogether(engine), workAlone());
 }
 
-TEST(FactoryStress, KeepsTwoFactoriesOverOneLoaderApart) {
+TEST(FactoryStress, KeepsTwoFactoriesWithOneLoaderApart) {
     const auto loader = StressEngine::makeLoader();
     const StressEngine engines[2] = {StressEngine(loader), StressEngine(loader)};
     engines[1].getFactory().reset(5, 4000);
     Results results(threadCount);
     runOnThreads(threadCount,
-                 [&](unsigned int thread) { results[thread] = workRounds(engines[thread % 2], thread); });
+                 [&](unsigned int thread) { results[thread] = runRounds(engines[thread % 2], thread); });
     EXPECT_EQ(results, workAlone());
 }
 
-TEST(FactoryStress, ServesFactoriesThatThreadsMakeAndDrop) {
+TEST(FactoryStress, LetsThreadsMakeAndDestroyFactories) {
     const auto loader = StressEngine::makeLoader();
     Results results(threadCount);
     runOnThreads(threadCount, [&](unsigned int thread) {
@@ -85,7 +85,7 @@ TEST(FactoryStress, ServesFactoriesThatThreadsMakeAndDrop) {
     EXPECT_EQ(results, workAlone());
 }
 
-TEST(FactoryStress, AnswersFontsMetricsAndFallbacksToAllThreadsAlike) {
+TEST(FactoryStress, GivesAllThreadsTheSameFontsMetricsAndFallbacks) {
     const auto ask = [](const StressEngine& engine, unsigned int family) {
         const Testing::FontInfoPtr info = engine.getFont(family, 12.0F).getFontInfo();
         const FontFactory& factory = engine.getFactory();

@@ -16,15 +16,15 @@ using Testing::makeFaceInfo;
 
 static_assert(!std::is_copy_assignable_v<FontInfo>, "descriptions are immutable");
 
-TEST(FontDescription, AnswersWhatItWasMadeFrom) {
+TEST(FontDescription, ReturnsItsArguments) {
     const FaceInfoPtr face = makeFaceInfo("a");
     const FontInfo font(face, 12.25F, Gfx::TextPositionType::Subscript);
-    EXPECT_EQ(font.getFontFaceInfo().get(), face.get()) << "the very object";
+    EXPECT_EQ(font.getFontFaceInfo().get(), face.get()) << "the same object";
     EXPECT_EQ(font.getSize(), 12.25F);
     EXPECT_EQ(font.getTextPositionType(), Gfx::TextPositionType::Subscript);
 }
 
-TEST(FontDescription, KeepsSizesAndPositionsThatMeanNothing) {
+TEST(FontDescription, KeepsMeaninglessSizesAndPositions) {
     const FontInfo font(makeFaceInfo(), -3.0F, static_cast<Gfx::TextPositionType>(200));
     EXPECT_EQ(font.getSize(), -3.0F);
     EXPECT_EQ(font.getTextPositionType(), static_cast<Gfx::TextPositionType>(200));

@@ -20,7 +20,7 @@ namespace {
 using testing::ElementsAre;
 using Testing::FreeTypeSpy;
 
-TEST(FontFace, GivesItsLineMetricsInEms) {
+TEST(FontFace, ReturnsLineMetricsInEms) {
     const Engine engine(makeTestFont().setLine(800, -200, 90).build());
     const Gfx::BasicMetrics& metrics = engine.getFace()->getBasicMetrics();
     EXPECT_EQ(metrics.getHeight(), 1090.0F / 1000.0F);
@@ -32,7 +32,7 @@ TEST(FontFace, GivesItsLineMetricsInEms) {
     EXPECT_EQ(metrics.getCharMap().size(), 4U);
 }
 
-TEST(FontFace, TakesTheDescenderWithoutItsSign) {
+TEST(FontFace, ReturnsAPositiveDescender) {
     const Engine engine(makeTestFont().setLine(800, 150).build());
     EXPECT_EQ(engine.getFace()->getBasicMetrics().getDescender(), 0.15F);
 }
@@ -65,14 +65,14 @@ TEST(FontFace, OpensALibraryOfItsOwnAndSetsItsFilterLast) {
     EXPECT_NE(face->getHandle()->glyph->library, engine.getFace()->getHandle()->glyph->library);
 }
 
-TEST(FontFace, LivesWithoutASubpixelFilter) {
+TEST(FontFace, WorksWithoutASubpixelFilter) {
     const Engine engine;
     FreeTypeSpy spy;
     spy.failCall("FT_Library_SetLcdFilter", 1, FT_Err_Unimplemented_Feature);
     EXPECT_STREQ(engine.getFace()->getHandle()->family_name, "Test Sans");
 }
 
-TEST(FontFace, ReleasesWhatItOpenedWhenAStepThrows) {
+TEST(FontFace, ReleasesEverythingIfAStepThrows) {
     const Engine engine;
     FreeTypeSpy spy;
     spy.failCall("FT_Get_Advance");
@@ -113,7 +113,7 @@ TEST(FontFace, OpensFontsWithoutAName) {
     EXPECT_EQ(engine.getFace()->getBasicMetrics().getAscender(), 0.8F);
 }
 
-TEST(FontFace, OpensBitmapFontsWithMetricsThatAreNoNumbers) {
+TEST(FontFace, OpensBitmapFontsWithoutFiniteMetrics) {
     Testing::BdfFont builder;
     builder.glyphs.push_back({'A', 6, 5, 0, 0, {{0xF8}}});
     const Engine engine(builder.build());

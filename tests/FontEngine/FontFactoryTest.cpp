@@ -48,7 +48,7 @@ std::shared_ptr<const FT_BitmapGlyphRec_> render(const Engine& engine, unsigned 
     return engine.getFace()->getBitmapGlyph(KeyFields().with(&KeyFields::offset, offset).makeBitmap(), false);
 }
 
-/// An image of a bitmap that another engine has rendered; each red has one of its own.
+/// Colours a bitmap that another engine rendered. Each red gives an image of its own.
 std::shared_ptr<const BitmapGlyphImageWithDeleter> paint(const Engine& engine, unsigned char red) {
     const KeyFields fields = KeyFields().with(&KeyFields::mode, FT_RENDER_MODE_LCD);
     const auto bitmap = Engine().getFace()->getBitmapGlyph(fields.makeBitmap(), false);
@@ -66,7 +66,7 @@ TEST(FontFactory, LoadsNothingWhenItIsMade) {
     EXPECT_EQ(loader.use_count(), 2) << "shares the loader";
 }
 
-TEST(FontFactory, GivesTheDefaultNameToThePlatformLoaderAndToItself) {
+TEST(FontFactory, PassesTheDefaultNameToThePlatformLoader) {
     const FactoryPtr factory = FontFactory::create("Default Family");
     EXPECT_EQ(factory->substituteDefaultFaceName(makeFaceInfo("a"))->getName(), "Default Family");
     EXPECT_EQ(factory->getFontLoader().getFamilyNameForRange(0), "");
@@ -94,7 +94,7 @@ TEST(FontFactory, KeepsEverythingUntilItIsReset) {
     EXPECT_THAT(engine.loader->getCalls(), IsEmpty());
 }
 
-TEST(FontFactoryReset, LimitsFacesToTheOnesUsedLast) {
+TEST(FontFactoryReset, KeepsTheMostRecentlyUsedFaces) {
     ManyFonts engine;
     engine.factory->reset(2, 0);
     engine.getFace("1");
@@ -104,10 +104,10 @@ TEST(FontFactoryReset, LimitsFacesToTheOnesUsedLast) {
     EXPECT_TRUE(isFaceCached(engine, "1"));
     EXPECT_TRUE(isFaceCached(engine, "3"));
     EXPECT_FALSE(isFaceCached(engine, "2"));
-    EXPECT_FALSE(isFaceCached(engine, "1")) << "pushed out by the one before";
+    EXPECT_FALSE(isFaceCached(engine, "1")) << "evicted by the previous one";
 }
 
-TEST(FontFactoryReset, LimitsFontFilesWithProbesAndNegativeAnswers) {
+TEST(FontFactoryReset, LimitsFontFilesIncludingProbesAndNegativeAnswers) {
     ManyFonts engine;
     engine.factory->reset(2, 0);
     engine.factory->getFaceDataBytes(makeFaceInfo("1"));
@@ -142,7 +142,7 @@ TEST(FontFactoryReset, LimitsTheBytesOfBitmaps) {
     EXPECT_NE(render(engine, 4), shifted);
 }
 
-TEST(FontFactoryReset, GivesBitmapsAndColoredImagesTheWholeLimitEach) {
+TEST(FontFactoryReset, GivesBitmapsAndColoredImagesEachTheWholeLimit) {
     const Engine engine;
     const auto image = paint(engine, 0);
     const unsigned long limit = 2UL * image->rows * 4 * static_cast<unsigned int>(image->pitch);
@@ -166,7 +166,7 @@ TEST(FontFactoryReset, GivesBitmapsAndColoredImagesTheWholeLimitEach) {
     EXPECT_EQ(engine.factory->getCacheFigures().coloredImages.evictions, 1U);
 }
 
-/// Adds many entries to the caches and expects this many to stay.
+/// Adds many entries to the caches and expects that so many stay.
 void expectRoom(const ManyFonts& engine, std::uint64_t faces, std::uint64_t bitmaps, std::uint64_t images) {
     for (int i = 0; i < ManyFonts::count; ++i) {
         engine.getFace(std::to_string(i));
@@ -180,7 +180,7 @@ void expectRoom(const ManyFonts& engine, std::uint64_t faces, std::uint64_t bitm
     EXPECT_EQ(figures.coloredImages.entries, images);
 }
 
-TEST(FontFactoryReset, ReplacesTheLimitsOfAnEarlierOne) {
+TEST(FontFactoryReset, ReplacesEarlierLimits) {
     const ManyFonts engine;
     constexpr std::uint64_t count = ManyFonts::count;
     engine.factory->reset(2, 1);
@@ -188,12 +188,12 @@ TEST(FontFactoryReset, ReplacesTheLimitsOfAnEarlierOne) {
     engine.factory->reset(5, 0);
     expectRoom(engine, 5, count, count);
     engine.factory->reset(0, 1);
-    expectRoom(engine, count + 1, 1, 1); // with the font that the bitmaps are of
+    expectRoom(engine, count + 1, 1, 1); // plus the font of the bitmaps
     engine.factory->reset(0, 0);
     expectRoom(engine, count + 1, count, count);
 }
 
-TEST(FontFactoryReset, ForgetsColoredImagesAndNegativeAnswersEachTime) {
+TEST(FontFactoryReset, AlwaysDropsColoredImagesAndNegativeAnswers) {
     const Engine engine;
     engine.factory->reset(5, 100000);
     for (const char* const name : {"first", "second"}) {
@@ -227,7 +227,7 @@ TEST(FontFactoryReset, EmptiesFourCachesAndLeavesTheOutlines) {
     EXPECT_EQ(again->getOutlineGlyphPath(KeyFields().makeOutline(), painter), path) << "unlimited as before";
 }
 
-TEST(FontFactoryReset, ReleasesWhatNobodyHolds) {
+TEST(FontFactoryReset, ReleasesEntriesThatNobodyElseOwns) {
     Engine engine;
     const std::weak_ptr<const FontFace> face = std::shared_ptr<const FontFace>(engine.getFace());
     const std::weak_ptr<const FT_BitmapGlyphRec_> glyph = render(engine, 0);
@@ -248,7 +248,7 @@ TEST(FontFactoryFlush, EmptiesEveryCache) {
     EXPECT_THAT(engine.loader->getCalls(), ElementsAre("loadFont \"Test Sans\" regular"));
     EXPECT_NE(render(engine, 0), bitmap);
     EXPECT_NE(face->getOutlineGlyphPath(KeyFields().makeOutline(), painter), path);
-    EXPECT_EQ(bitmap->bitmap.buffer[0], 255) << "what is held stays valid";
+    EXPECT_EQ(bitmap->bitmap.buffer[0], 255) << "glyphs in use stay valid";
     EXPECT_EQ(face->getBasicMetrics().getAscender(), 0.8F);
 }
 
@@ -264,7 +264,7 @@ TEST(FontFactoryFlush, KeepsTheLimits) {
     EXPECT_NE(render(engine, 0), glyph);
 }
 
-/// A painter whose paths tell how far FreeType's objects had been released when they went.
+/// A painter whose paths record which FreeType objects were released before them.
 class WatchedPathPainter : public RecordingPainter {
 public:
     WatchedPathPainter(const FreeTypeSpy& spy, std::vector<std::string>& log)
@@ -300,7 +300,7 @@ TEST(FontFactoryFlush, ReleasesGlyphsThenPathsThenFaces) {
                 ElementsAre("FT_Done_Glyph", "FT_Done_Face"));
 }
 
-TEST(FontFactory, EndsWithItsCachesWhileFacesSurvive) {
+TEST(FontFactory, DestroysItsCachesButNotFacesInUse) {
     std::weak_ptr<const FT_BitmapGlyphRec_> glyph;
     std::shared_ptr<const FontFace> face;
     {

@@ -15,7 +15,7 @@ using Testing::makeExtFontInfo;
 using Testing::makeFaceInfo;
 using Testing::makeFontInfo;
 
-TEST(Font, MultipliesTheMetricsOfItsFaceByItsSize) {
+TEST(Font, ScalesTheMetricsOfItsFaceByItsSize) {
     const Engine engine(makeTestFont().setLine(800, -200, 90).build());
     const Font font = engine.getFont(20.0F);
     EXPECT_FLOAT_EQ(font.getHeight(), 21.8F);
@@ -28,7 +28,7 @@ TEST(Font, MultipliesTheMetricsOfItsFaceByItsSize) {
     EXPECT_FLOAT_EQ(font.getTextWidth("Ax", makeExtFontInfo(1.5F)), 20 * (0.6F + 0.4F) + 2 * 1.5F);
 }
 
-TEST(Font, KeepsItsFaceAndMetricsWhenTheFactoryDropsThem) {
+TEST(Font, KeepsItsFaceAndMetricsWhenTheFactoryEvictsThem) {
     Engine engine;
     const std::weak_ptr<const FontFace> face = std::shared_ptr<const FontFace>(engine.getFace());
     {
@@ -42,7 +42,7 @@ TEST(Font, KeepsItsFaceAndMetricsWhenTheFactoryDropsThem) {
     EXPECT_TRUE(face.expired());
 }
 
-TEST(Font, OwnsTheMetricsTogetherWithTheFace) {
+TEST(Font, SharesTheMetricsTogetherWithTheFace) {
     const Engine engine;
     const std::shared_ptr<const FontFace> face = engine.getFace();
     const long without = face.use_count();
@@ -53,7 +53,7 @@ TEST(Font, OwnsTheMetricsTogetherWithTheFace) {
     EXPECT_EQ(copy.getAscent(), 8.0F);
 }
 
-/// Text whose font changes with its zoom.
+/// A text whose font changes with its zoom.
 struct Label {
     Font font;
 };
@@ -83,7 +83,7 @@ TEST(Font, MayLiveInAVectorThatErases) {
     EXPECT_EQ(fonts.at(1).getFace(), engine.getFace());
 }
 
-TEST(Font, ReleasesTheFaceThatItIsAssignedOver) {
+TEST(Font, ReleasesItsFaceWhenItIsAssignedTo) {
     Engine engine;
     engine.loader->setFont("Other", false, false, makeTestFont("Other").build());
     Font font = engine.getFont();

@@ -1,5 +1,5 @@
-// That what users set for FreeType in their environment does not reach the engine, which renders alike for
-// all of them.
+// The FreeType properties in a user's environment do not affect the engine: it renders the same for all
+// users.
 
 #include <FontEngine/Engine.h>
 #include <FontEngine/GlyphKeyFields.h>
@@ -16,7 +16,7 @@ namespace {
 
 using Testing::Bytes;
 
-/// Sets the variable that FreeType reads when a library is made by FT_Init_FreeType.
+/// Sets the variable that FT_Init_FreeType reads.
 class EnvironmentProperties {
 public:
     explicit EnvironmentProperties(const char* properties) { setenv("FREETYPE_PROPERTIES", properties, 1); }
@@ -31,13 +31,13 @@ std::string describe(const FT_Bitmap& bitmap) {
            std::string(reinterpret_cast<const char*>(bitmap.buffer), size);
 }
 
-/// Glyph 1 at 10 pixels, as the engine renders it.
+/// Renders glyph 1 at 10 pixels with the engine.
 std::string renderByEngine(const Bytes& file) {
     const Engine engine(file);
     return describe(engine.getFace()->getBitmapGlyph(KeyFields().makeBitmap(), false)->bitmap);
 }
 
-/// The same with a library of FreeType's own making.
+/// Does the same with a library that FT_Init_FreeType made.
 std::string renderPlainly(const Bytes& file) {
     FT_Library library = nullptr;
     FT_Face face = nullptr;
@@ -59,10 +59,10 @@ void expectNoInfluence(const char* properties, const Bytes& file) {
     EXPECT_EQ(renderByEngine(file), look);
 }
 
-TEST(FreeTypeProperties, OfTheEnvironmentChooseNoOtherInterpreter) {
+TEST(FreeTypeProperties, OfTheEnvironmentDoNotChangeTheInterpreter) {
     constexpr unsigned char alongX = 0x01;         // SVTCA[x]
     constexpr unsigned char pushTwoBytes = 0xB1;   // PUSHB[1]
-    constexpr unsigned char roundToTheGrid = 0x2F; // MDAP[1]: heeded along x by version 35 only
+    constexpr unsigned char roundToTheGrid = 0x2F; // MDAP[1]: only version 35 obeys it along x
     Testing::FontBuilder font("Test Sans");
     Testing::FontGlyph glyph = Testing::makeBoxGlyph(600, 150, 0, 500, 700);
     glyph.instructions = {alongX, pushTwoBytes, 0, 1, roundToTheGrid, roundToTheGrid};
@@ -70,7 +70,7 @@ TEST(FreeTypeProperties, OfTheEnvironmentChooseNoOtherInterpreter) {
     expectNoInfluence("truetype:interpreter-version=35", font.build());
 }
 
-TEST(FreeTypeProperties, OfTheEnvironmentDarkenNoStems) {
+TEST(FreeTypeProperties, OfTheEnvironmentDoNotDarkenStems) {
     Testing::CffFont font;
     font.charStrings.assign(35, Testing::makeBoxCharString());
     expectNoInfluence("cff:no-stem-darkening=0", font.build());

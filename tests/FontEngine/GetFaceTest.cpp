@@ -29,7 +29,7 @@ std::string getErrorText(const Engine& engine, const std::string& family) {
     return "no exception";
 }
 
-TEST(GetFace, AnswersEqualDescriptionsWithOneFace) {
+TEST(GetFace, ReturnsOneFaceForEqualDescriptions) {
     const Engine engine;
     const FreeTypeSpy spy;
     const auto& first = engine.factory->getFace(makeFaceInfo());
@@ -49,7 +49,7 @@ TEST(GetFace, MakesAFaceForEveryStyleOfOneFile) {
               engine.getFace("Test Sans", true, true)->getFaceData().bytes);
 }
 
-TEST(GetFace, ServesUnknownFamiliesWithTheDefaultFontOfTheStyle) {
+TEST(GetFace, FallsBackToTheDefaultFontOfTheStyle) {
     Engine engine;
     engine.loader->setDefaultFont(true, false, makeTestFont("Default Bold").build());
     const FacePtr face = engine.getFace("Unknown", true);
@@ -69,7 +69,7 @@ TEST(GetFace, SynthesisesTheStyleOfTheDefaultFont) {
     EXPECT_EQ(engine.getFace("Unknown", true, true)->getTransform(), GlyphTransform::EmboldenAndSlant);
 }
 
-TEST(GetFace, KeepsTheDefaultFaceUnderTheRequestedDescriptionOnly) {
+TEST(GetFace, CachesTheDefaultFaceOnlyUnderTheRequestedDescription) {
     Engine engine;
     engine.loader->setDefaultFont(false, false, makeTestFont("Default").build());
     const FacePtr unknown = engine.getFace("Unknown");
@@ -90,7 +90,7 @@ TEST(GetFace, ThrowsWhenEvenTheDefaultFontIsMissing) {
     EXPECT_STREQ(engine.getFace("Unknown")->getHandle()->family_name, "Default");
 }
 
-TEST(GetFace, LetsFreeTypesErrorsThroughAndTriesAgain) {
+TEST(GetFace, PropagatesFreeTypesErrorsAndTriesAgain) {
     Engine engine;
     engine.loader->setFont("Garbage", false, false, Testing::Bytes(100, 'x'));
     FreeTypeSpy spy;
@@ -103,7 +103,7 @@ TEST(GetFace, LetsFreeTypesErrorsThroughAndTriesAgain) {
     EXPECT_STREQ(engine.getFace()->getHandle()->family_name, "Test Sans");
 }
 
-TEST(GetFace, TellsErrorsThatFreeTypeHasNoTextFor) {
+TEST(GetFace, ReportsErrorsWithoutATextInFreeType) {
     const Engine engine;
     FreeTypeSpy spy;
     spy.failCall("FT_Open_Face", 1, 9999);
@@ -115,7 +115,7 @@ TEST(GetFace, TellsErrorsThatFreeTypeHasNoTextFor) {
     }
 }
 
-TEST(GetFace, LetsTheLoadersExceptionsThroughAndReleasesItsLock) {
+TEST(GetFace, PropagatesTheLoadersExceptionsAndReleasesItsLock) {
     Engine engine;
     engine.loader->throwFrom("loadDefaultFont");
     EXPECT_THROW(engine.getFace("Unknown"), InjectedError);

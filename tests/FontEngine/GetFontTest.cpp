@@ -9,7 +9,7 @@ namespace {
 
 using Testing::makeFontInfo;
 
-TEST(GetFont, MakesANewFontOverTheSharedFace) {
+TEST(GetFont, MakesANewFontWithTheSharedFace) {
     const Engine engine;
     const auto description = makeFontInfo();
     const Font first = engine.factory->getFont(description);
@@ -21,13 +21,13 @@ TEST(GetFont, MakesANewFontOverTheSharedFace) {
     EXPECT_EQ(engine.loader->countCalls(), 1U);
 }
 
-TEST(GetFont, AddsNoFailuresOfItsOwn) {
+TEST(GetFont, ThrowsLikeGetFace) {
     const Engine engine;
     EXPECT_THROW(engine.factory->getFont(makeFontInfo("Unknown")), FontLoaders::FontLoaderException);
     EXPECT_THROW(engine.factory->getFontMetrics(makeFontInfo("Unknown")), FontLoaders::FontLoaderException);
 }
 
-TEST(GetFontMetrics, GivesANewFontAsMetrics) {
+TEST(GetFontMetrics, ReturnsANewFontAsMetrics) {
     const Engine engine;
     const Gfx::FontMetricsFactory& factory = *engine.factory;
     const NNPtr<const Gfx::FontMetrics> metrics = factory.getFontMetrics(makeFontInfo());

@@ -6,7 +6,7 @@
 
 namespace Vell::FontEngine {
 
-/// The fields of a glyph key, to be changed one by one:
+/// The fields of a glyph key, which tests change one by one:
 /// `KeyFields{}.with(&KeyFields::size, 12.0F).makeBitmap()`.
 struct KeyFields {
     Testing::FaceInfoPtr face = Testing::makeFaceInfo();
@@ -38,7 +38,7 @@ struct KeyFields {
     }
 };
 
-/// The fields of keys whose hashes are known.
+/// The fields of the keys whose hashes the tests know.
 inline KeyFields makeHashedFields() {
     KeyFields fields;
     fields.glyph = 36;

@@ -31,7 +31,7 @@ KeyFields makeFields() {
     return fields;
 }
 
-/// Every field that belongs to an outline's identity, changed in turn.
+/// Keys that differ from the original in one field each, for every field of an outline's identity.
 std::vector<KeyFields> makeOutlineVariants() {
     const KeyFields fields = makeFields();
     return {fields.with(&KeyFields::face, makeFaceInfo("Test Serif")),
@@ -45,7 +45,7 @@ std::vector<KeyFields> makeOutlineVariants() {
             fields.with(&KeyFields::transform, GlyphTransform::EmboldenAndSlant)};
 }
 
-/// The same for bitmaps.
+/// The same for the fields of a bitmap's identity.
 std::vector<KeyFields> makeBitmapVariants() {
     const KeyFields fields = makeFields();
     std::vector<KeyFields> variants = makeOutlineVariants();
@@ -57,7 +57,7 @@ std::vector<KeyFields> makeBitmapVariants() {
     return variants;
 }
 
-TEST(GlyphKeysOfOutlines, AnswerWhatTheyWereMadeFrom) {
+TEST(GlyphKeysOfOutlines, ReturnTheirArguments) {
     const auto face = makeFaceInfo("Test Sans", true, false);
     const GlyphInfo key(face, 0x123456789AUL, 12.5F, GlyphTransform::Slant);
     EXPECT_EQ(key.getFaceInfo().get(), face.get());
@@ -66,7 +66,7 @@ TEST(GlyphKeysOfOutlines, AnswerWhatTheyWereMadeFrom) {
     EXPECT_EQ(key.getTransform(), GlyphTransform::Slant);
 }
 
-TEST(GlyphKeysOfOutlines, TellTheStyleOfTheDescriptionNotOfTheTransform) {
+TEST(GlyphKeysOfOutlines, HaveTheStyleOfTheDescriptionNotOfTheTransform) {
     const GlyphInfo bold(makeFaceInfo("a", true, false), 1, 1.0F, GlyphTransform::Slant);
     EXPECT_TRUE(bold.isBold());
     EXPECT_FALSE(bold.isItalic());
@@ -75,7 +75,7 @@ TEST(GlyphKeysOfOutlines, TellTheStyleOfTheDescriptionNotOfTheTransform) {
     EXPECT_TRUE(italic.isItalic());
 }
 
-TEST(GlyphKeysOfBitmaps, AnswerWhatTheyWereMadeFrom) {
+TEST(GlyphKeysOfBitmaps, ReturnTheirArguments) {
     const BitmapGlyphInfo key(makeFaceInfo(), FT_RENDER_MODE_LCD, 7, 0x1F600, 12.5F, {1.5F, -2.0F}, 2.25F,
                               255, false, GlyphTransform::Embolden);
     EXPECT_EQ(key.getGlyphIndex(), 7U);
@@ -89,7 +89,7 @@ TEST(GlyphKeysOfBitmaps, AnswerWhatTheyWereMadeFrom) {
     EXPECT_FALSE(key.isLast());
 }
 
-TEST(GlyphKeys, HoldTheirTransformAsASetOfFlagsInOneByte) {
+TEST(GlyphKeys, StoreTheTransformAsFlagsInOneByte) {
     EXPECT_EQ(static_cast<int>(GlyphTransform::None), 0);
     EXPECT_EQ(static_cast<int>(GlyphTransform::Embolden), 1);
     EXPECT_EQ(static_cast<int>(GlyphTransform::Slant), 2);
@@ -106,7 +106,7 @@ TEST(GlyphKeysOfOutlines, HashFaceThenGlyphThenSizeThenTransform) {
         << "all 64 bits of the index";
 }
 
-TEST(GlyphKeysOfOutlines, HashSizesByTheirBitsAndTheSpecialOnesByNumbersOfTheirOwn) {
+TEST(GlyphKeysOfOutlines, HashZerosInfinitiesAndNaNByFixedNumbers) {
     const auto hash = [](float size) {
         return makeFields().with(&KeyFields::size, size).makeOutline().hash();
     };
@@ -119,7 +119,7 @@ TEST(GlyphKeysOfOutlines, HashSizesByTheirBitsAndTheSpecialOnesByNumbersOfTheirO
     EXPECT_EQ(hash(notANumber), 0xE94ADD660B06ED69U);
 }
 
-TEST(GlyphKeysOfBitmaps, HashTheOutlineThenTheirOwnFields) {
+TEST(GlyphKeysOfBitmaps, HashTheBaseThenTheirOwnFields) {
     KeyFields fields = makeFields();
     EXPECT_EQ(fields.makeBitmap().hash(), 0x71A6DF3BD1043A90U);
     EXPECT_EQ(makeHashedFields().makeBitmap().hash(), 0x4653F0FAEA8A898EU);
@@ -152,7 +152,7 @@ TEST(GlyphKeys, DifferInEveryFieldOfAnOutline) {
     }
 }
 
-TEST(GlyphKeys, DifferInEveryFieldOfABitmapButTheCharacter) {
+TEST(GlyphKeys, DifferInEveryFieldOfABitmapExceptTheCharacter) {
     const KeyFields fields = makeFields();
     for (const KeyFields& variant : makeBitmapVariants()) {
         EXPECT_FALSE(variant.makeBitmap() == fields.makeBitmap());
@@ -163,7 +163,7 @@ TEST(GlyphKeys, DifferInEveryFieldOfABitmapButTheCharacter) {
     EXPECT_EQ(other.makeBitmap().hash(), fields.makeBitmap().hash());
 }
 
-TEST(GlyphKeys, DifferInEveryFieldOfAnImageButTheCharacter) {
+TEST(GlyphKeys, DifferInEveryFieldOfAnImageExceptTheCharacter) {
     const KeyFields fields = makeFields();
     std::vector<KeyFields> variants = makeBitmapVariants();
     variants.push_back(fields.with(&KeyFields::color, 1));
@@ -182,7 +182,7 @@ TEST(GlyphKeysOfImages, PackTheColorWithoutAlpha) {
               ColoredBitmapGlyphInfo::packColor({1, 2, 3, 9}));
 }
 
-TEST(GlyphKeys, TakeBothZerosForOne) {
+TEST(GlyphKeys, TreatBothZerosAsEqual) {
     const KeyFields fields = makeFields().with(&KeyFields::size, 0.0F);
     const KeyFields negative = makeFields().with(&KeyFields::size, -0.0F);
     EXPECT_EQ(fields.makeOutline(), negative.makeOutline());
@@ -194,7 +194,7 @@ TEST(GlyphKeys, TakeBothZerosForOne) {
     EXPECT_EQ(scaled.makeBitmap().hash(), negatively.makeBitmap().hash());
 }
 
-TEST(GlyphKeys, EqualNothingWhenAFieldIsNoNumber) {
+TEST(GlyphKeys, EqualNothingIfAFieldIsNaN) {
     const KeyFields fields = makeFields();
     const GlyphInfo outline = fields.with(&KeyFields::size, notANumber).makeOutline();
     EXPECT_FALSE(outline == outline);
@@ -209,7 +209,7 @@ TEST(GlyphKeys, EqualNothingWhenAFieldIsNoNumber) {
     }
 }
 
-/// A description that counts and can refuse.
+/// A description that counts calls and can throw.
 class CountingFaceInfo : public Gfx::FontFaceInfo {
 public:
     std::string getName() const override {
@@ -226,7 +226,7 @@ public:
     bool isThrowing = false;
 };
 
-TEST(GlyphKeys, AskTheDescriptionForEveryComparisonEvenWithItself) {
+TEST(GlyphKeys, CallTheDescriptionForEveryComparisonEvenWithItself) {
     const auto face = makeNNPtr<CountingFaceInfo>();
     const GlyphInfo key(face, 36, 12.5F, GlyphTransform::None);
     EXPECT_TRUE(key == key);
@@ -234,7 +234,7 @@ TEST(GlyphKeys, AskTheDescriptionForEveryComparisonEvenWithItself) {
     EXPECT_EQ(key, makeFields().makeOutline());
 }
 
-/// A description that answers another name than the one it holds.
+/// A description whose accessor returns another name than the stored one.
 class RenamedFaceInfo : public Internal::FontFaceInfo {
 public:
     RenamedFaceInfo()
@@ -242,7 +242,7 @@ public:
     std::string getName() const override { return "Test Sans"; }
 };
 
-TEST(GlyphKeys, AskADerivedDescriptionRatherThanLookingIntoIt) {
+TEST(GlyphKeys, CallTheAccessorsOfADerivedDescription) {
     const GlyphInfo renamed(makeNNPtr<const RenamedFaceInfo>(), 36, 12.5F, GlyphTransform::None);
     EXPECT_EQ(renamed, makeFields().makeOutline());
     EXPECT_EQ(makeFields().makeOutline(), renamed);
@@ -250,17 +250,17 @@ TEST(GlyphKeys, AskADerivedDescriptionRatherThanLookingIntoIt) {
     EXPECT_EQ(renamed, GlyphInfo(makeNNPtr<const RenamedFaceInfo>(), 36, 12.5F, GlyphTransform::None));
 }
 
-TEST(GlyphKeys, WalkTheNameOncePerDescription) {
+TEST(GlyphKeys, HashTheNameOncePerDescription) {
     const auto face = makeNNPtr<CountingFaceInfo>();
     const GlyphInfo key(face, 36, 12.5F, GlyphTransform::None);
     EXPECT_EQ(key.hash(), 0x73CC07A02F13733CU);
     EXPECT_EQ(key.hash(), 0x73CC07A02F13733CU);
     const GlyphInfo copy(key); // NOLINT(performance-unnecessary-copy-initialization)
-    EXPECT_EQ(copy.hash(), key.hash()) << "computed anew";
+    EXPECT_EQ(copy.hash(), key.hash()) << "computed again";
     EXPECT_EQ(face->nameCalls, 1);
 }
 
-TEST(GlyphKeys, ForgetAHashThatThrew) {
+TEST(GlyphKeys, HashAgainAfterAnException) {
     const auto face = makeNNPtr<CountingFaceInfo>();
     const GlyphInfo key(face, 36, 12.5F, GlyphTransform::None);
     face->isThrowing = true;
@@ -284,7 +284,7 @@ TEST(GlyphKeys, ShareTheirDescription) {
     EXPECT_EQ(face.use_count(), 1);
 }
 
-TEST(GlyphKeys, LeaveTheDescriptionToWhoeverHandsItOver) {
+TEST(GlyphKeys, CopyADescriptionThatIsMovedIn) {
     Testing::FaceInfoPtr face = makeFaceInfo("Test Sans", true);
     const GlyphInfo outline(std::move(face), 36, 12.5F, GlyphTransform::None);
     const BitmapGlyphInfo bitmap(std::move(face), FT_RENDER_MODE_NORMAL, 36, 'A', 12.5F, {1, 1}, 1.0F, 0,
@@ -316,7 +316,7 @@ TEST(GlyphKeys, KeepTheirDescriptionWhenTheyAreMovedFrom) {
     expectThatMovingCopies(makeFields().makeColored());
 }
 
-TEST(GlyphKeys, HashAnewWhatIsAssignedToThem) {
+TEST(GlyphKeys, HashAgainAfterAnAssignment) {
     GlyphInfo key = makeFields().makeOutline();
     const GlyphInfo other = makeFields().with(&KeyFields::glyph, 37).makeOutline();
     EXPECT_NE(key.hash(), other.hash());

@@ -8,7 +8,7 @@
 namespace Vell::FontEngine {
 namespace {
 
-TEST(GlyphLifetime, OutlastsCacheFaceAndFactory) {
+TEST(GlyphLifetime, ExtendsBeyondCacheFaceAndFactory) {
     std::vector<GlyphPtr> glyphs;
     std::weak_ptr<const FontFace> watch;
     {
@@ -27,7 +27,7 @@ TEST(GlyphLifetime, OutlastsCacheFaceAndFactory) {
     glyphs.clear();
 }
 
-TEST(GlyphLifetime, EndsOnAnyThread) {
+TEST(GlyphLifetime, MayEndOnAnyThread) {
     for (int round = 0; round < 20; ++round) {
         std::vector<std::vector<GlyphPtr>> glyphs(threadCount);
         {
@@ -42,10 +42,10 @@ TEST(GlyphLifetime, EndsOnAnyThread) {
     }
 }
 
-TEST(GlyphLifetime, EndsWhileItsFaceRendersOnAnotherThread) {
+TEST(GlyphLifetime, MayEndWhileItsFaceRendersOnAnotherThread) {
     Engine engine;
     const FacePtr face = engine.getFace();
-    engine.factory->reset(0, 1); // every new glyph pushes the one before out of the cache
+    engine.factory->reset(0, 1); // every new glyph evicts the previous one
     runOnThreads([&](unsigned int index) {
         for (unsigned int number = 0; number < 64; ++number) {
             const GlyphPtr glyph = render(face, index * 64 + number);

@@ -46,7 +46,7 @@ std::string getLoadingError(unsigned long glyph) {
     return "FT_Load_Glyph() failed, error: 21, glyph index: " + std::to_string(glyph) + ' ';
 }
 
-/// Glyph 1 is a box, each further one contains the one before it. 'A' is glyph 1.
+/// Glyph 1 is a box. Each further glyph contains the previous one. 'A' maps to glyph 1.
 FontBuilder makeChain(unsigned int length) {
     FontBuilder font;
     font.addGlyph(Testing::makeBoxGlyph(500, 0, 0, 500, 500));
@@ -56,8 +56,8 @@ FontBuilder makeChain(unsigned int length) {
     return font.map('A', 1);
 }
 
-/// A to Z, the last letter of which no text reaches: a composite of small boxes side by side, as many as
-/// given, and of as many blanks.
+/// A font of boxes for A to Y and, without a character, a composite of so many small boxes side by side and
+/// so many blanks.
 FontBuilder makeFontWithWideGlyph(unsigned int boxCount, unsigned int blankCount) {
     FontBuilder font;
     for (unsigned int i = 0; i < 25; ++i) {
@@ -77,10 +77,10 @@ FontBuilder makeFontWithWideGlyph(unsigned int boxCount, unsigned int blankCount
 
 constexpr unsigned int wideGlyph = 28;
 
-/// FreeType grows a block for every part, which takes minutes under a sanitizer.
+/// Under a sanitizer fewer parts: FreeType grows a block for each part, which would take minutes.
 constexpr unsigned int partsOfRow = IS_SANITIZED ? 50 : 244;
 
-/// Glyph 4 has 60,000 parts: 244 rows of two boxes and 242 blanks each; under a sanitizer fewer.
+/// Glyph 4 has 60,000 parts: 244 rows of two boxes and 242 blanks each. Under a sanitizer it has fewer.
 FontBuilder makeFontWithRows() {
     FontBuilder font;
     font.addGlyph(Testing::makeBoxGlyph(20, 0, 0, 90, 2));
@@ -107,7 +107,7 @@ Bytes getPixels(const FT_Bitmap& bitmap) {
     return pixels;
 }
 
-/// What FreeType makes of a glyph by itself.
+/// Renders a glyph with FreeType alone.
 Bytes renderPlainly(const Bytes& file, unsigned int glyph, int size) {
     const FreeTypeSpy::Pause pause;
     FT_Library library = nullptr;
@@ -133,7 +133,7 @@ void expectPlainPixels(const FontBuilder& font, unsigned int glyph) {
     }
 }
 
-/// The flags that FreeType gets for glyph 1.
+/// The load flags that FreeType receives for glyph 1.
 int getLoadFlags(const FontBuilder& font) {
     const Engine engine(font.build());
     const FacePtr face = engine.getFace();
@@ -145,7 +145,7 @@ int getLoadFlags(const FontBuilder& font) {
     return std::stoi(line.substr(prefix.size()));
 }
 
-/// Glyph 1 is a box, glyph 2 contains itself. The family is one that is always hinted by the auto-hinter.
+/// Glyph 1 is a box, glyph 2 contains itself. The engine always uses the auto-hinter for this family.
 FontBuilder makeFontWithLoop() {
     FontBuilder font("Charter");
     font.addGlyph(Testing::makeBoxGlyph(500, 0, 0, 500, 500));
@@ -167,7 +167,7 @@ TEST(HostileComposite, FailsIfItNestsTooDeepForTheStack) {
     });
 }
 
-TEST(HostileComposite, FailsOnASmallStackWhereALargeOneHasRoom) {
+TEST(HostileComposite, FailsOnASmallStackButNotOnALargeOne) {
     const Engine engine(makeChain(60'000).build());
     Testing::runOnStack(256 << 10, [&] {
         EXPECT_EQ(getRenderingError(engine, 2000), getLoadingError(2000));
@@ -186,7 +186,7 @@ TEST(HostileComposite, FailsIfItContainsItself) {
     EXPECT_GT(render(engine, makeKey(1))->bitmap.rows, 0U);
 }
 
-TEST(HostileComposite, IsDrawnAsByFreeTypeIfItIsWideOnly) {
+TEST(HostileComposite, IsDrawnAsByFreeTypeIfItIsOnlyWide) {
     expectPlainPixels(makeFontWithWideGlyph(256, 0), wideGlyph);
     expectPlainPixels(makeFontWithWideGlyph(1000, 1000), wideGlyph);
     expectPlainPixels(makeFontWithRows(), 4);
@@ -200,7 +200,7 @@ TEST(HostileComposite, FailsAsInFreeTypeIfItHasTooManyPoints) {
     EXPECT_EQ(getRenderingError(engine, 2), "FT_Load_Glyph() failed, error: 10, glyph index: 2 ");
 }
 
-TEST(HostileComposite, LeavesThePixelsOfOtherGlyphs) {
+TEST(HostileComposite, DoesNotChangeThePixelsOfOtherGlyphs) {
     for (unsigned int glyph = 1; glyph < 26; ++glyph) {
         expectPlainPixels(makeFontWithWideGlyph(256, 0), glyph);
     }
@@ -209,10 +209,10 @@ TEST(HostileComposite, LeavesThePixelsOfOtherGlyphs) {
     expectPlainPixels(makeFontWithWideGlyph(256, 0).map('Z', wideGlyph), 2);
 }
 
-TEST(HostileComposite, KeepsTheAutoHinterFromItIfItWouldLoadIt) {
+TEST(HostileComposite, DisablesTheAutoHinterIfThatWouldLoadIt) {
     constexpr int asked = FT_LOAD_FORCE_AUTOHINT | FT_LOAD_NO_BITMAP;
     EXPECT_EQ(getLoadFlags(makeFontWithLoop()), asked);
-    EXPECT_EQ(getLoadFlags(makeFontWithLoop().map(0xE9, 2)), asked) << "é is measured by nobody";
+    EXPECT_EQ(getLoadFlags(makeFontWithLoop().map(0xE9, 2)), asked) << "the auto-hinter does not measure é";
     EXPECT_EQ(getLoadFlags(makeFontWithLoop().map('o', 2)), asked | FT_LOAD_NO_AUTOHINT);
 }
 

@@ -27,14 +27,14 @@ std::string getRenderingError(const Engine& engine, const KeyFields& fields) {
     return getErrorText<FreeTypeException>([&] { render(engine, fields); });
 }
 
-/// Of glyph 2, as of FreeType.
+/// The error for glyph 2, with FreeType's code.
 constexpr const char* rasterOverflow = "Failed to get bitmap for glyph, error: 98, glyph index: 2 ";
 
 KeyFields makeKey(unsigned long glyph, float size) {
     return KeyFields().with(&KeyFields::glyph, glyph).with(&KeyFields::size, size);
 }
 
-/// A font of 64 units per em: at 64 pixels a unit is a pixel. Glyph 1 is small.
+/// A font of 64 units per em, so that a unit is a pixel at 64 pixels. Glyph 1 is small.
 Engine makeEngineWithBox(int width, int height) {
     FontBuilder font;
     font.setUnitsPerEm(64);
@@ -44,7 +44,7 @@ Engine makeEngineWithBox(int width, int height) {
     return Engine(font.build());
 }
 
-/// Edges that run up and down all over the glyph, one unit further to the right each time.
+/// Edges that run up and down over the whole glyph, each one unit further to the right.
 Testing::FontContour makeZigzag(int points, int height) {
     Testing::FontContour contour;
     for (int i = 0; i < points; ++i) {
@@ -63,8 +63,8 @@ Engine makeEngineWithZigzag() {
     return Engine(font.build());
 }
 
-/// A box of so many points, with a program that goes through them all again and again.
-Testing::FontGlyph makeLaboriousGlyph(int points, std::size_t programSize) {
+/// A box of so many points, with a program that processes all of them again and again.
+Testing::FontGlyph makeExpensiveGlyph(int points, std::size_t programSize) {
     Testing::FontContour contour;
     for (int i = 0; i < points; ++i) {
         const bool isRising = i < points / 2;
@@ -77,15 +77,15 @@ Testing::FontGlyph makeLaboriousGlyph(int points, std::size_t programSize) {
     return {40, {contour}, program};
 }
 
-/// Glyph 1 is small, the programs of the others are just beyond what the interpreter is given, seconds of
-/// work, and just below.
+/// Glyph 1 is small. The programs of the others are just above the limit, seconds of work, and just below the
+/// limit.
 FontBuilder makeFontWithLongPrograms(const std::string& family) {
     FontBuilder font(family);
     font.setUnitsPerEm(64);
     font.addGlyph(Testing::makeBoxGlyph(10, 0, 0, 10, 10));
-    font.addGlyph(makeLaboriousGlyph(20'000, 12'600));
-    font.addGlyph(makeLaboriousGlyph(20'000, 60'000));
-    font.addGlyph(makeLaboriousGlyph(20'000, 12'400));
+    font.addGlyph(makeExpensiveGlyph(20'000, 12'600));
+    font.addGlyph(makeExpensiveGlyph(20'000, 60'000));
+    font.addGlyph(makeExpensiveGlyph(20'000, 12'400));
     return font.map('A', 1);
 }
 
@@ -100,7 +100,7 @@ TEST(HostileFont, RendersGlyphsUpToTheDocumentedNumberOfPixels) {
     EXPECT_EQ(getRenderingError(makeEngineWithBox(side, side + 1), key), rasterOverflow);
 }
 
-TEST(HostileFont, LosesOnlyTheGlyphThatWouldHaveTooManyPixels) {
+TEST(HostileFont, FailsOnlyForTheGlyphWithTooManyPixels) {
     const Engine engine = makeEngineWithBox(32000, 32000);
     for (const FT_Render_Mode mode : {FT_RENDER_MODE_NORMAL, FT_RENDER_MODE_LCD, FT_RENDER_MODE_MONO}) {
         const KeyFields large = makeKey(2, 64.0F).with(&KeyFields::mode, mode);
@@ -126,7 +126,7 @@ TEST(HostileFont, DrawsOutlinesOfAnyExtent) {
               nullptr);
 }
 
-TEST(HostileFont, LosesOnlyTheGlyphThatWouldKeepTheRasteriserBusy) {
+TEST(HostileFont, FailsOnlyForTheGlyphThatTheRasteriserTakesTooLongFor) {
     const Engine engine = makeEngineWithZigzag();
     for (const FT_Render_Mode mode : {FT_RENDER_MODE_NORMAL, FT_RENDER_MODE_LCD}) {
         for (const GlyphTransform transform : {GlyphTransform::None, GlyphTransform::Embolden}) {
@@ -140,14 +140,14 @@ TEST(HostileFont, LosesOnlyTheGlyphThatWouldKeepTheRasteriserBusy) {
     EXPECT_EQ(engine.factory->getCacheFigures().bitmaps.entries, 4U);
 }
 
-TEST(HostileFont, DrawsOutlinesOfAnyIntricacy) {
+TEST(HostileFont, DrawsOutlinesOfAnyComplexity) {
     const Engine engine = makeEngineWithZigzag();
     RecordingPainter painter;
     EXPECT_NE(engine.factory->getOutlineGlyphPath(makeKey(2, 20.0F).makeOutline(), engine.getFace(), painter),
               nullptr);
 }
 
-TEST(HostileFont, LosesOnlyTheGlyphWhoseProgramWouldTakeSeconds) {
+TEST(HostileFont, FailsOnlyForTheGlyphWhoseProgramTakesSeconds) {
     const Engine engine(makeFontWithLongPrograms("Test Sans").build());
     for (const unsigned long glyph : {2UL, 3UL, 3UL}) {
         EXPECT_EQ(getRenderingError(engine, makeKey(glyph, 20.0F)),
@@ -157,7 +157,7 @@ TEST(HostileFont, LosesOnlyTheGlyphWhoseProgramWouldTakeSeconds) {
     EXPECT_NE(render(engine, makeKey(1, 20.0F)), nullptr);
 }
 
-TEST(HostileFont, DrawsGlyphsWithoutTheirProgramsHoweverLong) {
+TEST(HostileFont, DrawsUnhintedGlyphsHoweverLongTheirPrograms) {
     const Engine engine(makeFontWithLongPrograms("Test Sans").build());
     RecordingPainter painter;
     EXPECT_NE(engine.factory->getOutlineGlyphPath(makeKey(3, 20.0F).makeOutline(), engine.getFace(), painter),
@@ -166,7 +166,7 @@ TEST(HostileFont, DrawsGlyphsWithoutTheirProgramsHoweverLong) {
     EXPECT_GT(render(autoHinted, makeKey(3, 20.0F))->bitmap.rows, 10U);
 }
 
-TEST(HostileFont, JoinsNoUnderscoreIntoTooManyPixels) {
+TEST(HostileFont, RefusesAnUnderscoreThatJoinsIntoTooManyPixels) {
     const Engine engine;
     setFixedRendering(engine.getFace()->getHandle().get(),
                       {2, 9, 9, FT_PIXEL_MODE_LCD, -110'000'000, 9, Testing::Bytes(18, 1)});

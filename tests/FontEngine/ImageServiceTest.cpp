@@ -13,7 +13,7 @@ namespace {
 using Color = cinder::ColorAT<unsigned char>;
 constexpr Color color(10, 20, 30, 255);
 
-/// A bitmap that the test made, as a rendered glyph.
+/// Wraps a bitmap that the test made as a rendered glyph.
 BitmapGlyph makeGlyph(unsigned int rows, unsigned int width, const KeyFields& fields = KeyFields(),
                       unsigned char mode = FT_PIXEL_MODE_LCD) {
     struct Owned {
@@ -32,14 +32,14 @@ BitmapGlyph makeGlyph(unsigned int rows, unsigned int width, const KeyFields& fi
                        fields.makeBitmap());
 }
 
-TEST(ImageService, PaintsAGlyphOncePerColor) {
+TEST(ImageService, ColorsAGlyphOncePerColor) {
     const Engine engine;
     const BitmapGlyph glyph = makeGlyph(4, 12);
     const auto image = engine.factory->getGlyphBitmapWithSubpixels(glyph, color);
     EXPECT_EQ(engine.factory->getGlyphBitmapWithSubpixels(glyph, color), image);
     EXPECT_EQ(engine.getFace()->getGlyphBitmapWithSubpixels(glyph, color), image) << "through the face";
     EXPECT_EQ(engine.factory->getGlyphBitmapWithSubpixels(glyph, {10, 20, 30, 128}), image)
-        << "whatever alpha";
+        << "for any alpha";
     for (const Color other : {Color(10, 20, 31, 255), Color(10, 21, 30, 255), Color(11, 20, 30, 255)}) {
         EXPECT_NE(engine.factory->getGlyphBitmapWithSubpixels(glyph, other), image);
     }
@@ -47,14 +47,14 @@ TEST(ImageService, PaintsAGlyphOncePerColor) {
     EXPECT_EQ(image->pixelMode, FT_PIXEL_MODE_LCD);
 }
 
-TEST(ImageService, KnowsAGlyphByAllFieldsOfItsKey) {
+TEST(ImageService, DistinguishesGlyphsByAllFieldsOfTheirKeys) {
     const Engine engine;
     const auto paint = [&](const KeyFields& fields) {
         return engine.factory->getGlyphBitmapWithSubpixels(makeGlyph(4, 12, fields), color);
     };
     const KeyFields fields;
     const auto image = paint(fields);
-    EXPECT_EQ(paint(fields.with(&KeyFields::unicode, 'B')), image) << "but for the character";
+    EXPECT_EQ(paint(fields.with(&KeyFields::unicode, 'B')), image) << "except for the character";
     for (const KeyFields& other :
          {fields.with(&KeyFields::face, Testing::makeFaceInfo("other")), fields.with(&KeyFields::glyph, 2),
           fields.with(&KeyFields::size, 11), fields.with(&KeyFields::transform, GlyphTransform::Slant),
@@ -92,13 +92,13 @@ TEST(ImageService, RefusesOtherPixelModesAndCachesNothing) {
         << "the same key";
 }
 
-TEST(ImageService, PaintsWithTheFirstColorsAlphaIgnored) {
+TEST(ImageService, IgnoresAlpha) {
     const Engine engine;
     const auto image = engine.factory->getGlyphBitmapWithSubpixels(makeGlyph(1, 3), {255, 0, 0, 1});
     EXPECT_EQ(Testing::Bytes(image->buffer, image->buffer + 4), (Testing::Bytes{0, 0, 255, 255}));
 }
 
-TEST(ImageService, KeepsImagesThatTheCacheDropped) {
+TEST(ImageService, LeavesEvictedImagesToTheirOwners) {
     Engine engine;
     const auto image = engine.factory->getGlyphBitmapWithSubpixels(makeGlyph(1, 3), {255, 0, 0, 1});
     engine.factory->flush();

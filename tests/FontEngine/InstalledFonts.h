@@ -30,7 +30,7 @@ inline Testing::Bytes readFile(const std::filesystem::path& path) {
     return bytes;
 }
 
-/// What of a bitmap a text shows.
+/// Describes the parts of a bitmap that are visible in a text.
 inline std::string describe(const FT_BitmapGlyphRec_& glyph) {
     const FT_Bitmap& bitmap = glyph.bitmap;
     const std::size_t size = std::size_t(static_cast<unsigned int>(std::abs(bitmap.pitch))) * bitmap.rows;

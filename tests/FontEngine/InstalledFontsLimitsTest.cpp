@@ -1,4 +1,4 @@
-// That the bounds on what a hostile font may take are far from what the fonts of this machine take.
+// The fonts of this machine stay far below the bounds for hostile fonts.
 
 #include <support/OpenedFont.h>
 
@@ -22,7 +22,7 @@
 namespace Vell::FontEngine {
 namespace {
 
-/// Opens each font that FreeType and the engine open, and tells how many those are.
+/// Opens each font that both FreeType and the engine can open, and returns their number.
 template <class Visit>
 std::size_t visitInstalledFonts(const Visit& visit) {
     std::size_t fonts = 0;
@@ -32,13 +32,13 @@ std::size_t visitInstalledFonts(const Visit& visit) {
             visit(Testing::OpenedFont(readFile(path)));
             ++fonts;
         } catch (const FontLoaders::FreeTypeException&) {
-            continue; // no font, or one that the engine refuses
+            continue; // not a font, or a font that the engine refuses
         }
     }
     return fonts;
 }
 
-/// The length of an outline's control polygons.
+/// The total length of an outline's control polygons.
 double measure(const FT_Outline& outline) {
     double length = 0;
     for (int i = 1; i < outline.n_points; ++i) {
@@ -48,7 +48,7 @@ double measure(const FT_Outline& outline) {
     return length;
 }
 
-/// The glyphs that are most work: those of the longest outlines.
+/// The glyphs that need the most work: those with the longest outlines.
 std::vector<FT_UInt> findLongestOutlines(FT_Face face) {
     constexpr std::ptrdiff_t wanted = 20;
     std::vector<std::pair<double, FT_UInt>> glyphs;
@@ -72,7 +72,7 @@ void expectLittleWork(FT_Face face, unsigned int size, FT_Render_Mode mode) {
     EXPECT_LT(Internal::estimateRasterWork(outline, box, mode), tenth) << "size " << size << " mode " << mode;
 }
 
-TEST(InstalledFontsLimits, AskTheRasteriserForLessThanATenthOfTheLimit) {
+TEST(InstalledFontsLimits, NeedLessThanATenthOfTheRasteriserLimit) {
     const std::size_t fonts = visitInstalledFonts([](const Testing::OpenedFont& font) {
         if (!FT_IS_SCALABLE(font.get())) {
             return;

@@ -1,6 +1,6 @@
-// That the bytes of a glyph do not depend on what was drawn before it: over every face of every font of the
-// machine, walks through its glyphs in order and in reverse, at a size that the face keeps, give what a face
-// gives that is sized anew for each glyph.
+// The pixels of a glyph do not depend on the glyphs drawn before it. For every face of every installed font,
+// the tests render its glyphs in order and in reverse at one size, and compare them with those of a face that
+// is sized again for each glyph.
 
 #include <support/OpenedFont.h>
 
@@ -33,9 +33,9 @@ using Looks = std::vector<std::string>;
 using BitmapPtr = std::shared_ptr<const FT_BitmapGlyphRec_>;
 using Render = std::function<BitmapPtr(const BitmapGlyphInfo&)>;
 
-/// A collection with another of its faces in the first place.
+/// Moves another face of a collection to the first place.
 Bytes moveFaceToFront(Bytes collection, long index) {
-    constexpr long firstOffset = 12; // behind the tag, the version and the count
+    constexpr long firstOffset = 12; // after the tag, the version and the count
     constexpr long offsetSize = 4;
     const auto offset = collection.begin() + firstOffset;
     std::copy_n(offset + index * offsetSize, offsetSize, offset);
@@ -47,7 +47,7 @@ bool isComposite(FT_Face face, FT_UInt glyph) {
            face->glyph->format == FT_GLYPH_FORMAT_COMPOSITE;
 }
 
-/// Digits, punctuation and accented letters, which fonts build from parts, and a spread over the whole font.
+/// Digits, punctuation, accented letters, which fonts compose of parts, and a sample of the whole font.
 std::set<FT_UInt> chooseGlyphs(FT_Face face) {
     constexpr long spread = 20;
     std::set<FT_UInt> glyphs;
@@ -61,7 +61,7 @@ std::set<FT_UInt> chooseGlyphs(FT_Face face) {
     return glyphs;
 }
 
-/// The glyphs in different modes and at different places inside a pixel.
+/// Keys for the glyphs in different render modes and at different offsets inside a pixel.
 Keys makeKeys(const std::set<FT_UInt>& glyphs, float size) {
     Keys keys;
     for (const FT_UInt glyph : glyphs) {
@@ -99,7 +99,7 @@ Looks walkInReverse(const Keys& keys, const Render& render) {
     return looks;
 }
 
-/// Renders on a face of its own, which is sized for each glyph.
+/// Renders with a separate face, which is sized again for each glyph.
 BitmapPtr renderOnSizedFace(const OpenedFont& font, const BitmapGlyphInfo& key) {
     const auto height = static_cast<FT_F26Dot6>(key.getFontSize() * 64.0F);
     return FT_Set_Char_Size(font.get(), 0, height, 72, 0) == 0
@@ -130,7 +130,7 @@ void compareWalks(const OpenedFont& font, const std::set<FT_UInt>& glyphs) {
     }
 }
 
-/// What was compared.
+/// Counts the comparisons.
 struct Totals {
     long faces = 0;
     long composites = 0;
@@ -138,9 +138,9 @@ struct Totals {
 
 void compareFace(const OpenedFont& font, Totals& totals) {
     if (font->num_charmaps == 0) {
-        return; // nothing that a loader may serve
+        return; // a loader must not serve it
     }
-    FT_Library_SetLcdFilter(font.library.get(), FT_LCD_FILTER_LIGHT); // as every face has it
+    FT_Library_SetLcdFilter(font.library.get(), FT_LCD_FILTER_LIGHT); // like the engine's faces
     const std::set<FT_UInt> glyphs = chooseGlyphs(font.get());
     totals.faces += 1;
     totals.composites += std::count_if(glyphs.begin(), glyphs.end(),
@@ -157,14 +157,14 @@ void compareFile(const Bytes& file, Totals& totals) {
     }
 }
 
-TEST(InstalledFonts, RenderAGlyphAlikeWhateverWasDrawnBefore) {
+TEST(InstalledFonts, RenderAGlyphTheSameWhateverWasDrawnBefore) {
     Totals totals;
     for (const std::filesystem::path& path : listInstalledFonts()) {
         SCOPED_TRACE(path.string());
         try {
             compareFile(readFile(path), totals);
         } catch (const FontLoaders::FreeTypeException&) {
-            continue; // no font, or one that the engine refuses
+            continue; // not a font, or a font that the engine refuses
         }
     }
     EXPECT_GE(totals.faces, 6) << "the tests' packages alone have more";

@@ -1,4 +1,4 @@
-// The last owners of everything that a factory handed out, each on a thread of its own and all at once.
+// The last owners of everything that a factory returned release it at the same time, each on its own thread.
 
 #include <FontEngine/FactoryStress.h>
 
@@ -15,8 +15,8 @@
 namespace Vell::FontEngine {
 namespace {
 
-/// What one factory handed out, and the factory. Each thread ends one of them.
-struct Belongings {
+/// A factory and the objects that it returned. Each thread releases one of them.
+struct SharedObjects {
     std::optional<StressEngine> engine = StressEngine();
     std::shared_ptr<const FontFace> bitmapFace = engine->getFont(0, 40.0F).getFace();
     std::shared_ptr<const FontFace> outlineFace = engine->getFont(1, 40.0F).getFace();
@@ -49,8 +49,8 @@ std::uint64_t digest(const T& value) {
     return result.get();
 }
 
-/// Each reads what it ends for the last time.
-std::vector<std::function<std::uint64_t()>> listEndings(Belongings& all) {
+/// Functions that each read an object a last time and release it.
+std::vector<std::function<std::uint64_t()>> listEndings(SharedObjects& all) {
     return {[&all] {
                 all.engine.reset();
                 return std::uint64_t(0);
@@ -92,8 +92,8 @@ std::vector<std::function<std::uint64_t()>> listEndings(Belongings& all) {
             }};
 }
 
-/// Weak references to everything that must be gone in the end.
-std::vector<std::weak_ptr<const void>> watch(const Belongings& all) {
+/// Weak references to everything that must be destroyed at the end.
+std::vector<std::weak_ptr<const void>> watch(const SharedObjects& all) {
     return {all.engine->getFactory().weak_from_this(),
             all.bitmapFace,
             all.outlineFace,
@@ -103,7 +103,7 @@ std::vector<std::weak_ptr<const void>> watch(const Belongings& all) {
 }
 
 std::vector<std::uint64_t> endAlone() {
-    Belongings all;
+    SharedObjects all;
     std::vector<std::uint64_t> results;
     for (const auto& end : listEndings(all)) {
         results.push_back(end());
@@ -111,11 +111,11 @@ std::vector<std::uint64_t> endAlone() {
     return results;
 }
 
-TEST(LastRelease, ReadsTheSameOnThreadsOfItsOwnAndLeavesNothing) {
+TEST(LastRelease, ReadsTheSameOnSeparateThreadsAndLeaksNothing) {
     const std::vector<std::uint64_t> expected = endAlone();
     std::mt19937 random(7); // NOLINT(cert-msc51-cpp): the same order in every run
     for (int round = 0; round < 60; ++round) {
-        Belongings all;
+        SharedObjects all;
         const auto watched = watch(all);
         const auto endings = listEndings(all);
         const auto shift = static_cast<unsigned int>(random() % endings.size());
@@ -132,7 +132,7 @@ TEST(LastRelease, ReadsTheSameOnThreadsOfItsOwnAndLeavesNothing) {
     }
 }
 
-TEST(LastRelease, EndsAFactoryWhileItsFacesAskForGlyphs) {
+TEST(LastRelease, MayDestroyAFactoryWhileItsFacesRequestGlyphs) {
     const StressEngine alone;
     const std::uint64_t expected = digest(alone.layOutBitmaps(0, 20.0F));
     for (int round = 0; round < 40; ++round) {

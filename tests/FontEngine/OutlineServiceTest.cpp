@@ -36,7 +36,7 @@ std::vector<std::string> drawFirstGlyph(const Testing::FontGlyph& glyph) {
     return getSegments(engine.getFace()->getOutlineGlyphPath(KeyFields().makeOutline(), painter));
 }
 
-TEST(OutlineService, BuildsThePathWithThePainterAndLeavesItClean) {
+TEST(OutlineService, BuildsThePathWithThePainterAndLeavesItEmpty) {
     const Engine engine;
     RecordingPainter painter;
     const auto path = engine.getFace()->getOutlineGlyphPath(KeyFields().makeOutline(), painter);
@@ -68,7 +68,7 @@ TEST(OutlineService, DrawsCubicCurves) {
                 ElementsAre("moveTo 10 -20", "cubicTo 30 -300 200 -310 220 5", "lineTo 10 -20"));
 }
 
-TEST(OutlineService, HasAnEmptyPathForASpace) {
+TEST(OutlineService, ReturnsAnEmptyPathForASpace) {
     EXPECT_THAT(drawFirstGlyph({250, {}, {}}), IsEmpty());
 }
 
@@ -96,7 +96,7 @@ TEST(OutlineService, BuildsAPathOnceForAllPainters) {
                                         getSegments(face->getOutlineGlyphPath(larger.makeOutline(), other))));
 }
 
-TEST(OutlineService, SizesTheFaceThenLoadsThenDecomposes) {
+TEST(OutlineService, SizesTheFaceLoadsTheGlyphAndDecomposesIt) {
     const Engine engine;
     const FacePtr face = engine.getFace();
     RecordingPainter painter;
@@ -119,7 +119,7 @@ TEST(OutlineService, RemembersASizeThatFreeTypeRefuses) {
     EXPECT_THAT(painter.getOperations(), IsEmpty());
 }
 
-TEST(OutlineService, TakesSizesThatNoIntegerHoldsForRefused) {
+TEST(OutlineService, TreatsSizesThatOverflowAsRefused) {
     const Engine engine;
     const FacePtr face = engine.getFace();
     RecordingPainter painter;
@@ -135,7 +135,7 @@ TEST(OutlineService, TakesSizesThatNoIntegerHoldsForRefused) {
     EXPECT_EQ(spy.getLines().front(), "FT_Set_Char_Size 0 -640 0 0");
 }
 
-TEST(OutlineService, IsNullForGlyphsWithoutAnOutline) {
+TEST(OutlineService, ReturnsNullForGlyphsWithoutAnOutline) {
     Testing::BdfFont font;
     font.glyphs.push_back({'A', 6, 5, 0, 0, {{0xF8}}});
     font.pixelSize = 10;
@@ -145,7 +145,7 @@ TEST(OutlineService, IsNullForGlyphsWithoutAnOutline) {
         KeyFields().with(&KeyFields::glyph, face->getBasicMetrics().getCharMap()['A'].glyphIndex);
     RecordingPainter painter;
     FreeTypeSpy spy;
-    spy.failCall("FT_Set_Char_Size", 1, FT_Err_Ok); // whatever the one size of the font is
+    spy.failCall("FT_Set_Char_Size", 1, FT_Err_Ok); // accepts any size, although the font has only one
     EXPECT_EQ(face->getOutlineGlyphPath(fields.makeOutline(), painter), nullptr);
     EXPECT_EQ(spy.countCalls("FT_Get_Glyph"), 1U);
     EXPECT_EQ(face->getOutlineGlyphPath(fields.makeOutline(), painter), nullptr);
@@ -163,7 +163,7 @@ std::string getErrorText(const FacePtr& face, Gfx::Painter& painter) {
     return "no exception";
 }
 
-TEST(OutlineService, LetsFreeTypesErrorsThroughAndCachesNothing) {
+TEST(OutlineService, PropagatesFreeTypesErrorsAndCachesNothing) {
     using FontLoaders::FreeTypeException;
     const Engine engine;
     const FacePtr face = engine.getFace();
@@ -180,7 +180,7 @@ TEST(OutlineService, LetsFreeTypesErrorsThroughAndCachesNothing) {
     EXPECT_EQ(spy.countCalls("FT_Reference_Library"), spy.countCalls("FT_Done_Library"));
 }
 
-TEST(OutlineService, LetsThePaintersExceptionsThroughAndCachesNothing) {
+TEST(OutlineService, PropagatesThePaintersExceptionsAndCachesNothing) {
     for (std::size_t call = 1; call <= 8; ++call) {
         const Engine engine;
         const FacePtr face = engine.getFace();

@@ -1,5 +1,5 @@
-// In which order a factory ends what it keeps: seen from the descriptions in the keys of its caches, one of
-// which belongs to each cache alone.
+// The order in which a factory destroys its entries. Each cache holds a key with a description of its own,
+// whose destructor records the order.
 
 #include <FontEngine/Engine.h>
 #include <FontEngine/GlyphKeyFields.h>
@@ -20,7 +20,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-/// The names of the objects that have ended, the first one first.
+/// The names of the destroyed objects, in the order of their destruction.
 using Log = std::vector<std::string>;
 
 template <class T>
@@ -67,21 +67,21 @@ FactoryPtr makeFilledFactory(Log& log) {
     return factory;
 }
 
-TEST(ReleaseOrder, OfAFlushIsFromGlyphsToFontFiles) {
+TEST(ReleaseOrder, OfAFlushIsGlyphsThenFacesThenFontFiles) {
     Log log;
     const FactoryPtr factory = makeFilledFactory(log);
     factory->flush();
     EXPECT_THAT(log, ElementsAre("bitmap", "coloured image", "outline", "face", "font file"));
 }
 
-TEST(ReleaseOrder, OfAResetIsThatOfAFlushWithoutOutlines) {
+TEST(ReleaseOrder, OfAResetIsTheSameWithoutOutlines) {
     Log log;
     const FactoryPtr factory = makeFilledFactory(log);
     factory->reset(1, 1);
     EXPECT_THAT(log, ElementsAre("bitmap", "coloured image", "face", "font file"));
 }
 
-TEST(ReleaseOrder, OfAFactoryIsFromItsLastMemberToItsLoader) {
+TEST(ReleaseOrder, OfAFactoryEndsWithItsLoader) {
     Log log;
     makeFilledFactory(log);
     EXPECT_THAT(log, ElementsAre("outline", "coloured image", "bitmap", "face", "font file", "loader"));

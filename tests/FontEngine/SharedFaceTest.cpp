@@ -28,7 +28,7 @@ TEST(SharedFace, RendersAGlyphOnceForAllThreads) {
     }
 }
 
-TEST(SharedFace, PaintsAnImageOnceForAllThreads) {
+TEST(SharedFace, ColorsAnImageOnceForAllThreads) {
     const Engine engine;
     const FacePtr face = engine.getFace();
     const BitmapGlyph glyph(renderUnderscore(face), {0, 0}, KeyFields().makeBitmap());
@@ -55,7 +55,7 @@ TEST(SharedFace, BuildsAPathOnceForAllThreads) {
     }
 }
 
-TEST(SharedFace, WorksBesideOthersAtOnce) {
+TEST(SharedFace, WorksWhileOtherFacesAreUsed) {
     Engine engine;
     for (unsigned int index = 0; index < threadCount; ++index) {
         engine.loader->setFont(std::to_string(index), false, false, makeTestFont().build());

@@ -9,7 +9,7 @@
 namespace Vell::FontEngine {
 namespace {
 
-TEST(SharedKeys, HashAlikeOnEightThreadsAtOnce) {
+TEST(SharedKeys, HashTheSameOnEightThreadsAtOnce) {
     constexpr unsigned int sharers = 8;
     using Hashes = std::vector<std::vector<std::uint64_t>>;
     for (int round = 0; round < 100; ++round) {

@@ -1,4 +1,4 @@
-// Runs that one thread lays out, draws and drops while others evict their glyphs and ask for them one by one.
+// One thread lays out, draws and destroys runs while others evict their glyphs and request them one by one.
 
 #include <FontEngine/Engine.h>
 #include <FontEngine/GlyphKeyFields.h>
@@ -22,19 +22,19 @@ constexpr const char* runText = "Ax_A__ xAx_ AAx";
 constexpr std::size_t runLength = 15;
 constexpr std::size_t underscores = 4;
 constexpr unsigned int rounds = 150;
-constexpr unsigned long fewBytes = 4000; // more than one run of one size takes, less than those of all
+constexpr unsigned long fewBytes = 4000; // room for a run of one size, but not for the runs of all sizes
 
 float getSize(unsigned int round) {
     return 10.0F + static_cast<float>(round % 5);
 }
 
-/// Every other description is of a client's class.
+/// Every second description has a client's class.
 Testing::ExtFontInfoPtr describeRun(unsigned int round) {
     const auto face = round % 2 == 0 ? Testing::makeFaceInfo() : Testing::makeClientFaceInfo("Test Sans");
     return Testing::makeExtFontInfo(Testing::makeFontInfo(face, getSize(round)));
 }
 
-/// Lays a run out and draws it; what was drawn.
+/// Lays a run out, draws it, and returns the drawn pixels.
 std::vector<Testing::Bytes> drawRun(const Engine& engine, unsigned int round) {
     Testing::RecordingPainter painter;
     Testing::RecordingGlyphPainter glyphPainter;
@@ -50,7 +50,7 @@ std::vector<Testing::Bytes> drawRun(const Engine& engine, unsigned int round) {
     return drawn;
 }
 
-/// Keys of the glyphs of those runs.
+/// Makes keys for the glyphs of those runs.
 BitmapGlyphInfo makeRunKey(unsigned int number) {
     KeyFields fields;
     fields.face = number % 3 == 0 ? Testing::makeClientFaceInfo("Test Sans") : Testing::makeFaceInfo();
@@ -62,7 +62,7 @@ BitmapGlyphInfo makeRunKey(unsigned int number) {
     return fields.makeBitmap();
 }
 
-/// A size of its own for each number: always made, and something is evicted for it.
+/// Makes a key of another size for each number. Its bitmap is never cached, so rendering it evicts another.
 BitmapGlyphInfo makeEvictingKey(unsigned int number) {
     return KeyFields()
         .with(&KeyFields::face, Testing::makeFaceInfo("Other"))
@@ -70,7 +70,7 @@ BitmapGlyphInfo makeEvictingKey(unsigned int number) {
         .makeBitmap();
 }
 
-TEST(SharedRuns, StayRightWhileTheirGlyphsAreEvicted) {
+TEST(SharedRuns, StayIntactWhileTheirGlyphsAreEvicted) {
     std::vector<std::vector<Testing::Bytes>> expected;
     for (unsigned int round = 0; round < 5; ++round) {
         expected.push_back(drawRun(Engine(), round));
@@ -110,7 +110,7 @@ TEST(SharedRuns, StayRightWhileTheirGlyphsAreEvicted) {
     EXPECT_GT(figures.bitmaps.evictions, 4 * rounds / 2);
 }
 
-TEST(SharedRuns, MayBeDroppedOnOtherThreads) {
+TEST(SharedRuns, MayBeDestroyedOnOtherThreads) {
     Engine engine;
     engine.factory->reset(0, fewBytes);
     std::vector<BitmapGlyphRun> runs;

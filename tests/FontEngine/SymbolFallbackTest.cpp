@@ -18,7 +18,7 @@ using Testing::makeFontInfo;
 constexpr unsigned int snowman = 0x2603;
 constexpr unsigned int nowhere = 0x40000; // in no block
 
-/// An engine with a family for the snowman's range.
+/// An engine with a fallback family for the snowman's range.
 struct SymbolEngine : Engine {
     SymbolEngine() {
         Testing::FontBuilder font("Symbols");
@@ -33,7 +33,7 @@ struct SymbolEngine : Engine {
     std::string rangeCall = "getFamilyNameForRange " + std::to_string(range);
 };
 
-TEST(SymbolFallback, IsNullOutsideEveryRangeWithoutAskingTheLoader) {
+TEST(SymbolFallback, IsNullOutsideAllRangesWithoutCallingTheLoader) {
     const SymbolEngine engine;
     ASSERT_EQ(FontLoaders::UnicodeRangeMap::find(nowhere), 0U);
     EXPECT_EQ(engine.factory->getDefaultFontForSymbol(nowhere, makeFontInfo()), nullptr);
@@ -65,7 +65,7 @@ TEST(SymbolFallback, KeepsStyleSizeAndPosition) {
                             "loadFont \"Symbols\" regular", "loadFont \"Symbols\" bold"));
 }
 
-TEST(SymbolFallback, IsANewFontOverTheSharedFaceEveryTime) {
+TEST(SymbolFallback, IsANewFontWithTheSharedFaceEachTime) {
     const SymbolEngine engine;
     const auto first = engine.factory->getDefaultFontForSymbol(snowman, makeFontInfo());
     const auto second = engine.factory->getDefaultFontForSymbol(snowman, makeFontInfo());
@@ -73,10 +73,10 @@ TEST(SymbolFallback, IsANewFontOverTheSharedFaceEveryTime) {
     EXPECT_EQ(first->getFace(), second->getFace());
     EXPECT_THAT(engine.loader->getCalls(),
                 ElementsAre(engine.rangeCall, "loadFont \"Symbols\" regular", engine.rangeCall))
-        << "the family is asked for each time, the font once";
+        << "the family is requested each time, the font once";
 }
 
-TEST(SymbolFallback, TakesTheDefaultFontWhenTheFamilyCannotBeLoaded) {
+TEST(SymbolFallback, UsesTheDefaultFontIfTheFamilyCannotBeLoaded) {
     SymbolEngine engine;
     engine.loader->setRangeFamily(engine.range, "Missing");
     try {
@@ -92,7 +92,7 @@ TEST(SymbolFallback, TakesTheDefaultFontWhenTheFamilyCannotBeLoaded) {
     EXPECT_EQ(font->getFontInfo()->getFontFaceInfo()->getName(), "Missing");
 }
 
-TEST(SymbolFallbackForAGlyph, TakesTheEntryOfTheFallbackFace) {
+TEST(SymbolFallbackForAGlyph, UsesTheEntryOfTheFallbackFace) {
     const SymbolEngine engine;
     Gfx::CharMap::GlyphIndexWithAdvance glyph(0, 0.5F);
     engine.getFont().trySubstituteGlyph(makeExtFontInfo(), snowman, glyph);
@@ -100,7 +100,7 @@ TEST(SymbolFallbackForAGlyph, TakesTheEntryOfTheFallbackFace) {
     EXPECT_EQ(glyph.advance, 0.9F);
 }
 
-TEST(SymbolFallbackForAGlyph, TakesTheDefaultEntryOfAFallbackFaceThatLacksTheCharacter) {
+TEST(SymbolFallbackForAGlyph, UsesTheDefaultEntryIfTheFallbackFaceLacksTheCharacter) {
     const SymbolEngine engine;
     Gfx::CharMap::GlyphIndexWithAdvance glyph(77, 0.5F);
     engine.getFont().trySubstituteGlyph(makeExtFontInfo(), snowman + 1, glyph);
@@ -108,7 +108,7 @@ TEST(SymbolFallbackForAGlyph, TakesTheDefaultEntryOfAFallbackFaceThatLacksTheCha
     EXPECT_EQ(glyph.advance, 0.111F);
 }
 
-TEST(SymbolFallbackForAGlyph, LeavesTheGlyphAloneWithoutAFallback) {
+TEST(SymbolFallbackForAGlyph, LeavesTheGlyphUnchangedWithoutAFallback) {
     const SymbolEngine engine;
     Gfx::CharMap::GlyphIndexWithAdvance glyph(77, 0.25F);
     engine.getFont().trySubstituteGlyph(makeExtFontInfo(), nowhere, glyph);
@@ -116,7 +116,7 @@ TEST(SymbolFallbackForAGlyph, LeavesTheGlyphAloneWithoutAFallback) {
     EXPECT_EQ(glyph.advance, 0.25F);
 }
 
-TEST(SymbolFallbackForAGlyph, DescribesTheFallbackByTheTextNotByTheFont) {
+TEST(SymbolFallbackForAGlyph, UsesTheStyleOfTheTextNotOfTheFont) {
     const SymbolEngine engine;
     Gfx::CharMap::GlyphIndexWithAdvance glyph(0, 0.5F);
     const auto bold = makeExtFontInfo(makeFontInfo(makeFaceInfo("Test Sans", true)));
@@ -128,7 +128,7 @@ TEST(SymbolFallbackForAGlyph, WidensTextsByTheFallbacksAdvance) {
     const SymbolEngine engine;
     EXPECT_FLOAT_EQ(engine.getFont().getTextWidth("A\xE2\x98\x83", makeExtFontInfo()), 6.0F + 9.0F);
     EXPECT_FLOAT_EQ(engine.getFont().getTextWidth("\xF1\x80\x80\x80", makeExtFontInfo()), 5.0F)
-        << "the missing glyph's";
+        << "of the missing glyph";
 }
 
 TEST(SymbolFallbackDeathTest, AssertsOnNullPointersAndALostFactory) {

@@ -1,5 +1,5 @@
-// The one way in which a glyph can depend on what was drawn before it: programs of TrueType glyphs that move
-// points of the twilight zone, which FreeType clears only when a face is sized.
+// The only way in which a glyph can depend on glyphs drawn before it: TrueType programs may move points of
+// the twilight zone, and FreeType clears that zone only when a face is sized.
 
 #include <FontEngine/Engine.h>
 #include <FontEngine/GlyphKeyFields.h>
@@ -15,7 +15,7 @@ namespace {
 
 using Testing::Bytes;
 
-/// Codes of the TrueType interpreter.
+/// Instruction codes of the TrueType interpreter.
 enum Code : unsigned char {
     alongY = 0x00,             // SVTCA[y]
     setReferencePoint = 0x10,  // SRP0
@@ -32,7 +32,7 @@ constexpr unsigned char onePixel = 64; // in 26.6
 /// Boxes of 7 pixels at size 10.
 struct TwilightGlyph {
     static constexpr unsigned int mover = 1; ///< moves point 0 of the twilight zone up by a pixel
-    static constexpr unsigned int user = 2;  ///< puts its lower edge where that point is
+    static constexpr unsigned int user = 2;  ///< aligns its lower edge with that point
 };
 
 Bytes makeTwilightFont() {
@@ -53,7 +53,7 @@ unsigned int countRows(const FacePtr& face, unsigned int glyph, float size = 10.
     return face->getBitmapGlyph(fields.makeBitmap(), false)->bitmap.rows;
 }
 
-/// The rows of the last one of some glyphs that an application draws with FreeType alone.
+/// Draws glyphs with FreeType alone, as an application might, and returns the rows of the last one.
 unsigned int countRowsPlainly(const std::vector<unsigned int>& glyphs, bool isSizedForEach) {
     const Testing::OpenedFont font(makeTwilightFont());
     EXPECT_EQ(FT_Set_Char_Size(font.get(), 0, 640, 72, 0), 0);
@@ -64,7 +64,7 @@ unsigned int countRowsPlainly(const std::vector<unsigned int>& glyphs, bool isSi
     return font->glyph->bitmap.rows;
 }
 
-TEST(TwilightPoints, KeepWhatAnEarlierGlyphOfTheSameSizeDidToThem) {
+TEST(TwilightPoints, KeepTheChangesOfAnEarlierGlyphOfTheSameSize) {
     EXPECT_EQ(countRows(Engine(makeTwilightFont()).getFace(), TwilightGlyph::user), 7U) << "drawn first";
     const Engine engine(makeTwilightFont());
     EXPECT_EQ(countRows(engine.getFace(), TwilightGlyph::mover), 7U);
@@ -78,14 +78,14 @@ TEST(TwilightPoints, AreClearedWhenTheFaceIsSized) {
     EXPECT_EQ(countRows(engine.getFace(), TwilightGlyph::user), 7U);
 }
 
-TEST(TwilightPoints, AreClearInTheFaceThatIsOpenedAfterAFlush) {
+TEST(TwilightPoints, AreClearInAFaceOpenedAfterAFlush) {
     const Engine engine(makeTwilightFont());
     countRows(engine.getFace(), TwilightGlyph::mover);
     engine.factory->flush();
     EXPECT_EQ(countRows(engine.getFace(), TwilightGlyph::user), 7U);
 }
 
-TEST(TwilightPoints, InfluenceGlyphsOfEveryApplicationThatSizesAFaceOnce) {
+TEST(TwilightPoints, AffectEveryApplicationThatSizesAFaceOnce) {
     EXPECT_EQ(countRowsPlainly({TwilightGlyph::mover, TwilightGlyph::user}, false), 6U);
     EXPECT_EQ(countRowsPlainly({TwilightGlyph::mover, TwilightGlyph::user}, true), 7U);
 }

@@ -29,7 +29,7 @@ struct NamedFont {
     Bytes file;
 };
 
-/// Fonts of three glyphs, one for each of FreeType's drivers that a client meets most.
+/// Fonts of three glyphs, one for each of FreeType's most common drivers.
 std::vector<NamedFont> makeFonts() {
     FontBuilder trueType;
     trueType.map('A', trueType.addGlyph(Testing::makeBoxGlyph(600, 0, 0, 500, 700)));
@@ -63,7 +63,7 @@ std::string getOutlineError(const Engine& engine, unsigned long glyph) {
 
 } // namespace
 
-TEST(UnknownGlyph, FailsInEveryFormatBeforeFreeTypeIsAsked) {
+TEST(UnknownGlyph, FailsInEveryFormatWithoutReachingFreeType) {
     for (const NamedFont& font : makeFonts()) {
         const Engine engine(font.file);
         const auto glyphCount = static_cast<unsigned long>(engine.getFace()->getHandle()->num_glyphs);
@@ -81,7 +81,7 @@ TEST(UnknownGlyph, FailsInEveryFormatBeforeFreeTypeIsAsked) {
     }
 }
 
-TEST(UnknownGlyph, BeginsBehindTheLastOneOfTheFace) {
+TEST(UnknownGlyph, BeginsAfterTheLastGlyphOfTheFace) {
     for (const NamedFont& font : makeFonts()) {
         const Engine engine(font.file);
         const auto last = static_cast<unsigned long>(engine.getFace()->getHandle()->num_glyphs) - 1;

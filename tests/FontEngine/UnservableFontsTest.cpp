@@ -1,4 +1,4 @@
-// Fonts that no face can be made of: what the engine does with them, and that FontLoaders tells them apart.
+// Fonts that no face can be made from: how the engine treats them, and how FontLoaders detects them.
 
 #include <FontEngine/Engine.h>
 
@@ -95,7 +95,7 @@ std::string find(const FontLoaders::FontLoader& loader, const std::shared_ptr<co
     return place ? place->file : "none";
 }
 
-TEST(UnservableFonts, AreThoseThatNoFaceCanBeMadeOf) {
+TEST(UnservableFonts, AreThoseThatNoFaceCanBeMadeFrom) {
     for (const Sample& sample : makeSamples()) {
         SCOPED_TRACE(sample.name);
         const auto reason = findReasonNotToServe(makeNNPtr<const Bytes>(sample.bytes));
@@ -108,7 +108,7 @@ TEST(UnservableFonts, AreThoseThatNoFaceCanBeMadeOf) {
     }
 }
 
-TEST(UnservableFontsDeathTest, AreAFailedAssertionWithoutACharmap) {
+TEST(UnservableFontsDeathTest, AssertWithoutACharmap) {
     for (const Sample& sample : makeSamples()) {
         if (sample.face == Face::Asserted) {
             EXPECT_DEATH(Engine(sample.bytes).getFace(), "face->num_charmaps > 0") << sample.name;
@@ -126,7 +126,7 @@ TEST(UnservableFonts, AreReplacedByTheDefaultFont) {
     EXPECT_EQ(find(factory->getFontLoader(), face->getFaceData().bytes), sandbox.getPath("a.ttf"));
 }
 
-TEST(UnservableFonts, AreReplacedByStylesOfTheirFamily) {
+TEST(UnservableFonts, AreReplacedByOtherStylesOfTheirFamily) {
     const FontSandbox sandbox;
     sandbox.write("a.ttf", makeTestFont("Good").build());
     sandbox.write("b.ttf", FontBuilder("Good").setStyle(true, false).build());
@@ -136,7 +136,7 @@ TEST(UnservableFonts, AreReplacedByStylesOfTheirFamily) {
     EXPECT_EQ(find(factory->getFontLoader(), face->getFaceData().bytes), sandbox.getPath("a.ttf"));
 }
 
-TEST(UnservableFonts, AreNoDefaultFonts) {
+TEST(UnservableFonts, AreNeverTheDefaultFont) {
     const FontSandbox sandbox;
     sandbox.write("a.ttf", FontBuilder("Mute").build());
     sandbox.write("b.ttf", makeTestFont("Good").build());
@@ -145,7 +145,7 @@ TEST(UnservableFonts, AreNoDefaultFonts) {
     EXPECT_EQ(find(factory->getFontLoader(), face->getFaceData().bytes), sandbox.getPath("b.ttf"));
 }
 
-TEST(UnservableFonts, AreLookedForOnceInBytesThatAreHeld) {
+TEST(UnservableFonts, AreCheckedOnceWhileTheirBytesAreInUse) {
     const FontSandbox sandbox;
     sandbox.write("a.ttf", makeTestFont("Good").build());
     const auto loader = FontLoaders::createPlatformDefaultFontLoader("Good");
@@ -160,7 +160,7 @@ TEST(UnservableFonts, AreLookedForOnceInBytesThatAreHeld) {
     EXPECT_EQ(spy.countCalls("FT_Open_Face"), 1U);
 }
 
-TEST(UnservableFonts, AreLookedForAgainWhereFreeTypeDidNotOpenTheBytes) {
+TEST(UnservableFonts, AreCheckedAgainIfFreeTypeFailedToOpenThem) {
     const FontSandbox sandbox;
     sandbox.write("a.ttf", FontBuilder("Mute").build());
     const auto loader = FontLoaders::createPlatformDefaultFontLoader("Mute");

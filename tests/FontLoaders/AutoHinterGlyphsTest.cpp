@@ -15,7 +15,7 @@
 
 namespace {
 
-/// The glyphs that FreeType asks itself for while it loads another one. The test runs on one thread.
+/// The glyphs that FreeType loads while it loads another one. The test runs on one thread.
 std::set<FT_UInt> askedGlyphs;
 unsigned int callDepth = 0;
 
@@ -32,7 +32,7 @@ FT_Error forward(Function* function, FT_UInt glyphIndex, Arguments... arguments)
 
 } // namespace
 
-// FreeType calls its own public functions the way a client does, so it finds those of the executable.
+// FreeType calls its own public functions through the dynamic linker, so it finds those of the executable.
 
 FT_Error FT_Load_Glyph(FT_Face face, FT_UInt glyphIndex, FT_Int32 flags) {
     static auto* const next = reinterpret_cast<decltype(&FT_Load_Glyph)>(dlsym(RTLD_NEXT, "FT_Load_Glyph"));
@@ -62,9 +62,9 @@ std::set<std::uint32_t> getKnownCharacters() {
     return characters;
 }
 
-/// Loads every glyph of a font of these characters with the auto-hinter, and returns the characters of those
-/// that it has loaded besides.
-std::set<std::uint32_t> findCharactersThatAreLoadedBesides(const std::vector<std::uint32_t>& characters) {
+/// Loads every glyph of a font of these characters with the auto-hinter, and returns the characters of the
+/// glyphs that the auto-hinter loaded in addition.
+std::set<std::uint32_t> findCharactersLoadedInAddition(const std::vector<std::uint32_t>& characters) {
     FontBuilder builder;
     for (const std::uint32_t character : characters) {
         builder.map(character, builder.addGlyph(Testing::makeBoxGlyph(500, 0, 0, 500, 500)));
@@ -76,7 +76,7 @@ std::set<std::uint32_t> findCharactersThatAreLoadedBesides(const std::vector<std
         askedGlyphs.clear();
         EXPECT_EQ(FT_Load_Glyph(font.get(), glyph, FT_LOAD_FORCE_AUTOHINT), 0);
         askedGlyphs.erase(glyph);
-        askedGlyphs.erase(0); // for its advance, which stands in a table
+        askedGlyphs.erase(0); // only for its advance, which is in a table
         for (const FT_UInt asked : askedGlyphs) {
             found.insert(characters[asked - 1]);
         }
@@ -96,7 +96,7 @@ bool hasBoundedGlyphs(const FontBuilder& font) {
     return FontLoaders::hasBoundedGlyphs(OpenedFont(font.build()).get());
 }
 
-/// 'A' on are glyphs of 60,000 parts.
+/// Makes a font whose glyphs, from 'A' on, have 60,000 parts each.
 FontBuilder makeFontWithWideGlyphs(const std::string& characters) {
     FontBuilder font;
     font.addGlyph(FontGlyph());
@@ -109,7 +109,7 @@ FontBuilder makeFontWithWideGlyphs(const std::string& characters) {
 
 } // namespace
 
-TEST(AutoHinterGlyphs, AreThoseOfKnownCharacters) {
+TEST(AutoHinterGlyphs, BelongToKnownCharacters) {
     const std::set<std::uint32_t> known = getKnownCharacters();
     std::vector<std::uint32_t> others;
     for (std::uint32_t character = 0x20; character < 0x20000; ++character) {
@@ -122,13 +122,13 @@ TEST(AutoHinterGlyphs, AreThoseOfKnownCharacters) {
     for (std::size_t begin = 0; begin < others.size(); begin += glyphsPerFont) {
         const auto first = others.begin() + static_cast<std::ptrdiff_t>(begin);
         const auto last = others.size() - begin > glyphsPerFont ? first + glyphsPerFont : others.end();
-        EXPECT_EQ(findCharactersThatAreLoadedBesides({first, last}), std::set<std::uint32_t>());
+        EXPECT_EQ(findCharactersLoadedInAddition({first, last}), std::set<std::uint32_t>());
     }
 }
 
-TEST(AutoHinterGlyphs, AreThoseOfNearlyAllKnownCharacters) {
+TEST(AutoHinterGlyphs, IncludeNearlyAllKnownCharacters) {
     const std::set<std::uint32_t> known = getKnownCharacters();
-    std::set<std::uint32_t> found = findCharactersThatAreLoadedBesides({known.begin(), known.end()});
+    std::set<std::uint32_t> found = findCharactersLoadedInAddition({known.begin(), known.end()});
     EXPECT_GT(found.size(), known.size() * 9 / 10) << "some stand in for others that a font lacks";
     EXPECT_EQ(found.count('o'), 1U);
     EXPECT_EQ(found.count('0'), 1U);
@@ -143,7 +143,7 @@ TEST(AutoHinterGlyphs, AreAllBoundedInAnOrdinaryFont) {
     EXPECT_TRUE(FontLoaders::hasBoundedGlyphs(font.get())) << "the second answer is the same";
 }
 
-TEST(AutoHinterGlyphs, AreNotAllBoundedIfOneContainsItself) {
+TEST(AutoHinterGlyphs, AreUnboundedIfOneContainsItself) {
     EXPECT_FALSE(hasBoundedGlyphs(makeFontWithLoop().map('o', 2)));
     EXPECT_FALSE(hasBoundedGlyphs(makeFontWithLoop().map('7', 2)));
     EXPECT_FALSE(hasBoundedGlyphs(makeFontWithLoop().map(0x2083, 2))) << "a subscript";
@@ -151,14 +151,14 @@ TEST(AutoHinterGlyphs, AreNotAllBoundedIfOneContainsItself) {
     EXPECT_FALSE(hasBoundedGlyphs(makeFontWithLoop().map(0x1E90C, 2))) << "Adlam";
 }
 
-TEST(AutoHinterGlyphs, AreNoneThatTheAutoHinterDoesNotChoose) {
+TEST(AutoHinterGlyphs, ExcludeGlyphsThatTheAutoHinterDoesNotLoad) {
     EXPECT_TRUE(hasBoundedGlyphs(makeFontWithLoop())) << "no character leads to glyph 2";
-    EXPECT_TRUE(hasBoundedGlyphs(makeFontWithLoop().map(0xE9, 2))) << "é is measured by nobody";
+    EXPECT_TRUE(hasBoundedGlyphs(makeFontWithLoop().map(0xE9, 2))) << "the auto-hinter does not measure é";
     EXPECT_TRUE(hasBoundedGlyphs(makeFontWithLoop().map(Testing::CharMapKind::MacRoman, 'o', 2)));
     EXPECT_TRUE(hasBoundedGlyphs(makeFontWithLoop().setNotdef({500, {}, {}, {{0}}})));
 }
 
-TEST(AutoHinterGlyphs, AreThoseOfTheCharmapThatFreeTypeSelects) {
+TEST(AutoHinterGlyphs, ComeFromTheCharmapThatFreeTypeSelects) {
     using Testing::CharMapKind;
     for (const CharMapKind other : {CharMapKind::MacRoman, CharMapKind::Symbol, CharMapKind::Unicode}) {
         FontBuilder font = makeFontWithLoop();
@@ -173,7 +173,7 @@ TEST(AutoHinterGlyphs, AreThoseOfTheCharmapThatFreeTypeSelects) {
     }
 }
 
-TEST(AutoHinterGlyphs, AreNoneInASymbolCharmap) {
+TEST(AutoHinterGlyphs, DoNotComeFromASymbolCharmap) {
     FontBuilder font;
     font.addGlyph({500, {}, {}, {{1}}});
     EXPECT_TRUE(hasBoundedGlyphs(font.map(Testing::CharMapKind::Symbol, 0xF000 + 'o', 1)));
@@ -185,7 +185,7 @@ TEST(AutoHinterGlyphs, IncludeTheMissingGlyphOfAVariableFont) {
     EXPECT_FALSE(hasBoundedGlyphs(Testing::addWeightAxis(font, 400)));
 }
 
-TEST(AutoHinterGlyphs, AreBoundedTogether) {
+TEST(AutoHinterGlyphs, ShareOneBound) {
     EXPECT_TRUE(hasBoundedGlyphs(makeFontWithWideGlyphs("ABCDEFHO"))) << "of which it chooses H, E and O";
     EXPECT_TRUE(hasBoundedGlyphs(makeFontWithWideGlyphs("HEOo")));
     EXPECT_FALSE(hasBoundedGlyphs(makeFontWithWideGlyphs("HEOoz")));

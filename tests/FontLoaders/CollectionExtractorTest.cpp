@@ -20,7 +20,7 @@ Bytes makeCollection() {
     return buildCollection({makeBlankFont("Alpha"), makeBlankFont("Beta", 700)});
 }
 
-/// A face's tables, each with its bytes, as HarfBuzz reads them.
+/// The tables of a face and their bytes, as HarfBuzz reads them.
 std::vector<std::pair<hb_tag_t, std::string>> readTables(const Bytes& file, unsigned int index) {
     hb_blob_t* blob =
         hb_blob_create(reinterpret_cast<const char*>(file.data()), static_cast<unsigned int>(file.size()),
@@ -42,8 +42,8 @@ std::vector<std::pair<hb_tag_t, std::string>> readTables(const Bytes& file, unsi
     return tables;
 }
 
-/// The font header has a checksum over the whole file, which is another file now.
-void forgetChecksum(std::vector<std::pair<hb_tag_t, std::string>>& tables) {
+/// Clears the checksum in the font header: it covers the whole file, which the extractor changes.
+void clearChecksum(std::vector<std::pair<hb_tag_t, std::string>>& tables) {
     for (auto& [tag, table] : tables) {
         if (tag == HB_TAG('h', 'e', 'a', 'd')) {
             table.replace(8, 4, 4, '\0');
@@ -67,32 +67,32 @@ TEST(CollectionExtractor, CopiesEveryTableOfTheFace) {
         auto expected = readTables(collection, index);
         auto tables = readTables(extractFace(collection, index), 0);
         ASSERT_EQ(expected.size(), 10U);
-        forgetChecksum(expected);
-        forgetChecksum(tables);
+        clearChecksum(expected);
+        clearChecksum(tables);
         EXPECT_EQ(tables, expected);
     }
 }
 
-TEST(CollectionExtractor, WritesAFileThatBeginsLikeAFontOfItsOutlines) {
+TEST(CollectionExtractor, WritesTheSignatureOfTheOutlineFormat) {
     const Bytes trueType = extractFace(makeCollection(), 1);
     EXPECT_EQ(Bytes(trueType.begin(), trueType.begin() + 4), (Bytes{0, 1, 0, 0}));
     const Bytes postScript = extractFace(readFile(std::string(notoCjk) + "NotoSansCJK-Regular.ttc"), 2);
     EXPECT_EQ(Bytes(postScript.begin(), postScript.begin() + 4), (Bytes{'O', 'T', 'T', 'O'}));
 }
 
-TEST(CollectionExtractor, AFaceThatIsNotThereIsAnError) {
+TEST(CollectionExtractor, ThrowsForAMissingFace) {
     EXPECT_THROW(extractFace(makeCollection(), 2), FontLoaderException);
     EXPECT_THROW(extractFace(makeCollection(), ~0U), FontLoaderException);
 }
 
-TEST(CollectionExtractor, BytesThatAreNoFontAreAnError) {
+TEST(CollectionExtractor, ThrowsForBytesThatAreNotAFont) {
     EXPECT_THROW(extractFace({}, 0), FontLoaderException);
     EXPECT_THROW(extractFace({'t', 't', 'c', 'f'}, 0), FontLoaderException);
     EXPECT_THROW(extractFace(Bytes(1000, 0xFF), 0), FontLoaderException);
 }
 
-TEST(CollectionExtractor, TablesThatClaimTheSameBytesAgainAndAgainAreAnError) {
-    // 200 tables, each of them the whole file.
+TEST(CollectionExtractor, ThrowsForManyTablesOverTheSameBytes) {
+    // 200 tables, each of which spans the whole file.
     Bytes bomb = {0, 1, 0, 0, 0, 200, 0, 0, 0, 0, 0, 0};
     const std::size_t size = 12 + 200 * 16;
     for (unsigned char i = 0; i < 200; ++i) {
@@ -102,8 +102,8 @@ TEST(CollectionExtractor, TablesThatClaimTheSameBytesAgainAndAgainAreAnError) {
     EXPECT_THROW(extractFace(bomb, 0), FontLoaderException);
 }
 
-TEST(CollectionExtractor, AFaceWhoseOnlyTableCannotBeWrittenIsAnError) {
-    // HarfBuzz builds no table of this name.
+TEST(CollectionExtractor, ThrowsIfTheOnlyTableCannotBeWritten) {
+    // HarfBuzz does not write a table of this name.
     const Bytes file = {0, 1, 0, 0, 0, 1, 0, 0,  0, 0, 0, 0, 0xFF, 0xFF, 0xFF, 0xFF,
                         0, 0, 0, 0, 0, 0, 0, 28, 0, 0, 0, 4, 1,    2,    3,    4};
     EXPECT_THROW(extractFace(file, 0), FontLoaderException);
@@ -127,7 +127,7 @@ TEST(CollectionExtractor, SurvivesDamagedBytes) {
     for (unsigned int round = 0; round < 3000; ++round) {
         Bytes damaged = collection;
         for (int change = 0; change < 4; ++change) {
-            // Most of what can go wrong stands in the first bytes: the header and the two directories.
+            // Most errors can be planted in the first bytes: the header and the two directories.
             const std::size_t range = round % 2 == 0 ? 256 : damaged.size();
             damaged[random() % range] = static_cast<unsigned char>(random());
         }

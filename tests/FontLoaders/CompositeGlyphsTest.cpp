@@ -24,7 +24,7 @@ FontGlyph makeComposite(std::vector<FontComponent> components) {
     return {500, {}, {}, std::move(components)};
 }
 
-/// Glyph 1 is a box, each further one contains the one before it, up to `length` glyphs in the last one.
+/// Glyph 1 is a box. Each further glyph contains the previous one, so the last one has `length` glyphs.
 FontBuilder makeChain(unsigned int length) {
     FontBuilder font;
     font.addGlyph(Testing::makeBoxGlyph(500, 0, 0, 500, 500));
@@ -34,14 +34,14 @@ FontBuilder makeChain(unsigned int length) {
     return font;
 }
 
-/// Glyph 1 is a box, glyph 2 is that many parts: itself and boxes side by side.
+/// Glyph 1 is a box. Glyph 2 has the given number of parts: itself, and boxes side by side.
 FontBuilder makeFlat(unsigned int partCount) {
     FontBuilder font = makeChain(1);
     font.addGlyph(makeComposite(std::vector<FontComponent>(partCount - 1, FontComponent{1})));
     return font;
 }
 
-/// Glyph 1 is empty, each further one contains the one before it twice.
+/// Glyph 1 is empty. Each further glyph contains the previous one twice.
 FontBuilder makeDoublings(unsigned int count) {
     FontBuilder font;
     font.addGlyph(FontGlyph());
@@ -51,7 +51,7 @@ FontBuilder makeDoublings(unsigned int count) {
     return font;
 }
 
-/// Rewrites the glyphs' offsets in two bytes each.
+/// Rewrites the offsets of the glyphs in the short format, two bytes each.
 void shortenOffsets(FontBuilder& font) {
     const auto tables = font.buildTables();
     const Bytes& loca = tables.at("loca");
@@ -65,8 +65,8 @@ void shortenOffsets(FontBuilder& font) {
     font.setTable("head", head);
 }
 
-/// A font whose glyph 2 has a first component with these flags and these many bytes behind its index, and
-/// then itself.
+/// Makes a font whose glyph 2 has a first component with these flags and so many bytes behind its index, and
+/// itself as the second component.
 Bytes makeRecords(unsigned int flags, std::size_t size) {
     FontBuilder font = makeChain(2);
     ByteWriter glyf;
@@ -94,7 +94,7 @@ TEST(CompositeGlyphs, AreBoundedUpToTheDocumentedNumberOfParts) {
     EXPECT_FALSE(isBoundedGlyph(OpenedFont(makeFlat(maxGlyphParts + 1).build()).get(), 2));
 }
 
-TEST(CompositeGlyphs, CountNestedPartsLikeThoseSideBySide) {
+TEST(CompositeGlyphs, CountNestedPartsLikeAdjacentParts) {
     const OpenedFont font(makeDoublings(60).build());
     static_assert(maxGlyphParts == 0xFFFF);
     EXPECT_TRUE(isBoundedGlyph(font.get(), 16)) << "2^16 - 1 parts";
@@ -102,13 +102,13 @@ TEST(CompositeGlyphs, CountNestedPartsLikeThoseSideBySide) {
     EXPECT_FALSE(isBoundedGlyph(font.get(), 60));
 }
 
-TEST(CompositeGlyphs, NestAsDeepAsTheStackOfTheThreadAllows) {
+TEST(CompositeGlyphs, MayNestAsDeepAsTheStackOfTheThreadAllows) {
     constexpr unsigned int length = 60'000;
     const OpenedFont font(makeChain(length).build());
     const auto isBounded = [&](unsigned int glyph) { return isBoundedGlyph(font.get(), glyph); };
     Testing::runOnStack(64 << 10, [&] {
         EXPECT_TRUE(isBounded(1));
-        EXPECT_TRUE(isBounded(32)) << "fits whatever the stack";
+        EXPECT_TRUE(isBounded(32)) << "fits on any stack";
         EXPECT_FALSE(isBounded(33));
     });
     Testing::runOnStack(256 << 10, [&] {
@@ -118,7 +118,7 @@ TEST(CompositeGlyphs, NestAsDeepAsTheStackOfTheThreadAllows) {
     Testing::runOnStack(64 << 20, [&] { EXPECT_TRUE(isBounded(length)); });
 }
 
-TEST(CompositeGlyphs, ThatAreBoundedLeaveFreeTypeRoomOnTheStack) {
+TEST(CompositeGlyphs, LeaveFreeTypeRoomOnTheStackIfTheyAreBounded) {
     const OpenedFont font(makeChain(60'000).build());
     ASSERT_EQ(FT_Set_Char_Size(font.get(), 0, 12 * 64, 72, 0), 0);
     for (const std::size_t kilobytes : {128U, 256U, 1024U, 8192U}) {
@@ -133,7 +133,7 @@ TEST(CompositeGlyphs, ThatAreBoundedLeaveFreeTypeRoomOnTheStack) {
     }
 }
 
-TEST(CompositeGlyphs, AreNotBoundedInACircle) {
+TEST(CompositeGlyphs, AreUnboundedInACycle) {
     FontBuilder builder = makeChain(1);
     builder.addGlyph(makeComposite({{1}, {3}}));
     builder.addGlyph(makeComposite({{2}}));
@@ -146,12 +146,12 @@ TEST(CompositeGlyphs, AreNotBoundedInACircle) {
 TEST(CompositeGlyphs, MayContainEmptyGlyphs) {
     FontBuilder builder;
     builder.addGlyph(FontGlyph());
-    builder.addGlyph(makeComposite({{1}})); // starts where the empty one does
+    builder.addGlyph(makeComposite({{1}})); // has the offset of the empty glyph
     const OpenedFont font(builder.build());
     EXPECT_TRUE(isBoundedGlyph(font.get(), 2));
 }
 
-TEST(CompositeGlyphs, OfFontsInUseAreBounded) {
+TEST(CompositeGlyphs, AreBoundedInInstalledFonts) {
     for (const auto& entry : std::filesystem::directory_iterator("/usr/share/fonts/truetype/dejavu")) {
         Bytes bytes(entry.file_size());
         std::ifstream(entry.path(), std::ios::binary)
@@ -164,7 +164,7 @@ TEST(CompositeGlyphs, OfFontsInUseAreBounded) {
     }
 }
 
-TEST(CompositeGlyphs, AreSeenWithShortOffsets) {
+TEST(CompositeGlyphs, AreFoundWithShortOffsets) {
     FontBuilder builder = makeDoublings(17);
     shortenOffsets(builder);
     const OpenedFont font(builder.build());
@@ -172,13 +172,13 @@ TEST(CompositeGlyphs, AreSeenWithShortOffsets) {
     EXPECT_FALSE(isBoundedGlyph(font.get(), 17));
 }
 
-TEST(CompositeGlyphs, AreSeenInACollection) {
+TEST(CompositeGlyphs, AreFoundInACollection) {
     const OpenedFont font(Testing::buildCollection({makeDoublings(17), FontBuilder()}));
     EXPECT_TRUE(isBoundedGlyph(font.get(), 16));
     EXPECT_FALSE(isBoundedGlyph(font.get(), 17));
 }
 
-TEST(CompositeGlyphs, AreSeenBehindComponentsOfEverySize) {
+TEST(CompositeGlyphs, AreFoundAfterComponentsOfEverySize) {
     constexpr unsigned int wordOffsets = 0x0001;
     constexpr unsigned int scale = 0x0008;
     constexpr unsigned int twoScales = 0x0040;
@@ -194,12 +194,12 @@ TEST(CompositeGlyphs, AreSeenBehindComponentsOfEverySize) {
     }
 }
 
-TEST(CompositeGlyphs, AreNoneBeyondTheGlyphsOfTheFont) {
+TEST(CompositeGlyphs, DoNotExistBeyondTheLastGlyph) {
     const OpenedFont font(makeChain(2).build());
     EXPECT_TRUE(isBoundedGlyph(font.get(), 65535));
 }
 
-TEST(CompositeGlyphs, AreBoundedInFacesOfOtherOrigin) {
+TEST(CompositeGlyphs, AreNotCheckedInFacesThatTheClientOpened) {
     const Bytes file = makeFlat(maxGlyphParts + 1).build();
     const FTLibraryPtr library = createFreeTypeLibrary();
     FT_Face face = nullptr;

@@ -6,7 +6,7 @@ namespace Vell::Testing {
 
 using namespace FontLoaders;
 
-TEST(DefaultFont, IsTheDefaultFamilyInTheStyleAskedFor) {
+TEST(DefaultFont, IsTheDefaultFamilyInTheRequestedStyle) {
     const FontSandbox sandbox;
     sandbox.write("a.ttf", makeBlankFont("Alpha").build());
     sandbox.write("b.ttf", makeBlankFont("Beta").build());
@@ -19,14 +19,14 @@ TEST(DefaultFont, IsTheDefaultFamilyInTheStyleAskedFor) {
     EXPECT_EQ(loader->loadDefaultFont(true, true), nullptr);
 }
 
-TEST(DefaultFont, AStyleOfAnotherFamilyDoesNotStandIn) {
+TEST(DefaultFont, IsNullRatherThanAStyleOfAnotherFamily) {
     const FontSandbox sandbox;
     sandbox.write("a.ttf", makeBlankFont("Alpha").build());
     sandbox.write("b.ttf", makeBlankFont("Beta", 700).build());
     EXPECT_EQ(createPlatformDefaultFontLoader("Alpha")->loadDefaultFont(true, false), nullptr);
 }
 
-TEST(DefaultFont, ThePlainRequestTakesTheNearestStyleOfAFamilyWithoutARegularFace) {
+TEST(DefaultFont, IsTheNearestStyleIfTheFamilyHasNoRegularFace) {
     const FontSandbox sandbox;
     sandbox.write("a.ttf", makeBlankFont("Alpha", 400, true).build());
     const auto italicOnly = createPlatformDefaultFontLoader("Alpha")->loadDefaultFont(false, false);
@@ -38,7 +38,7 @@ TEST(DefaultFont, ThePlainRequestTakesTheNearestStyleOfAFamilyWithoutARegularFac
     EXPECT_EQ(*boldToo, readFile(sandbox.getPath("b.ttf")));
 }
 
-TEST(DefaultFont, IsTheBestMatchWhereTheDefaultFamilyIsNotInstalled) {
+TEST(DefaultFont, IsTheBestMatchIfTheDefaultFamilyIsNotInstalled) {
     const FontSandbox sandbox("<alias binding=\"weak\"><family>Missing</family><prefer><family>Beta</family>"
                               "</prefer></alias>");
     sandbox.write("a.ttf", makeBlankFont("Alpha").build());
@@ -52,7 +52,7 @@ TEST(DefaultFont, IsTheBestMatchWhereTheDefaultFamilyIsNotInstalled) {
     EXPECT_EQ(load(loader, "Missing"), nullptr);
 }
 
-TEST(DefaultFont, AnEmptyDefaultNameMeansTheBestMatch) {
+TEST(DefaultFont, IsTheBestMatchIfTheDefaultNameIsEmpty) {
     const FontSandbox sandbox;
     sandbox.write("a.ttf", makeBlankFont("Alpha").build());
     const auto bytes = createPlatformDefaultFontLoader("")->loadDefaultFont(false, false);
@@ -60,7 +60,7 @@ TEST(DefaultFont, AnEmptyDefaultNameMeansTheBestMatch) {
     EXPECT_EQ(*bytes, readFile(sandbox.getPath("a.ttf")));
 }
 
-TEST(DefaultFont, AGenericDefaultNameStandsForTheFamilyThatServesIt) {
+TEST(DefaultFont, IsTheFamilyThatServesAGenericDefaultName) {
     const FontSandbox sandbox("<alias><family>serif</family><prefer><family>Beta</family></prefer></alias>");
     sandbox.write("a.ttf", makeBlankFont("Alpha").build());
     sandbox.write("b.ttf", makeBlankFont("Beta").build());
@@ -76,7 +76,7 @@ protected:
     const NNPtr<FontLoader> _loader = createPlatformDefaultFontLoader("DejaVu Sans");
 };
 
-TEST_F(DefaultFontWithoutFonts, IsTheOneThatIsBuiltIn) {
+TEST_F(DefaultFontWithoutFonts, IsTheBuiltInFont) {
     const auto bytes = _loader->loadDefaultFont(false, false);
     ASSERT_EQ(bytes != nullptr, FONT_IS_EMBEDDED != 0);
     if (bytes) {
@@ -92,12 +92,12 @@ TEST_F(DefaultFontWithoutFonts, HasNoStyles) {
     EXPECT_EQ(_loader->loadDefaultFont(true, true), nullptr);
 }
 
-TEST_F(DefaultFontWithoutFonts, CannotBeAskedForByName) {
+TEST_F(DefaultFontWithoutFonts, CannotBeRequestedByName) {
     EXPECT_EQ(load(_loader, "DejaVu Sans"), nullptr);
     EXPECT_EQ(_loader->getFamilyNameForRange(UnicodeRangeMap::find('A')), "");
 }
 
-TEST_F(DefaultFontWithoutFonts, IsFoundWhereTheConfigurationCannotBeRead) {
+TEST_F(DefaultFontWithoutFonts, IsFoundIfTheConfigurationCannotBeRead) {
     setenv("FONTCONFIG_FILE", _sandbox.getPath("no-such-file.conf").c_str(), 1);
     setenv("FONTCONFIG_PATH", _sandbox.getPath("no-such-folder").c_str(), 1);
     const auto bytes = _loader->loadDefaultFont(false, false);

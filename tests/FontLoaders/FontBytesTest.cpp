@@ -15,7 +15,7 @@ using ::testing::HasSubstr;
 using ::testing::Property;
 using ::testing::Throws;
 
-/// What opening the bytes gives for their family.
+/// Opens the bytes and returns their family.
 std::string getFamily(const NNPtr<const Bytes>& bytes) {
     const auto library = createFreeTypeLibrary();
     return createFontFace(library, bytes)->family_name;
@@ -42,7 +42,7 @@ TEST(FontBytes, DescriptionsOfOneFaceShareOneVector) {
     EXPECT_EQ(loader->loadDefaultFont(false, false).get(), bytes.get());
 }
 
-TEST(FontBytes, AFileIsReadOnceWhileItsBytesAreHeld) {
+TEST(FontBytes, AFileIsReadOnceWhileItsBytesAreInUse) {
     const FontSandbox sandbox;
     sandbox.write("a.ttf", makeBlankFont("Alpha").build());
     const auto loader = createPlatformDefaultFontLoader("");
@@ -51,7 +51,7 @@ TEST(FontBytes, AFileIsReadOnceWhileItsBytesAreHeld) {
     EXPECT_EQ(load(loader, "Alpha").get(), bytes.get());
 }
 
-TEST(FontBytes, AFileIsReadAnewWhenNobodyHoldsItsBytes) {
+TEST(FontBytes, AFileIsReadAgainAfterItsBytesWereReleased) {
     const FontSandbox sandbox;
     const Bytes first = makeBlankFont("Alpha").build();
     sandbox.write("a.ttf", first);
@@ -77,7 +77,7 @@ TEST(FontBytes, BytesOutliveTheLoader) {
     EXPECT_EQ(getFamily(bytes), "Alpha");
 }
 
-TEST(FontBytes, EachFaceOfACollectionIsAFileOfItsOwn) {
+TEST(FontBytes, EachFaceOfACollectionHasItsOwnBytes) {
     const FontSandbox sandbox;
     sandbox.write("a.ttc", buildCollection({makeBlankFont("Alpha"), makeBlankFont("Beta")}));
     const auto loader = createPlatformDefaultFontLoader("");
@@ -90,7 +90,7 @@ TEST(FontBytes, EachFaceOfACollectionIsAFileOfItsOwn) {
     }
 }
 
-TEST(FontBytes, OneFaceOfACollectionIsOneVector) {
+TEST(FontBytes, RequestsForAFaceOfACollectionShareOneVector) {
     const FontSandbox sandbox;
     sandbox.write("a.ttc", buildCollection({makeBlankFont("Alpha"), makeBlankFont("Beta")}));
     const auto loader = createPlatformDefaultFontLoader("");
@@ -111,7 +111,7 @@ TEST(FontBytes, ACollectionIsReadOnceForAllItsFaces) {
     EXPECT_EQ(getFamily(beta), "Beta");
 }
 
-TEST(FontBytes, AFaceOfABigCollectionDrawsItsOwnGlyphs) {
+TEST(FontBytes, AFaceOfALargeCollectionDrawsItsOwnGlyphs) {
     const FontSandbox sandbox;
     sandbox.link(std::string(notoCjk) + "NotoSansCJK-Regular.ttc");
     const auto loader = createPlatformDefaultFontLoader("");
@@ -126,7 +126,7 @@ TEST(FontBytes, AFaceOfABigCollectionDrawsItsOwnGlyphs) {
     EXPECT_GT(face->glyph->outline.n_points, 0);
 }
 
-TEST(FontBytes, AVanishedFileIsAnErrorThatNamesItAndTheReason) {
+TEST(FontBytes, TheErrorForADeletedFileNamesItAndTheReason) {
     const FontSandbox sandbox;
     sandbox.write("a.ttf", makeBlankFont("Alpha").build());
     const auto loader = createPlatformDefaultFontLoader("Alpha");
@@ -137,7 +137,7 @@ TEST(FontBytes, AVanishedFileIsAnErrorThatNamesItAndTheReason) {
     EXPECT_THAT([&] { loader->loadDefaultFont(false, false); }, tellsOf(file, "No such file or directory"));
 }
 
-TEST(FontBytes, AFileThatCannotBeReadIsAnErrorThatNamesItAndTheReason) {
+TEST(FontBytes, TheErrorForAnUnreadableFileNamesItAndTheReason) {
     const FontSandbox sandbox;
     sandbox.write("a.ttf", makeBlankFont("Alpha").build());
     const auto loader = createPlatformDefaultFontLoader("");
@@ -148,7 +148,7 @@ TEST(FontBytes, AFileThatCannotBeReadIsAnErrorThatNamesItAndTheReason) {
     EXPECT_THAT([&] { load(loader, "Alpha"); }, tellsOf(file, "Is a directory"));
 }
 
-TEST(FontBytes, AnEmptiedFileIsAnErrorThatNamesItAndTheReason) {
+TEST(FontBytes, TheErrorForAnEmptiedFileNamesItAndTheReason) {
     const FontSandbox sandbox;
     sandbox.write("a.ttf", makeBlankFont("Alpha").build());
     const auto loader = createPlatformDefaultFontLoader("");
@@ -157,7 +157,7 @@ TEST(FontBytes, AnEmptiedFileIsAnErrorThatNamesItAndTheReason) {
     EXPECT_THAT([&] { load(loader, "Alpha"); }, tellsOf(sandbox.getPath("a.ttf"), "the file is empty"));
 }
 
-TEST(FontBytes, ACollectionThatLostTheFaceIsAnErrorThatNamesIt) {
+TEST(FontBytes, TheErrorForACollectionWithoutTheFaceNamesTheFile) {
     const FontSandbox sandbox;
     const FontBuilder alpha = makeBlankFont("Alpha");
     sandbox.write("a.ttc", buildCollection({alpha, makeBlankFont("Beta")}));
@@ -168,7 +168,7 @@ TEST(FontBytes, ACollectionThatLostTheFaceIsAnErrorThatNamesIt) {
                 tellsOf(sandbox.getPath("a.ttc"), "there is no face 1 among 1"));
 }
 
-TEST(FontBytes, AnErrorIsForgottenWhenTheFileIsBack) {
+TEST(FontBytes, AFileThatComesBackCanBeLoaded) {
     const FontSandbox sandbox;
     const Bytes alpha = makeBlankFont("Alpha").build();
     sandbox.write("a.ttf", alpha);
@@ -182,13 +182,13 @@ TEST(FontBytes, AnErrorIsForgottenWhenTheFileIsBack) {
 
 TEST(FontBytes, MakingALoaderReadsNothing) {
     const auto loader = createPlatformDefaultFontLoader("Alpha");
-    // Only now is there a configuration that knows the font.
+    // The configuration knows the font only from now on.
     const FontSandbox sandbox;
     sandbox.write("a.ttf", makeBlankFont("Alpha").build());
     EXPECT_NE(load(loader, "Alpha"), nullptr);
 }
 
-TEST(FontBytes, LoadersDoNotShareWhatIsInstalled) {
+TEST(FontBytes, EachLoaderHasItsOwnListOfInstalledFonts) {
     const FontSandbox first;
     first.write("a.ttf", makeBlankFont("Alpha").build());
     const auto early = createPlatformDefaultFontLoader("");

@@ -31,7 +31,7 @@ TEST(FontFilePlace, IsTheFileOfTheFont) {
     expectPlace(*loader, plain, sandbox.getPath("a.ttf"), 0);
 }
 
-TEST(FontFilePlace, CountsTheFacesOfACollection) {
+TEST(FontFilePlace, HasTheIndexOfTheFaceInACollection) {
     const FontSandbox sandbox;
     sandbox.write("a.ttc", buildCollection({makeBlankFont("Alpha"), makeBlankFont("Beta")}));
     const auto loader = createPlatformDefaultFontLoader("");
@@ -41,7 +41,7 @@ TEST(FontFilePlace, CountsTheFacesOfACollection) {
     expectPlace(*loader, beta, sandbox.getPath("a.ttc"), 1);
 }
 
-TEST(FontFilePlace, IsKnownOfItsOwnBytesOnly) {
+TEST(FontFilePlace, IsKnownOnlyForBytesOfTheSameLoader) {
     const FontSandbox sandbox;
     sandbox.write("a.ttf", makeBlankFont("Alpha").build());
     const auto loader = createPlatformDefaultFontLoader("");
@@ -52,7 +52,7 @@ TEST(FontFilePlace, IsKnownOfItsOwnBytesOnly) {
     EXPECT_FALSE(findFontFile(CountingLoader(), bytes).has_value());
 }
 
-TEST(FontFilePlace, IsNowhereForTheBuiltInFont) {
+TEST(FontFilePlace, IsUnknownForTheBuiltInFont) {
     const FontSandbox sandbox;
     const auto loader = createPlatformDefaultFontLoader("");
     const auto bytes = loader->loadDefaultFont(false, false);

@@ -40,7 +40,7 @@ void fill(const FontSandbox& sandbox) {
 
 } // namespace
 
-TEST(FontLoaderThreads, AskOneLoaderForEverythingAtOnce) {
+TEST(FontLoaderThreads, MayUseOneLoaderAtOnce) {
     const FontSandbox sandbox;
     fill(sandbox);
     const auto loader = createPlatformDefaultFontLoader("Alpha");
@@ -56,7 +56,7 @@ TEST(FontLoaderThreads, AskOneLoaderForEverythingAtOnce) {
     });
 }
 
-TEST(FontLoaderThreads, GetOneVectorForOneFace) {
+TEST(FontLoaderThreads, ShareOneVectorPerFace) {
     const FontSandbox sandbox;
     fill(sandbox);
     const auto loader = createPlatformDefaultFontLoader("Alpha");
@@ -68,7 +68,7 @@ TEST(FontLoaderThreads, GetOneVectorForOneFace) {
     }
 }
 
-TEST(FontLoaderThreads, UseLoadersOfTheirOwn) {
+TEST(FontLoaderThreads, MayUseSeparateLoaders) {
     const FontSandbox sandbox;
     fill(sandbox);
     runTogether([](int i) {
@@ -79,7 +79,7 @@ TEST(FontLoaderThreads, UseLoadersOfTheirOwn) {
     });
 }
 
-TEST(FontLoaderThreads, ReleaseFontsOfOneLibrary) {
+TEST(FontLoaderThreads, MayReleaseFontsOfOneLibrary) {
     const auto library = createFreeTypeLibrary();
     runTogether([&library](int) {
         for (int round = 0; round < 100; ++round) {

@@ -20,7 +20,7 @@ std::string bind(const std::string& from, const std::string& to, const std::stri
 
 } // namespace
 
-TEST(FontNames, AnInstalledFamilyComesAsTheBytesOfItsFile) {
+TEST(FontNames, AnInstalledFamilyGivesTheBytesOfItsFile) {
     const FontSandbox sandbox;
     sandbox.link(std::string(dejaVu) + "DejaVuSans.ttf");
     const auto loader = createPlatformDefaultFontLoader("DejaVu Sans");
@@ -38,7 +38,7 @@ TEST(FontNames, TheCaseOfTheLettersDoesNotMatter) {
     EXPECT_EQ(load(loader, "\u00E4PFEL GR\u00DCN"), bytes);
 }
 
-TEST(FontNames, AFamilyAnswersToItsNamesInAllLanguages) {
+TEST(FontNames, AFamilyIsFoundByItsNamesInAllLanguages) {
     const FontSandbox sandbox;
     FontBuilder font = makeBlankFont("Alpha");
     font.addName({0x411, 1, "\u6E38\u30B4\u30B7\u30C3\u30AF"});
@@ -49,7 +49,7 @@ TEST(FontNames, AFamilyAnswersToItsNamesInAllLanguages) {
     EXPECT_EQ(load(loader, "\u6E38\u30B4\u30B7\u30C3\u30AF"), bytes);
 }
 
-TEST(FontNames, BlanksMatter) {
+TEST(FontNames, SpacesMatter) {
     const FontSandbox sandbox;
     sandbox.write("a.ttf", makeBlankFont("Alpha Beta").build());
     const auto loader = createPlatformDefaultFontLoader("");
@@ -59,7 +59,7 @@ TEST(FontNames, BlanksMatter) {
     EXPECT_EQ(load(loader, " Alpha Beta"), nullptr);
 }
 
-TEST(FontNames, WhatIsNotInstalledIsNull) {
+TEST(FontNames, AFamilyThatIsNotInstalledIsNull) {
     const FontSandbox sandbox;
     sandbox.write("a.ttf", makeBlankFont("Alpha").build());
     const auto loader = createPlatformDefaultFontLoader("Alpha");
@@ -78,7 +78,7 @@ TEST(FontNames, AZeroByteIsPartOfTheName) {
     EXPECT_EQ(load(loader, std::string("serif\0x", 7)), nullptr);
 }
 
-TEST(FontNames, IllFormedTextIsTheNameOfNoFamily) {
+TEST(FontNames, IllFormedTextMatchesNoFamily) {
     const FontSandbox sandbox;
     sandbox.write("a.ttf", makeBlankFont("Alpha").build());
     const auto loader = createPlatformDefaultFontLoader("Alpha");
@@ -86,7 +86,7 @@ TEST(FontNames, IllFormedTextIsTheNameOfNoFamily) {
     EXPECT_EQ(load(loader, "Alpha\xF0\x9F"), nullptr);
 }
 
-TEST(FontNames, EveryGenericNameStandsForTheFamilyThatServesIt) {
+TEST(FontNames, EveryGenericNameResolvesToTheFamilyThatServesIt) {
     const FontSandbox sandbox(bind("serif", "Beta", "strong") + bind("monospace", "Gamma", "weak"));
     sandbox.write("a.ttf", makeBlankFont("Alpha").build());
     sandbox.write("b.ttf", makeBlankFont("Beta").build());
@@ -101,7 +101,7 @@ TEST(FontNames, EveryGenericNameStandsForTheFamilyThatServesIt) {
     }
 }
 
-TEST(FontNames, AGenericNameHasTheStylesOfItsFamilyOnly) {
+TEST(FontNames, AGenericNameHasOnlyTheStylesOfItsFamily) {
     const FontSandbox sandbox(bind("serif", "Alpha", "strong"));
     sandbox.write("a.ttf", makeBlankFont("Alpha").build());
     sandbox.write("b.ttf", makeBlankFont("Beta", 700).build());
@@ -115,7 +115,7 @@ TEST(FontNames, AGenericNameIsNullOnAMachineWithoutFonts) {
     EXPECT_EQ(load(createPlatformDefaultFontLoader(""), "sans-serif"), nullptr);
 }
 
-TEST(FontNames, AFamilyThatIsBoundAsTheSameServesTheName) {
+TEST(FontNames, AFamilyWithASameBindingServesTheName) {
     const FontSandbox sandbox(bind("Old", "Missing", "same") + bind("Old", "Alpha", "same"));
     sandbox.write("a.ttf", makeBlankFont("Alpha").build());
     const auto loader = createPlatformDefaultFontLoader("");
@@ -140,7 +140,7 @@ TEST(FontNames, AliasesOfAnyOtherBindingResolveToNothing) {
     EXPECT_EQ(load(loader, "Strong"), nullptr);
 }
 
-TEST(FontNames, AChainOfAliasesIsTheSameOnlyIfEveryLinkIs) {
+TEST(FontNames, AChainOfAliasesServesTheNameOnlyIfEveryBindingIsSame) {
     const FontSandbox sandbox(bind("One", "Two", "same") + bind("Two", "Alpha", "same") +
                               bind("Loose", "Firm", "weak") + bind("Firm", "Alpha", "same"));
     sandbox.write("a.ttf", makeBlankFont("Alpha").build());
@@ -150,7 +150,7 @@ TEST(FontNames, AChainOfAliasesIsTheSameOnlyIfEveryLinkIs) {
     EXPECT_EQ(load(loader, "Loose"), nullptr);
 }
 
-TEST(FontNames, AFamilyThatIsBoundToAGenericNameIsNotServedByWhateverServesThat) {
+TEST(FontNames, ABindingToAGenericNameServesNothing) {
     const FontSandbox sandbox(bind("Gone Emoji", "emoji", "same"));
     sandbox.write("a.ttf", makeBlankFont("Alpha").build());
     const auto loader = createPlatformDefaultFontLoader("");
@@ -168,7 +168,7 @@ TEST(FontNames, TheStandardMetricAliasesHold) {
     EXPECT_EQ(load(loader, "Arial"), load(loader, "Liberation Sans"));
     EXPECT_EQ(load(loader, "Arial", true), load(loader, "Liberation Sans", true));
     EXPECT_EQ(load(loader, "Times New Roman"), load(loader, "Liberation Serif"));
-    // The standard rules bind these two only weakly to the families above.
+    // The standard rules bind these two names only weakly to the families above.
     EXPECT_EQ(load(loader, "Helvetica"), nullptr);
     EXPECT_EQ(load(loader, "Times"), nullptr);
 }

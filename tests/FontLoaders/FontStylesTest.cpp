@@ -27,7 +27,7 @@ protected:
         _sandbox.write(name, font.build());
     }
 
-    /// The name of the file that a request for Alpha gives, "null" for none.
+    /// Requests Alpha and returns the name of its file, or "null" for none.
     std::string find(bool bold = false, bool italic = false) const {
         const auto bytes = load(createPlatformDefaultFontLoader(""), "Alpha", bold, italic);
         if (!bytes) {
@@ -62,7 +62,7 @@ TEST_F(FontStyles, AStyleThatTheFamilyLacksIsNull) {
     EXPECT_EQ(find(true, true), "null");
 }
 
-TEST_F(FontStyles, ABoldFaceIsNoRegularOne) {
+TEST_F(FontStyles, ABoldFaceDoesNotServeRegular) {
     install("bold.ttf", makeBlankFont("Alpha", 700));
     EXPECT_EQ(find(false, false), "null");
 }
@@ -74,7 +74,7 @@ TEST_F(FontStyles, DemiboldIsBoldAndMediumIsNot) {
     EXPECT_EQ(find(false), "medium.ttf");
 }
 
-TEST_F(FontStyles, TheWeightNearestToTheStyleWins) {
+TEST_F(FontStyles, TheNearestWeightWins) {
     install("1-thin.ttf", makeBlankFont("Alpha", 100));
     install("2-medium.ttf", makeBlankFont("Alpha", 500));
     install("3-regular.ttf", makeBlankFont("Alpha", 400));
@@ -98,7 +98,7 @@ TEST_F(FontStyles, WeightCountsBeforeWidth) {
     EXPECT_EQ(find(), "1-condensed.ttf");
 }
 
-TEST_F(FontStyles, EqualsAreTakenInTheOrderOfTheirPaths) {
+TEST_F(FontStyles, EqualFacesAreRankedByTheirPaths) {
     install("c/a.ttf", makeBlankFont("Alpha"));
     install("b/z.ttf", makeBlankFont("Alpha", 400, false, {{'a', 'b'}}));
     install("b/y.ttf", makeBlankFont("Alpha", 400, false, {{'c', 'd'}}));
@@ -115,7 +115,7 @@ TEST_F(FontStyles, ObliqueCountsAsItalic) {
     EXPECT_EQ(load(loader, "DejaVu Sans"), nullptr);
 }
 
-TEST_F(FontStyles, LightAndCondensedSistersDoNotServeAWholeFamily) {
+TEST_F(FontStyles, LightAndCondensedFacesDoNotServeTheNormalFamily) {
     for (const char* name : {"DejaVuSans-ExtraLight.ttf", "DejaVuSansCondensed.ttf", "DejaVuSans.ttf",
                              "DejaVuSansCondensed-Bold.ttf", "DejaVuSans-Bold.ttf"}) {
         _sandbox.link(dejaVu + std::string(name));
@@ -136,7 +136,7 @@ TEST_F(FontStyles, TheVariableFontOfTheseTestsHasTwoNamedInstances) {
     EXPECT_EQ(face->style_flags >> 16, 2);
 }
 
-TEST_F(FontStyles, AVariableFontServesOnlyTheStyleThatItHasByDefault) {
+TEST_F(FontStyles, AVariableFontServesOnlyItsDefaultStyle) {
     install("variable.ttf", makeVariable(400));
     EXPECT_EQ(find(false), "variable.ttf");
     EXPECT_EQ(find(true), "null");

@@ -1,6 +1,6 @@
-// What FreeType or a client forgets to release ends with the library. FreeType 2.12 forgets the record of an
-// unpacked web font's stream, 80 bytes, whenever its TrueType driver has unpacked the file and another driver
-// opens it, or none.
+// Memory that FreeType or a client forgets to release is freed with the library. FreeType 2.12 forgets the
+// stream record of an unpacked web font, 80 bytes, if its TrueType driver unpacks the file and then another
+// driver opens it, or none.
 
 #include <support/CffFont.h>
 #include <support/FontBuilder.h>
@@ -27,14 +27,14 @@ using Tables = std::map<std::string, Bytes>;
 
 constexpr std::uint32_t cffFlavor = 0x4F54544F; // "OTTO"
 
-/// What the process holds of the heap. The sanitizers' allocators say nothing; theirs find leaks themselves.
+/// The bytes that the process has allocated, or 0 under a sanitizer: its allocator finds leaks itself.
 std::size_t getHeapBytes() {
     const struct mallinfo2 info = mallinfo2();
     return info.uordblks + info.hblkhd;
 }
 
-/// The heap is where it was after `work` has run ten thousand times, the first few aside. A few times do for
-/// a sanitizer.
+/// Expects that the heap does not grow when `work` runs ten thousand times, after a few runs to warm up. A
+/// sanitizer needs only a few runs.
 template <class Work>
 void expectLeavesNothing(const Work& work) {
     constexpr int warmUp = 10;
@@ -46,7 +46,7 @@ void expectLeavesNothing(const Work& work) {
     for (unsigned int i = 0; i < times; ++i) {
         work();
     }
-    EXPECT_LT(getHeapBytes(), before + times) << "a byte each time, or more";
+    EXPECT_LT(getHeapBytes(), before + times) << "at least one byte leaks each time";
 }
 
 bool opens(const NNPtr<const Bytes>& file) {
@@ -94,27 +94,27 @@ Tables makeTablesWithout(const std::string& tag) {
 
 } // namespace
 
-TEST(ForgottenMemory, IsNoneAfterAnOrdinaryFont) {
+TEST(ForgottenMemory, DoesNotExistAfterAnOrdinaryFont) {
     expectOpensWithoutATrace(makeFont().build());
 }
 
-TEST(ForgottenMemory, EndsWithTheLibraryOfAWebFont) {
+TEST(ForgottenMemory, IsFreedWithTheLibraryOfAWebFont) {
     expectOpensWithoutATrace(WebFont{makeFont().buildTables()}.buildWoff());
     expectOpensWithoutATrace(WebFont{makeFont().buildTables()}.buildWoff2());
 }
 
-TEST(ForgottenMemory, EndsWithTheLibraryOfAWebFontWithPostScriptOutlines) {
+TEST(ForgottenMemory, IsFreedWithTheLibraryOfAWebFontWithPostScriptOutlines) {
     expectOpensWithoutATrace(WebFont{makeCffTables(), cffFlavor}.buildWoff());
     expectOpensWithoutATrace(WebFont{makeCffTables(), cffFlavor}.buildWoff2());
 }
 
-TEST(ForgottenMemory, EndsWithTheLibraryOfABrokenWebFont) {
+TEST(ForgottenMemory, IsFreedWithTheLibraryOfABrokenWebFont) {
     expectFailsWithoutATrace(WebFont{makeTablesWithout("hhea")}.buildWoff());
     expectFailsWithoutATrace(WebFont{makeTablesWithout("hmtx")}.buildWoff2());
     expectFailsWithoutATrace(WebFont{makeCffTables()}.buildWoff());
 }
 
-TEST(ForgottenMemory, OfAClientEndsWithTheLibrary) {
+TEST(ForgottenMemory, OfAClientIsFreedWithTheLibrary) {
     const NNPtr<const Bytes> file = std::make_shared<const Bytes>(makeFont().build());
     expectLeavesNothing([&] {
         const FTLibraryPtr library = createFreeTypeLibrary();
@@ -126,7 +126,7 @@ TEST(ForgottenMemory, OfAClientEndsWithTheLibrary) {
     });
 }
 
-TEST(ForgottenMemory, EndsWithTheLastOwnerOfTheLibrary) {
+TEST(ForgottenMemory, IsFreedWithTheLastOwnerOfTheLibrary) {
     FTLibraryPtr last(nullptr, nullptr);
     unsigned char* forgotten = nullptr;
     {
@@ -134,11 +134,11 @@ TEST(ForgottenMemory, EndsWithTheLastOwnerOfTheLibrary) {
         forgotten = static_cast<unsigned char*>(font->memory->alloc(font->memory, 10));
         last = shareFreeTypeLibrary(font.library.get());
     }
-    forgotten[9] = 1; // the address sanitizer sees a block that is gone
+    forgotten[9] = 1; // the address sanitizer would find a freed block
     EXPECT_EQ(forgotten[9], 1);
 }
 
-TEST(ForgottenMemory, OfAFaceEndsWithTheLibrary) {
+TEST(ForgottenMemory, OfAFaceIsFreedWithTheLibrary) {
     const NNPtr<const Bytes> file = std::make_shared<const Bytes>(makeFont().build());
     expectLeavesNothing([&] {
         const FTLibraryPtr library = createFreeTypeLibrary();

@@ -23,10 +23,10 @@ using Testing::OpenedFont;
 constexpr auto maxBlock = static_cast<long>(openingBounds.block);
 constexpr auto maxRenderingBlock = static_cast<long>(renderingBounds.block);
 
-/// The allocator that FreeType has, seen from its side.
+/// Calls the allocator as FreeType does, and frees its blocks at the end.
 class Heap {
 public:
-    /// Whether there was so much to be had; it is kept until the test ends.
+    /// Allocates a block. Returns false if the allocator refuses.
     bool take(long size) {
         _blocks.push_back(_memory->alloc(_memory, size));
         return _blocks.back() != nullptr;
@@ -37,7 +37,7 @@ public:
         return block != nullptr;
     }
     void* getLast() const { return _blocks.back(); }
-    void giveBackLast() {
+    void freeLast() {
         _memory->free(_memory, _blocks.back());
         _blocks.pop_back();
     }
@@ -94,7 +94,7 @@ TEST(FreeTypeMemory, RefusesBlocksAboveTheDocumentedSize) {
     EXPECT_FALSE(heap.take(-1));
 }
 
-TEST(FreeTypeMemory, RefusesOnlyTheLargestBlocksOutsideOfAnyOperation) {
+TEST(FreeTypeMemory, RefusesOnlyTheLargestBlocksOutsideAnOperation) {
     Heap heap;
     EXPECT_TRUE(heap.take(maxRenderingBlock));
     EXPECT_FALSE(heap.take(maxRenderingBlock + 1));
@@ -116,15 +116,15 @@ TEST(FreeTypeMemory, HoldsTheLargestGlyphInEveryRenderMode) {
     const FreeTypeOperation operation(renderingBounds);
     EXPECT_TRUE(heap.take(4 * pixels)) << "a coloured bitmap";
     EXPECT_FALSE(heap.take(4 * pixels + 1));
-    heap.giveBackLast();
-    heap.giveBackLast();
+    heap.freeLast();
+    heap.freeLast();
     EXPECT_TRUE(heap.take(3 * pixels)) << "an LCD bitmap";
-    EXPECT_TRUE(heap.take(3 * pixels)) << "and what it is joined into";
+    EXPECT_TRUE(heap.take(3 * pixels)) << "and the bitmap that it is joined into";
     EXPECT_FALSE(heap.take(pixels)) << "but no more";
     EXPECT_TRUE(heap.take(pixels / 2));
 }
 
-TEST(FreeTypeMemory, HasNoBoundOnWhatIsKeptOverManyOperations) {
+TEST(FreeTypeMemory, DoesNotBoundTheTotalOverManyOperations) {
     static_assert(3 * openingBounds.block > openingBounds.growth);
     Heap heap;
     for (int i = 0; i < 4; ++i) {
@@ -140,13 +140,13 @@ TEST(FreeTypeMemory, BoundsTheGrowthWithinOneOperation) {
     EXPECT_TRUE(heap.take(maxBlock));
     EXPECT_TRUE(heap.take(maxBlock / 2));
     EXPECT_FALSE(heap.take(maxBlock));
-    heap.giveBackLast(); // the one that was refused
-    heap.giveBackLast();
-    EXPECT_TRUE(heap.take(maxBlock / 2)) << "what was given back may be taken again";
+    heap.freeLast(); // the one that was refused
+    heap.freeLast();
+    EXPECT_TRUE(heap.take(maxBlock / 2)) << "freed memory can be allocated again";
     EXPECT_FALSE(heap.take(maxBlock));
 }
 
-TEST(FreeTypeMemory, CountsWhatABlockGrowsBy) {
+TEST(FreeTypeMemory, CountsOnlyTheGrowthOfABlock) {
     Heap heap;
     const FreeTypeOperation operation(openingBounds);
     EXPECT_TRUE(heap.take(maxBlock / 2));
@@ -156,17 +156,17 @@ TEST(FreeTypeMemory, CountsWhatABlockGrowsBy) {
     EXPECT_FALSE(heap.take(maxBlock / 2));
 }
 
-TEST(FreeTypeMemory, DoesNotRaiseTheBoundByWhatIsOlderThanTheOperation) {
+TEST(FreeTypeMemory, DoesNotCreditOlderBlocksThatAreFreed) {
     Heap heap;
     ASSERT_TRUE(heap.take(maxBlock));
     const FreeTypeOperation operation(openingBounds);
-    heap.giveBackLast();
+    heap.freeLast();
     EXPECT_TRUE(heap.take(maxBlock));
     EXPECT_TRUE(heap.take(maxBlock / 2));
     EXPECT_FALSE(heap.take(maxBlock));
 }
 
-TEST(FreeTypeMemory, CountsAnOperationInsideAnotherForItself) {
+TEST(FreeTypeMemory, CountsANestedOperationSeparately) {
     Heap heap;
     const FreeTypeOperation outer(openingBounds);
     EXPECT_TRUE(heap.take(maxBlock));
@@ -175,7 +175,7 @@ TEST(FreeTypeMemory, CountsAnOperationInsideAnotherForItself) {
         const FreeTypeOperation inner(openingBounds);
         EXPECT_TRUE(heap.take(maxBlock));
     }
-    EXPECT_FALSE(heap.take(maxBlock)) << "the outer one goes on where it was";
+    EXPECT_FALSE(heap.take(maxBlock)) << "the outer operation continues";
     EXPECT_TRUE(heap.take(maxBlock / 4));
 }
 
@@ -189,7 +189,7 @@ TEST(FreeTypeMemory, ReturnsToTheBoundsOfTheOuterOperation) {
     EXPECT_FALSE(heap.take(maxBlock + 1));
 }
 
-TEST(FreeTypeMemory, BoundsWhatGlyphsTake) {
+TEST(FreeTypeMemory, BoundsTheMemoryOfGlyphs) {
     Heap heap;
     const FreeTypeOperation operation(openingBounds);
     const FreeTypeGlyphMemory glyphs;
@@ -199,7 +199,7 @@ TEST(FreeTypeMemory, BoundsWhatGlyphsTake) {
     EXPECT_FALSE(heap.take(maxBlock)) << "above the growth";
 }
 
-TEST(FreeTypeMemory, HasEmptyBlocks) {
+TEST(FreeTypeMemory, AllocatesEmptyBlocks) {
     for (const bool isOfGlyph : {false, true}) {
         Heap heap;
         std::optional<FreeTypeGlyphMemory> glyphs;
@@ -213,7 +213,7 @@ TEST(FreeTypeMemory, HasEmptyBlocks) {
     }
 }
 
-TEST(FreeTypeMemory, ResizesAndTakesBackBlocksOfEitherKindAnywhere) {
+TEST(FreeTypeMemory, ResizesAndFreesBlocksOfEitherKindAnywhere) {
     Heap heap;
     const auto growLast = [&](std::size_t last) {
         EXPECT_TRUE(heap.resizeLast(5000));
@@ -226,16 +226,16 @@ TEST(FreeTypeMemory, ResizesAndTakesBackBlocksOfEitherKindAnywhere) {
         {
             const FreeTypeGlyphMemory glyphs;
             growLast(last);
-            heap.giveBackLast();
+            heap.freeLast();
             ASSERT_TRUE(heap.take(size));
             std::memset(heap.getLast(), 9, static_cast<std::size_t>(size));
         }
         growLast(last);
-        heap.giveBackLast();
+        heap.freeLast();
     }
 }
 
-TEST(FreeTypeMemory, ResizesNoBlockIntoANewOne) {
+TEST(FreeTypeMemory, AllocatesWhenANullBlockIsResized) {
     const OpenedFont font{Testing::FontBuilder().build()};
     void* const block = font->memory->realloc(font->memory, 0, 100, nullptr);
     ASSERT_NE(block, nullptr);

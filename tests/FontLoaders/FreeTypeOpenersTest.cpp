@@ -43,14 +43,14 @@ TEST(FreeTypeOpeners, OpenTheFirstFace) {
     EXPECT_EQ(face->units_per_EM, 1000);
 }
 
-TEST(FreeTypeOpeners, ReportWhatIsNoFontWithTheTextAndCodeOfFreeType) {
+TEST(FreeTypeOpeners, ReportBytesThatAreNotAFontWithFreeTypesTextAndCode) {
     const auto library = createFreeTypeLibrary();
     const auto garbage = makeNNPtr<const Bytes>(Bytes(1000, 'x'));
     EXPECT_THAT([&] { createFontFace(library, garbage); },
                 tells("unknown file format", FT_Err_Unknown_File_Format));
 }
 
-TEST(FreeTypeOpeners, ReportADamagedFontWithTheTextAndCodeOfFreeType) {
+TEST(FreeTypeOpeners, ReportADamagedFontWithFreeTypesTextAndCode) {
     const auto library = createFreeTypeLibrary();
     Bytes damaged = makeBlankFont("Alpha").build();
     const std::string tag = "head";
@@ -71,7 +71,7 @@ TEST(FreeTypeOpeners, ReportAMissingLibrary) {
                 tells("invalid library handle", FT_Err_Invalid_Library_Handle));
 }
 
-TEST(FreeTypeOpeners, AFaceKeepsItsBytesToTheEnd) {
+TEST(FreeTypeOpeners, KeepTheBytesAliveAsLongAsTheFace) {
     const auto library = createFreeTypeLibrary();
     std::weak_ptr<const Bytes> watch;
     {
@@ -86,7 +86,7 @@ TEST(FreeTypeOpeners, AFaceKeepsItsBytesToTheEnd) {
     EXPECT_TRUE(watch.expired());
 }
 
-TEST(FreeTypeOpeners, BytesThatAreNoFontAreReleased) {
+TEST(FreeTypeOpeners, ReleaseBytesThatAreNotAFont) {
     const auto library = createFreeTypeLibrary();
     for (const Bytes& content : {Bytes(), Bytes(100, 'x'), Bytes{'t', 't', 'c', 'f'}, Bytes{0, 1, 0, 0}}) {
         const std::shared_ptr<const Bytes> bytes = makeNNPtr<const Bytes>(content);
@@ -95,7 +95,7 @@ TEST(FreeTypeOpeners, BytesThatAreNoFontAreReleased) {
     }
 }
 
-TEST(FreeTypeOpeners, AGlyphMayOutliveItsFaceAndTheFirstOwnerOfItsLibrary) {
+TEST(FreeTypeOpeners, LetAGlyphOutliveItsFaceAndTheFirstOwnerOfItsLibrary) {
     FTLibraryPtr last(nullptr, [](FT_LibraryRec_*) {});
     FT_Glyph glyph = nullptr;
     {
@@ -111,7 +111,7 @@ TEST(FreeTypeOpeners, AGlyphMayOutliveItsFaceAndTheFirstOwnerOfItsLibrary) {
     std::thread([glyph] { FT_Done_Glyph(glyph); }).join();
 }
 
-TEST(FreeTypeOpeners, SharingNoLibraryIsReported) {
+TEST(FreeTypeOpeners, ReportSharingANullLibrary) {
     EXPECT_THAT([] { shareFreeTypeLibrary(nullptr); },
                 tells("invalid library handle", FT_Err_Invalid_Library_Handle));
 }

@@ -1,4 +1,4 @@
-// The protection against boundless composites belongs to one face, and lasts exactly as long.
+// The protection against boundless composites belongs to one face and ends with it.
 
 #include <support/FontBuilder.h>
 #include <support/OpenedFont.h>
@@ -16,7 +16,7 @@ using Testing::OpenedFont;
 
 constexpr unsigned int circular = 2;
 
-/// Glyph 1 is a box, glyph 2 contains it, and itself if so wanted. The auto-hinter takes measures from 2.
+/// Glyph 1 is a box. Glyph 2 contains it and, on request, itself. The auto-hinter measures glyph 2.
 Bytes makeFont(bool isCircular) {
     FontBuilder font;
     font.addGlyph(Testing::makeBoxGlyph(500, 0, 0, 500, 500));
@@ -30,7 +30,7 @@ FTFacePtr open(const FTLibraryPtr& library, bool isCircular) {
 
 } // namespace
 
-TEST(GlyfReaderLifetime, IsThatOfOneFaceAmongSeveralOfALibrary) {
+TEST(GlyfReaderLifetime, BelongsToOneFaceOfALibrary) {
     const FTLibraryPtr library = createFreeTypeLibrary();
     const FTFacePtr sound = open(library, false);
     const FTFacePtr hostile = open(library, true);
@@ -53,7 +53,7 @@ TEST(GlyfReaderLifetime, EndsWithTheLastReferenceToTheFace) {
     FT_Done_Face(face);
 }
 
-TEST(GlyfReaderLifetime, IsNotProlongedIntoTheNextFaceAtTheAddress) {
+TEST(GlyfReaderLifetime, DoesNotExtendToAnotherFaceAtTheSameAddress) {
     const Bytes file = makeFont(true);
     const FTLibraryPtr library = createFreeTypeLibrary();
     for (int i = 0; i < 10; ++i) {
@@ -61,7 +61,7 @@ TEST(GlyfReaderLifetime, IsNotProlongedIntoTheNextFaceAtTheAddress) {
         FT_Face other = nullptr;
         ASSERT_EQ(
             FT_New_Memory_Face(library.get(), file.data(), static_cast<FT_Long>(file.size()), 0, &other), 0);
-        EXPECT_TRUE(isBoundedGlyph(other, circular)) << "FreeType opened it, nothing is known about it";
+        EXPECT_TRUE(isBoundedGlyph(other, circular)) << "the client opened it, so nothing is known about it";
         FT_Done_Face(other);
     }
 }

@@ -17,7 +17,7 @@ using Testing::Bytes;
 using Testing::ByteWriter;
 using Testing::FontBuilder;
 
-/// A font file in memory that ends before memory that cannot be read; null if FreeType refuses it.
+/// Opens a font file whose last byte lies before unreadable memory. Returns null if FreeType refuses it.
 struct GuardedFace {
     explicit GuardedFace(const Bytes& file)
         : bytes(file) {
@@ -49,7 +49,7 @@ Bytes makeOffsets(const std::vector<std::uint32_t>& offsets) {
     return loca.getBytes();
 }
 
-/// Moves a table to the end of its file and leaves only `length` bytes of it.
+/// Moves a table to the end of its file and truncates it to `length` bytes.
 Bytes moveToEnd(const Bytes& file, const std::string& tag, std::size_t length) {
     ByteWriter writer;
     const auto entry = std::search(file.begin(), file.end(), tag.begin(), tag.end());
@@ -63,7 +63,7 @@ Bytes moveToEnd(const Bytes& file, const std::string& tag, std::size_t length) {
     return writer.getBytes();
 }
 
-/// Asks for every glyph that the face has, and for some more.
+/// Checks every glyph of the face, and some indices beyond.
 void readAll(FT_Face face) {
     GlyfReader reader(face);
     for (FT_Long glyph = 0; glyph < face->num_glyphs + 3; ++glyph) {
@@ -75,11 +75,11 @@ void readAll(FT_Face face) {
 
 struct Offsets {
     const char* what;
-    std::vector<std::uint32_t> values; ///< of the glyphs 0, 1 and 2 and of the end
+    std::vector<std::uint32_t> values; ///< for the glyphs 0, 1 and 2 and for the end
     bool isLoop;
 };
 
-/// Glyph 2 begins at `loop` in a table of `size` bytes.
+/// Offsets that place glyph 2 at `loop` in a table of `size` bytes.
 std::vector<Offsets> makeOffsetsAround(std::uint32_t loop, std::uint32_t size) {
     return {{"in order", {0, 0, loop, size}, true},
             {"an empty glyph", {0, 0, loop, loop}, false},
@@ -93,7 +93,7 @@ std::vector<Offsets> makeOffsetsAround(std::uint32_t loop, std::uint32_t size) {
 
 } // namespace
 
-TEST(GlyfReader, ReadsNothingBehindTheEndOfTheFile) {
+TEST(GlyfReader, ReadsNothingBeyondTheEndOfTheFile) {
     const FontBuilder font = makeFont();
     unsigned int openedCount = 0;
     for (const std::string tag : {"glyf", "head", "loca"}) {
@@ -109,8 +109,8 @@ TEST(GlyfReader, ReadsNothingBehindTheEndOfTheFile) {
 }
 
 TEST(GlyfReader, ReadsNothingOfAFontWithPostScriptOutlines) {
-    // Its number of glyphs is that of other outlines: there are as many offsets, but no end of the last
-    // glyph.
+    // The font counts the glyphs of its PostScript outlines: there are that many offsets, but the last glyph
+    // has no end.
     Testing::CffFont outlines;
     outlines.charStrings.resize(4, Testing::makeBoxCharString());
     const Bytes offsets = makeOffsets(std::vector<std::uint32_t>(4));
@@ -123,7 +123,7 @@ TEST(GlyfReader, ReadsNothingOfAFontWithPostScriptOutlines) {
     readAll(guarded.face);
 }
 
-TEST(GlyfReader, SeesTheGlyphsThatFreeTypeSees) {
+TEST(GlyfReader, FindsTheGlyphsThatFreeTypeFinds) {
     const auto tables = makeFont().buildTables();
     const Bytes& loca = tables.at("loca");
     const std::uint32_t loop = loca[10] * 256U + loca[11];
@@ -138,8 +138,8 @@ TEST(GlyfReader, SeesTheGlyphsThatFreeTypeSees) {
     }
 }
 
-TEST(GlyfReader, FollowsFreeTypeBehindATableOfOffsetsThatIsTooShort) {
-    // In the middle of the file there are bytes behind the table, which FreeType takes for its last entry.
+TEST(GlyfReader, FollowsFreeTypeBeyondAnOffsetTableThatIsTooShort) {
+    // In the middle of the file, FreeType reads the bytes behind the table as its last entry.
     FontBuilder font = makeFont();
     const Bytes file = font.build();
     const Bytes loca = font.buildTables().at("loca");
@@ -151,18 +151,18 @@ TEST(GlyfReader, FollowsFreeTypeBehindATableOfOffsetsThatIsTooShort) {
     ASSERT_EQ(inside.face->num_glyphs, 3);
     EXPECT_FALSE(GlyfReader(inside.face).isBounded(2));
     EXPECT_EQ(FT_Load_Glyph(inside.face, 2, FT_LOAD_NO_SCALE), FT_Err_Invalid_Composite);
-    // At the end of the file there are none, and FreeType gives the last glyph up.
+    // At the end of the file there are no such bytes, and FreeType drops the last glyph.
     const GuardedFace atEnd(moveToEnd(file, "loca", loca.size() - 4));
     ASSERT_EQ(atEnd.face->num_glyphs, 2);
     EXPECT_TRUE(GlyfReader(atEnd.face).isBounded(2));
 }
 
-TEST(GlyfReader, TakesTheTableThatFreeTypeTakes) {
-    // An entry of the same name before the real one: behind the end of the file it does not count, without
-    // bytes it hides the other.
+TEST(GlyfReader, ChoosesTheTableThatFreeTypeChooses) {
+    // An entry with the same name precedes the real one. FreeType ignores it if it lies beyond the end of the
+    // file. If it is empty, it hides the real one.
     const auto addEntry = [](std::uint32_t offset, std::uint32_t length) {
         FontBuilder font = makeFont();
-        font.setTable("gly0", Bytes(4)); // stands before "glyf"
+        font.setTable("gly0", Bytes(4)); // sorts before "glyf"
         Bytes file = font.build();
         const std::string tag = "gly0";
         const auto entry = std::search(file.begin(), file.end(), tag.begin(), tag.end());

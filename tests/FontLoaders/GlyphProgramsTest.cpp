@@ -19,7 +19,7 @@ using Testing::FontComponent;
 using Testing::FontGlyph;
 using Testing::OpenedFont;
 
-/// Codes of the TrueType interpreter.
+/// Instruction codes of the TrueType interpreter.
 enum Code : unsigned char {
     alongY = 0x00,        // SVTCA[y]
     pop = 0x21,           // POP
@@ -28,7 +28,7 @@ enum Code : unsigned char {
     push = 0xB0           // PUSHB; with the number of bytes less one added
 };
 
-/// A contour of as many points.
+/// Makes a contour of so many points.
 Testing::FontOutline makeOutline(unsigned int points) {
     Testing::FontContour contour;
     for (unsigned int i = 0; i < points; ++i) {
@@ -37,7 +37,7 @@ Testing::FontOutline makeOutline(unsigned int points) {
     return {contour};
 }
 
-/// A program of so many bytes that does nothing.
+/// Makes a program of so many bytes that does nothing.
 Bytes makeIdleProgram(std::size_t size) {
     Bytes program;
     while (program.size() + 3 <= size) {
@@ -51,7 +51,7 @@ FontGlyph makeGlyph(unsigned int points, std::size_t programSize) {
     return {500, makeOutline(points), makeIdleProgram(programSize)};
 }
 
-/// Writes a number of two bytes in the table of limits.
+/// Writes a two-byte number into the table of limits (maxp).
 Bytes buildWithLimit(FontBuilder font, std::size_t place, unsigned int value) {
     Bytes maxp = font.buildTables().at("maxp");
     maxp[place] = static_cast<unsigned char>(value >> 8);
@@ -78,12 +78,12 @@ std::uint64_t measure(const Bytes& file, unsigned int glyph) {
     return Internal::GlyfReader(OpenedFont(file).get()).measureProgramWork(glyph);
 }
 
-/// What an instruction counts beside its points, and a program for the storage that the builder's fonts have.
+/// The cost of an instruction in addition to its points, and of a program for the builder's storage area.
 constexpr std::uint64_t instruction = 8;
 constexpr std::uint64_t storage = 64 / 16;
 
-/// The program of glyph 1, a box, moves the first of its lower points by a pixel; that of glyph 2 is too
-/// long.
+/// The program of glyph 1, a box, moves the first of its lower points by a pixel. The program of glyph 2 is
+/// too long.
 Bytes makeMovingFont(const std::string& family) {
     FontGlyph box = Testing::makeBoxGlyph(600, 100, 0, 500, 700);
     box.instructions = {alongY, push, 0, touch, push + 1, 0, 64, shiftByPixels};
@@ -110,14 +110,14 @@ TEST(GlyphPrograms, MayBeAsLongAsTheirPointsAllow) {
         << "it is the storage that exceeds the limit";
 }
 
-TEST(GlyphPrograms, AreNoWorkWhereThereAreNone) {
+TEST(GlyphPrograms, NeedNoWorkInAGlyphWithoutThem) {
     const Bytes file = makeFont({makeGlyph(30'000, 0), {500, {}, {}, {{1}, {1}}}, FontGlyph()}).build();
     for (const unsigned int glyph : {0U, 1U, 2U, 3U, 4U}) {
         EXPECT_EQ(measure(file, glyph), 0U) << glyph;
     }
 }
 
-TEST(GlyphPrograms, OfPartsAndOfTheWholeAddUp) {
+TEST(GlyphPrograms, OfPartsAndOfTheCompositeAddUp) {
     const FontGlyph pair{500, {}, makeIdleProgram(4000), {{1}, {1}}};
     const FontGlyph nested{500, {}, makeIdleProgram(5000), {{2}, {1}, {0}}};
     const Bytes file = makeFont({makeGlyph(100, 3000), pair, nested}).build();
@@ -128,13 +128,13 @@ TEST(GlyphPrograms, OfPartsAndOfTheWholeAddUp) {
     EXPECT_EQ(measure(file, 3), 3 * single + both + storage + 5000 * (300 + instruction));
 }
 
-TEST(GlyphPrograms, CountAsLongerThanAFewBytes) {
+TEST(GlyphPrograms, CountAtLeastAMinimumLength) {
     const Bytes file = makeFont({makeGlyph(1000, 1), makeGlyph(1000, 2000)}).build();
     EXPECT_EQ(measure(file, 1), storage + 2000 * (1000 + instruction));
     EXPECT_EQ(measure(file, 2), measure(file, 1));
 }
 
-TEST(GlyphPrograms, GoThroughTheTwilightZoneIfThatHasMorePoints) {
+TEST(GlyphPrograms, CountTheTwilightZoneIfItHasMorePoints) {
     constexpr unsigned int phantoms = 4;
     FontBuilder font = makeFont({makeGlyph(100, 10'000)});
     EXPECT_EQ(measure(buildWithLimit(font, twilightPoints, 60'000), 1),
@@ -146,20 +146,20 @@ TEST(GlyphPrograms, GoThroughTheTwilightZoneIfThatHasMorePoints) {
     EXPECT_EQ(findError(file, 1), FT_Err_Execution_Too_Long);
 }
 
-TEST(GlyphPrograms, MoveTheStack) {
+TEST(GlyphPrograms, CountTheSizeOfTheStack) {
     const FontBuilder font = makeFont({makeGlyph(100, 10'000)});
     EXPECT_EQ(measure(buildWithLimit(font, stackElements, 64'000), 1),
               storage + 10'000 * (64'000 / 16 + instruction));
 }
 
-TEST(GlyphPrograms, OfManyPartsAreTooMuchTogether) {
+TEST(GlyphPrograms, OfManyPartsCanTogetherExceedTheLimit) {
     const FontGlyph many{500, {}, {}, std::vector<FontComponent>(2000, FontComponent{1})};
     const Bytes file = makeFont({makeGlyph(4, 60'000), many}).build();
     EXPECT_EQ(findError(file, 1), FT_Err_Ok);
     EXPECT_EQ(findError(file, 2), FT_Err_Execution_Too_Long);
 }
 
-TEST(GlyphPrograms, ThatTheirGlyphHasNoRoomForAreLeftToFreeType) {
+TEST(GlyphPrograms, LongerThanTheirGlyphAreLeftToFreeType) {
     FontBuilder builder = makeFont({makeGlyph(25'000, 20'000)});
     Bytes glyf = builder.buildTables().at("glyf");
     glyf.resize(30'000);
@@ -174,14 +174,14 @@ TEST(GlyphPrograms, ThatTheirGlyphHasNoRoomForAreLeftToFreeType) {
     EXPECT_EQ(FT_Load_Glyph(font.get(), 1, FT_LOAD_DEFAULT), FT_Err_Too_Many_Hints);
 }
 
-TEST(GlyphPrograms, OfACompositeMayBeginBehindItsGlyph) {
-    // The last record of glyph 3 promises a program, whose length is then the first word of glyph 4.
+TEST(GlyphPrograms, OfACompositeMayBeginAfterItsGlyph) {
+    // The last record of glyph 3 announces a program, so the first word of glyph 4 is read as its length.
     const FontGlyph composite{500, {}, makeIdleProgram(2), {{1}}};
     FontBuilder builder = makeFont({makeGlyph(20'000, 0), FontGlyph(), composite, makeGlyph(4, 0)});
     auto tables = builder.buildTables();
     Bytes& loca = tables.at("loca");
     const std::size_t begin = std::size_t{loca[13]} << 16U | std::size_t{loca[14]} << 8U | loca[15];
-    const std::size_t end = begin + 10 + 8; // behind the header and one record
+    const std::size_t end = begin + 10 + 8; // after the header and one record
     loca[17] = static_cast<unsigned char>(end >> 16U);
     loca[18] = static_cast<unsigned char>(end >> 8U);
     loca[19] = static_cast<unsigned char>(end);
@@ -189,7 +189,7 @@ TEST(GlyphPrograms, OfACompositeMayBeginBehindItsGlyph) {
     EXPECT_EQ(findError(builder.setTable("loca", loca).build(), 3), FT_Err_Execution_Too_Long);
 }
 
-TEST(GlyphPrograms, AreJudgedOnlyWhereFreeTypeRunsThem) {
+TEST(GlyphPrograms, AreCheckedOnlyIfFreeTypeRunsThem) {
     const OpenedFont font(makeMovingFont("Test Sans"));
     ASSERT_EQ(FT_Set_Char_Size(font.get(), 0, 10 * 64, 72, 0), 0);
     unsigned int refusals = 0;
@@ -206,7 +206,7 @@ TEST(GlyphPrograms, AreJudgedOnlyWhereFreeTypeRunsThem) {
     EXPECT_EQ(refusals, 8U);
 }
 
-TEST(GlyphPrograms, AreJudgedUnderAllFlagsWhereFreeTypeCannotDoWithoutThem) {
+TEST(GlyphPrograms, AreCheckedUnderAllFlagsIfFreeTypeAlwaysRunsThem) {
     const OpenedFont font(makeMovingFont("DFKaiSho-SB"));
     ASSERT_TRUE(FT_IS_TRICKY(font.get()));
     ASSERT_EQ(FT_Set_Char_Size(font.get(), 0, 10 * 64, 72, 0), 0);
@@ -217,7 +217,7 @@ TEST(GlyphPrograms, AreJudgedUnderAllFlagsWhereFreeTypeCannotDoWithoutThem) {
     }
 }
 
-TEST(GlyphPrograms, AreJudgedAfterTheNumberOfParts) {
+TEST(GlyphPrograms, AreCheckedAfterTheNumberOfParts) {
     const std::vector<FontComponent> parts(maxGlyphParts, FontComponent{1});
     const Bytes file = makeFont({makeGlyph(4, 60'000), {500, {}, {}, parts}}).build();
     EXPECT_EQ(findError(file, 2), FT_Err_Invalid_Composite);
@@ -236,7 +236,7 @@ TEST(GlyphPrograms, OfInstalledFontsAreLessThanATwentiethOfTheLimit) {
                 programs += work != 0 ? 1 : 0;
             }
         } catch (const FreeTypeException&) {
-            continue; // no font, or one that is refused
+            continue; // not a font, or a font that the loader refuses
         }
     }
     EXPECT_GT(programs, 10'000U) << "the tests' packages alone have more";

@@ -1,6 +1,6 @@
 #include "LoaderFonts.h"
-// Every allocation through operator new of every operation of the platform's loader fails in turn. What
-// fontconfig allocates by itself does not come this way.
+// Makes every allocation by operator new fail in turn, in each operation of the platform loader. fontconfig's
+// own allocations do not use operator new.
 
 #include <support/FailingAllocations.h>
 
@@ -21,10 +21,10 @@ using Vell::Testing::LiveBytes;
 
 using LoaderPtr = NNPtr<FontLoader>;
 
-/// A request to the loader that describes its answer.
-struct Question {
+/// Sends a request to the loader and describes its answer.
+struct LoaderRequest {
     const char* name;
-    std::function<std::string(const LoaderPtr&)> ask;
+    std::function<std::string(const LoaderPtr&)> send;
 };
 
 std::string describe(const std::shared_ptr<const Bytes>& bytes) {
@@ -46,7 +46,7 @@ std::string openAlpha(const LoaderPtr& loader) {
     return createFontFace(library, makeNNPtr<const Bytes>(*bytes))->family_name;
 }
 
-const Question questions[] = {
+const LoaderRequest loaderRequests[] = {
     {"createPlatformDefaultFontLoader",
      [](const auto&) { return describe(load(createPlatformDefaultFontLoader("Alpha"), "Unknown")); }},
     {"loadFont", [](const auto& loader) { return describe(load(loader, "Alpha")); }},
@@ -74,7 +74,7 @@ protected:
         sandbox.write("m.ttf", FontBuilder("Mute").build());
     }
 
-    /// A loader that knows of a file that is gone.
+    /// A loader that lists a file that was deleted.
     LoaderPtr makeLoader() const {
         sandbox.write("l.ttf", makeBlankFont("Lost").build());
         const LoaderPtr loader = createPlatformDefaultFontLoader("Alpha");
@@ -83,29 +83,30 @@ protected:
         return loader;
     }
 
-    /// Whether an allocation failed.
-    bool askWithout(std::size_t number, const Question& question, const LoaderPtr& loader) const {
+    /// Returns whether an allocation failed.
+    bool sendWithout(std::size_t number, const LoaderRequest& request, const LoaderPtr& loader) const {
         const FailingAllocations failing(number);
         try {
-            question.ask(loader);
-            EXPECT_FALSE(failing.hasFailed()) << "the failure was passed over in silence";
+            request.send(loader);
+            EXPECT_FALSE(failing.hasFailed()) << "the failure was ignored";
         } catch (const std::bad_alloc&) {
             EXPECT_TRUE(failing.hasFailed());
         }
-        EXPECT_TRUE(failing.hasFailed() || number > 1) << "every question allocates";
+        EXPECT_TRUE(failing.hasFailed() || number > 1) << "every request allocates";
         return failing.hasFailed();
     }
 
-    void expectSurvivesEveryFailure(const Question& question, const std::function<LoaderPtr()>& make) const {
-        const std::string expected = question.ask(make());
+    void expectSurvivesEveryFailure(const LoaderRequest& request,
+                                    const std::function<LoaderPtr()>& make) const {
+        const std::string expected = request.send(make());
         bool hasFailed = true;
         for (std::size_t number = 1; hasFailed; ++number) {
-            SCOPED_TRACE(std::string(question.name) + " without its allocation " + std::to_string(number));
+            SCOPED_TRACE(std::string(request.name) + " without its allocation " + std::to_string(number));
             const LiveBytes live;
             {
                 const LoaderPtr loader = make();
-                hasFailed = askWithout(number, question, loader);
-                ASSERT_EQ(question.ask(loader), expected);
+                hasFailed = sendWithout(number, request, loader);
+                ASSERT_EQ(request.send(loader), expected);
             }
             ASSERT_EQ(live.get(), 0U);
         }
@@ -115,17 +116,17 @@ protected:
                               "</accept></alias>"};
 };
 
-TEST_F(LoaderAllocationFaults, EndEveryQuestionAndNothingElse) {
-    for (const Question& question : questions) {
-        expectSurvivesEveryFailure(question, [this] { return makeLoader(); });
+TEST_F(LoaderAllocationFaults, FailOnlyTheRequestInProgress) {
+    for (const LoaderRequest& request : loaderRequests) {
+        expectSurvivesEveryFailure(request, [this] { return makeLoader(); });
     }
 }
 
-TEST_F(LoaderAllocationFaults, EndTheFirstQuestionOfALoader) {
-    expectSurvivesEveryFailure(questions[1], [] { return createPlatformDefaultFontLoader("Alpha"); });
+TEST_F(LoaderAllocationFaults, FailOnlyTheFirstRequestOfALoader) {
+    expectSurvivesEveryFailure(loaderRequests[1], [] { return createPlatformDefaultFontLoader("Alpha"); });
 }
 
-TEST(LoaderAllocationFaultsWithoutFonts, EndTheQuestionForTheBuiltInFont) {
+TEST(LoaderAllocationFaultsWithoutFonts, FailOnlyTheRequestForTheBuiltInFont) {
     const FontSandbox sandbox;
     const LoaderPtr loader = createPlatformDefaultFontLoader("");
     const auto ask = [&] { return describe(loader->loadDefaultFont(false, false)); };

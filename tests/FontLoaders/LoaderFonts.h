@@ -11,7 +11,7 @@
 
 namespace Vell::Testing {
 
-/// A font of blank glyphs with the letters A to Z, to be looked for by its family and style.
+/// Makes a font of blank glyphs for the letters A to Z, which tests find by its family and style.
 inline FontBuilder makeBlankFont(const std::string& family, unsigned int weight = 400, bool italic = false,
                                  const std::vector<std::pair<char32_t, char32_t>>& characters = {
                                      {'A', 'Z'}}) {

@@ -29,7 +29,7 @@ protected:
     const FontSandbox _sandbox{"<alias><family>Wish</family><prefer><family>Gamma</family></prefer></alias>"};
 };
 
-TEST_F(RangeFamily, IsTheOneThatCoversMostOfTheBlock) {
+TEST_F(RangeFamily, CoversMostOfTheBlock) {
     install("a.ttf", makeCovering("Alpha", {{0x370, 0x37F}, {0x400, 0x4FF}}));
     install("b.ttf", makeCovering("Beta", {{0x380, 0x3FF}, {0x4E00, 0x4E10}}));
     const auto loader = createPlatformDefaultFontLoader("Alpha");
@@ -38,7 +38,7 @@ TEST_F(RangeFamily, IsTheOneThatCoversMostOfTheBlock) {
     EXPECT_EQ(findFor(loader, U'\u4E2D'), "Beta");
 }
 
-TEST_F(RangeFamily, CountsNothingOutsideTheBlock) {
+TEST_F(RangeFamily, IgnoresCharactersOutsideTheBlock) {
     install("a.ttf", makeCovering("Alpha", {{0x36F, 0x371}, {0x400, 0x4FFF}}));
     install("b.ttf", makeCovering("Beta", {{0x3FD, 0x3FF}}));
     EXPECT_EQ(findFor(createPlatformDefaultFontLoader("Alpha"), U'\u03B1'), "Beta");
@@ -52,21 +52,21 @@ TEST_F(RangeFamily, IsTheDefaultFamilyAmongEquals) {
     EXPECT_EQ(findFor(createPlatformDefaultFontLoader("Beta"), U'\u03B1'), "Beta");
 }
 
-TEST_F(RangeFamily, IsTheMorePreferredAmongEquals) {
+TEST_F(RangeFamily, IsThePreferredOneAmongEquals) {
     install("a.ttf", makeCovering("Alpha", {{0x370, 0x3FF}}));
     install("b.ttf", makeCovering("Gamma", {{0x370, 0x3FF}}));
     install("c.ttf", makeCovering("Wish", {{0x370, 0x371}}));
     EXPECT_EQ(findFor(createPlatformDefaultFontLoader("Wish"), U'\u03B1'), "Gamma");
 }
 
-TEST_F(RangeFamily, IsEmptyWhereNoFamilyHasAnyOfTheBlock) {
+TEST_F(RangeFamily, IsEmptyIfNoFamilyCoversTheBlock) {
     install("a.ttf", makeCovering("Alpha", {{0x370, 0x3FF}}));
     const auto loader = createPlatformDefaultFontLoader("Alpha");
     EXPECT_EQ(findFor(loader, U'\u0416'), "");
     EXPECT_EQ(findFor(loader, U'\u0416'), "");
 }
 
-TEST_F(RangeFamily, IsEmptyForIdentifiersOfNoBlock) {
+TEST_F(RangeFamily, IsEmptyForIdentifiersWithoutABlock) {
     install("a.ttf", makeCovering("Alpha", {{0, 0x10FFFF}}));
     const auto loader = createPlatformDefaultFontLoader("Alpha");
     EXPECT_EQ(loader->getFamilyNameForRange(0), "");
@@ -75,7 +75,7 @@ TEST_F(RangeFamily, IsEmptyForIdentifiersOfNoBlock) {
     EXPECT_EQ(findFor(loader, 0x10FFFD), "Alpha");
 }
 
-TEST_F(RangeFamily, IsTheFamilyWhosePlainFaceHasTheCharacters) {
+TEST_F(RangeFamily, IsAFamilyWhoseRegularFaceHasTheCharacters) {
     FontBuilder bold = makeCovering("Alpha", {{0x370, 0x3FF}});
     bold.setWeight(700);
     install("a.ttf", bold);
@@ -92,7 +92,7 @@ TEST_F(RangeFamily, CanBeLoaded) {
     EXPECT_NE(load(loader, findFor(loader, U'\u03B1')), nullptr);
 }
 
-TEST_F(RangeFamily, OfRealFontsHasTheCharacter) {
+TEST_F(RangeFamily, HasTheCharacterInRealFonts) {
     _sandbox.link(std::string(dejaVu) + "DejaVuSans.ttf");
     _sandbox.link(std::string(dejaVu) + "DejaVuSansCondensed.ttf");
     _sandbox.link(std::string(notoCjk) + "NotoSansCJK-Regular.ttc");

@@ -56,20 +56,20 @@ TEST(ServableFonts, AreOpenedByFreeType) {
     }
 }
 
-TEST(ServableFonts, AreJudgedByTheFirstFaceOfACollection) {
+TEST(ServableFonts, AreCheckedByTheFirstFaceOfACollection) {
     const FontBuilder mute;
     const FontBuilder sound = FontBuilder().addCharMap(CharMapKind::Unicode);
     EXPECT_EQ(findReason(buildCollection({sound, mute})), nothing);
     EXPECT_EQ(findReason(buildCollection({mute, sound})), "it has no charmap");
 }
 
-TEST(ServableFonts, AreNotKept) {
+TEST(ServableFonts, AreNotKeptAlive) {
     const auto bytes = std::make_shared<const Bytes>(FontBuilder().addCharMap(CharMapKind::Unicode).build());
     EXPECT_EQ(findReasonNotToServe(bytes), nothing);
     EXPECT_EQ(bytes.use_count(), 1);
 }
 
-TEST(ServableFontsDeathTest, AreBytes) {
+TEST(ServableFontsDeathTest, AssertOnNull) {
     const std::shared_ptr<const Bytes> none;
     EXPECT_DEATH(findReasonNotToServe(none), "assertion failed");
 }

@@ -15,7 +15,7 @@ using Testing::FontBuilder;
 
 constexpr std::uint32_t tagOfGlyf = 0x676C7966;
 
-/// The first `length` bytes of a file, with nothing readable behind them.
+/// The first `length` bytes of a file, followed by unreadable memory.
 TableRange findGlyf(const Bytes& file, std::size_t length) {
     const Testing::GuardedBytes start(
         Bytes(file.begin(), file.begin() + static_cast<std::ptrdiff_t>(length)));
@@ -30,7 +30,7 @@ Bytes makeFile() {
 
 } // namespace
 
-TEST(SfntTables, AreFoundOnlyWhereTheFileHoldsThemWhole) {
+TEST(SfntTables, AreFoundOnlyIfTheFileContainsThemWhole) {
     const Bytes file = makeFile();
     const TableRange range = findGlyf(file, file.size());
     ASSERT_GT(range.length, 0U);
@@ -40,7 +40,7 @@ TEST(SfntTables, AreFoundOnlyWhereTheFileHoldsThemWhole) {
     }
 }
 
-TEST(SfntTables, AreSoughtInTheFirstFaceOfACollection) {
+TEST(SfntTables, AreThoseOfTheFirstFaceOfACollection) {
     FontBuilder font;
     font.addGlyph(Testing::makeBoxGlyph(500, 0, 0, 500, 500));
     const Bytes file = Testing::buildCollection({font, font});
@@ -51,7 +51,7 @@ TEST(SfntTables, AreSoughtInTheFirstFaceOfACollection) {
     }
 }
 
-TEST(SfntTables, AreNotFoundThroughSumsOfThirtyTwoBits) {
+TEST(SfntTables, AreNotFoundThroughOffsetsThatOverflow) {
     Bytes file = Testing::buildCollection({FontBuilder()});
     for (const unsigned int lowest : {0xFFU, 0xFCU, 0xF4U, 0xE4U}) {
         std::fill_n(file.begin() + 12, 3, static_cast<unsigned char>(0xFF)); // the offset of the directory

@@ -25,7 +25,7 @@ TEST(StackRoom, IsAlmostTheWholeStackWhenAThreadBegins) {
     }
 }
 
-TEST(StackRoom, IsUnknownOnAStackThatIsNotTheThreadsOwn) {
+TEST(StackRoom, IsUnknownOnAForeignStack) {
     std::vector<unsigned char> stack(1 << 20);
     ucontext_t here{};
     ucontext_t coroutine{};

@@ -14,7 +14,7 @@ TEST(SymbolicFonts, AreTheWellKnownFamilies) {
     }
 }
 
-TEST(SymbolicFonts, AreKnownByTheirExactNamesOnly) {
+TEST(SymbolicFonts, AreKnownOnlyByTheirExactNames) {
     for (const char* family : {"", "symbol", "SYMBOL", "Symbol ", " Symbol", "Symbols", "Wingdings 1",
                                "Wingdings 4", "Wingdings2", "Dingbats", "OpenSymbol", "DejaVu Sans"}) {
         EXPECT_FALSE(isSymbolicFont(family)) << family;
@@ -22,11 +22,11 @@ TEST(SymbolicFonts, AreKnownByTheirExactNamesOnly) {
     EXPECT_FALSE(isSymbolicFont(boost::string_ref("Symbol\0", 7)));
 }
 
-TEST(SymbolicFonts, NeedNoZeroByteBehindTheName) {
+TEST(SymbolicFonts, NeedNoTerminatingZero) {
     EXPECT_TRUE(isSymbolicFont(boost::string_ref("Symbolic", 6)));
 }
 
-TEST(SymbolicFonts, NothingIsNoName) {
+TEST(SymbolicFonts, DoNotIncludeAnEmptyName) {
     EXPECT_FALSE(isSymbolicFont(boost::string_ref()));
 }
 

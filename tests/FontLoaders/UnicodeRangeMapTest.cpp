@@ -45,7 +45,7 @@ TEST(UnicodeRangeMap, NumbersEveryBlockFromOne) {
     }
 }
 
-TEST(UnicodeRangeMap, GivesZeroBetweenBlocks) {
+TEST(UnicodeRangeMap, ReturnsZeroBetweenBlocks) {
     unsigned int gaps = 0;
     unsigned int next = 0;
     for (const Block& block : readBlocks()) {
@@ -59,7 +59,7 @@ TEST(UnicodeRangeMap, GivesZeroBetweenBlocks) {
     EXPECT_GT(gaps, 0U);
 }
 
-TEST(UnicodeRangeMap, GivesZeroBehindTheLastCodePoint) {
+TEST(UnicodeRangeMap, ReturnsZeroBeyondTheLastCodePoint) {
     EXPECT_NE(UnicodeRangeMap::find(0x10FFFF), 0U);
     EXPECT_EQ(UnicodeRangeMap::find(0x110000), 0U);
     EXPECT_EQ(UnicodeRangeMap::find(~0U), 0U);

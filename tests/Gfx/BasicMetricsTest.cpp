@@ -10,7 +10,7 @@ namespace {
 static_assert(!std::is_default_constructible_v<FactoryAccessTag>);
 static_assert(!std::is_aggregate_v<FactoryAccessTag>, "or braces would open it to everybody");
 
-TEST(BasicMetrics, HoldsWhatItWasMadeOf) {
+TEST(BasicMetrics, StoresItsArguments) {
     const BasicMetricsPtr metrics = makeMetrics();
     EXPECT_EQ(metrics->getHeight(), 1.25F);
     EXPECT_EQ(metrics->getAscender(), 0.75F);

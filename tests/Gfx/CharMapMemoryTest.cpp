@@ -21,11 +21,11 @@ double measureBytesPerCode(unsigned int first, unsigned int step, unsigned int c
     return static_cast<double>(bytes.get()) / count;
 }
 
-TEST(CharMapMemory, IsTwoEntriesACodeAtMostWhereCodesAreDense) {
+TEST(CharMapMemory, IsAtMostTwoEntriesPerCodeIfCodesAreDense) {
     EXPECT_LE(measureBytesPerCode(0x20, 1, 60000), 16.0);
 }
 
-TEST(CharMapMemory, IsBoundedWhereEveryPageHoldsOneCode) {
+TEST(CharMapMemory, IsBoundedIfEachPageHoldsOneCode) {
     EXPECT_LE(measureBytesPerCode(0x41, 256, 0x110000 / 256), 180.0);
 }
 
@@ -33,13 +33,13 @@ TEST(CharMapMemory, IsBoundedBeyondUnicode) {
     EXPECT_LE(measureBytesPerCode(0x110000, 0x10000, 4000), 220.0);
 }
 
-TEST(CharMapMemory, CostsADirectoryAndNotThePagesBeforeAHighCode) {
+TEST(CharMapMemory, HoldsADirectoryButNoPagesBelowAHighCode) {
     EXPECT_LE(measureBytesPerCode(0x10FFFF, 1, 1), 10000.0)
         << "two bytes for each of 4352 pages, and one page";
     EXPECT_LE(measureBytesPerCode(0xFFFFFFFF, 1, 1), 1000.0);
 }
 
-TEST(CharMapMemory, SurvivesAFailureAtAnyAllocation) {
+TEST(CharMapMemory, StaysConsistentIfAnyAllocationFails) {
     bool hasFailed = true;
     for (std::size_t number = 1; hasFailed; ++number) {
         CharMap map(Glyph(0, 0));

@@ -14,7 +14,7 @@ using Glyph = CharMap::GlyphIndexWithAdvance;
 
 const Glyph defaultGlyph(0, 0.25F);
 
-TEST(CharMap, AnswersTheDefaultWhenEmpty) {
+TEST(CharMap, ReturnsTheDefaultWhenEmpty) {
     const CharMap map(Glyph(7, 0.5F));
     EXPECT_EQ(map.size(), 0U);
     for (const unsigned int code : {0U, 65U, 0xFFFFU, 0x10FFFFU, 0x110000U, 0xFFFFFFFFU}) {
@@ -24,7 +24,7 @@ TEST(CharMap, AnswersTheDefaultWhenEmpty) {
 
 static_assert(std::is_convertible_v<CharMap::GlyphIndexWithAdvance, CharMap>);
 
-TEST(CharMap, AnswersWhatWasInserted) {
+TEST(CharMap, ReturnsTheInsertedEntry) {
     CharMap map(defaultGlyph);
     map.insert('A', Glyph(1, 0.6F), true);
     EXPECT_EQ(map['A'].glyphIndex, 1);
@@ -34,7 +34,7 @@ TEST(CharMap, AnswersWhatWasInserted) {
     EXPECT_EQ(map.size(), 1U);
 }
 
-TEST(CharMap, ReplacesAnEntryWhenAskedTo) {
+TEST(CharMap, ReplacesAnEntryOnRequest) {
     for (const unsigned int code : {65U, 0xFFFFFFFFU}) {
         CharMap map(defaultGlyph);
         map.insert(code, Glyph(1, 0.1F), true);
@@ -44,7 +44,7 @@ TEST(CharMap, ReplacesAnEntryWhenAskedTo) {
     }
 }
 
-TEST(CharMap, KeepsAnEntryWhenAskedTo) {
+TEST(CharMap, KeepsAnEntryOnRequest) {
     for (const unsigned int code : {65U, 0xFFFFFFFFU}) {
         CharMap map(defaultGlyph);
         map.insert(code, Glyph(1, 0.1F), false);
@@ -54,7 +54,7 @@ TEST(CharMap, KeepsAnEntryWhenAskedTo) {
     }
 }
 
-TEST(CharMap, CountsACodeThatAnswersLikeTheDefault) {
+TEST(CharMap, CountsAnEntryThatEqualsTheDefault) {
     CharMap map(defaultGlyph);
     map.insert('A', defaultGlyph, true);
     EXPECT_EQ(map.size(), 1U);
@@ -94,7 +94,7 @@ TEST(CharMap, FillsAWholePageInAnyOrder) {
     }
 }
 
-TEST(CharMap, StaysWhatItIsWhenCopied) {
+TEST(CharMap, IsIndependentOfItsCopies) {
     CharMap map(defaultGlyph);
     map.insert('A', Glyph(1, 1), true);
     map.insert(0xFFFFFFFF, Glyph(2, 2), true);
@@ -110,7 +110,7 @@ TEST(CharMap, StaysWhatItIsWhenCopied) {
     EXPECT_EQ(moved[0xFFFFFFFF], Glyph(2, 2));
 }
 
-/// Codes as fonts have them: runs here and there, single ones, and some beyond Unicode.
+/// Codes like those of fonts: some runs, some single codes, and some beyond Unicode.
 unsigned int drawCode(std::mt19937& random) {
     switch (random() % 4) {
     case 0:

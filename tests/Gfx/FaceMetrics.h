@@ -13,7 +13,7 @@ namespace Vell::Gfx {
 
 using BasicMetricsPtr = NNPtr<const BasicMetrics>;
 
-/// 'i' is a quarter of an em wide, 'm' a whole one, what is missing a half.
+/// Advances: 'i' a quarter of an em, 'm' a whole em, missing characters half an em.
 inline Testing::FontBuilder makeMetricsFont() {
     Testing::Os2Table os2;
     os2.capHeight = 625;
@@ -27,7 +27,7 @@ inline Testing::FontBuilder makeMetricsFont() {
     return font;
 }
 
-/// Only a face of the engine has metrics: they share its ownership.
+/// Makes metrics. Only the engine can, so they share the ownership of a face.
 inline BasicMetricsPtr makeMetrics() {
     const auto loader = std::make_shared<Testing::CountingLoader>();
     loader->setFont("Test Sans", false, false, makeMetricsFont().build());

@@ -61,7 +61,7 @@ TEST(FontFaceInfo, HashesLikeItsPointer) {
     EXPECT_EQ(std::hash<FontFaceInfo>()(*face), face->getHash());
 }
 
-TEST(FontFaceInfo, EqualsAnotherOfTheSameNameAndFlags) {
+TEST(FontFaceInfo, EqualsAnotherWithTheSameNameAndFlags) {
     EXPECT_TRUE(*makeClientFaceInfo("A", true, false) == *makeClientFaceInfo("A", true, false));
     EXPECT_TRUE(*makeClientFaceInfo("A", true, false) != *makeClientFaceInfo("B", true, false));
     EXPECT_TRUE(*makeClientFaceInfo("A", true, false) != *makeClientFaceInfo("A", false, false));
@@ -88,7 +88,7 @@ TEST(FontFaceInfo, SharesACacheEntryWithItsEquals) {
     EXPECT_EQ(cache.get(makeClientFaceInfo("A", true))->getValue(), 1);
 }
 
-TEST(FontFaceInfo, IsNotAskedWhenItMeetsItself) {
+TEST(FontFaceInfo, EqualsItselfWithoutCallingItsAccessors) {
     const auto face = makeNNPtr<const ClientFaceInfo>("A", false, false);
     const FaceInfoPtr one = face;
     const FaceInfoPtr two = face;
@@ -96,7 +96,7 @@ TEST(FontFaceInfo, IsNotAskedWhenItMeetsItself) {
     EXPECT_EQ(face->nameCalls, 0);
 }
 
-TEST(FontFaceInfoDeathTest, AssertsWhenANullOneIsComparedOrHashed) {
+TEST(FontFaceInfoDeathTest, AssertsWhenANullPointerIsComparedOrHashed) {
     FaceInfoPtr source = makeClientFaceInfo();
     const FaceInfoPtr taken = std::move(source);
     VELL_EXPECT_ASSERTION(ComparisonDetails::arePointersDeeplyEqual(source, taken),

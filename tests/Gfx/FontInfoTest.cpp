@@ -40,17 +40,17 @@ TEST(FontInfo, HashesFaceSizeAndPosition) {
     EXPECT_EQ(std::hash<FontInfoPtr>()(info), info->getHash());
 }
 
-TEST(FontInfo, ComputesItsHashAnewInACopy) {
+TEST(FontInfo, ComputesItsHashAgainInACopy) {
     const auto face = makeNNPtr<const ClientFaceInfo>("A", false, false);
     const ClientFontInfo info(face, 10.0F, TextPositionType::Normal);
     const std::uint64_t hash = info.getHash();
     const ClientFontInfo copy(info); // NOLINT(performance-unnecessary-copy-initialization)
     EXPECT_EQ(copy.getHash(), hash);
     EXPECT_TRUE(copy == info);
-    EXPECT_EQ(copy.getFontFaceInfo(), info.getFontFaceInfo()) << "the very object";
+    EXPECT_EQ(copy.getFontFaceInfo(), info.getFontFaceInfo()) << "the same object";
 }
 
-TEST(FontInfo, EqualsAnotherOfTheSameValues) {
+TEST(FontInfo, EqualsAnotherWithTheSameValues) {
     const FontInfoPtr info = makeInfo(10.0F, TextPositionType::Normal);
     EXPECT_TRUE(*info == *makeInfo(10.0F, TextPositionType::Normal)) << "the faces are equal, not the same";
     EXPECT_TRUE(*info != *makeInfo(10.5F, TextPositionType::Normal));

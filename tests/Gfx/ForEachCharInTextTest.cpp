@@ -25,10 +25,10 @@ TEST(ForEachCharInText, CallsBackOncePerCharacter) {
     EXPECT_EQ(listChars("\xC0\xAF"), (Codes{0xFFFD, 0xFFFD}));
     EXPECT_EQ(listChars("\xED\xA0\x80"), (Codes{0xFFFD, 0xFFFD, 0xFFFD}));
     EXPECT_EQ(listChars(boost::string_ref("a\xF0\x9F\x98\x80", 4)), (Codes{'a', 0xFFFD}))
-        << "the text ends where it says";
+        << "the text ends at its given length";
 }
 
-TEST(ForEachCharInText, LetsExceptionsThroughAtOnce) {
+TEST(ForEachCharInText, StopsAtAnException) {
     int calls = 0;
     const auto fail = [&](unsigned int) {
         if (++calls == 2) {

@@ -22,7 +22,7 @@ static_assert(std::is_abstract_v<FontMetricsFactory> && std::is_abstract_v<Paint
 static_assert(std::is_polymorphic_v<Path> && !std::is_abstract_v<Path> &&
               std::has_virtual_destructor_v<Path>);
 
-/// Replaces one missing character and notes what it was asked for.
+/// Substitutes one missing character and records the requests.
 class Metrics : public UniversalFontMetrics {
 public:
     explicit Metrics(FontInfoPtr fontInfo, BasicMetricsPtr metrics = makeMetrics())
@@ -38,7 +38,7 @@ public:
     mutable std::vector<std::tuple<const ExtFontInfo*, unsigned int, float>> asked;
 };
 
-TEST(UniversalFontMetrics, MultipliesTheFaceByTheSize) {
+TEST(UniversalFontMetrics, ScalesTheFaceMetricsByTheSize) {
     const Metrics metrics(Testing::makeClientFontInfo(16.0F));
     EXPECT_EQ(metrics.getFontSize(), 16.0F);
     EXPECT_EQ(metrics.getHeight(), 20.0F);
@@ -75,7 +75,7 @@ TEST(UniversalFontMetrics, AddsUpAdvancesAndLetterSpacing) {
     EXPECT_TRUE(metrics.asked.empty());
 }
 
-TEST(UniversalFontMetrics, AsksForASubstituteWhereTheMapAnswersGlyph0) {
+TEST(UniversalFontMetrics, RequestsASubstituteIfTheMapReturnsGlyph0) {
     const Metrics metrics(Testing::makeClientFontInfo(16.0F));
     const ExtFontInfoPtr ext = Testing::makeClientExtFontInfo();
     EXPECT_EQ(metrics.getTextWidth("i*xm", ext), 4.0F + 32.0F + 8.0F + 16.0F);
@@ -93,7 +93,7 @@ TEST(UniversalFontMetrics, MeasuresIllFormedTextAsReplacementCharacters) {
     EXPECT_EQ(std::get<1>(metrics.asked.front()), 0xFFFDU);
 }
 
-/// How many characters of the text fit, and how many bytes they take.
+/// Returns how many characters of the text fit, and how many bytes they take.
 std::pair<std::size_t, std::ptrdiff_t>
 countChars(const UniversalFontMetrics& metrics, const std::string& text, float width,
            const ExtFontInfoPtr& ext = Testing::makeClientExtFontInfo()) {
@@ -107,7 +107,7 @@ using Count = std::pair<std::size_t, std::ptrdiff_t>;
 TEST(UniversalFontMetrics, CountsTheCharactersThatFit) {
     const Metrics metrics(Testing::makeClientFontInfo(16.0F));
     EXPECT_EQ(countChars(metrics, "mim", 3.9F), Count(0, 0));
-    EXPECT_EQ(countChars(metrics, "mim", 16.0F), Count(1, 1)) << "just as wide as the width is within it";
+    EXPECT_EQ(countChars(metrics, "mim", 16.0F), Count(1, 1)) << "a text of exactly this width fits";
     EXPECT_EQ(countChars(metrics, "mim", 15.999F), Count(0, 0));
     EXPECT_EQ(countChars(metrics, "mim", 20.0F), Count(2, 2));
     EXPECT_EQ(countChars(metrics, "mim", 35.9F), Count(2, 2));
@@ -118,7 +118,7 @@ TEST(UniversalFontMetrics, CountsTheCharactersThatFit) {
     EXPECT_EQ(countChars(metrics, "mim", std::numeric_limits<float>::quiet_NaN()), Count(0, 0));
 }
 
-TEST(UniversalFontMetrics, CountsWholeCharactersOfManyBytes) {
+TEST(UniversalFontMetrics, CountsMultibyteCharactersAsOne) {
     const Metrics metrics(Testing::makeClientFontInfo(16.0F));
     EXPECT_EQ(countChars(metrics, "\xE2\x82\xACi", 12.0F), Count(1, 3));
     EXPECT_EQ(countChars(metrics, "\xE2\x82\xACi", 11.0F), Count(0, 0));
@@ -126,7 +126,7 @@ TEST(UniversalFontMetrics, CountsWholeCharactersOfManyBytes) {
         << "an ill-formed part is a character";
 }
 
-TEST(UniversalFontMetrics, CountsLetterSpacingAndSubstitutesToo) {
+TEST(UniversalFontMetrics, CountsLetterSpacingAndSubstitutes) {
     const Metrics metrics(Testing::makeClientFontInfo(16.0F));
     EXPECT_EQ(countChars(metrics, "ii", 8.0F, Testing::makeClientExtFontInfo(0.5F)), Count(1, 1));
     EXPECT_EQ(countChars(metrics, "ii", 9.0F, Testing::makeClientExtFontInfo(0.5F)), Count(2, 2));
@@ -141,7 +141,7 @@ TEST(UniversalFontMetrics, StopsAtTheFirstCharacterThatDoesNotFit) {
         << "although the whole text would be narrow enough";
 }
 
-TEST(UniversalFontMetrics, CountsWhatGetTextWidthMeasures) {
+TEST(UniversalFontMetrics, CountsWithTheWidthsOfGetTextWidth) {
     const Metrics metrics(Testing::makeClientFontInfo(11.7F));
     const ExtFontInfoPtr ext = Testing::makeClientExtFontInfo(0.3F);
     const std::string text = "mimixm0i*\xE2\x82\xACmmiim";

@@ -14,7 +14,7 @@ TEST(AssertDeathTest, PutsTheMessageInParentheses) {
                           "Some/File:12345: assertion failed: ptr (made of null)");
 }
 
-TEST(AssertDeathTest, TakesNothingInTheTextForAFormat) {
+TEST(AssertDeathTest, PrintsPercentSignsInTheTextLiterally) {
     VELL_EXPECT_ASSERTION(doFailAssert("%s", 1, "a % b", "%d%n"), "%s:1: assertion failed: a % b (%d%n)");
 }
 

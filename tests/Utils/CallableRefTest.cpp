@@ -76,7 +76,7 @@ TEST(CallableRef, RefersToTheCallableInsteadOfCopyingIt) {
     EXPECT_EQ(call(mutableLambda, 2), 4);
 }
 
-TEST(CallableRef, StillReachesTheCallableWhenCopied) {
+TEST(CallableRef, RefersToTheSameCallableWhenCopied) {
     Uncopyable counter;
     const CallableRef<int(int)> first = counter;
     CallableRef<int(int)> second = first;
@@ -106,7 +106,7 @@ TEST(CallableRef, ConvertsTheResult) {
     static_assert(std::is_void_v<decltype(nothing())>);
 }
 
-TEST(CallableRef, LetsExceptionsThrough) {
+TEST(CallableRef, PropagatesExceptions) {
     const auto fail = [](int value) -> int { throw value; };
     EXPECT_THROW(call(fail, 3), int);
 }

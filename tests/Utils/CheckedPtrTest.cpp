@@ -23,7 +23,7 @@ struct Derived : Base {
 template <class T>
 using Checked = CheckedPtrImpl<T, false>;
 
-// What must not compile.
+// Conversions that must not compile.
 static_assert(!std::is_default_constructible_v<Checked<int>>);
 static_assert(!std::is_constructible_v<Checked<int>, std::nullptr_t>);
 static_assert(!std::is_assignable_v<Checked<int>&, std::nullptr_t>);
@@ -35,7 +35,7 @@ static_assert(!std::is_convertible_v<std::shared_ptr<const int>, Checked<int>>);
 static_assert(!std::is_convertible_v<Checked<const int>, std::shared_ptr<int>>);
 static_assert(!std::is_convertible_v<Checked<int>, bool>, "only in conditions");
 
-// What must.
+// Conversions that must compile.
 static_assert(std::is_convertible_v<std::shared_ptr<Derived>, Checked<Base>>);
 static_assert(std::is_convertible_v<const std::shared_ptr<int>&, Checked<const int>>);
 static_assert(std::is_convertible_v<Checked<Derived>, Checked<const Base>>);
@@ -48,7 +48,7 @@ static_assert(std::is_nothrow_move_constructible_v<Checked<int>> &&
 static_assert(std::is_copy_constructible_v<Checked<int>> && std::is_copy_assignable_v<Checked<int>>);
 static_assert(sizeof(Checked<int>) == sizeof(std::shared_ptr<int>));
 
-TEST(CheckedPtr, SharesTheOwnershipOfWhatItWasMadeFrom) {
+TEST(CheckedPtr, SharesOwnershipWithItsSource) {
     const auto shared = std::make_shared<Derived>(5);
     const Checked<const Base> checked = shared;
     EXPECT_EQ(shared.use_count(), 2);
@@ -106,7 +106,7 @@ TEST(CheckedPtr, MayBeReassigned) {
     EXPECT_EQ(*checked, 3);
 }
 
-TEST(CheckedPtr, LeavesAUsableHuskWhenMovedFrom) {
+TEST(CheckedPtr, IsNullButUsableAfterAMove) {
     Checked<int> source = makeNNPtr<int>(4);
     Checked<int> target = std::move(source);
     EXPECT_EQ(*target, 4);

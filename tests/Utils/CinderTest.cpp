@@ -36,7 +36,7 @@ Vec2<float> apply(const MatrixAffine2<float>& matrix, const Vec2<float>& point) 
             matrix.m[1] * point.x + matrix.m[3] * point.y + matrix.m[5]};
 }
 
-TEST(CinderMatrixAffine2, StoresColumnAfterColumn) {
+TEST(CinderMatrixAffine2, IsColumnMajor) {
     constexpr MatrixAffine2<float> matrix(1, 2, 3, 4, 5, 6);
     for (int i = 0; i < 6; ++i) {
         EXPECT_EQ(matrix.m[i], static_cast<float>(i + 1));

@@ -8,7 +8,7 @@
 namespace Vell {
 namespace {
 
-/// Counts how often its objects are compared.
+/// Counts the comparisons of its objects.
 struct Counted {
     int value;
     static int comparisons;
@@ -40,7 +40,7 @@ TEST(DeepEquality, ComparesWhatPointersPointTo) {
     EXPECT_FALSE(ComparisonDetails::arePointersDeeplyEqual(one, make(2)));
 }
 
-TEST(DeepEquality, TakesOneObjectForEqualWithoutAskingIt) {
+TEST(DeepEquality, TreatsAnObjectAsEqualToItselfWithoutCallingItsOperator) {
     Counted::comparisons = 0;
     const Pointer one = make(1);
     const Pointer alias = one;

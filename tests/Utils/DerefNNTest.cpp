@@ -5,7 +5,7 @@
 namespace Vell {
 namespace {
 
-TEST(DerefNN, GivesBackTheObject) {
+TEST(DerefNN, ReturnsTheObject) {
     int number = 3;
     EXPECT_EQ(&derefNN(&number), &number);
     const int constant = 4;

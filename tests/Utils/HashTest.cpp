@@ -16,7 +16,7 @@ TEST(HashCombination, HasFixedValues) {
     EXPECT_EQ(combineHash(0xffffffffffffffff, 0xffffffffffffffff), 0x2ac7511f80bd4e1aU);
 }
 
-TEST(HashFloat, GivesTheBitsOfOrdinaryNumbers) {
+TEST(HashFloat, IsTheBitsOfAnOrdinaryNumber) {
     EXPECT_EQ(hashFloat(1.0F), 0x3F800000U);
     EXPECT_EQ(hashFloat(-1.0F), 0xBF800000U);
     EXPECT_EQ(hashFloat(0.1F), 0x3DCCCCCDU);
@@ -24,12 +24,12 @@ TEST(HashFloat, GivesTheBitsOfOrdinaryNumbers) {
     EXPECT_EQ(hashFloat(std::numeric_limits<float>::max()), 0x7F7FFFFFU);
 }
 
-TEST(HashFloat, GivesBothZerosOneHash) {
+TEST(HashFloat, IsTheSameForBothZeros) {
     EXPECT_EQ(hashFloat(0.0F), 0U);
     EXPECT_EQ(hashFloat(-0.0F), 0U);
 }
 
-TEST(HashFloat, GivesWhatIsNoNumberAHashAboveAllBits) {
+TEST(HashFloat, IsAboveAllBitPatternsForInfinitiesAndNaN) {
     const float infinity = std::numeric_limits<float>::infinity();
     const float nan = std::numeric_limits<float>::quiet_NaN();
     EXPECT_EQ(hashFloat(infinity), 0xFFFFFFFFFFFFFFFFU);

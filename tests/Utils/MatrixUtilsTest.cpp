@@ -24,12 +24,12 @@ Matrix scaling(float x, float y) {
     return {x, 0, 0, y, 0, 0};
 }
 
-/// The smallest turn that takes one angle to the other.
+/// The smallest rotation from one angle to the other.
 float getAngleBetween(float a, float b) {
     return std::abs(std::remainder(a - b, 2 * pi));
 }
 
-TEST(MatrixUtils, FindNothingInTheIdentity) {
+TEST(MatrixUtils, DecomposeTheIdentity) {
     EXPECT_EQ(getScaleX(Matrix()), 1.0F);
     EXPECT_EQ(getScaleY(Matrix()), 1.0F);
     EXPECT_EQ(getTranslateX(Matrix()), 0.0F);
@@ -37,7 +37,7 @@ TEST(MatrixUtils, FindNothingInTheIdentity) {
     EXPECT_EQ(getAngle(Matrix()), 0.0F);
 }
 
-TEST(MatrixUtils, GiveBackAPureScaleExactly) {
+TEST(MatrixUtils, ExtractAPureScaleExactly) {
     const float factors[] = {1e-38F, 0.1F, 0.3333333F, 1.0F, 2.5F, 1e19F, 3e38F};
     for (const float x : factors) {
         for (const float y : factors) {
@@ -52,13 +52,13 @@ TEST(MatrixUtils, GiveBackAPureScaleExactly) {
     }
 }
 
-TEST(MatrixUtils, GiveBackTheTranslationExactly) {
+TEST(MatrixUtils, ExtractTheTranslationExactly) {
     const Matrix matrix = translation(-3.25F, 1e9F) * rotation(1.0F) * scaling(2, -5);
     EXPECT_EQ(getTranslateX(matrix), -3.25F);
     EXPECT_EQ(getTranslateY(matrix), 1e9F);
 }
 
-TEST(MatrixUtils, TakeApartWhatWasPutTogether) {
+TEST(MatrixUtils, DecomposeAComposedTransform) {
     std::mt19937 random(1);
     std::uniform_real_distribution<float> angles(-pi, pi);
     std::uniform_real_distribution<float> exponents(-6, 6);
@@ -80,14 +80,14 @@ TEST(MatrixUtils, TakeApartWhatWasPutTogether) {
     }
 }
 
-TEST(MatrixUtils, CountAnglesFromTheXAxisTowardsTheYAxis) {
+TEST(MatrixUtils, MeasureAnglesFromTheXAxisTowardsTheYAxis) {
     EXPECT_FLOAT_EQ(getAngle({0, 1, -1, 0, 0, 0}), pi / 2);
     EXPECT_FLOAT_EQ(getAngle({0, -1, 1, 0, 0, 0}), -pi / 2);
     EXPECT_FLOAT_EQ(getAngle({1, 1, -1, 1, 0, 0}), pi / 4);
     EXPECT_FLOAT_EQ(getAngle({-1, -1, 1, -1, 0, 0}), -3 * pi / 4);
 }
 
-TEST(MatrixUtils, TakeHalfATurnForPiAndNeverForMinusPi) {
+TEST(MatrixUtils, MeasureHalfATurnAsPiAndNeverAsMinusPi) {
     for (const float zero : {0.0F, -0.0F}) {
         const Matrix matrix(-2, zero, -zero, -3, 0, 0);
         EXPECT_EQ(getAngle(matrix), pi);
@@ -98,13 +98,13 @@ TEST(MatrixUtils, TakeHalfATurnForPiAndNeverForMinusPi) {
     EXPECT_LT(getAngle({-1, -1e-6F, 1e-6F, -1, 0, 0}), -3.14F);
 }
 
-TEST(MatrixUtils, FindNoNegativeZeroAngle) {
+TEST(MatrixUtils, NeverReturnANegativeZeroAngle) {
     EXPECT_FALSE(std::signbit(getAngle({1, -0.0F, 0, 1, 0, 0})));
     EXPECT_FALSE(std::signbit(getAngle({0, 0, 0.0F, 1, 0, 0})));
     EXPECT_FALSE(std::signbit(getAngle({-0.0F, -0.0F, -0.0F, -0.0F, 0, 0})));
 }
 
-TEST(MatrixUtils, TurnAReflectionIntoANegativeVerticalScale) {
+TEST(MatrixUtils, ExtractAReflectionAsANegativeVerticalScale) {
     const Matrix mirrored = scaling(-2, 3);
     EXPECT_EQ(getScaleX(mirrored), 2.0F);
     EXPECT_EQ(getScaleY(mirrored), -3.0F);
@@ -116,7 +116,7 @@ TEST(MatrixUtils, TurnAReflectionIntoANegativeVerticalScale) {
     EXPECT_FLOAT_EQ(getAngle(swapped), pi / 2);
 
     const Matrix tiny = scaling(1e-30F, -1e-30F);
-    EXPECT_EQ(getScaleY(tiny), -1e-30F) << "the determinant is no float, its sign still counts";
+    EXPECT_EQ(getScaleY(tiny), -1e-30F) << "the determinant overflows, but its sign counts";
 }
 
 TEST(MatrixUtils, TakeTheAngleFromTheSecondColumnWhenTheFirstIsZero) {
@@ -134,14 +134,14 @@ TEST(MatrixUtils, KeepTheAngleWhenTheSecondScaleIsZero) {
     EXPECT_FLOAT_EQ(getAngle(flat), 0.5F);
 }
 
-TEST(MatrixUtils, FindZerosInAZeroMatrix) {
+TEST(MatrixUtils, ReturnZerosForAZeroMatrix) {
     const Matrix zero = scaling(0, 0);
     EXPECT_EQ(getScaleX(zero), 0.0F);
     EXPECT_EQ(getScaleY(zero), 0.0F);
     EXPECT_EQ(getAngle(zero), 0.0F);
 }
 
-TEST(MatrixUtils, SurviveScalesWhoseSquaresAreNoFloats) {
+TEST(MatrixUtils, HandleScalesWhoseSquaresOverflow) {
     for (const float size : {1e-30F, 1e30F}) {
         const Matrix matrix = rotation(0.7F) * scaling(size, size);
         EXPECT_FLOAT_EQ(getScaleX(matrix), size);
@@ -150,7 +150,7 @@ TEST(MatrixUtils, SurviveScalesWhoseSquaresAreNoFloats) {
     }
 }
 
-TEST(MatrixUtils, PassOnWhatIsNoNumber) {
+TEST(MatrixUtils, PropagateNaN) {
     const float nan = std::numeric_limits<float>::quiet_NaN();
     EXPECT_TRUE(std::isnan(getScaleX(scaling(nan, 1))));
     EXPECT_TRUE(std::isnan(getAngle(scaling(nan, 1))));

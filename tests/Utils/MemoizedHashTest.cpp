@@ -29,7 +29,7 @@ TEST(MemoizedHash, KeepsAHashOfZero) {
     EXPECT_EQ(computations, 1);
 }
 
-TEST(MemoizedHash, StartsAnewInACopy) {
+TEST(MemoizedHash, IsComputedAgainInACopy) {
     MemoizedHash original;
     original.get([] { return std::uint64_t(1); });
     MemoizedHash copy = original;
@@ -37,7 +37,7 @@ TEST(MemoizedHash, StartsAnewInACopy) {
     EXPECT_EQ(original.get([] { return std::uint64_t(3); }), 1U);
 }
 
-TEST(MemoizedHash, StartsAnewWhenItIsAssignedTo) {
+TEST(MemoizedHash, IsComputedAgainAfterAnAssignment) {
     MemoizedHash source;
     source.get([] { return std::uint64_t(1); });
     MemoizedHash target;
@@ -47,14 +47,14 @@ TEST(MemoizedHash, StartsAnewWhenItIsAssignedTo) {
     EXPECT_EQ(source.get([] { return std::uint64_t(4); }), 1U);
 }
 
-TEST(MemoizedHash, KeepsNothingOfAFailedComputation) {
+TEST(MemoizedHash, IsComputedAgainAfterAFailure) {
     MemoizedHash hash;
     EXPECT_THROW(hash.get([]() -> std::uint64_t { throw std::runtime_error("no name"); }),
                  std::runtime_error);
     EXPECT_EQ(hash.get([] { return std::uint64_t(5); }), 5U);
 }
 
-TEST(MemoizedHash, MayBeAskedByItsOwnComputation) {
+TEST(MemoizedHash, MayBeReadByItsOwnComputation) {
     MemoizedHash hash;
     const auto result = hash.get([&] { return hash.get([] { return std::uint64_t(7); }) + 1; });
     EXPECT_EQ(result, 8U);

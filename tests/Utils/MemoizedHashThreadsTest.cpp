@@ -10,7 +10,7 @@
 namespace Vell {
 namespace {
 
-TEST(MemoizedHashThreads, ComputeOnceAndAllSeeTheResult) {
+TEST(MemoizedHashThreads, ComputeOnceAndShareTheResult) {
     constexpr int threadCount = 8;
     for (int round = 0; round < 200; ++round) {
         MemoizedHash hash;

@@ -1,5 +1,5 @@
 #if defined(__GNUC__) && !defined(__clang__)
-// When it optimises, GCC 12 warns of tables with 2^61 buckets, which the container cannot have.
+// In optimised builds GCC 12 warns about tables with 2^61 buckets, which the container cannot have.
 #pragma GCC diagnostic ignored "-Waggressive-loop-optimizations"
 #endif
 
@@ -23,7 +23,7 @@ namespace {
 using Value = std::shared_ptr<const int>;
 using Cache = MRUCache<int, Value, std::hash<int>, AreDeeplyEqualComparator>;
 
-TEST(MruCacheFailuresDeathTest, AssertsWhenTheTotalHasWrappedAround) {
+TEST(MruCacheFailuresDeathTest, AssertsWhenTheTotalWeightHasWrappedAround) {
     Cache cache(1);
     cache.put(1, {nullptr, std::numeric_limits<std::uint64_t>::max()});
     VELL_EXPECT_ASSERTION(cache.put(2, {nullptr, 2}),
@@ -116,7 +116,7 @@ TEST_F(MruCacheFailures, LeaveTheCacheAsItWasWhenComparingFails) {
     expectUnchanged();
 }
 
-TEST_F(MruCacheFailures, LeaveTheCacheAsItWasWithoutMemory) {
+TEST_F(MruCacheFailures, LeaveTheCacheAsItWasWhenAllocatingFails) {
     const Value value = std::make_shared<const int>(3);
     {
         const Testing::FailingAllocations failing(1);
@@ -126,7 +126,7 @@ TEST_F(MruCacheFailures, LeaveTheCacheAsItWasWithoutMemory) {
     expectUnchanged();
 }
 
-TEST(MruCacheFailuresOfMemory, AreSurvivedAtEveryAllocationOfTheGrowth) {
+TEST(MruCacheFailuresOfMemory, LeaveTheCacheIntactAtEveryAllocation) {
     bool hasFailed = true;
     for (std::size_t number = 1; hasFailed; ++number) {
         Cache cache;

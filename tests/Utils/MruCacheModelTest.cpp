@@ -1,4 +1,4 @@
-// The cache against the same cache, written as plainly as it can be.
+// Compares the cache with a model: the same cache, written as plainly as possible.
 
 #include <support/ListCache.h>
 
@@ -22,7 +22,7 @@ struct Limits {
     std::uint64_t bytes;
 };
 
-/// Both caches under the same operations.
+/// Applies the same operations to both caches.
 class Comparison {
 public:
     using Cache = MRUCache<unsigned int, std::uint32_t, std::hash<unsigned int>, AreDeeplyEqualComparator>;
@@ -31,7 +31,7 @@ public:
         : _cache(limits.entries, limits.bytes)
         , _plain(limits.entries, limits.bytes) {}
 
-    /// One random operation: one in ten thousand clears, half of the others read.
+    /// Applies one random operation: one in ten thousand clears, half of the others read.
     bool step(std::mt19937& random) {
         const std::uint64_t choice = random() % 10000;
         const auto key = static_cast<unsigned int>(random() % keyCount);
@@ -50,7 +50,7 @@ public:
         return getOrPutBoth(entry) && hasSameTotals();
     }
 
-    /// Whether both hold the same entries now, and drop the same ones while new entries come in.
+    /// Returns whether both hold the same entries, and evict the same entries when new ones come in.
     bool hasSameOrder() const {
         Comparison copy(*this);
         bool isAlike = copy.hasSameEntries();
@@ -94,7 +94,7 @@ private:
     ListCache _plain;
 };
 
-TEST(MruCacheModel, IsAPlainListOverAMillionRandomOperations) {
+TEST(MruCacheModel, BehavesLikeAPlainListOverAMillionRandomOperations) {
     constexpr Limits limits[] = {{0, 0}, {1, 0},   {2, 0},   {7, 0},    {28, 0},
                                  {0, 1}, {0, 300}, {9, 200}, {5, 1000}, {1, 1}};
     constexpr int stepsPerLimit = 100000;

@@ -1,4 +1,4 @@
-// Entries whose end calls the cache that they were in.
+// Entries whose destructors call their cache.
 
 #include <support/ExpectAssertion.h>
 #include <support/FailingAllocations.h>
@@ -18,7 +18,7 @@ namespace {
 using Value = std::shared_ptr<const int>;
 using Cache = MRUCache<int, Value, std::hash<int>, AreDeeplyEqualComparator>;
 
-/// A value that does something when the last owner lets go.
+/// A value that runs a function when its last owner releases it.
 Value makeValue(std::function<void()> end) {
     return Value(new int(0), [end = std::move(end)](const int* number) {
         delete number;
@@ -38,7 +38,7 @@ std::vector<int> getHeldKeys(Cache& cache) {
 
 using Keys = std::vector<int>;
 
-TEST(MruCacheReentrancy, LetsAnEvictedEntryAddAnother) {
+TEST(MruCacheReentrancy, LetsADyingEntryAddAnother) {
     Cache cache(3);
     cache.put(1, {makeValue([&] { EXPECT_NE(cache.put(10, {nullptr, 7}), nullptr); }), 1});
     cache.put(2, {nullptr, 2});
@@ -50,7 +50,7 @@ TEST(MruCacheReentrancy, LetsAnEvictedEntryAddAnother) {
     EXPECT_EQ(cache.getEvictedCount(), 2U);
 }
 
-TEST(MruCacheReentrancy, ShowsAnEvictedEntryThatItHasGone) {
+TEST(MruCacheReentrancy, DoesNotContainAnEntryThatIsBeingDestroyed) {
     Cache cache(1);
     std::size_t size = 0;
     std::uint64_t bytes = 0;
@@ -67,11 +67,11 @@ TEST(MruCacheReentrancy, ShowsAnEvictedEntryThatItHasGone) {
     EXPECT_EQ(self, nullptr);
     EXPECT_EQ(size, 1U);
     EXPECT_EQ(bytes, 9U);
-    EXPECT_EQ(evicted, 0U) << "it is counted once it has ended";
+    EXPECT_EQ(evicted, 0U) << "the eviction is counted after the entry is destroyed";
     EXPECT_EQ(cache.getEvictedCount(), 1U);
 }
 
-TEST(MruCacheReentrancy, CountsEachEvictedEntryAfterItsEnd) {
+TEST(MruCacheReentrancy, CountsAnEvictionAfterItsEntryIsDestroyed) {
     Cache cache(0, 10);
     std::vector<std::uint64_t> counts;
     for (int key = 0; key < 3; ++key) {
@@ -82,7 +82,7 @@ TEST(MruCacheReentrancy, CountsEachEvictedEntryAfterItsEnd) {
     EXPECT_EQ(cache.getEvictedCount(), 3U);
 }
 
-TEST(MruCacheReentrancy, MayEvictWhileAnEntryEnds) {
+TEST(MruCacheReentrancy, MayEvictWhileAnEntryIsBeingDestroyed) {
     Cache cache(1);
     cache.put(1, {makeValue([&] { cache.checkAndPopLast(); }), 0});
     EXPECT_NE(cache.put(2, {nullptr, 0}), nullptr);
@@ -90,7 +90,7 @@ TEST(MruCacheReentrancy, MayEvictWhileAnEntryEnds) {
     EXPECT_EQ(cache.getEvictedCount(), 1U);
 }
 
-TEST(MruCacheReentrancy, AnswersNullWhenAnEvictedEntryPushesTheNewOneOut) {
+TEST(MruCacheReentrancy, ReturnsNullWhenADyingEntryEvictsTheNewOne) {
     Cache cache(1);
     cache.put(1, {makeValue([&] { cache.put(3, {nullptr, 30}); }), 10});
     EXPECT_EQ(cache.put(2, {nullptr, 20}), nullptr);
@@ -99,22 +99,22 @@ TEST(MruCacheReentrancy, AnswersNullWhenAnEvictedEntryPushesTheNewOneOut) {
     EXPECT_EQ(cache.getEvictedCount(), 2U);
 }
 
-TEST(MruCacheReentrancy, AnswersNullWhenAnEvictedEntryClearsTheCache) {
+TEST(MruCacheReentrancy, ReturnsNullWhenADyingEntryClearsTheCache) {
     Cache cache(0, 15);
     cache.put(1, {makeValue([&] { cache.clear(); }), 10});
     EXPECT_EQ(cache.put(2, {nullptr, 10}), nullptr);
     EXPECT_EQ(cache.size(), 0U);
     EXPECT_EQ(cache.getEffectiveSizeInBytes(), 0U);
     EXPECT_EQ(cache.getEvictedCount(), 0U);
-    EXPECT_NE(cache.put(2, {nullptr, 100}), nullptr) << "usable, and the limit is still there:";
+    EXPECT_NE(cache.put(2, {nullptr, 100}), nullptr) << "the cache is usable and keeps its limit:";
     EXPECT_NE(cache.put(3, {nullptr, 1}), nullptr);
     EXPECT_EQ(getHeldKeys(cache), Keys{3});
 }
 
-TEST(MruCacheReentrancy, AnswersNullWhenAnEvictedEntryReplacesTheCache) {
+TEST(MruCacheReentrancy, ReturnsNullWhenADyingEntryReplacesTheCache) {
     Cache cache(1);
     cache.put(1, {makeValue([&] {
-                      cache = Cache(7); // its counts begin anew, and come to where the first put left them
+                      cache = Cache(7); // its counts restart and reach the values that the first put left
                       cache.put(3, {nullptr, 1});
                       cache.put(4, {nullptr, 1});
                   }),
@@ -132,7 +132,7 @@ TEST(MruCacheReentrancy, EvictsForAKeyThatDoesNotEqualItself) {
     EXPECT_EQ(cache.getEffectiveSizeInBytes(), 4U);
 }
 
-TEST(MruCacheReentrancyDeathTest, AssertsThatANewEntryIsHeldInTheEnd) {
+TEST(MruCacheReentrancyDeathTest, AssertsThatTheNewEntryIsStillThere) {
     VELL_EXPECT_ASSERTION(
         {
             Cache cache(1);
@@ -142,7 +142,7 @@ TEST(MruCacheReentrancyDeathTest, AssertsThatANewEntryIsHeldInTheEnd) {
         "Utils/Public/MRUCache:199: assertion failed: value");
 }
 
-TEST(MruCacheReentrancy, TakesTheEntryThatAnEvictedOneMadeAnewForTheSameKey) {
+TEST(MruCacheReentrancy, ReturnsTheEntryThatADyingOneMadeForTheSameKey) {
     Cache cache(1);
     const Value remade = std::make_shared<const int>(2);
     cache.put(1, {makeValue([&] {
@@ -153,7 +153,7 @@ TEST(MruCacheReentrancy, TakesTheEntryThatAnEvictedOneMadeAnewForTheSameKey) {
     EXPECT_EQ(cache.getOrPut(2, [] { return Cache::DataNode(nullptr, 0); }).getValue(), remade);
 }
 
-TEST(MruCacheReentrancy, IsEmptyWhenItsEntriesEndWhileItIsCleared) {
+TEST(MruCacheReentrancy, LooksEmptyToEntriesThatClearDestroys) {
     Cache cache;
     std::vector<std::size_t> sizes;
     for (int key = 0; key < 4; ++key) {
@@ -168,8 +168,8 @@ TEST(MruCacheReentrancy, IsEmptyWhenItsEntriesEndWhileItIsCleared) {
     EXPECT_EQ(sizes, (std::vector<std::size_t>{0, 0, 0, 0}));
 }
 
-/// Entries that ask for their neighbours and add others at their end.
-void fillWithCurious(Cache& cache) {
+/// Adds entries that, when destroyed, look up a neighbour and add another entry.
+void addCallingEntries(Cache& cache) {
     for (int key = 0; key < 5; ++key) {
         cache.put(key, {makeValue([&cache, key] {
                             cache.get((key + 1) % 5);
@@ -179,16 +179,16 @@ void fillWithCurious(Cache& cache) {
     }
 }
 
-TEST(MruCacheReentrancy, DropsEvenWhatIsAskedForWhileItIsCleared) {
+TEST(MruCacheReentrancy, ClearDropsEntriesThatDyingOnesRead) {
     Cache cache;
-    fillWithCurious(cache);
+    addCallingEntries(cache);
     cache.clear();
     EXPECT_EQ(getHeldKeys(cache), (Keys{10, 11, 12, 13, 14}));
 }
 
-TEST(MruCacheReentrancy, IsWholeAfterItWasClearedWithoutMemory) {
+TEST(MruCacheReentrancy, StaysConsistentWhenItIsClearedWithoutMemory) {
     Cache cache(0, 100);
-    fillWithCurious(cache);
+    addCallingEntries(cache);
     const std::size_t before = cache.size();
     {
         const Testing::FailingAllocations failing(1);
@@ -203,7 +203,7 @@ TEST(MruCacheReentrancy, IsWholeAfterItWasClearedWithoutMemory) {
     EXPECT_EQ(cache.getEffectiveSizeInBytes(), 0U);
 }
 
-TEST(MruCacheReentrancy, IsClearedWithoutMemoryAsWellWhenNothingCallsIt) {
+TEST(MruCacheReentrancy, CanBeClearedWithoutMemory) {
     bool hasFailed = true;
     for (std::size_t number = 1; hasFailed; ++number) {
         Cache cache(2, 100);
@@ -220,7 +220,7 @@ TEST(MruCacheReentrancy, IsClearedWithoutMemoryAsWellWhenNothingCallsIt) {
     }
 }
 
-TEST(MruCacheReentrancy, KeepsWhatAnEntryAddsWhileItIsCleared) {
+TEST(MruCacheReentrancy, KeepsWhatADyingEntryAddsDuringClear) {
     Cache cache;
     for (int key = 0; key < 5; ++key) {
         cache.put(key, {makeValue([&cache, key] { cache.put(key + 10, {nullptr, 3}); }), 1});
@@ -234,7 +234,7 @@ TEST(MruCacheReentrancy, KeepsWhatAnEntryAddsWhileItIsCleared) {
     EXPECT_EQ(cache.getEffectiveSizeInBytes(), 0U);
 }
 
-TEST(MruCacheReentrancy, EndsClearingEvenIfEveryEndAddsAnEntryLikeItself) {
+TEST(MruCacheReentrancy, ClearReturnsEvenIfEveryDyingEntryAddsAnother) {
     bool isAdding = true;
     Cache cache;
     std::function<void()> addAgain = [&] {
@@ -248,7 +248,7 @@ TEST(MruCacheReentrancy, EndsClearingEvenIfEveryEndAddsAnEntryLikeItself) {
     isAdding = false;
 }
 
-TEST(MruCacheReentrancy, MayBeClearedWhileItIsCleared) {
+TEST(MruCacheReentrancy, MayBeClearedDuringClear) {
     Cache cache;
     int ends = 0;
     for (int key = 0; key < 5; ++key) {
@@ -264,7 +264,7 @@ TEST(MruCacheReentrancy, MayBeClearedWhileItIsCleared) {
     EXPECT_EQ(cache.getEffectiveSizeInBytes(), 0U);
 }
 
-TEST(MruCacheReentrancy, MayBeReplacedWhileAnEntryOfTheOldOneLooksForItself) {
+TEST(MruCacheReentrancy, MayBeReplacedByADyingEntryThatLooksItselfUp) {
     Cache cache(2);
     const Cache::DataNode* found = nullptr;
     cache.put(1, {makeValue([&] {

@@ -34,7 +34,7 @@ TEST(MruCache, StartsEmptyAndUnlimited) {
     EXPECT_EQ(cache.getMaxSizeInBytes(), 0U);
 }
 
-TEST(MruCache, IsMadeFromItsLimits) {
+TEST(MruCache, StartsWithTheGivenLimits) {
     const Cache cache = 3;
     EXPECT_EQ(cache.getMaxEntries(), 3U);
     EXPECT_EQ(cache.getMaxSizeInBytes(), 0U);
@@ -58,7 +58,7 @@ TEST(MruCache, HasNothingToEvictOnceItsLimitsHold) {
     EXPECT_EQ(heavy.getEvictedCount(), 0U);
 }
 
-TEST(MruCache, HandsOutTheNodeThatWasPut) {
+TEST(MruCache, ReturnsTheNodeThatWasPut) {
     Cache cache;
     const Value value = makeValue("one");
     const Cache::DataNode* const node = cache.put(1, {value, 77});
@@ -82,7 +82,7 @@ TEST(MruCache, NeverEvictsWithoutLimits) {
     EXPECT_NE(cache.get(0), nullptr);
 }
 
-TEST(MruCache, DropsTheEntryThatWasPutFirst) {
+TEST(MruCache, EvictsTheOldestEntry) {
     Cache cache(3);
     for (int key = 1; key <= 4; ++key) {
         put(cache, key);
@@ -93,14 +93,14 @@ TEST(MruCache, DropsTheEntryThatWasPutFirst) {
     EXPECT_NE(cache.get(2), nullptr);
 }
 
-TEST(MruCache, ProtectsWhatWasReadLast) {
+TEST(MruCache, KeepsTheEntryThatWasReadLast) {
     Cache cache(3);
     for (int key = 1; key <= 3; ++key) {
         put(cache, key);
     }
     EXPECT_NE(cache.get(1), nullptr);
     put(cache, 4);
-    EXPECT_EQ(cache.get(2), nullptr) << "the next oldest goes instead";
+    EXPECT_EQ(cache.get(2), nullptr) << "the next oldest entry is evicted instead";
     EXPECT_NE(cache.get(1), nullptr);
 }
 
@@ -123,7 +123,7 @@ TEST(MruCache, KeepsTheOnlyEntryAboveTheByteLimit) {
     EXPECT_EQ(cache.getEvictedCount(), 0U);
 }
 
-TEST(MruCache, DropsTheLargeEntryForTheNewOne) {
+TEST(MruCache, EvictsALargeEntryForANewOne) {
     Cache cache(0, 100);
     put(cache, 1, 500);
     const Cache::DataNode* const node = put(cache, 2, 600);
@@ -134,7 +134,7 @@ TEST(MruCache, DropsTheLargeEntryForTheNewOne) {
     EXPECT_EQ(cache.getEffectiveSizeInBytes(), 600U);
 }
 
-TEST(MruCache, CountsABoundaryAsWithinTheLimit) {
+TEST(MruCache, AllowsATotalEqualToTheLimit) {
     Cache cache(0, 100);
     put(cache, 1, 60);
     put(cache, 2, 40);
@@ -145,7 +145,7 @@ TEST(MruCache, CountsABoundaryAsWithinTheLimit) {
     EXPECT_EQ(cache.getEffectiveSizeInBytes(), 41U);
 }
 
-TEST(MruCache, EvictsAsManyAsItTakes) {
+TEST(MruCache, EvictsAsManyEntriesAsNecessary) {
     Cache cache(0, 100);
     for (int key = 1; key <= 10; ++key) {
         put(cache, key, 10);
@@ -157,7 +157,7 @@ TEST(MruCache, EvictsAsManyAsItTakes) {
     EXPECT_EQ(cache.getEffectiveSizeInBytes(), 95U);
 }
 
-TEST(MruCache, EvictsEntriesThatWeighNothingOnTheWay) {
+TEST(MruCache, EvictsWeightlessEntriesOnTheWay) {
     Cache cache(0, 100);
     put(cache, 1, 0);
     put(cache, 2, 100);
@@ -185,7 +185,7 @@ TEST(MruCache, KeepsOneEntryUnderALimitOfOne) {
     EXPECT_NE(cache.get(2), nullptr);
 }
 
-TEST(MruCache, ChangesNothingWhenAnEqualKeyIsHeld) {
+TEST(MruCache, PutChangesNothingIfTheKeyIsPresent) {
     Cache cache(2);
     const Value first = makeValue("first");
     cache.put(1, {first, 5});
@@ -202,7 +202,7 @@ TEST(MruCache, ChangesNothingWhenAnEqualKeyIsHeld) {
     EXPECT_NE(cache.get(2), nullptr);
 }
 
-TEST(MruCache, LetsAValueOutliveItsEviction) {
+TEST(MruCache, ValuesMayOutliveTheirEviction) {
     Cache cache(1);
     const Value held = put(cache, 1)->getValue();
     put(cache, 2);
@@ -210,7 +210,7 @@ TEST(MruCache, LetsAValueOutliveItsEviction) {
     EXPECT_EQ(*held, "1");
 }
 
-TEST(MruCache, ClearsEverythingButTheLimits) {
+TEST(MruCache, ClearKeepsTheLimits) {
     Cache cache(2, 100);
     for (int key = 1; key <= 3; ++key) {
         put(cache, key, 10);
@@ -227,7 +227,7 @@ TEST(MruCache, ClearsEverythingButTheLimits) {
     EXPECT_NE(put(cache, 3, 10), nullptr);
 }
 
-TEST(MruCache, CountsWhatWasFoundAndWhatWasNot) {
+TEST(MruCache, CountsHitsAndMisses) {
     Cache cache(2);
     EXPECT_EQ(cache.getHitCount() + cache.getMissCount(), 0U);
     cache.get(1);
@@ -246,7 +246,7 @@ TEST(MruCache, CountsWhatWasFoundAndWhatWasNot) {
     EXPECT_EQ(cache.getMissCount(), 0U);
 }
 
-TEST(MruCache, CountsAMissWhoseValueCouldNotBeMade) {
+TEST(MruCache, CountsAMissEvenIfMakingTheValueFails) {
     Cache cache;
     const auto fail = []() -> Cache::DataNode { throw std::runtime_error("no value"); };
     EXPECT_THROW(cache.getOrPut(1, fail), std::runtime_error);
@@ -254,7 +254,7 @@ TEST(MruCache, CountsAMissWhoseValueCouldNotBeMade) {
     EXPECT_EQ(cache.getHitCount(), 0U);
 }
 
-TEST(MruCache, FindsOneEntryByTwoEqualObjects) {
+TEST(MruCache, FindsAnEntryByAnotherEqualKey) {
     using Key = NNPtr<const std::string>;
     MRUCache<Key, int, std::hash<Key>, AreDeeplyEqualComparator> cache;
     cache.put(makeNNPtr<std::string>("key"), {1, 0});
@@ -264,7 +264,7 @@ TEST(MruCache, FindsOneEntryByTwoEqualObjects) {
     EXPECT_EQ(cache.size(), 2U);
 }
 
-TEST(MruCache, MakesAnEntryOnlyWhenThereIsNone) {
+TEST(MruCache, MakesAnEntryOnlyOnAMiss) {
     Cache cache;
     int made = 0;
     const auto make = [&] {
@@ -278,14 +278,14 @@ TEST(MruCache, MakesAnEntryOnlyWhenThereIsNone) {
     EXPECT_EQ(cache.getEffectiveSizeInBytes(), 3U);
 }
 
-TEST(MruCache, AddsNothingWhenMakingFails) {
+TEST(MruCache, AddsNothingIfMakingAnEntryFails) {
     Cache cache;
     EXPECT_THROW(cache.getOrPut(1, []() -> Cache::DataNode { throw 5; }), int);
     EXPECT_EQ(cache.size(), 0U);
     EXPECT_EQ(cache.get(1), nullptr);
 }
 
-TEST(MruCache, AcceptsOtherEntriesMadeMeanwhile) {
+TEST(MruCache, AcceptsOtherEntriesWhileMakingOne) {
     Cache cache(2);
     const Cache::DataNode& node = cache.getOrPut(1, [&] {
         put(cache, 2);

@@ -25,7 +25,7 @@ std::string getFailure(From value) {
 constexpr const char* tooLarge = "bad numeric conversion: positive overflow";
 constexpr const char* tooSmall = "bad numeric conversion: negative overflow";
 
-TEST(NumCast, KeepsWhatFits) {
+TEST(NumCast, ConvertsValuesThatFit) {
     EXPECT_EQ(numCast<unsigned int>(0UL), 0U);
     EXPECT_EQ(numCast<unsigned int>(0xFFFFFFFFUL), 0xFFFFFFFFU);
     EXPECT_EQ(numCast<signed char>(-128L), -128);
@@ -35,7 +35,7 @@ TEST(NumCast, KeepsWhatFits) {
     EXPECT_EQ(numCast<double>(7), 7.0);
 }
 
-TEST(NumCast, NamesTheDirectionOfTheOverflow) {
+TEST(NumCast, ReportsTheDirectionOfTheOverflow) {
     EXPECT_EQ((getFailure<unsigned int>(0x100000000UL)), tooLarge);
     EXPECT_EQ((getFailure<unsigned int>(Limits<unsigned long>::max())), tooLarge);
     EXPECT_EQ((getFailure<unsigned int>(-1)), tooSmall);
@@ -68,7 +68,7 @@ TEST(NumCast, KnowsTheBoundsOfFloatingPointNumbers) {
     EXPECT_EQ((getFailure<int>(-Limits<double>::infinity())), tooSmall);
 }
 
-TEST(NumCast, FitsNotANumberIntoNoInteger) {
+TEST(NumCast, RejectsNaN) {
     EXPECT_EQ((getFailure<int>(Limits<float>::quiet_NaN())), "bad numeric conversion: not a number");
     EXPECT_EQ((getFailure<unsigned long>(Limits<double>::quiet_NaN())),
               "bad numeric conversion: not a number");

@@ -23,7 +23,7 @@ using Pairs = testing::Types<Pair<float, int>, Pair<float, long>, Pair<float, un
                              Pair<double, unsigned long>, Pair<double, unsigned char>, Pair<double, short>>;
 TYPED_TEST_SUITE(Truncate, Pairs, );
 
-TYPED_TEST(Truncate, CutsFractionsTowardsZero) {
+TYPED_TEST(Truncate, RoundsTowardsZero) {
     using From = typename TypeParam::From;
     using To = typename TypeParam::To;
     EXPECT_EQ(tryTruncate<To>(From(0)), To(0));
@@ -37,7 +37,7 @@ TYPED_TEST(Truncate, CutsFractionsTowardsZero) {
     }
 }
 
-TYPED_TEST(Truncate, HoldsExactlyTheRangeOfTheTarget) {
+TYPED_TEST(Truncate, AcceptsExactlyTheRangeOfTheTarget) {
     using From = typename TypeParam::From;
     using To = typename TypeParam::To;
     const From infinity = std::numeric_limits<From>::infinity();
@@ -56,7 +56,7 @@ TYPED_TEST(Truncate, HoldsExactlyTheRangeOfTheTarget) {
                                                      : std::optional<To>(static_cast<To>(insideMin)));
 }
 
-TYPED_TEST(Truncate, RefusesWhatIsNoFiniteNumber) {
+TYPED_TEST(Truncate, RejectsInfinitiesAndNaN) {
     using From = typename TypeParam::From;
     using To = typename TypeParam::To;
     const From infinity = std::numeric_limits<From>::infinity();

@@ -60,8 +60,8 @@ unsigned int assemble(const unsigned char* text, std::size_t length) {
     }
 }
 
-/// The first character by the letter of the definition: a well-formed sequence, or else the longest beginning
-/// of one, at least one byte.
+/// Decodes the first character exactly as the standard defines it: a well-formed sequence, or else the
+/// longest prefix of one, at least one byte.
 Decoded decodePlainly(const unsigned char* text, std::size_t size) {
     std::size_t longest = 1;
     for (const Row& row : rows) {
@@ -88,7 +88,7 @@ bool isDecodedAlike(const unsigned char* text, std::size_t size) {
     return true;
 }
 
-/// Every text of `size` bytes, in a block of exactly that size.
+/// Checks every text of `size` bytes, each in a block of exactly that size.
 void expectAllDecodedAlike(std::size_t size) {
     const std::unique_ptr<unsigned char[]> text(new unsigned char[size]);
     std::size_t mismatches = 0;

@@ -12,8 +12,7 @@ namespace {
 
 using CodePoints = std::vector<unsigned int>;
 
-/// Decodes from a block of exactly the text's size, so that the address sanitizer sees any byte read behind
-/// it.
+/// Decodes from a block of exactly the text's size, so that the address sanitizer finds any read beyond it.
 CodePoints decode(const std::string& text) {
     const std::unique_ptr<char[]> block(new char[text.size()]);
     std::copy(text.begin(), text.end(), block.get());
@@ -103,7 +102,7 @@ const Case truncated[] = {
 };
 INSTANTIATE_TEST_SUITE_P(Truncated, Utf8Cases, testing::ValuesIn(truncated), getName);
 
-TEST(Utf8, GoesNoFurtherThanTheEndItIsGiven) {
+TEST(Utf8, ReadsNothingBeyondTheEnd) {
     const std::string text = "\xE2\x82\xAC";
     const char* position = text.data();
     EXPECT_EQ(decodeUtf8(position, text.data() + 2), bad) << "although the third byte is there";

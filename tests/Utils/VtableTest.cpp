@@ -31,7 +31,7 @@ struct Unrelated {
     int number = 0;
 };
 
-/// Has the interface in second place.
+/// Has the interface as its second base.
 struct Second : Unrelated, Own {};
 
 const void* getTable(const Base& object) {
@@ -46,7 +46,7 @@ TEST(Vtable, IsSharedByObjectsOfOneClass) {
     EXPECT_EQ(getTable(Own()), getVtable(Own())) << "through whichever of the two types";
 }
 
-TEST(Vtable, TellsEveryOtherClass) {
+TEST(Vtable, DiffersForEveryOtherClass) {
     EXPECT_NE(getTable(Own()), getTable(Other()));
     EXPECT_NE(getTable(Own()), getTable(Derived()));
     EXPECT_NE(getTable(Own()), getTable(Idle()));
@@ -54,7 +54,7 @@ TEST(Vtable, TellsEveryOtherClass) {
     EXPECT_EQ(getTable(Derived()), getTable(Derived()));
 }
 
-/// Looks while only a part of it is there.
+/// Reads the table in its constructor, before the part of a derived class exists.
 struct Watcher : Base {
     Watcher()
         : duringConstruction(getVtable(*this)) {}
@@ -64,7 +64,7 @@ struct Watcher : Base {
 
 struct DerivedWatcher : Watcher {};
 
-TEST(Vtable, IsThatOfTheBaseWhileTheBaseIsConstructed) {
+TEST(Vtable, IsTheOneOfTheBaseDuringItsConstructor) {
     EXPECT_EQ(DerivedWatcher().duringConstruction, getTable(Watcher()));
     EXPECT_NE(DerivedWatcher().duringConstruction, getTable(DerivedWatcher()));
 }

@@ -1,14 +1,13 @@
 #!/usr/bin/env python3
-"""Checks what a shared library exports against a list that is kept with the sources.
+"""Compares what a shared library exports with a list that is kept with the sources.
 
     check-exports.py LIBRARY LIST            fails on every difference
-    FONTENGINE_UPDATE_EXPORTS=1 ctest ...    writes the lists anew, for review
+    FONTENGINE_UPDATE_EXPORTS=1 ctest ...    rewrites the lists, for review
 
-The list holds, demangled and sorted, what is compiled into the library and nowhere else: the strong symbols, and the
-vtables and type informations of classes, which clients catch and cast by (they are weak by custom, but each class has
-a function that ties them to one place). Other weak symbols (inline functions, templates, implicit members) come and go
-with the compiler and its optimisation, and a client has copies of its own, so they are not listed; that all of them
-belong to the house is checked nevertheless.
+The list holds the demangled symbols that only this library defines, sorted: the strong symbols, and the vtables and
+type information that clients need to catch and cast (weak symbols, but a key function ties each to one library). Other
+weak symbols (inline functions, templates, implicit members) depend on the compiler and its optimisation, and clients
+have their own copies, so the list leaves them out. The check still verifies that each of them belongs to this project.
 """
 import difflib
 import os
@@ -17,20 +16,20 @@ import subprocess
 import sys
 
 STRONG = "TDBR"
-HOUSE = re.compile(r"(vtable for |typeinfo for |typeinfo name for )?Vell::")
+OURS = re.compile(r"(vtable for |typeinfo for |typeinfo name for )?Vell::")
 CLASS_DATA = re.compile(r"(vtable|typeinfo|typeinfo name) for [^<]+$")
 KNOWN = STRONG + "WVu"
 
 
 def list_exports(library):
-    """(kind, demangled name) of each defined dynamic symbol."""
+    """Returns (kind, demangled name) of each defined dynamic symbol."""
     output = subprocess.run(["nm", "--dynamic", "--demangle", "--defined-only", library], check=True,
                             stdout=subprocess.PIPE, text=True).stdout
     return [tuple(line.split(" ", 2)[1:]) for line in output.splitlines()]
 
 
 def find_strangers(exports):
-    return [f"{kind} {name}" for kind, name in exports if kind not in KNOWN or not HOUSE.match(name)]
+    return [f"{kind} {name}" for kind, name in exports if kind not in KNOWN or not OURS.match(name)]
 
 
 def list_own(exports):
@@ -48,7 +47,7 @@ def main():
     exports = list_exports(library)
     strangers = find_strangers(exports)
     if strangers:
-        print(f"{library} exports what does not belong to the house:", *strangers, sep="\n")
+        print(f"{library} exports symbols that do not belong to this project:", *strangers, sep="\n")
         return 1
     names = list_own(exports)
     if os.environ.get("FONTENGINE_UPDATE_EXPORTS"):

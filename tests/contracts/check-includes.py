@@ -1,12 +1,12 @@
 #!/usr/bin/env python3
-"""Checks who includes whom in the house, and that every public header is installed.
+"""Checks that includes point down the layers and that every public header is installed.
 
     check-includes.py ROOT
 
-The libraries stand on each other: cinder, Utils, Gfx, FontLoaders, FontEngine, CairoAdapter, then the applications
-and the examples and, on top, the tests. A file includes headers of its own layer and of those below. Headers in a
-folder `Private` belong to their library, unless its CMakeLists.txt lists them among its HEADERS; all other headers are
-public: they must be listed, must be reachable from the umbrella header of their library, and may include only public
+The layers are, from the bottom: cinder, Utils, Gfx, FontLoaders, FontEngine, CairoAdapter, the applications and
+examples, and the tests. A file may include headers of its own layer and of the layers below. A header in a folder
+`Private` is private to its library unless the library's CMakeLists.txt lists it among its HEADERS. All other headers
+are public: they must be listed, their library's umbrella header must include them, and they may include only public
 headers. Tests may include everything.
 """
 import sys
@@ -21,11 +21,11 @@ def check_arrows(house):
         for header in house.list_includes(path):
             where = f"{path.relative_to(house.root).as_posix()} includes {header}"
             if get_layer(header) > layer:
-                yield f"{where}: of a library that stands above it"
+                yield f"{where}: it belongs to a higher layer"
             elif not house.is_public(header) and get_layer(header) != layer:
                 yield f"{where}: private to another library"
             elif in_src in house.listed and header not in house.listed:
-                yield f"{where}: an installed header needs one that is not"
+                yield f"{where}: an installed header includes one that is not installed"
 
 
 def check_listed(house):

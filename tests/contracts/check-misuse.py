@@ -1,12 +1,12 @@
 #!/usr/bin/env python3
-"""Checks that a source compiles, and that the compiler refuses each of its misuses.
+"""Checks that a source compiles and that the compiler rejects each of its misuses.
 
     check-misuse.py SOURCE COMPILER [FLAG...]
 
-A misuse stands between `#ifdef MISUSE_NAME // TEXT` and `#endif`, and TEXT is a regular expression for the error
-that the compiler must refuse it with: an error for another reason proves nothing. The source must compile without
-any misuse. Then all of them are compiled at once, and each must have its error in its own lines; those that have
-not (because the error stands in a header that they lead to) are compiled one by one.
+A misuse stands between `#ifdef MISUSE_NAME // TEXT` and `#endif`. TEXT is a regular expression that must match the
+compiler's error, because an error for another reason proves nothing. The source must compile without any misuse. Then
+the script compiles all misuses at once and looks for each error in the lines of its misuse. It compiles a misuse by
+itself if its error is not there, as when the compiler reports it in a header.
 """
 import re
 import subprocess
@@ -47,7 +47,7 @@ class Compiler:
         self.command = [*command, "-std=c++17", "-fsyntax-only", source]
 
     def find_errors(self, misuses):
-        """(file, line, text) of each error with these misuses."""
+        """Returns (file, line, text) of each error that these misuses cause."""
         definitions = [f"-D{misuse.name}" for misuse in misuses]
         run = subprocess.run([*self.command, *definitions], stdout=subprocess.PIPE, stderr=subprocess.STDOUT,
                              text=True, check=False)
@@ -68,13 +68,13 @@ def check_alone(misuse, compiler):
 
 
 def check(source, compiler):
-    """What is wrong with the source, as lines of text."""
+    """Returns the problems of the source, one line of text each."""
     misuses = read_misuses(source)
     if not misuses:
-        return ["no misuse in it"]
+        return ["contains no misuse"]
     control = compiler.find_errors([])
     if control:
-        return ["does not compile without misuse:", *map(str, control)]
+        return ["does not compile even without a misuse:", *map(str, control)]
     together = compiler.find_errors(misuses)
     alone = [misuse for misuse in misuses if not misuse.is_refused_in_place(source, together)]
     print(f"{len(misuses)} misuses, {len(alone)} of them compiled alone")

@@ -3,10 +3,9 @@
 
     check-test-names.py ROOT
 
-The suites `X` and `XSomething` stand in `XTest.cpp`, below `tests` or in `fuzz/tests`; where two sources could be
-meant, in the one with the longer name. No two sources share a name, so each suite stands in one place. A program of
-tests is named after its floor, which is the folder that stands in `tests`: `<floor>_tests` or `<floor>_<what>_tests`,
-in snake case.
+`XTest.cpp`, below `tests` or in `fuzz/tests`, holds the suites `X` and `XSomething`. If two sources match a suite, the
+one with the longer name must hold it. No two sources share a name, so each suite has one place. A program of tests is
+named after its layer, the folder below `tests`: `<layer>_tests` or `<layer>_<what>_tests`, in snake case.
 """
 import re
 import sys
@@ -14,30 +13,30 @@ from pathlib import Path
 
 SUITE = re.compile(r"^ *(?:TEST|TEST_F|TEST_P|TYPED_TEST|TYPED_TEST_P)\(\s*(\w+)\s*,", re.MULTILINE)
 PROGRAM = re.compile(r"^ *fontengine_add_test\(\s*(\w+)", re.MULTILINE)
-SHORT_FLOORS = {"font_engine": "engine"}
-# A folder of wrong names, which shows that this check finds them.
+SHORT_LAYERS = {"font_engine": "engine"}
+# This folder holds wrong names, which the check must find.
 PLANTED = "bad-names"
 
 
 def list_files(root, pattern):
-    """The files of the tests, and those of the fuzzers' tests."""
+    """Returns the files of the tests, including those of the fuzzers."""
     found = [path for folder in ("tests", "fuzz") for path in (root / folder).rglob(pattern)]
     return sorted(path for path in found if PLANTED not in path.relative_to(root).parts)
 
 
 def read_suites(root):
-    """The suites of each source that has any."""
+    """Returns the suites of each source that has any."""
     suites = {path: sorted(set(SUITE.findall(path.read_text(encoding="utf-8")))) for path in list_files(root, "*.cpp")}
     return {path: names for path, names in suites.items() if names}
 
 
 def get_subject(path):
-    """The X of XTest.cpp; None for a source of another name."""
+    """Returns the X of XTest.cpp, or None for a source that is not named so."""
     return path.stem[:-len("Test")] if re.fullmatch(r"[A-Z]\w*Test", path.stem) else None
 
 
 def find_subject(suite, subjects):
-    """The longest X that the suite's name begins with, as whole words; None where there is none."""
+    """Returns the longest X that the suite's name begins with, in whole words, or None."""
     fitting = [subject for subject in subjects if re.match(subject + r"(?![a-z])", suite)]
     return max(fitting, key=len, default=None)
 
@@ -66,19 +65,19 @@ def check_suites(root, suites):
             yield f"{where}, which leads to {subject}Test.cpp" if subject else f"{where}, which leads nowhere"
 
 
-def get_floor(path, root):
+def get_layer(path, root):
     parts = path.relative_to(root).parts
     folder = parts[1] if parts[0] == "tests" else parts[0]
-    floor = re.sub(r"(?<=[a-z])(?=[A-Z])", "_", folder).lower()
-    return SHORT_FLOORS.get(floor, floor)
+    layer = re.sub(r"(?<=[a-z])(?=[A-Z])", "_", folder).lower()
+    return SHORT_LAYERS.get(layer, layer)
 
 
 def check_programs(root):
     for path in list_files(root, "CMakeLists.txt"):
         for program in PROGRAM.findall(path.read_text(encoding="utf-8")):
-            floor = get_floor(path, root)
-            if not re.fullmatch(rf"{floor}(_[a-z0-9]+)*_tests", program):
-                yield f"{path.relative_to(root).as_posix()} makes {program}, not {floor}_tests or {floor}_..._tests"
+            layer = get_layer(path, root)
+            if not re.fullmatch(rf"{layer}(_[a-z0-9]+)*_tests", program):
+                yield f"{path.relative_to(root).as_posix()} makes {program}, not {layer}_tests or {layer}_..._tests"
 
 
 def main():

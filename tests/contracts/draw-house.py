@@ -1,11 +1,12 @@
 #!/usr/bin/env python3
-"""Draws the house of docs/architecture.md from the includes of the sources.
+"""Draws the layers for docs/architecture.md from the includes in the sources.
 
-    draw-house.py ROOT             fails unless docs/house.svg is the picture of today's includes
-    draw-house.py --update ROOT    draws it anew
+    draw-house.py ROOT             fails unless docs/house.svg matches the includes
+    draw-house.py --update ROOT    redraws docs/house.svg
 
-The top floor has the folders of programs. An arrow leads from each floor to the floors that it stands on: those that
-it includes, but for those that another one of them stands on. check-includes.py says that no arrow points up.
+Each layer is a floor of a house; the top floor has the folders of programs. An arrow leads from each floor to its
+neighbours: the floors that it includes, except those that it also reaches through another floor. check-includes.py
+verifies that no include points up.
 """
 import sys
 from pathlib import Path
@@ -47,7 +48,7 @@ def list_files(folder):
 
 
 def read_floors(root):
-    """(name, floors that it includes) from the top; the name of the programs is None."""
+    """Yields (name, floors that it includes, rooms) from the top; the name of the programs' floor is None."""
     house = House(root)
     folders = [root / name for name in PROGRAMS if (root / name).is_dir()]
 
@@ -55,7 +56,7 @@ def read_floors(root):
         found = {header.split("/")[0] for path in files for header in house.list_includes(path)}
         return sorted(found - {own}, key=LAYERS.index, reverse=True)
 
-    # The includes of wrong houses are no part of this one.
+    # bad-house is planted with errors for check-includes.py.
     programs = [path for folder in folders for path in list_files(folder) if "bad-house" not in path.parts]
     yield None, find_included(programs, None), [folder.name for folder in folders]
     for name in reversed(LAYERS):
@@ -84,7 +85,7 @@ def draw_floor(name, rooms, top):
 
 
 def draw_arrows(floor, neighbours, tops):
-    """Those of the `floor`-th floor from the top: straight down, or past the floors between in a lane of its own."""
+    """Draws the arrows of the `floor`-th floor from the top: straight down, or in a lane past the floors between."""
     bottom = tops[floor] + HEIGHT
     for name in neighbours:
         below = len(tops) - 1 - get_layer(name)
@@ -119,7 +120,7 @@ def main():
     if "--update" in sys.argv:
         file.write_text(picture, encoding="utf-8")
     elif not file.exists() or file.read_text(encoding="utf-8") != picture:
-        print(f"{file} is not the picture of the includes: draw-house.py --update draws it anew")
+        print(f"{file} does not match the includes; `draw-house.py --update ROOT` redraws it")
         return 1
     return 0
 

@@ -1,11 +1,11 @@
-"""The house of libraries: which there are, from the ground up, and who includes whom in the sources."""
+"""The layers of the repository from the bottom up, and the includes between them."""
 import re
 from pathlib import Path
 
 LAYERS = ["cinder", "Utils", "Gfx", "FontLoaders", "FontEngine", "CairoAdapter"]
 APPLICATIONS = len(LAYERS)
 INCLUDE = re.compile(r'^\s*#\s*include\s*[<"]([^>"]+)[>"]', re.MULTILINE)
-# Lists cinder's headers, which have no library of their own.
+# cinder has no library of its own; this library lists its headers.
 LISTING_LIBRARY = {"cinder": "Utils"}
 
 
@@ -16,7 +16,7 @@ class House:
         self.listed = {header for layer in LAYERS for header in self._read_listed(layer)}
 
     def _read_listed(self, layer):
-        """The headers that the library's CMakeLists.txt installs, by the path that they are included by."""
+        """Returns the headers that the library's CMakeLists.txt installs, by the paths that clients include them by."""
         lists = self.src / layer / "CMakeLists.txt"
         if not lists.exists():
             return []
@@ -28,14 +28,14 @@ class House:
         return header in self.listed or "Private" not in Path(header).parts
 
     def list_sources(self):
-        """(path, layer number) of every file with includes that the rules are for."""
+        """Yields (path, layer number) of every file that the rules apply to."""
         for folder, layer in [("src", None), ("apps", APPLICATIONS), ("examples", APPLICATIONS)]:
             for path in sorted((self.root / folder).rglob("*")):
                 if path.suffix in (".h", ".cpp"):
                     yield path, LAYERS.index(path.relative_to(self.src).parts[0]) if layer is None else layer
 
     def list_includes(self, path):
-        """The house's headers that a file includes, by their path from src."""
+        """Yields the repository's headers that a file includes, by their paths from src."""
         for name in INCLUDE.findall(path.read_text(encoding="utf-8")):
             beside = (path.parent / name).resolve()
             if beside.exists() and beside.is_relative_to(self.src.resolve()):

@@ -58,8 +58,8 @@ TEST(BreakParagraph, FillsEachLineWithWholeWords) {
     }
 }
 
-TEST(BreakParagraph, CutsAWordThatIsTooWideWhereTheNextCharacterDoesNotFit) {
-    const std::string text = "ÄÖÜßÄÖÜßÄÖÜßÄÖÜßÄÖÜß"; // two bytes a character
+TEST(BreakParagraph, CutsAWordThatIsTooWideAtTheLastCharacterThatFits) {
+    const std::string text = "ÄÖÜßÄÖÜßÄÖÜßÄÖÜßÄÖÜß"; // two bytes per character
     const float width = 50.0F;
     const std::vector<Line> lines = breakParagraph({std::to_string(width), text});
     ASSERT_GT(lines.size(), 2U);
@@ -72,7 +72,7 @@ TEST(BreakParagraph, CutsAWordThatIsTooWideWhereTheNextCharacterDoesNotFit) {
     }
 }
 
-TEST(BreakParagraph, PutsOneCharacterOnALineThatHasRoomForNone) {
+TEST(BreakParagraph, PutsOneCharacterOnALineWithoutRoomForAny) {
     EXPECT_EQ(join(breakParagraph({"0", "ab cß"}), "|"), "a|b|c|ß");
 }
 
@@ -101,7 +101,7 @@ TEST(BreakParagraph, DrawsEachLineLeftOfTheEdge) {
     EXPECT_GT(picture.countInk(110, 111), 0) << "the edge";
 }
 
-TEST(BreakParagraph, RefusesAWidthThatIsNoNumber) {
+TEST(BreakParagraph, RefusesAWidthThatIsNotANumber) {
     const auto result = runExample("break-paragraph", {"wide"});
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(result.out, "");

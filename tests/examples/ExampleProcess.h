@@ -17,7 +17,7 @@ inline Vell::Testing::ProcessResult runExample(const std::string& name,
     return Vell::Testing::runProgram(FONTENGINE_EXAMPLES_FOLDER "/" + name, arguments);
 }
 
-/// Runs an example that shall succeed and print nothing.
+/// Runs an example that must succeed and print nothing.
 inline void drawByExample(const std::string& name, const std::vector<std::string>& arguments) {
     const Vell::Testing::ProcessResult result = runExample(name, arguments);
     EXPECT_EQ(result.status, 0);
@@ -25,7 +25,7 @@ inline void drawByExample(const std::string& name, const std::vector<std::string
     EXPECT_EQ(result.err, "");
 }
 
-/// An installed font, as the examples describe theirs.
+/// Makes an installed font with descriptions like those of the examples.
 struct InstalledFont {
     InstalledFont(const std::string& family, bool isBold, bool isItalic, float size)
         : style(FontEngine::describeFont(family, size,

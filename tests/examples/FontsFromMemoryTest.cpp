@@ -16,7 +16,7 @@ using Vell::Testing::FontBuilder;
 using Vell::Testing::makeBoxGlyph;
 using Vell::Testing::TemporaryFolder;
 
-TEST(FontsFromMemory, DrawsTheBoxesOfTheFilesThatItIsGiven) {
+TEST(FontsFromMemory, DrawsTheBoxesOfTheGivenFiles) {
     const TemporaryFolder folder;
     for (const bool isBold :
          {false, true}) { // 0.5 em wide and 0.6 em tall; the bold ones stand on the base line
@@ -31,7 +31,7 @@ TEST(FontsFromMemory, DrawsTheBoxesOfTheFilesThatItIsGiven) {
     drawByExample("fonts-from-memory",
                   {folder.getPath("regular"), folder.getPath("bold"), folder.getPath("out.png")});
     const Picture picture(folder.getPath("out.png"));
-    // Four boxes of 25 x 30 in each line, an em of 50 pixels apart; base lines at 60 and 120.
+    // Each line has four boxes of 25 x 30, an em of 50 pixels apart. The base lines are at 60 and 120.
     EXPECT_EQ(picture.countInk(), 8 * 25 * 30);
     const InkBox ink = picture.getInkBox();
     EXPECT_EQ(ink.left, 10);

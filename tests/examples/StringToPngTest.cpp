@@ -26,7 +26,7 @@ TEST(StringToPng, FillsAPictureAsLargeAsTheText) {
     EXPECT_NEAR(ink.right, picture.getWidth() - 12, 4);
 }
 
-TEST(StringToPng, SaysWhyItCannotWrite) {
+TEST(StringToPng, ReportsWhyItCannotWrite) {
     const auto result = runExample("string-to-png", {"A", "/nowhere/out.png"});
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(result.err, "string-to-png: cannot write /nowhere/out.png\n");

@@ -9,7 +9,7 @@ namespace {
 
 using Vell::Testing::TemporaryFolder;
 
-TEST(TextToPdf, DrawsTextAllAroundTheMiddleOfThePage) {
+TEST(TextToPdf, DrawsTextAroundTheMiddleOfThePage) {
     const TemporaryFolder folder;
     drawByExample("text-to-pdf", {"Vector", folder.getPath("out.pdf")});
     ASSERT_EQ(Vell::Testing::runShell("pdftocairo -png -r 72 -singlefile " + folder.getPath("out.pdf") + " " +
@@ -18,7 +18,7 @@ TEST(TextToPdf, DrawsTextAllAroundTheMiddleOfThePage) {
     const Picture page(folder.getPath("page.png"));
     EXPECT_EQ(page.getWidth(), 595);
     EXPECT_EQ(page.getHeight(), 842);
-    // Words of 24 units begin 60 units from the middle, twelve of them a turn.
+    // Words of 24 units begin 60 units from the middle, twelve of them per turn.
     const float reach = 60.0F + 0.4F * InstalledFont("DejaVu Serif", true, false, 60.0F).measure("Vector");
     const InkBox ink = page.getInkBox();
     EXPECT_NEAR(ink.left, 297.5F - reach, 4.0F);

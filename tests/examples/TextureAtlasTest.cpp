@@ -12,7 +12,7 @@ using Vell::Testing::TemporaryFolder;
 
 constexpr cinder::ColorAT<unsigned char> ink(150, 30, 30, 255);
 
-/// What the example prints, and its two pictures.
+/// Runs the example and reads its output and its two pictures.
 struct Atlas {
     explicit Atlas(const std::string& text)
         : result(runExample("texture-atlas",
@@ -25,7 +25,7 @@ struct Atlas {
     Vell::Testing::ProcessResult result;
 };
 
-/// The same text by the painter that draws each bitmap itself.
+/// Draws the same text with the painter that draws each bitmap itself.
 Picture drawDirectly(const std::string& text) {
     const TemporaryFolder folder;
     const auto surface = CairoAdapter::makeImageSurface(640, 140);
@@ -42,7 +42,7 @@ Picture drawDirectly(const std::string& text) {
     return Picture(folder.getPath("direct.png"));
 }
 
-TEST(TextureAtlas, DrawsFromTheTextureWhatIsDrawnDirectly) {
+TEST(TextureAtlas, DrawsTheSameFromTheTextureAsDirectly) {
     for (const std::string text : {"Hamburgefonstiv, often", "a_b__c _", ""}) {
         const Atlas atlas(text);
         ASSERT_EQ(atlas.result.status, 0) << atlas.result.err;
@@ -52,22 +52,22 @@ TEST(TextureAtlas, DrawsFromTheTextureWhatIsDrawnDirectly) {
 
 TEST(TextureAtlas, HoldsEachGlyphOfAPictureWithoutRepetitionsOnce) {
     const Atlas atlas("Ag f");
-    EXPECT_EQ(atlas.result.out, "9 quads of 9 bitmaps\n"); // three sizes, and nothing for the space
+    EXPECT_EQ(atlas.result.out, "9 quads of 9 bitmaps\n"); // three sizes; the space has none
     const int inked = atlas.readPicture().countInk();
     EXPECT_GT(inked, 300);
     EXPECT_EQ(atlas.readTexture().countInk(), inked);
 }
 
-TEST(TextureAtlas, PacksWhatIsDrawnAgainOnlyOnce) {
+TEST(TextureAtlas, PacksARepeatedGlyphOnce) {
     const Atlas once("Hey");
-    const Atlas often(
-        "Hey\xE3\x80\x80Hey"); // an ideographic space of a whole em: the pen comes back to the same fraction
+    const Atlas often("Hey\xE3\x80\x80Hey"); // the ideographic space is a whole em wide, so the pen returns
+                                             // to the same fraction
     EXPECT_EQ(once.result.out, "9 quads of 9 bitmaps\n");
     EXPECT_EQ(often.result.out.rfind("18 quads of ", 0), 0U) << often.result.out;
     EXPECT_LT(std::stoi(often.result.out.substr(12)), 18) << often.result.out;
 }
 
-TEST(TextureAtlas, SaysWhenTheTextureIsFull) {
+TEST(TextureAtlas, ReportsAFullTexture) {
     std::string text;
     for (char c = '!'; c <= '~'; ++c) {
         text += c;

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Installs a build into a prefix of its own, and builds and runs two of the installed examples against it.
+# Installs a build into a prefix of its own, then builds two of the installed examples against it and runs them.
 #
 #   check-installed-examples.sh BUILD_DIR CXX_COMPILER
 set -euo pipefail

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Lets the comparison of ABIs look at tiny libraries, then at a tiny repository with and without a tag.
+# Tests scripts/compare-abi with tiny libraries, then with a tiny repository without and with a tag.
 #
 #   check-abi-comparison.sh COMPARE_ABI CXX_COMPILER
 set -euo pipefail

@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
-# Makes the Debian packages and uses them. Setting up a whole Debian takes minutes, so they are unpacked into an empty
-# folder; that their dependencies can be had is asked of apt, and what the libraries need is resolved by the loader.
+# Makes the Debian packages and uses them. Setting up a Debian system takes minutes, so this script unpacks the packages
+# into an empty folder, asks apt whether it can install their dependencies, and lets the loader resolve the libraries.
 #
-#   check-debian-packages.sh BUILD_DIR CXX_COMPILER      BUILD_DIR is kept, for the next time
+#   check-debian-packages.sh BUILD_DIR CXX_COMPILER      keeps BUILD_DIR for the next run
 set -euo pipefail
 build=$(realpath -m "$1")
 compiler=$2
@@ -85,7 +85,7 @@ make_packages
 echo "== dependencies, by apt's simulation"
 check_control
 check_dependencies
-echo "== installed by unpacking with dpkg -x, not by setting up a Debian"
+echo "== installed by unpacking with dpkg -x, without setting up a Debian system"
 root=$scratch/root
 for package in "$runtime" "$development" "$tools"; do
   dpkg-deb --extract "$package" "$root"
@@ -94,6 +94,6 @@ check_files
 echo "== the tool draws"
 LD_LIBRARY_PATH=$(find_libraries "$root/usr") "$root/usr/bin/fontengine" render "Packaged" -o "$scratch/tool.png"
 count_ink "$scratch/tool.png"
-echo "== clients by the development package"
+echo "== clients of the development package"
 client_by_find_package "$root/usr"
 client_by_pkg_config "$root/usr"

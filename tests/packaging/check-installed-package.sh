@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Installs a build into a prefix of its own and builds clients against it, by the CMake package and by pkg-config.
+# Installs a build into a prefix of its own and builds clients against it with the CMake package and with pkg-config.
 #
 #   check-installed-package.sh BUILD_DIR CXX_COMPILER
 set -euo pipefail
@@ -11,7 +11,7 @@ trap 'rm -rf "$scratch"' EXIT
 source "$(dirname "$0")/clients.sh"
 
 cmake --install "$build" --prefix "$scratch/installed" >"$scratch/install.log"
-# What is found must be found relative to the package itself.
+# The package must not depend on the prefix that it was installed to.
 mv "$scratch/installed" "$scratch/moved"
 prefix=$scratch/moved
 

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Builds a client that has FontEngine as a subdirectory; the static libraries are then installed for other clients.
-# Nothing is optimised and many sources are compiled at once: this is about finding and linking.
+# Builds a client that adds FontEngine as a subdirectory, then installs the static libraries for other clients.
+# Builds without optimisation and in unity builds, because only finding and linking matter here.
 #
 #   check-superproject.sh shared|static CXX_COMPILER
 set -euo pipefail

@@ -1,4 +1,5 @@
-# Builds and runs the client against a prefix; for sourcing. Needs compiler, consumer (a folder) and scratch (a folder).
+# Functions that build and run the client against a prefix. The sourcing script must set compiler, consumer (a folder)
+# and scratch (a folder).
 
 client_by_find_package() { # PREFIX
   rm -rf "$scratch/client"
@@ -10,7 +11,7 @@ client_by_find_package() { # PREFIX
   LD_LIBRARY_PATH=$(find_libraries "$1") "$scratch/client/consumer-without-rtti"
 }
 
-expect_inside() { # PREFIX CACHE: the package was not found elsewhere
+expect_inside() { # PREFIX CACHE: fails if CMake found the package elsewhere
   grep "^FontEngine_DIR:PATH=$1/" "$2"
 }
 
@@ -20,10 +21,10 @@ find_libraries() { # PREFIX
   dirname "$(dirname "$pc")"
 }
 
-compile_by_pkg_config() { # PREFIX SOURCE OUTPUT: no word about FontEngine beside what pkg-config says
+compile_by_pkg_config() { # PREFIX SOURCE OUTPUT: knows of FontEngine only what pkg-config prints
   local flags
   flags=$(PKG_CONFIG_PATH=$(find_libraries "$1")/pkgconfig pkg-config --cflags --libs FontEngine)
-  # shellcheck disable=SC2086 # the flags are words of their own
+  # shellcheck disable=SC2086 # the flags must split into words
   "$compiler" -std=c++17 -Wall -Wextra -Werror "$2" -o "$3" $flags
 }
 
@@ -42,7 +43,7 @@ expect_linkage() { # shared|static PROGRAM
   fi || { echo "$2 is not linked $1" >&2; return 1; }
 }
 
-count_ink() { # PNG: fails without any dark pixel
+count_ink() { # PNG: fails if no pixel is dark
   "$compiler" -std=c++17 "$(dirname "$consumer")/ink.cpp" -o "$scratch/ink" $(pkg-config --cflags --libs cairo)
   "$scratch/ink" "$1"
 }

@@ -1,4 +1,4 @@
-// Counts the pixels of a PNG that are more black than white, and not transparent; fails where there are none.
+// Counts the dark, not transparent pixels of a PNG file. Fails if there are none.
 
 #include <cairo.h>
 

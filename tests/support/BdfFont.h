@@ -7,7 +7,7 @@
 
 namespace Vell::Testing {
 
-/// A glyph of a bitmap font. Every row holds its pixels from the left, packed from the highest bit on.
+/// A glyph of a bitmap font. Each row holds its pixels from the left, packed from the highest bit on.
 struct BdfGlyph {
     unsigned int code;
     int advance; ///< pixels
@@ -17,7 +17,7 @@ struct BdfGlyph {
     std::vector<Bytes> rows;
 };
 
-/// A font that has bitmaps only, for one size, as a BDF file: FreeType opens it with units per em 0.
+/// A bitmap-only font for one size, as a BDF file. FreeType opens it with units per em 0.
 struct BdfFont {
     std::string family = "Test Bitmap";
     int pixelSize = 8;

@@ -25,7 +25,7 @@ TEST(BdfFont, OpensWithoutUnitsPerEm) {
     EXPECT_NE(FT_Get_Char_Index(font.get(), 'A'), 0U);
 }
 
-TEST(BdfFont, HoldsTheRowsOfAGlyph) {
+TEST(BdfFont, ContainsTheRowsOfAGlyph) {
     const OpenedFont font(makeBitmapFont().build());
     ASSERT_EQ(FT_Select_Size(font.get(), 0), 0);
     ASSERT_EQ(FT_Load_Char(font.get(), 'A', FT_LOAD_DEFAULT), 0);

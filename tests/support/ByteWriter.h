@@ -9,7 +9,7 @@ namespace Vell::Testing {
 
 using Bytes = std::vector<unsigned char>;
 
-/// Appends big-endian numbers, as font files hold them.
+/// Appends big-endian numbers, the format of font files.
 class ByteWriter {
 public:
     void addU8(unsigned int value) { _bytes.push_back(static_cast<unsigned char>(value & 0xFFU)); }

@@ -49,7 +49,7 @@ Bytes makeBoxCharString() {
 CffFont makeBusyCffFont(std::size_t glyphCount, std::size_t calls) {
     constexpr unsigned char callGlobal = 29;
     constexpr unsigned char returns = 11;
-    constexpr unsigned char firstSubroutine = 139 - 107; // numbers are 139 too large, the bias is 107
+    constexpr unsigned char firstSubroutine = 139 - 107; // encoded as the number + 139; the bias is 107
     CffFont font;
     for (unsigned char i = 1; i < 10; ++i) {
         Bytes subroutine;

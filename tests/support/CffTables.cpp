@@ -22,7 +22,7 @@ Bytes makeIndex(Version version, const std::vector<Bytes>& items) {
     if (items.empty()) {
         return writer.getBytes();
     }
-    writer.addU8(4); // bytes an offset
+    writer.addU8(4); // bytes per offset
     std::uint32_t offset = 1;
     writer.addU32(offset);
     for (const Bytes& item : items) {

@@ -5,12 +5,12 @@
 #include <cstddef>
 #include <vector>
 
-/// What tables of PostScript outlines are made of.
+/// The parts of tables with PostScript outlines.
 namespace Vell::Testing::Cff {
 
 enum class Version { One, Two };
 
-/// A list of byte strings; version two has more room for their count.
+/// A list of byte strings. Version 2 has a wider count.
 Bytes makeIndex(Version version, const std::vector<Bytes>& items);
 
 /// A number of a dictionary in five bytes, whatever its value.

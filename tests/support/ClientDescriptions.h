@@ -10,7 +10,7 @@
 
 namespace Vell::Testing {
 
-/// Descriptions as a client writes them: of no class of the library's. Copies start with no calls.
+/// Descriptions with classes of a client, not of the library. A copy starts without recorded calls.
 class ClientFaceInfo : public Gfx::FontFaceInfo {
 public:
     ClientFaceInfo(std::string name, bool bold, bool italic)

@@ -14,14 +14,14 @@
 
 namespace Vell::Testing {
 
-/// A font loader that serves what the test puts into it and writes down who asked for what:
+/// A font loader that serves the test's fonts and records its calls:
 ///
 ///     loadFont "Test Sans" bold italic
 ///     loadDefaultFont regular
 ///     getFamilyNameForRange 42
 ///
-/// Unknown fonts are null, unknown ranges have no family. Any thread may call the loader's operations; the
-/// set functions belong before them.
+/// Unknown fonts are null, unknown ranges have no family. Any thread may call the loader's operations. Call
+/// the set functions before them.
 class CountingLoader : public FontLoaders::FontLoader {
 public:
     using FontBytes = std::shared_ptr<const Bytes>;
@@ -33,8 +33,8 @@ public:
     void setDefaultFont(bool bold, bool italic, Bytes bytes);
     void setDefaultFont(bool bold, bool italic, FontBytes bytes);
     void setRangeFamily(unsigned int rangeId, std::string family);
-    /// Throws InjectedError from every call whose line starts with `prefix`; the empty string, the initial
-    /// state, for none.
+    /// Throws InjectedError from every call whose line starts with `prefix`. The empty string, which is the
+    /// initial state, means from none.
     void throwFrom(std::string prefix);
 
     std::vector<std::string> getCalls() const;

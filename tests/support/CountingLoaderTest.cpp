@@ -11,7 +11,7 @@ namespace {
 
 using testing::ElementsAre;
 
-TEST(CountingLoader, ServesWhatItHoldsAndWritesDownTheCalls) {
+TEST(CountingLoader, ServesItsFontsAndRecordsTheCalls) {
     CountingLoader loader;
     const auto shared = std::make_shared<const Bytes>(Bytes{1, 2});
     loader.setFont("A", true, false, shared);
@@ -33,7 +33,7 @@ TEST(CountingLoader, ServesWhatItHoldsAndWritesDownTheCalls) {
     EXPECT_EQ(loader.countCalls(), 0U);
 }
 
-TEST(CountingLoader, ThrowsFromTheCallsItWasToldTo) {
+TEST(CountingLoader, ThrowsFromTheGivenCalls) {
     CountingLoader loader;
     loader.throwFrom("loadDefaultFont");
     EXPECT_EQ(loader.loadFont(makeFaceInfo()), nullptr);

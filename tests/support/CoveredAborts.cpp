@@ -1,6 +1,5 @@
-// Only in the build that counts coverage: the counts of a process that an assertion aborts would be lost,
-// because they are written when a process exits. So a copy of the aborting process exits in its place, and it
-// alone aborts.
+// Used only in the coverage build. A process writes its counts when it exits, so the counts of an aborting
+// process would be lost. This makes a copy of the aborting process that exits normally, and then aborts.
 
 #include <csignal>
 #include <cstdlib>
@@ -12,7 +11,7 @@ namespace {
 
 void writeCountsAndAbort(int signal) {
     std::signal(signal, SIG_DFL);
-    // Through a pointer: a plain call would become one that starts the copy with counts of zero.
+    // Calls through a pointer: the compiler replaces a plain call by one that resets the copy's counts.
     pid_t (*volatile copyProcess)() = fork;
     const pid_t copy = copyProcess();
     if (copy == 0) {

@@ -5,7 +5,7 @@
 namespace Vell::Testing {
 namespace {
 
-TEST(Descriptions, AnswerWhatTheyWereMadeOf) {
+TEST(Descriptions, ReturnTheirArguments) {
     const FontInfoPtr font =
         makeFontInfo(makeFaceInfo("B", false, true), 12.5F, Gfx::TextPositionType::Subscript);
     const ExtFontInfoPtr ext = makeExtFontInfo(font, -1.5F);

@@ -4,7 +4,7 @@
 
 namespace Vell::Testing {
 
-/// The text of the exception that a function ends with; another exception passes through.
+/// Returns the text of the exception that a function throws. Exceptions of another type pass through.
 template <class Exception, class Function>
 std::string getErrorText(const Function& function) {
     try {

@@ -4,9 +4,9 @@
 
 namespace Vell::Testing {
 
-/// Lets the `number`-th allocation of this thread through operator new (1 is the next one) throw
-/// std::bad_alloc, once, while it lives. Only in executables that link fontengine_allocation_hooks, which
-/// replace the global operators.
+/// While it exists, makes the `number`-th allocation of this thread by operator new (1 is the next one) throw
+/// std::bad_alloc, once. Works only in executables that link fontengine_allocation_hooks, which replaces the
+/// global operators.
 class FailingAllocations {
 public:
     explicit FailingAllocations(std::size_t number);
@@ -14,12 +14,12 @@ public:
     FailingAllocations(const FailingAllocations&) = delete;
     FailingAllocations& operator=(const FailingAllocations&) = delete;
 
-    /// Whether that allocation has come.
+    /// Returns whether that allocation has happened.
     bool hasFailed() const;
 };
 
-/// The bytes that this thread has allocated through operator new and not released since the object was made;
-/// what it releases of others counts against it.
+/// Counts the bytes that this thread has allocated by operator new and not released since the object was
+/// made. Releasing older memory reduces the count.
 class LiveBytes {
 public:
     LiveBytes();

@@ -5,7 +5,7 @@ namespace Vell::Testing {
 namespace {
 
 constexpr unsigned int americanEnglish = 0x409;
-constexpr unsigned int weightName = 2; // borrowed from the subfamily: every font has one
+constexpr unsigned int weightName = 2; // reuses the name of the subfamily, which every font has
 constexpr unsigned int boldName = 256;
 constexpr unsigned int regularName = 257;
 
@@ -22,7 +22,7 @@ void addInstance(ByteWriter& writer, unsigned int name, int weight) {
 Bytes makeAxes(int defaultWeight) {
     ByteWriter writer;
     writer.addU32(0x00010000);
-    // offset of the axes, reserved, axes and the size of one, instances and the size of one
+    // offset of the axes, reserved, number and size of axes, number and size of instances
     for (const unsigned int field : {16U, 2U, 1U, 20U, 2U, 8U}) {
         writer.addU16(field);
     }
@@ -37,7 +37,7 @@ Bytes makeAxes(int defaultWeight) {
     return writer.getBytes();
 }
 
-/// Variations of no glyph.
+/// A table without variations of glyphs.
 Bytes makeVariations(unsigned int glyphCount) {
     const std::uint32_t end = 20 + 2 * (glyphCount + 1);
     ByteWriter writer;

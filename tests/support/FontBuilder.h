@@ -19,7 +19,7 @@ enum class CharMapKind {
     UnicodeFull ///< platform 3, encoding 10; also written when a Unicode code is above 0xFFFF
 };
 
-/// The fields of the OS/2 table that tests care about. Fields that a version lacks are not written.
+/// The fields of the OS/2 table that matter to tests. Fields that a version lacks are not written.
 struct Os2Table {
     unsigned int version = 4; ///< 0 to 4
     unsigned int weightClass = 400;
@@ -38,21 +38,21 @@ struct FontName {
     std::string text;        ///< UTF-8
 };
 
-/// Every code from the first to the last has this glyph.
+/// Maps every code from the first to the last to this glyph.
 struct CodeRange {
     std::uint32_t first;
     std::uint32_t last;
     unsigned int glyphIndex;
 };
 
-/// Writes TrueType files whose metrics one can compute by hand.
+/// Writes TrueType files with metrics that a reader can compute by hand.
 ///
 ///     FontBuilder font("Test Sans");
 ///     font.map('A', font.addGlyph(makeBoxGlyph(600, 100, 0, 500, 700)));
 ///     const Bytes file = font.build();
 ///
-/// Unless set otherwise: 1000 units per em, ascender 800, descender -200, no line gap, OS/2 version 4 with
-/// cap height 700 and a strike-out of 50 units at 300, glyph 0 empty and 500 wide, no charmap at all.
+/// The defaults are: 1000 units per em, ascender 800, descender -200, no line gap, OS/2 version 4 with cap
+/// height 700 and a strike-out of 50 units at 300, an empty glyph 0 with an advance of 500, and no charmap.
 /// FreeType takes the line metrics from the OS/2 table if ascender and descender are both 0, and the style
 /// from the OS/2 table if there is one.
 class FontBuilder {
@@ -61,7 +61,7 @@ public:
 
     FontBuilder& setUnitsPerEm(unsigned int unitsPerEm);
     FontBuilder& setLine(int ascender, int descender, int lineGap = 0);
-    /// Sets the flags and the weight (400 or 700) in every table, and the subfamily's name.
+    /// Sets the flags and the weight (400 or 700) in all tables, and the name of the subfamily.
     FontBuilder& setStyle(bool bold, bool italic);
     /// The same for a weight of OpenType's scale; from 600 on, the font is a bold one.
     FontBuilder& setWeight(unsigned int weightClass, bool italic = false);
@@ -69,7 +69,7 @@ public:
     FontBuilder& setWidth(unsigned int widthClass);
     FontBuilder& setSubfamily(std::string subfamily);
     FontBuilder& setFixedPitch(bool isFixedPitch);
-    /// Nothing leaves the table out.
+    /// std::nullopt omits the table.
     FontBuilder& setOs2(std::optional<Os2Table> os2);
     FontBuilder& addName(FontName name);
 
@@ -79,12 +79,12 @@ public:
     /// Adds that many copies of `glyph` and returns the index of the first one.
     unsigned int addGlyphs(unsigned int count, const FontGlyph& glyph);
 
-    /// Maps in Unicode.
+    /// Maps a code in a Unicode charmap.
     FontBuilder& map(std::uint32_t code, unsigned int glyphIndex);
     FontBuilder& map(CharMapKind kind, std::uint32_t code, unsigned int glyphIndex);
     /// Maps a range to one glyph, in a Unicode charmap of format 13, which takes the place of UnicodeFull.
     FontBuilder& mapRange(const CodeRange& range);
-    /// A charmap that exists even if nothing is mapped in it.
+    /// Adds a charmap even if it maps nothing.
     FontBuilder& addCharMap(CharMapKind kind);
 
     /// Adds a table ("fpgm", "prep", "cvt ") or replaces the one that would be written.
@@ -96,7 +96,7 @@ public:
 
     Bytes build() const;
 
-    /// The finished tables by tag, head's checksum still open.
+    /// The finished tables by tag, without the checksum in head.
     std::map<std::string, Bytes> buildTables() const;
 
 private:
@@ -129,7 +129,7 @@ private:
     std::set<std::string> _omittedTables;
 };
 
-/// Puts fonts into one TrueType collection, in this order.
+/// Builds a TrueType collection of the fonts, in this order.
 Bytes buildCollection(const std::vector<FontBuilder>& fonts);
 
 } // namespace Vell::Testing

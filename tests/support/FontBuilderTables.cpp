@@ -105,7 +105,7 @@ Bytes FontBuilder::makeMaxp() const {
     writer.addU16(static_cast<unsigned int>(maxPoints));
     writer.addU16(static_cast<unsigned int>(maxContours));
     // composite points and contours, zones, twilight points, storage, functions, instruction definitions,
-    // stack: roomy enough for any program that a test adds
+    // stack: large enough for any program that a test adds
     for (const unsigned int field : {0U, 0U, 2U, 16U, 64U, 64U, 0U, 256U}) {
         writer.addU16(field);
     }

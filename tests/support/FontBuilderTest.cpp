@@ -38,7 +38,7 @@ std::vector<std::pair<long, long>> loadPoints(FT_Face face, unsigned int glyph) 
     return points;
 }
 
-TEST(FontBuilder, GivesTheDefaultMetrics) {
+TEST(FontBuilder, HasDefaultMetrics) {
     const OpenedFont font(FontBuilder().build());
     EXPECT_STREQ(font->family_name, "Test Sans");
     EXPECT_STREQ(font->style_name, "Regular");
@@ -53,7 +53,7 @@ TEST(FontBuilder, GivesTheDefaultMetrics) {
     EXPECT_TRUE(FT_IS_SCALABLE(font.get()));
 }
 
-TEST(FontBuilder, KeepsTheMetricsThatAreSet) {
+TEST(FontBuilder, WritesTheGivenMetrics) {
     FontBuilder builder;
     builder.setUnitsPerEm(2048).setLine(1000, -3, 90).setStyle(true, true).setFixedPitch(true);
     const OpenedFont font(builder.build());
@@ -135,7 +135,7 @@ TEST(FontBuilder, WritesCharMapsThatMapNothing) {
     }
 }
 
-TEST(FontBuilder, LeavesACharMapUnsetWhereFreeTypePrefersNone) {
+TEST(FontBuilder, LeavesNoCharMapCurrentIfFreeTypePrefersNone) {
     FontBuilder builder;
     builder.addGlyph({});
     builder.map(CharMapKind::MacRoman, 'A', 1);
@@ -166,7 +166,7 @@ TEST(FontBuilder, WritesEveryVersionOfTheOs2Table) {
     }
 }
 
-TEST(FontBuilder, LeavesTablesOut) {
+TEST(FontBuilder, CanOmitTables) {
     const OpenedFont plain(FontBuilder().setOs2(std::nullopt).setStyle(true, false).build());
     EXPECT_EQ(FT_Get_Sfnt_Table(plain.get(), FT_SFNT_OS2), nullptr);
     EXPECT_EQ(plain->style_flags, FT_STYLE_FLAG_BOLD);
@@ -218,7 +218,7 @@ TEST(FontBuilder, AddsUpToTheChecksumOfAFontFile) {
     EXPECT_EQ(sumWords(file), 0xB1B0AFBAU);
 }
 
-TEST(FontBuilder, PutsFontsIntoACollection) {
+TEST(FontBuilder, BuildsACollection) {
     FontBuilder second("Second");
     second.map('B', second.addGlyph(makeBoxGlyph(700, 0, 0, 1, 1)));
     const Bytes file = buildCollection({FontBuilder("First"), second});

@@ -28,7 +28,7 @@ struct FontGlyph {
     unsigned int advance = 500;
     FontOutline outline;
     Bytes instructions;                         ///< TrueType code of this glyph
-    std::vector<FontComponent> components = {}; ///< unless empty, what the glyph is made of: no outline then
+    std::vector<FontComponent> components = {}; ///< if not empty, replaces the outline
 };
 
 /// A filled rectangle.
@@ -36,7 +36,7 @@ inline FontOutline makeBox(int left, int bottom, int right, int top) {
     return {{{left, bottom}, {left, top}, {right, top}, {right, bottom}}};
 }
 
-/// A filled rectangle with a glyph's advance.
+/// A glyph with an advance and a filled rectangle.
 inline FontGlyph makeBoxGlyph(unsigned int advance, int left, int bottom, int right, int top) {
     return {advance, makeBox(left, bottom, right, top), {}};
 }

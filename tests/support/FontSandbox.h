@@ -7,8 +7,7 @@
 
 namespace Vell::Testing {
 
-/// A machine of its own for the loaders that are made while it exists: a folder of fonts and a configuration
-/// of fontconfig that knows nothing else.
+/// While it exists, new loaders see only its folder of fonts, through a fontconfig configuration of its own.
 class FontSandbox {
 public:
     /// `rules` are elements of fontconfig's configuration language.
@@ -17,21 +16,21 @@ public:
     FontSandbox& operator=(const FontSandbox&) = delete;
     ~FontSandbox();
 
-    /// Where a font of this name is.
+    /// The path of a font file with this name.
     std::string getPath(const std::string& name) const;
     std::string getRoot() const { return _root.getPath(); }
 
     void write(const std::string& name, const std::vector<unsigned char>& bytes) const;
     void remove(const std::string& name) const;
 
-    /// Installs a font of the machine that the tests run on under its own name.
+    /// Installs a font file of the machine under its own name.
     void link(const std::string& file) const;
 
 private:
     TemporaryFolder _root;
 };
 
-/// Folders of the fonts that the tests borrow.
+/// The folders of the machine's fonts that the tests use.
 constexpr const char* dejaVu = "/usr/share/fonts/truetype/dejavu/";
 constexpr const char* liberation = "/usr/share/fonts/truetype/liberation/";
 constexpr const char* notoCjk = "/usr/share/fonts/opentype/noto/";

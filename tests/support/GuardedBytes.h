@@ -11,8 +11,8 @@
 
 namespace Vell::Testing {
 
-/// A copy of some bytes with memory behind it that nobody may touch: reading one byte too many ends the
-/// process, with and without a sanitizer.
+/// A copy of some bytes, followed by protected memory: reading a byte too many crashes the process, with and
+/// without a sanitizer.
 class GuardedBytes {
 public:
     explicit GuardedBytes(const Bytes& bytes)

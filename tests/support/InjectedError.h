@@ -4,7 +4,7 @@
 
 namespace Vell::Testing {
 
-/// What the test doubles throw when they are told to: a type that no library throws by itself.
+/// The exception that test doubles throw on request. No library throws it.
 class InjectedError : public std::runtime_error {
 public:
     InjectedError()

@@ -8,8 +8,8 @@
 
 namespace Vell::Testing {
 
-/// What MRUCache does, written without a thought for speed: a list from the most to the least recently used
-/// entry, searched from end to end.
+/// A plain model of MRUCache, written without regard to speed: a list from the most to the least recently
+/// used entry, searched from end to end.
 class ListCache {
 public:
     struct Entry {
@@ -58,7 +58,7 @@ public:
         }
         return sum;
     }
-    /// The keys that the last put evicted.
+    /// The keys that the last put has evicted.
     const std::vector<unsigned int>& getLastEvicted() const { return _lastEvicted; }
     std::uint64_t getEvictedCount() const { return _evictedCount; }
     std::uint64_t getMaxEntries() const { return _maxEntries; }

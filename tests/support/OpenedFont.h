@@ -6,7 +6,7 @@
 
 namespace Vell::Testing {
 
-/// A font file opened with FreeType, with everything that the face needs to live. Throws FreeTypeException.
+/// A font file opened with FreeType, with everything that the face depends on. Throws FreeTypeException.
 struct OpenedFont {
     explicit OpenedFont(Bytes file)
         : bytes(std::make_shared<const Bytes>(std::move(file)))

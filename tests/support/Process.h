@@ -16,7 +16,7 @@ struct ProcessResult {
     std::string err;
 };
 
-/// A word of the shell.
+/// Quotes a text as one word for the shell.
 inline std::string quote(const std::string& argument) {
     std::string quoted = "'";
     for (const char c : argument) {
@@ -25,13 +25,13 @@ inline std::string quote(const std::string& argument) {
     return quoted + "'";
 }
 
-/// Runs a command line of the shell and returns its exit status.
+/// Runs a shell command line and returns its exit status.
 inline int runShell(const std::string& command) {
     const int status = std::system(command.c_str());
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
-/// Runs a program with the bytes on its standard input.
+/// Runs a program with the given bytes as its standard input.
 inline ProcessResult runProgram(const std::string& program, const std::vector<std::string>& arguments,
                                 const std::string& input = "") {
     const TemporaryFolder folder;

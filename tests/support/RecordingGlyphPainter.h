@@ -9,25 +9,25 @@
 
 namespace Vell::Testing {
 
-/// A copy of what drawGlyph was given.
+/// A copy of the arguments of drawGlyph.
 struct DrawnGlyph {
     cinder::Vec2<float> position;
     unsigned int rows;
     unsigned int width;
     int pitch;
     unsigned char pixelMode;
-    const unsigned char* buffer; ///< identity only; the image may be gone
-    Bytes pixels;                ///< the rows as they lie in the memory: rows * |pitch| bytes
+    const unsigned char* buffer; ///< only for its identity; the image may be destroyed
+    Bytes pixels;                ///< the rows in the order of memory: rows * |pitch| bytes
 };
 
-/// Remembers every image that it is asked to draw.
+/// Records every image that it draws.
 class RecordingGlyphPainter : public FontEngine::BitmapGlyphPainter {
 public:
     ~RecordingGlyphPainter() override;
 
     const std::vector<DrawnGlyph>& getDrawnGlyphs() const { return _drawnGlyphs; }
     void clear() { _drawnGlyphs.clear(); }
-    /// Throws InjectedError from the `number`-th call from now on (1 is the next one), once; 0 for never.
+    /// Throws InjectedError once, from the `number`-th call from now on (1 is the next one), or never for 0.
     void throwAt(std::size_t number) { _callsUntilThrow = number; }
 
     void drawGlyph(const FontEngine::BitmapGlyphImage& image, const cinder::Vec2<float>& position) override;

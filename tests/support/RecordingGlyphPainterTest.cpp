@@ -8,7 +8,7 @@ namespace {
 
 using testing::ElementsAre;
 
-TEST(RecordingGlyphPainter, CopiesWhatItIsGiven) {
+TEST(RecordingGlyphPainter, CopiesItsArguments) {
     unsigned char pixels[] = {1, 2, 3, 4, 5, 6};
     FontEngine::BitmapGlyphImage image;
     image.rows = 2;

@@ -9,7 +9,7 @@
 
 namespace Vell::Testing {
 
-/// What a path was built from, one line a segment: "moveTo 0 0", "lineTo 1 2.5", "quadTo cx cy x y",
+/// The segments of a path, one per line: "moveTo 0 0", "lineTo 1 2.5", "quadTo cx cy x y",
 /// "cubicTo ax ay bx by x y". Numbers are the shortest that read back as the same float.
 class RecordedPath : public Gfx::Path {
 public:
@@ -24,21 +24,21 @@ private:
 
 /// One drawPath call.
 struct DrawnPath {
-    const Gfx::Path* path; ///< identity only; the path may be gone
+    const Gfx::Path* path; ///< only for its identity; the path may be destroyed
     std::vector<std::string> segments;
     cinder::MatrixAffine2<float> transform;
     bool isFilled;
 };
 
-/// A painter that draws nothing and remembers everything, with a true transform stack.
+/// A painter that draws nothing and records everything, with a real transform stack.
 ///
-/// getOperations() has one line for each call: the name and its numbers ("translate 10 -2", "drawPath
-/// filled", "drawPath outlined"). drawPath throws std::invalid_argument for the paths of other painters;
-/// popTransform without a push throws std::logic_error.
+/// getOperations() has one line per call: the name and its numbers ("translate 10 -2", "drawPath filled",
+/// "drawPath outlined"). drawPath throws std::invalid_argument for the paths of other painters. popTransform
+/// without a push throws std::logic_error.
 class RecordingPainter : public Gfx::Painter {
 public:
     RecordingPainter();
-    /// The transform that resetTransform goes back to.
+    /// The transform that resetTransform restores.
     explicit RecordingPainter(const cinder::MatrixAffine2<float>& base);
     ~RecordingPainter() override;
 
@@ -49,7 +49,7 @@ public:
     void clearOperations();
 
     void setTransform(const cinder::MatrixAffine2<float>& transform) { _transform = transform; }
-    /// Throws InjectedError from the `number`-th call from now on (1 is the next one), once; 0 for never.
+    /// Throws InjectedError once, from the `number`-th call from now on (1 is the next one), or never for 0.
     void throwAt(std::size_t number);
     void setTakesNullPath(bool takesNullPath) { _takesNullPath = takesNullPath; }
 

@@ -28,7 +28,7 @@ TEST(RecordingPainter, KeepsATransformStack) {
                             "rotate 0.5", "resetTransform", "getTransform", "popTransform"));
 }
 
-TEST(RecordingPainter, TurnsTheXAxisTowardsTheYAxis) {
+TEST(RecordingPainter, RotatesTheXAxisTowardsTheYAxis) {
     RecordingPainter painter;
     painter.rotate(1.5707964F);
     const cinder::MatrixAffine2<float> transform = painter.getTransform();
@@ -38,7 +38,7 @@ TEST(RecordingPainter, TurnsTheXAxisTowardsTheYAxis) {
     EXPECT_NEAR(transform.m[3], 0, 1e-6);
 }
 
-TEST(RecordingPainter, HandsOutThePathThatWasBuilt) {
+TEST(RecordingPainter, ReturnsTheBuiltPath) {
     RecordingPainter painter;
     painter.beginPath();
     painter.lineTo({9, 9});
@@ -63,13 +63,13 @@ TEST(RecordingPainter, HandsOutThePathThatWasBuilt) {
     EXPECT_EQ(painter.countOperations("lineTo"), 2U);
 }
 
-TEST(RecordingPainter, RefusesThePathsOfOthers) {
+TEST(RecordingPainter, RefusesPathsOfOtherPainters) {
     RecordingPainter painter;
     EXPECT_THROW(painter.drawPath(Gfx::Path(), false), std::invalid_argument);
     EXPECT_THAT(painter.getDrawnPaths(), ElementsAre());
 }
 
-TEST(RecordingPainter, ThrowsOnceWhereItWasToldTo) {
+TEST(RecordingPainter, ThrowsOnceFromTheGivenCall) {
     RecordingPainter painter;
     painter.throwAt(2);
     painter.translate({1, 1});
@@ -78,7 +78,7 @@ TEST(RecordingPainter, ThrowsOnceWhereItWasToldTo) {
     EXPECT_EQ(painter.getTransform().m[4], 2.0F);
 }
 
-TEST(RecordingPainter, TakesANullPathWhenToldTo) {
+TEST(RecordingPainter, ReturnsANullPathOnRequest) {
     RecordingPainter painter;
     painter.setTakesNullPath(true);
     painter.beginPath();

@@ -4,7 +4,7 @@ namespace Vell::Testing::Sfnt {
 
 namespace {
 
-/// Neighbouring codes with neighbouring glyphs.
+/// A run of consecutive codes with consecutive glyphs.
 struct Segment {
     std::uint32_t first;
     std::uint32_t last;
@@ -27,7 +27,7 @@ std::vector<Segment> makeSegments(const Codes& codes) {
     return segments;
 }
 
-/// Formats 12 and 13 differ only in what the glyph of a group means: that of its first code, or of all.
+/// Formats 12 and 13 differ only in the glyph of a group: it belongs to the first code, or to all codes.
 Bytes makeGroups(unsigned int format, const std::vector<CodeRange>& groups) {
     const auto count = static_cast<std::uint32_t>(groups.size());
     ByteWriter writer;
@@ -49,7 +49,7 @@ Bytes makeGroups(unsigned int format, const std::vector<CodeRange>& groups) {
 Bytes makeFormat4(const Codes& codes) {
     std::vector<Segment> segments = makeSegments(Codes(codes.begin(), codes.upper_bound(0xFFFF)));
     if (segments.empty() || segments.back().last != 0xFFFF) {
-        segments.push_back({0xFFFF, 0xFFFF, 0}); // the format demands a last segment at 0xFFFF
+        segments.push_back({0xFFFF, 0xFFFF, 0}); // the format requires a last segment at 0xFFFF
     }
     const auto count = static_cast<unsigned int>(segments.size());
     unsigned int searchRange = 2;

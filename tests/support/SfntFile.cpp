@@ -5,7 +5,7 @@ namespace Vell::Testing::Sfnt {
 namespace {
 
 constexpr std::size_t adjustmentInHead = 8;
-constexpr std::uint32_t wholeFileSum = 0xB1B0AFBA; // what all words of a font file add up to
+constexpr std::uint32_t wholeFileSum = 0xB1B0AFBA; // the sum of all words of a font file
 
 std::uint32_t sumWords(const Bytes& bytes, std::size_t begin = 0) {
     std::uint32_t sum = 0;
@@ -65,7 +65,7 @@ std::size_t findTable(const Tables& tables, const std::string& wanted) {
     return offset;
 }
 
-/// Fills in the checksum of the font that begins at `begin` and ends with the file so far.
+/// Writes the checksum of the font that begins at `begin` and ends with the file so far.
 void setAdjustment(ByteWriter& writer, std::size_t begin, const Tables& tables) {
     if (tables.count("head") != 0) {
         const std::size_t head = begin + findTable(tables, "head");

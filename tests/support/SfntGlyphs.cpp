@@ -38,7 +38,7 @@ void addContourEnds(ByteWriter& writer, const FontOutline& outline) {
 void addFlags(ByteWriter& writer, const FontOutline& outline) {
     for (const FontContour& contour : outline) {
         for (const FontPoint& point : contour) {
-            writer.addU8(point.isOnCurve ? 1 : 0); // no other flag: coordinates of two bytes each
+            writer.addU8(point.isOnCurve ? 1 : 0); // no other flag: each coordinate has two bytes
         }
     }
 }
@@ -127,7 +127,7 @@ GlyphTables makeGlyphTables(const std::vector<FontGlyph>& glyphs) {
     }
     loca.addU32(static_cast<std::uint32_t>(glyf.size()));
     if (glyf.size() == 0) {
-        glyf.addZeros(4); // readers take a table without bytes for a missing one
+        glyf.addZeros(4); // readers treat an empty table as a missing one
     }
     return {glyf.getBytes(), loca.getBytes()};
 }

@@ -40,7 +40,7 @@ Bytes makeFormat13(const std::vector<CodeRange>& ranges);
 Bytes makeCmap(const std::vector<CharMapTable>& charMaps);
 
 using Tables = std::map<std::string, Bytes>;
-/// A whole file; the checksums are computed here.
+/// Builds a whole file and computes its checksums.
 Bytes makeFile(const Tables& tables);
 Bytes makeCollection(const std::vector<Tables>& fonts);
 

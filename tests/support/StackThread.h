@@ -7,7 +7,7 @@
 
 namespace Vell::Testing {
 
-/// Runs `work` on a thread whose stack has this many bytes, and waits for it. No exception may leave `work`.
+/// Runs `work` on a thread whose stack has so many bytes, and waits for it. `work` must not throw.
 template <class Work>
 void runOnStack(std::size_t size, const Work& work) {
     pthread_attr_t attributes;

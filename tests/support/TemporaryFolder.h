@@ -11,7 +11,7 @@
 
 namespace Vell::Testing {
 
-/// An empty folder that ends with the test.
+/// An empty folder that is deleted with the object.
 class TemporaryFolder {
 public:
     TemporaryFolder() {
@@ -31,7 +31,7 @@ public:
     std::string getPath(const std::string& name) const { return (_path / name).string(); }
     std::string getPath() const { return _path.string(); }
 
-    /// The names of what is in the folder, hidden files included, sorted.
+    /// The sorted names of all entries of the folder, hidden files included.
     std::vector<std::string> list() const {
         std::vector<std::string> names;
         for (const auto& entry : std::filesystem::directory_iterator(_path)) {

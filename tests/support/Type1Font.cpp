@@ -10,7 +10,7 @@ namespace {
 constexpr unsigned int programKey = 55665;
 constexpr unsigned int charStringKey = 4330;
 
-/// The cipher of Type 1 fonts, with four leading bytes that readers drop.
+/// Encrypts with the cipher of Type 1 fonts, with four leading bytes that readers drop.
 std::string encrypt(const std::string& plain, unsigned int key) {
     std::string cipher;
     for (const char c : std::string(4, 'x') + plain) {
@@ -53,7 +53,7 @@ std::string makeCharString(const FontGlyph& glyph) {
     FontPoint pen{0, 0};
     for (const FontContour& contour : glyph.outline) {
         for (std::size_t i = 0; i < contour.size(); ++i) {
-            for (; !contour[i].isOnCurve; ++i) { // the control points go before the end of their curve
+            for (; !contour[i].isOnCurve; ++i) { // control points precede the end of their curve
                 addNumber(charString, contour[i].x - pen.x);
                 addNumber(charString, contour[i].y - pen.y);
                 pen = contour[i];

@@ -6,7 +6,7 @@ namespace Vell::Testing {
 
 namespace {
 
-/// Strings of 32 bytes each: FreeType wants most of the font behind the string that its directory begins in.
+/// Writes strings of 32 bytes each: FreeType expects most of the font after the string with the directory.
 void addStrings(std::ostream& file, const Bytes& bytes) {
     constexpr const char* digits = "0123456789abcdef";
     constexpr std::size_t bytesPerString = 32;

@@ -7,12 +7,12 @@
 
 namespace Vell::Testing {
 
-/// A TrueType font in a PostScript wrapper, which FreeType reads by another driver than a bare one.
+/// A TrueType font in a PostScript wrapper, for which FreeType has a driver of its own.
 struct Type42Font {
     std::string family = "Test Type Forty-Two";
     Bytes trueType;
-    /// Names of the Adobe glyph list for the glyphs from the first on, which are those of the TrueType font
-    /// with the same indices. Glyph 0 is not among them.
+    /// Names of the Adobe glyph list for the glyphs from 1 on, which have the same indices in the TrueType
+    /// font.
     std::vector<std::string> glyphNames;
 
     Bytes build() const;

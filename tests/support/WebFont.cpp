@@ -23,7 +23,7 @@ std::size_t getUnpackedSize(const std::map<std::string, Bytes>& tables) {
     return size;
 }
 
-/// The most significant seven bits first; all bytes but the last one have the eighth bit.
+/// Writes seven bits per byte, the most significant first. All bytes but the last have the eighth bit set.
 void addBase128(ByteWriter& writer, std::size_t value) {
     int shift = 0;
     while (value >> (shift + 7) != 0) {
@@ -35,14 +35,14 @@ void addBase128(ByteWriter& writer, std::size_t value) {
     writer.addU8(value & 0x7FU);
 }
 
-/// A Brotli stream of one block that holds its bytes as they are, and the empty last block.
+/// A Brotli stream of one uncompressed block and the empty last block.
 Bytes packAsBrotli(const Bytes& content) {
     constexpr std::size_t maxBlock = 0x10000;
     if (content.empty() || content.size() > maxBlock) {
         throw std::invalid_argument("not the size of a Brotli block");
     }
     // From the lowest bit: a window of 16 bits (0), not the last block (0), 4 digits of length (00), the
-    // length less one, not compressed (1).
+    // length minus one, uncompressed (1).
     const std::size_t header = (content.size() - 1) << 4U | std::size_t(1) << 20U;
     ByteWriter writer;
     for (unsigned int shift = 0; shift < 24; shift += 8) {
@@ -53,8 +53,8 @@ Bytes packAsBrotli(const Bytes& content) {
     return writer.getBytes();
 }
 
-/// What both versions begin with, up to the size of the unpacked font. The length of the file follows at the
-/// end.
+/// Writes the header that both versions share, up to the size of the unpacked font. The length of the file is
+/// set at the end.
 ByteWriter beginFile(const char* signature, const WebFont& font) {
     ByteWriter writer;
     writer.addText(signature);
@@ -79,7 +79,7 @@ bool isOfGlyphs(const std::string& tag) {
     return tag == "glyf" || tag == "loca";
 }
 
-/// Tags are written out.
+/// Writes the directory with full tags.
 void addWoff2Directory(ByteWriter& writer, const WebFont& font) {
     constexpr unsigned int tagFollows = 0x3F;
     constexpr unsigned int isNotTransformed = 0xC0; // of glyf and loca; 0 for other tables

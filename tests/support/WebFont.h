@@ -8,12 +8,12 @@
 
 namespace Vell::Testing {
 
-/// The tables of a font as a web font. The flavor says what the file unpacks to: 0x00010000 for TrueType
-/// outlines, "OTTO" for those of a CFF table. Nothing in it is in fact compressed.
+/// Writes the tables of a font as a web font, uncompressed. The flavor says what the file unpacks to:
+/// 0x00010000 for TrueType outlines, "OTTO" for a CFF table.
 struct WebFont {
     std::map<std::string, Bytes> tables;
     std::uint32_t flavor = 0x00010000;
-    /// What stands for glyf and loca in a WOFF2 file that transforms them.
+    /// The bytes that replace glyf and loca in a WOFF2 file that transforms them.
     std::map<std::string, Bytes> transformed = {};
 
     Bytes buildWoff() const;

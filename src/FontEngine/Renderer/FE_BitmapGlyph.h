@@ -21,7 +21,7 @@ namespace Internal {
 class RunHold;
 struct RenderedGlyph;
 
-/// A bitmap with the key that it was rendered for. Ends with the last of its references.
+/// A bitmap and the key that it was rendered for. It ends with its last reference.
 struct VELL_API KeyedBitmap : BitmapGlyphInfo {
     explicit KeyedBitmap(const BitmapGlyphInfo& info)
         : BitmapGlyphInfo(info) {}
@@ -34,7 +34,7 @@ struct VELL_API KeyedBitmap : BitmapGlyphInfo {
     }
 
     std::atomic<std::uint32_t> references{1};
-    /// Owns this very object as long as there are references.
+    /// Owns this object itself as long as there are references.
     std::shared_ptr<const FT_BitmapGlyphRec_> data;
 
 private:
@@ -43,16 +43,16 @@ private:
 
 } // namespace Internal
 
-/// A rendered glyph at its place in a run. Shares the bitmap with the cache that it came from and keeps it
-/// alive: by itself, or, as long as it stands in the run that it was laid out in, by that run. What is moved
-/// from a glyph is copied.
+/// A rendered glyph at its position in a run. It shares its bitmap with the cache. A glyph in the run that it
+/// was laid out in relies on that run to keep the bitmap alive; a copy keeps the bitmap alive itself. Moving
+/// a glyph copies it.
 class VELL_API BitmapGlyph {
 public:
-    /// `pos` is the pen position of the glyph's origin in the painter's logical units, unrounded. Nothing is
-    /// checked; the painters need `data` not to be null.
+    /// `pos` is the pen position of the glyph's origin in the painter's logical units, unrounded. The
+    /// constructor checks nothing, but the painters require that `data` is not null.
     BitmapGlyph(std::shared_ptr<const FT_BitmapGlyphRec_> data, cinder::Vec2<float> pos,
                 const BitmapGlyphInfo& info);
-    /// For a run that holds `rendered`; at `x` on the base line.
+    /// Only for a run that holds `rendered`. `x` is the pen position on the base line.
     BitmapGlyph(Internal::RenderedGlyph& rendered, float x);
     BitmapGlyph(const BitmapGlyph& other) noexcept
         : _keyed(other.share())
@@ -68,17 +68,18 @@ public:
 
     const std::shared_ptr<const FT_BitmapGlyphRec_>& getData() const { return getKeyed().data; }
     cinder::Vec2<float> getPos() const { return _pos; }
-    /// The key that the bitmap was rendered from, with the character of this glyph. Its description is that
-    /// of the text; one of Internal::FontFaceInfo may be another object of equal value.
+    /// The key that the bitmap was rendered for, with the character of this glyph. Its face description is
+    /// the text's or, for descriptions of class Internal::FontFaceInfo, possibly another object of equal
+    /// value.
     const BitmapGlyphInfo& getInfo() const { return getKeyed(); }
 
-    /// For the run that keeps the bitmap: adds the reference of this glyph to it, without changing the glyph.
+    /// Only for the run, to add a reference for this glyph without changing the glyph, which others may read.
     void hold(const Internal::RunHold&) const noexcept {
         if (!isOwner()) {
             getKeyed().addReference();
         }
     }
-    /// The reference that was added is the glyph's own from now on.
+    /// Only for the run, to hand that reference over to the glyph.
     void own(const Internal::RunHold&) noexcept { Pointer::set_bits(_keyed, ownerBit); }
 
 private:
@@ -88,7 +89,6 @@ private:
     Internal::KeyedBitmap& getKeyed() const noexcept { return *Pointer::get_pointer(_keyed); }
     bool isOwner() const noexcept { return Pointer::get_bits(_keyed) == ownerBit; }
 
-    /// What an owner's `_keyed` is.
     Internal::KeyedBitmap* share() const noexcept {
         getKeyed().addReference();
         Internal::KeyedBitmap* shared = &getKeyed();
@@ -101,7 +101,7 @@ private:
         }
     }
 
-    Internal::KeyedBitmap* _keyed; // with a bit: whether it is a reference; if not, the run holds the bitmap
+    Internal::KeyedBitmap* _keyed; // its lowest bit tells whether the glyph owns a reference
     cinder::Vec2<float> _pos;
 };
 

@@ -21,16 +21,17 @@ struct RunHoldEnd {
 using RunHoldPtr = std::unique_ptr<RunHold, RunHoldEnd>;
 } // namespace Internal
 
-/// A text laid out as bitmaps, in text order. Immutable but for being assigned to; any number of threads may
-/// read it.
+/// A text laid out as bitmaps, in text order. Only assignment changes a run.
 ///
-/// A run from a text painter holds its bitmaps all together, which costs a fraction of one reference each; a
-/// copy of it owns them one by one. Its end takes the lock of the bitmap cache that it came from, on
-/// whichever thread, and also when factory and cache have gone.
+/// A run from a text painter holds its bitmaps together, which costs a fraction of counting a reference to
+/// each. A copy of the run counts them one by one.
+///
+/// Threads: any number of threads may read one run at once, and any thread may destroy it. Its destructor
+/// takes the lock of the bitmap cache that the bitmaps came from, which outlives the factory.
 class VELL_API BitmapGlyphRun {
 public:
     BitmapGlyphRun(std::vector<BitmapGlyph> glyphs, FT_BBox_ bbox);
-    /// For the layout: `hold` is for those of the glyphs that have no owner.
+    /// Only for the layout. `hold` keeps the bitmaps of the glyphs that own no reference.
     BitmapGlyphRun(std::vector<BitmapGlyph>&& glyphs, FT_BBox_ bbox, Internal::RunHoldPtr hold) noexcept;
     BitmapGlyphRun(const BitmapGlyphRun& other);
     BitmapGlyphRun(BitmapGlyphRun&& other) noexcept;
@@ -41,14 +42,14 @@ public:
     const std::vector<BitmapGlyph>& getGlyphs() const { return _glyphs; }
 
     /// The union of the glyphs' boxes in device pixels, y pointing up, each box relative to the origin of its
-    /// own glyph: its height is the ink height of the run, its width is not the run's width. All zero for an
-    /// empty run.
+    /// own glyph. Its height is the ink height of the run, but its width is not the run's width. All zero for
+    /// an empty run.
     const FT_BBox_& getBBox() const { return _bbox; }
 
 private:
     std::vector<BitmapGlyph> _glyphs;
     FT_BBox_ _bbox;
-    Internal::RunHoldPtr _hold; // null where all glyphs have owners; ends before them
+    Internal::RunHoldPtr _hold; // null if all glyphs own their references; ends before them
 };
 
 } // namespace Vell::FontEngine

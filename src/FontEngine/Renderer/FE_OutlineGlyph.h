@@ -9,10 +9,10 @@
 
 namespace Vell::FontEngine {
 
-/// A glyph outline with its advance. Shares the path with the cache that it came from and keeps it alive.
+/// A glyph outline with its advance. It shares the path with the cache and keeps it alive.
 class VELL_API OutlineGlyph {
 public:
-    /// Both in font units. Asserts that `path` is not null.
+    /// `path` and `advance` are in font units. Asserts that `path` is not null.
     OutlineGlyph(std::shared_ptr<const Gfx::Path> path, float advance)
         : _path(std::move(path))
         , _advance(advance) {
@@ -22,7 +22,7 @@ public:
     }
 
     const std::shared_ptr<const Gfx::Path>& getPath() const { return _path; }
-    /// Distance from this glyph's origin to the next one's, in font units, letter spacing included.
+    /// Distance from this glyph's origin to the next one's in font units, letter spacing included.
     float getAdvance() const { return _advance; }
 
 private:

@@ -13,7 +13,7 @@ public:
     OutlineGlyphRun(std::vector<OutlineGlyph> glyphs, unsigned short unitsPerEM);
 
     const std::vector<OutlineGlyph>& getGlyphs() const { return _glyphs; }
-    /// Font units in the em of the face that the outlines came from: drawing scales by font size / this.
+    /// The font units per em of the outlines' face: drawing scales by font size / units per em.
     unsigned short getUnitsPerEM() const { return _unitsPerEM; }
 
 private:

@@ -15,40 +15,40 @@
 
 namespace Vell::FontEngine {
 
-/// Draws UTF-8 text as bitmaps: lays it out as a run of glyphs and hands each to the client's glyph painter.
+/// Draws UTF-8 text as bitmaps: lays it out as a run of glyphs and passes each to the client's glyph painter.
 ///
 ///     RasterTextPainter(painter, glyphPainter, false).drawText("text", extFontInfo, font, color, 1.0F);
 ///
-/// Each character is one glyph: no kerning, no shaping. A character that the font lacks comes from the
-/// factory's fallback font, at the advance of that font. Underscores are rendered with sub-pixels, so that
-/// several in a row join into one line, and arrive at the glyph painter as coloured images; all other glyphs
-/// arrive as grey coverage.
+/// Each character is one glyph, without kerning and shaping. If the font lacks a character, the factory's
+/// fallback font supplies the glyph and its advance. Underscores are rendered with sub-pixels, so that
+/// several in a row join into one line. They reach the glyph painter as coloured images; all other glyphs
+/// reach it as grey coverage.
 ///
-/// A short-lived object: it holds references to the two painters, which must outlive it.
-/// Threads: the caller's; the painters must not be used by another thread meanwhile.
-/// Errors: what the services of the factory and the painters throw passes through; drawText then leaves the
-/// painter's transform pushed, for the caller to restore.
+/// Lifetime: the text painter refers to the two painters, which must outlive it. It is cheap to make.
+/// Threads: no other thread may use the two painters during a call.
+/// Errors: exceptions of the factory and of the painters pass through. drawText then leaves the painter's
+/// transform pushed, and the caller restores it.
 class VELL_API RasterTextPainter {
 public:
-    /// `flipVertically` asks for bitmaps with their rows bottom-up.
+    /// If `flipVertically` is set, the rows of all bitmaps are bottom-up.
     RasterTextPainter(Gfx::Painter& painter, BitmapGlyphPainter& glyphPainter, bool flipVertically);
 
-    /// Draws `text` with its base line starting at the painter's origin. The scale of the painter's transform
-    /// goes into the bitmaps; its translation, and its rotation if there is a noticeable one, stay on the
-    /// painter; skew is lost. `fontMetrics` must be a Font (asserted). `color` is used for underscores only:
-    /// the glyph painter knows the colour of the others.
+    /// Draws `text` with its base line starting at the painter's origin. The bitmaps take the scale of the
+    /// painter's transform. The painter keeps the translation and any rotation by 2^-20 radians or more; skew
+    /// is lost. Asserts that `fontMetrics` is a Font. `color` applies only to underscores; the glyph painter
+    /// has its own colour for all other glyphs.
     void drawText(boost::string_ref text, const NNPtr<const Gfx::ExtFontInfo>& extFontInfo,
                   const Gfx::FontMetrics& fontMetrics, const cinder::ColorAT<unsigned char>& color,
                   float devicePixelRatio);
 
-    /// Hands each glyph of a run to the glyph painter, and says where the run begins and ends if that is a
-    /// BitmapGlyphRunPainter. Below a ratio of 1.5 glyphs stand on whole logical units horizontally (the
-    /// fraction of the pen is in their bitmaps), from there on at fractions.
+    /// Passes each glyph of a run to the glyph painter, and notifies its BitmapGlyphRunPainter when the run
+    /// begins and ends. Below a device pixel ratio of 1.5, glyphs stand horizontally on whole logical units,
+    /// and their bitmaps contain the fraction of the pen position. From 1.5 on they stand at fractions.
     void drawGlyphRun(const BitmapGlyphRun& run, const Font& font,
                       const cinder::ColorAT<unsigned char>& color, float devicePixelRatio);
 
-    /// Lays `text` out at the given scale: pen positions in logical units along x. A glyph without a bitmap
-    /// is left out of the run but takes its room.
+    /// Lays `text` out at the given scale, with pen positions in logical units along x. A glyph without a
+    /// bitmap is not part of the run, but its advance counts.
     BitmapGlyphRun createGlyphRun(boost::string_ref text, const NNPtr<const Gfx::ExtFontInfo>& extFontInfo,
                                   const Font& font, float devicePixelRatio, const cinder::Vec2<float>& scale);
 

@@ -16,25 +16,25 @@ namespace Vell::FontEngine {
 ///
 ///     VectorTextPainter(painter).drawText("text", extFontInfo, font);
 ///
-/// Each character is one glyph of the font: no kerning, no shaping, and no fallback font; a character that
-/// the font lacks is drawn with its missing-glyph symbol. The painter keeps its whole transform and is scaled
-/// once a text.
+/// Each character is one glyph of the font, without kerning, shaping and fallback fonts. A character that the
+/// font lacks appears as the font's missing-glyph symbol. The painter keeps its whole transform; drawText
+/// scales it once per text.
 ///
-/// A short-lived object: it holds a reference to the painter, which must outlive it.
-/// Threads: the caller's; the painter must not be used by another thread meanwhile.
-/// Errors: what the outline service and the painter throw passes through; if the painter throws while
-/// drawText draws, its transform stays pushed, for the caller to restore.
+/// Lifetime: the text painter refers to the painter, which must outlive it. It is cheap to make.
+/// Threads: no other thread may use the painter during a call.
+/// Errors: exceptions of the outline service and of the painter pass through. If the painter throws while
+/// drawText draws, its transform stays pushed, and the caller restores it.
 class VELL_API VectorTextPainter {
 public:
     VectorTextPainter(Gfx::Painter& painter);
 
-    /// Lays `text` out in font units; the painter builds the paths that are not cached yet. A character
-    /// without a path is left out and takes no room.
+    /// Lays `text` out in font units. The painter builds the paths that are not cached yet. A character
+    /// without a path is not part of the run, and its advance does not count.
     OutlineGlyphRun createGlyphRun(boost::string_ref text, const NNPtr<const Gfx::ExtFontInfo>& extFontInfo,
                                    const Font& font);
 
-    /// Draws `text` with its base line starting at the painter's origin. `fontMetrics` must be a Font
-    /// (asserted). A face without an em size (bitmap fonts) scales by infinity: the painter decides what that
+    /// Draws `text` with its base line starting at the painter's origin. Asserts that `fontMetrics` is a
+    /// Font. A face without an em size (a bitmap font) scales by infinity, and the painter decides what that
     /// draws.
     void drawText(boost::string_ref text, const NNPtr<const Gfx::ExtFontInfo>& extFontInfo,
                   const Gfx::FontMetrics& fontMetrics);

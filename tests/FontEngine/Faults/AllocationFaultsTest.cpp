@@ -1,4 +1,4 @@
-// Every allocation of every operation through operator new fails in turn.
+// Makes every allocation by operator new fail in turn, in every operation.
 
 #include <FontEngine/Faults/Operations.h>
 
@@ -15,14 +15,13 @@ namespace {
 using Testing::FailingAllocations;
 using Testing::FreeTypeMemory;
 
-/// Performs the operation with its `number`-th allocation through operator new failing; whether there was
-/// such an allocation.
+/// Performs the operation while its `number`-th allocation by operator new fails. Returns false if there was
+/// no such allocation.
 bool performWithout(std::size_t number, const Operation& operation, World& world) {
     const FailingAllocations failing(number);
     try {
         operation.perform(world);
-        EXPECT_FALSE(failing.hasFailed() && operation.needsMemory)
-            << "the failure was passed over in silence";
+        EXPECT_FALSE(failing.hasFailed() && operation.needsMemory) << "the failure was ignored";
     } catch (const std::bad_alloc&) {
         EXPECT_TRUE(failing.hasFailed() && operation.needsMemory);
     }
@@ -31,7 +30,7 @@ bool performWithout(std::size_t number, const Operation& operation, World& world
 }
 
 void expectSurvivesEveryFailure(const Operation& operation) {
-    const std::string expected = performUndisturbed(operation);
+    const std::string expected = performWithoutFailure(operation);
     bool hasFailed = true;
     for (std::size_t number = 1; hasFailed; ++number) {
         SCOPED_TRACE(std::string(operation.name) + " without its allocation " + std::to_string(number));
@@ -46,7 +45,7 @@ void expectSurvivesEveryFailure(const Operation& operation) {
     }
 }
 
-TEST(AllocationFaults, EndEveryOperationAndNothingElse) {
+TEST(AllocationFaults, FailOnlyTheOperationInProgress) {
     const FreeTypeMemory memory;
     for (const Operation& operation : getOperations()) {
         expectSurvivesEveryFailure(operation);

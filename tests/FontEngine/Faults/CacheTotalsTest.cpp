@@ -1,4 +1,4 @@
-// What the caches count after a failure: seen from what their limits let them keep.
+// The totals of the caches after a failure, judged by what their limits let them keep.
 
 #include <FontEngine/Faults/Operations.h>
 
@@ -28,15 +28,15 @@ constexpr cinder::ColorAT<unsigned char> color(10, 20, 30, 255);
 
 using Request = std::function<void(World&, unsigned int number)>;
 
-/// A cache with room for exactly two entries, and requests for its entries 0, 1 and 2 that do nothing to the
-/// others.
+/// A cache with room for exactly two entries, and requests for its entries 0, 1 and 2 that do not affect the
+/// other entries.
 struct LimitedCache {
     std::function<void(World&)> limit;
     Request request;
-    std::function<std::size_t(World&)> countMisses; ///< since the world began
+    std::function<std::size_t(World&)> countMisses; ///< since the world was made
 };
 
-/// Exactly the two entries used last are held: each of them is a hit, and the third one pushes one out.
+/// Expects that the cache holds exactly the two entries used last: both are hits, and a third evicts one.
 void expectRoomForTwo(const LimitedCache& cache, World& world) {
     cache.request(world, 0);
     cache.request(world, 1);
@@ -50,8 +50,8 @@ void expectRoomForTwo(const LimitedCache& cache, World& world) {
     EXPECT_EQ(cache.countMisses(world), misses + 2) << "something takes no room";
 }
 
-/// Lets every allocation of the request for entry 0 fail in turn, through operator new and inside FreeType.
-void expectRightTotalsAfterEveryFailure(const LimitedCache& cache) {
+/// Makes every allocation of the request for entry 0 fail in turn, by operator new and inside FreeType.
+void expectCorrectTotalsAfterEveryFailure(const LimitedCache& cache) {
     FreeTypeMemory memory;
     for (const bool isFreeType : {false, true}) {
         bool hasFailed = true;
@@ -93,23 +93,23 @@ std::shared_ptr<const FT_BitmapGlyphRec_> renderBitmap(const Engine& engine, uns
     return engine.getFace()->getBitmapGlyph(makeBitmapKey(number), false);
 }
 
-unsigned long weighBitmap(unsigned int number) {
+unsigned long getWeight(unsigned int number) {
     const auto glyph = renderBitmap(Engine(), number);
     return static_cast<unsigned long>(glyph->bitmap.pitch) * glyph->bitmap.rows + 48;
 }
 
-TEST(CacheTotals, OfBitmapsStayRight) {
-    const unsigned long weight = weighBitmap(0);
-    ASSERT_EQ(weighBitmap(1), weight);
-    ASSERT_EQ(weighBitmap(2), weight);
+TEST(CacheTotals, OfBitmapsStayCorrect) {
+    const unsigned long weight = getWeight(0);
+    ASSERT_EQ(getWeight(1), weight);
+    ASSERT_EQ(getWeight(2), weight);
     const FreeTypeSpy spy;
-    expectRightTotalsAfterEveryFailure(
+    expectCorrectTotalsAfterEveryFailure(
         {[&](World& world) { world.factory->reset(0, 2 * weight); },
          [](World& world, unsigned int number) { renderBitmap(world, number); },
          [&](World&) { return spy.countCalls("FT_Load_Glyph"); }});
 }
 
-/// Paints images of bitmaps that outlive every world, and knows a hit by the image's identity.
+/// Colours images of bitmaps that outlive every world. The identity of an image shows whether it was a hit.
 class Images {
 public:
     Images() {
@@ -134,13 +134,13 @@ private:
     std::size_t _misses = 0;
 };
 
-TEST(CacheTotals, OfImagesStayRight) {
+TEST(CacheTotals, OfImagesStayCorrect) {
     Images images;
     const auto image = images.paint(Engine(), 0);
     const unsigned long weight = image->rows * 4UL * static_cast<unsigned long>(image->pitch);
     ASSERT_EQ(images.paint(Engine(), 1)->width, image->width);
     ASSERT_EQ(images.paint(Engine(), 2)->width, image->width);
-    expectRightTotalsAfterEveryFailure(
+    expectCorrectTotalsAfterEveryFailure(
         {[=](World& world) { world.factory->reset(0, 2 * weight); },
          [&](World& world, unsigned int number) { images.paint(world, number); },
          [&](World&) { return images.countMisses(); }});
@@ -156,23 +156,23 @@ void installFamilies(World& world) {
     world.factory->reset(2, 0);
 }
 
-TEST(CacheTotals, OfFacesStayRight) {
+TEST(CacheTotals, OfFacesStayCorrect) {
     const FreeTypeSpy spy;
-    expectRightTotalsAfterEveryFailure(
+    expectCorrectTotalsAfterEveryFailure(
         {installFamilies, [](World& world, unsigned int number) { world.getFace(families[number]); },
          [&](World&) { return spy.countCalls("FT_Get_First_Char"); }});
 }
 
-TEST(CacheTotals, OfFontFilesStayRight) {
-    expectRightTotalsAfterEveryFailure({installFamilies,
-                                        [](World& world, unsigned int number) {
-                                            world.factory->getFaceDataBytes(
-                                                Testing::makeFaceInfo(families[number]));
-                                        },
-                                        [](World& world) { return world.loader->countCalls("loadFont"); }});
+TEST(CacheTotals, OfFontFilesStayCorrect) {
+    expectCorrectTotalsAfterEveryFailure({installFamilies,
+                                          [](World& world, unsigned int number) {
+                                              world.factory->getFaceDataBytes(
+                                                  Testing::makeFaceInfo(families[number]));
+                                          },
+                                          [](World& world) { return world.loader->countCalls("loadFont"); }});
 }
 
-TEST(CacheTotals, AndContentsStayAsTheyWereWhenAResetFails) {
+TEST(CacheTotals, AndContentsAreUnchangedIfAResetFails) {
     bool hasFailed = true;
     for (std::size_t number = 1; hasFailed; ++number) {
         World world;

@@ -1,4 +1,4 @@
-// Painters that throw from each of their operations in turn.
+// Painters throw from each of their operations in turn.
 
 #include <FontEngine/Faults/Outcome.h>
 #include <FontEngine/Faults/Services.h>
@@ -25,7 +25,7 @@ using Testing::RecordingPainter;
 
 constexpr const char* injected = "injected by the test";
 
-/// Lines and quadratic curves.
+/// A font with lines and quadratic curves.
 Testing::Bytes buildTrueType() {
     Testing::FontBuilder font("Test Sans");
     font.map('A',
@@ -33,7 +33,7 @@ Testing::Bytes buildTrueType() {
     return font.build();
 }
 
-/// Cubic curves.
+/// A font with cubic curves.
 Testing::Bytes buildType1() {
     Testing::Type1Font font;
     font.glyphs.push_back(
@@ -59,7 +59,7 @@ std::string draw(const Engine& engine, RecordingPainter& painter) {
     return describe(painter.getDrawnPaths().at(1).path);
 }
 
-/// Lets the painter's operations throw one after the other; returns those that did.
+/// Makes the painter's operations throw one after the other. Returns those that threw.
 std::set<std::string> throwFromEach(const Testing::Bytes& font, Drawing drawing) {
     std::set<std::string> thrown;
     RecordingPainter sound;
@@ -76,13 +76,13 @@ std::set<std::string> throwFromEach(const Testing::Bytes& font, Drawing drawing)
         EXPECT_EQ(spy.countCalls("FT_Get_Glyph"), spy.countCalls("FT_Done_Glyph"));
         EXPECT_EQ(spy.countCalls("FT_Reference_Library"), spy.countCalls("FT_Done_Library"));
         RecordingPainter second;
-        EXPECT_EQ(getOutcomeElsewhere([&] { return drawing(engine, second); }), expected);
+        EXPECT_EQ(getOutcomeOnAnotherThread([&] { return drawing(engine, second); }), expected);
         thrown.insert(painter.getOperations().back().substr(0, painter.getOperations().back().find(' ')));
     }
     return thrown;
 }
 
-TEST(ClientFaults, OfPathsReachTheirClientAroundFreeType) {
+TEST(ClientFaults, OfPathsReachTheClientWithoutCrossingFreeType) {
     const std::set<std::string> trueType = {"beginPath", "moveTo", "lineTo", "quadTo", "takePath"};
     const std::set<std::string> type1 = {"beginPath", "moveTo", "lineTo", "cubicTo", "takePath"};
     for (const Drawing drawing : {getPath, layOut}) {
@@ -91,40 +91,40 @@ TEST(ClientFaults, OfPathsReachTheirClientAroundFreeType) {
     }
 }
 
-TEST(ClientFaults, OfVectorTextReachTheirClient) {
+TEST(ClientFaults, OfVectorTextReachTheClient) {
     EXPECT_EQ(throwFromEach(buildTrueType(), draw),
               (std::set<std::string>{"beginPath", "moveTo", "lineTo", "quadTo", "takePath", "pushTransform",
                                      "scale", "drawPath", "translate", "popTransform"}));
 }
 
-TEST(ClientFaults, DoNotCacheThePathOfAFailedDrawing) {
+TEST(ClientFaults, LeaveNoPathInTheCache) {
     const Engine engine(buildTrueType());
     RecordingPainter painter;
     painter.throwAt(8);
     EXPECT_EQ(getOutcome([&] { return getPath(engine, painter); }), injected);
     RecordingPainter second;
     getPath(engine, second);
-    EXPECT_EQ(second.countOperations("takePath"), 1U) << "built from the beginning";
+    EXPECT_EQ(second.countOperations("takePath"), 1U) << "built from the start";
     RecordingPainter third;
     getPath(engine, third);
     EXPECT_EQ(third.getOperations().size(), 0U) << "and then cached";
 }
 
-/// A painter that throws what is no exception of the standard library.
-class RudePainter : public RecordingPainter {
+/// A painter that throws an object that is not derived from std::exception.
+class IntThrowingPainter : public RecordingPainter {
 public:
     void lineTo(const cinder::Vec2<float>&) override { throw 42; }
 };
 
 TEST(ClientFaults, MayBeOfAnyType) {
     const Engine engine(buildTrueType());
-    RudePainter painter;
+    IntThrowingPainter painter;
     EXPECT_THROW(getPath(engine, painter), int);
     RecordingPainter sound;
     EXPECT_NE(getPath(engine, sound), "null");
 }
 
-/// A canvas that is turned, so that the raster painter uses every operation of its painter.
+/// A rotated canvas, so that the raster painter uses every operation of its painter.
 struct RasterCanvas {
     RasterCanvas() { painter.setTransform({0, 2, -2, 0, 5, 6}); }
 
@@ -142,15 +142,15 @@ struct RasterCanvas {
     RecordingGlyphPainter glyphPainter;
 };
 
-/// After a drawing that failed: the next one is whole, and no glyph is rendered twice in all.
+/// Expects that the drawing after a failed one is complete, and that no glyph is rendered twice.
 void expectDrawsAfterwards(const Engine& engine, const std::string& expected, const FreeTypeSpy& spy) {
     RasterCanvas canvas;
-    EXPECT_EQ(getOutcomeElsewhere([&] { return canvas.draw(engine); }), expected);
+    EXPECT_EQ(getOutcomeOnAnotherThread([&] { return canvas.draw(engine); }), expected);
     EXPECT_EQ(canvas.painter.getStackDepth(), 0U);
     EXPECT_EQ(spy.countCalls("FT_Load_Glyph"), 3U);
 }
 
-TEST(ClientFaults, OfRasterTextReachTheirClient) {
+TEST(ClientFaults, OfRasterTextReachTheClient) {
     RasterCanvas sound;
     const std::string expected = sound.draw(Engine());
     std::set<std::string> thrown;
@@ -170,7 +170,7 @@ TEST(ClientFaults, OfRasterTextReachTheirClient) {
                                              "rotate", "popTransform"}));
 }
 
-TEST(ClientFaults, OfGlyphPaintersReachTheirClient) {
+TEST(ClientFaults, OfGlyphPaintersReachTheClient) {
     RasterCanvas sound;
     const std::string expected = sound.draw(Engine());
     ASSERT_EQ(sound.glyphPainter.getDrawnGlyphs().size(), 3U);

@@ -1,5 +1,5 @@
-// Entries of the factory's caches whose end calls the factory: descriptions, font files and paths belong to
-// clients, and so do their destructors.
+// Entries whose destructors call the factory: descriptions, font files and paths have classes of the client,
+// whose destructors may do anything.
 
 #include <FontEngine/Faults/Services.h>
 
@@ -24,7 +24,7 @@ using Call = std::function<void()>;
 
 constexpr const char* newEntryHasGone = "Utils/Public/MRUCache:199: assertion failed: value";
 
-/// A description that does something when the last owner lets go.
+/// A description that runs a function when its last owner releases it.
 class EndingFaceInfo : public Internal::FontFaceInfo {
 public:
     EndingFaceInfo(const std::string& name, Call end)
@@ -40,7 +40,7 @@ private:
     Call _end;
 };
 
-/// An engine with the families "0" to "9", all of the same font.
+/// An engine with the families "0" to "9", all with the same font.
 struct Families : Engine {
     Families() {
         const auto bytes = std::make_shared<const Testing::Bytes>(makeTestFont().build());
@@ -54,7 +54,8 @@ struct Families : Engine {
 
 using Answer = std::shared_ptr<const void>;
 
-/// One of the caches: a limit of so many entries, and the request for an entry by its description.
+/// One of the caches: a function that limits it to so many entries, and the request for an entry by its
+/// description.
 struct CacheCase {
     const char* name;
     std::function<void(Families&, unsigned long count)> limit;
@@ -74,7 +75,7 @@ Answer getBitmap(Families& engine, const Testing::FaceInfoPtr& face) {
     return engine.face->getBitmapGlyph(makeBitmapKey(face), false);
 }
 
-/// The image of a bitmap that is in no cache.
+/// Colours a bitmap that is not in the cache.
 Answer getImage(Families& engine, const Testing::FaceInfoPtr& face) {
     static const auto bitmap =
         Engine().getFace()->getBitmapGlyph(makeBitmapKey(Testing::makeFaceInfo()), false);
@@ -127,7 +128,7 @@ void addEnding(const CacheCase& cache, Families& engine, int number, Call end) {
     cache.request(engine, makeNNPtr<const EndingFaceInfo>(std::to_string(number), std::move(end)));
 }
 
-TEST(EvictionReentrancy, MayAddAnEntryThatPushesOutAnother) {
+TEST(EvictionReentrancy, MayAddAnEntryThatEvictsAnother) {
     for (const CacheCase& cache : limitedCaches) {
         SCOPED_TRACE(cache.name);
         Families engine;
@@ -141,12 +142,13 @@ TEST(EvictionReentrancy, MayAddAnEntryThatPushesOutAnother) {
         EXPECT_EQ(request(cache, engine, 4), added);
         EXPECT_EQ(request(cache, engine, 3), third);
         EXPECT_EQ(request(cache, engine, 2), second);
-        engine.loader->setFont("1", false, false, makeTestFont().build()); // another file, to tell it apart
-        EXPECT_NE(request(cache, engine, 1), first) << "pushed out by the entry that was added at the end";
+        engine.loader->setFont("1", false, false,
+                               makeTestFont().build()); // another file, so that the test can tell them apart
+        EXPECT_NE(request(cache, engine, 1), first) << "evicted by the entry that was added last";
     }
 }
 
-TEST(EvictionReentrancyDeathTest, AssertsThatTheNewEntryIsNotPushedOut) {
+TEST(EvictionReentrancyDeathTest, AssertsThatTheNewEntryIsNotEvicted) {
     for (const CacheCase& cache : limitedCaches) {
         VELL_EXPECT_ASSERTION(
             {
@@ -175,7 +177,8 @@ TEST(EvictionReentrancyDeathTest, AssertsThatTheCacheIsNotEmptied) {
     }
 }
 
-/// Empties the caches while four entries of one cache each look for their neighbours and add an entry.
+/// Empties the caches while each of four dying entries of one cache looks up its neighbours and adds an
+/// entry.
 void expectSurvivesEmptying(const CacheCase& cache, const std::function<void(Families&)>& empty) {
     Families engine;
     std::vector<Answer> inside;
@@ -229,7 +232,7 @@ TEST(EvictionReentrancy, MayEmptyTheCachesWhileTheyAreEmptied) {
     }
 }
 
-/// Serves every family with a font file of its own that does something when the last owner lets go.
+/// Serves each family with a separate font file that runs a function when its last owner releases it.
 class EndingLoader : public Testing::CountingLoader {
 public:
     std::shared_ptr<const Testing::Bytes>
@@ -263,13 +266,13 @@ TEST(EvictionReentrancy, OfAFaceMayOpenAnother) {
     std::shared_ptr<const FontFace> added;
     loader->end = [&] { added = open("4"); };
     const auto third = open("3");
-    ASSERT_NE(added, nullptr) << "the first face has ended, and its file with it";
+    ASSERT_NE(added, nullptr) << "the first face was destroyed, and its file with it";
     EXPECT_EQ(open("3"), third);
     EXPECT_EQ(open("4"), added);
     EXPECT_EQ(added->getBasicMetrics().getCharMap()['A'].glyphIndex, TestGlyph::a);
 }
 
-/// Makes paths that do something when the last owner lets go.
+/// Makes paths that run a function when their last owner releases them.
 class EndingPathPainter : public Testing::RecordingPainter {
 public:
     explicit EndingPathPainter(Call end)

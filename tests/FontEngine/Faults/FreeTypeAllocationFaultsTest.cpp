@@ -1,5 +1,5 @@
-// Every allocation that FreeType makes for an operation fails in turn. The fonts are TrueType: FreeType's
-// driver of Type 1 fonts does not survive all of this by itself.
+// Makes every allocation of FreeType fail in turn, in every operation. The fonts are TrueType, because
+// FreeType's Type 1 driver does not survive all these failures by itself.
 
 #include <FontEngine/Faults/Operations.h>
 #include <FontEngine/Faults/Outcome.h>
@@ -25,7 +25,7 @@ const std::set<std::string> textsWithoutMemory = {"FT_New_Library() failed: out 
                                                   "Failed to get bitmap for glyph, error: 64, glyph index: ",
                                                   std::bad_alloc().what()};
 
-/// Whether FreeType could have told its lack of memory so, or got by without that memory.
+/// Returns whether the outcome is one that FreeType can give when it lacks memory, or does not need it.
 bool isPlausible(std::string outcome, const std::string& expected) {
     if (outcome == expected) {
         return true;
@@ -39,7 +39,7 @@ bool isPlausible(std::string outcome, const std::string& expected) {
 }
 
 void expectSurvivesEveryFailureOfFreeType(const Operation& operation, FreeTypeMemory& memory) {
-    const std::string expected = performUndisturbed(operation);
+    const std::string expected = performWithoutFailure(operation);
     bool hasFailed = true;
     for (std::size_t number = 1; hasFailed; ++number) {
         SCOPED_TRACE(std::string(operation.name) + " without FreeType's allocation " +
@@ -58,14 +58,14 @@ void expectSurvivesEveryFailureOfFreeType(const Operation& operation, FreeTypeMe
     }
 }
 
-TEST(FreeTypeAllocationFaults, EndEveryOperationAndNothingElse) {
+TEST(FreeTypeAllocationFaults, FailOnlyTheOperationInProgress) {
     FreeTypeMemory memory;
     for (const Operation& operation : getOperations()) {
         expectSurvivesEveryFailureOfFreeType(operation, memory);
     }
 }
 
-/// How often each outcome came when every allocation failed in turn, and then none.
+/// Counts the outcomes while every allocation fails in turn, and then none.
 std::map<std::string, std::size_t> countOutcomes(const Operation& operation) {
     FreeTypeMemory memory;
     std::map<std::string, std::size_t> counts;
@@ -80,11 +80,11 @@ std::map<std::string, std::size_t> countOutcomes(const Operation& operation) {
     return counts;
 }
 
-TEST(FreeTypeAllocationFaults, LetNoFaceComeOutWithoutItsModulesOrTables) {
+TEST(FreeTypeAllocationFaults, NeverLeaveAFaceWithoutItsModulesOrTables) {
     const Operation& open = getOperations().at(3);
     ASSERT_STREQ(open.name, "getFace");
     auto counts = countOutcomes(open);
-    EXPECT_EQ(counts[performUndisturbed(open)], 1U) << "only where nothing failed";
+    EXPECT_EQ(counts[performWithoutFailure(open)], 1U) << "only if nothing failed";
     EXPECT_EQ(counts["FT_New_Library() failed: out of memory (error 64)"], 1U);
     EXPECT_GE(counts["FT_Add_Default_Modules() failed: out of memory (error 64)"], 10U);
     EXPECT_GE(counts["FT_Open_Face() failed: out of memory (error 64)"], 10U);

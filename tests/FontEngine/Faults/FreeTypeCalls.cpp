@@ -65,7 +65,7 @@ const std::vector<FaceFault>& getFaceFaults() {
 
 const std::set<std::string>& getInfallibleCalls() {
     static const std::set<std::string> calls = {
-        "FT_Add_Default_Modules", // its lack of memory is a matter of the allocator
+        "FT_Add_Default_Modules", // only the allocator can make it fail
         "FT_Done_Face",           "FT_Done_Glyph",        "FT_Done_Library",  "FT_Get_Char_Index",
         "FT_Get_First_Char",      "FT_Get_Font_Format",   "FT_Get_Next_Char", "FT_MulFix",
         "FT_Outline_Get_CBox",    "FT_Outline_Transform", "FT_Set_Transform"};

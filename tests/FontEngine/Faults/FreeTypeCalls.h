@@ -20,7 +20,7 @@ struct GlyphFault {
     FT_Error error;
     Reaction reaction;
     const char* text; ///< of the exception
-    bool hasGlyph;    ///< the text ends with the glyph and a blank
+    bool hasGlyph;    ///< the text ends with the glyph and a space
 };
 
 const std::vector<GlyphFault>& getBitmapFaults();
@@ -38,10 +38,10 @@ struct FaceFault {
 
 const std::vector<FaceFault>& getFaceFaults();
 
-/// Calls that have no error to tell, and the releasing ones, whose error nobody could act upon.
+/// Calls that return no error, and calls that release, after whose errors nothing can be done.
 const std::set<std::string>& getInfallibleCalls();
 
-/// The functions of FreeType that the libraries ask the linker for.
+/// The functions of FreeType that the libraries import.
 std::set<std::string> listImportedCalls();
 
 } // namespace Vell::FontEngine

@@ -1,4 +1,4 @@
-// Every call of FreeType that the libraries make fails in turn, in every request that makes it.
+// Makes every call of FreeType fail in turn, in every request that makes it.
 
 #include <FontEngine/Faults/FreeTypeCalls.h>
 #include <FontEngine/Faults/Outcome.h>
@@ -19,7 +19,7 @@ namespace {
 using Testing::FreeTypeSpy;
 using testing::IsEmpty;
 
-/// The objects of FreeType that were made and released so far, as far as the spy was there.
+/// The FreeType objects that were made and not yet released since the spy exists.
 struct Balance {
     explicit Balance(const FreeTypeSpy& spy) {
         std::map<std::string, long> counts;
@@ -59,13 +59,13 @@ struct Styled {
 
 constexpr Styled styles[] = {{false, false, "A"}, {true, true, "A"}, {false, false, "_"}};
 
-/// The exception's text with the glyph that the request is for.
+/// The exception's text with the glyph of the request.
 std::string addGlyph(const GlyphFault& fault, const char* text) {
     const unsigned int glyph = *text == '_' ? TestGlyph::underscore : TestGlyph::a;
     return std::string(fault.text) + (fault.hasGlyph ? std::to_string(glyph) + ' ' : "");
 }
 
-/// One request before, while and after one call fails.
+/// Performs one request before, while and after one call fails.
 class GlyphFaultCase {
 public:
     GlyphFaultCase(const GlyphFault& fault, const Service& service, const Styled& style)
@@ -104,12 +104,12 @@ private:
         const auto repeat = [&] { return perform(engine, 10.0F); };
         if (_fault.reaction == Reaction::CachesNull) {
             const std::size_t calls = spy.getCalls().size();
-            EXPECT_EQ(getOutcomeElsewhere(repeat), "null");
+            EXPECT_EQ(getOutcomeOnAnotherThread(repeat), "null");
             EXPECT_EQ(spy.getCalls().size(), calls) << "the failure itself is cached";
             EXPECT_NE(getOutcome([&] { return perform(engine, 11.0F); }), "null") << "under its key only";
             engine.factory->flush();
         }
-        EXPECT_EQ(getOutcomeElsewhere(repeat), _expected);
+        EXPECT_EQ(getOutcomeOnAnotherThread(repeat), _expected);
         const std::size_t loads = spy.countCalls("FT_Load_Glyph");
         EXPECT_EQ(getOutcome(repeat), _expected);
         EXPECT_EQ(spy.countCalls("FT_Load_Glyph"), loads) << "cached now";
@@ -133,15 +133,15 @@ void runAll(const std::vector<GlyphFault>& faults, const std::vector<Service>& s
     }
 }
 
-TEST(FreeTypeFaults, EndRequestsForBitmapsAndNothingElse) {
+TEST(FreeTypeFaults, FailOnlyTheRequestForABitmap) {
     runAll(getBitmapFaults(), getBitmapServices());
 }
 
-TEST(FreeTypeFaults, EndRequestsForOutlinesAndNothingElse) {
+TEST(FreeTypeFaults, FailOnlyTheRequestForAnOutline) {
     runAll(getOutlineFaults(), getOutlineServices());
 }
 
-TEST(FreeTypeFaults, LeaveAGlyphAsItIsWhereEmboldeningFails) {
+TEST(FreeTypeFaults, LeaveAGlyphUnchangedIfEmboldeningFails) {
     for (const auto* const services : {&getBitmapServices(), &getOutlineServices()}) {
         for (const Service& service : *services) {
             const Engine engine;
@@ -184,7 +184,7 @@ std::string describeFace(const FacePtr& face) {
            std::to_string(metrics.getCapHeight());
 }
 
-TEST(FreeTypeFaults, EndRequestsForFacesAndNothingElse) {
+TEST(FreeTypeFaults, FailOnlyTheRequestForAFace) {
     for (const FaceFault& fault : getFaceFaults()) {
         for (const auto& [name, open] : openers) {
             SCOPED_TRACE(std::string(fault.call) + ", call " + std::to_string(fault.number) + ", in " + name);
@@ -200,7 +200,7 @@ TEST(FreeTypeFaults, EndRequestsForFacesAndNothingElse) {
                 ASSERT_EQ(countInjections(spy), 1U);
                 const std::size_t opened = spy.countCalls("FT_New_Library");
                 const bool isCached = std::string(fault.outcome).rfind("face", 0) == 0;
-                EXPECT_EQ(getOutcomeElsewhere(request),
+                EXPECT_EQ(getOutcomeOnAnotherThread(request),
                           isCached ? fault.outcome : "face with A at 1, cap height 0.700000");
                 EXPECT_EQ(spy.countCalls("FT_New_Library"), opened + (isCached ? 0 : 1));
                 EXPECT_EQ(engine.loader->countCalls("loadFont"), fault.isBold ? 2U : 1U)
@@ -211,7 +211,7 @@ TEST(FreeTypeFaults, EndRequestsForFacesAndNothingElse) {
     }
 }
 
-TEST(FreeTypeFaults, DoNotReachColouredImages) {
+TEST(FreeTypeFaults, DoNotAffectColouredImages) {
     const Engine engine;
     const FacePtr face = engine.getFace();
     const BitmapGlyphInfo key = makeKey(face, "_", 40.0F).makeBitmap();

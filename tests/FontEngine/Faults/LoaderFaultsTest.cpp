@@ -1,4 +1,4 @@
-// A loader that fails, or serves what is no font, at each of the questions that one face leads to.
+// A loader fails, or serves bytes that are not a font, at each of the requests that one face leads to.
 
 #include <FontEngine/Faults/Outcome.h>
 #include <FontEngine/Faults/Services.h>
@@ -28,7 +28,7 @@ using testing::StartsWith;
 
 using FontBytes = Testing::CountingLoader::FontBytes;
 
-/// Has no font, but answers one question in its own way.
+/// A loader without fonts that answers one request in a given way.
 class FaultyLoader : public Testing::CountingLoader {
 public:
     void answerAt(std::size_t position, std::function<FontBytes()> answer) {
@@ -61,10 +61,10 @@ struct FaultyEngine {
     FactoryPtr factory = FontFactory::create(loader, "Default Family");
 };
 
-/// The four styles of the family, then those of the default font.
-constexpr std::size_t questionCount = 8;
+/// The four styles of the family, then the four of the default font.
+constexpr std::size_t requestCount = 8;
 
-TEST(LoaderFaults, AllStylesAreAskedForBeforeAFaceIsGivenUp) {
+TEST(LoaderFaults, AllStylesAreRequestedBeforeAFaceFails) {
     const FaultyEngine engine;
     EXPECT_EQ(getOutcome([&] { return engine.openFace(); }), "getFace() failed: cannot load font");
     EXPECT_THAT(engine.loader->getCalls(),
@@ -72,12 +72,12 @@ TEST(LoaderFaults, AllStylesAreAskedForBeforeAFaceIsGivenUp) {
                             "loadFont \"Test Sans\" bold", "loadFont \"Test Sans\" italic",
                             "loadDefaultFont bold italic", "loadDefaultFont regular", "loadDefaultFont bold",
                             "loadDefaultFont italic"));
-    EXPECT_EQ(engine.loader->countCalls(), questionCount);
+    EXPECT_EQ(engine.loader->countCalls(), requestCount);
 }
 
 template <class Exception>
-void expectOnlyTheFailedQuestionIsAskedAgain() {
-    for (std::size_t position = 1; position <= questionCount; ++position) {
+void expectOnlyTheFailedRequestIsRepeated() {
+    for (std::size_t position = 1; position <= requestCount; ++position) {
         SCOPED_TRACE(position);
         const FaultyEngine engine;
         engine.loader->answerAt(position, []() -> FontBytes { throw Exception(); });
@@ -86,19 +86,19 @@ void expectOnlyTheFailedQuestionIsAskedAgain() {
         ASSERT_EQ(asked.size(), position);
         engine.loader->answerAt(position + 1,
                                 [] { return std::make_shared<const Bytes>(makeTestFont("Healed").build()); });
-        EXPECT_EQ(getOutcomeElsewhere([&] { return engine.openFace(); }), "Healed");
+        EXPECT_EQ(getOutcomeOnAnotherThread([&] { return engine.openFace(); }), "Healed");
         const std::vector<std::string> all = engine.loader->getCalls();
         EXPECT_EQ(all.at(position), asked.back());
-        for (const std::string& question : asked) {
-            EXPECT_EQ(std::count(all.begin(), all.end(), question), question == asked.back() ? 2 : 1)
-                << question;
+        for (const std::string& request : asked) {
+            EXPECT_EQ(std::count(all.begin(), all.end(), request), request == asked.back() ? 2 : 1)
+                << request;
         }
     }
 }
 
-TEST(LoaderFaults, AnExceptionIsForgottenAndTheOtherAnswersAreNot) {
-    expectOnlyTheFailedQuestionIsAskedAgain<Testing::InjectedError>();
-    expectOnlyTheFailedQuestionIsAskedAgain<std::bad_alloc>();
+TEST(LoaderFaults, AnExceptionIsNotCachedButOtherAnswersAre) {
+    expectOnlyTheFailedRequestIsRepeated<Testing::InjectedError>();
+    expectOnlyTheFailedRequestIsRepeated<std::bad_alloc>();
 }
 
 std::string getOpeningError(const Bytes& bytes) {
@@ -114,10 +114,10 @@ std::vector<Bytes> makeBrokenFonts() {
             Bytes(font.begin(), font.begin() + static_cast<std::ptrdiff_t>(font.size() / 2))};
 }
 
-TEST(LoaderFaults, BytesThatAreNoFontAreKeptAndHideTheNextStyle) {
+TEST(LoaderFaults, BytesThatAreNotAFontAreCachedAndHideTheNextStyle) {
     for (const Bytes& broken : makeBrokenFonts()) {
-        for (std::size_t position = 1; position <= questionCount; ++position) {
-            SCOPED_TRACE(std::to_string(broken.size()) + " bytes at question " + std::to_string(position));
+        for (std::size_t position = 1; position <= requestCount; ++position) {
+            SCOPED_TRACE(std::to_string(broken.size()) + " bytes at request " + std::to_string(position));
             const FaultyEngine engine;
             engine.loader->setFont("Other", true, true, makeTestFont("Other").build());
             engine.loader->answerAt(position, [&] { return std::make_shared<const Bytes>(broken); });
@@ -126,7 +126,7 @@ TEST(LoaderFaults, BytesThatAreNoFontAreKeptAndHideTheNextStyle) {
             EXPECT_EQ(error, getOpeningError(broken));
             const std::size_t calls = engine.loader->countCalls();
             engine.loader->answerAt(0, nullptr);
-            EXPECT_EQ(getOutcomeElsewhere([&] { return engine.openFace(); }), error);
+            EXPECT_EQ(getOutcomeOnAnotherThread([&] { return engine.openFace(); }), error);
             EXPECT_EQ(engine.loader->countCalls(), calls);
             EXPECT_EQ(engine.openFace("Other"), "Other");
             engine.factory->flush();
@@ -136,7 +136,7 @@ TEST(LoaderFaults, BytesThatAreNoFontAreKeptAndHideTheNextStyle) {
     }
 }
 
-TEST(LoaderFaults, AFontThatIsCutOffAnywhereIsRefusedOrHasItsCharacters) {
+TEST(LoaderFaults, ATruncatedFontIsRefusedOrHasItsCharacters) {
     const Bytes font = makeTestFont().build();
     std::map<std::string, std::size_t> counts;
     for (std::size_t length = 0; length <= font.size(); ++length) {
@@ -163,7 +163,7 @@ public:
         engine.loader->setRangeFamily(FontLoaders::UnicodeRangeMap::find(0x416), "Fallback");
     }
 
-    /// The number of glyphs.
+    /// Returns the number of drawn glyphs.
     std::string draw() {
         glyphPainter.clear();
         RasterTextPainter(painter, glyphPainter, false)
@@ -176,15 +176,15 @@ public:
     Testing::RecordingGlyphPainter glyphPainter;
 };
 
-TEST(LoaderFaults, EndADrawingWhoseFallbackFontFails) {
-    for (const char* const question : {"getFamilyNameForRange", "loadFont \"Fallback\""}) {
+TEST(LoaderFaults, EndADrawingIfTheFallbackFontFails) {
+    for (const char* const request : {"getFamilyNameForRange", "loadFont \"Fallback\""}) {
         FallbackDrawing drawing;
-        drawing.engine.loader->throwFrom(question);
-        EXPECT_EQ(getOutcome([&] { return drawing.draw(); }), "injected by the test") << question;
+        drawing.engine.loader->throwFrom(request);
+        EXPECT_EQ(getOutcome([&] { return drawing.draw(); }), "injected by the test") << request;
         EXPECT_EQ(drawing.glyphPainter.getDrawnGlyphs().size(), 0U);
         EXPECT_EQ(drawing.painter.getStackDepth(), 1U);
         drawing.engine.loader->throwFrom("");
-        EXPECT_EQ(getOutcomeElsewhere([&] { return drawing.draw(); }), "2");
+        EXPECT_EQ(getOutcomeOnAnotherThread([&] { return drawing.draw(); }), "2");
     }
 }
 

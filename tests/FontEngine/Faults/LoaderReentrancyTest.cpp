@@ -18,7 +18,7 @@ using testing::IsEmpty;
 
 constexpr const char* keyAddedMeanwhile = "Utils/Public/MRUCache:199: assertion failed: value";
 
-/// Does something once, while the loader is asked for the first font.
+/// Runs a function once, while it loads its first font.
 class CallingLoader : public Testing::CountingLoader {
 public:
     std::shared_ptr<const Testing::Bytes>
@@ -51,7 +51,7 @@ struct CallingEngine {
     FactoryPtr factory = FontFactory::create(loader, "Default Family");
 };
 
-TEST(LoaderReentrancy, FindsOtherFacesAndTheyStayCached) {
+TEST(LoaderReentrancy, MayRequestOtherFacesWhichStayCached) {
     const CallingEngine engine;
     std::string inner;
     engine.loader->call = [&] { inner = engine.getFamily("Other"); };
@@ -62,7 +62,7 @@ TEST(LoaderReentrancy, FindsOtherFacesAndTheyStayCached) {
     EXPECT_THAT(engine.loader->getCalls(), IsEmpty());
 }
 
-TEST(LoaderReentrancy, MayPushOutWhatIsNotThereYet) {
+TEST(LoaderReentrancy, MayFillTheCacheWithOtherFaces) {
     const CallingEngine engine;
     engine.factory->reset(1, 0);
     engine.loader->call = [&] {
@@ -76,7 +76,7 @@ TEST(LoaderReentrancy, MayPushOutWhatIsNotThereYet) {
     EXPECT_EQ(engine.loader->countCalls(), 1U);
 }
 
-/// Answers of a request in which the factory's caches are emptied, the request for the same included.
+/// The answers to a request during which the caches are emptied, also by a request for the same face.
 void expectFaceAndCacheAfter(const std::function<void(CallingEngine&)>& empty) {
     CallingEngine engine;
     engine.getFace("Other");
@@ -86,14 +86,14 @@ void expectFaceAndCacheAfter(const std::function<void(CallingEngine&)>& empty) {
     EXPECT_EQ(engine.getFamily(), "Test Sans");
     EXPECT_THAT(engine.loader->getCalls(), IsEmpty()) << "cached by the outer request";
     EXPECT_EQ(engine.getFamily("Other"), "Other");
-    EXPECT_EQ(engine.loader->countCalls(), 1U) << "dropped by the inner call";
+    EXPECT_EQ(engine.loader->countCalls(), 1U) << "evicted by the inner call";
 }
 
 TEST(LoaderReentrancy, MayEmptyTheCaches) {
     expectFaceAndCacheAfter([](CallingEngine& engine) { engine.factory->flush(); });
     expectFaceAndCacheAfter([](CallingEngine& engine) { engine.factory->reset(5, 5); });
     expectFaceAndCacheAfter([](CallingEngine& engine) {
-        EXPECT_EQ(engine.getFamily(), "Test Sans") << "the very same face";
+        EXPECT_EQ(engine.getFamily(), "Test Sans") << "the same face";
         engine.factory->flush();
     });
     expectFaceAndCacheAfter([](CallingEngine& engine) {
@@ -102,7 +102,7 @@ TEST(LoaderReentrancy, MayEmptyTheCaches) {
     });
 }
 
-TEST(LoaderReentrancyDeathTest, AssertsThatTheFaceAskedForWasNotAdded) {
+TEST(LoaderReentrancyDeathTest, AssertsThatTheRequestedFaceWasNotAdded) {
     const CallingEngine engine;
     engine.loader->call = [&] { engine.getFace(); };
     VELL_EXPECT_ASSERTION(engine.getFace(), keyAddedMeanwhile);

@@ -181,7 +181,7 @@ const std::vector<Operation>& getOperations() {
     return operations;
 }
 
-std::string performUndisturbed(const Operation& operation) {
+std::string performWithoutFailure(const Operation& operation) {
     World world;
     operation.prepare(world);
     return operation.perform(world);

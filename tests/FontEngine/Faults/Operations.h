@@ -11,8 +11,8 @@
 
 namespace Vell::FontEngine {
 
-/// An engine with everything that the operations use: the test font as "Test Sans" in all styles but its own
-/// synthetic ones, and a family for Basic Latin.
+/// An engine with everything that the operations use: the test font as "Test Sans", whose other styles are
+/// synthetic, a default font, and a family for Basic Latin.
 struct World : Engine {
     World();
 
@@ -20,18 +20,18 @@ struct World : Engine {
     Testing::RecordingGlyphPainter glyphPainter;
 };
 
-/// An operation of the library's clients: what has to be there before it, and the operation itself, which
-/// describes its result.
+/// An operation of the library's clients: its preparation, and the operation itself, which describes its
+/// result.
 struct Operation {
     const char* name;
     std::function<void(World&)> prepare;
     std::function<std::string(World&)> perform;
-    bool needsMemory = true; ///< otherwise it is done without what it would have allocated
+    bool needsMemory = true; ///< false if it succeeds without the memory that it asks for
 };
 
 const std::vector<Operation>& getOperations();
 
-/// What an operation gives when nothing fails.
-std::string performUndisturbed(const Operation& operation);
+/// The result of the operation if nothing fails.
+std::string performWithoutFailure(const Operation& operation);
 
 } // namespace Vell::FontEngine

@@ -6,7 +6,7 @@
 
 namespace Vell::FontEngine {
 
-/// What an operation, which describes its result, came to: the description or the text of its exception.
+/// Runs an operation that describes its result. Returns the description or the text of its exception.
 template <class Operation>
 std::string getOutcome(const Operation& operation) {
     try {
@@ -16,9 +16,9 @@ std::string getOutcome(const Operation& operation) {
     }
 }
 
-/// The same on another thread, which waits for ever if a lock was left behind.
+/// Does the same on another thread, which waits for ever if a lock is still held.
 template <class Operation>
-std::string getOutcomeElsewhere(const Operation& operation) {
+std::string getOutcomeOnAnotherThread(const Operation& operation) {
     std::string outcome;
     std::thread([&] { outcome = getOutcome(operation); }).join();
     return outcome;

@@ -25,7 +25,7 @@ using testing::IsEmpty;
 
 constexpr const char* keyAddedMeanwhile = "Utils/Public/MRUCache:199: assertion failed: value";
 
-/// Does something once, in the middle of the first path.
+/// Runs a function once, in the middle of its first path.
 class CallingPainter : public Testing::RecordingPainter {
 public:
     void lineTo(const cinder::Vec2<float>& point) override {
@@ -61,7 +61,7 @@ std::string render(const Engine& engine, const char* text, float size) {
     return describe(face->getBitmapGlyph(makeKey(face, text, size).makeBitmap(), false).get());
 }
 
-TEST(PainterReentrancy, SizesTheFaceAnewForEveryGlyph) {
+TEST(PainterReentrancy, SizesTheFaceAgainForEveryGlyph) {
     const Engine reference;
     const Engine engine;
     CallingPainter painter;
@@ -73,7 +73,7 @@ TEST(PainterReentrancy, SizesTheFaceAnewForEveryGlyph) {
         EXPECT_EQ(buildPath(engine, "x", 33.0F), buildPath(reference, "x", 33.0F));
     };
     EXPECT_EQ(buildPath(engine, painter), buildPath(reference));
-    EXPECT_EQ(painter.call, nullptr) << "it was called";
+    EXPECT_EQ(painter.call, nullptr) << "the painter was called";
     EXPECT_EQ(render(engine, "A", 10.0F), render(reference, "A", 10.0F));
     const FreeTypeSpy spy;
     EXPECT_EQ(buildPath(engine), buildPath(reference));
@@ -99,13 +99,13 @@ TEST(PainterReentrancy, MayEmptyTheCaches) {
     expectPathAndCacheAfter([](Engine& engine) { engine.factory->reset(1, 1); }, true);
     expectPathAndCacheAfter(
         [](Engine& engine) {
-            EXPECT_EQ(buildPath(engine), buildPath(Engine())) << "the very same path";
+            EXPECT_EQ(buildPath(engine), buildPath(Engine())) << "the same path";
             engine.factory->flush();
         },
         false);
 }
 
-TEST(PainterReentrancyDeathTest, AssertsThatThePathAskedForWasNotAdded) {
+TEST(PainterReentrancyDeathTest, AssertsThatTheRequestedPathWasNotAdded) {
     const Engine engine;
     engine.getFace();
     CallingPainter painter;
@@ -113,7 +113,7 @@ TEST(PainterReentrancyDeathTest, AssertsThatThePathAskedForWasNotAdded) {
     VELL_EXPECT_ASSERTION(buildPath(engine, painter), keyAddedMeanwhile);
 }
 
-TEST(PainterReentrancy, MayLetTheFactoryGo) {
+TEST(PainterReentrancy, MayReleaseTheFactory) {
     const std::string expected = buildPath(Engine());
     auto engine = std::make_unique<Engine>();
     const FacePtr face = engine->getFace();
@@ -151,7 +151,7 @@ TEST(PainterReentrancy, KeepsTheGlyphsOfAVectorTextThatIsBeingDrawn) {
     }
 }
 
-/// Does something once, before the first glyph.
+/// Runs a function once, before it draws its first glyph.
 class CallingGlyphPainter : public Testing::RecordingGlyphPainter {
 public:
     void drawGlyph(const BitmapGlyphImage& image, const cinder::Vec2<float>& position) override {

@@ -1,4 +1,4 @@
-// Lets malloc answer null to requests that no machine can meet, as it does without a sanitizer.
+// Makes malloc return null for requests that no machine can meet, as it does without a sanitizer.
 
 extern "C" {
 const char* __asan_default_options();

@@ -27,7 +27,7 @@ std::string describeBytes(const unsigned char* bytes, std::size_t count) {
     return text;
 }
 
-/// A font over exactly this face, whatever the factory would look up.
+/// Makes a font with exactly this face, whatever the factory would look up.
 Font makeFont(const FacePtr& face, float size) {
     return face->getFontFactory().getFont(
         makeFontInfo(Testing::makeFaceInfo("Test Sans", isEmboldened(face->getTransform()),
@@ -35,12 +35,13 @@ Font makeFont(const FacePtr& face, float size) {
                      size));
 }
 
-std::string askFactoryForBitmap(const Engine& engine, const FacePtr& face, const char* text, float size) {
+std::string requestBitmapFromFactory(const Engine& engine, const FacePtr& face, const char* text,
+                                     float size) {
     return describe(
         engine.factory->getBitmapGlyph(makeKey(face, text, size).makeBitmap(), face, false).get());
 }
 
-std::string askFaceForBitmap(const Engine&, const FacePtr& face, const char* text, float size) {
+std::string requestBitmapFromFace(const Engine&, const FacePtr& face, const char* text, float size) {
     return describe(face->getBitmapGlyph(makeKey(face, text, size).makeBitmap(), false).get());
 }
 
@@ -67,13 +68,14 @@ std::string drawRaster(const Engine&, const FacePtr& face, const char* text, flo
     return drawn.empty() ? "null" : drawn;
 }
 
-std::string askFactoryForOutline(const Engine& engine, const FacePtr& face, const char* text, float size) {
+std::string requestOutlineFromFactory(const Engine& engine, const FacePtr& face, const char* text,
+                                      float size) {
     RecordingPainter painter;
     return describe(
         engine.factory->getOutlineGlyphPath(makeKey(face, text, size).makeOutline(), face, painter).get());
 }
 
-std::string askFaceForOutline(const Engine&, const FacePtr& face, const char* text, float size) {
+std::string requestOutlineFromFace(const Engine&, const FacePtr& face, const char* text, float size) {
     RecordingPainter painter;
     return describe(face->getOutlineGlyphPath(makeKey(face, text, size).makeOutline(), painter).get());
 }
@@ -100,18 +102,19 @@ std::string drawVector(const Engine&, const FacePtr& face, const char* text, flo
 } // namespace
 
 const std::vector<Service>& getBitmapServices() {
-    static const std::vector<Service> services = {{"FontFactory::getBitmapGlyph", askFactoryForBitmap},
-                                                  {"FontFace::getBitmapGlyph", askFaceForBitmap},
+    static const std::vector<Service> services = {{"FontFactory::getBitmapGlyph", requestBitmapFromFactory},
+                                                  {"FontFace::getBitmapGlyph", requestBitmapFromFace},
                                                   {"RasterTextPainter::createGlyphRun", layOutRaster},
                                                   {"RasterTextPainter::drawText", drawRaster}};
     return services;
 }
 
 const std::vector<Service>& getOutlineServices() {
-    static const std::vector<Service> services = {{"FontFactory::getOutlineGlyphPath", askFactoryForOutline},
-                                                  {"FontFace::getOutlineGlyphPath", askFaceForOutline},
-                                                  {"VectorTextPainter::createGlyphRun", layOutVector},
-                                                  {"VectorTextPainter::drawText", drawVector}};
+    static const std::vector<Service> services = {
+        {"FontFactory::getOutlineGlyphPath", requestOutlineFromFactory},
+        {"FontFace::getOutlineGlyphPath", requestOutlineFromFace},
+        {"VectorTextPainter::createGlyphRun", layOutVector},
+        {"VectorTextPainter::drawText", drawVector}};
     return services;
 }
 

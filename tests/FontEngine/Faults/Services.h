@@ -8,9 +8,9 @@
 
 namespace Vell::FontEngine {
 
-/// A request to the library that leads to a glyph, a run or a drawing: does it at a font size and describes
-/// what came out of it, down to pixels and segments; "null" for nothing. Texts are "A", or "_" for an
-/// underscore, which is rendered with sub-pixels.
+/// A request that leads to a glyph, a run or a drawing. It describes the result down to pixels and segments,
+/// or returns "null" if there is none. The text is "A", or "_" for an underscore, which is rendered with
+/// sub-pixels.
 struct Service {
     const char* name;
     std::string (*perform)(const Engine& engine, const FacePtr& face, const char* text, float size);
@@ -23,10 +23,10 @@ const std::vector<Service>& getOutlineServices();
 
 std::string describe(const FT_BitmapGlyphRec_* glyph);
 std::string describe(const BitmapGlyphImage* image);
-/// Of a path that a RecordingPainter built.
+/// Describes a path that a RecordingPainter built.
 std::string describe(const Gfx::Path* path);
 
-/// The keys of a text's only glyph as the painters make them at an unscaled transform.
+/// The key that the painters make for the text's only glyph under an unscaled transform.
 KeyFields makeKey(const FacePtr& face, const char* text, float size);
 
 } // namespace Vell::FontEngine

@@ -1,4 +1,4 @@
-// What text costs in allocations once its glyphs are cached.
+// The allocations of a text whose glyphs are cached.
 
 #include <FontEngine/Engine.h>
 
@@ -28,7 +28,7 @@ public:
     int count = 0;
 };
 
-/// Has the test font under every name, and itself allocates nothing.
+/// Serves the test font under every name without allocating.
 class QuietLoader : public FontLoaders::FontLoader {
 public:
     std::shared_ptr<const Testing::Bytes> loadFont(const Testing::FaceInfoPtr&) const override {
@@ -42,7 +42,7 @@ private:
         std::make_shared<const Testing::Bytes>(makeTestFont().build());
 };
 
-/// A font of a long name, its descriptions, and painters.
+/// A font with a long name, its descriptions, and painters.
 struct WarmRoad {
     BitmapGlyphRun layOut(const std::string& text) {
         return raster.createGlyphRun(text, extFontInfo, font, 1.0F, {1.0F, 1.0F});
@@ -57,7 +57,7 @@ struct WarmRoad {
     VectorTextPainter vector{painter};
 };
 
-TEST(WarmRoad, AllocatesOnceARunWhateverItsLength) {
+TEST(WarmRoad, AllocatesOncePerRunWhateverItsLength) {
     WarmRoad road;
     const std::string text(500, 'A');
     road.layOut(text);
@@ -70,7 +70,7 @@ TEST(WarmRoad, AllocatesOnceARunWhateverItsLength) {
     EXPECT_FALSE(second.hasFailed());
 }
 
-TEST(WarmRoad, AllocatesOnceAVectorRun) {
+TEST(WarmRoad, AllocatesOncePerVectorRun) {
     WarmRoad road;
     const std::string text = "AxAxAx";
     road.vector.createGlyphRun(text, road.extFontInfo, road.font);
@@ -88,7 +88,7 @@ TEST(WarmRoad, DrawsWithoutAllocating) {
     EXPECT_EQ(road.glyphPainter.count, 4);
 }
 
-TEST(WarmRoad, DescribesARepeatedFallbackOnce) {
+TEST(WarmRoad, MakesOneDescriptionForARepeatedFallback) {
     WarmRoad road;
     const std::string text = std::string(snowmanText) + snowmanText + snowmanText;
     road.layOut(text);

@@ -17,7 +17,7 @@ using testing::ElementsAre;
 using Testing::FreeTypeSpy;
 using Testing::OpenedFont;
 
-/// The calls on a loaded outline at a size.
+/// Applies the transform to an outline that is loaded at a size, and returns the calls of FreeType.
 std::vector<std::string> transformBox(GlyphTransform transform, OutlineScale scale, unsigned int unitsPerEm,
                                       long size26Dot6) {
     const OpenedFont font(makeTestFont().setUnitsPerEm(unitsPerEm).build());
@@ -59,7 +59,7 @@ TEST(ApplyGlyphTransform, EmboldensThenSlants) {
                 ElementsAre("FT_Outline_Transform 65536 13930 0 65536"));
 }
 
-TEST(ApplyGlyphTransform, EmboldensByNothingInAnUnknownScale) {
+TEST(ApplyGlyphTransform, DoesNotEmboldenInAnUnknownScale) {
     EXPECT_THAT(transformBox(GlyphTransform::Embolden, static_cast<OutlineScale>(2), 1000, 640),
                 ElementsAre("FT_Outline_Embolden 0"));
 }

@@ -45,17 +45,17 @@ TEST(CapHeightAndStrikeOut, ComeFromTheAscenderWithoutATable) {
     EXPECT_THAT(measure(font), Pair(0.8F, 266.0F / 1000.0F)) << "whole units";
 }
 
-TEST(CapHeightAndStrikeOut, ComeFromTheAscenderOfOtherFormats) {
+TEST(CapHeightAndStrikeOut, ComeFromTheAscenderInOtherFormats) {
     Testing::Type1Font builder;
     builder.glyphs.push_back({"A", 0x41, Testing::makeBoxGlyph(600, 0, 0, 100, 100)});
     const OpenedFont font(builder.build());
     ASSERT_EQ(font->ascender, 800);
     const FreeTypeSpy spy;
     EXPECT_THAT(measure(font), Pair(0.8F, 266.0F / 1000.0F));
-    EXPECT_TRUE(spy.getLines().empty()) << "no table is asked for";
+    EXPECT_TRUE(spy.getLines().empty()) << "no table is requested";
 }
 
-TEST(CapHeightAndStrikeOut, DivideTheAscenderTowardsZero) {
+TEST(CapHeightAndStrikeOut, RoundTheThirdOfTheAscenderTowardsZero) {
     const OpenedFont font(FontBuilder().setOs2(std::nullopt).setLine(-3, -300).build());
     ASSERT_EQ(font->ascender, -3);
     EXPECT_THAT(measure(font), Pair(-3.0F / 1000.0F, -1.0F / 1000.0F));
@@ -63,7 +63,7 @@ TEST(CapHeightAndStrikeOut, DivideTheAscenderTowardsZero) {
                 Pair(-5.0F / 1000.0F, -1.0F / 1000.0F));
 }
 
-TEST(CapHeightAndStrikeOut, SubtractInSixteenBits) {
+TEST(CapHeightAndStrikeOut, AreSubtractedIn16Bits) {
     Os2Table table;
     table.strikeoutPosition = -32768;
     table.strikeoutSize = 1;
@@ -73,7 +73,7 @@ TEST(CapHeightAndStrikeOut, SubtractInSixteenBits) {
     EXPECT_EQ(measure(table).second, -32768.0F / 1000.0F);
 }
 
-TEST(CapHeightAndStrikeOut, AskForTheTableOnce) {
+TEST(CapHeightAndStrikeOut, ReadTheTableOnce) {
     const OpenedFont font(FontBuilder().build());
     FreeTypeSpy spy;
     EXPECT_THAT(measure(font), Pair(0.7F, 250.0F / 1000.0F));
@@ -82,7 +82,7 @@ TEST(CapHeightAndStrikeOut, AskForTheTableOnce) {
     EXPECT_THAT(measure(font), Pair(0.8F, 266.0F / 1000.0F));
 }
 
-TEST(CapHeightAndStrikeOut, StandAsTheyAreWithoutUnitsInTheEm) {
+TEST(CapHeightAndStrikeOut, AreNotFiniteWithoutAnEmSize) {
     Testing::BdfFont builder;
     builder.ascent = 1;
     builder.glyphs.push_back({'A', 6, 5, 0, 0, {{0xF8}}});

@@ -11,7 +11,7 @@ using testing::ElementsAre;
 
 using Entry = Gfx::CharMap::GlyphIndexWithAdvance;
 
-/// The codes that are mapped after the alias of one code was added.
+/// Adds the alias of a code and returns all mapped codes.
 std::vector<unsigned int> listAliases(unsigned long code, bool isSymbolic, bool isSfnt) {
     Gfx::CharMap map(Entry(0, 0));
     addCharCodeAliasIfRequired(map, Entry(5, 0.5F), code, isSymbolic, isSfnt);
@@ -25,7 +25,7 @@ std::vector<unsigned int> listAliases(unsigned long code, bool isSymbolic, bool 
     return aliases;
 }
 
-TEST(CharCodeAlias, ExistsForSymbolFontsOnly) {
+TEST(CharCodeAlias, ExistsOnlyForSymbolFonts) {
     for (const unsigned long code : {0x41UL, 0xF041UL}) {
         EXPECT_THAT(listAliases(code, false, false), ElementsAre());
         EXPECT_THAT(listAliases(code, false, true), ElementsAre());
@@ -50,7 +50,7 @@ TEST(CharCodeAlias, AddsTheSymbolAreaOfOtherFonts) {
     EXPECT_THAT(listAliases(0x700000041UL, true, false), ElementsAre(0xF041U)) << "by its low 32 bits";
 }
 
-TEST(CharCodeAlias, YieldsToACodeOfTheFont) {
+TEST(CharCodeAlias, DoesNotReplaceACodeOfTheFont) {
     Gfx::CharMap map(Entry(0, 0));
     map.insert('A', Entry(1, 0.1F), true);
     addCharCodeAliasIfRequired(map, Entry(5, 0.5F), 0xF041, true, true);

@@ -7,7 +7,7 @@
 
 namespace Vell::FontEngine::Internal {
 
-/// A font with charmaps of the given kinds, in each of which 'A' (in the symbol area) is glyph 1.
+/// A font with charmaps of the given kinds. Each maps 'A' (in symbol charmaps U+F041) to glyph 1.
 inline Testing::OpenedFont openWithCharMaps(const std::vector<Testing::CharMapKind>& kinds) {
     Testing::FontBuilder builder;
     builder.addGlyph(Testing::makeBoxGlyph(600, 0, 0, 100, 100));

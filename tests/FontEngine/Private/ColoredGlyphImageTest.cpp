@@ -15,7 +15,7 @@ namespace {
 using Color = cinder::ColorAT<unsigned char>;
 constexpr Color black(0, 0, 0, 255);
 
-/// A bitmap glyph over bytes of the test.
+/// A bitmap glyph whose bytes belong to the test.
 class TestBitmap {
 public:
     TestBitmap(unsigned int rows, unsigned int width, int pitch, unsigned char mode = FT_PIXEL_MODE_LCD)
@@ -49,7 +49,7 @@ int encode(int value) {
     return static_cast<int>(std::pow(static_cast<float>(value) / 255.0F, 1.2F) * 255.0F);
 }
 
-/// One channel, step by step.
+/// Computes one channel step by step.
 unsigned int blend(unsigned char coverage, unsigned char text) {
     const float alpha = static_cast<float>(coverage) / 255.0F;
     const float covered = alpha * static_cast<float>(encode(text));
@@ -59,7 +59,7 @@ unsigned int blend(unsigned char coverage, unsigned char text) {
     return static_cast<unsigned int>(static_cast<int>(decoded));
 }
 
-/// Sub-pixels of black text whose channels add up to `sum`.
+/// Coverage of sub-pixels whose colours add up to `sum` for black text.
 std::array<unsigned char, 3> findCoverage(unsigned int sum) {
     for (unsigned int a = 0; a < 256; ++a) {
         for (unsigned int b = 0; b < 256; ++b) {
@@ -81,7 +81,7 @@ std::array<unsigned char, 3> findCoverage(unsigned int sum) {
     return {};
 }
 
-/// Whether each pixel of an image of `rows` x `width` like pixels of that sum is transparent: '.' or '#'.
+/// Shows which pixels of an image of `rows` x `width` equal pixels with that sum are transparent: '.' or '#'.
 std::vector<std::string> mapTransparency(unsigned int rows, unsigned int width, unsigned int sum) {
     const std::array<unsigned char, 3> coverage = findCoverage(sum);
     TestBitmap bitmap(rows, width * 3, static_cast<int>(width * 3));
@@ -113,7 +113,7 @@ TEST(ColoredGlyphImage, HasFourBytesForThreeSubpixels) {
     EXPECT_EQ(image->pixelMode, FT_PIXEL_MODE_LCD);
 }
 
-TEST(ColoredGlyphImage, DropsSubpixelsThatMakeNoPixel) {
+TEST(ColoredGlyphImage, DropsIncompletePixels) {
     for (const unsigned int width : {15U, 16U, 17U}) {
         EXPECT_EQ(getColoredGlyphImage(TestBitmap(1, width, 20).get(), black)->width, 5U);
     }
@@ -165,7 +165,7 @@ TEST(ColoredGlyphImage, ReadsTheSourceByItsPitch) {
     EXPECT_EQ(readPixel(*image, 1, 1), 0xFF000000U);
 }
 
-TEST(ColoredGlyphImage, CutsCornersFrom690AndTheRestAbove749) {
+TEST(ColoredGlyphImage, ClearsCornersFrom690AndOtherPixelsAbove749) {
     const Map corners = {"..##..", "..##..", "######", "..##..", "..##.."};
     EXPECT_EQ(mapTransparency(5, 6, 689), Map(5, "######"));
     EXPECT_EQ(mapTransparency(5, 6, 690), corners);
@@ -174,7 +174,7 @@ TEST(ColoredGlyphImage, CutsCornersFrom690AndTheRestAbove749) {
     EXPECT_EQ(mapTransparency(5, 6, 750), Map(5, "......"));
 }
 
-TEST(ColoredGlyphImage, ConsistsOfBorderColumnsUpToFourPixels) {
+TEST(ColoredGlyphImage, HasOnlyBorderColumnsUpToFourPixels) {
     for (unsigned int width = 1; width <= 4; ++width) {
         const std::string cut(width, '.');
         const std::string kept(width, '#');

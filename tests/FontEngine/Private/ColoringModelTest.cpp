@@ -1,4 +1,4 @@
-// The colouring of sub-pixels over every pair of coverage and colour, against the formula written out.
+// Compares the colouring of sub-pixels with the plain formula, for every pair of coverage and colour.
 
 #include <FontEngine/Private/FE_FreeTypeUtilsInternal.h>
 
@@ -30,7 +30,7 @@ unsigned int colorChannel(unsigned int coverage, unsigned int channel) {
         static_cast<int>(powf(static_cast<float>(encoded) / 255.0F, 1.0F / 1.2F) * 255.0F));
 }
 
-/// colorChannel of every pair.
+/// colorChannel for every pair.
 const std::vector<unsigned int>& getTable() {
     static const std::vector<unsigned int> table = [] {
         std::vector<unsigned int> values;
@@ -48,10 +48,10 @@ unsigned int lookUp(unsigned int coverage, unsigned int channel) {
     return getTable()[channel * levels + coverage];
 }
 
-/// The coloured image of `rows` equal rows of one pixel for each level of coverage.
+/// A bitmap of `rows` equal rows that have one pixel for each level of coverage.
 class Ramp {
 public:
-    /// `isLevel(subpixel)` tells which of a pixel's three sub-pixels have the level; the others are full.
+    /// `isLevel(subpixel)` selects which of a pixel's three sub-pixels have the level. The others are full.
     template <class IsLevel>
     Ramp(unsigned int rows, const IsLevel& isLevel)
         : _bytes(static_cast<std::size_t>(rows) * levels * 3) {
@@ -88,7 +88,7 @@ constexpr Color addChannel(unsigned int subpixel, unsigned int channel) {
 
 TEST(ColoringModel, HoldsForEachSubpixelOverEveryCoverageAndColor) {
     for (unsigned int subpixel = 0; subpixel < 3; ++subpixel) {
-        // The other two are black: no pixel comes near the white that is cut away.
+        // The other two channels are black, so no pixel is nearly white and cleared.
         const Ramp ramp(1, [subpixel](std::size_t other) { return other == subpixel; });
         const unsigned int shift = 16 - 8 * subpixel;
         for (unsigned int channel = 0; channel < levels; ++channel) {
@@ -101,7 +101,7 @@ TEST(ColoringModel, HoldsForEachSubpixelOverEveryCoverageAndColor) {
     }
 }
 
-/// One pixel of a grey text with grey coverage; transparent where it is nearly white.
+/// Computes a pixel of a grey text with grey coverage, which is transparent if it is nearly white.
 std::uint32_t colorGrey(unsigned int coverage, unsigned int channel, bool isCorner) {
     const unsigned int value = lookUp(coverage, channel);
     const unsigned int sum = 3 * value;
@@ -109,7 +109,7 @@ std::uint32_t colorGrey(unsigned int coverage, unsigned int channel, bool isCorn
     return isCut ? 0 : 0xFF000000U | value << 16 | value << 8 | value;
 }
 
-TEST(ColoringModel, HoldsForGreyOverEveryCoverageAndColorWithTheCut) {
+TEST(ColoringModel, HoldsForGreyOverEveryCoverageAndColorNearWhite) {
     constexpr unsigned int rows = 5;
     const Ramp ramp(rows, [](std::size_t) { return true; });
     std::size_t cut = 0;
@@ -119,7 +119,7 @@ TEST(ColoringModel, HoldsForGreyOverEveryCoverageAndColorWithTheCut) {
         ASSERT_EQ(pixels.size(), rows * levels);
         for (unsigned int i = 0; i < rows * levels; ++i) {
             const unsigned int row = i / levels;
-            const unsigned int x = i % levels; // the coverage, too
+            const unsigned int x = i % levels; // equals the coverage
             const bool isCorner = row != 2 && (x < 2 || x > 253);
             ASSERT_EQ(pixels[i], colorGrey(x, channel, isCorner)) << "row " << row << ", pixel " << x;
             cut += pixels[i] == 0 ? 1 : 0;
@@ -130,7 +130,7 @@ TEST(ColoringModel, HoldsForGreyOverEveryCoverageAndColorWithTheCut) {
 }
 
 TEST(ColoringModel, HoldsInEveryCornerPixelForEveryGrey) {
-    // A single row of five pixels: only the middle one is no corner.
+    // In a single row of five pixels, all but the middle one are corners.
     for (unsigned int channel = 0; channel < levels; ++channel) {
         const auto byte = static_cast<Byte>(channel);
         std::array<Byte, 15> bytes{};

@@ -7,7 +7,7 @@
 namespace Vell::FontEngine::Internal {
 namespace {
 
-TEST(Gamma, KeepsTheEnds) {
+TEST(Gamma, KeepsBlackAndWhite) {
     for (const float gamma : {0.1F, 1.0F, 1.2F, 2.2F, 30.0F}) {
         EXPECT_EQ(encodeGamma(0, gamma), 0U);
         EXPECT_EQ(encodeGamma(255, gamma), 255U);
@@ -33,7 +33,7 @@ TEST(Gamma, EqualsTheSinglePrecisionFormula) {
     }
 }
 
-TEST(Gamma, LosesAtMostAFewStepsThereAndBack) {
+TEST(Gamma, LosesAtMostAFewLevelsInARoundTrip) {
     unsigned int lost = 0;
     for (unsigned int value = 0; value < 256; ++value) {
         const unsigned int back = decodeGamma(encodeGamma(value, 1.2F), 1.2F);

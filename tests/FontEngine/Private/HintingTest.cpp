@@ -18,14 +18,14 @@ using Testing::FreeTypeSpy;
 using Testing::makeFaceInfo;
 using Testing::OpenedFont;
 
-// FreeType's flags, by the numbers that its documentation fixes.
+// FreeType's flags as the numbers that its documentation guarantees.
 constexpr int noBitmap = 8;
 constexpr int forceAutoHint = 32;
 constexpr int targetLight = 0x10000;
 
 const std::u32string cyrillic = U"\u0410\u0430\u044F";
 const std::u32string digits = U"0459";
-/// Those, their neighbours, and everything that some family treats in a way of its own.
+/// These characters, their neighbours, and all characters for which some family has a rule.
 const std::u32string everything = cyrillic + digits + U"\u040F\u0450/:*)+rxqswyAw_\U00010410";
 const std::u32string none;
 
@@ -53,7 +53,7 @@ std::vector<Row> makeTable() {
             {"Cormorant", {cyrillicLight, cyrillicLight, cyrillicLight, cyrillicLight}},
             {"Helvetica", {Style{U"*", cyrillic + digits}, lettersLight, lettersLight, byDefault}},
             {"Helvetica Light", {byDefault, byDefault, byDefault, byDefault}},
-            // Names that are close to one above are other families.
+            // Similar names are other families.
             {"charter", {byDefault, byDefault, byDefault, byDefault}},
             {"Charter ", {byDefault, byDefault, byDefault, byDefault}},
             {"Yu Gothic Light", {byDefault, byDefault, byDefault, byDefault}},
@@ -66,7 +66,7 @@ bool contains(const std::u32string& characters, char32_t character) {
     return characters.find(character) != std::u32string::npos;
 }
 
-/// The flags with which a character of a face is loaded, for a description of that style.
+/// Returns the flags that load a character of a face whose description has that style.
 std::string load(const OpenedFont& font, char32_t character, bool bold, bool italic) {
     const KeyFields fields = KeyFields()
                                  .with(&KeyFields::unicode, character)
@@ -94,7 +94,7 @@ TEST(Hinting, FollowsTheTableForEveryFamilyStyleAndCharacter) {
     }
 }
 
-TEST(Hinting, GoesByTheNameInTheFileAndTheStyleOfTheDescription) {
+TEST(Hinting, DependsOnTheNameInTheFileAndTheStyleOfTheDescription) {
     const OpenedFont font(makeTestFont("Test Sans").setStyle(true, true).build());
     ASSERT_EQ(FT_Set_Char_Size(font.get(), 0, 640, 72, 0), 0);
     const KeyFields fields =
@@ -104,7 +104,7 @@ TEST(Hinting, GoesByTheNameInTheFileAndTheStyleOfTheDescription) {
     EXPECT_THAT(spy.getLines({"FT_Load_Glyph"}), ElementsAre("FT_Load_Glyph 1 8"));
 }
 
-TEST(Hinting, DoesNotGoByTheSyntheticStyle) {
+TEST(Hinting, DoesNotDependOnTheSyntheticStyle) {
     const OpenedFont font(makeTestFont("Charter").build());
     ASSERT_EQ(FT_Set_Char_Size(font.get(), 0, 640, 72, 0), 0);
     const KeyFields fields = KeyFields().with(&KeyFields::transform, GlyphTransform::Embolden);
@@ -113,7 +113,7 @@ TEST(Hinting, DoesNotGoByTheSyntheticStyle) {
     EXPECT_THAT(spy.getLines({"FT_Load_Glyph"}), ElementsAre("FT_Load_Glyph 1 40")) << "regular Charter";
 }
 
-TEST(Hinting, HasNoRuleForANamelessFont) {
+TEST(Hinting, IsTheDefaultForANamelessFont) {
     const OpenedFont font(makeTestFont().omitTable("name").build());
     ASSERT_EQ(FT_Set_Char_Size(font.get(), 0, 640, 72, 0), 0);
     EXPECT_EQ(load(font, U'*', false, false), "FT_Load_Glyph 1 8");

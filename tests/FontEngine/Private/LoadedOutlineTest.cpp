@@ -47,7 +47,7 @@ TEST(LoadedOutline, IsSlantedByThePublishedMatrix) {
                 ElementsAre(Pair(100, 0), Pair(249, 700), Pair(649, 700), Pair(500, 0)));
 }
 
-TEST(LoadedOutline, IsEmboldenedByAWhole24thOfTheEm) {
+TEST(LoadedOutline, IsEmboldenedByATruncated24thOfTheEm) {
     for (const auto& [unitsPerEm, strength] :
          {std::pair(2048U, "85"), std::pair(1000U, "41"), std::pair(24U, "1"), std::pair(23U, "0")}) {
         Engine engine(makeTestFont().setUnitsPerEm(unitsPerEm).build());
@@ -75,7 +75,7 @@ TEST(LoadedOutline, CallsFreeTypeInThisOrder) {
                             "FT_Done_Library"));
 }
 
-TEST(LoadedOutline, TellsFreeTypesErrorsWithCodeAndGlyph) {
+TEST(LoadedOutline, ReportsFreeTypesErrorsWithCodeAndGlyph) {
     const Engine engine;
     const FacePtr face = engine.getFace();
     const auto getErrorText = [&] {

@@ -39,10 +39,10 @@ TEST(MakeCharMap, HoldsEveryCodeWithItsAdvanceInEms) {
     EXPECT_EQ(map[0x1F600].glyphIndex, 3);
     EXPECT_EQ(map[0x1F600].advance, 400.0F / 2048.0F);
     EXPECT_EQ(map['B'].glyphIndex, 0);
-    EXPECT_EQ(map['B'].advance, 500.0F / 2048.0F) << "the missing glyph's";
+    EXPECT_EQ(map['B'].advance, 500.0F / 2048.0F) << "of the missing glyph";
 }
 
-TEST(MakeCharMap, HoldsTheDefaultEntryOnlyWhereNothingIsMapped) {
+TEST(MakeCharMap, HasOnlyTheDefaultEntryIfNothingIsMapped) {
     const OpenedFont font(FontBuilder().addCharMap(CharMapKind::Unicode).build());
     const Gfx::CharMap map = makeCharMap(font.face, GlyphTransform::None);
     EXPECT_EQ(map.size(), 0U);
@@ -78,10 +78,10 @@ TEST(MakeCharMap, DoesNotSizeABitmapFont) {
     const FreeTypeSpy spy;
     const Gfx::CharMap map = makeCharMap(font.face, GlyphTransform::Embolden);
     EXPECT_EQ(spy.countCalls("FT_Set_Char_Size"), 0U);
-    EXPECT_EQ(map['A'].advance, std::numeric_limits<float>::infinity()) << "no units in the em";
+    EXPECT_EQ(map['A'].advance, std::numeric_limits<float>::infinity()) << "no em size";
 }
 
-TEST(MakeCharMap, GivesASymbolFontItsPlainCodesToo) {
+TEST(MakeCharMap, AddsPlainCodesToASymbolFont) {
     FontBuilder builder("Wingdings");
     builder.addGlyph(makeBoxGlyph(600, 0, 0, 100, 100));
     builder.addGlyph(makeBoxGlyph(700, 0, 0, 100, 100));
@@ -101,7 +101,7 @@ TEST(MakeCharMap, GivesASymbolFontItsPlainCodesToo) {
     EXPECT_EQ(map['x'].glyphIndex, 0) << "the Unicode charmap is not read";
 }
 
-TEST(MakeCharMap, GivesATypeOneSymbolFontItsSymbolAreaToo) {
+TEST(MakeCharMap, AddsTheSymbolAreaToAType1SymbolFont) {
     Testing::Type1Font builder;
     builder.family = "Symbol";
     builder.glyphs.push_back({"alpha", 0x41, makeBoxGlyph(600, 0, 0, 100, 100)});
@@ -114,7 +114,7 @@ TEST(MakeCharMap, GivesATypeOneSymbolFontItsSymbolAreaToo) {
     EXPECT_EQ(map[0xF041].advance, 0.6F);
 }
 
-TEST(MakeCharMap, TakesANamelessFontForNoSymbolFont) {
+TEST(MakeCharMap, TreatsANamelessFontAsAnOrdinaryOne) {
     const OpenedFont font(makeTestFont().omitTable("name").build());
     ASSERT_EQ(font->family_name, nullptr);
     const FreeTypeSpy spy;
@@ -122,7 +122,7 @@ TEST(MakeCharMap, TakesANamelessFontForNoSymbolFont) {
     EXPECT_THAT(spy.getLines({"FT_Select_Charmap"}), ElementsAre("FT_Select_Charmap unic"));
 }
 
-TEST(MakeCharMap, KeepsTheLowSixteenBitsOfAGlyphIndex) {
+TEST(MakeCharMap, KeepsTheLow16BitsOfAGlyphIndex) {
     const OpenedFont font = openWithCharMaps({CharMapKind::Unicode});
     font->num_glyphs = 0x20000;
     FreeTypeSpy spy;
@@ -131,13 +131,13 @@ TEST(MakeCharMap, KeepsTheLowSixteenBitsOfAGlyphIndex) {
     spy.failCall("FT_Get_Advance", 3, FT_Err_Ok);
     const Gfx::CharMap map = makeCharMap(font.face, GlyphTransform::None);
     EXPECT_EQ(map['A'].glyphIndex, 0x2345);
-    EXPECT_EQ(map['B'].glyphIndex, 0) << "the walk goes on by the whole index";
+    EXPECT_EQ(map['B'].glyphIndex, 0) << "the walk continues with the whole index";
     EXPECT_EQ(map.size(), 2U);
     EXPECT_THAT(spy.getLines({"FT_Get_Advance"}),
                 ElementsAre("FT_Get_Advance 0 1", "FT_Get_Advance 74565 1", "FT_Get_Advance 65536 1"));
 }
 
-TEST(MakeCharMap, AsksForNoAdvanceOfAGlyphThatTheFaceLacks) {
+TEST(MakeCharMap, RequestsNoAdvanceOfAGlyphThatTheFaceLacks) {
     const OpenedFont font = openWithCharMaps({CharMapKind::Unicode});
     FreeTypeSpy spy;
     spy.setCharacters({{'A', static_cast<FT_UInt>(font->num_glyphs)}});
@@ -149,7 +149,7 @@ TEST(MakeCharMap, AsksForNoAdvanceOfAGlyphThatTheFaceLacks) {
     EXPECT_THAT(spy.getLines({"FT_Get_Advance"}), ElementsAre("FT_Get_Advance 0 1"));
 }
 
-TEST(MakeCharMap, RefusesCodesAboveThirtyTwoBits) {
+TEST(MakeCharMap, RefusesCodesAbove32Bits) {
     const OpenedFont font = openWithCharMaps({CharMapKind::Unicode});
     FreeTypeSpy spy;
     spy.setCharacters({{0xFFFFFFFFUL, 1}});
@@ -159,8 +159,8 @@ TEST(MakeCharMap, RefusesCodesAboveThirtyTwoBits) {
               "bad numeric conversion: positive overflow");
 }
 
-/// A font of a few hundred bytes in which all codes from 0 to `last` are glyph 1: one group of a format 13
-/// charmap.
+/// A font of a few hundred bytes that maps all codes from 0 to `last` to glyph 1, with one group of a format
+/// 13 charmap.
 OpenedFont openWithCodesUpTo(std::uint32_t last) {
     Testing::Bytes cmap{0, 0,  0, 1, 0, 3, 0, 10, 0, 0, 0, 12, // one charmap, of Microsoft's 32-bit Unicode
                         0, 13, 0, 0, 0, 0, 0, 28, 0, 0, 0, 0,  0, 0, 0, 1, 0, 0, 0, 0};
@@ -173,7 +173,7 @@ OpenedFont openWithCodesUpTo(std::uint32_t last) {
     return OpenedFont(builder.setTable("cmap", cmap).build());
 }
 
-TEST(MakeCharMap, TakesAsManyCodesAsUnicodeHas) {
+TEST(MakeCharMap, AcceptsAsManyCodesAsUnicodeHas) {
     const OpenedFont font = openWithCodesUpTo(0x10FFFF);
     const Gfx::CharMap map = makeCharMap(font.face, GlyphTransform::None);
     EXPECT_EQ(map.size(), 0x110000U);
@@ -211,7 +211,7 @@ TEST(MakeCharMap, ThrowsWithoutTheAdvanceOfAMappedGlyph) {
               "Error making char to glyph advance cache. FT_Get_Advance() failed.");
 }
 
-TEST(MakeCharMap, ThrowsWithTheCodeOfARefusedSize) {
+TEST(MakeCharMap, ThrowsTheCodeOfARefusedSize) {
     const OpenedFont font = openWithCharMaps({CharMapKind::Unicode});
     FreeTypeSpy spy;
     spy.failCall("FT_Set_Char_Size", 1, FT_Err_Invalid_Pixel_Size);

@@ -15,13 +15,13 @@ constexpr char onCurve = FT_CURVE_TAG_ON;
 constexpr char conic = FT_CURVE_TAG_CONIC;
 constexpr char cubic = FT_CURVE_TAG_CUBIC;
 
-/// An outline of one contour; coordinates are whole pixels.
+/// An outline of one contour with coordinates in whole pixels.
 class Contour {
 public:
     explicit Contour(char pointKind = onCurve)
         : _kind(pointKind) {}
 
-    /// Of a cubic contour each third point is on the curve.
+    /// In a cubic contour every third point is on the curve.
     Contour& add(FT_Pos x, FT_Pos y) {
         _tags.push_back(_kind == cubic && _points.size() % 3 == 0 ? onCurve : _kind);
         _points.push_back({x * 64, y * 64});
@@ -62,7 +62,7 @@ Contour makeBox(FT_Pos width, FT_Pos height) {
     return Contour().add(0, 0).add(0, height).add(width, height).add(width, 0);
 }
 
-/// Lines from bottom to top and back, spread over the width.
+/// Makes a contour of lines from bottom to top and back, spread over the width.
 Contour makeZigzag(int points, FT_Pos width, FT_Pos height) {
     Contour contour;
     for (int i = 0; i < points; ++i) {
@@ -94,13 +94,13 @@ TEST(RasterWork, OfOrdinaryShapesIsFarBelowTheLimit) {
     EXPECT_FALSE(makeZigzag(1000, 100, 100).isTooMuch());
 }
 
-TEST(RasterWork, OfManyLongEdgesIsTooMuch) {
+TEST(RasterWork, OfManyLongEdgesExceedsTheLimit) {
     EXPECT_TRUE(makeZigzag(20'000, 300, 300).isTooMuch());
     EXPECT_TRUE(makeZigzag(30'000, 1, 1000).isTooMuch());
     EXPECT_TRUE(makeZigzag(1000, 100, 10'000).isTooMuch());
 }
 
-TEST(RasterWork, OfManyEdgesInOneRowIsTooMuch) {
+TEST(RasterWork, OfManyEdgesInOneRowExceedsTheLimit) {
     Contour row;
     for (int i = 0; i < 10'000; ++i) {
         row.add(i % 2 * 600, i % 2);
@@ -136,19 +136,19 @@ TEST(RasterWork, OfOverlappingOutlinesGrowsWithTheirArea) {
     EXPECT_FALSE(makeBox(8000, 8000).setOverlapping().isTooMuch(FT_RENDER_MODE_NORMAL, 8000));
 }
 
-TEST(RasterWork, LimitIsOneUpTo100PixelsAndThenGrowsWithTheSize) {
+TEST(RasterWork, LimitIsConstantUpTo100PixelsPerEmAndThenGrows) {
     EXPECT_EQ(getMaxRasterWork(1), getMaxRasterWork(100));
     EXPECT_EQ(getMaxRasterWork(65'535) / 65'535, getMaxRasterWork(100) / 100);
 }
 
-TEST(RasterWork, LeavesOutlinesBeyondFreeTypesCoordinatesToFreeType) {
+TEST(RasterWork, IsZeroForOutlinesBeyondFreeTypesCoordinates) {
     Contour outline = makeBox(40'000, 10);
     EXPECT_EQ(outline.estimate(), 0);
     EXPECT_FALSE(outline.isTooMuch());
     EXPECT_FALSE(Contour().add(-40'000, 0).add(-39'999, 1).isTooMuch());
 }
 
-TEST(RasterWork, OfAnEmptyOutlineIsNone) {
+TEST(RasterWork, OfAnEmptyOutlineIsZero) {
     EXPECT_FALSE(Contour().isTooMuch());
 }
 

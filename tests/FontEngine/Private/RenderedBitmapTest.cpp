@@ -31,7 +31,7 @@ using Testing::OpenedFont;
 
 using GlyphPtr = std::shared_ptr<const FT_BitmapGlyphRec_>;
 
-/// Everything about a bitmap that one can see.
+/// Describes everything that is visible of a bitmap.
 struct Look {
     int left;
     int top;
@@ -63,7 +63,7 @@ Look look(const GlyphPtr& glyph) {
     return look(glyph->bitmap, glyph->left, glyph->top);
 }
 
-/// A font whose edges fall between the pixels, with curves.
+/// A font with curves and with edges between pixels.
 Testing::FontBuilder makeRoundFont() {
     Testing::FontBuilder font("Test Sans");
     font.addGlyph({613, {{{37, -113}, {51, 707, false}, {333, 655}, {577, 411, false}, {469, -71}}}, {}});
@@ -71,7 +71,7 @@ Testing::FontBuilder makeRoundFont() {
     return font;
 }
 
-/// FreeType by itself, called step by step in a library of the test.
+/// Renders with FreeType alone, step by step, in a library of the test.
 Look renderPlainly(const Bytes& file, int size26Dot6, int offset, FT_Render_Mode mode, int flags,
                    bool isBold = false, bool isSlanted = false) {
     FT_Library library = nullptr;
@@ -103,7 +103,7 @@ Look renderPlainly(const Bytes& file, int size26Dot6, int offset, FT_Render_Mode
     return result;
 }
 
-/// The engine's function on a face that is sized like that.
+/// Calls the engine's function on a face of that size.
 Look renderByEngine(const Bytes& file, int size26Dot6, const KeyFields& fields) {
     const OpenedFont font(file);
     FT_Library_SetLcdFilter(font.library.get(), FT_LCD_FILTER_LIGHT);
@@ -156,7 +156,7 @@ TEST(RenderedBitmap, CallsFreeTypeInThisOrder) {
     fields.offset = 12;
     fields.mode = FT_RENDER_MODE_LCD;
     createBitmapGlyph(fields.makeBitmap(), font.face, false).reset();
-    // A 24th of 10 pixels in 26.6 is 640 / 24 = 26.
+    // One 24th of 10 pixels in 26.6 is 640 / 24 = 26.
     EXPECT_THAT(spy.getLines(),
                 ElementsAre("FT_Set_Transform 65536 0 0 65536 12 0", "FT_Load_Glyph 1 8",
                             "FT_Outline_Embolden 26", "FT_Outline_Transform 65536 13930 0 65536",
@@ -164,7 +164,7 @@ TEST(RenderedBitmap, CallsFreeTypeInThisOrder) {
                             "FT_Done_Glyph", "FT_Done_Library"));
 }
 
-TEST(RenderedBitmap, ComesUnchangedFromABitmapFont) {
+TEST(RenderedBitmap, IsUnchangedInABitmapFont) {
     Testing::BdfFont builder;
     builder.glyphs.push_back({'A', 6, 5, 1, -1, {{0xF8}, {0x88}, {0x08}}});
     const OpenedFont font(builder.build());
@@ -183,7 +183,7 @@ TEST(RenderedBitmap, ComesUnchangedFromABitmapFont) {
     EXPECT_EQ(glyph->bitmap.buffer[2 * glyph->bitmap.pitch], 0x08);
 }
 
-TEST(RenderedBitmap, IsNotTransformedByABitmapFont) {
+TEST(RenderedBitmap, IsNotTransformedInABitmapFont) {
     Testing::BdfFont builder;
     builder.glyphs.push_back({'A', 6, 5, 0, 0, {{0xA8}}});
     const OpenedFont font(builder.build());
@@ -229,7 +229,7 @@ TEST(RenderedBitmap, StaysEmptyWhenFlipped) {
     EXPECT_EQ(createBitmapGlyph(space.makeBitmap(), font.face, true)->bitmap.rows, 0U);
 }
 
-TEST(RenderedBitmap, TellsFreeTypesErrorsWithCodeAndGlyph) {
+TEST(RenderedBitmap, ReportsFreeTypesErrorsWithCodeAndGlyph) {
     const OpenedFont font(makeTestFont().build());
     ASSERT_EQ(FT_Set_Char_Size(font.get(), 0, 640, 72, 0), 0);
     FreeTypeSpy spy;
@@ -248,7 +248,7 @@ TEST(RenderedBitmap, TellsFreeTypesErrorsWithCodeAndGlyph) {
     EXPECT_EQ(spy.getLines().front(), "FT_Set_Transform 65536 0 0 65536 0 0");
 }
 
-TEST(RenderedBitmap, TellsErrorCodesWithoutSignAndIndicesWithAllBits) {
+TEST(RenderedBitmap, ReportsUnsignedErrorCodesAndWholeIndices) {
     const OpenedFont font(makeTestFont().build());
     FreeTypeSpy spy;
     spy.failCall("FT_Load_Glyph", 1, -1);
@@ -261,7 +261,7 @@ TEST(RenderedBitmap, TellsErrorCodesWithoutSignAndIndicesWithAllBits) {
               "FT_Load_Glyph() failed, error: 6, glyph index: 18446744073709551615 ");
 }
 
-TEST(RenderedBitmapDeathTest, AssertsAFormatThatItKnows) {
+TEST(RenderedBitmapDeathTest, AssertsOnAnUnknownFormat) {
     const OpenedFont font(makeTestFont().build());
     ASSERT_EQ(FT_Set_Char_Size(font.get(), 0, 640, 72, 0), 0);
     FreeTypeSpy spy;

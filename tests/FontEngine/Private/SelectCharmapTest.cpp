@@ -29,7 +29,7 @@ std::vector<std::string> listSelections(const OpenedFont& font, bool isSymbolic,
     return spy.getLines();
 }
 
-TEST(SelectCharmap, AsksForTheEncodingOfTheKindOfFont) {
+TEST(SelectCharmap, RequestsTheEncodingForTheKindOfFont) {
     const OpenedFont font = openWithCharMaps({CharMapKind::Symbol, CharMapKind::Unicode});
     EXPECT_THAT(listSelections(font, false, false), ElementsAre("FT_Select_Charmap unic"));
     EXPECT_THAT(listSelections(font, false, true), ElementsAre("FT_Select_Charmap unic"));
@@ -49,7 +49,7 @@ TEST(SelectCharmap, PrefersUnicodeToTheCurrentCharmap) {
     EXPECT_EQ(font->charmap->encoding, FT_ENCODING_UNICODE);
 }
 
-TEST(SelectCharmap, AsksForUnicodeTwiceAndKeepsTheCurrentCharmap) {
+TEST(SelectCharmap, RequestsUnicodeTwiceAndKeepsTheCurrentCharmap) {
     const OpenedFont font = openWithCharMaps({CharMapKind::MacRoman, CharMapKind::Symbol});
     ASSERT_EQ(FT_Set_Charmap(font.get(), font->charmaps[1]), 0);
     EXPECT_THAT(listSelections(font, false, true),
@@ -57,7 +57,7 @@ TEST(SelectCharmap, AsksForUnicodeTwiceAndKeepsTheCurrentCharmap) {
     EXPECT_EQ(font->charmap, font->charmaps[1]);
 }
 
-TEST(SelectCharmap, TakesTheFirstCharmapWhereNoneIsCurrent) {
+TEST(SelectCharmap, SelectsTheFirstCharmapIfNoneIsCurrent) {
     const OpenedFont font = openWithCharMaps({CharMapKind::MacRoman, CharMapKind::Symbol});
     ASSERT_EQ(font->charmap, nullptr);
     EXPECT_THAT(listSelections(font, false, true),
@@ -65,7 +65,7 @@ TEST(SelectCharmap, TakesTheFirstCharmapWhereNoneIsCurrent) {
     EXPECT_EQ(font->charmap, font->charmaps[0]);
 }
 
-TEST(SelectCharmap, ThrowsWhenTheFirstCharmapIsRefused) {
+TEST(SelectCharmap, ThrowsIfFreeTypeRefusesTheFirstCharmap) {
     const OpenedFont font = openWithCharMaps({CharMapKind::MacRoman});
     FreeTypeSpy spy;
     spy.failCall("FT_Set_Charmap");

@@ -1,4 +1,4 @@
-// A cache of numbers with strikes against the same cache without them.
+// Compares a cache of numbers that has strikes with the same cache without strikes.
 
 #include <FontEngine/Private/FE_StrikeCache.h>
 
@@ -19,7 +19,7 @@
 namespace Vell::FontEngine::Internal {
 namespace {
 
-/// A number in a face at a size.
+/// A number with a face and a size.
 struct NumberKey {
     Testing::FaceInfoPtr face;
     float size;
@@ -37,7 +37,7 @@ struct NumberKeyHash {
     }
 };
 
-/// Does something when the last owner lets go.
+/// Runs a function when its last owner releases it.
 struct EndingNumber {
     std::uint32_t number;
     std::function<void()> end;
@@ -55,8 +55,8 @@ NumberCache::Node makeNode(std::uint32_t number, std::function<void()> end = nul
     return {NumberPtr(new EndingNumber{number, std::move(end)}), 10 + number % 7};
 }
 
-/// As the services of the factory ask.
-std::uint32_t askByRoad(const NumberCache& cache, NumberCache::Road& road, const NumberKey& key) {
+/// Requests an entry as the factory's services do.
+std::uint32_t requestByRoad(const NumberCache& cache, NumberCache::Road& road, const NumberKey& key) {
     const RecursiveLock lock(cache.getMutex());
     cache.open(road);
     if (const NumberCache::Node* const node = cache.find(road, key.number)) {
@@ -80,7 +80,7 @@ std::vector<std::uint64_t> listFigures(const NumberCache& cache) {
             figures.misses,  figures.maxEntries, figures.maxBytes};
 }
 
-TEST(StrikeCache, CountsAsACacheWithoutStrikesDoes) {
+TEST(StrikeCache, CountsLikeACacheWithoutStrikes) {
     for (unsigned int seed = 1; seed <= 20 && !HasFailure(); ++seed) {
         SCOPED_TRACE("seed " + std::to_string(seed));
         std::mt19937 random(seed);
@@ -100,7 +100,7 @@ TEST(StrikeCache, CountsAsACacheWithoutStrikesDoes) {
             auto& [road, face] = roads[random() % roads.size()];
             const NumberKey key{face, road.getInfo().fontSize, static_cast<std::uint32_t>(random() % 20)};
             const std::uint32_t expected = askByKey(without, key);
-            EXPECT_EQ(random() % 4 == 0 ? askByKey(withStrikes, key) : askByRoad(withStrikes, road, key),
+            EXPECT_EQ(random() % 4 == 0 ? askByKey(withStrikes, key) : requestByRoad(withStrikes, road, key),
                       expected);
             if (random() % 300 == 0) {
                 withStrikes.clear();
@@ -132,74 +132,74 @@ const NumberCache::Node* find(const NumberCache& cache, OneRoad& one, std::uint3
     return cache.find(one.road, number);
 }
 
-TEST(StrikeCache, RemembersWhatItWasAskedFor) {
+TEST(StrikeCache, RemembersRequestedEntries) {
     const NumberCache cache;
     OneRoad one;
     EXPECT_EQ(find(cache, one, 5), nullptr);
-    askByRoad(cache, one.road, one.makeKey(5));
+    requestByRoad(cache, one.road, one.makeKey(5));
     ASSERT_NE(find(cache, one, 5), nullptr);
-    OneRoad other; // of an equal description
+    OneRoad other; // with an equal description
     EXPECT_EQ(find(cache, other, 5), find(cache, one, 5));
     EXPECT_EQ(find(cache, one, 6), nullptr);
 }
 
-TEST(StrikeCache, ForgetsWhatIsEvicted) {
+TEST(StrikeCache, ForgetsEvictedEntries) {
     NumberCache cache;
     NumberCache::Cache limited(2, 0);
     cache.exchange(limited);
     OneRoad one;
     for (const std::uint32_t number : {1U, 2U, 1U, 3U}) {
-        askByRoad(cache, one.road, one.makeKey(number));
+        requestByRoad(cache, one.road, one.makeKey(number));
     }
     EXPECT_NE(find(cache, one, 1), nullptr) << "used through the road";
     EXPECT_EQ(find(cache, one, 2), nullptr);
     EXPECT_NE(find(cache, one, 3), nullptr);
 }
 
-TEST(StrikeCache, ForgetsAllWhenItIsEmptied) {
+TEST(StrikeCache, ForgetsAllEntriesWhenItIsEmptied) {
     NumberCache cache;
     OneRoad one;
-    askByRoad(cache, one.road, one.makeKey(1));
+    requestByRoad(cache, one.road, one.makeKey(1));
     cache.clear();
     EXPECT_EQ(find(cache, one, 1), nullptr);
-    askByRoad(cache, one.road, one.makeKey(1));
+    requestByRoad(cache, one.road, one.makeKey(1));
     NumberCache::Cache other(0, 0);
     cache.exchange(other);
     EXPECT_EQ(other.size(), 1U);
-    EXPECT_EQ(find(cache, one, 1), nullptr) << "though the entry lives on";
+    EXPECT_EQ(find(cache, one, 1), nullptr) << "although the entry still exists";
 }
 
-TEST(StrikeCache, FindsRoadsWhoseStrikeWasSweptMeanwhile) {
+TEST(StrikeCache, ReopensARoadWhoseStrikeWasSwept) {
     NumberCache cache;
     OneRoad one;
-    askByRoad(cache, one.road, one.makeKey(1));
+    requestByRoad(cache, one.road, one.makeKey(1));
     NumberCache::Cache limited(1, 0);
     cache.exchange(limited);
-    for (int size = 1; size <= 300; ++size) { // one entry at a time: the strikes before are empty
+    for (int size = 1; size <= 300; ++size) { // one entry at a time, so all earlier strikes are empty
         NumberCache::Road road({one.face.get(), static_cast<float>(size), GlyphTransform::None});
-        askByRoad(cache, road, {one.face, static_cast<float>(size), 1});
+        requestByRoad(cache, road, {one.face, static_cast<float>(size), 1});
     }
-    EXPECT_EQ(askByRoad(cache, one.road, one.makeKey(1)), 1U);
+    EXPECT_EQ(requestByRoad(cache, one.road, one.makeKey(1)), 1U);
     EXPECT_NE(find(cache, one, 1), nullptr);
 }
 
-TEST(StrikeCache, LeavesDescriptionsOfClientsToTheCache) {
+TEST(StrikeCache, DoesNotRememberDescriptionsOfClients) {
     const NumberCache cache;
     const auto face = Testing::makeClientFaceInfo("Test Sans");
     NumberCache::Road road({face.get(), 10.0F, GlyphTransform::None});
     const NumberKey key{face, 10.0F, 1};
-    askByRoad(cache, road, key);
+    requestByRoad(cache, road, key);
     const RecursiveLock lock(cache.getMutex());
     cache.open(road);
     EXPECT_EQ(cache.find(road, 1), nullptr);
     OneRoad own;
-    EXPECT_EQ(askByRoad(cache, own.road, own.makeKey(1)), 1U);
+    EXPECT_EQ(requestByRoad(cache, own.road, own.makeKey(1)), 1U);
     EXPECT_EQ(cache.getFigures().hits, 1U) << "the client's description is equal";
     cache.open(own.road);
     EXPECT_EQ(cache.find(own.road, 1), nullptr) << "but may become another one";
 }
 
-TEST(StrikeCache, LetsTheEndOfAnEntryAskForOthers) {
+TEST(StrikeCache, LetsADyingEntryRequestOthers) {
     NumberCache cache;
     NumberCache::Cache limited(3, 0);
     cache.exchange(limited);
@@ -210,26 +210,26 @@ TEST(StrikeCache, LetsTheEndOfAnEntryAskForOthers) {
         cache.prepare(one.road, one.face);
         const auto& node = cache.getOrPut(one.makeKey(0), [&] {
             return makeNode(0, [&] {
-                answer =
-                    askByRoad(cache, one.road, one.makeKey(50)) + askByRoad(cache, one.road, one.makeKey(2));
+                answer = requestByRoad(cache, one.road, one.makeKey(50)) +
+                         requestByRoad(cache, one.road, one.makeKey(2));
             });
         });
         cache.remember(one.road, 0, node);
     }
     for (const std::uint32_t number : {1U, 2U, 3U}) {
-        EXPECT_EQ(askByRoad(cache, one.road, one.makeKey(number)), number);
+        EXPECT_EQ(requestByRoad(cache, one.road, one.makeKey(number)), number);
     }
     EXPECT_EQ(answer, 52U);
     EXPECT_EQ(find(cache, one, 0), nullptr);
-    EXPECT_EQ(find(cache, one, 1), nullptr) << "pushed out by what the end has asked for";
+    EXPECT_EQ(find(cache, one, 1), nullptr) << "evicted by the request of the dying entry";
     EXPECT_NE(find(cache, one, 2), nullptr);
     EXPECT_NE(find(cache, one, 3), nullptr);
     EXPECT_NE(find(cache, one, 50), nullptr);
 }
 
-/// Empties the cache while the end of each entry asks for all of them.
+/// Empties the cache while each dying entry requests all of them.
 template <class Empty>
-void expectAllAreMadeAnew(const Empty& empty) {
+void expectAllAreMadeAgain(const Empty& empty) {
     constexpr std::uint32_t count = 8;
     NumberCache cache;
     OneRoad one;
@@ -237,7 +237,8 @@ void expectAllAreMadeAnew(const Empty& empty) {
     const auto askForAll = [&] {
         ++ends;
         for (std::uint32_t number = 0; number < count; ++number) {
-            EXPECT_EQ(askByRoad(cache, one.road, one.makeKey(number)), number) << "not one that ends";
+            EXPECT_EQ(requestByRoad(cache, one.road, one.makeKey(number)), number)
+                << "not one that is being destroyed";
         }
     };
     for (std::uint32_t number = 0; number < count; ++number) {
@@ -255,23 +256,23 @@ void expectAllAreMadeAnew(const Empty& empty) {
     EXPECT_EQ(figures.hits, (count - 1) * count);
 }
 
-TEST(StrikeCache, FindsNothingThatIsEndingWhileItIsEmptied) {
-    expectAllAreMadeAnew([](NumberCache& cache) { cache.clear(); });
-    expectAllAreMadeAnew([](NumberCache& cache) {
+TEST(StrikeCache, FindsNoDyingEntryWhileItIsEmptied) {
+    expectAllAreMadeAgain([](NumberCache& cache) { cache.clear(); });
+    expectAllAreMadeAgain([](NumberCache& cache) {
         NumberCache::Cache other(0, 0);
         cache.exchange(other);
     });
 }
 
-TEST(StrikeCache, LetsTheMakingOfAnEntryEmptyIt) {
+TEST(StrikeCache, MayBeEmptiedWhileAnEntryIsMade) {
     NumberCache cache;
     OneRoad one;
-    askByRoad(cache, one.road, one.makeKey(1));
+    requestByRoad(cache, one.road, one.makeKey(1));
     const RecursiveLock lock(cache.getMutex());
     cache.prepare(one.road, one.face);
     const auto& node = cache.getOrPut(one.makeKey(2), [&] {
         cache.clear();
-        askByRoad(cache, one.road, one.makeKey(3));
+        requestByRoad(cache, one.road, one.makeKey(3));
         return makeNode(2);
     });
     cache.remember(one.road, 2, node);

@@ -56,7 +56,7 @@ TEST(Strike, FindsEntriesByTheirSlots) {
     EXPECT_FALSE(strike.isEmpty());
 }
 
-TEST(Strike, LosesAnEntryThatEnds) {
+TEST(Strike, ForgetsADestroyedEntry) {
     Numbers strike;
     NodePtr ending = makeNode(1);
     const NodePtr staying = makeNode(2);
@@ -77,7 +77,7 @@ TEST(Strike, IsEmptyAgainAfterTheLastEntry) {
     EXPECT_TRUE(strike.hasRoom());
 }
 
-TEST(Strike, GivesAnEntryOneSlotAtATime) {
+TEST(Strike, HoldsAnEntryInOneSlotAtATime) {
     Numbers strike;
     const NodePtr node = makeNode(1);
     add(strike, 7, node);
@@ -88,7 +88,7 @@ TEST(Strike, GivesAnEntryOneSlotAtATime) {
     EXPECT_EQ(strike.find(8), node.get());
 }
 
-TEST(Strike, GivesAnEntryToAnotherStrike) {
+TEST(Strike, LetsAnEntryMoveToAnotherStrike) {
     Numbers first;
     Numbers second;
     const NodePtr node = makeNode(1);
@@ -99,7 +99,7 @@ TEST(Strike, GivesAnEntryToAnotherStrike) {
     EXPECT_EQ(second.find(7), node.get());
 }
 
-TEST(Strike, LetsAllEntriesGoWhenItIsCleared) {
+TEST(Strike, ReleasesAllEntriesWhenItIsCleared) {
     Numbers strike;
     std::vector<NodePtr> nodes;
     for (int i = 0; i < 40; ++i) {
@@ -112,10 +112,10 @@ TEST(Strike, LetsAllEntriesGoWhenItIsCleared) {
     add(strike, 3, nodes[1]);
     nodes.erase(nodes.begin(), nodes.begin() + 1);
     nodes.erase(nodes.begin() + 1, nodes.end());
-    EXPECT_EQ(strike.find(3), nodes[0].get()) << "the end of the others has emptied no cell";
+    EXPECT_EQ(strike.find(3), nodes[0].get()) << "destroying the others emptied no slot";
 }
 
-TEST(Strike, LetsEntriesGoWhenItEnds) {
+TEST(Strike, ReleasesItsEntriesWhenItIsDestroyed) {
     const NodePtr node = makeNode(1);
     {
         Numbers strike;
@@ -126,7 +126,7 @@ TEST(Strike, LetsEntriesGoWhenItEnds) {
     EXPECT_EQ(other.find(9), node.get());
 }
 
-TEST(Strike, TakesAnEntryWhoseValueWasMovedIntoIt) {
+TEST(Strike, AcceptsAnEntryThatWasMovedTo) {
     Numbers strike;
     Number value(1);
     value.data = 2;
@@ -135,7 +135,7 @@ TEST(Strike, TakesAnEntryWhoseValueWasMovedIntoIt) {
     EXPECT_EQ(strike.find(7)->getValue().data, 2);
 }
 
-/// Slots of one kind: near each other as those of one glyph are, or of glyphs far from each other.
+/// Slots of one kind: adjacent, like those of one glyph, or of glyphs far apart.
 std::uint32_t makeSlot(std::mt19937& random, std::uint32_t kind) {
     constexpr std::uint32_t distances[] = {1, 2, 256, 1U << 20U, 0x10001};
     return static_cast<std::uint32_t>(random() % 300) * distances[kind];
@@ -155,7 +155,7 @@ void expectSame(const Numbers& strike, const NodesBySlot& model, std::uint32_t k
     ASSERT_EQ(strike.isEmpty(), model.empty());
 }
 
-/// Grows to about `goal` entries and stays there while they come and go.
+/// Grows to about `goal` entries and keeps that size while entries come and go.
 void comeAndGo(std::mt19937& random, std::uint32_t kind, std::size_t goal) {
     Numbers strike;
     NodesBySlot model;
@@ -164,7 +164,7 @@ void comeAndGo(std::mt19937& random, std::uint32_t kind, std::size_t goal) {
         const auto found = model.find(slot);
         if (random() % 16 == 0 && found == model.end() && !model.empty()) {
             auto moved = model.extract(std::next(model.begin(), static_cast<int>(random() % model.size())));
-            moved.key() = slot; // an entry that takes another seat
+            moved.key() = slot; // an entry that moves to another slot
             add(strike, slot, moved.mapped());
             model.insert(std::move(moved));
         } else if (found == model.end() && model.size() < goal) {
@@ -182,7 +182,7 @@ void comeAndGo(std::mt19937& random, std::uint32_t kind, std::size_t goal) {
     }
 }
 
-TEST(Strike, HoldsWhatAMapHoldsWhileEntriesComeAndGo) {
+TEST(Strike, BehavesLikeAMapWhileEntriesComeAndGo) {
     std::mt19937 random(7);
     for (std::uint32_t kind = 0; kind < 5; ++kind) {
         for (const std::size_t goal : {3U, 10U, 40U, 200U}) {
@@ -243,7 +243,7 @@ TEST(StrikeInfo, DiffersInEachField) {
     }
 }
 
-TEST(StrikeInfo, IsOfTheKeysWithItsFields) {
+TEST(StrikeInfo, MatchesTheKeysWithItsFields) {
     const KeyFields fields;
     const StrikeInfo info = makeInfo(fields.face, fields.size);
     EXPECT_TRUE(info.isOf(fields.makeBitmap()));
@@ -273,7 +273,7 @@ TEST(StrikeSlot, DiffersInEachFieldOfAPaintersKey) {
     EXPECT_EQ(slots.count(noSlot), 0U);
 }
 
-TEST(StrikeSlot, IsNoneForKeysThatNoPainterMakes) {
+TEST(StrikeSlot, DoesNotExistForKeysThatNoPainterMakes) {
     EXPECT_EQ(getBitmapSlot(65536, FT_RENDER_MODE_NORMAL, 0, false), noSlot);
     EXPECT_EQ(getBitmapSlot(~0UL, FT_RENDER_MODE_NORMAL, 0, false), noSlot);
     EXPECT_EQ(getBitmapSlot(1, FT_RENDER_MODE_MONO, 0, false), noSlot);
@@ -322,7 +322,7 @@ TEST(StrikeMap, AreSweptWhileTheyAreEmpty) {
     EXPECT_EQ(used.find(5), node.get());
 }
 
-TEST(StrikeMap, SweepSeldomWhileAllAreInUse) {
+TEST(StrikeMap, AreSeldomSweptWhileAllAreInUse) {
     NumberStrikes strikes;
     const auto face = Testing::makeFaceInfo();
     std::vector<NodePtr> nodes;
@@ -338,7 +338,7 @@ TEST(StrikeMap, SweepSeldomWhileAllAreInUse) {
     }
 }
 
-TEST(StrikeMap, LetAllEntriesGoWhenTheyAreCleared) {
+TEST(StrikeMap, ReleaseAllEntriesWhenTheyAreCleared) {
     NumberStrikes strikes;
     const auto face = Testing::makeFaceInfo();
     NodePtr nodes[] = {makeNode(1), makeNode(2)};

@@ -17,7 +17,7 @@ using Testing::OpenedFont;
 
 using GlyphPtr = std::shared_ptr<const FT_BitmapGlyphRec_>;
 
-/// An LCD bitmap whose rows differ, and whose middle bytes are 101, 102, ... from the top.
+/// An LCD bitmap with different rows, whose middle bytes are 101, 102, ... from the top.
 FixedBitmap makeBar(unsigned int rows, unsigned int width, int pitch, int left) {
     FixedBitmap bar = {rows, width, pitch, FT_PIXEL_MODE_LCD, left, 9, {}};
     for (unsigned int row = 0; row < rows; ++row) {
@@ -44,7 +44,7 @@ Bytes getRow(const GlyphPtr& glyph, unsigned int row) {
     return Bytes(begin, begin + glyph->bitmap.pitch);
 }
 
-/// `filled` bytes of coverage, then zeros up to `pitch`.
+/// A row of `filled` bytes of coverage, then zeros up to `pitch`.
 Bytes makeRow(unsigned char coverage, std::size_t filled, std::size_t pitch) {
     Bytes row(filled, coverage);
     row.resize(pitch);
@@ -76,8 +76,8 @@ TEST(Underscore, TruncatesTheQuarter) {
     }
 }
 
-TEST(Underscore, StartsAtItsOriginAtTheLatest) {
-    // 3 missing pixels are 9 sub-pixels: 12 + 9 = 21, and a quarter of that is 5.
+TEST(Underscore, BeginsNoLaterThanItsOrigin) {
+    // The 3 missing pixels are 9 sub-pixels: 12 + 9 = 21, and a quarter of 21 is 5.
     const GlyphPtr glyph = join(makeBar(1, 12, 16, -3), false);
     EXPECT_EQ(glyph->left, 0);
     EXPECT_EQ(glyph->bitmap.width, 26U);
@@ -85,7 +85,7 @@ TEST(Underscore, StartsAtItsOriginAtTheLatest) {
     EXPECT_EQ(getRow(glyph, 0), makeRow(101, 24, 32));
 }
 
-TEST(Underscore, StaysAtItsOriginWhenItStartsThere) {
+TEST(Underscore, StaysAtItsOriginIfItBeginsThere) {
     const GlyphPtr glyph = join(makeBar(1, 12, 12, 0), false);
     EXPECT_EQ(glyph->left, 0);
     EXPECT_EQ(glyph->bitmap.width, 15U);
@@ -93,7 +93,7 @@ TEST(Underscore, StaysAtItsOriginWhenItStartsThere) {
     EXPECT_EQ(getRow(glyph, 0), makeRow(101, 12, 16));
 }
 
-TEST(Underscore, KeepsItsPlaceAsTheLastOneButBecomesEven) {
+TEST(Underscore, KeepsItsPlaceAsTheLastOneButIsEvenedOut) {
     const GlyphPtr glyph = join(makeBar(3, 12, 13, -3), true);
     EXPECT_EQ(glyph->left, -3);
     EXPECT_EQ(glyph->bitmap.width, 12U);
@@ -103,28 +103,28 @@ TEST(Underscore, KeepsItsPlaceAsTheLastOneButBecomesEven) {
     }
 }
 
-TEST(Underscore, IsFilledInWholePixelsBelowTheWidthLessThree) {
-    // Positions 0, 3, ... below width - 3: for 7 they are 0 and 3, for 8 and 9 the same, for 10 there is 6.
+TEST(Underscore, IsFilledInWholePixelsUpToTheWidthMinus3) {
+    // Fills at positions 0, 3, ... below width - 3: at 0 and 3 for widths 7, 8 and 9, and also at 6 for 10.
     EXPECT_EQ(getRow(join(makeBar(1, 7, 8, 1), true), 0), makeRow(101, 6, 8));
     EXPECT_EQ(getRow(join(makeBar(1, 8, 8, 1), true), 0), makeRow(101, 6, 8));
     EXPECT_EQ(getRow(join(makeBar(1, 9, 12, 1), true), 0), makeRow(101, 6, 12));
     EXPECT_EQ(getRow(join(makeBar(1, 10, 12, 1), true), 0), makeRow(101, 9, 12));
 }
 
-TEST(Underscore, TakesTheMiddleByteAfterTheFlip) {
+TEST(Underscore, UsesTheMiddleByteAfterTheFlip) {
     const GlyphPtr glyph = join(makeBar(3, 12, 12, 1), true, '_', true);
     EXPECT_EQ(glyph->bitmap.buffer[0], 103);
     EXPECT_EQ(glyph->bitmap.buffer[2 * glyph->bitmap.pitch], 101);
 }
 
-TEST(Underscore, IsLeftAloneUpToTwoPixels) {
+TEST(Underscore, IsUnchangedUpToTwoPixels) {
     for (const bool isLast : {false, true}) {
         expectUnchanged(join(makeBar(2, 6, 8, -1), isLast), makeBar(2, 6, 8, -1));
         EXPECT_NE(join(makeBar(2, 7, 7, -1), isLast)->bitmap.pitch, 7);
     }
 }
 
-TEST(Underscore, IsLeftAloneInOtherPixelModes) {
+TEST(Underscore, IsUnchangedInOtherPixelModes) {
     for (const unsigned char mode : {FT_PIXEL_MODE_GRAY, FT_PIXEL_MODE_LCD_V, FT_PIXEL_MODE_MONO}) {
         FixedBitmap bar = makeBar(2, 12, 12, -1);
         bar.pixelMode = mode;
@@ -132,7 +132,7 @@ TEST(Underscore, IsLeftAloneInOtherPixelModes) {
     }
 }
 
-TEST(Underscore, IsLeftAloneWhenItsRowsRunUpwards) {
+TEST(Underscore, IsUnchangedIfItsRowsRunUpwards) {
     FixedBitmap bar = makeBar(2, 12, 12, -1);
     bar.pitch = -12;
     const GlyphPtr glyph = join(bar, false);
@@ -156,8 +156,8 @@ TEST(Underscore, MayHaveNoRows) {
     EXPECT_EQ(glyph->left, 0);
 }
 
-TEST(Underscore, LivesInFreeTypesMemory) {
-    // The address sanitizer sees a release by another allocator, and a bitmap that nobody releases.
+TEST(Underscore, IsAllocatedInFreeTypesMemory) {
+    // The address sanitizer detects a release by another allocator, and a leak.
     const OpenedFont font(makeTestFont().build());
     ASSERT_EQ(FT_Set_Char_Size(font.get(), 0, 64 * 40, 72, 0), 0);
     const KeyFields fields = KeyFields()

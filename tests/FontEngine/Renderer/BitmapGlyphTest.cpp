@@ -10,7 +10,7 @@
 namespace Vell::FontEngine {
 namespace {
 
-TEST(BitmapGlyph, HoldsWhatItWasGiven) {
+TEST(BitmapGlyph, ReturnsItsArguments) {
     const auto data = std::make_shared<const FT_BitmapGlyphRec_>();
     const BitmapGlyph glyph(data, {1.25F, -2.5F}, KeyFields().with(&KeyFields::unicode, '_').makeBitmap());
     EXPECT_EQ(glyph.getData(), data);
@@ -19,7 +19,7 @@ TEST(BitmapGlyph, HoldsWhatItWasGiven) {
     EXPECT_EQ(glyph.getInfo().getUnicode(), static_cast<unsigned int>('_')) << "also what equality ignores";
 }
 
-TEST(BitmapGlyph, TakesANullBitmap) {
+TEST(BitmapGlyph, AcceptsANullBitmap) {
     EXPECT_EQ(BitmapGlyph(nullptr, {0, 0}, KeyFields().makeBitmap()).getData(), nullptr);
 }
 
@@ -37,14 +37,14 @@ TEST(BitmapGlyph, KeepsTheBitmapAliveInItsCopies) {
     EXPECT_TRUE(watch.expired());
 }
 
-TEST(BitmapGlyph, LeavesTheKeyToWhoeverHandsItOver) {
+TEST(BitmapGlyph, CopiesAKeyThatIsMovedIn) {
     BitmapGlyphInfo key = KeyFields().with(&KeyFields::face, Testing::makeFaceInfo("a", true)).makeBitmap();
     const BitmapGlyph glyph(nullptr, {0, 0}, std::move(key));
     EXPECT_TRUE(key.isBold());
     EXPECT_EQ(key, glyph.getInfo());
 }
 
-TEST(BitmapGlyph, StaysWhatItWasWhenItIsMovedFrom) {
+TEST(BitmapGlyph, IsUnchangedWhenItIsMovedFrom) {
     BitmapGlyph glyph(std::make_shared<const FT_BitmapGlyphRec_>(), {0, 0}, KeyFields().makeBitmap());
     const BitmapGlyph moved(std::move(glyph));
     EXPECT_EQ(glyph.getInfo(), moved.getInfo());
@@ -79,7 +79,7 @@ TEST(BitmapGlyphRun, KeepsTheBoxAsItIs) {
     }
 }
 
-TEST(BitmapGlyphRun, TakesItsGlyphsByMoving) {
+TEST(BitmapGlyphRun, MovesItsGlyphsIn) {
     const auto data = std::make_shared<const FT_BitmapGlyphRec_>();
     std::vector<BitmapGlyph> glyphs(2, BitmapGlyph(data, {1, 0}, KeyFields().makeBitmap()));
     const BitmapGlyph* const address = glyphs.data();

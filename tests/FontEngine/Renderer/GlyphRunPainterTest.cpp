@@ -21,7 +21,7 @@ using testing::IsEmpty;
 
 constexpr cinder::ColorAT<unsigned char> red(255, 0, 0, 255);
 
-/// Remembers its calls by name; throws from the one that it is told.
+/// Records its calls by name, and throws from a given one.
 class CallRecorder : public BitmapGlyphRunPainter {
 public:
     explicit CallRecorder(std::string thrower = {})
@@ -51,7 +51,7 @@ void draw(const char* text, BitmapGlyphPainter& glyphPainter) {
         .drawText(text, Testing::makeExtFontInfo(), engine.getFont(), red, 1.0F);
 }
 
-TEST(GlyphRunPainter, HearsWhereARunBeginsAndEnds) {
+TEST(GlyphRunPainter, IsNotifiedWhenARunBeginsAndEnds) {
     CallRecorder recorder;
     draw("Ax", recorder);
     EXPECT_THAT(recorder.calls, ElementsAre("begin", "glyph", "glyph", "end"));
@@ -59,31 +59,31 @@ TEST(GlyphRunPainter, HearsWhereARunBeginsAndEnds) {
     EXPECT_THAT(recorder.calls, ElementsAre("begin", "glyph", "glyph", "end", "begin", "glyph", "end"));
 }
 
-TEST(GlyphRunPainter, HearsColoredGlyphsWithinTheRun) {
+TEST(GlyphRunPainter, DrawsColoredGlyphsWithinTheRun) {
     CallRecorder recorder;
     draw("A_", recorder);
     EXPECT_THAT(recorder.calls, ElementsAre("begin", "glyph", "glyph", "end"));
 }
 
-TEST(GlyphRunPainter, HearsNothingOfARunWithoutGlyphs) {
+TEST(GlyphRunPainter, IsNotNotifiedOfAnEmptyRun) {
     CallRecorder recorder;
     draw("", recorder);
     EXPECT_THAT(recorder.calls, IsEmpty());
 }
 
-TEST(GlyphRunPainter, HearsOfTheEndAfterAGlyphThatThrew) {
+TEST(GlyphRunPainter, IsNotifiedOfTheEndAfterAGlyphThrew) {
     CallRecorder recorder("glyph");
     EXPECT_THROW(draw("Ax", recorder), InjectedError);
     EXPECT_THAT(recorder.calls, ElementsAre("begin", "glyph", "end"));
 }
 
-TEST(GlyphRunPainter, HearsOfNoGlyphAndNoEndAfterABeginThatThrew) {
+TEST(GlyphRunPainter, GetsNoGlyphAndNoEndAfterTheBeginThrew) {
     CallRecorder recorder("begin");
     EXPECT_THROW(draw("Ax", recorder), InjectedError);
     EXPECT_THAT(recorder.calls, ElementsAre("begin"));
 }
 
-/// Hears of runs although it came to drawing glyphs by another base.
+/// Is notified of runs although it inherits BitmapGlyphPainter through another base, too.
 class PlainRecorder : public BitmapGlyphPainter {
 public:
     void drawGlyph(const BitmapGlyphImage&, const cinder::Vec2<float>&) override {
@@ -93,7 +93,7 @@ public:
     std::vector<std::string> calls;
 };
 
-class TwofoldRecorder : public PlainRecorder, public BitmapGlyphRunPainter {
+class DoubleBaseRecorder : public PlainRecorder, public BitmapGlyphRunPainter {
 public:
     void drawGlyph(const BitmapGlyphImage& image, const cinder::Vec2<float>& position) override {
         PlainRecorder::drawGlyph(image, position);
@@ -103,13 +103,13 @@ public:
     void endGlyphRun() noexcept override { calls.emplace_back("end"); }
 };
 
-TEST(GlyphRunPainter, IsFoundThroughAnyBaseThatNamesIt) {
-    TwofoldRecorder recorder;
+TEST(GlyphRunPainter, IsFoundThroughAnyBaseThatReturnsIt) {
+    DoubleBaseRecorder recorder;
     draw("A", static_cast<PlainRecorder&>(recorder));
     EXPECT_THAT(recorder.calls, ElementsAre("begin", "glyph", "end"));
 }
 
-TEST(GlyphRunPainter, IsNotAskedOfPlainPainters) {
+TEST(GlyphRunPainter, IsNotRequiredOfPlainPainters) {
     PlainRecorder recorder;
     EXPECT_EQ(recorder.getRunPainter(), nullptr);
     draw("Ax", recorder);

@@ -1,4 +1,4 @@
-// The views of grey and monochrome bitmaps that glyph painters are given: all fields are the bitmap's.
+// The views of grey and monochrome bitmaps that glyph painters receive: all fields are those of the bitmap.
 
 #include <FontEngine/Engine.h>
 #include <FontEngine/FixedRenderer.h>
@@ -32,7 +32,7 @@ auto listFields(const FT_Bitmap& bitmap) {
                            static_cast<const unsigned char*>(bitmap.buffer), bitmap.pixel_mode);
 }
 
-/// The view of an 'A' at size 10, which is also seen to be that of the cached bitmap.
+/// Draws an 'A' at size 10, checks that its view is that of the cached bitmap, and returns the view.
 DrawnGlyph drawA(const Engine& engine) {
     Testing::RecordingPainter painter;
     Testing::RecordingGlyphPainter glyphPainter;
@@ -70,7 +70,7 @@ TEST(GlyphViews, ShowBitmapsThatFlowUpwardsAsTheyAre) {
     EXPECT_EQ(view.pixelMode, FT_PIXEL_MODE_GRAY);
 }
 
-TEST(GlyphViews, TakeNothingOverFromTheGlyphBefore) {
+TEST(GlyphViews, KeepNothingOfThePreviousGlyph) {
     unsigned char pixels[] = {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12};
     const std::vector<FT_Bitmap> bitmaps = {
         {3, 9, 2, pixels, 0, FT_PIXEL_MODE_MONO, 0, nullptr},

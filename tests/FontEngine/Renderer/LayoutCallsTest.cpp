@@ -1,4 +1,4 @@
-// What the objects of a client see of a layout.
+// Which calls a layout makes on the objects of its client.
 
 #include <FontEngine/Engine.h>
 
@@ -41,9 +41,9 @@ BitmapGlyphRun layOut(boost::string_ref text, const Testing::ExtFontInfoPtr& ext
 
 using Calls = std::vector<std::string>;
 
-class NotingFaceInfo : public Gfx::FontFaceInfo {
+class RecordingFaceInfo : public Gfx::FontFaceInfo {
 public:
-    explicit NotingFaceInfo(Calls& calls)
+    explicit RecordingFaceInfo(Calls& calls)
         : _calls(calls) {}
     std::string getName() const override { return "Test Sans"; }
     bool isBold() const override { return note("isBold"); }
@@ -57,11 +57,11 @@ private:
     Calls& _calls;
 };
 
-class NotingFontInfo : public Gfx::FontInfo {
+class RecordingFontInfo : public Gfx::FontInfo {
 public:
-    explicit NotingFontInfo(Calls& calls)
+    explicit RecordingFontInfo(Calls& calls)
         : _calls(calls)
-        , _face(makeNNPtr<const NotingFaceInfo>(calls)) {}
+        , _face(makeNNPtr<const RecordingFaceInfo>(calls)) {}
     Testing::FaceInfoPtr getFontFaceInfo() const override {
         _calls.emplace_back("getFontFaceInfo");
         return _face;
@@ -80,8 +80,8 @@ private:
     Testing::FaceInfoPtr _face;
 };
 
-/// Calls a function whenever it is asked for the font. Derived from the library's own class, which a layout
-/// must not take for it.
+/// Calls a function in each getFontInfo. The class derives from the library's own, but a layout must not
+/// treat it as such.
 class CallingExtFontInfo : public Internal::ExtFontInfo {
 public:
     CallingExtFontInfo(const FontInfoPtr& asked, std::function<void()> call)
@@ -98,38 +98,38 @@ private:
     std::function<void()> _call;
 };
 
-Testing::ExtFontInfoPtr makeNoting(Calls& calls) {
-    return makeNNPtr<const CallingExtFontInfo>(makeNNPtr<const NotingFontInfo>(calls),
+Testing::ExtFontInfoPtr makeRecordingDescription(Calls& calls) {
+    return makeNNPtr<const CallingExtFontInfo>(makeNNPtr<const RecordingFontInfo>(calls),
                                                [&calls] { calls.emplace_back("getFontInfo"); });
 }
 
-/// The calls but for those by which the caches compare descriptions.
-Calls listQuestions(const Calls& calls) {
-    Calls questions;
+/// The calls without those by which the caches compare descriptions.
+Calls listAccessorCalls(const Calls& calls) {
+    Calls accessorCalls;
     for (const std::string& call : calls) {
         if (call != "isBold" && call != "isItalic") {
-            questions.push_back(call);
+            accessorCalls.push_back(call);
         }
     }
-    return questions;
+    return accessorCalls;
 }
 
-TEST(LayoutCalls, AskForTheFaceOfEveryCharacter) {
+TEST(LayoutCalls, ReadTheFaceOncePerCharacter) {
     const Engine engine;
     const Font font = engine.getFont();
     Calls calls;
-    const BitmapGlyphRun run = layOut("AxA", makeNoting(calls), font);
-    EXPECT_THAT(listQuestions(calls), ElementsAre("getFontInfo", "getFontFaceInfo", "getFontInfo",
-                                                  "getFontFaceInfo", "getFontInfo", "getFontFaceInfo"));
+    const BitmapGlyphRun run = layOut("AxA", makeRecordingDescription(calls), font);
+    EXPECT_THAT(listAccessorCalls(calls), ElementsAre("getFontInfo", "getFontFaceInfo", "getFontInfo",
+                                                      "getFontFaceInfo", "getFontInfo", "getFontFaceInfo"));
     EXPECT_EQ(run.getGlyphs().at(0).getInfo().getFaceInfo()->getName(), "Test Sans");
 }
 
-TEST(LayoutCalls, ShareTheDescriptionWithTheCacheAlone) {
+TEST(LayoutCalls, AddNoReferenceToADescriptionInTheCache) {
     const Engine engine;
     const Font font = engine.getFont();
     const std::shared_ptr<const Gfx::FontFaceInfo> face = makeFaceInfo();
     const auto extFontInfo = makeExtFontInfo(makeFontInfo(face));
-    layOut("Ax", extFontInfo, font); // now the caches share it
+    layOut("Ax", extFontInfo, font); // from now on the caches share it
     const long before = face.use_count();
     const BitmapGlyphRun run = layOut("AxAx", extFontInfo, font);
     EXPECT_EQ(run.getGlyphs().size(), 4U);
@@ -137,20 +137,20 @@ TEST(LayoutCalls, ShareTheDescriptionWithTheCacheAlone) {
     EXPECT_EQ(face.use_count(), before);
 }
 
-TEST(LayoutCalls, AskForTheStyleOfEveryMissingCharacter) {
+TEST(LayoutCalls, ReadTheStyleOncePerMissingCharacter) {
     Engine engine;
     engine.loader->setRangeFamily(FontLoaders::UnicodeRangeMap::find(snowman), "Test Sans");
     const Font font = engine.getFont();
     Calls calls;
-    layOut(std::string(snowmanText) + snowmanText, makeNoting(calls), font);
+    layOut(std::string(snowmanText) + snowmanText, makeRecordingDescription(calls), font);
     const Calls each = {"getFontInfo", "getFontFaceInfo", "getFontInfo", "getFontFaceInfo",
                         "isBold",      "isItalic",        "getSize",     "getTextPositionType"};
     ASSERT_GE(calls.size(), each.size());
     EXPECT_EQ(Calls(calls.begin(), calls.begin() + 8), each);
-    EXPECT_EQ(listQuestions(calls).size(), 12U);
+    EXPECT_EQ(listAccessorCalls(calls).size(), 12U);
 }
 
-TEST(LayoutCalls, AskTheLoaderForEveryMissingCharacter) {
+TEST(LayoutCalls, QueryTheLoaderOncePerMissingCharacter) {
     Engine engine;
     const auto symbols = FontLoaders::UnicodeRangeMap::find(snowman);
     const auto arrows = FontLoaders::UnicodeRangeMap::find(arrow);
@@ -164,7 +164,7 @@ TEST(LayoutCalls, AskTheLoaderForEveryMissingCharacter) {
                             family + std::to_string(arrows), family + std::to_string(symbols)));
 }
 
-TEST(LayoutCalls, LookFallbackFacesUpInTheCacheEachTime) {
+TEST(LayoutCalls, LookUpTheFallbackFaceOncePerMissingCharacter) {
     Engine engine;
     for (const char* const family : {"First", "Second"}) {
         engine.loader->setFont(family, false, false, makeTestFont(family).build());
@@ -176,7 +176,7 @@ TEST(LayoutCalls, LookFallbackFacesUpInTheCacheEachTime) {
     engine.loader->clearCalls();
     const BitmapGlyphRun run =
         layOut(std::string(snowmanText) + snowmanText + arrowText + snowmanText, makeExtFontInfo(), font);
-    EXPECT_EQ(engine.loader->countCalls("loadFont \"First\" regular"), 2U) << "dropped for the other one";
+    EXPECT_EQ(engine.loader->countCalls("loadFont \"First\" regular"), 2U) << "evicted for the other one";
     EXPECT_EQ(engine.loader->countCalls("loadFont \"Second\" regular"), 1U);
     std::vector<std::string> families;
     for (const BitmapGlyph& glyph : run.getGlyphs()) {
@@ -185,7 +185,7 @@ TEST(LayoutCalls, LookFallbackFacesUpInTheCacheEachTime) {
     EXPECT_THAT(families, ElementsAre("First", "First", "Second", "First"));
 }
 
-TEST(LayoutCalls, TakeTheStyleOfEachMissingCharacter) {
+TEST(LayoutCalls, UseTheStyleThatIsCurrentAtEachMissingCharacter) {
     Engine engine;
     engine.loader->setRangeFamily(FontLoaders::UnicodeRangeMap::find(snowman), "Test Sans");
     const Font font = engine.getFont();
@@ -208,13 +208,13 @@ TEST(LayoutCalls, TakeTheStyleOfEachMissingCharacter) {
     EXPECT_FALSE(run.getGlyphs().at(1).getInfo().isItalic());
 }
 
-TEST(LayoutCalls, KeepTheFactoryWhileTheyLast) {
+TEST(LayoutCalls, KeepTheFactoryAliveUntilTheyReturn) {
     auto engine = std::make_unique<Engine>();
     const Font font = engine->getFont();
     const auto extFontInfo =
         makeNNPtr<const CallingExtFontInfo>(makeFontInfo(), [&engine] { engine.reset(); });
     EXPECT_EQ(layOut("AxA", extFontInfo, font).getGlyphs().size(), 3U);
-    EXPECT_TRUE(layOut("AxA", makeExtFontInfo(), font).getGlyphs().empty()) << "the factory has gone";
+    EXPECT_TRUE(layOut("AxA", makeExtFontInfo(), font).getGlyphs().empty()) << "the factory was destroyed";
     Testing::RecordingPainter painter;
     EXPECT_TRUE(
         VectorTextPainter(painter).createGlyphRun("AxA", makeExtFontInfo(), font).getGlyphs().empty());

@@ -23,7 +23,7 @@ constexpr unsigned int ideograph = 0x20000;
 constexpr unsigned int alpha = 0x3B1;        // its block has no family
 constexpr unsigned int unassigned = 0x40000; // in no block
 
-/// Characters with their advances, in the order of their glyphs from 1 on.
+/// The characters and their advances, in the order of their glyphs from 1 on.
 struct Advance {
     unsigned int codePoint;
     unsigned int units;
@@ -62,7 +62,7 @@ Testing::FontBuilder makeFont(const char* family, unsigned int unitsPerEm, unsig
     return font;
 }
 
-/// With a glyph of which a part is missing.
+/// Builds the text's own font, with a glyph whose part does not exist.
 Testing::Bytes buildOwnFont() {
     Testing::FontBuilder font = makeFont(ownFamily, 1000, 470, listOwnAdvances());
     constexpr unsigned int noGlyph = 999;
@@ -80,7 +80,7 @@ ModelGlyph findIn(const char* family, float unitsPerEm, float missingUnits,
     return {family, 0, missingUnits / unitsPerEm};
 }
 
-/// What texts are made of: what it reads as, and what is written.
+/// The pieces of texts: their bytes, and the characters that they decode to.
 struct Piece {
     std::string bytes;
     std::vector<unsigned int> codePoints;
@@ -99,8 +99,8 @@ const std::vector<Piece>& getPieces() {
         {"\xCE\xB1", {alpha}},
         {"\xF1\x80\x80\x80", {unassigned}},
         {"\xED\xA0\xBD", {0xFFFD, 0xFFFD, 0xFFFD}}, // half a surrogate pair
-        {"\xF0\x9F\x98", {0xFFFD}},                 // cut short
-        {"\xC0\xAF", {0xFFFD, 0xFFFD}},             // too long for its value
+        {"\xF0\x9F\x98", {0xFFFD}},                 // truncated
+        {"\xC0\xAF", {0xFFFD, 0xFFFD}},             // overlong
     };
     return pieces;
 }
@@ -119,7 +119,7 @@ T choose(std::mt19937& random, const T (&values)[count]) {
     return values[random() % count];
 }
 
-/// A float from 0 up to `limit`, in steps that are no fractions of two.
+/// A float from 0 to `limit`, in steps that are not powers of two.
 float chooseUpTo(std::mt19937& random, float limit) {
     return limit * static_cast<float>(random() % 100003) / 100003.0F;
 }

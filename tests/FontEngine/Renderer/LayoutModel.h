@@ -12,35 +12,35 @@
 
 namespace Vell::FontEngine {
 
-/// One character's glyph, as the fonts below were built: known without asking the engine.
+/// The glyph of a character, known from how the fonts below are built, without the engine.
 struct ModelGlyph {
     const char* family;
     unsigned long index;
     float advance; ///< in ems
 };
 
-/// Two families and what they hold. "Test Sans" (1000 units per em) has the letters, the underscore, the
-/// space and two characters beyond the Basic Multilingual Plane; "Symbols" (500 units per em) serves three
-/// Unicode blocks, of one of which it has no character. FreeType cannot load the exclamation mark of "Test
-/// Sans", which no random text contains.
+/// Two families and their glyphs. "Test Sans" (1000 units per em) has the letters, the underscore, the space
+/// and two characters beyond the Basic Multilingual Plane. "Symbols" (500 units per em) serves three Unicode
+/// blocks, but has no character of one of them. FreeType cannot load the exclamation mark of "Test Sans", and
+/// no random text contains it.
 class ModelFonts {
 public:
-    /// `loader` gets the fonts.
+    /// Adds the fonts to `loader`.
     explicit ModelFonts(
         std::shared_ptr<Testing::CountingLoader> loader = std::make_shared<Testing::CountingLoader>());
 
     const NNPtr<FontFactory>& getFactory() const { return _factory; }
 
-    /// The glyph of the text's own font; glyph 0 where it has none.
+    /// Returns the glyph of the text's own font, or glyph 0 if it has none.
     ModelGlyph findOwn(unsigned int codePoint) const;
-    /// The same with the fallback for what the font lacks.
+    /// Returns the glyph of the text's own font or, if it has none, of the fallback font.
     ModelGlyph find(unsigned int codePoint) const;
 
 private:
     NNPtr<FontFactory> _factory;
 };
 
-/// A text twice: its bytes and the characters that they stand for, U+FFFD for the ill-formed ones.
+/// A text as bytes and as the characters that they decode to, with U+FFFD for ill-formed bytes.
 struct ModelText {
     std::string bytes;
     std::vector<unsigned int> codePoints;
@@ -57,7 +57,7 @@ struct ModelSetting {
     cinder::Vec2<float> scale;
     bool flipVertically;
 
-    /// The size that glyphs are drawn at.
+    /// The size at which glyphs are drawn.
     float getGlyphSize() const { return position == Gfx::TextPositionType::Normal ? size : size * 0.65F; }
     Testing::ExtFontInfoPtr makeExtFontInfo() const;
 };

@@ -1,4 +1,4 @@
-// Both layouts and both painters, bit by bit, against the same computed plainly for thousands of random
+// Compares both layouts and both painters, bit by bit, with a plain computation for thousands of random
 // texts.
 
 #include <FontEngine/Renderer/LayoutModel.h>
@@ -23,7 +23,7 @@ using Point = cinder::Vec2<float>;
 constexpr int textCount = 3000;
 constexpr int textsBetweenFlushes = 64;
 
-/// A glyph where the plain computation puts it.
+/// A glyph at the place that the plain computation gives.
 struct ExpectedGlyph {
     BitmapGlyphInfo key;
     float pen;
@@ -104,7 +104,7 @@ void forManyTexts(unsigned int seed, const Check& check) {
     }
 }
 
-TEST(LayoutModel, IsTheRasterLayout) {
+TEST(LayoutModel, MatchesTheRasterLayout) {
     forManyTexts(1, [](const ModelFonts& fonts, std::mt19937& random) {
         const ModelText text = makeRandomText(random);
         const ModelSetting setting = makeRandomSetting(random);
@@ -129,7 +129,7 @@ Point place(const ExpectedGlyph& glyph, float ratio) {
     return {ratio < 1.5F ? floorf(x) : x, y - whole < 0.7402039766311646F ? whole : y};
 }
 
-/// A transform that turns by nothing, by a quarter or by any angle, after scaling as the setting says.
+/// A transform that scales by the setting and then rotates: not at all, by a quarter turn or by any angle.
 cinder::MatrixAffine2<float> makeRandomTransform(std::mt19937& random, const Point& scale) {
     const float angles[] = {0.0F, 1.5707964F, static_cast<float>(random() % 6000) / 1000.0F - 3.0F};
     const float angle = angles[random() % 3];
@@ -138,7 +138,7 @@ cinder::MatrixAffine2<float> makeRandomTransform(std::mt19937& random, const Poi
     return rotation * cinder::MatrixAffine2<float>(scale.x, 0, 0, scale.y, 0, 0);
 }
 
-TEST(LayoutModel, IsWhatTheRasterPainterDrawsUnderAnyLineTransform) {
+TEST(LayoutModel, MatchesTheRasterPainterUnderAnyLineTransform) {
     forManyTexts(2, [](const ModelFonts& fonts, std::mt19937& random) {
         const ModelText text = makeRandomText(random);
         ModelSetting setting = makeRandomSetting(random);
@@ -172,7 +172,7 @@ TEST(LayoutModel, IsWhatTheRasterPainterDrawsUnderAnyLineTransform) {
     });
 }
 
-/// An outline where the plain computation puts it, with its advance.
+/// An outline at the place that the plain computation gives, with its advance.
 std::vector<OutlineGlyph> layOutPlainlyAsOutlines(const ModelFonts& fonts, const ModelText& text,
                                                   const ModelSetting& setting) {
     Testing::RecordingPainter painter;
@@ -190,7 +190,7 @@ std::vector<OutlineGlyph> layOutPlainlyAsOutlines(const ModelFonts& fonts, const
     return glyphs;
 }
 
-TEST(LayoutModel, IsTheVectorLayoutAndWhatTheVectorPainterDraws) {
+TEST(LayoutModel, MatchesTheVectorLayoutAndTheVectorPainter) {
     forManyTexts(3, [](const ModelFonts& fonts, std::mt19937& random) {
         const ModelText text = makeRandomText(random);
         const ModelSetting setting = makeRandomSetting(random);

@@ -11,9 +11,9 @@ namespace Vell::FontEngine {
 
 namespace {
 
-class AskedFontInfo : public Gfx::FontInfo {
+class InterruptedFontInfo : public Gfx::FontInfo {
 public:
-    AskedFontInfo(const LookUpSetting& setting, Testing::FaceInfoPtr face, Interruption& interruption)
+    InterruptedFontInfo(const LookUpSetting& setting, Testing::FaceInfoPtr face, Interruption& interruption)
         : _setting(setting)
         , _face(std::move(face))
         , _interruption(interruption) {}
@@ -39,9 +39,9 @@ private:
     Interruption& _interruption;
 };
 
-class AskedExtFontInfo : public Gfx::ExtFontInfo {
+class InterruptedExtFontInfo : public Gfx::ExtFontInfo {
 public:
-    AskedExtFontInfo(Testing::FontInfoPtr font, float letterSpacing, Interruption& interruption)
+    InterruptedExtFontInfo(Testing::FontInfoPtr font, float letterSpacing, Interruption& interruption)
         : _font(std::move(font))
         , _letterSpacing(letterSpacing)
         , _interruption(interruption) {}
@@ -61,7 +61,7 @@ private:
     Interruption& _interruption;
 };
 
-/// Rarely another number than `usual`: a zero, or one that FreeType cannot be given.
+/// Returns `usual` or, rarely, another number: a zero, or one that FreeType does not accept.
 float perturb(std::mt19937& random, float usual) {
     constexpr float infinity = std::numeric_limits<float>::infinity();
     const float unusual[] = {0.0F, -0.0F, infinity, std::numeric_limits<float>::quiet_NaN()};
@@ -75,7 +75,7 @@ unsigned char quantise(float pen, float ratio) {
     return static_cast<unsigned char>(4 * static_cast<int>(16.0F * (pen - std::floor(pen))));
 }
 
-/// Where a character's glyph comes from.
+/// The font that supplies a character's glyph.
 struct GlyphPlace {
     std::shared_ptr<const FontFace> face;
     Testing::FaceInfoPtr faceInfo;
@@ -101,9 +101,10 @@ Testing::ExtFontInfoPtr LookUpSetting::makeExtFontInfo(Interruption& interruptio
     const auto face = classes.isClientFace ? Testing::makeClientFaceInfo(family, bold, italic)
                                            : Testing::makeFaceInfo(family, bold, italic);
     const Testing::FontInfoPtr font =
-        classes.isClientFont ? Testing::FontInfoPtr(makeNNPtr<const AskedFontInfo>(*this, face, interruption))
-                             : Testing::makeFontInfo(face, layout.size, layout.position);
-    return classes.isClientExt ? Testing::ExtFontInfoPtr(makeNNPtr<const AskedExtFontInfo>(
+        classes.isClientFont
+            ? Testing::FontInfoPtr(makeNNPtr<const InterruptedFontInfo>(*this, face, interruption))
+            : Testing::makeFontInfo(face, layout.size, layout.position);
+    return classes.isClientExt ? Testing::ExtFontInfoPtr(makeNNPtr<const InterruptedExtFontInfo>(
                                      font, layout.letterSpacing, interruption))
                                : Testing::makeExtFontInfo(font, layout.letterSpacing);
 }
@@ -125,12 +126,12 @@ LookUpSetting makeRandomLookUpSetting(std::mt19937& random) {
     return setting;
 }
 
-AskedGlyphs askOneByOne(const LookUpSide& side, const std::vector<unsigned int>& text,
-                        const Testing::ExtFontInfoPtr& extFontInfo, const Font& font,
-                        const ModelSetting& setting, std::vector<BitmapGlyphInfo>& asked) {
+RequestedGlyphs requestOneByOne(const LookUpSide& side, const std::vector<unsigned int>& text,
+                                const Testing::ExtFontInfoPtr& extFontInfo, const Font& font,
+                                const ModelSetting& setting, std::vector<BitmapGlyphInfo>& asked) {
     const float letterSpacing = extFontInfo->getLetterSpacing();
     const float size = font.getFontSize();
-    AskedGlyphs glyphs;
+    RequestedGlyphs glyphs;
     float pen = 0.0F;
     for (std::size_t i = 0; i < text.size(); ++i) {
         const unsigned int code = text[i];
@@ -151,9 +152,10 @@ AskedGlyphs askOneByOne(const LookUpSide& side, const std::vector<unsigned int>&
     return glyphs;
 }
 
-std::vector<OutlineGlyph> askForOutlinesOneByOne(const std::vector<unsigned int>& text,
-                                                 const Testing::ExtFontInfoPtr& extFontInfo, const Font& font,
-                                                 Gfx::Painter& painter, std::vector<GlyphInfo>& asked) {
+std::vector<OutlineGlyph> requestOutlinesOneByOne(const std::vector<unsigned int>& text,
+                                                  const Testing::ExtFontInfoPtr& extFontInfo,
+                                                  const Font& font, Gfx::Painter& painter,
+                                                  std::vector<GlyphInfo>& asked) {
     const auto faceInfo = extFontInfo->getFontInfo()->getFontFaceInfo();
     const auto& face = font.getFace();
     const auto unitsPerEm = static_cast<float>(face->getHandle()->units_per_EM);
@@ -171,9 +173,9 @@ std::vector<OutlineGlyph> askForOutlinesOneByOne(const std::vector<unsigned int>
     return glyphs;
 }
 
-void drawOneByOne(const AskedGlyphs& glyphs, const Font& font, const cinder::ColorAT<unsigned char>& color,
-                  BitmapGlyphPainter& painter) {
-    for (const AskedGlyph& glyph : glyphs) {
+void drawOneByOne(const RequestedGlyphs& glyphs, const Font& font,
+                  const cinder::ColorAT<unsigned char>& color, BitmapGlyphPainter& painter) {
+    for (const RequestedGlyph& glyph : glyphs) {
         const FT_Bitmap& bitmap = glyph.bitmap->bitmap;
         if (bitmap.pixel_mode == FT_PIXEL_MODE_LCD) {
             const BitmapGlyph keyed(glyph.bitmap, {glyph.pen, 0.0F}, glyph.key);

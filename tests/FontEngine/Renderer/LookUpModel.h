@@ -18,10 +18,10 @@
 
 namespace Vell::FontEngine {
 
-/// Does something at one of the calls that client code gets.
+/// Runs a function at one of the calls to client code.
 class Interruption {
 public:
-    /// At the `number`-th call from now on; 0 for never.
+    /// Sets the function to run at the `number`-th call from now on, or never for 0.
     void arm(unsigned int number, std::function<void()> act) {
         _left = number;
         _act = std::move(act);
@@ -33,7 +33,7 @@ public:
         }
     }
 
-    /// How often client code was called so far.
+    /// The number of calls to client code so far.
     unsigned int getCount() const { return _count; }
 
 private:
@@ -88,15 +88,15 @@ private:
     Interruption& _interruption;
 };
 
-/// Which of the three parts of a description are of a client's classes.
+/// Which of the three parts of a description have a client's class.
 struct DescriptionClasses {
     bool isClientExt;
     bool isClientFont;
     bool isClientFace;
-    bool isFaceNew; ///< each answer of a client's font description is a new face description
+    bool isFaceNew; ///< the client's font description returns a new face description each time
 };
 
-/// How a text is described and set.
+/// The description of a text and its setting.
 struct LookUpSetting {
     ModelSetting layout;
     std::string family;
@@ -104,21 +104,21 @@ struct LookUpSetting {
     bool italic;
     DescriptionClasses classes;
 
-    /// A client's parts pass `interruption` at every question.
+    /// The client's parts call `interruption` in each accessor.
     Testing::ExtFontInfoPtr makeExtFontInfo(Interruption& interruption) const;
 };
 
 LookUpSetting makeRandomLookUpSetting(std::mt19937& random);
 
-/// A glyph of a run with the key that it was asked for by.
-struct AskedGlyph {
+/// A glyph of a run with the key that it was requested with.
+struct RequestedGlyph {
     BitmapGlyphInfo key;
     float pen;
     std::shared_ptr<const FT_BitmapGlyphRec_> bitmap;
 };
-using AskedGlyphs = std::vector<AskedGlyph>;
+using RequestedGlyphs = std::vector<RequestedGlyph>;
 
-/// A factory and what client code does to it meanwhile.
+/// A factory and the client code that interrupts it.
 struct LookUpSide {
     Interruption interruption;
     ModelFonts fonts{std::make_shared<InterruptedLoader>(interruption)};
@@ -126,15 +126,16 @@ struct LookUpSide {
     FontFactory& getFactory() const { return *fonts.getFactory(); }
 };
 
-/// What a run of the painters is made of, asked for glyph by glyph through the face, with the questions to
-/// the client's objects in between. Every key that is asked for goes to `asked`, those that fail included.
-AskedGlyphs askOneByOne(const LookUpSide& side, const std::vector<unsigned int>& text,
-                        const Testing::ExtFontInfoPtr& extFontInfo, const Font& font,
-                        const ModelSetting& setting, std::vector<BitmapGlyphInfo>& asked);
-std::vector<OutlineGlyph> askForOutlinesOneByOne(const std::vector<unsigned int>& text,
-                                                 const Testing::ExtFontInfoPtr& extFontInfo, const Font& font,
-                                                 Gfx::Painter& painter, std::vector<GlyphInfo>& asked);
-void drawOneByOne(const AskedGlyphs& glyphs, const Font& font, const cinder::ColorAT<unsigned char>& color,
-                  BitmapGlyphPainter& painter);
+/// Requests the glyphs of a run one by one from the face, with the same calls to the client's objects in
+/// between as the painters make. Adds every requested key to `asked`, even if the request fails.
+RequestedGlyphs requestOneByOne(const LookUpSide& side, const std::vector<unsigned int>& text,
+                                const Testing::ExtFontInfoPtr& extFontInfo, const Font& font,
+                                const ModelSetting& setting, std::vector<BitmapGlyphInfo>& asked);
+std::vector<OutlineGlyph> requestOutlinesOneByOne(const std::vector<unsigned int>& text,
+                                                  const Testing::ExtFontInfoPtr& extFontInfo,
+                                                  const Font& font, Gfx::Painter& painter,
+                                                  std::vector<GlyphInfo>& asked);
+void drawOneByOne(const RequestedGlyphs& glyphs, const Font& font,
+                  const cinder::ColorAT<unsigned char>& color, BitmapGlyphPainter& painter);
 
 } // namespace Vell::FontEngine

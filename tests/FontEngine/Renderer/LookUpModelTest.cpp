@@ -1,5 +1,5 @@
-// What the painters ask the caches for, against the same look-ups made one by one: two factories over equal
-// fonts go through the same random work side by side and must agree in every figure of their caches.
+// Compares the painters' lookups with the same lookups made one by one: two factories with equal fonts do the
+// same random work side by side, and must agree in every figure of their caches.
 
 #include <FontEngine/Renderer/LookUpModel.h>
 #include <FontEngine/Renderer/SameGlyphs.h>
@@ -26,7 +26,7 @@ constexpr std::size_t keptRuns = 12;
 constexpr std::size_t settingsPerSeed = 6;
 constexpr std::size_t askedInTheEnd = 500;
 
-/// Does it and tells what exception ended it, "" for none.
+/// Does the work and returns the text of the exception that ended it, or "" for none.
 template <class Work>
 std::string attempt(const Work& work) {
     try {
@@ -37,7 +37,7 @@ std::string attempt(const Work& work) {
     }
 }
 
-/// What has happened in all seeds: that the model compares something.
+/// Counts the events of all seeds, to prove that the model compares something.
 struct Totals {
     std::uint64_t bitmapHits = 0;
     std::uint64_t bitmapEvictions = 0;
@@ -49,7 +49,7 @@ struct Totals {
     int survivors = 0;
 };
 
-/// The work of one seed on both sides.
+/// Does the work of one seed on both sides.
 class Comparison {
 public:
     Comparison(unsigned int seed, Totals& totals)
@@ -85,9 +85,9 @@ public:
         expectEqualFigures();
     }
 
-    /// Asks for the keys that there have been, the last ones first, and compares which of them are held.
+    /// Requests all earlier keys, the last ones first, and compares which of them are cached.
     void expectSameSurvivors() {
-        noteTotals();
+        recordTotals();
         expectSameHits(_bitmapKeys, &FactoryCacheFigures::bitmaps,
                        [](const FontFactory& factory, const BitmapGlyphInfo& key) {
                            std::shared_ptr<const FontFace>(factory.getFace(key.getFaceInfo()))
@@ -109,7 +109,7 @@ public:
 private:
     struct KeptRun {
         std::vector<BitmapGlyph> laid;
-        AskedGlyphs asked;
+        RequestedGlyphs asked;
     };
 
     template <class Work>
@@ -130,7 +130,7 @@ private:
 
     const LookUpSetting& chooseSetting() { return _settings[_random() % _settings.size()]; }
 
-    /// Several stretches long at times, and seldom with a glyph that cannot be loaded.
+    /// Makes a text that sometimes has several stretches, and rarely a glyph that FreeType cannot load.
     ModelText makeText() {
         ModelText text;
         for (auto parts = 1 + _random() % 12; parts > 0; --parts) {
@@ -149,8 +149,8 @@ private:
             .createGlyphRun(text.bytes, extFontInfo, font, setting.layout.ratio, setting.layout.scale);
     }
 
-    /// In half of the cases: client code empties or limits the caches, throws or lays another text out at one
-    /// of its calls, on both sides at the same one.
+    /// In half of the cases, client code empties or limits the caches, throws, or lays out another text at
+    /// one of its calls, the same on both sides.
     void armBoth() {
         const unsigned int number = _random() % 2 == 0 ? 0 : 1U + static_cast<unsigned int>(_random() % 40);
         const auto action = _random() % 4;
@@ -177,13 +177,13 @@ private:
         _laid.interruption.arm(
             number, makeAction(_laid, [=](const Font& font) { layOut(text, setting, extFontInfo, font); }));
         _asked.interruption.arm(number, makeAction(_asked, [=](const Font& font) {
-                                    askOneByOne(_asked, text.codePoints, extFontInfo, font, setting.layout,
-                                                _bitmapKeys);
+                                    requestOneByOne(_asked, text.codePoints, extFontInfo, font,
+                                                    setting.layout, _bitmapKeys);
                                 }));
     }
 
-    template <class Laying, class Asking>
-    bool doBoth(const Laying& lay, const Asking& ask) {
+    template <class Lay, class Request>
+    bool doBoth(const Lay& lay, const Request& ask) {
         armBoth();
         const std::string laid = attempt(lay);
         const std::string asked = attempt(ask);
@@ -199,7 +199,7 @@ private:
         const ModelText text = makeText();
         const Testing::ExtFontInfoPtr infos[] = {setting.makeExtFontInfo(_laid.interruption),
                                                  setting.makeExtFontInfo(_asked.interruption)};
-        // The description of a text may be another one than that of its font.
+        // The description of a text may differ from the description of its font.
         const LookUpSetting& fontSetting = _random() % 8 == 0 ? chooseSetting() : setting;
         const auto fontInfo = fontSetting.makeExtFontInfo(_idle)->getFontInfo();
         const Font fonts[] = {_laid.getFactory().getFont(fontInfo), _asked.getFactory().getFont(fontInfo)};
@@ -207,8 +207,8 @@ private:
         KeptRun kept;
         if (!doBoth([&] { run.emplace(layOut(text, setting, infos[0], fonts[0])); },
                     [&] {
-                        kept.asked = askOneByOne(_asked, text.codePoints, infos[1], fonts[1], setting.layout,
-                                                 _bitmapKeys);
+                        kept.asked = requestOneByOne(_asked, text.codePoints, infos[1], fonts[1],
+                                                     setting.layout, _bitmapKeys);
                     })) {
             return;
         }
@@ -219,7 +219,7 @@ private:
         keep(std::move(kept));
     }
 
-    /// Every glyph that no fallback drew has the text's own description where a client made it.
+    /// Expects that glyphs without a fallback have the text's own description if a client made it.
     void expectOwnDescriptions(const BitmapGlyphRun& run, const Testing::ExtFontInfoPtr& extFontInfo,
                                const LookUpSetting& setting) const {
         if (!setting.classes.isClientFace || setting.classes.isFaceNew) {
@@ -250,8 +250,8 @@ private:
                                .getGlyphs();
                 },
                 [&] {
-                    asked = askForOutlinesOneByOne(text.codePoints, infos[1], fonts[1], askedPainter,
-                                                   _outlineKeys);
+                    asked = requestOutlinesOneByOne(text.codePoints, infos[1], fonts[1], askedPainter,
+                                                    _outlineKeys);
                 })) {
             expectSameOutlines(laid, asked);
         }
@@ -275,7 +275,7 @@ private:
         Testing::RecordingPainter painter;
         InterruptedGlyphPainter laidPainter(_laid.interruption);
         InterruptedGlyphPainter askedPainter(_asked.interruption);
-        for (const AskedGlyph& glyph : run.asked) {
+        for (const RequestedGlyph& glyph : run.asked) {
             if (glyph.bitmap->bitmap.pixel_mode == FT_PIXEL_MODE_LCD) {
                 _images.emplace_back(BitmapGlyph(glyph.bitmap, {0, 0}, glyph.key), color);
             }
@@ -293,12 +293,12 @@ private:
         if (_kept.size() < keptRuns) {
             _kept.push_back(std::move(run));
         } else {
-            noteTotals();
+            recordTotals();
             _kept[_random() % keptRuns] = std::move(run);
         }
     }
 
-    void noteTotals() {
+    void recordTotals() {
         const FactoryCacheFigures figures = _asked.getFactory().getCacheFigures();
         _totals.bitmapHits += figures.bitmaps.hits;
         _totals.bitmapEvictions += figures.bitmaps.evictions;
@@ -335,7 +335,7 @@ private:
     std::vector<std::pair<BitmapGlyph, Color>> _images;
 };
 
-TEST(LookUpModel, IsWhatThePaintersAskTheCachesFor) {
+TEST(LookUpModel, MatchesTheLookUpsOfThePainters) {
     Totals totals;
     for (unsigned int seed = 1; seed <= seedCount && !HasFailure(); ++seed) {
         SCOPED_TRACE("seed " + std::to_string(seed));

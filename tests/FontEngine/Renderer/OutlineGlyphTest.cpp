@@ -14,14 +14,14 @@ namespace {
 
 static_assert(std::is_nothrow_move_constructible_v<OutlineGlyph> && std::is_copy_assignable_v<OutlineGlyph>);
 
-TEST(OutlineGlyph, HoldsWhatItWasGiven) {
+TEST(OutlineGlyph, ReturnsItsArguments) {
     const auto path = std::make_shared<const Gfx::Path>();
     const OutlineGlyph glyph(path, -12.5F);
     EXPECT_EQ(glyph.getPath(), path);
     EXPECT_EQ(glyph.getAdvance(), -12.5F);
 }
 
-TEST(OutlineGlyphRun, KeepsItsUnitsWithoutGlyphs) {
+TEST(OutlineGlyphRun, KeepsItsUnitsPerEmWithoutGlyphs) {
     for (const int units : {0, 1000, 2048, 65535}) {
         const auto unitsPerEM = static_cast<unsigned short>(units);
         const OutlineGlyphRun run({}, unitsPerEM);

@@ -32,7 +32,7 @@ constexpr const char* missingText = "\xF1\x80\x80\x80"; // U+40000, in no font a
 constexpr const char* snowmanText = "\xE2\x98\x83";
 constexpr unsigned int snowman = 0x2603;
 
-/// How a text is laid out; the defaults are the plainest.
+/// The settings of a layout; the defaults are the simplest.
 struct Settings {
     float size = 10.0F;
     float letterSpacing = 0.0F;
@@ -79,7 +79,7 @@ std::tuple<long, long, long, long> makeBox(long xMin, long yMin, long xMax, long
     return {xMin, yMin, xMax, yMax};
 }
 
-TEST(RasterLayout, OfNothingIsEmpty) {
+TEST(RasterLayout, OfAnEmptyTextIsEmpty) {
     const Engine engine;
     const BitmapGlyphRun run = layOut(engine, "");
     EXPECT_TRUE(run.getGlyphs().empty());
@@ -94,7 +94,7 @@ TEST(RasterLayout, AccumulatesAdvancesSpacingAndScale) {
     EXPECT_THAT(listPositions(layOut(engine, "AxA", settings)), ElementsAre(0.0F, 7.5F, 13.0F));
     settings.scale = {2.0F, 5.0F};
     EXPECT_THAT(listPositions(layOut(engine, "AxA", settings)), ElementsAre(0.0F, 15.0F, 26.0F))
-        << "the horizontal scale counts for both";
+        << "the horizontal scale applies to both directions";
 }
 
 TEST(RasterLayout, AccumulatesInSinglePrecisionInThisOrder) {
@@ -129,7 +129,7 @@ TEST(RasterLayout, MakesTheKeyFromTheTextAndTheFace) {
     EXPECT_EQ(key.getTransform(), GlyphTransform::None);
 }
 
-TEST(RasterLayout, DescribesTheFaceByTheTextAndStylesItByTheFont) {
+TEST(RasterLayout, UsesTheDescriptionOfTheTextAndTheTransformOfTheFont) {
     const Engine engine;
     Testing::RecordingPainter painter;
     Testing::RecordingGlyphPainter glyphPainter;
@@ -166,7 +166,7 @@ TEST(RasterLayout, ComparesCharactersNotGlyphs) {
     EXPECT_TRUE(layOut(engine, "AB").getGlyphs().at(0).getInfo().isLast());
 }
 
-TEST(RasterLayout, QuantisesThePensFractionToSixteenths) {
+TEST(RasterLayout, TruncatesThePensFractionToSixteenths) {
     const Engine engine;
     Settings settings;
     const std::pair<float, int> cases[] = {
@@ -192,7 +192,7 @@ TEST(RasterLayout, RoundsAPenJustBelowAPixelUpTo64) {
     EXPECT_THAT(listOffsets(layOut(Engine(font.build()), "AA", settings)), ElementsAre(0, 64));
 }
 
-TEST(RasterLayout, HasNoOffsetsFromARatioOfOneAndAHalf) {
+TEST(RasterLayout, HasNoOffsetsFromARatioOf1Point5) {
     const Engine engine;
     Settings settings;
     settings.letterSpacing = 0.3F;
@@ -203,14 +203,14 @@ TEST(RasterLayout, HasNoOffsetsFromARatioOfOneAndAHalf) {
     }
 }
 
-TEST(RasterLayout, HasNoGlyphsAtARatioThatIsNoNumber) {
+TEST(RasterLayout, HasNoGlyphsAtANaNRatio) {
     const Engine engine;
     Settings settings;
     settings.ratio = std::numeric_limits<float>::quiet_NaN();
-    EXPECT_TRUE(layOut(engine, "A", settings).getGlyphs().empty()) << "no face can be sized by it";
+    EXPECT_TRUE(layOut(engine, "A", settings).getGlyphs().empty()) << "FreeType cannot size a face with it";
 }
 
-TEST(RasterLayout, HasTheOffset0WhereThePenIsNoNumber) {
+TEST(RasterLayout, HasOffset0IfThePenIsNaN) {
     Engine engine;
     Settings settings;
     for (const float spacing :
@@ -243,7 +243,7 @@ TEST(RasterLayout, WidensTheBoxByTheOriginOfAnEmptyBitmap) {
     EXPECT_EQ(getBox(layOut(engine, "A")), makeBox(-7, 30, -7, 30));
 }
 
-TEST(RasterLayout, DoesNotKnowBoxesBeyondItsSentinels) {
+TEST(RasterLayout, IgnoresBoxesBeyondItsSentinels) {
     const Engine engine;
     setFixedRendering(engine.getFace()->getHandle().get(), {0, 0, 0, FT_PIXEL_MODE_GRAY, 0, 32767, {}});
     EXPECT_EQ(getBox(layOut(engine, "A")), makeBox(0, 32000, 0, 32767));
@@ -260,7 +260,7 @@ TEST(RasterLayout, AdvancesOverGlyphsThatCannotBeRendered) {
     EXPECT_EQ(getBox(run), makeBox(0, 0, 4, 5));
 }
 
-TEST(RasterLayout, HasAnEmptyBoxWhenNoGlyphCanBeRendered) {
+TEST(RasterLayout, HasAnEmptyBoxIfNoGlyphCanBeRendered) {
     const Engine engine;
     Settings settings;
     settings.ratio = -1.0F;
@@ -296,7 +296,7 @@ TEST(RasterLayout, TakesMissingCharactersFromTheFallback) {
     EXPECT_EQ(run.getGlyphs()[2].getInfo().getFaceInfo()->getName(), "Test Sans");
 }
 
-TEST(RasterLayout, StylesTheGlyphsOfAFallbackAsItsFaceIsStyled) {
+TEST(RasterLayout, UsesTheTransformOfTheFallbackFace) {
     Engine engine;
     Testing::FontBuilder symbols("Symbols");
     symbols.map(snowman, symbols.addGlyph(Testing::makeBoxGlyph(900, 0, 0, 800, 300)));
@@ -316,7 +316,7 @@ TEST(RasterLayout, StylesTheGlyphsOfAFallbackAsItsFaceIsStyled) {
     EXPECT_EQ(run.getGlyphs()[1].getData()->bitmap.width, 4U);
 }
 
-TEST(RasterLayout, TakesTheMissingGlyphOfAFallbackThatLacksTheCharacter) {
+TEST(RasterLayout, UsesTheMissingGlyphIfTheFallbackLacksTheCharacter) {
     Engine engine;
     Testing::FontBuilder symbols("Symbols");
     symbols.setNotdef(Testing::makeBoxGlyph(300, 0, 0, 100, 100)).addCharMap(Testing::CharMapKind::Unicode);
@@ -328,7 +328,7 @@ TEST(RasterLayout, TakesTheMissingGlyphOfAFallbackThatLacksTheCharacter) {
     EXPECT_EQ(run.getGlyphs()[0].getData()->bitmap.width, 1U);
 }
 
-TEST(RasterLayout, PassesTheFlipOn) {
+TEST(RasterLayout, PassesOnTheFlip) {
     const Engine engine;
     setFixedRendering(engine.getFace()->getHandle().get(), {2, 1, 1, FT_PIXEL_MODE_GRAY, 0, 0, {7, 8}});
     Settings settings;
@@ -349,7 +349,7 @@ TEST(RasterLayout, ReplacesIllFormedText) {
     EXPECT_THAT(listPositions(layOut(engine, "\xFF\xFE")), ElementsAre(0.0F, 5.0F));
 }
 
-TEST(RasterLayout, LetsErrorsThrough) {
+TEST(RasterLayout, PropagatesErrors) {
     const Engine engine;
     FreeTypeSpy spy;
     spy.failCall("FT_Load_Glyph", 2);

@@ -32,7 +32,7 @@ using Point = cinder::Vec2<float>;
 
 constexpr cinder::ColorAT<unsigned char> red(255, 0, 0, 255);
 
-/// A canvas for texts at size 10.
+/// Draws texts at size 10.
 struct Canvas {
     void draw(const char* text, float ratio = 1.0F, float letterSpacing = 0.0F) {
         RasterTextPainter(painter, glyphPainter, false)
@@ -51,7 +51,7 @@ struct Canvas {
     Testing::RecordingGlyphPainter glyphPainter;
 };
 
-/// Where a grey glyph with that bitmap offset is drawn.
+/// Returns where a grey glyph with that bitmap offset is drawn.
 Point place(int left, int top, Point pen, float ratio, const FT_BBox& box = {0, 0, 0, 0}) {
     auto bitmap = std::make_shared<FT_BitmapGlyphRec_>();
     bitmap->left = left;
@@ -110,7 +110,8 @@ TEST(RasterTextPainter, KeepsANoticeableRotation) {
 
 std::size_t countRotations(float angle) {
     Canvas canvas;
-    canvas.painter.setTransform(Matrix(1, angle, -angle, 1, 0, 0)); // for so small angles the tangent itself
+    canvas.painter.setTransform(
+        Matrix(1, angle, -angle, 1, 0, 0)); // the tangent of so small an angle is the angle
     canvas.draw("A");
     return canvas.painter.countOperations("rotate");
 }
@@ -120,12 +121,12 @@ TEST(RasterTextPainter, IgnoresARotationBelowTwoToTheMinus20) {
     EXPECT_EQ(countRotations(1e-7F), 0U);
     EXPECT_EQ(countRotations(-1e-7F), 0U);
     EXPECT_EQ(countRotations(0x1.fffp-21F), 0U);
-    EXPECT_EQ(countRotations(0x1p-20F), 1U) << "the limit itself turns";
+    EXPECT_EQ(countRotations(0x1p-20F), 1U) << "an angle at the limit rotates";
     EXPECT_EQ(countRotations(-0x1p-20F), 1U);
     EXPECT_EQ(countRotations(1e-5F), 1U);
 }
 
-TEST(RasterTextPainter, TurnsByAnAngleThatIsNoNumber) {
+TEST(RasterTextPainter, RotatesByANaNAngle) {
     Canvas canvas;
     const float nan = std::numeric_limits<float>::quiet_NaN();
     canvas.painter.setTransform(Matrix(nan, nan, nan, nan, 0, 0));
@@ -148,7 +149,7 @@ Testing::Bytes makeWedgeFont() {
     return font.build();
 }
 
-TEST(RasterTextPainter, DrawsUprightGlyphsAtTheirPlacesUnderAReflection) {
+TEST(RasterTextPainter, DrawsUprightGlyphsInPlaceUnderAReflection) {
     Canvas upright;
     upright.engine = Engine(makeWedgeFont());
     upright.draw("AA");
@@ -168,7 +169,7 @@ TEST(RasterTextPainter, DrawsUprightGlyphsAtTheirPlacesUnderAReflection) {
         << "the reflection is part of the key";
 }
 
-TEST(RasterTextPainter, TurnsAReflectionOfTheHorizontalAxisByHalfATurn) {
+TEST(RasterTextPainter, DrawsAHorizontalReflectionAsHalfATurn) {
     Canvas canvas;
     canvas.painter.setTransform(Matrix(-2, 0, 0, 2, 3, 4));
     canvas.draw("A");
@@ -179,7 +180,7 @@ TEST(RasterTextPainter, TurnsAReflectionOfTheHorizontalAxisByHalfATurn) {
     EXPECT_THAT(canvas.listPositions(), ElementsAre(Point(2, -14)));
 }
 
-TEST(RasterTextPainter, ResetsTheTransformEvenForNoText) {
+TEST(RasterTextPainter, ResetsTheTransformEvenForAnEmptyText) {
     Canvas canvas;
     canvas.draw("");
     EXPECT_THAT(canvas.painter.getOperations(), ElementsAre("pushTransform", "getTransform", "resetTransform",
@@ -196,7 +197,7 @@ TEST(RasterTextPainter, LeavesTheTransformPushedAfterAnErrorOfTheLayout) {
     EXPECT_THAT(canvas.painter.getOperations(), ElementsAre("pushTransform", "getTransform"));
 }
 
-TEST(RasterTextPainter, ShowsGreyBitmapsAsTheyLieInTheCache) {
+TEST(RasterTextPainter, DrawsGreyBitmapsAsTheyAreCached) {
     Canvas canvas;
     canvas.draw("A");
     const auto bitmap = canvas.engine.getFace()->getBitmapGlyph(KeyFields().makeBitmap(), false);
@@ -209,7 +210,7 @@ TEST(RasterTextPainter, ShowsGreyBitmapsAsTheyLieInTheCache) {
     EXPECT_EQ(drawn.pixels, Testing::Bytes(28, 255));
 }
 
-TEST(RasterTextPainter, ShowsUnderscoresAsColoredImages) {
+TEST(RasterTextPainter, DrawsUnderscoresAsColoredImages) {
     Canvas canvas;
     canvas.painter.setTransform(Matrix(4, 0, 0, 4, 0, 0));
     canvas.draw("__");
@@ -222,10 +223,10 @@ TEST(RasterTextPainter, ShowsUnderscoresAsColoredImages) {
         std::memcpy(&middle, glyph.pixels.data() + (glyph.rows / 2 * glyph.width + glyph.width / 2) * 4, 4);
         EXPECT_EQ(middle, 0xFFFF0000U);
     }
-    EXPECT_GT(glyphs[0].width, glyphs[1].width) << "the first one reaches for the second";
+    EXPECT_GT(glyphs[0].width, glyphs[1].width) << "the first one looks up the second";
 }
 
-TEST(RasterTextPainter, PlacesGlyphsOnWholeUnitsBelowARatioOfOneAndAHalf) {
+TEST(RasterTextPainter, PlacesGlyphsOnWholeUnitsBelowARatioOf1Point5) {
     EXPECT_EQ(place(1, 0, {10.3F, 0}, 1.0F).x, 11.0F);
     EXPECT_EQ(place(-1, 0, {0.5F, 0}, 1.0F).x, -1.0F) << "downwards";
     EXPECT_EQ(place(2, 0, {10.3F, 0}, 1.4999F).x, 11.0F);
@@ -240,7 +241,7 @@ TEST(RasterTextPainter, SnapsTheTopUnlessItsFractionIsAboutThreeQuarters) {
     EXPECT_EQ(place(0, 49, {0, 0}, 4.0F).y, -12.25F) << "fraction 0.75";
     EXPECT_EQ(place(0, 50, {0, 0}, 4.0F).y, -13.0F) << "fraction 0.5";
     EXPECT_EQ(place(0, 7, {0, 0}, 1.0F).y, -7.0F);
-    EXPECT_EQ(place(0, -7, {0, 0.8F}, 1.0F).y, 7.8F) << "whatever the ratio";
+    EXPECT_EQ(place(0, -7, {0, 0.8F}, 1.0F).y, 7.8F) << "for any ratio";
 }
 
 TEST(RasterTextPainter, SnapsBelowExactlyThisFraction) {
@@ -266,7 +267,7 @@ TEST(RasterTextPainter, PlacesDenseGlyphsAtFractions) {
     EXPECT_EQ(canvas.glyphPainter.getDrawnGlyphs()[0].rows, 14U) << "device pixels";
 }
 
-TEST(RasterTextPainter, ColorsGlyphsOfAFallbackFontThroughThePaintedFont) {
+TEST(RasterTextPainter, ColorsGlyphsOfAFallbackFontThroughTheDrawnFont) {
     Canvas canvas;
     auto bitmap = std::make_shared<FT_BitmapGlyphRec_>();
     unsigned char coverage[3] = {255, 255, 255};
@@ -279,13 +280,13 @@ TEST(RasterTextPainter, ColorsGlyphsOfAFallbackFontThroughThePaintedFont) {
     EXPECT_THAT(canvas.engine.loader->getCalls(), ElementsAre("loadFont \"Test Sans\" regular"));
 }
 
-/// What of a glyph one sees.
+/// Describes what is visible of a glyph.
 auto look(const DrawnGlyph& glyph) {
     return std::make_tuple(glyph.position.x, glyph.position.y, glyph.rows, glyph.width, glyph.pixelMode,
                            glyph.pixels);
 }
 
-TEST(RasterTextPainter, DrawsUnderscoresOfAFallbackFontAsThatFontDoes) {
+TEST(RasterTextPainter, DrawsUnderscoresOfAFallbackFontLikeThatFont) {
     Canvas canvas;
     canvas.engine = Engine(makeWedgeFont());
     canvas.engine.loader->setFont("Bars", false, false, makeTestFont("Bars").build());
@@ -304,7 +305,7 @@ TEST(RasterTextPainter, DrawsUnderscoresOfAFallbackFontAsThatFontDoes) {
     EXPECT_EQ(canvas.engine.factory->getCacheFigures().coloredImages.entries, 2U);
 }
 
-/// Metrics of somebody else.
+/// Metrics of a class that is not Font.
 class ForeignMetrics : public Gfx::UniversalFontMetrics {
 public:
     using UniversalFontMetrics::UniversalFontMetrics;
@@ -332,7 +333,7 @@ TEST(RasterTextPainterDeathTest, AssertsThatThereIsAColoredImage) {
     RasterTextPainter painter(canvas.painter, canvas.glyphPainter, false);
     const Font taken = std::move(font);
     EXPECT_DEATH(painter.drawGlyphRun(run, font, red, 1.0F), Testing::printsNullDereference());
-    canvas.engine.factory = Engine().factory; // the factory of the font goes
+    canvas.engine.factory = Engine().factory; // destroys the font's factory
     EXPECT_DEATH(painter.drawGlyphRun(run, taken, red, 1.0F),
                  Testing::printsAssertion("Utils/Public/Ptr/PtrUtils:254", "plainPtr"));
 }

@@ -1,4 +1,4 @@
-// What the glyphs of a run tell about themselves, whoever else has asked for the same bitmaps.
+// The keys and bitmaps of a run's glyphs, whatever else requested the same bitmaps.
 
 #include <FontEngine/Engine.h>
 
@@ -33,7 +33,7 @@ constexpr const char* alphaText = "\xCE\x91";
 constexpr unsigned int snowman = 0x2603;
 constexpr const char* snowmanText = "\xE2\x98\x83";
 
-/// The test font with one glyph for A and for the Greek letter.
+/// The test font with one glyph for both A and the Greek letter.
 Testing::Bytes buildSharingFont() {
     return makeTestFont().map(alpha, TestGlyph::a).build();
 }
@@ -73,7 +73,8 @@ TEST(RunFidelity, KeepsTheCharactersThatShareAGlyphInEitherOrder) {
                 isGreekFirst ? std::string(alphaText) + "A" : "A" + std::string(alphaText);
             const std::vector<unsigned int> expected = {isGreekFirst ? alpha : 'A',
                                                         isGreekFirst ? 'A' : alpha};
-            for (int round = 0; round < 3; ++round) { // made, and found
+            for (int round = 0; round < 3;
+                 ++round) { // the first round makes the bitmaps, the others find them
                 const BitmapGlyphRun run = layOut(text, describeAs(face), font);
                 EXPECT_EQ(listCharacters(run), expected);
                 EXPECT_EQ(run.getGlyphs()[0].getData().get(), run.getGlyphs()[1].getData().get());
@@ -85,7 +86,7 @@ TEST(RunFidelity, KeepsTheCharactersThatShareAGlyphInEitherOrder) {
     }
 }
 
-TEST(RunFidelity, KeepsTheCharacterOfAGlyphThatWasAskedForByAnother) {
+TEST(RunFidelity, KeepsTheCharacterOfAGlyphCachedForAnother) {
     const Engine engine(buildSharingFont());
     const Font font = engine.getFont();
     const BitmapGlyphRun first = layOut("A", makeExtFontInfo(), font);
@@ -116,12 +117,12 @@ TEST(RunFidelity, KeepsTheClientsOwnDescriptions) {
 }
 
 /// An engine whose fallback for the snowman is the text's own family.
-struct FallingBack : Engine {
-    FallingBack() { loader->setRangeFamily(FontLoaders::UnicodeRangeMap::find(snowman), "Test Sans"); }
+struct FallbackEngine : Engine {
+    FallbackEngine() { loader->setRangeFamily(FontLoaders::UnicodeRangeMap::find(snowman), "Test Sans"); }
 };
 
 TEST(RunFidelity, KeepsTheClientsDescriptionBesideAFallbackOfTheSameFace) {
-    const FallingBack engine;
+    const FallbackEngine engine;
     const FaceInfoPtr face = Testing::makeClientFaceInfo("Test Sans");
     const Font font = engine.getFont();
     const std::string text = std::string("A") + snowmanText + "A" + snowmanText;
@@ -136,8 +137,8 @@ TEST(RunFidelity, KeepsTheClientsDescriptionBesideAFallbackOfTheSameFace) {
     }
 }
 
-TEST(RunFidelity, KeepsTheTextsDescriptionBesideAFallbackToTheFontsOwn) {
-    const FallingBack engine;
+TEST(RunFidelity, KeepsTheTextsDescriptionBesideAFallbackToTheSameFont) {
+    const FallbackEngine engine;
     const Font font = engine.getFont();
     const std::string text = std::string("A") + snowmanText + "A" + snowmanText;
     std::vector<std::string> names;
@@ -167,7 +168,7 @@ TEST(RunFidelity, KeepsTheSignsOfZeros) {
     }
 }
 
-TEST(RunFidelity, LooksNotANumberUpInVain) {
+TEST(RunFidelity, NeverFindsNaN) {
     constexpr float notANumber = std::numeric_limits<float>::quiet_NaN();
     const Engine engine;
     const Font font = engine.getFont();
@@ -182,7 +183,7 @@ TEST(RunFidelity, LooksNotANumberUpInVain) {
     }
 }
 
-TEST(RunFidelity, RemembersThatNothingIsInfinitelyLarge) {
+TEST(RunFidelity, CachesThatInfiniteSizesAreRefused) {
     constexpr float infinity = std::numeric_limits<float>::infinity();
     const Engine engine;
     const Font font = engine.getFont();
@@ -196,7 +197,7 @@ TEST(RunFidelity, RemembersThatNothingIsInfinitelyLarge) {
     }
 }
 
-/// What can be known of a run: pixels and keys.
+/// Describes a run: its pixels and keys.
 std::string describe(const BitmapGlyphRun& run) {
     std::string text;
     for (const BitmapGlyph& glyph : run.getGlyphs()) {
@@ -233,7 +234,7 @@ TEST(RunFidelity, OutlivesCachesFaceAndFactory) {
     }
 }
 
-TEST(RunFidelity, LeavesItsGlyphsToTheirCopies) {
+TEST(RunFidelity, LetsCopiesKeepItsGlyphsAlive) {
     for (const FaceInfoPtr& face : {makeFaceInfo(), Testing::makeClientFaceInfo("Test Sans")}) {
         auto engine = std::make_unique<Engine>(buildSharingFont());
         const std::string text = std::string("A") + alphaText;
@@ -253,7 +254,7 @@ TEST(RunFidelity, LeavesItsGlyphsToTheirCopies) {
     }
 }
 
-TEST(RunFidelity, MovesWithItsGlyphs) {
+TEST(RunFidelity, KeepsItsGlyphsWhenItIsMoved) {
     auto engine = std::make_unique<Engine>();
     const Font font = engine->getFont(30.0F);
     BitmapGlyphRun first = layOut("A_x", makeExtFontInfo(), font);
@@ -275,7 +276,7 @@ TEST(RunFidelity, MovesWithItsGlyphs) {
               expected[0] + expected[1] + expected[1]);
 }
 
-TEST(RunFidelity, LeavesAGlyphThatWasMovedFromItsKey) {
+TEST(RunFidelity, LeavesAMovedFromGlyphItsKey) {
     for (const FaceInfoPtr& face : {makeFaceInfo(), Testing::makeClientFaceInfo("Test Sans")}) {
         std::vector<BitmapGlyph> glyphs;
         {

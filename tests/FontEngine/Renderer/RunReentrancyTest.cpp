@@ -1,4 +1,4 @@
-// Client code that empties the caches, throws or lays text out while a run calls it.
+// Client code empties the caches, throws, or lays out text while a run calls it.
 
 #include <FontEngine/Renderer/LookUpModel.h>
 
@@ -18,10 +18,11 @@
 namespace Vell::FontEngine {
 namespace {
 
-constexpr const char* text = "A_A\xE2\x98\x83__x\xF0\x9F\x9A\x80xA\xE2\x9C\x82"; // with three fallbacks
+constexpr const char* text =
+    "A_A\xE2\x98\x83__x\xF0\x9F\x9A\x80xA\xE2\x9C\x82"; // three characters need a fallback
 constexpr cinder::ColorAT<unsigned char> color = {200, 30, 1, 255};
 
-/// Client code may also be called for files.
+/// Also interrupts requests for font files.
 class InterruptedFileLoader : public InterruptedLoader {
 public:
     explicit InterruptedFileLoader(Interruption& interruption)
@@ -88,7 +89,7 @@ BitmapGlyphRun layOut(const Testing::ExtFontInfoPtr& extFontInfo, const Font& fo
         .createGlyphRun(content, extFontInfo, font, 1.0F, {1, 1});
 }
 
-/// Lays out and draws the text in every way that calls client code; describes all that comes out.
+/// Lays out and draws the text in every way that calls client code, and describes all results.
 std::string work(ReentrantEngine& engine, const DescriptionClasses& classes) {
     LookUpSetting setting{};
     setting.layout.size = 20.0F;
@@ -109,7 +110,7 @@ constexpr DescriptionClasses allClasses[] = {{false, false, false, false},
                                              {false, true, false, false},
                                              {true, true, true, true}};
 
-/// Does the work as often as it calls client code, with `act` at another one of the calls each time.
+/// Does the work once for each call to client code, and runs `act` at that call.
 template <class Act, class Expect>
 void interruptEachCall(const Act& act, const Expect& expect) {
     for (const DescriptionClasses& classes : allClasses) {
@@ -149,14 +150,14 @@ TEST(RunReentrancy, MayLimitTheCachesAtEachCall) {
     interruptEachCall([](ReentrantEngine& engine) { engine.getFactory().reset(1, 700); }, expectTheSame);
 }
 
-TEST(RunReentrancy, MayAskForOtherGlyphsAtEachCall) {
+TEST(RunReentrancy, MayRequestOtherGlyphsAtEachCall) {
     interruptEachCall(
         [](ReentrantEngine& engine) {
             for (const char* const content : {"Ax_", "yz_"}) {
                 layOut(Testing::makeExtFontInfo(Testing::makeFontInfo("Symbols", 21.0F)),
                        engine.getFactory().getFont(Testing::makeFontInfo("Symbols", 21.0F)), content);
             }
-            engine.getFactory().flush(); // the outer request opens the face that may have been added
+            engine.getFactory().flush(); // otherwise the outer request would find its own face added
         },
         expectTheSame);
 }
@@ -172,7 +173,7 @@ TEST(RunReentrancy, MayThrowAtEachCall) {
         });
 }
 
-/// A description that the caches compare by calls that may throw.
+/// A description whose accessors, which the caches compare by, may throw.
 class InterruptedFaceInfo : public Gfx::FontFaceInfo {
 public:
     explicit InterruptedFaceInfo(Interruption& interruption)
@@ -195,7 +196,7 @@ private:
     Interruption& _interruption;
 };
 
-TEST(RunReentrancy, PassesOnWhatADescriptionThrows) {
+TEST(RunReentrancy, PropagatesExceptionsOfADescription) {
     Interruption interruption;
     const auto describeNewly = [&] {
         return Testing::makeExtFontInfo(
@@ -218,7 +219,7 @@ TEST(RunReentrancy, PassesOnWhatADescriptionThrows) {
     }
 }
 
-/// A client's description that does something when the last owner lets go.
+/// A client's description that runs a function when its last owner releases it.
 class EndingFaceInfo : public Testing::ClientFaceInfo {
 public:
     explicit EndingFaceInfo(std::function<void()> end)
@@ -249,17 +250,17 @@ TEST(RunReentrancy, MayLayOutWhileTheCachesAreEmptied) {
         EXPECT_EQ(inside[0], expected);
         const std::uint64_t misses = engine.getFactory().getCacheFigures().bitmaps.misses;
         EXPECT_EQ(describe(layOut(plain, engine.getFont(10.0F))), expected);
-        EXPECT_EQ(engine.getFactory().getCacheFigures().bitmaps.misses, misses) << "what was added stays";
+        EXPECT_EQ(engine.getFactory().getCacheFigures().bitmaps.misses, misses) << "added entries stay";
     }
 }
 
-TEST(RunReentrancy, MayLayOutWhileALayoutPushesGlyphsOut) {
+TEST(RunReentrancy, MayLayOutWhileALayoutEvictsGlyphs) {
     std::vector<std::string> inside;
     ReentrantEngine engine;
     const auto plain = Testing::makeExtFontInfo();
     const std::string expected = describe(layOut(plain, engine.getFont(10.0F)));
     const std::string other = describe(layOut(plain, engine.getFont(11.0F), "yzB"));
-    for (unsigned long bytes = 2000; bytes < 2500; bytes += 10) { // another glyph pushes the one out
+    for (unsigned long bytes = 2000; bytes < 2500; bytes += 10) { // each limit evicts at another glyph
         engine.getFactory().reset(0, bytes);
         inside.clear();
         layOut(describeEnding(
@@ -273,7 +274,7 @@ TEST(RunReentrancy, MayLayOutWhileALayoutPushesGlyphsOut) {
     }
 }
 
-TEST(RunReentrancy, MayEmptyTheCachesWhenARunEnds) {
+TEST(RunReentrancy, MayEmptyTheCachesWhenARunIsDestroyed) {
     bool hasEnded = false;
     ReentrantEngine engine;
     const Font font = engine.getFont(10.0F);
@@ -286,7 +287,7 @@ TEST(RunReentrancy, MayEmptyTheCachesWhenARunEnds) {
                                                font);
     const std::string expected = describe(*run);
     engine.getFactory().flush();
-    EXPECT_FALSE(hasEnded) << "the run has it still";
+    EXPECT_FALSE(hasEnded) << "the run still has it";
     EXPECT_EQ(describe(*run), expected);
     layOut(Testing::makeExtFontInfo(), font);
     run.reset();
@@ -314,7 +315,7 @@ private:
     Testing::RecordingGlyphPainter _drawn;
 };
 
-TEST(RunReentrancy, MayEmptyTheCachesWhereADrawingBeginsAndEnds) {
+TEST(RunReentrancy, MayEmptyTheCachesWhenADrawingBeginsAndEnds) {
     ReentrantEngine engine;
     const Font font = engine.getFont(20.0F);
     const BitmapGlyphRun run = layOut(Testing::makeExtFontInfo(), font);

@@ -37,7 +37,7 @@ bool areSameFields(const BitmapGlyphInfo& lhs, const BitmapGlyphInfo& rhs) {
            areSame(lhs.getDevicePixelRatio(), rhs.getDevicePixelRatio());
 }
 
-/// Equal by value, and both of a client's class or neither.
+/// Returns whether both are equal by value, and both or neither have a client's class.
 bool areAlike(const Gfx::FontFaceInfo& laid, const Gfx::FontFaceInfo& asked) {
     return laid == asked &&
            Internal::FontFaceInfo::isExactly(laid) == Internal::FontFaceInfo::isExactly(asked);
@@ -62,7 +62,7 @@ void expectSameFigures(const FactoryCacheFigures& laid, const FactoryCacheFigure
     expectEqual(laid.outlines, asked.outlines, "outlines");
 }
 
-void expectSameGlyphs(const BitmapGlyphRun& laid, const AskedGlyphs& asked) {
+void expectSameGlyphs(const BitmapGlyphRun& laid, const RequestedGlyphs& asked) {
     ASSERT_EQ(laid.getGlyphs().size(), asked.size());
     for (std::size_t i = 0; i < asked.size(); ++i) {
         const BitmapGlyph& glyph = laid.getGlyphs()[i];
@@ -74,9 +74,9 @@ void expectSameGlyphs(const BitmapGlyphRun& laid, const AskedGlyphs& asked) {
     }
 }
 
-void expectSameBox(const FT_BBox& box, const AskedGlyphs& asked) {
+void expectSameBox(const FT_BBox& box, const RequestedGlyphs& asked) {
     FT_BBox expected = {32000, 32000, -32000, -32000};
-    for (const AskedGlyph& glyph : asked) {
+    for (const RequestedGlyph& glyph : asked) {
         const FT_BitmapGlyphRec_& bitmap = *glyph.bitmap;
         expected.xMin = std::min<FT_Pos>(expected.xMin, bitmap.left);
         expected.yMax = std::max<FT_Pos>(expected.yMax, bitmap.top);

@@ -1,4 +1,4 @@
-// Where glyphs stand vertically, float by float around the fraction from which they are not snapped.
+// The vertical positions of glyphs, float by float around the fraction from which they do not snap.
 
 #include <FontEngine/Engine.h>
 #include <FontEngine/GlyphKeyFields.h>
@@ -33,14 +33,14 @@ std::uint32_t getBits(float value) {
     return bits;
 }
 
-/// The rule in other words: the bits of fractions, which are never negative, are ordered like the fractions.
+/// States the rule in another way: fractions are never negative, so their bit patterns have the same order.
 float snap(float y) {
     const double whole = std::floor(static_cast<double>(y));
     const auto fraction = static_cast<float>(static_cast<double>(y) - whole);
     return getBits(fraction) < limitBits ? static_cast<float>(whole) : y;
 }
 
-/// Draws grey glyphs with the given pens and tells where they stand.
+/// Draws grey glyphs at the given pen positions and returns where they stand.
 class Rig {
 public:
     std::vector<float> draw(const std::vector<float>& pens, int top = 0, float ratio = 1.0F) const {
@@ -81,7 +81,7 @@ std::vector<float> listNeighbours(float value, int count) {
     return values;
 }
 
-TEST(TopSnapping, EndsAtThisVeryFloat) {
+TEST(TopSnapping, EndsAtExactlyThisFloat) {
     const std::vector<float> tops =
         Rig().draw({makeFloat(limitBits - 1), makeFloat(limitBits), makeFloat(limitBits + 1)});
     EXPECT_EQ(tops, (std::vector<float>{0.0F, makeFloat(limitBits), makeFloat(limitBits + 1)}));
@@ -114,14 +114,14 @@ TEST(TopSnapping, DecidesAroundTheLimitAboveEveryWholeUnit) {
 }
 
 TEST(TopSnapping, RoundsTheFractionBeforeItIsCompared) {
-    // 2^-25 less than the limit above -1 is halfway between two fractions; the even one is the limit.
+    // 2^-25 below the limit above -1 lies halfway between two fractions, and the even one is the limit.
     const float halfway = std::nextafter(makeFloat(limitBits) - 1.0F, -1.0F);
     ASSERT_LT(static_cast<double>(halfway) + 1.0, static_cast<double>(makeFloat(limitBits)));
     EXPECT_EQ(Rig().draw({halfway}), (std::vector<float>{halfway}));
     EXPECT_EQ(Rig().draw({std::nextafter(halfway, -1.0F)}), (std::vector<float>{-1.0F}));
 }
 
-TEST(TopSnapping, KeepsWhatLiesJustBelowZero) {
+TEST(TopSnapping, KeepsPositionsJustBelowZero) {
     const float denormal = std::numeric_limits<float>::denorm_min();
     EXPECT_EQ(Rig().draw({-denormal, -1e-9F, denormal, -0.2F, -0.3F}),
               (std::vector<float>{-denormal, -1e-9F, 0.0F, -0.2F, -1.0F}));

@@ -41,7 +41,7 @@ TEST(VectorLayout, ComputesInSinglePrecisionInThisOrder) {
                 ElementsAre(1023.0F * (600.0F / 1023.0F) + spacing));
 }
 
-TEST(VectorLayout, MeasuresSpacingByTheTextsSizeAndGlyphsByTheFonts) {
+TEST(VectorLayout, ScalesSpacingByTheTextsSizeAndGlyphsByTheFonts) {
     const Engine engine;
     RecordingPainter painter;
     const auto superscript = makeFontInfo(makeFaceInfo(), 20.0F, Gfx::TextPositionType::Superscript);
@@ -55,7 +55,7 @@ TEST(VectorLayout, MeasuresSpacingByTheTextsSizeAndGlyphsByTheFonts) {
     EXPECT_THAT(painter.getOperations(), ElementsAre("pushTransform", "scale 0.013 0.013", "popTransform"));
 }
 
-TEST(VectorLayout, DrawsTheMissingGlyphAndTriesNoFallback) {
+TEST(VectorLayout, UsesTheMissingGlyphWithoutTryingAFallback) {
     Engine engine;
     engine.loader->setRangeFamily(FontLoaders::UnicodeRangeMap::find(0x2603), "Test Sans");
     const OutlineGlyphRun run = layOut(engine, snowmanText);
@@ -63,7 +63,7 @@ TEST(VectorLayout, DrawsTheMissingGlyphAndTriesNoFallback) {
     EXPECT_THAT(engine.loader->getCalls(), ElementsAre("loadFont \"Test Sans\" regular"));
 }
 
-TEST(VectorLayout, GivesGlyphsWithoutAPathNoRoom) {
+TEST(VectorLayout, LeavesNoRoomForGlyphsWithoutAPath) {
     const Engine engine;
     RecordingPainter painter;
     const Font font = engine.getFont();
@@ -92,7 +92,7 @@ TEST(VectorLayout, SharesItsPathsWithTheCache) {
     const OutlineGlyphRun run = layOut(engine, "AA");
     EXPECT_EQ(run.getGlyphs()[0].getPath(), run.getGlyphs()[1].getPath());
     engine.factory->flush();
-    EXPECT_EQ(run.getGlyphs()[0].getPath().use_count(), 2) << "the run alone";
+    EXPECT_EQ(run.getGlyphs()[0].getPath().use_count(), 2) << "only the run owns it";
 }
 
 } // namespace

@@ -23,7 +23,7 @@ using Testing::makeExtFontInfo;
 using Testing::makeFontInfo;
 using Testing::RecordingPainter;
 
-TEST(VectorTextPainter, ScalesOnceAndMovesThePainterByTheAdvances) {
+TEST(VectorTextPainter, ScalesOnceAndTranslatesByTheAdvances) {
     const Engine engine;
     EXPECT_THAT(draw(engine, "Ax"),
                 ElementsAre("pushTransform", "scale 0.01 0.01", "drawPath filled", "translate 600 0",
@@ -59,19 +59,19 @@ TEST(VectorTextPainter, BuildsThePathsWithThePainterFirst) {
     EXPECT_TRUE(painter.getDrawnPaths()[0].isFilled);
 }
 
-TEST(VectorTextPainter, DrawsNothingForNoText) {
+TEST(VectorTextPainter, DrawsNothingForAnEmptyText) {
     const Engine engine;
     EXPECT_THAT(draw(engine, ""), ElementsAre("pushTransform", "scale 0.01 0.01", "popTransform"));
 }
 
-TEST(VectorTextPainter, ScalesByInfinityWithoutUnitsInTheEm) {
+TEST(VectorTextPainter, ScalesByInfinityWithoutAnEmSize) {
     Testing::BdfFont font;
     font.glyphs.push_back({'A', 6, 5, 0, 0, {{0xF8}}});
     const Engine engine(font.build());
     EXPECT_THAT(draw(engine, "A"), ElementsAre("pushTransform", "scale inf inf", "popTransform"));
 }
 
-TEST(VectorTextPainter, LeavesThePainterAloneAfterAnErrorOfTheLayout) {
+TEST(VectorTextPainter, DoesNotTouchThePainterAfterAnErrorOfTheLayout) {
     const Engine engine;
     RecordingPainter painter;
     const Font font = engine.getFont();
@@ -95,7 +95,7 @@ TEST(VectorTextPainter, LeavesTheTransformPushedAfterAnErrorOfThePainter) {
     EXPECT_EQ(painter.getStackDepth(), 1U);
 }
 
-/// Metrics of somebody else.
+/// Metrics of a class that is not Font.
 class ForeignMetrics : public Gfx::UniversalFontMetrics {
 public:
     using UniversalFontMetrics::UniversalFontMetrics;

@@ -29,7 +29,7 @@ inline OutlineGlyphRun layOut(const Engine& engine, boost::string_ref text, floa
         engine.getFont(size));
 }
 
-/// The operations of drawing a text whose paths are cached already.
+/// Draws a text whose paths are cached, and returns the painter's operations.
 inline std::vector<std::string> draw(const Engine& engine, const char* text, float letterSpacing = 0.0F) {
     layOut(engine, text);
     Testing::RecordingPainter painter;

@@ -1,4 +1,4 @@
-// Factories, faces, fonts and their metrics are made by the factory alone; only it has the tags.
+// Only FontFactory can make factories, faces, fonts and their metrics, because it alone can make the access tags.
 
 #include <FontEngine/FE_FontFactory.h>
 #include <Utils/Public/Ptr/PtrUtils.h>

@@ -1,4 +1,4 @@
-// Painters own a context and a transform stack of their own: no copies, and none by accident.
+// A painter owns its context and its transform stack: it cannot be copied, and no conversion makes one by accident.
 
 #include <CairoAdapter/CairoAdapter.h>
 

@@ -1,4 +1,4 @@
-// A pointer that is never null cannot be made without an object, nor lose it, nor forget that it is const.
+// A pointer that is never null cannot be made without an object, cannot be reset, and keeps its object const.
 
 #include <Utils/Public/Ptr/PtrUtils.h>
 

@@ -1,4 +1,4 @@
-// Descriptions and keys are immutable values; the interfaces behind them are made by derived classes only.
+// Descriptions and keys are immutable values, and their interfaces are abstract.
 
 #include <FontEngine/FE_ColoredBitmapGlyphInfo.h>
 #include <FontEngine/FE_DescribeFont.h>

@@ -1,4 +1,4 @@
-// What the engine hands out is shared and must not be changed; what clients implement must be complete.
+// Clients cannot change what the engine hands out, because it is shared. They must implement interfaces completely.
 
 #include <FontEngine/FontEngine.h>
 #include <FontEngine/Private/FE_FreeTypeUtilsInternal.h>

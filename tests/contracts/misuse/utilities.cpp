@@ -1,4 +1,4 @@
-// Conversions that lose something, callables that do not fit.
+// Lossy conversions and callables with another signature do not compile.
 
 #include <Gfx/Public/CharMap.h>
 #include <Utils/Public/Assert.h>

@@ -25,7 +25,7 @@ private:
     std::string _name;
 };
 
-/// Answers another name than the one that its base holds.
+/// Returns another name than the one that its base class stores.
 class RenamedFaceInfo : public FontEngine::Internal::FontFaceInfo {
 public:
     explicit RenamedFaceInfo(std::string name)
@@ -60,7 +60,7 @@ private:
     CheckedPtrImpl<const Gfx::FontInfo, false> _font;
 };
 
-/// The installed fonts, with one family for all ranges.
+/// Loads the installed fonts, and has one family for all ranges.
 class Loader : public FontLoaders::FontLoader {
 public:
     explicit Loader(std::string fallback)
@@ -85,7 +85,7 @@ public:
     int segments = 0;
 };
 
-/// Counts what it is given, and keeps no transform.
+/// Counts paths and segments, and ignores transforms.
 class Painter : public Gfx::Painter {
 public:
     void beginPath() override { _path = std::make_shared<Path>(); }
@@ -147,7 +147,7 @@ public:
     std::string calls;
 };
 
-/// As wide as it has characters.
+/// Metrics by which each byte of a text has a width of 1.
 class Metrics : public Gfx::FontMetrics {
 public:
     float getTextWidth(boost::string_ref text,
@@ -175,7 +175,7 @@ public:
     }
 };
 
-/// The metrics of a face, with two ems for every character that it lacks.
+/// The metrics of a face, with an advance of two ems for each missing character.
 class WideMetrics : public Gfx::UniversalFontMetrics {
 public:
     using Gfx::UniversalFontMetrics::UniversalFontMetrics;

@@ -1,4 +1,4 @@
-// A client that knows nothing but the installed headers: draws a string and counts the glyphs that have ink.
+// A client that uses only the installed headers: it draws a string and counts the glyphs with ink.
 
 #include "ClientObjects.h"
 

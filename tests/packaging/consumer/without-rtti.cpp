@@ -29,7 +29,7 @@ void expect(bool isTrue, const char* what) {
     }
 }
 
-/// A factory over the client's loader with a font and a text style, all of them described by the client.
+/// A factory with the client's loader, and a font and a text style with the client's description classes.
 struct Setting {
     explicit Setting(NNPtr<const Gfx::FontFaceInfo> face)
         : info(makeNNPtr<const FontInfo>(std::move(face))) {}

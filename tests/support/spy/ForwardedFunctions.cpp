@@ -1,5 +1,5 @@
-// The functions of FreeType that the engine calls, defined once more: the dynamic linker finds those of the
-// executable first.
+// Redefines the functions of FreeType that the engine calls. The dynamic linker finds those of the executable
+// first.
 
 #include <support/spy/FreeTypeMemory.h>
 #include <support/spy/SpiedCall.h>
@@ -23,7 +23,7 @@ using Vell::Testing::Spy::countOwners;
 using Vell::Testing::Spy::Tag;
 using Vell::Testing::Spy::watchMemory;
 
-/// The function of that name in libfreetype.
+/// Finds the function of that name in libfreetype.
 template <class Function>
 Function* findNext(const char* name, Function&) {
     void* const symbol = dlsym(RTLD_NEXT, name);
@@ -37,60 +37,60 @@ Function* findNext(const char* name, Function&) {
 } // namespace
 
 #define NEXT(function) static auto* const next = findNext(#function, function)
-#define NOTE(function, ...) const Call call(#function, __builtin_return_address(0), __VA_ARGS__)
+#define RECORD(function, ...) const Call call(#function, __builtin_return_address(0), __VA_ARGS__)
 
 FT_Error FT_New_Library(FT_Memory memory, FT_Library* library) {
     NEXT(FT_New_Library);
-    NOTE(FT_New_Library, memory);
+    RECORD(FT_New_Library, memory);
     watchMemory(memory);
     return countOwners(1, call.forward(next, memory, library));
 }
 
 FT_Error FT_Reference_Library(FT_Library library) {
     NEXT(FT_Reference_Library);
-    NOTE(FT_Reference_Library, library);
+    RECORD(FT_Reference_Library, library);
     return countOwners(1, call.forward(next, library));
 }
 
 FT_Error FT_Done_Library(FT_Library library) {
     NEXT(FT_Done_Library);
-    NOTE(FT_Done_Library, library);
+    RECORD(FT_Done_Library, library);
     return countOwners(-1, call.forward(next, library));
 }
 
 FT_Error FT_Library_SetLcdFilter(FT_Library library, FT_LcdFilter filter) {
     NEXT(FT_Library_SetLcdFilter);
-    NOTE(FT_Library_SetLcdFilter, library, filter);
+    RECORD(FT_Library_SetLcdFilter, library, filter);
     return call.forward(next, library, filter);
 }
 
 FT_Error FT_Open_Face(FT_Library library, const FT_Open_Args* arguments, FT_Long index, FT_Face* face) {
     NEXT(FT_Open_Face);
-    NOTE(FT_Open_Face, library, index);
+    RECORD(FT_Open_Face, library, index);
     return call.forward(next, library, arguments, index, face);
 }
 
 FT_Error FT_Done_Face(FT_Face face) {
     NEXT(FT_Done_Face);
-    NOTE(FT_Done_Face, face);
+    RECORD(FT_Done_Face, face);
     return call.forward(next, face);
 }
 
 FT_Error FT_Select_Charmap(FT_Face face, FT_Encoding encoding) {
     NEXT(FT_Select_Charmap);
-    NOTE(FT_Select_Charmap, face, Tag{static_cast<FT_ULong>(encoding)});
+    RECORD(FT_Select_Charmap, face, Tag{static_cast<FT_ULong>(encoding)});
     return call.forward(next, face, encoding);
 }
 
 FT_Error FT_Set_Charmap(FT_Face face, FT_CharMap charMap) {
     NEXT(FT_Set_Charmap);
-    NOTE(FT_Set_Charmap, face, charMap);
+    RECORD(FT_Set_Charmap, face, charMap);
     return call.forward(next, face, charMap);
 }
 
 FT_ULong FT_Get_First_Char(FT_Face face, FT_UInt* glyph) {
     NEXT(FT_Get_First_Char);
-    NOTE(FT_Get_First_Char, face);
+    RECORD(FT_Get_First_Char, face);
     if (const auto character = call.takeFirstCharacter()) {
         *glyph = character->second;
         return character->first;
@@ -100,7 +100,7 @@ FT_ULong FT_Get_First_Char(FT_Face face, FT_UInt* glyph) {
 
 FT_ULong FT_Get_Next_Char(FT_Face face, FT_ULong code, FT_UInt* glyph) {
     NEXT(FT_Get_Next_Char);
-    NOTE(FT_Get_Next_Char, face, code);
+    RECORD(FT_Get_Next_Char, face, code);
     if (const auto character = call.takeNextCharacter()) {
         *glyph = character->second;
         return character->first;
@@ -110,38 +110,38 @@ FT_ULong FT_Get_Next_Char(FT_Face face, FT_ULong code, FT_UInt* glyph) {
 
 FT_Error FT_Get_Advance(FT_Face face, FT_UInt glyph, FT_Int32 flags, FT_Fixed* advance) {
     NEXT(FT_Get_Advance);
-    NOTE(FT_Get_Advance, face, glyph, flags);
+    RECORD(FT_Get_Advance, face, glyph, flags);
     return call.forward(next, face, glyph, flags, advance);
 }
 
 void* FT_Get_Sfnt_Table(FT_Face face, FT_Sfnt_Tag tag) {
     NEXT(FT_Get_Sfnt_Table);
-    NOTE(FT_Get_Sfnt_Table, face, tag);
+    RECORD(FT_Get_Sfnt_Table, face, tag);
     return call.getInjectedError() ? nullptr : next(face, tag);
 }
 
 FT_Error FT_Set_Char_Size(FT_Face face, FT_F26Dot6 width, FT_F26Dot6 height, FT_UInt horizontalResolution,
                           FT_UInt verticalResolution) {
     NEXT(FT_Set_Char_Size);
-    NOTE(FT_Set_Char_Size, face, width, height, horizontalResolution, verticalResolution);
+    RECORD(FT_Set_Char_Size, face, width, height, horizontalResolution, verticalResolution);
     return call.forward(next, face, width, height, horizontalResolution, verticalResolution);
 }
 
 void FT_Set_Transform(FT_Face face, FT_Matrix* matrix, FT_Vector* delta) {
     NEXT(FT_Set_Transform);
-    NOTE(FT_Set_Transform, face, matrix, delta);
+    RECORD(FT_Set_Transform, face, matrix, delta);
     next(face, matrix, delta);
 }
 
 FT_Error FT_Load_Glyph(FT_Face face, FT_UInt glyph, FT_Int32 flags) {
     NEXT(FT_Load_Glyph);
-    NOTE(FT_Load_Glyph, face, glyph, flags);
+    RECORD(FT_Load_Glyph, face, glyph, flags);
     return call.forward(next, face, glyph, flags);
 }
 
 FT_Error FT_Get_Glyph(FT_GlyphSlot slot, FT_Glyph* glyph) {
     NEXT(FT_Get_Glyph);
-    NOTE(FT_Get_Glyph, slot);
+    RECORD(FT_Get_Glyph, slot);
     const FT_Error error = call.forward(next, slot, glyph);
     if (const auto format = call.getGlyphFormat(); format && error == FT_Err_Ok) {
         (*glyph)->format = *format;
@@ -152,36 +152,36 @@ FT_Error FT_Get_Glyph(FT_GlyphSlot slot, FT_Glyph* glyph) {
 FT_Error FT_Glyph_To_Bitmap(FT_Glyph* glyph, FT_Render_Mode mode, const FT_Vector* origin,
                             FT_Bool isReplaced) {
     NEXT(FT_Glyph_To_Bitmap);
-    NOTE(FT_Glyph_To_Bitmap, *glyph, mode, origin, isReplaced);
+    RECORD(FT_Glyph_To_Bitmap, *glyph, mode, origin, isReplaced);
     return call.forward(next, glyph, mode, origin, isReplaced);
 }
 
 void FT_Glyph_Get_CBox(FT_Glyph glyph, FT_UInt mode, FT_BBox* box) {
     NEXT(FT_Glyph_Get_CBox);
-    NOTE(FT_Glyph_Get_CBox, glyph, mode);
+    RECORD(FT_Glyph_Get_CBox, glyph, mode);
     next(glyph, mode, box);
 }
 
 void FT_Done_Glyph(FT_Glyph glyph) {
     NEXT(FT_Done_Glyph);
-    NOTE(FT_Done_Glyph, glyph);
+    RECORD(FT_Done_Glyph, glyph);
     next(glyph);
 }
 
 FT_Error FT_Outline_Embolden(FT_Outline* outline, FT_Pos strength) {
     NEXT(FT_Outline_Embolden);
-    NOTE(FT_Outline_Embolden, outline, strength);
+    RECORD(FT_Outline_Embolden, outline, strength);
     return call.forward(next, outline, strength);
 }
 
 void FT_Outline_Transform(const FT_Outline* outline, const FT_Matrix* matrix) {
     NEXT(FT_Outline_Transform);
-    NOTE(FT_Outline_Transform, outline, matrix);
+    RECORD(FT_Outline_Transform, outline, matrix);
     next(outline, matrix);
 }
 
 FT_Error FT_Outline_Decompose(FT_Outline* outline, const FT_Outline_Funcs* functions, void* user) {
     NEXT(FT_Outline_Decompose);
-    NOTE(FT_Outline_Decompose, outline, functions->shift, functions->delta);
+    RECORD(FT_Outline_Decompose, outline, functions->shift, functions->delta);
     return call.forward(next, outline, functions, user);
 }

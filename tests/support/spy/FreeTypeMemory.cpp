@@ -16,11 +16,11 @@ struct MemoryState {
 MemoryState memoryState;
 bool isWatchingMemory = false;
 
-/// The engine's own functions. Libraries that outlive the watching go on calling through the hooks.
+/// The engine's own functions. Libraries that outlive the watching object still call them through the hooks.
 FT_Alloc_Func originalAllocate = nullptr;
 FT_Realloc_Func originalReallocate = nullptr;
 
-/// More than any machine has: the engine itself is to find no memory.
+/// More than any machine has, so that the engine's own allocation fails.
 constexpr long tooMuch = std::numeric_limits<long>::max();
 
 bool isToFail() {
@@ -41,7 +41,7 @@ void* reallocate(FT_Memory memory, long oldSize, long newSize, void* block) {
 
 } // namespace
 
-// The function that releases stays: by it the engine knows its own memory.
+// The release function stays, because the engine identifies its own memory by it.
 void Spy::watchMemory(FT_Memory memory) {
     if (isWatchingMemory) {
         originalAllocate = memory->alloc;

@@ -7,9 +7,10 @@
 
 namespace Vell::Testing {
 
-/// Stands between FreeType and the memory of the libraries that the engine makes while it lives: lets one of
-/// FreeType's allocations fail, and counts who owns the libraries. One at a time, and from its making to its
-/// end no other thread may use FreeType. Only in executables that link fontengine_freetype_spy.
+/// Stands between FreeType and the memory of the libraries that the engine makes while this object exists. It
+/// makes one of FreeType's allocations fail, and counts the owners of the libraries. Only one object may
+/// exist at a time, and no other thread may use FreeType meanwhile. Works only in executables that link
+/// fontengine_freetype_spy.
 class FreeTypeMemory {
 public:
     FreeTypeMemory();
@@ -17,23 +18,23 @@ public:
     FreeTypeMemory(const FreeTypeMemory&) = delete;
     FreeTypeMemory& operator=(const FreeTypeMemory&) = delete;
 
-    /// Lets the `number`-th allocation or reallocation from now on (1 is the next one) answer null, once; 0
-    /// for none.
+    /// Makes the `number`-th allocation or reallocation from now on (1 is the next one) return null, once, or
+    /// none for 0.
     void failAt(std::size_t number);
-    /// Whether that allocation has come.
+    /// Returns whether that allocation has happened.
     bool hasFailed() const;
 
-    /// The owners of the libraries that were made since the object was. Zero: all of them have ended, and
-    /// their memory with them.
+    /// The number of owners of the libraries that were made since this object. Zero means that all of them
+    /// were destroyed, with their memory.
     long countLibraryOwners() const;
 };
 
-/// What the forwarded functions tell.
+/// The notifications from the forwarded functions.
 namespace Spy {
 
-/// A library is about to be made with this memory.
+/// Called before a library is made with this memory.
 void watchMemory(FT_Memory memory);
-/// Adds to the owners of libraries if that was no error; returns the error.
+/// Adds to the number of owners unless there was an error. Returns the error.
 int countOwners(long change, int error);
 
 } // namespace Spy

@@ -17,12 +17,12 @@ namespace {
 
 using Character = std::pair<FT_ULong, FT_UInt>;
 
-/// What the living spy knows and wants.
+/// The state of the current spy.
 struct State {
     bool isWatching = false;
     std::vector<FreeTypeCall> calls;
     std::size_t unwoundCalls = 0;
-    std::map<std::string, std::map<std::size_t, FT_Error>> failures; // by calls still to come
+    std::map<std::string, std::map<std::size_t, FT_Error>> failures; // by the number of calls to come
     std::optional<std::vector<Character>> characters;
     std::size_t nextCharacter = 0;
     std::optional<FT_Glyph_Format> glyphFormat;
@@ -193,7 +193,7 @@ int Call::enter() {
     return depth++;
 }
 
-bool Call::isToBeNoted(const void* returnAddress) const {
+bool Call::shouldRecord(const void* returnAddress) const {
     if (_depthBefore != 0) {
         return false;
     }
@@ -201,16 +201,16 @@ bool Call::isToBeNoted(const void* returnAddress) const {
     return state.isWatching && !isCalledByOtherUser(returnAddress);
 }
 
-// FreeType's rasteriser jumps out of calls within this one, past their destructors.
+// FreeType's rasteriser leaves nested calls by longjmp, which skips their destructors.
 Call::~Call() {
     depth = _depthBefore;
-    if (_isNoted && std::uncaught_exceptions() > _exceptionsAtEntry) {
+    if (_isRecorded && std::uncaught_exceptions() > _exceptionsAtEntry) {
         const std::lock_guard<std::mutex> lock(stateMutex);
         ++state.unwoundCalls;
     }
 }
 
-void Call::note(const char* name, const void* object, std::string line) {
+void Call::record(const char* name, const void* object, std::string line) {
     const std::lock_guard<std::mutex> lock(stateMutex);
     _injectedError = takeFailure(name);
     state.calls.push_back({name, std::move(line), object, _injectedError.has_value()});
@@ -218,7 +218,7 @@ void Call::note(const char* name, const void* object, std::string line) {
 
 std::optional<Character> Call::takeFirstCharacter() const {
     const std::lock_guard<std::mutex> lock(stateMutex);
-    if (!_isNoted) {
+    if (!_isRecorded) {
         return std::nullopt;
     }
     state.nextCharacter = 0;
@@ -227,12 +227,12 @@ std::optional<Character> Call::takeFirstCharacter() const {
 
 std::optional<Character> Call::takeNextCharacter() const {
     const std::lock_guard<std::mutex> lock(stateMutex);
-    return _isNoted ? takeCharacter() : std::nullopt;
+    return _isRecorded ? takeCharacter() : std::nullopt;
 }
 
 std::optional<FT_Glyph_Format> Call::getGlyphFormat() const {
     const std::lock_guard<std::mutex> lock(stateMutex);
-    return _isNoted ? state.glyphFormat : std::nullopt;
+    return _isRecorded ? state.glyphFormat : std::nullopt;
 }
 
 } // namespace Spy

@@ -11,9 +11,9 @@
 
 namespace Vell::Testing {
 
-/// One call of a FreeType function: "FT_Load_Glyph 36 10" is its name with its arguments but for the object
-/// that it is about and for results. A matrix is "xx xy yx yy", a vector "x y", a charmap "platform
-/// encoding", an encoding its four letters, and a missing one of these "null".
+/// A call of a FreeType function. "FT_Load_Glyph 36 10" is its name and its arguments without the object and
+/// the results. A matrix is "xx xy yx yy", a vector "x y", a charmap "platform encoding", an encoding its
+/// four letters, and a null argument "null".
 struct FreeTypeCall {
     std::string name;
     std::string line;
@@ -21,19 +21,19 @@ struct FreeTypeCall {
     bool isInjectedFailure;
 };
 
-/// Watches the calls of FreeType while it lives, and can make them fail.
+/// Watches the calls of FreeType while it exists, and can make them fail.
 ///
 ///     FreeTypeSpy spy;
 ///     spy.failCall("FT_Load_Glyph", 2, FT_Err_Out_Of_Memory);
 ///     drawSomething();
 ///     EXPECT_THAT(spy.getLines({"FT_Load_Glyph"}), ElementsAre("FT_Load_Glyph 1 10", "FT_Load_Glyph 2 10"));
 ///
-/// An executable that links fontengine_freetype_spy defines the functions of FreeType that the engine uses,
-/// so that the calls of its shared libraries arrive here, are noted, and go on to libfreetype. Not noted are
-/// the calls that FreeType makes itself, those of cairo, fontconfig and HarfBuzz, and those from inside
-/// another noted call. The test's own calls are noted unless a Pause is alive on their thread.
+/// An executable that links fontengine_freetype_spy defines the functions of FreeType that the engine uses.
+/// So the calls of its shared libraries arrive here, are recorded, and continue to libfreetype. The spy does
+/// not record the calls of FreeType itself, of cairo, fontconfig and HarfBuzz, and those inside another
+/// recorded call. It records the test's own calls unless a Pause exists on their thread.
 ///
-/// One spy at a time. Calls may come from any thread; everything else belongs to the thread of the test.
+/// Only one spy may exist at a time. Calls may come from any thread; only the test's thread may use the spy.
 class FreeTypeSpy {
 public:
     FreeTypeSpy();
@@ -46,19 +46,20 @@ public:
     std::vector<std::string> getLines() const;
     std::vector<std::string> getLines(const std::vector<std::string>& names) const;
     std::size_t countCalls(const std::string& name) const;
-    /// How many calls an exception has left, FreeType's frames included, in which nothing is cleaned up.
+    /// The number of calls that an exception has unwound, including FreeType's frames, which clean up
+    /// nothing.
     std::size_t countUnwoundCalls() const;
     void clear();
 
-    /// Lets the `number`-th noted call of a function from now on (1 is the next one) return `error` without
-    /// reaching FreeType; FT_Get_Sfnt_Table returns null. Throws std::invalid_argument for functions that
-    /// cannot fail.
+    /// Makes the `number`-th recorded call of a function from now on (1 is the next one) return `error`
+    /// without reaching FreeType; FT_Get_Sfnt_Table returns null. Throws std::invalid_argument for functions
+    /// that cannot fail.
     void failCall(const std::string& name, std::size_t number = 1, FT_Error error = FT_Err_Invalid_Argument);
 
-    /// What FT_Get_First_Char and FT_Get_Next_Char answer from now on: these codes with these glyphs.
+    /// Makes FT_Get_First_Char and FT_Get_Next_Char return these codes with these glyphs from now on.
     void setCharacters(std::vector<std::pair<FT_ULong, FT_UInt>> characters);
 
-    /// The format that the glyphs made by FT_Get_Glyph claim to have from now on. They are released safely.
+    /// Sets the format that glyphs from FT_Get_Glyph claim to have from now on. They are released safely.
     void setGlyphFormat(FT_Glyph_Format format);
 
     /// Hides the calls of one thread.

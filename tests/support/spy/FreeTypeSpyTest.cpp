@@ -36,7 +36,7 @@ TEST(FreeTypeSpy, SeesTheCallsOfTheSharedLibraries) {
                 ElementsAre("FT_New_Library", "FT_Open_Face 0", "FT_Done_Face", "FT_Done_Library"));
 }
 
-TEST(FreeTypeSpy, LetsTheEngineSeeInjectedFailures) {
+TEST(FreeTypeSpy, InjectsFailuresIntoTheEngine) {
     FreeTypeSpy spy;
     spy.failCall("FT_Open_Face", 2, FT_Err_Invalid_Table);
     const OpenedFont first(buildFont());
@@ -52,7 +52,7 @@ TEST(FreeTypeSpy, LetsTheEngineSeeInjectedFailures) {
     EXPECT_TRUE(spy.getCalls()[3].isInjectedFailure);
 }
 
-TEST(FreeTypeSpy, WritesDownTheArguments) {
+TEST(FreeTypeSpy, RecordsTheArguments) {
     const OpenedFont font(buildFont());
     FT_Matrix matrix = {0x10000, 1, -2, 0x8000};
     FT_Vector delta = {-7, 9};
@@ -90,7 +90,7 @@ TEST(FreeTypeSpy, WritesDownTheArguments) {
                 ElementsAre("FT_Load_Glyph 1 2", "FT_Done_Glyph"));
 }
 
-TEST(FreeTypeSpy, NotesOnlyTheOutermostCall) {
+TEST(FreeTypeSpy, RecordsOnlyTheOutermostCall) {
     const OpenedFont font(buildFont());
     const FreeTypeSpy spy;
     FT_Load_Glyph(font.get(), 1, FT_LOAD_NO_SCALE);
@@ -106,7 +106,7 @@ TEST(FreeTypeSpy, NotesOnlyTheOutermostCall) {
                                             "FT_Done_Glyph"));
 }
 
-TEST(FreeTypeSpy, IgnoresWhatFreeTypeCallsByItself) {
+TEST(FreeTypeSpy, IgnoresCallsThatFreeTypeMakes) {
     FT_Library library = nullptr;
     const FreeTypeSpy spy;
     ASSERT_EQ(FT_Init_FreeType(&library), 0); // calls FT_New_Library
@@ -114,7 +114,7 @@ TEST(FreeTypeSpy, IgnoresWhatFreeTypeCallsByItself) {
     EXPECT_THAT(spy.getLines(), IsEmpty());
 }
 
-TEST(FreeTypeSpy, HidesTheCallsOfAPausedThreadOnly) {
+TEST(FreeTypeSpy, HidesOnlyTheCallsOfAPausedThread) {
     const FreeTypeSpy spy;
     {
         const FreeTypeSpy::Pause pause;
@@ -142,7 +142,7 @@ TEST(FreeTypeSpy, InjectsErrorsAndNulls) {
     EXPECT_THROW(spy.failCall("FT_Done_Glyph"), std::invalid_argument);
 }
 
-TEST(FreeTypeSpy, AnswersOtherCharactersThanTheFontHas) {
+TEST(FreeTypeSpy, ReplacesTheCharactersOfAFont) {
     const OpenedFont font(buildFont());
     FreeTypeSpy spy;
     spy.setCharacters({{0x100000000UL, 1}, {7, 2}});
@@ -153,7 +153,7 @@ TEST(FreeTypeSpy, AnswersOtherCharactersThanTheFontHas) {
     EXPECT_EQ(glyph, 2U);
     EXPECT_EQ(FT_Get_Next_Char(font.get(), 7, &glyph), 0U);
     EXPECT_EQ(glyph, 0U);
-    EXPECT_EQ(FT_Get_First_Char(font.get(), &glyph), 0x100000000UL) << "starts again";
+    EXPECT_EQ(FT_Get_First_Char(font.get(), &glyph), 0x100000000UL) << "restarts";
 }
 
 TEST(FreeTypeSpy, ChangesTheFormatOfGlyphs) {
@@ -167,7 +167,7 @@ TEST(FreeTypeSpy, ChangesTheFormatOfGlyphs) {
     FT_Done_Glyph(glyph);
 }
 
-TEST(FreeTypeSpy, CountsTheCallsThatAnExceptionLeaves) {
+TEST(FreeTypeSpy, CountsCallsThatAnExceptionUnwinds) {
     const OpenedFont font(buildFont());
     ASSERT_EQ(FT_Load_Glyph(font.get(), 1, FT_LOAD_NO_SCALE), FT_Err_Ok);
     const auto draw = [](const FT_Vector*, void* isThrowing) {
@@ -183,7 +183,7 @@ TEST(FreeTypeSpy, CountsTheCallsThatAnExceptionLeaves) {
     EXPECT_EQ(spy.countUnwoundCalls(), 1U);
 }
 
-TEST(FreeTypeSpy, ForgetsEverythingAtItsEnd) {
+TEST(FreeTypeSpy, ForgetsEverythingWhenItIsDestroyed) {
     {
         FreeTypeSpy spy;
         spy.failCall("FT_New_Library", 1);

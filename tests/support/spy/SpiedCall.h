@@ -10,7 +10,7 @@
 #include <type_traits>
 #include <utility>
 
-/// What the forwarding functions share.
+/// The common parts of the forwarding functions.
 namespace Vell::Testing::Spy {
 
 /// Four letters as FreeType packs them into a number.
@@ -28,23 +28,23 @@ std::string describe(Number number) {
     return std::to_string(static_cast<long>(number));
 }
 
-/// One call on its way through; lives as long as the call.
+/// A call on its way to FreeType. It exists as long as the call.
 class Call {
 public:
     template <class... Arguments>
     Call(const char* name, const void* returnAddress, const void* object, const Arguments&... arguments)
         : _exceptionsAtEntry(std::uncaught_exceptions())
         , _depthBefore(enter())
-        , _isNoted(isToBeNoted(returnAddress)) {
-        if (_isNoted) {
-            note(name, object, (std::string(name) + ... + (' ' + describe(arguments))));
+        , _isRecorded(shouldRecord(returnAddress)) {
+        if (_isRecorded) {
+            record(name, object, (std::string(name) + ... + (' ' + describe(arguments))));
         }
     }
     ~Call();
     Call(const Call&) = delete;
     Call& operator=(const Call&) = delete;
 
-    /// The error to return instead of calling FreeType.
+    /// The error to return without calling FreeType.
     const std::optional<FT_Error>& getInjectedError() const { return _injectedError; }
 
     template <class Function, class... Arguments>
@@ -52,19 +52,19 @@ public:
         return _injectedError ? *_injectedError : function(arguments...);
     }
 
-    /// The character to answer instead of asking FreeType.
+    /// The character to return without calling FreeType.
     std::optional<std::pair<FT_ULong, FT_UInt>> takeFirstCharacter() const;
     std::optional<std::pair<FT_ULong, FT_UInt>> takeNextCharacter() const;
     std::optional<FT_Glyph_Format> getGlyphFormat() const;
 
 private:
     static int enter();
-    bool isToBeNoted(const void* returnAddress) const;
-    void note(const char* name, const void* object, std::string line);
+    bool shouldRecord(const void* returnAddress) const;
+    void record(const char* name, const void* object, std::string line);
 
     int _exceptionsAtEntry;
     int _depthBefore;
-    bool _isNoted;
+    bool _isRecorded;
     std::optional<FT_Error> _injectedError;
 };
 
