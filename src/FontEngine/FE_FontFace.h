@@ -2,17 +2,19 @@
 
 #include <FontEngine/FE_BitmapGlyphImage.h>
 #include <FontEngine/FE_BitmapGlyphInfo.h>
-#include <FontEngine/FE_FaceData.h>
 #include <FontEngine/FE_GlyphInfo.h>
+#include <FontEngine/FE_GlyphTransform.h>
 #include <FontLoaders/Public/FreeType.h>
 #include <Gfx/Public/BasicMetrics.h>
 #include <Gfx/Public/Painter.h>
 #include <Utils/Public/Export.h>
+#include <Utils/Public/Ptr/CheckedPtr.h>
 #include <cinder/Color.h>
 
 #include FT_GLYPH_H
 
 #include <memory>
+#include <vector>
 
 namespace Vell::FontEngine {
 
@@ -23,6 +25,12 @@ namespace Internal {
 class GlyphDoor;
 struct KnownSize;
 } // namespace Internal
+
+/// What a face is made from: a font file, and the synthetic styles to add because the file lacks them.
+struct FaceData {
+    NNPtr<const std::vector<unsigned char>> bytes; ///< the whole file, shared
+    GlyphTransform transform;                      ///< applies to every glyph of the face
+};
 
 /// A font file, opened as a FreeType face in a FreeType library of its own, with its metrics and its
 /// character map, which are computed once. FontFactory::getFace makes and shares faces. A face keeps its

@@ -2,8 +2,8 @@
 
 #include <FontEngine/FE_FontFaceInfo.h>
 #include <FontEngine/FE_FontInfo.h>
-#include <FontEngine/Private/FE_FaceCaches.h>
 #include <FontEngine/Private/FE_GlyphService.h>
+#include <FontEngine/Private/FE_LockedCache.h>
 #include <FontEngine/Private/FE_StyleFallback.h>
 #include <FontEngine/Private/FE_SymbolFallback.h>
 #include <FontLoaders/Public/Exceptions.h>
@@ -11,9 +11,24 @@
 #include <Utils/Public/Assert.h>
 #include <Utils/Public/Ptr/PtrUtils.h>
 
+#include <functional>
 #include <utility>
 
 namespace Vell::FontEngine {
+
+namespace Internal {
+
+using FaceKey = NNPtr<const Gfx::FontFaceInfo>;
+using FacePtr = NNPtr<const FontFace>;
+
+/// The font files and the faces of a factory, by description. The lock of the faces is taken before that of
+/// the files. Destroyed from the last to the first: faces before the files that they were made from.
+struct FaceCaches {
+    LockedCache<FaceKey, FontLoaders::FontBytes, std::hash<FaceKey>> files;
+    LockedCache<FaceKey, FacePtr, std::hash<FaceKey>> faces;
+};
+
+} // namespace Internal
 
 using FontLoaders::FontBytes;
 using Internal::FaceKey;
@@ -93,12 +108,12 @@ FontBytes FontFactory::getFaceDataBytes(const NNPtr<const Gfx::FontFaceInfo>& fa
 std::shared_ptr<const FaceData>
 FontFactory::getFaceData(const NNPtr<const Gfx::FontFaceInfo>& faceInfo) const {
     const FontBytes exact = getFaceDataBytes(faceInfo);
-    const Internal::RequestedStyle request{faceInfo->getName(), faceInfo->isBold(), faceInfo->isItalic()};
+    const Internal::FontFaceInfo request{faceInfo->getName(), faceInfo->isBold(), faceInfo->isItalic()};
     if (exact && Internal::mayUseExactStyle(request)) {
         return makeNNPtr<const FaceData>(FaceData{exact, GlyphTransform::None});
     }
     return Internal::findSimilarStyle(request, [&](bool bold, bool italic) {
-        return getFaceDataBytes(makeNNPtr<Internal::FontFaceInfo>(request.name, bold, italic));
+        return getFaceDataBytes(makeNNPtr<Internal::FontFaceInfo>(request.getName(), bold, italic));
     });
 }
 
@@ -138,13 +153,17 @@ NNPtr<const Gfx::FontMetrics> FontFactory::getFontMetrics(const NNPtr<const Gfx:
 std::shared_ptr<const Font>
 FontFactory::getDefaultFontForSymbol(unsigned int codePoint,
                                      const NNPtr<const Gfx::FontInfo>& fontInfo) const {
-    const auto request = Internal::requestFallback(*this, codePoint, fontInfo);
-    if (!request) {
+    const std::string family = Internal::findFallbackFamily(*this, codePoint);
+    if (family.empty()) {
         return nullptr;
     }
-    const auto face = makeNNPtr<Internal::FontFaceInfo>(request->family, request->bold, request->italic);
+    const auto style = fontInfo->getFontFaceInfo();
+    const bool isBold = style->isBold();
+    const bool isItalic = style->isItalic();
+    const float size = fontInfo->getSize();
+    const auto face = makeNNPtr<Internal::FontFaceInfo>(family, isBold, isItalic);
     return std::make_shared<const Font>(
-        getFont(makeNNPtr<Internal::FontInfo>(face, request->size, request->textPositionType)));
+        getFont(makeNNPtr<Internal::FontInfo>(face, size, fontInfo->getTextPositionType())));
 }
 
 const std::shared_ptr<const FT_BitmapGlyphRec_>& FontFactory::getBitmapGlyph(const BitmapGlyphInfo& info,

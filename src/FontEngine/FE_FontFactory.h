@@ -3,7 +3,6 @@
 #include <FontEngine/FE_BitmapGlyphImage.h>
 #include <FontEngine/FE_BitmapGlyphInfo.h>
 #include <FontEngine/FE_CacheFigures.h>
-#include <FontEngine/FE_FaceData.h>
 #include <FontEngine/FE_Font.h>
 #include <FontEngine/FE_FontFace.h>
 #include <FontEngine/FE_GlyphInfo.h>

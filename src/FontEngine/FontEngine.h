@@ -12,7 +12,6 @@
 #include <FontEngine/FE_DescribeFont.h>
 #include <FontEngine/FE_Exceptions.h>
 #include <FontEngine/FE_ExtFontInfo.h>
-#include <FontEngine/FE_FaceData.h>
 #include <FontEngine/FE_Font.h>
 #include <FontEngine/FE_FontFace.h>
 #include <FontEngine/FE_FontFaceInfo.h>

@@ -1,6 +1,6 @@
 #include <FontEngine/Private/FE_BitmapRows.h>
 
-#include <FontEngine/Private/FE_PixelLimit.h>
+#include <FontEngine/Private/FE_GlyphChecks.h>
 
 #include FT_SYSTEM_H
 

@@ -1,7 +1,7 @@
 // What is read once from a face: its charmap and line metrics.
 
 #include <FontEngine/Private/FE_FreeTypeUtilsInternal.h>
-#include <FontEngine/Private/FE_GlyphIndices.h>
+#include <FontEngine/Private/FE_GlyphChecks.h>
 #include <FontLoaders/Public/Exceptions.h>
 #include <FontLoaders/Public/SymbolicFonts.h>
 #include <Utils/Public/Assert.h>

@@ -2,10 +2,8 @@
 
 #include <FontEngine/Private/FE_BitmapRows.h>
 #include <FontEngine/Private/FE_FreeTypeUtilsInternal.h>
-#include <FontEngine/Private/FE_GlyphErrors.h>
-#include <FontEngine/Private/FE_GlyphIndices.h>
+#include <FontEngine/Private/FE_GlyphChecks.h>
 #include <FontEngine/Private/FE_Hinting.h>
-#include <FontEngine/Private/FE_PixelLimit.h>
 #include <FontEngine/Private/FE_RasterWork.h>
 #include <FontEngine/Private/FE_RenderedGlyph.h>
 #include <FontLoaders/Public/CompositeGlyphs.h>

@@ -15,6 +15,12 @@
 
 namespace Vell::FontEngine::Internal {
 
+/// Whether glyphs stand at fractional positions. Below this ratio they stand on whole units, and the fraction
+/// of the pen is rendered into their bitmaps; dense screens need no such bitmaps. NaN is not dense.
+constexpr bool isDense(float devicePixelRatio) {
+    return devicePixelRatio >= 1.5F;
+}
+
 /// A glyph of a text before it has its bitmap: what tells it from the others of its source.
 struct LaidGlyph {
     unsigned short glyphIndex;

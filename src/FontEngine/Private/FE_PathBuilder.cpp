@@ -1,6 +1,6 @@
 #include <FontEngine/Private/FE_PathBuilder.h>
 
-#include <FontEngine/Private/FE_GlyphErrors.h>
+#include <FontEngine/Private/FE_GlyphChecks.h>
 #include <FontLoaders/Public/FreeType.h>
 #include <Utils/Public/Assert.h>
 

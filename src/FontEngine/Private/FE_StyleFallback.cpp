@@ -15,21 +15,21 @@ std::shared_ptr<const FaceData> makeFaceData(const FontBytes& bytes, bool embold
     return makeNNPtr<const FaceData>(FaceData{bytes, makeGlyphTransform(embolden, slant)});
 }
 
-std::shared_ptr<const FaceData> findRegular(const RequestedStyle& request, const StyleProbe& probe) {
+std::shared_ptr<const FaceData> findRegular(const FontFaceInfo& request, const StyleProbe& probe) {
     const FontBytes regular = probe(false, false);
-    return regular ? makeFaceData(regular, request.isBold, request.isItalic) : nullptr;
+    return regular ? makeFaceData(regular, request.isBold(), request.isItalic()) : nullptr;
 }
 
-std::shared_ptr<const FaceData> findWithRegular(const RequestedStyle& request, const StyleProbe& probe) {
-    if (request.isBold && request.isItalic) {
+std::shared_ptr<const FaceData> findWithRegular(const FontFaceInfo& request, const StyleProbe& probe) {
+    if (request.isBold() && request.isItalic()) {
         if (const FontBytes bold = probe(true, false)) {
-            return makeFaceData(bold, false, request.isItalic);
+            return makeFaceData(bold, false, request.isItalic());
         }
     }
     return findRegular(request, probe);
 }
 
-std::shared_ptr<const FaceData> findWithoutRegular(const RequestedStyle& request, const StyleProbe& probe) {
+std::shared_ptr<const FaceData> findWithoutRegular(const FontFaceInfo& request, const StyleProbe& probe) {
     const FontBytes bold = probe(true, false);
     const FontBytes italic = probe(false, true);
     if (!bold && !italic) {
@@ -38,19 +38,19 @@ std::shared_ptr<const FaceData> findWithoutRegular(const RequestedStyle& request
     // A missing style is added only when the other one serves: with both files there, a bold italic request
     // gets the bold file as it is, because slanting a bold beside a true italic looks worse than an upright
     // bold.
-    const bool slant = request.isItalic && !italic && bold;
-    const bool isBoldMissing = request.isBold && !bold && italic;
-    const bool embolden = mayUseExactStyle(request) ? isBoldMissing : request.isBold;
+    const bool slant = request.isItalic() && !italic && bold;
+    const bool isBoldMissing = request.isBold() && !bold && italic;
+    const bool embolden = mayUseExactStyle(request) ? isBoldMissing : request.isBold();
     return makeFaceData(bold ? bold : italic, embolden, slant);
 }
 
 } // namespace
 
-bool mayUseExactStyle(const RequestedStyle& request) {
-    return request.name != alwaysSynthesisedFamily;
+bool mayUseExactStyle(const FontFaceInfo& request) {
+    return request.getName() != alwaysSynthesisedFamily;
 }
 
-std::shared_ptr<const FaceData> findSimilarStyle(const RequestedStyle& request, const StyleProbe& probe) {
+std::shared_ptr<const FaceData> findSimilarStyle(const FontFaceInfo& request, const StyleProbe& probe) {
     const FontBytes regular = probe(false, false);
     return regular ? findWithRegular(request, probe) : findWithoutRegular(request, probe);
 }

@@ -1,29 +1,21 @@
 #pragma once
 
-#include <FontEngine/FE_FaceData.h>
+#include <FontEngine/FE_FontFace.h>
+#include <FontEngine/FE_FontFaceInfo.h>
 #include <FontLoaders/Public/FontLoader.h>
 #include <Utils/Public/CallableRef.h>
 
 #include <memory>
-#include <string>
-#include <vector>
 
 namespace Vell::FontEngine::Internal {
-
-/// A description of a face, read once.
-struct RequestedStyle {
-    std::string name;
-    bool isBold;
-    bool isItalic;
-};
 
 /// Asks for the font file of the request's family in one style; null when there is none.
 using StyleProbe = CallableRef<FontLoaders::FontBytes(bool bold, bool italic)>;
 
 /// Whether a file of exactly the requested style may serve this family.
-bool mayUseExactStyle(const RequestedStyle& request);
+bool mayUseExactStyle(const FontFaceInfo& request);
 
 /// Chooses another style of the family and the styling to add to it; null when the family has none at all.
-std::shared_ptr<const FaceData> findSimilarStyle(const RequestedStyle& request, const StyleProbe& probe);
+std::shared_ptr<const FaceData> findSimilarStyle(const FontFaceInfo& request, const StyleProbe& probe);
 
 } // namespace Vell::FontEngine::Internal

@@ -6,30 +6,26 @@
 
 namespace Vell::FontEngine::Internal {
 
-std::optional<FallbackRequest> requestFallback(const FontFactory& factory, unsigned int codePoint,
-                                               const NNPtr<const Gfx::FontInfo>& fontInfo) {
+std::string findFallbackFamily(const FontFactory& factory, unsigned int codePoint) {
     const unsigned int range = FontLoaders::UnicodeRangeMap::find(codePoint);
-    if (range == 0) {
-        return std::nullopt;
-    }
-    std::string family = factory.getFontLoader().getFamilyNameForRange(range);
-    if (family.empty()) {
-        return std::nullopt;
-    }
-    const auto style = fontInfo->getFontFaceInfo();
-    return FallbackRequest{std::move(family), style->isBold(), style->isItalic(), fontInfo->getSize(),
-                           fontInfo->getTextPositionType()};
+    return range != 0 ? factory.getFontLoader().getFamilyNameForRange(range) : std::string();
 }
 
 std::optional<DescribedFace> RunFallback::find(const FontFactory& factory, unsigned int codePoint,
                                                const NNPtr<const Gfx::FontInfo>& fontInfo) {
-    auto request = requestFallback(factory, codePoint, fontInfo);
-    if (!request) {
+    std::string family = findFallbackFamily(factory, codePoint);
+    if (family.empty()) {
         return std::nullopt;
     }
-    const FontFaceInfo wanted(std::move(request->family), request->bold, request->italic);
+    const auto style = fontInfo->getFontFaceInfo();
+    const bool isBold = style->isBold();
+    const bool isItalic = style->isItalic();
+    // Asked because getDefaultFontForSymbol asks: a client's description may throw, or count its calls.
+    static_cast<void>(fontInfo->getSize());
+    static_cast<void>(fontInfo->getTextPositionType());
+    const FontFaceInfo wanted(std::move(family), isBold, isItalic);
     if (!_last || !_last->holdsSameAs(wanted)) {
-        _last = std::make_shared<const FontFaceInfo>(wanted.getName(), request->bold, request->italic);
+        _last = std::make_shared<const FontFaceInfo>(wanted.getName(), isBold, isItalic);
     }
     const NNPtr<const FontFaceInfo> faceInfo(_last);
     return DescribedFace{faceInfo, factory.shareFace(faceInfo)};

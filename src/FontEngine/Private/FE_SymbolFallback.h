@@ -11,18 +11,8 @@
 
 namespace Vell::FontEngine::Internal {
 
-/// The font that shall serve a character instead of another font: what getDefaultFontForSymbol asks the
-/// loader and the description for.
-struct FallbackRequest {
-    std::string family;
-    bool bold;
-    bool italic;
-    float size;
-    Gfx::TextPositionType textPositionType;
-};
-
-std::optional<FallbackRequest> requestFallback(const FontFactory& factory, unsigned int codePoint,
-                                               const NNPtr<const Gfx::FontInfo>& fontInfo);
+/// The family that serves a character which its own font lacks; empty if there is none.
+std::string findFallbackFamily(const FontFactory& factory, unsigned int codePoint);
 
 /// A face with the description that it is known by.
 struct DescribedFace {

@@ -1,7 +1,7 @@
 // The layout half of the raster painter.
 
 #include <FontEngine/FE_FontFactory.h>
-#include <FontEngine/Private/FE_DevicePixelRatio.h>
+#include <FontEngine/Private/FE_GlyphSources.h>
 #include <FontEngine/Private/FE_GlyphDoor.h>
 #include <FontEngine/Private/FE_HeldGlyphs.h>
 #include <FontEngine/Private/FE_OwnDescriptions.h>

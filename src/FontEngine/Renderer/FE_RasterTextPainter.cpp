@@ -2,7 +2,7 @@
 
 #include <FontEngine/FE_BitmapGlyphRunPainter.h>
 #include <FontEngine/FE_FontFactory.h>
-#include <FontEngine/Private/FE_DevicePixelRatio.h>
+#include <FontEngine/Private/FE_GlyphSources.h>
 #include <FontEngine/Private/FE_GlyphService.h>
 #include <Utils/Public/Assert.h>
 #include <Utils/Public/MatrixUtils.h>

@@ -1,8 +1,10 @@
-#include <FontEngine/Private/FE_PixelLimit.h>
+#include <FontEngine/Private/FE_GlyphChecks.h>
 
 #include <FontEngine/FE_BitmapGlyphInfo.h>
+#include <FontLoaders/Public/Exceptions.h>
+#include <FontLoaders/Public/FreeType.h>
 
-#include <cstdint>
+#include <fmt/format.h>
 
 namespace Vell::FontEngine::Internal {
 
@@ -29,6 +31,14 @@ bool exceedsPixelLimit(const FT_BBox& box, FT_Render_Mode mode) {
     const bool onlyCentres = mode == FT_RENDER_MODE_MONO;
     return exceedsPixelLimit(countPixels(box.xMin, box.xMax, onlyCentres),
                              countPixels(box.yMin, box.yMax, onlyCentres));
+}
+
+void throwIfGlyphFailed(const char* format, int error, const GlyphInfo& info) {
+    if (!FontLoaders::isFTSucceeded(error)) {
+        throw FontLoaders::FreeTypeException(fmt::format(fmt::runtime(format),
+                                                         static_cast<std::uint32_t>(error),
+                                                         static_cast<std::uint64_t>(info.getGlyphIndex())));
+    }
 }
 
 } // namespace Vell::FontEngine::Internal
