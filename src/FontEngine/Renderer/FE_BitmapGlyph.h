@@ -21,7 +21,7 @@ namespace Internal {
 class RunHold;
 struct RenderedGlyph;
 
-/// A bitmap and the key that it was rendered for. It ends with its last reference.
+/// A bitmap and the key that it was rendered for. It is destroyed with its last reference.
 struct VELL_API KeyedBitmap : BitmapGlyphInfo {
     explicit KeyedBitmap(const BitmapGlyphInfo& info)
         : BitmapGlyphInfo(info) {}
@@ -101,7 +101,7 @@ private:
         }
     }
 
-    Internal::KeyedBitmap* _keyed; // its lowest bit tells whether the glyph owns a reference
+    Internal::KeyedBitmap* _keyed; // the lowest bit is set if the glyph owns a reference
     cinder::Vec2<float> _pos;
 };
 

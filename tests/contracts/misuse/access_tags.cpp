@@ -1,4 +1,5 @@
-// Only FontFactory can make factories, faces, fonts and their metrics, because it alone can make the access tags.
+// Only FontFactory can make factories, faces, fonts and their metrics, because it alone can make the access
+// tags.
 
 #include <FontEngine/FE_FontFactory.h>
 #include <Utils/Public/Ptr/PtrUtils.h>

@@ -1,4 +1,5 @@
-// A painter owns its context and its transform stack: it cannot be copied, and no conversion makes one by accident.
+// A painter owns its context and its transform stack: it cannot be copied, and no conversion makes one by
+// accident.
 
 #include <CairoAdapter/CairoAdapter.h>
 

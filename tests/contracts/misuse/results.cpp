@@ -1,4 +1,5 @@
-// Clients cannot change what the engine hands out, because it is shared. They must implement interfaces completely.
+// Clients cannot change what the engine hands out, because it is shared. They must implement interfaces
+// completely.
 
 #include <FontEngine/FontEngine.h>
 #include <FontEngine/Private/FE_FreeTypeUtilsInternal.h>
