@@ -1,6 +1,6 @@
 #pragma once
 
-#include "TextFont.h"
+#include "fonts/TextFont.h"
 
 #include <support/CountingLoader.h>
 #include <support/FontBuilder.h>

@@ -1,0 +1,28 @@
+#include "commands/Commands.h"
+#include "fonts/FontSource.h"
+#include "output/OutputFile.h"
+#include "output/Progress.h"
+#include "specimen/SpecimenPage.h"
+
+#include <filesystem>
+#include <optional>
+
+namespace Vell::Tool {
+
+void writeSpecimen(const SpecimenOptions& options) {
+    const FontSource source(options.familyOrFile);
+    std::optional<Progress> bar; // begins when it is known how much there is to draw
+    std::size_t shown = 0;
+    const auto showProgress = [&](std::size_t done, std::size_t total) {
+        if (!bar) {
+            bar.emplace("glyphs", total);
+        }
+        bar->advance(done - shown);
+        shown = done;
+    };
+    makeFolder(options.folder);
+    const std::string page = makeSpecimenPage(source, showProgress);
+    writeFile((std::filesystem::path(options.folder) / "index.html").string(), page);
+}
+
+} // namespace Vell::Tool
