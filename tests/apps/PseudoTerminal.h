@@ -6,6 +6,9 @@
 #include <termios.h>
 #include <unistd.h>
 
+#include <chrono>
+#include <condition_variable>
+#include <mutex>
 #include <stdexcept>
 #include <string>
 #include <thread>
@@ -38,6 +41,13 @@ public:
     /// The file by which a process opens the terminal.
     std::string getPath() const { return ttyname(_terminal); }
 
+    /// Whether something with this part has been written, within a time that is long enough for any test.
+    bool waitFor(const std::string& part) {
+        constexpr std::chrono::seconds patience(60);
+        std::unique_lock<std::mutex> lock(_mutex);
+        return _changed.wait_for(lock, patience, [&] { return _text.find(part) != std::string::npos; });
+    }
+
     /// All that was written. Whoever else has the terminal open must have closed it; it is gone afterwards.
     std::string take() {
         hangUp();
@@ -53,7 +63,9 @@ private:
             if (count <= 0) {
                 return;
             }
+            const std::lock_guard<std::mutex> lock(_mutex);
             _text.append(buffer, static_cast<std::size_t>(count));
+            _changed.notify_all();
         }
     }
 
@@ -66,7 +78,9 @@ private:
 
     int _controller = -1;
     int _terminal = -1;
-    std::string _text; // the reader's until it is joined
+    std::mutex _mutex;
+    std::condition_variable _changed;
+    std::string _text; // guarded by the mutex until the reader is joined
     std::thread _reader;
 };
 

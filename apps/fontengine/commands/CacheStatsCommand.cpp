@@ -1,8 +1,8 @@
 #include "commands/CacheReport.h"
 #include "commands/Commands.h"
-#include "commands/NumberLimits.h"
 #include "drawing/Canvas.h"
 #include "drawing/TextLines.h"
+#include "fonts/FontSource.h"
 #include "output/Progress.h"
 
 #include <CairoAdapter/CairoAdapter.h>
@@ -13,13 +13,6 @@
 namespace Vell::Tool {
 
 namespace {
-
-void checkOptions(const CacheStatsOptions& options) {
-    checkLimits(sizeLimits, options.font.size);
-    checkLimits(spacingLimits, options.font.letterSpacing);
-    checkLimits(ratioLimits, options.pixelRatio);
-    checkLimits(passLimits, static_cast<float>(options.passes));
-}
 
 /// Both painters where none was asked for: the one uses the bitmaps, the other the outlines.
 std::vector<TextPaint> choosePaints(const CacheStatsOptions& options) {
@@ -45,14 +38,14 @@ private:
 };
 
 /// The font is looked up for each line anew, as a program does that draws one text after the other.
-void drawLines(const FactoryPtr& factory, const std::vector<std::string>& lines,
+void drawLines(const FontSource& source, const std::vector<std::string>& lines,
                const CacheStatsOptions& options) {
     const std::vector<TextPaint> paints = choosePaints(options);
     Progress progress("drawing lines", lines.size() * options.passes);
     Backdrop backdrop;
     for (unsigned long pass = 0; pass < options.passes; ++pass) {
         for (const std::string& line : lines) {
-            const TextFont font = makeTextFont(factory, options.font);
+            const TextFont font = source.makeFont(options.font);
             const TextBlock block = layOutBlock(font, {line});
             for (const TextPaint& paint : paints) {
                 backdrop.draw(block, font, paint);
@@ -65,13 +58,12 @@ void drawLines(const FactoryPtr& factory, const std::vector<std::string>& lines,
 } // namespace
 
 void printCacheStats(const CacheStatsOptions& options, std::istream& standardInput, std::ostream& out) {
-    checkOptions(options);
     const std::string text = readText(options.source, standardInput);
     const std::vector<std::string> lines = splitLines(text);
-    const FactoryPtr factory = FontEngine::FontFactory::create(defaultFamily);
-    factory->reset(options.maxFaces, options.maxBitmapBytes);
-    drawLines(factory, lines, options);
-    const FontEngine::FactoryCacheFigures figures = factory->getCacheFigures();
+    const FontSource source(options.font);
+    source.getFactory()->reset(options.maxFaces, options.maxBitmapBytes);
+    drawLines(source, lines, options);
+    const FontEngine::FactoryCacheFigures figures = source.getFactory()->getCacheFigures();
     out << (options.printsJson ? makeCacheJson({text.size(), lines.size(), options.passes}, figures)
                                : makeCacheTable(figures));
 }

@@ -1,16 +1,20 @@
 #include "commands/CommandLine.h"
 
 #include "Errors.h"
+#include "commands/CommandLineMistakes.h"
+#include "commands/NumberLimits.h"
 
 #include <CLI/CLI.hpp>
 
 #include <fmt/format.h>
 
+#include <sstream>
+
 namespace Vell::Tool {
 
 namespace {
 
-/// Everything that the options write to while they are parsed, in the form in which CLI11 fills it.
+/// What the options write to while CLI11 parses them.
 struct Parsed {
     RenderOptions render;
     std::string color = "black";
@@ -18,6 +22,7 @@ struct Parsed {
     std::string painter;
     std::string text;
     std::string file;
+    std::string fontFile;
     InfoOptions info;
     FallbackOptions fallback;
     CacheStatsOptions cacheStats;
@@ -40,28 +45,45 @@ void addSource(CLI::App& app, Parsed& parsed) {
 }
 
 void addStyle(CLI::App& app, bool& isBold, bool& isItalic) {
-    app.add_flag("--bold", isBold, "bold; synthesised where the family has none");
-    app.add_flag("--italic", isItalic, "italic; synthesised where the family has none");
+    app.add_flag("--bold", isBold, "the bold style; synthesised if the font has none");
+    app.add_flag("--italic", isItalic, "the italic style; synthesised if the font has none");
 }
 
-void addFont(CLI::App& app, FontRequest& font) {
+void addFont(CLI::App& app, FontRequest& font, std::string& fontFile) {
     app.add_option("--family", font.family,
-                   std::string("an installed font family; ") + defaultFamily + " if not given");
+                   std::string("an installed font family; ") + defaultFamily + " if not given")
+        ->type_name("NAME");
+    app.add_option("--font", fontFile, "a font file instead; INDEX counts the faces of a collection from 0")
+        ->type_name("FILE[:INDEX]");
     addStyle(app, font.isBold, font.isItalic);
 }
 
-void addSize(CLI::App& app, FontRequest& font) {
-    app.add_option("--size", font.size, "the font size in units: pixels, points in PDF")
+/// The check sees the number as it was typed.
+template <class Number>
+void addNumber(CLI::App& app, const NumberLimits& limits, Number& number, const char* help) {
+    app.add_option(std::string(limits.option), number, help)
+        ->check([limits](const std::string& word) {
+            checkNumber(limits, word);
+            return std::string();
+        })
+        ->type_name(limits.isWhole ? "COUNT" : "NUMBER")
         ->capture_default_str();
 }
 
+void addSize(CLI::App& app, FontRequest& font) {
+    addNumber(app, sizeLimits, font.size, "the font size in units: pixels, or points in PDF");
+}
+
 void addLetterSpacing(CLI::App& app, FontRequest& font) {
-    app.add_option("--letter-spacing", font.letterSpacing, "added after each character, in units")
-        ->capture_default_str();
+    addNumber(app, spacingLimits, font.letterSpacing, "space added after each character, in units");
 }
 
 void addPainter(CLI::App& app, std::string& painter, const char* help) {
     app.add_option("--painter", painter, help)->type_name("raster|vector");
+}
+
+void addColor(CLI::App& app, const char* name, std::string& color, const char* help) {
+    app.add_option(name, color, help)->type_name("COLOR")->capture_default_str();
 }
 
 CLI::App* addRender(CLI::App& app, Parsed& parsed) {
@@ -71,81 +93,70 @@ CLI::App* addRender(CLI::App& app, Parsed& parsed) {
     render->add_option("-o,--output", options.output, "the file to write: .png, .svg or .pdf")
         ->required()
         ->type_name("OUT");
-    addFont(*render, options.font);
+    addFont(*render, options.font, parsed.fontFile);
     addSize(*render, options.font);
     addLetterSpacing(*render, options.font);
-    render->add_option("--color", parsed.color, "#rgb, #rrggbb, #rrggbbaa or a name of those below")
-        ->capture_default_str();
-    render->add_option("--background", parsed.background, "likewise; 'transparent' for none")
-        ->capture_default_str();
-    render->add_option("--dpr", options.pixelRatio, "device pixels in a unit, for PNG and the raster painter")
-        ->capture_default_str();
-    render->add_option("--rotate", options.degrees, "turn the text by degrees, clockwise")
-        ->capture_default_str();
-    render->add_option("--scale", options.scale, "enlarge everything")->capture_default_str();
+    addColor(*render, "--color", parsed.color, "#rgb, #rrggbb, #rrggbbaa or a name from the list below");
+    addColor(*render, "--background", parsed.background, "the same; 'transparent' for none");
+    addNumber(*render, ratioLimits, options.pixelRatio,
+              "device pixels per unit, for PNG files and the raster painter");
+    addNumber(*render, rotationLimits, options.degrees, "turn the text clockwise by these degrees");
+    addNumber(*render, scaleLimits, options.scale, "enlarge everything by this factor");
     render->footer("Colour names:\n" + listColorNames());
-    addPainter(*render, parsed.painter, "raster for PNG, vector for the others if not given");
+    addPainter(*render, parsed.painter, "raster for PNG, vector for SVG and PDF if not given");
     return render;
 }
 
 void addWhy(CLI::App& app, bool& explains) {
     app.add_flag("--why", explains,
-                 "tell the font files, how styles came about, and what the loader was asked");
+                 "print the font files, the reasons for the styles, and what the loader was asked");
+}
+
+void addFamilyOrFile(CLI::App& app, std::string& familyOrFile) {
+    app.add_option("FAMILY|FILE", familyOrFile,
+                   "an installed family, or a font file: a path with a slash or a name that exists; "
+                   "FILE:INDEX is a face of a collection")
+        ->type_name("")
+        ->required();
 }
 
 CLI::App* addInfo(CLI::App& app, InfoOptions& options) {
-    CLI::App* info = app.add_subcommand("info", "Tell what a font is: an installed family or a font file");
-    info->add_option("FAMILY|FILE", options.familyOrFile, "a family, or a path with a slash or of a file")
-        ->type_name("")
-        ->required();
+    CLI::App* info = app.add_subcommand("info", "Describe a font: an installed family or a font file");
+    addFamilyOrFile(*info, options.familyOrFile);
     addStyle(*info, options.isBold, options.isItalic);
-    info->add_option("--size", options.size, "the font size that the metrics are for")->capture_default_str();
+    addNumber(*info, sizeLimits, options.size, "the font size that the metrics are for");
     info->add_flag("--characters", options.listsCharacters, "list the mapped characters");
     addWhy(*info, options.explains);
     return info;
 }
 
 CLI::App* addFallback(CLI::App& app, Parsed& parsed) {
-    CLI::App* fallback = app.add_subcommand("fallback", "Tell for each character which face would draw it");
+    CLI::App* fallback = app.add_subcommand("fallback", "Print which face draws each character");
     addSource(*fallback, parsed);
-    addFont(*fallback, parsed.fallback.font);
+    addFont(*fallback, parsed.fallback.font, parsed.fontFile);
     addWhy(*fallback, parsed.fallback.explains);
     return fallback;
 }
 
-/// The limits of the caches and the passes. Without the check a negative number would wrap around.
-void addCounts(CLI::App& app, CacheStatsOptions& options) {
-    const auto add = [&app](const char* name, unsigned long& count, const char* help) {
-        app.add_option(name, count, help)
-            ->check([](const std::string& text) {
-                return text.find('-') == std::string::npos ? "" : "must not be negative";
-            })
-            ->type_name("COUNT")
-            ->capture_default_str();
-    };
-    add("--max-faces", options.maxFaces, "of faces, and of font files; 0: no limit");
-    add("--max-bitmap-bytes", options.maxBitmapBytes, "of bitmaps, and of coloured images; 0: no limit");
-    add("--passes", options.passes, "how often to draw the text");
-}
-
 CLI::App* addCacheStats(CLI::App& app, Parsed& parsed) {
     CacheStatsOptions& options = parsed.cacheStats;
-    CLI::App* stats =
-        app.add_subcommand("cache-stats", "Draw text unseen and tell how the caches have served");
+    CLI::App* stats = app.add_subcommand("cache-stats", "Draw text off screen and print cache statistics");
     addSource(*stats, parsed);
-    addFont(*stats, options.font);
+    addFont(*stats, options.font, parsed.fontFile);
     addSize(*stats, options.font);
     addLetterSpacing(*stats, options.font);
-    stats->add_option("--dpr", options.pixelRatio, "device pixels in a unit, for the raster painter")
-        ->capture_default_str();
-    addPainter(*stats, parsed.painter, "one after the other if not given");
-    addCounts(*stats, options);
+    addNumber(*stats, ratioLimits, options.pixelRatio, "device pixels per unit, for the raster painter");
+    addPainter(*stats, parsed.painter, "both, one after the other, if not given");
+    addNumber(*stats, faceLimits, options.maxFaces, "the most faces and font files to keep; 0: no limit");
+    addNumber(*stats, bitmapLimits, options.maxBitmapBytes,
+              "the most bytes of bitmaps and of coloured images to keep; 0: no limit");
+    addNumber(*stats, passLimits, options.passes, "how often to draw the text");
     stats->add_flag("--json", options.printsJson, "print JSON instead of a table");
     return stats;
 }
 
 CLI::App* addCompare(CLI::App& app, Parsed& parsed) {
-    CLI::App* compare = app.add_subcommand("compare", "Tell by how much two PNG files differ, and where");
+    CLI::App* compare = app.add_subcommand("compare", "Measure how much two PNG files differ, and where");
     compare->footer("The exit status is 0 if the pictures are equal, 3 if they differ, and 1 or 2 if they\n"
                     "could not be compared, as with the other commands.");
     compare->add_option("FIRST", parsed.compare.first, "a PNG file")->type_name("")->required();
@@ -158,7 +169,7 @@ CLI::App* addCompare(CLI::App& app, Parsed& parsed) {
 }
 
 CLI::App* addDemo(CLI::App& app, Parsed& parsed) {
-    CLI::App* demo = app.add_subcommand("demo", "Draw a specimen: demo.png, demo.svg and demo.pdf");
+    CLI::App* demo = app.add_subcommand("demo", "Draw a page of examples: demo.png, demo.svg and demo.pdf");
     demo->add_option("TEXT", parsed.text, "the text to show")->type_name("");
     demo->add_option("-o,--output", parsed.demo.folder, "the folder to write to")
         ->required()
@@ -169,9 +180,7 @@ CLI::App* addDemo(CLI::App& app, Parsed& parsed) {
 CLI::App* addSpecimen(CLI::App& app, SpecimenOptions& options) {
     CLI::App* specimen =
         app.add_subcommand("specimen", "Write a page about a font for the browser: index.html");
-    specimen->add_option("FAMILY|FILE", options.familyOrFile, "a family, or a path with a slash or of a file")
-        ->type_name("")
-        ->required();
+    addFamilyOrFile(*specimen, options.familyOrFile);
     specimen->add_option("-o,--output", options.folder, "the folder to write to")
         ->required()
         ->type_name("FOLDER");
@@ -191,14 +200,37 @@ std::optional<PainterKind> getPainter(const CLI::App& app, const Parsed& parsed)
                                       : std::nullopt;
 }
 
-/// The empty name means the default family to the library; whoever writes it out has made a mistake.
-void checkFamily(const CLI::App& app, const FontRequest& font) {
-    if (app.count("--family") > 0 && font.family.empty()) {
-        throw UsageError("--family is empty");
+/// To the commands an empty family means the default one; whoever writes it out has made a mistake.
+void completeFont(const CLI::App& app, const Parsed& parsed, FontRequest& font) {
+    const bool hasFamily = app.count("--family") > 0;
+    font.file = getIfGiven(app, "--font", parsed.fontFile);
+    if (hasFamily && font.file) {
+        throw UsageError(fmt::format("give --family '{}' or --font '{}', not both", font.family, *font.file));
+    }
+    if ((hasFamily && font.family.empty()) || (font.file && font.file->empty())) {
+        throw UsageError(fmt::format("{} is empty", hasFamily ? "--family" : "--font"));
     }
 }
 
-/// The sub-commands, each with its options bound to `Parsed`.
+/// The words of the command line in order. `--name=` becomes the option and an empty value: CLI11 would take
+/// the next word for the value.
+std::vector<std::string> listWords(int argc, const char* const* argv) {
+    std::vector<std::string> words;
+    bool mayBeOption = true;
+    for (int i = 1; i < argc; ++i) {
+        const std::string word = argv[i];
+        mayBeOption = mayBeOption && word != "--";
+        if (mayBeOption && word.rfind("--", 0) == 0 && word.find('=') == word.size() - 1) {
+            words.push_back(word.substr(0, word.size() - 1));
+            words.emplace_back();
+        } else {
+            words.push_back(word);
+        }
+    }
+    return words;
+}
+
+/// The sub-commands; the options of each write to `Parsed`.
 class Parser {
 public:
     Parser() {
@@ -207,12 +239,13 @@ public:
     }
 
     Command parse(int argc, const char* const* argv) {
+        const std::vector<std::string> words = listWords(argc, argv);
         try {
-            _app.parse(argc, argv);
+            _app.parse(std::vector<std::string>(words.rbegin(), words.rend())); // CLI11 begins at the end
         } catch (const CLI::Success& success) {
             return PrintText{describe(success)};
         } catch (const CLI::ParseError& error) {
-            throw UsageError(describe(error));
+            throw UsageError(describeMistake(_app, error, words));
         }
         return takeCommand();
     }
@@ -224,16 +257,6 @@ private:
         return text.str();
     }
 
-    /// CLI11 misses a sub-command before it looks at the words that it has not understood.
-    std::string describe(const CLI::ParseError& error) const {
-        const std::vector<std::string> unknown = _app.remaining();
-        if (!_app.get_subcommands().empty() || unknown.empty()) {
-            return error.what();
-        }
-        const bool isOption = unknown.front().rfind('-', 0) == 0;
-        return fmt::format("unknown {} '{}'", isOption ? "option" : "command", unknown.front());
-    }
-
     Command takeCommand() {
         if (_render->parsed()) {
             return takeRender();
@@ -242,7 +265,7 @@ private:
             return _parsed.info;
         }
         if (_fallback->parsed()) {
-            checkFamily(*_fallback, _parsed.fallback.font);
+            completeFont(*_fallback, _parsed, _parsed.fallback.font);
             _parsed.fallback.source = getSource(*_fallback, _parsed);
             return _parsed.fallback;
         }
@@ -261,7 +284,7 @@ private:
     }
 
     Command takeRender() {
-        checkFamily(*_render, _parsed.render.font);
+        completeFont(*_render, _parsed, _parsed.render.font);
         _parsed.render.source = getSource(*_render, _parsed);
         _parsed.render.color = parseColor(_parsed.color);
         _parsed.render.background = parseColor(_parsed.background);
@@ -270,13 +293,13 @@ private:
     }
 
     Command takeCacheStats() {
-        checkFamily(*_cacheStats, _parsed.cacheStats.font);
+        completeFont(*_cacheStats, _parsed, _parsed.cacheStats.font);
         _parsed.cacheStats.source = getSource(*_cacheStats, _parsed);
         _parsed.cacheStats.painter = getPainter(*_cacheStats, _parsed);
         return _parsed.cacheStats;
     }
 
-    CLI::App _app{"Draws text with FontEngine and tells about fonts.", "fontengine"};
+    CLI::App _app{"Draws text with FontEngine and describes fonts.", "fontengine"};
     Parsed _parsed;
     CLI::App* _render = addRender(_app, _parsed);
     CLI::App* _info = addInfo(_app, _parsed.info);

@@ -3,8 +3,6 @@
 #include "drawing/Page.h"
 #include "output/OutputFile.h"
 
-#include <filesystem>
-#include <utility>
 #include <vector>
 
 namespace Vell::Tool {
@@ -35,15 +33,11 @@ void writeDemo(const DemoOptions& options) {
     const FactoryPtr factory = FontEngine::FontFactory::create(defaultFamily);
     const DemoPage page = composeDemoPage(factory, replaceTabs(chooseText(options)));
     const auto draw = [&](CairoAdapter::CairoPainter& painter) { drawDemoPage(painter, page); };
-    std::vector<std::pair<std::filesystem::path, std::string>> files;
+    std::vector<NamedFile> files;
     for (const char* name : fileNames) {
-        files.emplace_back(std::filesystem::path(options.folder) / name,
-                           makePage(getPageFormat(name), page.size, white, draw));
+        files.push_back({name, makePage(name, page.size, white, draw)});
     }
-    makeFolder(options.folder);
-    for (const auto& [path, bytes] : files) {
-        writeFile(path.string(), bytes);
-    }
+    writeFiles(options.folder, files);
 }
 
 } // namespace Vell::Tool

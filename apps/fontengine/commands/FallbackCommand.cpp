@@ -3,6 +3,7 @@
 #include "fonts/FaceFacts.h"
 #include "fonts/FontOrigin.h"
 #include "fonts/FontRuns.h"
+#include "fonts/FontSource.h"
 #include "output/Printing.h"
 
 #include <fmt/format.h>
@@ -64,10 +65,8 @@ private:
 
 void printFallback(const FallbackOptions& options, std::istream& standardInput, std::ostream& out) {
     const std::string text = readText(options.source, standardInput);
-    const auto loader =
-        makeNNPtr<const RecordingFontLoader>(FontLoaders::createPlatformDefaultFontLoader(defaultFamily));
-    const FactoryPtr factory = FontEngine::FontFactory::create(loader, defaultFamily);
-    const TextFont font = makeTextFont(factory, options.font);
+    const FontSource source(options.font);
+    const TextFont font = source.makeFont(options.font);
     Seen seen;
     for (const std::string& line : splitLines(text)) {
         for (const CharacterFont& character : findCharacterFonts(font, line)) {
@@ -78,7 +77,7 @@ void printFallback(const FallbackOptions& options, std::istream& standardInput, 
         }
     }
     if (options.explains) {
-        seen.explain(*loader, out);
+        seen.explain(*source.getLoader(), out);
     }
 }
 

@@ -1,5 +1,4 @@
 #include "commands/Commands.h"
-#include "commands/NumberLimits.h"
 #include "fonts/FaceFacts.h"
 #include "fonts/FontOrigin.h"
 #include "fonts/FontSource.h"
@@ -84,7 +83,6 @@ void printReasons(const FontEngine::Font& font, const FontSource& source, std::o
 } // namespace
 
 void printInfo(const InfoOptions& options, std::ostream& out) {
-    checkLimits(sizeLimits, options.size);
     const FontSource source(options.familyOrFile);
     const TextFont textFont = source.makeFont(options.isBold, options.isItalic, options.size);
     const FontEngine::Font& font = *textFont.font;

@@ -13,9 +13,15 @@ namespace Vell::Tool {
 
 namespace {
 
-void checkLength(const std::string& text) {
+std::string_view getName(const TextSource& source) {
+    return source.file ? std::string_view(*source.file) : std::string_view(*source.text);
+}
+
+void checkLength(const TextSource& source, const std::string& text) {
+    constexpr std::size_t nameLength = 40;
     if (text.size() > maxTextBytes) {
-        throw ToolError(fmt::format("the text is longer than {} bytes", maxTextBytes));
+        throw ToolError(fmt::format("the text '{}' is longer than {} bytes",
+                                    getName(source).substr(0, nameLength), maxTextBytes));
     }
 }
 
@@ -45,8 +51,12 @@ std::string readFile(const std::string& path) {
 }
 
 std::string readSource(const TextSource& source, std::istream& standardInput) {
-    if (source.text.has_value() == source.file.has_value()) {
-        throw UsageError("give the text, or --file, or '-' for standard input: one of them");
+    if (source.text && source.file) {
+        throw UsageError(
+            fmt::format("give the text '{}' or --file '{}', not both", *source.text, *source.file));
+    }
+    if (!source.text && !source.file) {
+        throw UsageError("the text is missing: give TEXT, --file FILE, or '-' for standard input");
     }
     const std::string& word = source.text ? *source.text : *source.file;
     if (word == "-") {
@@ -60,7 +70,7 @@ std::string readSource(const TextSource& source, std::istream& standardInput) {
 std::string readText(const TextSource& source, std::istream& standardInput) {
     constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
     std::string text = readSource(source, standardInput);
-    checkLength(text);
+    checkLength(source, text);
     if (text.compare(0, byteOrderMark.size(), byteOrderMark) == 0) {
         text.erase(0, byteOrderMark.size());
     }

@@ -1,21 +1,13 @@
 #include "commands/Commands.h"
-#include "commands/NumberLimits.h"
 #include "drawing/Canvas.h"
 #include "drawing/Page.h"
 #include "drawing/TextLines.h"
+#include "fonts/FontSource.h"
 #include "output/OutputFile.h"
 
 namespace Vell::Tool {
 
 namespace {
-
-void checkOptions(const RenderOptions& options) {
-    checkLimits(sizeLimits, options.font.size);
-    checkLimits(spacingLimits, options.font.letterSpacing);
-    checkLimits(ratioLimits, options.pixelRatio);
-    checkLimits(scaleLimits, options.scale);
-    checkLimits(rotationLimits, options.degrees);
-}
 
 TextPaint makePaint(const RenderOptions& options, PageFormat format) {
     const PainterKind usual = isVectorFormat(format) ? PainterKind::Vector : PainterKind::Raster;
@@ -23,13 +15,13 @@ TextPaint makePaint(const RenderOptions& options, PageFormat format) {
 }
 
 /// The size by the metrics is checked before anything is drawn: ink is measured by drawing it.
-Canvas fitCanvas(const RenderOptions& options, PageFormat format, const TextBlock& block,
-                 const TextFont& font, const TextPaint& paint) {
+Canvas fitCanvas(const RenderOptions& options, const TextBlock& block, const TextFont& font,
+                 const TextPaint& paint) {
     constexpr float marginInEms = 0.5F;
     const float margin = marginInEms * options.font.size * options.scale;
     const Placement placement{options.scale, options.degrees};
     const Box box = getPlacedBox(block, placement);
-    checkPageSize(format, makeCanvas(box, margin, options.pixelRatio).size);
+    checkPageSize(options.output, makeCanvas(box, margin, options.pixelRatio).size);
     const Box ink = measureInk(block, font, paint, placement);
     return makeCanvas(unite(box, ink), margin, options.pixelRatio);
 }
@@ -38,17 +30,16 @@ Canvas fitCanvas(const RenderOptions& options, PageFormat format, const TextBloc
 
 void render(const RenderOptions& options, std::istream& standardInput) {
     const PageFormat format = getPageFormat(options.output);
-    checkOptions(options);
     const std::string text = readText(options.source, standardInput);
-    const FactoryPtr factory = FontEngine::FontFactory::create(defaultFamily);
-    const TextFont font = makeTextFont(factory, options.font);
+    const FontSource source(options.font);
+    const TextFont font = source.makeFont(options.font);
     const TextBlock block = layOutBlock(font, splitLines(text));
     const TextPaint paint = makePaint(options, format);
-    const Canvas canvas = fitCanvas(options, format, block, font, paint);
+    const Canvas canvas = fitCanvas(options, block, font, paint);
     const auto draw = [&](CairoAdapter::CairoPainter& painter) {
         drawBlock(painter, block, font, paint, {options.scale, options.degrees}, canvas.origin);
     };
-    writeFile(options.output, makePage(format, canvas.size, options.background, draw));
+    writeFile(options.output, makePage(options.output, canvas.size, options.background, draw));
 }
 
 } // namespace Vell::Tool

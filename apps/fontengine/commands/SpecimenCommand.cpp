@@ -4,7 +4,6 @@
 #include "output/Progress.h"
 #include "specimen/SpecimenPage.h"
 
-#include <filesystem>
 #include <optional>
 
 namespace Vell::Tool {
@@ -20,9 +19,8 @@ void writeSpecimen(const SpecimenOptions& options) {
         bar->advance(done - shown);
         shown = done;
     };
-    makeFolder(options.folder);
     const std::string page = makeSpecimenPage(source, showProgress);
-    writeFile((std::filesystem::path(options.folder) / "index.html").string(), page);
+    writeFiles(options.folder, {{"index.html", page}});
 }
 
 } // namespace Vell::Tool

@@ -66,9 +66,10 @@ SurfacePtr makeDocument(PageFormat format, const PageSize& size, std::string& by
 
 } // namespace
 
-std::string makePage(PageFormat format, const PageSize& size, const Color& background,
+std::string makePage(std::string_view path, const PageSize& size, const Color& background,
                      const PageDrawing& draw) {
-    checkPageSize(format, size);
+    const PageFormat format = getPageFormat(path);
+    checkPageSize(path, size);
     if (format == PageFormat::Png) {
         return makePng(size, background, draw);
     }

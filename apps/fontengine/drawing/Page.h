@@ -7,15 +7,16 @@
 #include <Utils/Utils.h>
 
 #include <string>
+#include <string_view>
 
 namespace Vell::Tool {
 
 /// Draws on a page in logical units, the origin in its top left corner.
 using PageDrawing = CallableRef<void(CairoAdapter::CairoPainter&)>;
 
-/// A finished file of one page, in memory. Throws ToolError for a page that is too large, and what the
-/// drawing throws.
-std::string makePage(PageFormat format, const PageSize& size, const Color& background,
+/// The bytes of a file of one page, in the format that its name ends in. Throws UsageError for any other
+/// name, ToolError for a page that is too large, and what the drawing throws.
+std::string makePage(std::string_view path, const PageSize& size, const Color& background,
                      const PageDrawing& draw);
 
 /// An image surface as a PNG file, in memory. Throws CairoAdapterException. The thread of the surface.

@@ -97,12 +97,13 @@ bool fitsFormat(PageFormat format, const PageSize& size) {
            device.width * device.height <= row.maxArea;
 }
 
-void checkPageSize(PageFormat format, const PageSize& size) {
+void checkPageSize(std::string_view path, const PageSize& size) {
+    const PageFormat format = getPageFormat(path);
     if (!fitsFormat(format, size)) {
         const FormatRow& row = getRow(format);
         const DeviceSize device = getDeviceSize(row, size);
-        throw ToolError(fmt::format("the picture would be too large: {} by {} {}", device.width,
-                                    device.height, row.unit));
+        throw ToolError(
+            fmt::format("'{}' would be too large: {} by {} {}", path, device.width, device.height, row.unit));
     }
 }
 

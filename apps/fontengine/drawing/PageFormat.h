@@ -30,7 +30,7 @@ int getPixelCount(float length, float pixelRatio);
 /// Whether the format can hold a page that large.
 bool fitsFormat(PageFormat format, const PageSize& size);
 
-/// Throws ToolError when the format cannot hold a page that large.
-void checkPageSize(PageFormat format, const PageSize& size);
+/// Throws ToolError when the format of the file cannot hold a page that large.
+void checkPageSize(std::string_view path, const PageSize& size);
 
 } // namespace Vell::Tool

@@ -1,7 +1,6 @@
 #include "drawing/TextBlock.h"
 
 #include "Errors.h"
-#include "fonts/FaceFacts.h"
 #include "fonts/FontRuns.h"
 
 #include <fmt/format.h>
@@ -51,8 +50,7 @@ void add(LineRoom& room, const FontEngine::Font& font) {
 
 void checkMetrics(const TextFont& font, const TextBlock& block) {
     if (!std::isfinite(block.height) || !std::isfinite(block.left) || !std::isfinite(block.right)) {
-        throw ToolError(
-            fmt::format("the font '{}' has no usable metrics", getFamilyName(*font.font->getFace())));
+        throw ToolError(fmt::format("the font '{}' has no usable metrics", getAskedName(font)));
     }
 }
 

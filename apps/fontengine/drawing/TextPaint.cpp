@@ -1,7 +1,6 @@
 #include "drawing/TextPaint.h"
 
 #include "Errors.h"
-#include "fonts/FaceFacts.h"
 #include "fonts/FontRuns.h"
 
 #include <fmt/format.h>
@@ -84,10 +83,9 @@ void paintRaster(CairoPainter& painter, const TextFont& font, std::string_view t
 }
 
 void paintRun(CairoPainter& painter, const FontRun& run) {
-    const auto& face = *run.font.font->getFace();
-    if (!FT_IS_SCALABLE(face.getHandle().get())) {
+    if (!FT_IS_SCALABLE(run.font.font->getFace()->getHandle().get())) {
         throw ToolError(
-            fmt::format("the font '{}' has no outlines: use --painter raster", getFamilyName(face)));
+            fmt::format("the font '{}' has no outlines: use --painter raster", getAskedName(run.font)));
     }
     painter.pushTransform();
     painter.translate({run.x, 0.0F});
@@ -95,16 +93,25 @@ void paintRun(CairoPainter& painter, const FontRun& run) {
     painter.popTransform();
 }
 
-} // namespace
-
-void paintText(CairoPainter& painter, const TextFont& font, std::string_view text, const TextPaint& paint) {
-    if (paint.kind == PainterKind::Raster) {
-        paintRaster(painter, font, text, paint);
-        return;
-    }
+void paintVector(CairoPainter& painter, const TextFont& font, std::string_view text, const TextPaint& paint) {
     painter.setColor(paint.color);
     for (const FontRun& run : splitIntoFontRuns(font, text)) {
         paintRun(painter, run);
+    }
+}
+
+} // namespace
+
+void paintText(CairoPainter& painter, const TextFont& font, std::string_view text, const TextPaint& paint) {
+    try {
+        if (paint.kind == PainterKind::Raster) {
+            paintRaster(painter, font, text, paint);
+        } else {
+            paintVector(painter, font, text, paint);
+        }
+    } catch (const FontLoaders::FreeTypeException& error) {
+        throw ToolError(
+            fmt::format("the text cannot be drawn with the font '{}': {}", getAskedName(font), error.what()));
     }
 }
 

@@ -24,14 +24,15 @@ std::string describeStyle(bool isBold, bool isItalic) {
     return isBold ? "bold" : isItalic ? "italic" : "regular";
 }
 
+std::optional<FontLoaders::FontFilePlace> findPlace(const RecordingFontLoader& loader,
+                                                    const FontBytes& bytes) {
+    const auto* const file = dynamic_cast<const FileFontLoader*>(&loader.getLoader());
+    return file != nullptr ? file->findFile(bytes) : FontLoaders::findFontFile(loader.getLoader(), bytes);
+}
+
 std::string describeFile(const RecordingFontLoader& loader, const FontBytes& bytes) {
-    if (const auto place = FontLoaders::findFontFile(loader.getLoader(), bytes)) {
-        return fmt::format("{} (face {})", place->file, place->index);
-    }
-    if (const auto* file = dynamic_cast<const FileFontLoader*>(&loader.getLoader())) {
-        return fmt::format("{} (face 0)", file->getPath());
-    }
-    return "no file";
+    const auto place = findPlace(loader, bytes);
+    return place ? fmt::format("{} (face {})", place->file, place->index) : "no file";
 }
 
 /// The questions for one family, or for the default font.
@@ -141,7 +142,7 @@ void printQuestions(const RecordingFontLoader& loader, const std::vector<unsigne
 long countFaces(const FontEngine::Font& font, const RecordingFontLoader& loader) {
     const FontEngine::FontFace& face = *font.getFace();
     const FontBytes served = face.getFaceData().bytes;
-    if (const auto place = FontLoaders::findFontFile(loader.getLoader(), served)) {
+    if (const auto place = findPlace(loader, served)) {
         const auto library = FontLoaders::createFreeTypeLibrary();
         if (const FTFacePtr file = openFile(library, place->file)) {
             return file->num_faces;

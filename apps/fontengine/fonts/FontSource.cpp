@@ -6,49 +6,71 @@
 #include <fmt/format.h>
 
 #include <filesystem>
+#include <utility>
 
 namespace Vell::Tool {
 
 namespace {
 
+RecordingFontLoader::LoaderPtr openInstalledFonts() {
+    return FontLoaders::createPlatformDefaultFontLoader(defaultFamily);
+}
+
 bool namesFile(const std::string& name) {
     std::error_code ignored;
-    return name.find('/') != std::string::npos || std::filesystem::exists(name, ignored);
+    return name.find('/') != std::string::npos ||
+           std::filesystem::exists(parseFontFileName(name).file, ignored);
+}
+
+/// Asks a factory of its own: what is asked here is no part of what the source records.
+void checkFamily(const std::string& name) {
+    if (!isInstalled(FontEngine::FontFactory::create(openInstalledFonts(), defaultFamily), {name})) {
+        throw ToolError(fmt::format("'{}' is neither an installed font family nor a file", name));
+    }
 }
 
 const std::string& checkName(const std::string& name) {
     if (name.empty()) {
         throw UsageError("the name of the font is empty");
     }
-    return name;
-}
-
-/// By a factory of its own: what is asked here is no part of what the source records.
-RecordingFontLoader::LoaderPtr openFamily(const std::string& name) {
-    const auto loader = FontLoaders::createPlatformDefaultFontLoader(defaultFamily);
-    if (!isInstalled(FontEngine::FontFactory::create(loader, defaultFamily), {name})) {
-        throw ToolError(fmt::format("'{}' is neither an installed font family nor a file", name));
+    if (!namesFile(name)) {
+        checkFamily(name);
     }
-    return loader;
+    return name;
 }
 
 } // namespace
 
 FontSource::FontSource(const std::string& familyOrFile)
-    : _name(checkName(familyOrFile))
-    , _isFile(namesFile(familyOrFile))
-    , _loader(makeNNPtr<const RecordingFontLoader>(_isFile ? openFile() : openFamily(_name)))
-    , _factory(FontEngine::FontFactory::create(_loader, _isFile ? _name : defaultFamily)) {}
+    : FontSource(checkName(familyOrFile), namesFile(familyOrFile), Fallback::None) {}
 
-RecordingFontLoader::LoaderPtr FontSource::openFile() {
-    const auto loader = makeNNPtr<const FileFontLoader>(_name);
+FontSource::FontSource(const FontRequest& request)
+    : FontSource(request.file.value_or(request.family), request.file.has_value(), Fallback::Installed) {}
+
+FontSource::FontSource(std::string name, bool isFile, Fallback fallback)
+    : _name(std::move(name))
+    , _isFile(isFile)
+    , _loader(makeNNPtr<const RecordingFontLoader>(isFile ? openFile(fallback) : openInstalledFonts()))
+    , _factory(FontEngine::FontFactory::create(_loader, isFile ? _name : defaultFamily)) {}
+
+RecordingFontLoader::LoaderPtr FontSource::openFile(Fallback fallback) {
+    FileFontLoader::OtherLoader others;
+    if (fallback == Fallback::Installed) {
+        others = openInstalledFonts();
+    }
+    const auto loader = makeNNPtr<const FileFontLoader>(_name, others);
     _isAlwaysBold = loader->isBold();
     _isAlwaysItalic = loader->isItalic();
     return loader;
 }
 
 TextFont FontSource::makeFont(bool isBold, bool isItalic, float size) const {
-    return makeTextFont(_factory, {_name, isBold || _isAlwaysBold, isItalic || _isAlwaysItalic, size, 0.0F});
+    return makeFont({"", isBold, isItalic, size, 0.0F});
+}
+
+TextFont FontSource::makeFont(const FontRequest& request) const {
+    return makeTextFont(_factory, {_name, request.isBold || _isAlwaysBold,
+                                   request.isItalic || _isAlwaysItalic, request.size, request.letterSpacing});
 }
 
 } // namespace Vell::Tool

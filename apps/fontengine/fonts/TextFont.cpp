@@ -1,6 +1,7 @@
 #include "fonts/TextFont.h"
 
 #include "Errors.h"
+#include "fonts/FaceFacts.h"
 
 #include <fmt/format.h>
 
@@ -17,6 +18,15 @@ FaceInfoPtr makeFaceInfo(const FontRequest& request) {
                                                                request.isItalic);
 }
 
+std::shared_ptr<const Font> openFont(const FactoryPtr& factory, const FontInfoPtr& fontInfo) {
+    try {
+        return std::make_shared<const Font>(factory->getFont(fontInfo));
+    } catch (const FontLoaders::FreeTypeException& error) {
+        throw ToolError(fmt::format("the font '{}' cannot be opened: {}",
+                                    fontInfo->getFontFaceInfo()->getName(), error.what()));
+    }
+}
+
 } // namespace
 
 bool isInstalled(const FactoryPtr& factory, const FontRequest& request) {
@@ -29,7 +39,7 @@ TextFont makeTextFont(const FactoryPtr& factory, const FontRequest& request) {
     }
     const FontInfoPtr fontInfo = makeNNPtr<const FontEngine::Internal::FontInfo>(
         makeFaceInfo(request), request.size, Gfx::TextPositionType::Normal);
-    return {std::make_shared<const Font>(factory->getFont(fontInfo)),
+    return {openFont(factory, fontInfo),
             makeNNPtr<const FontEngine::Internal::ExtFontInfo>(fontInfo, request.letterSpacing)};
 }
 
@@ -48,6 +58,11 @@ TextFont chooseFont(const TextFont& font, unsigned int codePoint) {
     }
     return {fallback, makeNNPtr<const FontEngine::Internal::ExtFontInfo>(fallback->getFontInfo(),
                                                                          font.setting->getLetterSpacing())};
+}
+
+std::string getAskedName(const TextFont& font) {
+    const std::string name = font.setting->getFontInfo()->getFontFaceInfo()->getName();
+    return name.empty() ? getFamilyName(*font.font->getFace()) : name;
 }
 
 } // namespace Vell::Tool

@@ -3,6 +3,7 @@
 #include <FontEngine/FontEngine.h>
 
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace Vell::Tool {
@@ -12,13 +13,14 @@ using FactoryPtr = NNPtr<FontEngine::FontFactory>;
 /// The family for texts that name none.
 constexpr const char* defaultFamily = "DejaVu Sans";
 
-/// What the options say about a font. An empty family means the default one.
+/// What the options say about a font.
 struct FontRequest {
-    std::string family;
+    std::string family; ///< empty: the default one
     bool isBold = false;
     bool isItalic = false;
     float size = 32.0F;
     float letterSpacing = 0.0F;
+    std::optional<std::string> file = std::nullopt; ///< FILE[:INDEX], instead of a family
 };
 
 /// A font and how text is set in it.
@@ -27,11 +29,11 @@ struct TextFont {
     NNPtr<const Gfx::ExtFontInfo> setting;
 };
 
-/// Whether the family has a font in any style; the empty one has.
+/// Whether the family has a font in any style. The empty one always has.
 bool isInstalled(const FactoryPtr& factory, const FontRequest& request);
 
-/// The installed font for a request, its missing styles synthesised. Throws ToolError when the family is not
-/// installed: another font would surprise whoever named it.
+/// The font of the requested family, its missing styles synthesised. Throws ToolError when the factory has no
+/// such family, because another font would surprise whoever named it, and when the font cannot be opened.
 TextFont makeTextFont(const FactoryPtr& factory, const FontRequest& request);
 
 /// The font that draws a character: this one, or the fallback font where this one lacks it. If there is no
@@ -39,5 +41,9 @@ TextFont makeTextFont(const FactoryPtr& factory, const FontRequest& request);
 TextFont chooseFont(const TextFont& font, unsigned int codePoint);
 
 bool hasGlyph(const TextFont& font, unsigned int codePoint);
+
+/// What a message calls the font: the family or the file that was asked for, or the family that the default
+/// font claims.
+std::string getAskedName(const TextFont& font);
 
 } // namespace Vell::Tool

@@ -1,6 +1,7 @@
 #include "output/OutputFile.h"
 
 #include "Errors.h"
+#include "output/Interruption.h"
 
 #include <fmt/format.h>
 
@@ -11,7 +12,9 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
+#include <deque>
 #include <filesystem>
+#include <optional>
 #include <utility>
 
 namespace Vell::Tool {
@@ -26,61 +29,6 @@ namespace {
 std::string makeNamePattern(const std::string& target) {
     return target.substr(0, target.rfind('/') + 1) + ".fontengine-XXXXXX";
 }
-
-/// A new file beside the target that goes away unless it takes the target's place.
-class TemporaryFile {
-public:
-    explicit TemporaryFile(std::string target)
-        : _target(std::move(target))
-        , _path(makeNamePattern(_target))
-        , _descriptor(mkostemp(_path.data(), O_CLOEXEC)) {
-        if (_descriptor < 0) {
-            fail(_target, errno);
-        }
-    }
-    TemporaryFile(const TemporaryFile&) = delete;
-    TemporaryFile& operator=(const TemporaryFile&) = delete;
-    ~TemporaryFile() {
-        if (_descriptor >= 0) {
-            close(_descriptor);
-        }
-        if (!_path.empty()) {
-            unlink(_path.c_str());
-        }
-    }
-
-    void setMode(mode_t mode) { check(fchmod(_descriptor, mode)); }
-
-    void write(std::string_view bytes) {
-        while (!bytes.empty()) {
-            const ssize_t written = ::write(_descriptor, bytes.data(), bytes.size());
-            if (written >= 0) {
-                bytes.remove_prefix(static_cast<std::size_t>(written));
-            } else if (errno != EINTR) {
-                fail(_target, errno);
-            }
-        }
-    }
-
-    /// The bytes reach the disk before the name does: a crash in between leaves the old file.
-    void replaceTarget() {
-        check(fsync(_descriptor));
-        check(close(std::exchange(_descriptor, -1)));
-        check(std::rename(_path.c_str(), _target.c_str()));
-        _path.clear();
-    }
-
-private:
-    void check(int result) const {
-        if (result != 0) {
-            fail(_target, errno);
-        }
-    }
-
-    std::string _target;
-    std::string _path;
-    int _descriptor;
-};
 
 /// The mode that an ordinary new file gets.
 mode_t getNewFileMode() {
@@ -112,6 +60,121 @@ mode_t getMode(const std::string& target) {
     return status.st_mode & permissions;
 }
 
+/// A new file beside the target. It goes away unless it takes the target's place.
+class TemporaryFile {
+public:
+    explicit TemporaryFile(std::string target)
+        : _target(std::move(target))
+        , _mode(getMode(_target))
+        , _path(makeNamePattern(_target)) {
+        const InterruptionPause pause;
+        _descriptor = mkostemp(_path.data(), O_CLOEXEC);
+        if (_descriptor < 0) {
+            fail(_target, errno);
+        }
+        _undo.emplace([](void* file) { unlink(static_cast<TemporaryFile*>(file)->_path.c_str()); }, this);
+    }
+    TemporaryFile(const TemporaryFile&) = delete;
+    TemporaryFile& operator=(const TemporaryFile&) = delete;
+    ~TemporaryFile() {
+        if (_descriptor >= 0) {
+            close(_descriptor);
+        }
+        if (!_path.empty()) {
+            unlink(_path.c_str());
+        }
+    }
+
+    /// The bytes reach the disk before the name does: a crash in between leaves the old file.
+    void write(std::string_view bytes) {
+        while (!bytes.empty()) {
+            const ssize_t written = ::write(_descriptor, bytes.data(), bytes.size());
+            if (written >= 0) {
+                bytes.remove_prefix(static_cast<std::size_t>(written));
+            } else if (errno != EINTR) {
+                fail(_target, errno);
+            }
+        }
+        check(fchmod(_descriptor, _mode));
+        check(fsync(_descriptor));
+        check(close(std::exchange(_descriptor, -1)));
+    }
+
+    void replaceTarget() {
+        const InterruptionPause pause;
+        check(std::rename(_path.c_str(), _target.c_str()));
+        _undo.reset();
+        _path.clear();
+    }
+
+private:
+    void check(int result) const {
+        if (result != 0) {
+            fail(_target, errno);
+        }
+    }
+
+    std::string _target;
+    mode_t _mode;
+    std::string _path;
+    int _descriptor = -1;
+    std::optional<Undo> _undo;
+};
+
+/// A folder that exists, made with those above it if need be. What was made goes away unless it is kept.
+class Folder {
+public:
+    explicit Folder(const std::string& path)
+        : _undo([](void* folder) { static_cast<Folder*>(folder)->remove(); }, this) {
+        if (path.empty()) {
+            failToMake(path, ENOENT);
+        }
+        std::filesystem::path part;
+        for (const auto& name : std::filesystem::path(path)) {
+            part /= name;
+            make(path, part.string());
+        }
+    }
+    Folder(const Folder&) = delete;
+    Folder& operator=(const Folder&) = delete;
+    ~Folder() { remove(); }
+
+    void keep() {
+        const InterruptionPause pause;
+        _made.clear();
+    }
+
+private:
+    [[noreturn]] static void failToMake(const std::string& path, int error) {
+        throw ToolError(fmt::format("cannot make the folder '{}': {}", path, describeErrno(error)));
+    }
+
+    void make(const std::string& path, const std::string& part) {
+        constexpr mode_t everyone = 0777;
+        std::error_code ignored;
+        if (std::filesystem::is_directory(part, ignored)) {
+            return;
+        }
+        const InterruptionPause pause;
+        _made.push_back(part);
+        if (mkdir(part.c_str(), everyone) != 0) {
+            const int error = errno;
+            _made.pop_back();
+            failToMake(path, error);
+        }
+    }
+
+    /// The innermost first. A folder that somebody else has put something into stays.
+    void remove() noexcept {
+        for (auto part = _made.rbegin(); part != _made.rend(); ++part) {
+            rmdir(part->c_str());
+        }
+    }
+
+    std::vector<std::string> _made;
+    Undo _undo;
+};
+
 /// Where a symbolic link leads, also when nothing is there yet.
 std::string followLinks(const std::string& path) {
     std::error_code error;
@@ -125,20 +188,23 @@ std::string followLinks(const std::string& path) {
 } // namespace
 
 void writeFile(const std::string& path, std::string_view bytes) {
-    const std::string target = followLinks(path);
-    const mode_t mode = getMode(target);
-    TemporaryFile file(target);
+    TemporaryFile file(followLinks(path));
     file.write(bytes);
-    file.setMode(mode);
     file.replaceTarget();
 }
 
-void makeFolder(const std::string& folder) {
-    std::error_code error;
-    std::filesystem::create_directories(folder, error);
-    if (error) {
-        throw ToolError(fmt::format("cannot make the folder '{}': {}", folder, error.message()));
+void writeFiles(const std::string& folder, const std::vector<NamedFile>& files) {
+    Folder target(folder);
+    std::deque<TemporaryFile> ready;
+    for (const NamedFile& file : files) {
+        const std::string path = (std::filesystem::path(folder) / file.name).string();
+        ready.emplace_back(followLinks(path)).write(file.bytes);
     }
+    const InterruptionPause pause;
+    for (TemporaryFile& file : ready) {
+        file.replaceTarget();
+    }
+    target.keep();
 }
 
 } // namespace Vell::Tool

@@ -52,17 +52,15 @@ Progress::Progress(std::string label, std::size_t total, int descriptor)
     : _label(std::move(label))
     , _total(total)
     , _descriptor(descriptor)
-    , _isVisible(isatty(descriptor) == 1) {
+    , _isVisible(isatty(descriptor) == 1)
+    , _undo([](void* progress) { static_cast<Progress*>(progress)->clear(); }, this) {
     if (_isVisible) {
         draw();
     }
 }
 
 Progress::~Progress() {
-    // By spaces: every terminal knows them.
-    if (_columns > 0) {
-        write(fmt::format("\r{:{}}\r", "", _columns));
-    }
+    clear();
 }
 
 void Progress::advance(std::size_t steps) {
@@ -74,9 +72,22 @@ void Progress::advance(std::size_t steps) {
 
 void Progress::draw() {
     const std::string line = formatProgress(_label, _done, _total, getColumns(_descriptor));
+    _columns = std::max<std::size_t>(_columns, line.size());
     write(fmt::format("\r{:<{}}", line, _columns));
-    _columns = std::max(_columns, line.size());
     _drawn = Clock::now();
+}
+
+/// Writes spaces, which every terminal understands. Runs in a signal handler, too, which must not allocate.
+void Progress::clear() {
+    constexpr std::string_view spaces = "                                        ";
+    if (_columns == 0) {
+        return;
+    }
+    write("\r");
+    for (std::size_t left = _columns; left > 0; left -= std::min(left, spaces.size())) {
+        write(spaces.substr(0, left));
+    }
+    write("\r");
 }
 
 void Progress::write(std::string_view text) {

@@ -1,7 +1,10 @@
 #pragma once
 
+#include "output/Interruption.h"
+
 #include <unistd.h>
 
+#include <atomic>
 #include <chrono>
 #include <cstddef>
 #include <string>
@@ -15,9 +18,9 @@ namespace Vell::Tool {
 ///     Progress progress("pages", pages.size());
 ///     for (const Page& page : pages) { draw(page); progress.advance(); }
 ///
-/// The bar stands on the terminal's current line and is drawn over itself a few times a second at most. Its
-/// end, an exception included, clears it away: what is printed next begins on an empty line. Nothing else
-/// should be printed while it stands. It never fails: a bar that cannot be written is not seen. One thread.
+/// The bar stands on the terminal's current line and is redrawn a few times a second at most. Its destructor
+/// clears it, and so does an interruption (Interruption.h): what is printed next begins on an empty line.
+/// Print nothing else while it stands. It never fails: a bar that cannot be written is not seen. One thread.
 class Progress {
 public:
     /// `total`: how many steps there are, in whatever unit the work counts.
@@ -33,6 +36,7 @@ private:
     using Clock = std::chrono::steady_clock;
 
     void draw();
+    void clear();
     void write(std::string_view text);
 
     std::string _label;
@@ -40,8 +44,9 @@ private:
     std::size_t _done = 0;
     int _descriptor;
     bool _isVisible;
-    std::size_t _columns = 0; // of what stands on the line
+    std::atomic<std::size_t> _columns = 0; // of what stands on the line
     Clock::time_point _drawn;
+    Undo _undo;
 };
 
 /// The bar as a line of less than `columns` characters, with no bar in it where there is no room. The label

@@ -20,8 +20,7 @@ void checkMetrics(const FontSource& source) {
     for (const float length : {metrics.getHeight(), metrics.getAscent(), metrics.getDescent(),
                                metrics.getCapHeight(), metrics.getStrikeOutPosition()}) {
         if (!std::isfinite(length)) {
-            throw ToolError(
-                fmt::format("the font '{}' has no usable metrics", getFamilyName(*metrics.getFace())));
+            throw ToolError(fmt::format("the font '{}' has no usable metrics", getAskedName(font)));
         }
     }
 }

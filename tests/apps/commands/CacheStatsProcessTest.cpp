@@ -99,6 +99,15 @@ TEST(CacheStatsProcess, DrawsInTheFontThatWasAskedFor) {
     EXPECT_GT(large.get("bitmaps", "bytes"), 4 * small.get("bitmaps", "bytes"));
 }
 
+TEST(CacheStatsProcess, DrawsWithAFontFile) {
+    const TemporaryFolder folder;
+    writeCollection(folder.getPath("fonts.ttc"), {"First", "Second"});
+    const Stats stats({"AAA", "--font", folder.getPath("fonts.ttc") + ":1"});
+    EXPECT_EQ(stats.get("fontFiles", "entries"), 1);
+    EXPECT_EQ(stats.get("faces", "entries"), 1);
+    EXPECT_EQ(stats.get("outlines", "entries"), 1);
+}
+
 TEST(CacheStatsProcess, WritesJsonThatOtherProgramsRead) {
     const TemporaryFolder folder;
     writeBytes(folder.getPath("stats.json"), Stats({"text"}).getJson());

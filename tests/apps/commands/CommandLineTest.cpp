@@ -141,11 +141,71 @@ std::string getComplaint(const std::vector<const char*>& arguments) {
 }
 
 TEST(CommandLine, NamesTheCommandThatItDoesNotKnow) {
-    EXPECT_EQ(getComplaint({"rendr", "x"}), "unknown command 'rendr'");
-    EXPECT_EQ(getComplaint({"rendr", "x", "-o", "a.png"}), "unknown command 'rendr'");
-    EXPECT_EQ(getComplaint({"--versoin"}), "unknown option '--versoin'");
-    EXPECT_EQ(getComplaint({}), "A subcommand is required");
-    EXPECT_THAT(getComplaint({"render", "x"}), HasSubstr("--output"));
+    const std::string advice = "'fontengine --help' lists the commands";
+    EXPECT_EQ(getComplaint({"rendr", "x"}), "unknown command 'rendr': " + advice);
+    EXPECT_EQ(getComplaint({"rendr", "x", "-o", "a.png"}), "unknown command 'rendr': " + advice);
+    EXPECT_EQ(getComplaint({"--versoin"}), "unknown option '--versoin': " + advice);
+    EXPECT_EQ(getComplaint({}), "a command is missing: " + advice);
+}
+
+TEST(CommandLine, WantsTheCommandBeforeTheEndOfTheOptions) {
+    EXPECT_EQ(getComplaint({"--", "render"}), "a command must come before '--', not 'render' after it");
+    EXPECT_EQ(getComplaint({"--", "render", "x", "-o", "a.png"}),
+              "a command must come before '--', not 'render' after it");
+    EXPECT_EQ(getComplaint({"--"}),
+              "a command is missing before '--': 'fontengine --help' lists the commands");
+}
+
+TEST(CommandLine, NamesWhatWasTyped) {
+    const std::vector<const char*> render = {"render", "x", "-o", "a.png"};
+    const auto complain = [&render](const std::vector<const char*>& more) {
+        std::vector<const char*> arguments = render;
+        arguments.insert(arguments.end(), more.begin(), more.end());
+        return getComplaint(arguments);
+    };
+    EXPECT_EQ(complain({"--sise", "3"}), "'render' has no option '--sise'");
+    EXPECT_EQ(complain({"y", "z"}), "'render' takes no further argument: 'y'");
+    EXPECT_EQ(complain({"--", "-y"}), "'render' takes no further argument: '-y'");
+    EXPECT_EQ(complain({"--size", "1", "--size", "2"}), "--size is given more than once: '1' and '2'");
+    EXPECT_EQ(complain({"--size"}), "--size needs a value");
+    EXPECT_EQ(complain({"--size=", "--bold"}), "--size must be a number from 0.1 to 4096, not ''");
+    EXPECT_EQ(complain({"--rotate", "1e9"}), "--rotate must be a number from -36000 to 36000, not '1e9'");
+    EXPECT_EQ(getComplaint({"render", "x", "--otput", "a"}), "'render' has no option '--otput'");
+    EXPECT_EQ(getComplaint({"render", "x"}), "'render' needs --output OUT");
+    EXPECT_EQ(getComplaint({"compare", "a.png"}), "'compare' needs SECOND");
+}
+
+TEST(CommandLine, TakesAFontFileWhereItTakesAFamily) {
+    for (const std::vector<const char*>& command :
+         {std::vector<const char*>{"render", "-o", "a.png"}, {"fallback"}, {"cache-stats"}}) {
+        const auto parseFont = [&command](const std::vector<const char*>& more) {
+            std::vector<const char*> arguments = command;
+            arguments.insert(arguments.end(), more.begin(), more.end());
+            arguments.push_back("text");
+            const Command parsed = parse(arguments);
+            if (const auto* render = std::get_if<RenderOptions>(&parsed)) {
+                return render->font;
+            }
+            const auto* const fallback = std::get_if<FallbackOptions>(&parsed);
+            return fallback != nullptr ? fallback->font : std::get<CacheStatsOptions>(parsed).font;
+        };
+        EXPECT_EQ(parseFont({}).file, std::nullopt);
+        EXPECT_EQ(parseFont({"--font", "f.ttc:2"}).file, "f.ttc:2");
+        EXPECT_EQ(parseFont({"--font=f.ttc:2", "--bold"}).file, "f.ttc:2");
+        EXPECT_THROW(parseFont({"--font", "f", "--family", "F"}), UsageError);
+    }
+    EXPECT_EQ(getComplaint({"fallback", "x", "--font", "f.ttf", "--family", "F"}),
+              "give --family 'F' or --font 'f.ttf', not both");
+    EXPECT_EQ(getComplaint({"fallback", "x", "--font="}), "--font is empty");
+    EXPECT_EQ(getComplaint({"fallback", "x", "--family="}), "--family is empty");
+}
+
+TEST(CommandLine, TakesValuesBehindEqualSigns) {
+    const RenderOptions options = parseRender({"--size=12", "--painter=vector", "--file=f=g"});
+    EXPECT_EQ(options.font.size, 12.0F);
+    EXPECT_EQ(options.painter, PainterKind::Vector);
+    EXPECT_EQ(options.source.file, "f=g");
+    EXPECT_EQ(parseRender({"--", "--size="}).source.text, "--size=");
 }
 
 TEST(CommandLine, RefusesWhatItDoesNotKnow) {

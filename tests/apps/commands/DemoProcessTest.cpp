@@ -24,7 +24,7 @@ TEST(DemoProcess, WritesNothingForATextThatIsTooLong) {
     const TemporaryFolder folder;
     const ProcessResult result = runTool({"demo", "-o", folder.getPath(), std::string(60000, 'm')});
     EXPECT_EQ(result.status, 1);
-    EXPECT_THAT(result.err, StartsWith("fontengine: the picture would be too large: "));
+    EXPECT_THAT(result.err, StartsWith("fontengine: 'demo.png' would be too large: "));
     EXPECT_TRUE(folder.list().empty());
 }
 

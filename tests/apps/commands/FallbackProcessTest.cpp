@@ -51,6 +51,20 @@ TEST(FallbackProcess, TellsWhereEachFaceComesFromOnRequest) {
                               cjk);
 }
 
+TEST(FallbackProcess, TakesFromInstalledFontsWhatTheFontFileLacks) {
+    const TemporaryFolder folder;
+    const std::string file = folder.getPath("fonts.ttc");
+    writeCollection(file, {"First", "Second"});
+    const std::string dejaVu = "/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf (face 0)\n";
+    const ProcessResult result = runTool({"fallback", "A\xCE\xB1", "--font", file + ":1", "--why"});
+    EXPECT_EQ(result.status, 0) << result.err;
+    EXPECT_THAT(result.out, HasSubstr("U+0041\tA\tSecond Regular\town\n"));
+    EXPECT_THAT(result.out, HasSubstr("U+03B1\t\xCE\xB1\tDejaVu Sans Book\tfallback\n"));
+    EXPECT_THAT(result.out, HasSubstr("\nfile:              " + file + " (face 1)\n"));
+    EXPECT_THAT(result.out, HasSubstr("\nfile:              " + dejaVu));
+    EXPECT_THAT(result.out, HasSubstr("\n  \"" + file + ":1\" regular: " + file + " (face 1)\n"));
+}
+
 TEST(FallbackProcess, FailsPlainly) {
     EXPECT_EQ(runTool({"fallback"}).status, 2);
     EXPECT_EQ(runTool({"fallback", "a", "--family", "No Such"}).status, 1);

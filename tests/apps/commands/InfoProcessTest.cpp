@@ -91,6 +91,16 @@ TEST(InfoProcess, TellsWhichFaceOfACollectionServes) {
                     "\\(face [1-9]\\)\n"));
 }
 
+TEST(InfoProcess, DescribesAFaceOfAFontFile) {
+    const TemporaryFolder folder;
+    const std::string file = folder.getPath("fonts.ttc");
+    writeCollection(file, {"First", "Second"});
+    const ProcessResult result = runTool({"info", file + ":1", "--why"});
+    EXPECT_THAT(result.out, ::testing::StartsWith("family:            Second\n"));
+    EXPECT_THAT(result.out, HasSubstr("\nfaces in the file: 2\n"));
+    EXPECT_THAT(result.out, HasSubstr("\nfile:              " + file + " (face 1)\n"));
+}
+
 TEST(InfoProcess, NamesTheFontFileThatItWasGiven) {
     const std::string file = "/usr/share/fonts/truetype/dejavu/DejaVuSans-Bold.ttf";
     EXPECT_THAT(runTool({"info", file, "--why"}).out,

@@ -4,18 +4,32 @@
 
 #include <gtest/gtest.h>
 
-#include <cmath>
-#include <limits>
-
 namespace Vell::Tool {
 
 namespace {
 
 TEST(NumberLimits, IncludeTheirEndsAndNoNan) {
-    EXPECT_NO_THROW(checkLimits(sizeLimits, sizeLimits.least));
-    EXPECT_NO_THROW(checkLimits(sizeLimits, sizeLimits.greatest));
-    for (const float value : {0.0F, -1.0F, 4097.0F, std::nanf(""), std::numeric_limits<float>::infinity()}) {
-        EXPECT_THROW(checkLimits(sizeLimits, value), UsageError) << value;
+    for (const char* word : {"0.1", "4096", "1e3", "+12"}) {
+        EXPECT_NO_THROW(checkNumber(sizeLimits, word)) << word;
+    }
+    for (const char* word : {"0", "-1", "4097", "nan", "inf", "", "big", "12x"}) {
+        EXPECT_THROW(checkNumber(sizeLimits, word), UsageError) << word;
+    }
+}
+
+TEST(NumberLimits, RefuseFractionsOfWhatIsCounted) {
+    EXPECT_NO_THROW(checkNumber(passLimits, "1000000"));
+    for (const char* word : {"0", "1.5", "-1", "1e3", " 1", "1000001"}) {
+        EXPECT_THROW(checkNumber(passLimits, word), UsageError) << word;
+    }
+}
+
+TEST(NumberLimits, NameTheWordAsItWasTyped) {
+    try {
+        checkNumber(sizeLimits, "1e30");
+        FAIL();
+    } catch (const UsageError& error) {
+        EXPECT_STREQ("--size must be a number from 0.1 to 4096, not '1e30'", error.what());
     }
 }
 

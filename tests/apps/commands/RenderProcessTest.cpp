@@ -157,12 +157,40 @@ TEST_F(RenderProcess, WritesDocumentsThatOtherProgramsRead) {
 TEST_F(RenderProcess, RefusesWrongUseWithStatusTwo) {
     expectFailure(render({"x"}, "a.gif"), 2,
                   "'" + folder.getPath("a.gif") + "' does not end in .png, .svg or .pdf");
-    expectFailure(render({}, "a.png"), 2, "give the text, or --file, or '-' for standard input: one of them");
-    expectFailure(runTool({"render", "x"}), 2, "--output is required");
-    expectFailure(runTool({}), 2, "A subcommand is required");
+    expectFailure(render({}, "a.png"), 2,
+                  "the text is missing: give TEXT, --file FILE, or '-' for standard input");
+    expectFailure(render({"x", "--file", "f"}, "a.png"), 2, "give the text 'x' or --file 'f', not both");
+    expectFailure(runTool({"render", "x"}), 2, "'render' needs --output OUT");
     expectFailure(render({"x", "--color", "#12"}, "a.png"), 2,
                   "'#12' is no colour: give #rgb, #rrggbb, #rrggbbaa or a name such as navy");
     EXPECT_THAT(folder.list(), IsEmpty());
+}
+
+TEST_F(RenderProcess, DrawsWithAFontFile) {
+    writeCollection(folder.getPath("fonts.ttc"), {"First", "Second"});
+    const std::string font = folder.getPath("fonts.ttc") + ":1";
+    const Picture own = renderPicture({"AA", "--font", font, "--size", "40"});
+    // Two boxes of 0.4 by 0.7 em.
+    EXPECT_NEAR(own.countInk(), 2 * 16 * 28, 2 * 28);
+    const Picture more = renderPicture({"AA中", "--font", font, "--size", "40"});
+    EXPECT_GT(more.countInk(), own.countInk() + 100);
+    EXPECT_EQ(render({"AA中", "--font", font, "--bold"}, "v.svg").status, 0);
+}
+
+TEST_F(RenderProcess, NamesTheFontFileThatItCannotUse) {
+    writeCollection(folder.getPath("fonts.ttc"), {"First", "Second"});
+    const std::string font = folder.getPath("fonts.ttc");
+    expectFailure(render({"A", "--font", font + ":2"}, "a.png"), 1,
+                  "'" + font + ":2' cannot be used as a font: the file has 2 faces, numbered 0 to 1");
+    expectFailure(render({"A", "--font", font + "x:1"}, "a.png"), 1,
+                  "cannot read '" + font + "x:1': No such file or directory");
+    writeBytes(font, "no font");
+    const ProcessResult broken = render({"A", "--font", font + ":1"}, "a.png");
+    EXPECT_EQ(broken.status, 1);
+    EXPECT_THAT(broken.err, ::testing::StartsWith("fontengine: '" + font + ":1' cannot be used as a font: "));
+    expectFailure(render({"A", "--font", font, "--family", "F"}, "a.png"), 2,
+                  "give --family 'F' or --font '" + font + "', not both");
+    EXPECT_THAT(folder.list(), ElementsAre("fonts.ttc"));
 }
 
 TEST_F(RenderProcess, RefusesNumbersThatMakeNoPicture) {
@@ -181,7 +209,7 @@ TEST_F(RenderProcess, RefusesNumbersThatMakeNoPicture) {
 TEST_F(RenderProcess, RefusesACommandThatDoesNotExist) {
     const ProcessResult result = runTool({"rendr", "x"});
     EXPECT_EQ(result.status, 2);
-    EXPECT_EQ(result.err, "fontengine: unknown command 'rendr'\n");
+    EXPECT_EQ(result.err, "fontengine: unknown command 'rendr': 'fontengine --help' lists the commands\n");
     EXPECT_THAT(result.out, IsEmpty());
 }
 
@@ -190,7 +218,7 @@ TEST_F(RenderProcess, FailsWithStatusOneAndKeepsTheOldFile) {
     expectFailure(render({"x", "--family", "No Such Family"}, "a.png"), 1,
                   "the font family 'No Such Family' is not installed");
     expectFailure(render({"x", "--size", "4096", "--scale", "100"}, "a.png"), 1,
-                  "the picture would be too large: 652000 by 886400 pixels");
+                  "'" + folder.getPath("a.png") + "' would be too large: 652000 by 886400 pixels");
     expectFailure(render({"--file", folder.getPath("none")}, "a.png"), 1,
                   "cannot read '" + folder.getPath("none") + "': No such file or directory");
     EXPECT_EQ(readBytes(folder.getPath("a.png")), "old");

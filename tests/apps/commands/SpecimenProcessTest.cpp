@@ -1,4 +1,5 @@
 #include <apps/ToolProcess.h>
+#include <support/BdfFont.h>
 
 #include <gmock/gmock.h>
 
@@ -42,6 +43,29 @@ TEST(SpecimenProcess, FailsPlainly) {
     expectFailure("DejaVu Sans", folder.getPath("file"), 1, "cannot ");
     expectFailure("DejaVu Sans", "/proc/no", 1, "cannot make the folder '/proc/no': ");
     expectFailure("DejaVu Sans", "", 1, "cannot make the folder '': ");
+}
+
+TEST(SpecimenProcess, LeavesNoFolderWhereThePageCannotBeDrawn) {
+    const TemporaryFolder folder;
+    BdfFont font;
+    font.glyphs.push_back({'A', 6, 5, 0, 0, {{0xF8}, {0x88}}});
+    const auto bytes = font.build();
+    writeBytes(folder.getPath("font.bdf"), std::string(bytes.begin(), bytes.end()));
+    const ProcessResult result =
+        runTool({"specimen", folder.getPath("font.bdf"), "-o", folder.getPath("new/folder")});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.err,
+              "fontengine: the font '" + folder.getPath("font.bdf") + "' has no usable metrics\n");
+    EXPECT_THAT(folder.list(), ::testing::ElementsAre("font.bdf"));
+}
+
+TEST(SpecimenProcess, WritesAPageAboutAFaceOfACollection) {
+    const TemporaryFolder folder;
+    const std::string font = folder.getPath("fonts.ttc");
+    writeCollection(font, {"First", "Second"});
+    const ProcessResult result = runTool({"specimen", font + ":1", "-o", folder.getPath("page")});
+    EXPECT_EQ(result.status, 0) << result.err;
+    EXPECT_THAT(readBytes(folder.getPath("page/index.html")), HasSubstr("<h1>Second</h1>"));
 }
 
 } // namespace

@@ -26,46 +26,46 @@ TEST(Page, TakesItsFormatFromTheEndOfTheName) {
 }
 
 TEST(Page, HoldsWhatItsFormatCanHold) {
-    EXPECT_NO_THROW(checkPageSize(PageFormat::Png, {16383.5F, 1.0F, 2.0F}));
-    EXPECT_THROW(checkPageSize(PageFormat::Png, {16384.0F, 1.0F, 2.0F}), ToolError);
-    EXPECT_NO_THROW(checkPageSize(PageFormat::Png, {8192.0F, 8192.0F, 1.0F}));
-    EXPECT_THROW(checkPageSize(PageFormat::Png, {8192.0F, 8193.0F, 1.0F}), ToolError);
-    EXPECT_NO_THROW(checkPageSize(PageFormat::Svg, {32767.0F, 32767.0F, 16.0F}));
-    EXPECT_THROW(checkPageSize(PageFormat::Svg, {1.0F, 32768.0F, 1.0F}), ToolError);
-    EXPECT_NO_THROW(checkPageSize(PageFormat::Pdf, {14400.0F, 1.0F, 16.0F}));
-    EXPECT_THROW(checkPageSize(PageFormat::Pdf, {14401.0F, 1.0F, 1.0F}), ToolError);
-    EXPECT_THROW(checkPageSize(PageFormat::Pdf, {std::nanf(""), 1.0F, 1.0F}), ToolError);
+    EXPECT_NO_THROW(checkPageSize("a.png", {16383.5F, 1.0F, 2.0F}));
+    EXPECT_THROW(checkPageSize("a.png", {16384.0F, 1.0F, 2.0F}), ToolError);
+    EXPECT_NO_THROW(checkPageSize("a.png", {8192.0F, 8192.0F, 1.0F}));
+    EXPECT_THROW(checkPageSize("a.png", {8192.0F, 8193.0F, 1.0F}), ToolError);
+    EXPECT_NO_THROW(checkPageSize("a.svg", {32767.0F, 32767.0F, 16.0F}));
+    EXPECT_THROW(checkPageSize("a.svg", {1.0F, 32768.0F, 1.0F}), ToolError);
+    EXPECT_NO_THROW(checkPageSize("a.pdf", {14400.0F, 1.0F, 16.0F}));
+    EXPECT_THROW(checkPageSize("a.pdf", {14401.0F, 1.0F, 1.0F}), ToolError);
+    EXPECT_THROW(checkPageSize("a.pdf", {std::nanf(""), 1.0F, 1.0F}), ToolError);
 }
 
 TEST(Page, TellsHowLargeItWouldBe) {
     try {
-        checkPageSize(PageFormat::Png, {50000.0F, 10.0F, 2.0F});
+        checkPageSize("a.png", {50000.0F, 10.0F, 2.0F});
         FAIL();
     } catch (const ToolError& error) {
-        EXPECT_STREQ("the picture would be too large: 100000 by 20 pixels", error.what());
+        EXPECT_STREQ("'a.png' would be too large: 100000 by 20 pixels", error.what());
     }
 }
 
 TEST(Page, ComesAsACompleteFile) {
     const PageSize size{20.0F, 10.0F, 1.0F};
-    EXPECT_THAT(makePage(PageFormat::Png, size, white, drawNothing), StartsWith("\x89PNG\r\n"));
-    const std::string pdf = makePage(PageFormat::Pdf, size, white, drawNothing);
+    EXPECT_THAT(makePage("a.png", size, white, drawNothing), StartsWith("\x89PNG\r\n"));
+    const std::string pdf = makePage("a.pdf", size, white, drawNothing);
     EXPECT_THAT(pdf, StartsWith("%PDF-"));
     EXPECT_THAT(pdf, HasSubstr("%%EOF"));
-    const std::string svg = makePage(PageFormat::Svg, size, white, drawNothing);
+    const std::string svg = makePage("a.svg", size, white, drawNothing);
     EXPECT_THAT(svg, HasSubstr("width=\"20px\" height=\"10px\""));
     EXPECT_THAT(svg, HasSubstr("</svg>"));
 }
 
 TEST(Page, PaintsNoTransparentBackground) {
     const PageSize size{20.0F, 10.0F, 1.0F};
-    EXPECT_THAT(makePage(PageFormat::Svg, size, white, drawNothing), HasSubstr("<rect"));
-    EXPECT_THAT(makePage(PageFormat::Svg, size, Color(0, 0, 0, 0), drawNothing), Not(HasSubstr("<rect")));
+    EXPECT_THAT(makePage("a.svg", size, white, drawNothing), HasSubstr("<rect"));
+    EXPECT_THAT(makePage("a.svg", size, Color(0, 0, 0, 0), drawNothing), Not(HasSubstr("<rect")));
 }
 
 TEST(Page, LetsTheDrawingFail) {
     const auto fail = [](CairoAdapter::CairoPainter&) { throw ToolError("no ink"); };
-    EXPECT_THROW(makePage(PageFormat::Pdf, {20.0F, 10.0F, 1.0F}, white, fail), ToolError);
+    EXPECT_THROW(makePage("a.pdf", {20.0F, 10.0F, 1.0F}, white, fail), ToolError);
 }
 
 } // namespace

@@ -84,6 +84,43 @@ TEST(OutputFile, LeavesTheOldFileAndNothingElseWhereTheRenameFails) {
     EXPECT_THAT(folder.list(), IsEmpty());
 }
 
+std::string readIn(const TemporaryFolder& folder, const std::string& name) {
+    return readBytes(folder.getPath(name));
+}
+
+TEST(OutputFile, MakesTheFoldersThatItNeeds) {
+    const TemporaryFolder folder;
+    for (const char* round : {"first", "second"}) {
+        writeFiles(folder.getPath("new/folder/"), {{"a", round}, {"b", "x"}});
+        EXPECT_EQ(readIn(folder, "new/folder/a"), round);
+        EXPECT_EQ(readIn(folder, "new/folder/b"), "x");
+    }
+}
+
+TEST(OutputFile, WritesAllFilesOfAFolderOrNone) {
+    const TemporaryFolder folder;
+    EXPECT_THROW(writeFiles(folder.getPath("new/folder"), {{"a", "x"}, {"none/b", "x"}}), ToolError);
+    EXPECT_THAT(folder.list(), IsEmpty());
+    writeBytes(folder.getPath("a"), "old");
+    EXPECT_THROW(writeFiles(folder.getPath(), {{"a", "x"}, {"none/b", "x"}}), ToolError);
+    EXPECT_THAT(folder.list(), ElementsAre("a"));
+    EXPECT_EQ(readIn(folder, "a"), "old");
+}
+
+TEST(OutputFile, TellsWhyItCannotMakeAFolder) {
+    const TemporaryFolder folder;
+    writeBytes(folder.getPath("file"), "old");
+    for (const std::string& path : {folder.getPath("file"), folder.getPath("file/new"), std::string()}) {
+        try {
+            writeFiles(path, {{"a", "x"}});
+            FAIL() << path;
+        } catch (const ToolError& error) {
+            EXPECT_THAT(error.what(), ::testing::StartsWith("cannot make the folder '" + path + "': "));
+        }
+    }
+    EXPECT_THAT(folder.list(), ElementsAre("file"));
+}
+
 } // namespace
 
 } // namespace Vell::Tool
