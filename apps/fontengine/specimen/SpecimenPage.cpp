@@ -4,7 +4,6 @@
 #include "fonts/FaceFacts.h"
 #include "specimen/Html.h"
 #include "specimen/SpecimenSections.h"
-#include "specimen/WebFiles.h"
 
 #include <fmt/format.h>
 
@@ -13,6 +12,8 @@
 namespace Vell::Tool {
 
 namespace {
+
+#include "WebFiles.inc"
 
 void checkMetrics(const FontSource& source) {
     const TextFont font = source.makeFont(false, false, 1.0F);

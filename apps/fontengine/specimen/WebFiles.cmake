@@ -1,15 +1,16 @@
-# Puts the files of web/ and the names of Unicode's blocks into sources: sets web_sources and block_name_table.
+# Generates what sources include: WebFiles.inc, the files of web/ as strings, and BlockNameTable.inc, the names of
+# Unicode's blocks. Sets block_name_table.
 
 function(embed_web_files output)
   file(READ specimen/web/page.html page_template)
   file(READ specimen/web/page.css page_style)
   file(READ specimen/web/page.js page_script)
-  set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS specimen/web/page.html specimen/web/page.css specimen/web/page.js)
-  configure_file(specimen/WebFiles.cpp.in "${output}" @ONLY)
+  set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS
+    specimen/web/page.html specimen/web/page.css specimen/web/page.js)
+  configure_file(specimen/WebFiles.inc.in "${output}" @ONLY)
 endfunction()
 
-set(web_sources "${CMAKE_CURRENT_BINARY_DIR}/generated/WebFiles.cpp")
-embed_web_files("${web_sources}")
+embed_web_files("${CMAKE_CURRENT_BINARY_DIR}/generated/WebFiles.inc")
 
 # src/FontLoaders has found the file and Python.
 find_package(Python3 REQUIRED COMPONENTS Interpreter)
