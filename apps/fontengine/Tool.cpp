@@ -12,7 +12,7 @@ namespace Vell::Tool {
 
 namespace {
 
-/// Does the work of each kind of command.
+/// Runs each kind of command.
 struct Runner {
     std::istream& in;
     std::ostream& out;

@@ -7,21 +7,21 @@
 
 namespace Vell::Tool {
 
-/// What was drawn before the figures were taken.
+/// The text whose drawing gave the figures.
 struct DrawnText {
     std::size_t bytes;
     std::size_t lines;
     unsigned long passes;
 };
 
-/// For people: a line for each cache under a line of headings. "-" stands for no limit, for bytes that are
-/// not counted, and for the share of hits where nothing was looked up.
+/// For people: a line of headings and a line for each cache. "-" means no limit, bytes that are not counted,
+/// or no hit rate because nothing was looked up.
 std::string makeCacheTable(const FontEngine::FactoryCacheFigures& figures);
 
 /// For programs: one JSON object. Its "text" has "bytes", "lines" and "passes"; its "caches" have an object
 /// for each cache ("fontFiles", "faces", "bitmaps", "coloredImages", "outlines") with "entries",
-/// "maxEntries", "bytes", "maxBytes", "hits", "misses" and "evictions". Null stands for no limit and for
-/// bytes that are not counted.
+/// "maxEntries", "bytes", "maxBytes", "hits", "misses" and "evictions". Null means no limit, or bytes that
+/// are not counted.
 std::string makeCacheJson(const DrawnText& text, const FontEngine::FactoryCacheFigures& figures);
 
 } // namespace Vell::Tool

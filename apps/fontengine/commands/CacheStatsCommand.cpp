@@ -14,7 +14,7 @@ namespace Vell::Tool {
 
 namespace {
 
-/// Both painters where none was asked for: the one uses the bitmaps, the other the outlines.
+/// Both painters if none is given: one uses the bitmaps, the other the outlines.
 std::vector<TextPaint> choosePaints(const CacheStatsOptions& options) {
     std::vector<TextPaint> paints;
     for (const PainterKind kind : {PainterKind::Raster, PainterKind::Vector}) {
@@ -25,7 +25,7 @@ std::vector<TextPaint> choosePaints(const CacheStatsOptions& options) {
     return paints;
 }
 
-/// Where nothing is seen: what counts is what the caches are asked for.
+/// A surface that nobody looks at: drawing on it only exercises the caches.
 class Backdrop {
 public:
     void draw(const TextBlock& block, const TextFont& font, const TextPaint& paint) {
@@ -37,7 +37,7 @@ private:
     CairoAdapter::CairoPainter _painter{_surface.get()};
 };
 
-/// The font is looked up for each line anew, as a program does that draws one text after the other.
+/// Looks the font up again for each line, as a program does that draws one text after another.
 void drawLines(const FontSource& source, const std::vector<std::string>& lines,
                const CacheStatsOptions& options) {
     const std::vector<TextPaint> paints = choosePaints(options);

@@ -58,7 +58,7 @@ void addFont(CLI::App& app, FontRequest& font, std::string& fontFile) {
     addStyle(app, font.isBold, font.isItalic);
 }
 
-/// The check sees the number as it was typed.
+/// The check sees the number as the user typed it.
 template <class Number>
 void addNumber(CLI::App& app, const NumberLimits& limits, Number& number, const char* help) {
     app.add_option(std::string(limits.option), number, help)
@@ -200,7 +200,7 @@ std::optional<PainterKind> getPainter(const CLI::App& app, const Parsed& parsed)
                                       : std::nullopt;
 }
 
-/// To the commands an empty family means the default one; whoever writes it out has made a mistake.
+/// An empty family means the default one to the commands, but writing it out is a mistake.
 void completeFont(const CLI::App& app, const Parsed& parsed, FontRequest& font) {
     const bool hasFamily = app.count("--family") > 0;
     font.file = getIfGiven(app, "--font", parsed.fontFile);
@@ -212,8 +212,8 @@ void completeFont(const CLI::App& app, const Parsed& parsed, FontRequest& font) 
     }
 }
 
-/// The words of the command line in order. `--name=` becomes the option and an empty value: CLI11 would take
-/// the next word for the value.
+/// The words of the command line in order. Splits `--name=` into the option and an empty value, because CLI11
+/// would take the next word as the value.
 std::vector<std::string> listWords(int argc, const char* const* argv) {
     std::vector<std::string> words;
     bool mayBeOption = true;
@@ -241,7 +241,8 @@ public:
     Command parse(int argc, const char* const* argv) {
         const std::vector<std::string> words = listWords(argc, argv);
         try {
-            _app.parse(std::vector<std::string>(words.rbegin(), words.rend())); // CLI11 begins at the end
+            _app.parse(
+                std::vector<std::string>(words.rbegin(), words.rend())); // CLI11 takes them from the back
         } catch (const CLI::Success& success) {
             return PrintText{describe(success)};
         } catch (const CLI::ParseError& error) {

@@ -7,7 +7,7 @@
 
 namespace Vell::Tool {
 
-/// A text that was asked for, such as the help, instead of work.
+/// The command line asks for a text, such as the help, and for no work.
 struct PrintText {
     std::string text;
 };

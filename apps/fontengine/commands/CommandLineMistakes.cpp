@@ -11,7 +11,7 @@ namespace {
 
 constexpr const char* endOfOptions = "--";
 
-/// Behind `--` every word is an argument.
+/// After `--`, every word is an argument.
 bool isOption(const std::string& word, const std::vector<std::string>& words) {
     const auto end = std::find(words.begin(), words.end(), endOfOptions);
     return word.size() > 1 && word.front() == '-' && std::find(words.begin(), end, word) != end;
@@ -63,7 +63,7 @@ std::optional<std::string> describeMissingOption(const CLI::App& command) {
     return std::nullopt;
 }
 
-/// CLI11 tells the name of the option in front of a colon.
+/// CLI11 puts the name of the option before a colon.
 std::optional<std::string> describeMissingValue(const CLI::ParseError& error) {
     if (dynamic_cast<const CLI::ArgumentMismatch*>(&error) == nullptr) {
         return std::nullopt;
@@ -80,7 +80,7 @@ std::string describeMistake(const CLI::App& app, const CLI::ParseError& error,
     if (commands.empty()) {
         return describeMissingCommand(words);
     }
-    // An unknown word is often the reason why something else is missing.
+    // A mistyped word is often the reason why something else is missing, so it comes first.
     for (const auto& mistake :
          {describeUnknownWord(app, *commands.front(), words), describeRepeatedOption(*commands.front()),
           describeMissingValue(error), describeMissingOption(*commands.front())}) {

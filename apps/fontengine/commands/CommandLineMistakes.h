@@ -7,8 +7,8 @@
 
 namespace Vell::Tool {
 
-/// What is wrong with a command line that CLI11 has refused, in terms of what the user typed. `words` is the
-/// command line without the name of the program.
+/// Explains, in terms of what the user typed, why CLI11 has refused a command line. `words` is the command
+/// line without the name of the program.
 std::string describeMistake(const CLI::App& app, const CLI::ParseError& error,
                             const std::vector<std::string>& words);
 

@@ -9,8 +9,8 @@
 #include <optional>
 #include <string>
 
-/// What each sub-command does, from options that are read already. They throw ToolError and the exceptions of
-/// the libraries; UsageError for options that contradict each other.
+/// The sub-commands. They take options that are already read, and throw ToolError and the exceptions of the
+/// libraries; UsageError for options that contradict each other.
 namespace Vell::Tool {
 
 struct RenderOptions {
@@ -22,7 +22,7 @@ struct RenderOptions {
     float pixelRatio = 1.0F;
     float degrees = 0.0F; ///< clockwise
     float scale = 1.0F;
-    std::optional<PainterKind> painter; ///< the format decides where nothing is said
+    std::optional<PainterKind> painter; ///< if none is given, the format decides
 };
 
 struct InfoOptions {
@@ -44,8 +44,8 @@ struct CacheStatsOptions {
     TextSource source;
     FontRequest font;
     float pixelRatio = 1.0F;
-    std::optional<PainterKind> painter; ///< both where nothing is said
-    unsigned long maxFaces = 0;         ///< these two as FontFactory::reset takes them: 0 means no limit
+    std::optional<PainterKind> painter; ///< if none is given, both
+    unsigned long maxFaces = 0;         ///< as FontFactory::reset takes these two: 0 means no limit
     unsigned long maxBitmapBytes = 0;
     unsigned long passes = 1; ///< how often the whole text is drawn
     bool printsJson = false;
@@ -67,33 +67,31 @@ struct SpecimenOptions {
     std::string folder;
 };
 
-/// Writes a picture of a text.
+/// Draws a text into a file.
 void render(const RenderOptions& options, std::istream& standardInput);
 
-/// Prints what a font is: one property a line. Where it is to explain (`--why`), three properties follow the
-/// others and leave them as they are: the file, the reason for the style, and all that the font loader was
-/// asked, one question a line (FontOrigin.h tells their forms).
+/// Describes a font, one property a line. `--why` adds the file, the reason for the style, and every question
+/// to the font loader, one a line (FontOrigin.h shows their forms); the other lines stay the same.
 void printInfo(const InfoOptions& options, std::ostream& out);
 
-/// Prints a line for each character: code, character, the face that draws it, and "own", "fallback" or
-/// "missing", separated by tabs. Line ends and tabs, which no face draws, are left out. Where it is to
-/// explain
-/// (`--why`), an empty line ends these lines; the face, the file and the reason for the style follow for each
-/// face that draws, then all that the font loader was asked.
+/// Prints a line for each character: its code, the character, the face that draws it, and "own", "fallback"
+/// or "missing", separated by tabs. Skips line ends and tabs, which no face draws. With `--why`, an empty
+/// line follows, then each face that draws with its file and the reason for its style, then every question to
+/// the font loader.
 void printFallback(const FallbackOptions& options, std::istream& standardInput, std::ostream& out);
 
-/// Draws a text line by line where nobody sees it and prints how the factory's caches have served: a table,
-/// or JSON (CacheReport.h tells both forms). On a terminal standard error shows a bar meanwhile.
+/// Draws a text line by line off screen and prints the statistics of the factory's caches as a table or as
+/// JSON (CacheReport.h shows both). Shows a progress bar on standard error if that is a terminal.
 void printCacheStats(const CacheStatsOptions& options, std::istream& standardInput, std::ostream& out);
 
-/// Compares two PNG files of one size and prints by how much they differ; draws where, on request
-/// (PictureDifference.h tells how). Returns whether they show the same.
+/// Compares two PNG files of the same size and prints how much they differ; on request, draws where
+/// (PictureDifference.h). Returns whether they show the same.
 bool comparePictures(const CompareOptions& options, std::ostream& out);
 
-/// Writes a specimen as demo.png, demo.svg and demo.pdf into a folder, which is made if need be.
+/// Draws demo.png, demo.svg and demo.pdf into a folder, which is made if it does not exist.
 void writeDemo(const DemoOptions& options);
 
-/// Writes a page about a font, index.html, into a folder, which is made if need be.
+/// Writes index.html, a page about a font, into a folder, which is made if it does not exist.
 void writeSpecimen(const SpecimenOptions& options);
 
 } // namespace Vell::Tool

@@ -19,7 +19,7 @@ std::string chooseText(const DemoOptions& options) {
     return isBlank ? defaultText : text;
 }
 
-/// The page has no tab stops.
+/// The page has no tab stops, so a tab becomes a space.
 std::string replaceTabs(std::string text) {
     for (char& c : text) {
         c = c == '\t' ? ' ' : c;

@@ -34,7 +34,7 @@ void printCharacter(const TextFont& wanted, const CharacterFont& character, std:
                describeSource(wanted, character));
 }
 
-/// What is explained after the characters.
+/// Collects what `--why` explains after the characters.
 class Seen {
 public:
     void add(const CharacterFont& character) {
@@ -70,7 +70,7 @@ void printFallback(const FallbackOptions& options, std::istream& standardInput, 
     Seen seen;
     for (const std::string& line : splitLines(text)) {
         for (const CharacterFont& character : findCharacterFonts(font, line)) {
-            if (character.codePoint != '\t') { // never drawn: it moves the pen
+            if (character.codePoint != '\t') { // a tab moves the pen and is never drawn
                 printCharacter(font, character, out);
                 seen.add(character);
             }

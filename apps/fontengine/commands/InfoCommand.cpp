@@ -29,13 +29,13 @@ void printFace(const FontEngine::Font& font, const RecordingFontLoader& loader, 
     printProperty(out, "units per em", fmt::format("{}", record.units_per_EM));
 }
 
-/// Without the noise of single precision, in which differences of metrics are seldom exactly 0.
+/// Rounds away the noise of single precision, in which differences of metrics are seldom exactly 0.
 std::string printLength(float length) {
     constexpr double precision = 1e5;
     return fmt::format("{:.7g}", std::round(static_cast<double>(length) * precision) / precision + 0.0);
 }
 
-/// What the library answers, which may be of its own choice.
+/// Prints the library's value, and says so where the file gives none.
 std::string printCapHeight(const FontEngine::Font& font) {
     const float capHeight = font.getCapHeight();
     const char* const choice = capHeight == 0.0F ? "" : ": the ascent";

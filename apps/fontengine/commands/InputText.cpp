@@ -25,7 +25,7 @@ void checkLength(const TextSource& source, const std::string& text) {
     }
 }
 
-/// Reads one byte more than is allowed, so that an endless stream is seen to be too long.
+/// Reads one byte more than the limit, so that an endless stream turns out to be too long.
 std::string readStream(std::istream& stream, std::string_view name) {
     std::string text(maxTextBytes + 1, '\0');
     errno = 0;

@@ -11,7 +11,7 @@ namespace Vell::Tool {
 
 namespace {
 
-/// NaN for a word that is no number.
+/// NaN if the word is not a number.
 double readNumber(const NumberLimits& limits, const std::string& word) {
     const bool isNumber =
         !word.empty() && (!limits.isWhole || word.find_first_not_of("0123456789") == std::string::npos);

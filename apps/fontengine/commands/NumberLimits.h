@@ -5,8 +5,8 @@
 
 namespace Vell::Tool {
 
-/// The values that an option takes, both ends included. They keep every length that is computed from them
-/// finite, and every picture that passes the limits of its format drawable.
+/// The range of values that an option accepts, both ends included. Within it, all lengths computed from them
+/// are finite, and every picture within the limits of its format can be drawn.
 struct NumberLimits {
     std::string_view option;
     double least;
@@ -23,7 +23,7 @@ constexpr NumberLimits passLimits{"--passes", 1.0, 1e6, true};
 constexpr NumberLimits faceLimits{"--max-faces", 0.0, 1e15, true};
 constexpr NumberLimits bitmapLimits{"--max-bitmap-bytes", 0.0, 1e15, true};
 
-/// Throws UsageError for a word that is no number or lies outside.
+/// Throws UsageError if the word is not a number, or outside the limits.
 void checkNumber(const NumberLimits& limits, const std::string& word);
 
 } // namespace Vell::Tool

@@ -14,7 +14,7 @@ TextPaint makePaint(const RenderOptions& options, PageFormat format) {
     return {options.painter.value_or(usual), options.color, options.background, options.pixelRatio};
 }
 
-/// The size by the metrics is checked before anything is drawn: ink is measured by drawing it.
+/// Checks the size that follows from the metrics first, because measuring ink means drawing it.
 Canvas fitCanvas(const RenderOptions& options, const TextBlock& block, const TextFont& font,
                  const TextPaint& paint) {
     constexpr float marginInEms = 0.5F;

@@ -10,7 +10,7 @@ namespace Vell::Tool {
 
 void writeSpecimen(const SpecimenOptions& options) {
     const FontSource source(options.familyOrFile);
-    std::optional<Progress> bar; // begins when it is known how much there is to draw
+    std::optional<Progress> bar; // appears once the number of glyphs is known
     std::size_t shown = 0;
     const auto showProgress = [&](std::size_t done, std::size_t total) {
         if (!bar) {

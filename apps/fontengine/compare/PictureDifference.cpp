@@ -13,12 +13,12 @@ using Pixel = std::array<unsigned int, channelCount>;
 
 constexpr unsigned int full = 255;
 
-/// By thousandths: how dark the outline is, and how red the smallest difference.
+/// In thousandths: the darkness of the grey parts, and the red of the smallest difference.
 constexpr unsigned int outlineStrength = 300;
 constexpr unsigned int leastRed = 400;
 constexpr unsigned int thousand = 1000;
 
-/// A pixel, its colours multiplied by its alpha.
+/// A pixel, premultiplied by its alpha.
 Pixel readPixel(const PngPicture& picture, std::size_t offset) {
     const std::uint8_t* bytes = &picture.bytes[offset];
     const unsigned int alpha = bytes[3];
@@ -36,7 +36,7 @@ Pixel getDistances(const Pixel& a, const Pixel& b) {
     return distances;
 }
 
-/// How bright a pixel is on white, by the usual weights of the colours.
+/// The brightness of a pixel on white, by the usual weights of the colours.
 unsigned int getBrightness(const Pixel& pixel) {
     return (299 * pixel[0] + 587 * pixel[1] + 114 * pixel[2]) / thousand + full - pixel[3];
 }

@@ -11,7 +11,7 @@ namespace Vell::Tool {
 
 namespace {
 
-/// libpng's state of reading or writing one picture.
+/// The state of libpng while it reads or writes a picture.
 class PngImage {
 public:
     PngImage() { _image.version = PNG_IMAGE_VERSION; }

@@ -6,8 +6,8 @@
 
 namespace Vell::Tool {
 
-/// A picture of four channels of 8 bits: red, green, blue and alpha, the colours not multiplied by it. Rows
-/// stand one below the other without gaps.
+/// A picture of four 8-bit channels: red, green, blue and alpha, not premultiplied. Rows are stored from the
+/// top down without padding.
 struct PngPicture {
     unsigned int width = 0;
     unsigned int height = 0;
@@ -16,11 +16,11 @@ struct PngPicture {
 
 constexpr std::size_t channelCount = 4;
 
-/// Reads a PNG of any kind. Throws ToolError when the file cannot be read, is broken, or is larger than what
-/// the tool itself draws (PageFormat.h); of a picture that is too large nothing but its header is read.
+/// Reads a PNG of any kind. Throws ToolError if the file cannot be read, is damaged, or is larger than the
+/// tool draws (PageFormat.h). Reads only the header of a picture that is too large.
 PngPicture readPng(const std::string& path);
 
-/// A PNG file of the picture, in memory. Throws ToolError.
+/// The picture as a PNG file in memory. Throws ToolError.
 std::string makePngFile(const PngPicture& picture);
 
 } // namespace Vell::Tool

@@ -16,7 +16,7 @@ namespace {
 struct Script {
     const char* name;
     const char* text;
-    unsigned int sample; ///< a character of it
+    unsigned int sample; ///< a character of the script
 };
 
 constexpr Script scripts[] = {
@@ -26,10 +26,10 @@ constexpr Script scripts[] = {
     {"Symbols", "☀ ☂ ☯ ♞ ♫ ⚙ ✈ ∑ √ ⇒", 0x2602},
 };
 
-/// Families with few characters beyond Latin, so that other scripts come through fallback.
+/// Families with few characters beyond Latin, which need fallback fonts for other scripts.
 constexpr const char* sparseFamilies[] = {"Liberation Serif", "Noto Sans Symbols", defaultFamily};
 
-/// The first installed family that lacks the script; the default family where all have it.
+/// The first installed family that lacks the script, or the default family if all have it.
 TextFont findFontWithout(const DemoPageBuilder& page, unsigned int sample, float size) {
     for (const char* family : sparseFamilies) {
         try {

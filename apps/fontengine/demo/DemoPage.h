@@ -15,7 +15,7 @@ namespace Vell::Tool {
 struct PlacedText {
     TextFont font;
     std::string text;
-    cinder::Vec2<float> start; ///< of the base line, in units from the top left corner of the page
+    cinder::Vec2<float> start; ///< of the baseline, in units from the top left corner of the page
     float degrees;             ///< clockwise around the start
     TextPaint paint;
 };
@@ -27,15 +27,16 @@ struct Rule {
     float y;
 };
 
-/// What the library can draw, on one page: styles, sizes, underscores, letter spacing, rotation, scripts and
-/// device pixel ratios, the raster painter in the left column and the vector painter in the right one.
+/// A page of examples of what the library draws: styles, sizes, underscores, letter spacing, rotation,
+/// scripts and device pixel ratios. The raster painter draws the left column, the vector painter the right
+/// one.
 struct DemoPage {
     PageSize size;
     std::vector<PlacedText> texts;
     std::vector<Rule> rules;
 };
 
-/// Lays the page out; it becomes as tall as the text needs. The fonts in it refer to the factory weakly.
+/// Lays out the page, which becomes as tall as the text needs. Its fonts refer to the factory weakly.
 DemoPage composeDemoPage(const FactoryPtr& factory, const std::string& text);
 
 void drawDemoPage(CairoAdapter::CairoPainter& painter, const DemoPage& page);

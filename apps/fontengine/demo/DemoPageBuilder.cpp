@@ -14,7 +14,7 @@ constexpr float gutter = 40.0F;
 constexpr float columnWidth = (pageWidth - 2.0F * margin - gutter) / 2.0F;
 constexpr float rightColumn = margin + columnWidth + gutter;
 
-/// Of the PNG and of the bitmaps of the raster painter, those that say otherwise aside.
+/// The ratio of the PNG, and of the raster painter's bitmaps unless they have one of their own.
 constexpr float pageRatio = 2.0F;
 
 constexpr Color ink(24, 24, 24, 255);
@@ -42,7 +42,7 @@ DemoPageBuilder::DemoPageBuilder(const FactoryPtr& factory)
 
 void DemoPageBuilder::place(const TextFont& font, const std::string& text, float x, float baseLine,
                             const TextPaint& paint, float degrees) {
-    // On whole units, bitmaps of either ratio stay sharp.
+    // On whole units, bitmaps of both ratios stay sharp.
     _page.texts.push_back({font, text, {std::round(x), std::round(baseLine)}, degrees, paint});
 }
 
@@ -114,7 +114,7 @@ void DemoPageBuilder::addRisingText(const TextFont& font, std::string_view text)
     const float sine = std::sin(degrees * 3.14159265F / 180.0F);
     const float cosine = std::cos(degrees * 3.14159265F / 180.0F);
     const LineRoom room = measureLine(font, text);
-    // The turned line keeps its ascent and its descent inside the column.
+    // Rotated, the line keeps its ascent and its descent inside the column.
     const float ends = (room.ascent + room.descent) * sine;
     const std::string line = wrapText(font, text, (columnWidth - ends) / cosine).front();
     const float baseLine = _y + measureWidth(font, line) * sine + room.ascent * cosine;

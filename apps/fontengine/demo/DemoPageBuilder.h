@@ -7,7 +7,7 @@
 
 namespace Vell::Tool {
 
-/// Fills a page from top to bottom. All lengths are units.
+/// Fills a demo page from top to bottom. All lengths are in units.
 class DemoPageBuilder {
 public:
     explicit DemoPageBuilder(const FactoryPtr& factory);
@@ -20,16 +20,16 @@ public:
     void addColumnHeads(const std::string& left, const std::string& right);
     /// A small grey line.
     void addNote(const std::string& note);
-    /// The text in both columns, wrapped where it is too long for them.
+    /// The text in both columns, wrapped if it is too long.
     void addText(const TextFont& font, std::string_view text, const Color& color = black);
-    /// As much of the text as fits into a line, rising.
+    /// As much of the text as fits on one line, rising.
     void addRisingText(const TextFont& font, std::string_view text);
-    /// The text in both columns, by the raster painter with bitmaps for two device pixel ratios.
+    /// The text in both columns, drawn by the raster painter with bitmaps for two device pixel ratios.
     void addRatios(const TextFont& font, std::string_view text, float leftRatio, float rightRatio);
 
     TextFont makeFont(const FontRequest& request) const { return makeTextFont(_factory, request); }
 
-    /// The page with its bottom margin.
+    /// Adds the bottom margin and returns the page.
     DemoPage finish();
 
 private:

@@ -25,7 +25,7 @@ float snap(float length, float pixelRatio) {
     return std::round(length * pixelRatio) / pixelRatio;
 }
 
-/// Bitmaps stay sharp where their base line begins on a whole pixel; turned ones are resampled anyway.
+/// Bitmaps stay sharp if their baseline begins on a whole pixel. Rotated ones are resampled anyway.
 Vec2<float> getStart(const Segment& segment, float baseLine, const TextPaint& paint,
                      const Placement& placement, const Vec2<float>& origin) {
     const Vec2<float> placed = place({segment.x, baseLine}, placement);

@@ -8,7 +8,7 @@
 
 namespace Vell::Tool {
 
-/// How a block of text is put on the canvas: scaled, then turned.
+/// How a block of text lies on the canvas: scaled, then rotated.
 struct Placement {
     float scale = 1.0F;
     float degrees = 0.0F; ///< clockwise, as the page is seen
@@ -21,24 +21,25 @@ struct Box {
     float bottom;
 };
 
-/// A page that is just large enough, and the place of the block's origin on it.
+/// The smallest page for a block, and the position of the block's origin on it.
 struct Canvas {
     PageSize size;
     cinder::Vec2<float> origin;
 };
 
-/// The box of a block whose origin stays in place, by its metrics: what the glyphs draw may reach further.
+/// The box of a placed block according to its metrics; the origin of the block stays in place. Glyphs may
+/// reach beyond it.
 Box getPlacedBox(const TextBlock& block, const Placement& placement);
 
-/// What drawBlock draws from the origin (0, 0) on. Empty for a text without ink.
+/// The box of what drawBlock draws from the origin (0, 0); empty if the text has no ink.
 Box measureInk(const TextBlock& block, const TextFont& font, const TextPaint& paint,
                const Placement& placement);
 
-/// The smallest box around both; an empty box adds nothing.
+/// The smallest box around both. An empty box adds nothing.
 Box unite(const Box& a, const Box& b);
 
-/// A canvas with a margin around a box. Its origin lies on a whole pixel, so that what was measured from
-/// (0, 0) is drawn alike.
+/// A canvas with a margin around a box. Its origin lies on a whole pixel, so that the drawing matches what
+/// was measured from (0, 0).
 Canvas makeCanvas(const Box& box, float margin, float pixelRatio);
 
 void drawBlock(CairoAdapter::CairoPainter& painter, const TextBlock& block, const TextFont& font,

@@ -51,7 +51,7 @@ std::optional<unsigned int> readDigit(char c) {
                                            : std::nullopt;
 }
 
-/// A channel has one digit, which counts twice, or two.
+/// A channel has two digits, or one that counts twice.
 std::optional<Color> readHex(std::string_view digits) {
     const std::size_t width = digits.size() > 4 ? 2 : 1;
     const std::size_t count = digits.size() / width;
@@ -83,7 +83,7 @@ Color parseColor(std::string_view text) {
 
 std::string listColorNames() {
     constexpr std::size_t lineLength = 80;
-    constexpr std::size_t commas = 3; // one with a blank before the name, one behind it
+    constexpr std::size_t commas = 3; // a comma and a space before the name, a comma after it
     std::string list;
     std::size_t lineStart = 0;
     for (const NamedColor& named : namedColors) {

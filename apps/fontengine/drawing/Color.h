@@ -13,12 +13,12 @@ using Color = cinder::ColorAT<unsigned char>;
 constexpr Color black(0, 0, 0, 255);
 constexpr Color white(255, 255, 255, 255);
 
-/// Reads #rgb, #rgba, #rrggbb, #rrggbbaa (hexadecimal digits of either case) or one of the names, whatever
-/// the case. Throws UsageError for anything else.
+/// Reads #rgb, #rgba, #rrggbb, #rrggbbaa (hexadecimal digits) or a name, in either case. Throws UsageError
+/// for anything else.
 Color parseColor(std::string_view text);
 
-/// The names in alphabetical order, separated by commas, in lines for people: the sixteen basic ones of the
-/// web, three other words for those, orange and transparent.
+/// The names in alphabetical order, separated by commas and broken into lines: the sixteen basic colours of
+/// the web, three synonyms, orange and transparent.
 std::string listColorNames();
 
 } // namespace Vell::Tool

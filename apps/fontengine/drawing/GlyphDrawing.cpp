@@ -48,7 +48,7 @@ void GlyphDrawing::drawBitmap(const FontEngine::BitmapGlyphInfo& info, const cin
     const auto& face = *_font.font->getFace();
     const auto bitmap = face.getBitmapGlyph(info, flipVertically);
     if (bitmap == nullptr || bitmap->bitmap.buffer == nullptr) {
-        return; // a size that the face does not have, or a space
+        return; // the face lacks the size, or the glyph is a space
     }
     const cinder::Vec2<float> corner(origin.x + static_cast<float>(bitmap->left) / _look.pixelRatio,
                                      origin.y - static_cast<float>(bitmap->top) / _look.pixelRatio);

@@ -6,21 +6,21 @@
 
 namespace Vell::Tool {
 
-/// How the bitmap of a glyph is made.
+/// How to make the bitmap of a glyph.
 struct GlyphLook {
     FT_Render_Mode mode = FT_RENDER_MODE_NORMAL;
     unsigned char offset = 0; ///< to the right, in 1/64 of a pixel
-    float pixelRatio = 1.0F;  ///< of the picture that it is for
+    float pixelRatio = 1.0F;  ///< of the picture
 };
 
-/// Draws single glyphs by the engine's bitmap service: what the raster painter does for text, and the looks
-/// that it keeps for itself. The fonts' factory must outlive it.
+/// Draws single glyphs through the engine's bitmap service, as the raster painter does, but in looks that the
+/// raster painter does not offer. The factory of the fonts must outlive it.
 class GlyphDrawing {
 public:
     GlyphDrawing(CairoAdapter::CairoPainter& painter, const TextFont& font, const GlyphLook& look);
 
-    /// The glyph of a character in black, the missing-glyph symbol where the font has none. The origin is in
-    /// logical units and should lie on whole pixels. False when FreeType cannot render the glyph.
+    /// Draws the glyph of a character in black, or the missing-glyph symbol if the font lacks it. The origin
+    /// is in logical units and should lie on whole pixels. Returns false if FreeType cannot render the glyph.
     bool tryDraw(unsigned int codePoint, const cinder::Vec2<float>& origin);
 
 private:

@@ -15,14 +15,14 @@ using CairoAdapter::CairoPainter;
 using CairoAdapter::SurfacePtr;
 using CairoAdapter::throwIfFailed;
 
-/// What cairo writes a file through: appends the data to the std::string behind `bytes`, which must outlive
-/// the surface. Without memory the status of the surface becomes an error.
+/// Cairo's way to write a file: appends the data to the std::string behind `bytes`, which must outlive the
+/// surface. If memory runs out, the status of the surface becomes an error.
 cairo_status_t appendBytes(void* bytes, const unsigned char* data, unsigned int length) {
     try {
         static_cast<std::string*>(bytes)->append(reinterpret_cast<const char*>(data), length);
         return CAIRO_STATUS_SUCCESS;
     } catch (const std::exception&) {
-        return CAIRO_STATUS_NO_MEMORY; // cairo's frames must not see the exception
+        return CAIRO_STATUS_NO_MEMORY; // no exception may pass through cairo's frames
     }
 }
 
@@ -33,7 +33,7 @@ void fillWith(const CairoPainter& painter, const Color& color) {
     cairo_paint(painter.getContext());
 }
 
-/// A picture keeps its background transparent unless it is painted; painting nothing keeps a document small.
+/// Leaves a transparent background unpainted, which keeps documents small.
 void drawOn(cairo_surface_t* surface, float ratio, const Color& background, const PageDrawing& draw) {
     CairoPainter painter(surface, {ratio, 0.0F, 0.0F, ratio, 0.0F, 0.0F});
     if (background.a != 0) {
@@ -59,7 +59,7 @@ SurfacePtr makeDocument(PageFormat format, const PageSize& size, std::string& by
     }
     SurfacePtr surface =
         CairoAdapter::adoptSurface(cairo_svg_surface_create_for_stream(appendBytes, &bytes, width, height));
-    // Viewers show an SVG as large as the PNG of ratio 1.
+    // In this unit, viewers show an SVG at the size of a PNG of ratio 1.
     cairo_svg_surface_set_document_unit(surface.get(), CAIRO_SVG_UNIT_PX);
     return surface;
 }
@@ -73,7 +73,7 @@ std::string makePage(std::string_view path, const PageSize& size, const Color& b
     if (format == PageFormat::Png) {
         return makePng(size, background, draw);
     }
-    std::string bytes; // outlives the surface, which writes to it until its end
+    std::string bytes; // outlives the surface, which writes to it to the last
     const SurfacePtr surface = makeDocument(format, size, bytes);
     constexpr float ratio = 1.0F;
     drawOn(surface.get(), ratio, background, draw);

@@ -12,8 +12,8 @@ namespace Vell::Tool {
 
 namespace {
 
-/// `maxSide` is in pixels for PNG (cairo's images go no further) and in units for the others (readers of PDF
-/// show no more than 200 inches). `maxArea` keeps a PNG within 256 MB of memory while it is drawn.
+/// `maxSide` is in pixels for PNG, where it is the limit of cairo's images, and in units otherwise; PDF
+/// viewers show at most 200 inches. `maxArea` limits the memory for drawing a PNG to 256 MB.
 struct FormatRow {
     PageFormat format;
     std::string_view extension;
@@ -45,7 +45,7 @@ std::string_view getFileName(std::string_view path) {
     return path.substr(path.rfind('/') + 1);
 }
 
-/// A name that is nothing but an extension names a hidden file without one.
+/// A name that consists of an extension is that of a hidden file without extension.
 bool endsIn(std::string_view name, std::string_view extension) {
     return name.size() > extension.size() && name.substr(name.size() - extension.size()) == extension;
 }

@@ -8,10 +8,10 @@ namespace Vell::Tool {
 
 enum class PageFormat { Png, Svg, Pdf };
 
-/// The format that a file name ends in, whatever the case; nothing for any other ending.
+/// The format for the extension of a file name, in either case; none for any other extension.
 std::optional<PageFormat> findPageFormat(std::string_view path);
 
-/// The same. Throws UsageError for any other ending.
+/// Like findPageFormat, but throws UsageError for any other extension.
 PageFormat getPageFormat(std::string_view path);
 
 /// Whether the format holds shapes rather than pixels.
@@ -24,13 +24,13 @@ struct PageSize {
     float pixelRatio;
 };
 
-/// The side of a picture in pixels: PNG only.
+/// The length of a side of a PNG file in pixels.
 int getPixelCount(float length, float pixelRatio);
 
-/// Whether the format can hold a page that large.
+/// Whether the format can hold a page of this size.
 bool fitsFormat(PageFormat format, const PageSize& size);
 
-/// Throws ToolError when the format of the file cannot hold a page that large.
+/// Throws ToolError if the format of the file cannot hold a page of this size.
 void checkPageSize(std::string_view path, const PageSize& size);
 
 } // namespace Vell::Tool

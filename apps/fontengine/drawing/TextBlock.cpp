@@ -12,14 +12,14 @@ namespace Vell::Tool {
 
 namespace {
 
-/// Tab stops stand this many spaces apart.
+/// The number of spaces between tab stops.
 constexpr float spacesInTab = 8.0F;
 
 float measurePiece(const TextFont& font, std::string_view text) {
     return font.font->getTextWidth(boost::string_ref(text.data(), text.size()), font.setting);
 }
 
-/// The next tab stop; the pen's own place where stops have no distance.
+/// The next tab stop, or the same place if the distance is 0.
 float advanceToTab(float x, float distance) {
     return distance > 0.0F ? (std::floor(x / distance) + 1.0F) * distance : x;
 }

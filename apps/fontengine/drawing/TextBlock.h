@@ -8,12 +8,12 @@
 
 namespace Vell::Tool {
 
-/// The room that a line takes, in the units of the font size: the fonts that its characters fall back to may
-/// need more than its own font.
+/// The room that a line takes, in the units of the font size. Fallback fonts may need more than the line's
+/// own font.
 struct LineRoom {
     float ascent;
     float descent;
-    float height; ///< base line to base line; not less than ascent and descent together
+    float height; ///< baseline to baseline; at least ascent plus descent
 };
 
 LineRoom measureLine(const TextFont& font, std::string_view text);
@@ -27,10 +27,10 @@ struct Segment {
 struct BlockLine {
     std::vector<Segment> segments;
     float baseLine; ///< below the top of the block
-    float width;    ///< negative when negative letter spacing leads the pen backwards
+    float width;    ///< negative if letter spacing moves the pen backwards
 };
 
-/// Lines of text, one below the other, without scale and rotation: x to the right, y down, the origin in the
+/// Lines of text, one below the other, before scaling and rotation: x to the right, y down, the origin in the
 /// top left corner.
 struct TextBlock {
     std::vector<BlockLine> lines;
@@ -39,7 +39,7 @@ struct TextBlock {
     float height;
 };
 
-/// Throws ToolError when the font has no usable metrics (bitmap fonts have no em).
+/// Throws ToolError if the font has no usable metrics, such as a bitmap font, which has no em.
 TextBlock layOutBlock(const TextFont& font, const std::vector<std::string>& lines);
 
 } // namespace Vell::Tool

@@ -6,7 +6,7 @@ namespace Vell::Tool {
 
 namespace {
 
-/// The bytes that fit, one character at least.
+/// The number of bytes that fit, at least one character.
 std::size_t countFittingBytes(const TextFont& font, std::string_view text, float width) {
     const char* const start = text.data();
     const char* const end = start + text.size();
@@ -17,7 +17,7 @@ std::size_t countFittingBytes(const TextFont& font, std::string_view text, float
     return static_cast<std::size_t>(position - start);
 }
 
-/// Where the line ends that begins the text: in front of a space if it can be.
+/// The end of the first line, before a space if possible.
 std::size_t findBreak(std::string_view text, std::size_t fitting) {
     if (fitting == text.size() || text[fitting] == ' ') {
         return fitting;

@@ -24,9 +24,9 @@ boost::string_ref toStringRef(std::string_view text) {
     return boost::string_ref(text.data(), text.size());
 }
 
-/// Underscores come as opaque images of text on white, in which light text disappears. Drawn in black they
-/// tell how far each pixel is covered: this painter makes coverage of them, for colours and backgrounds that
-/// such images do not suit.
+/// Turns images of underscores into coverage, for colours and backgrounds that the images do not suit. The
+/// images are opaque, text on white, and light text would disappear in them; drawn in black, they show how
+/// far each pixel is covered.
 class CoveragePainter : public FontEngine::BitmapGlyphPainter {
 public:
     explicit CoveragePainter(FontEngine::BitmapGlyphPainter& target)

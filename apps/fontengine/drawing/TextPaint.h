@@ -15,13 +15,13 @@ enum class PainterKind { Raster, Vector };
 struct TextPaint {
     PainterKind kind = PainterKind::Vector;
     Color color = black;
-    Color background = white; ///< what the text will stand on
+    Color background = white; ///< under the text
     float pixelRatio = 1.0F;  ///< of the bitmaps of the raster painter
 };
 
-/// Draws a line of text, its base line starting at the painter's origin, under the painter's transform.
-/// Characters that the font lacks come from fallback fonts, with either painter. Throws ToolError for a font
-/// without outlines that is to be drawn as outlines.
+/// Draws a line of text under the painter's transform. The baseline begins at the painter's origin. With both
+/// painters, fallback fonts draw the characters that the font lacks. Throws ToolError if the vector painter
+/// has to draw a font without outlines, and if FreeType cannot draw a glyph.
 void paintText(CairoAdapter::CairoPainter& painter, const TextFont& font, std::string_view text,
                const TextPaint& paint);
 

@@ -18,7 +18,7 @@ namespace {
 using FontLoaders::FontBytes;
 using FontLoaders::FontFilePlace;
 
-/// No font comes near this; a device without end does.
+/// No font comes near this size, but a device may have no end.
 constexpr std::streamsize maxFontBytes = std::streamsize{1} << 30;
 
 [[noreturn]] void fail(const std::string& name, const std::string& reason) {
@@ -57,7 +57,7 @@ unsigned int countFaces(const FontBytes& file) {
     return static_cast<unsigned int>(FontLoaders::createFontFace(library, file)->num_faces);
 }
 
-/// The first face stands for its collection: whoever opens the bytes gets it.
+/// The whole collection may stand for its first face, which is what a factory opens.
 FontBytes takeFace(const std::string& name, const FontBytes& file, unsigned int index) {
     if (index == 0) {
         return file;
@@ -77,7 +77,7 @@ FontBytes takeFace(const std::string& name, const FontBytes& file, unsigned int 
     }
 }
 
-/// An index that no number can hold is larger than that of any face.
+/// An index too large for the type exceeds the number of faces of any file anyway.
 unsigned int readIndex(const std::string& digits) {
     unsigned int index = 0;
     const auto result = std::from_chars(digits.data(), digits.data() + digits.size(), index);

@@ -35,7 +35,7 @@ std::string describeFile(const RecordingFontLoader& loader, const FontBytes& byt
     return place ? fmt::format("{} (face {})", place->file, place->index) : "no file";
 }
 
-/// The questions for one family, or for the default font.
+/// The questions about one family, or about the default font.
 std::vector<FontQuestion> selectQuestions(const RecordingFontLoader& loader,
                                           const std::optional<std::string>& family) {
     std::vector<FontQuestion> selected;
@@ -53,7 +53,7 @@ bool hasAnswer(const std::vector<FontQuestion>& questions, const FontBytes& byte
                        [&bytes](const FontQuestion& question) { return question.answer == bytes; });
 }
 
-/// What was asked until the bytes were found. The default font stands in for a family that is not there.
+/// The questions that led to the bytes. The default font replaces a missing family.
 std::vector<FontQuestion> findQuestions(const RecordingFontLoader& loader, const std::string& family,
                                         const FontBytes& bytes) {
     std::vector<FontQuestion> questions;
@@ -102,7 +102,7 @@ std::string describe(const RangeQuestion& question, const std::vector<unsigned i
                        question.answer.empty() ? "none" : fmt::format("\"{}\"", question.answer));
 }
 
-/// The file as such, no face of it; null when it cannot be read.
+/// Opens the file itself and none of its faces; null if it cannot be read.
 FTFacePtr openFile(const FontLoaders::FTLibraryPtr& library, const std::string& path) {
     constexpr FT_Long noFace = -1;
     FT_Face file = nullptr;
@@ -114,7 +114,7 @@ FTFacePtr openFile(const FontLoaders::FTLibraryPtr& library, const std::string& 
 
 FontOrigin findOrigin(const FontEngine::Font& font, const RecordingFontLoader& loader) {
     const FontEngine::FaceData data = font.getFace()->getFaceData();
-    const FontBytes served = data.bytes; // a pointer that an answer of null may be compared with
+    const FontBytes served = data.bytes; // nullable, to compare it with answers
     const auto wanted = font.getFontInfo()->getFontFaceInfo();
     return {describeFile(loader, served),
             fmt::format(

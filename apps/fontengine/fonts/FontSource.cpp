@@ -22,7 +22,7 @@ bool namesFile(const std::string& name) {
            std::filesystem::exists(parseFontFileName(name).file, ignored);
 }
 
-/// Asks a factory of its own: what is asked here is no part of what the source records.
+/// Asks a separate factory, so that the source does not record the question.
 void checkFamily(const std::string& name) {
     if (!isInstalled(FontEngine::FontFactory::create(openInstalledFonts(), defaultFamily), {name})) {
         throw ToolError(fmt::format("'{}' is neither an installed font family nor a file", name));

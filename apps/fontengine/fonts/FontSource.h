@@ -15,25 +15,25 @@ namespace Vell::Tool {
 /// The fonts refer to the source's factory weakly: the source must outlive their use.
 class FontSource {
 public:
-    /// What FAMILY|FILE[:INDEX] names, for a look at that font alone: a file has no fallback fonts. A path is
-    /// a file; a plain word is a family, unless there is a file of that name. Throws UsageError for an empty
-    /// name, ToolError when there is no such family or the file cannot be used.
+    /// The font that FAMILY|FILE[:INDEX] names, by itself: a file has no fallback fonts here. A name with a
+    /// slash is a file; any other name is a family unless a file of that name exists. Throws UsageError if
+    /// the name is empty, ToolError if there is no such family or the file cannot be used.
     explicit FontSource(const std::string& familyOrFile);
 
-    /// What --family or --font names, for drawing text. Characters that the font lacks come from installed
-    /// fonts. Throws ToolError when the file cannot be used; makeFont throws it for a missing family.
+    /// The font that --family or --font names, for drawing text: installed fonts draw the characters that it
+    /// lacks. Throws ToolError if the file cannot be used. If the family is missing, makeFont throws it.
     explicit FontSource(const FontRequest& request);
 
     bool isFile() const { return _isFile; }
 
-    /// Fonts have the file's own style at least: a bold file has no regular face to show.
+    /// A font from a file has at least the style of the file: a bold file has no regular face to show.
     TextFont makeFont(bool isBold, bool isItalic, float size) const;
-    /// The style, the size and the letter spacing are those of the request; the font is the source's.
+    /// Takes style, size and letter spacing from the request, and the font from the source.
     TextFont makeFont(const FontRequest& request) const;
 
     const FactoryPtr& getFactory() const { return _factory; }
 
-    /// Knows what it was asked for so far.
+    /// Has recorded all questions so far.
     const NNPtr<const RecordingFontLoader>& getLoader() const { return _loader; }
 
 private:
@@ -43,7 +43,7 @@ private:
 
     RecordingFontLoader::LoaderPtr openFile(Fallback fallback);
 
-    std::string _name; // of the family; for a file as the user typed it
+    std::string _name; // the family, or the file as the user typed it
     bool _isFile;
     bool _isAlwaysBold = false;
     bool _isAlwaysItalic = false;

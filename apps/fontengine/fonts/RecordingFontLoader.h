@@ -15,7 +15,7 @@ using FontLoaders::FontBytes;
 
 /// What a loader was asked for, and its answer.
 struct FontQuestion {
-    std::optional<std::string> family; ///< nothing: the default font
+    std::optional<std::string> family; ///< none: the default font
     bool isBold;
     bool isItalic;
     FontBytes answer; ///< null: there is no such font
@@ -29,9 +29,9 @@ struct RangeQuestion {
 
 using LoaderQuestion = std::variant<FontQuestion, RangeQuestion>;
 
-/// Hands every question on to another loader and writes down each one with its answer, at the place where it
-/// was asked first: the question that comes again gets the same answer. Holds the bytes of all answers. A
-/// question that ends in an exception is not written down. Any thread.
+/// Passes every question on to another loader and records it with its answer. A repeated question, which has
+/// the same answer, is recorded once, at its first place; one that ends in an exception is not recorded.
+/// Holds the bytes of all answers. Any thread.
 class RecordingFontLoader : public FontLoaders::FontLoader {
 public:
     using LoaderPtr = NNPtr<const FontLoaders::FontLoader>;

@@ -10,7 +10,7 @@ namespace Vell::Tool {
 
 using FactoryPtr = NNPtr<FontEngine::FontFactory>;
 
-/// The family for texts that name none.
+/// The family of texts for which no font is named.
 constexpr const char* defaultFamily = "DejaVu Sans";
 
 /// What the options say about a font.
@@ -23,7 +23,7 @@ struct FontRequest {
     std::optional<std::string> file = std::nullopt; ///< FILE[:INDEX], instead of a family
 };
 
-/// A font and how text is set in it.
+/// A font, and how text is set in it.
 struct TextFont {
     std::shared_ptr<const FontEngine::Font> font; ///< never null
     NNPtr<const Gfx::ExtFontInfo> setting;
@@ -36,14 +36,14 @@ bool isInstalled(const FactoryPtr& factory, const FontRequest& request);
 /// such family, because another font would surprise whoever named it, and when the font cannot be opened.
 TextFont makeTextFont(const FactoryPtr& factory, const FontRequest& request);
 
-/// The font that draws a character: this one, or the fallback font where this one lacks it. If there is no
-/// fallback, this one draws its missing-glyph symbol.
+/// The font that draws a character: this font, or the fallback font if this one lacks the character. Without
+/// a fallback, this font draws its missing-glyph symbol.
 TextFont chooseFont(const TextFont& font, unsigned int codePoint);
 
 bool hasGlyph(const TextFont& font, unsigned int codePoint);
 
-/// What a message calls the font: the family or the file that was asked for, or the family that the default
-/// font claims.
+/// The name of the font for messages: the family or file that was asked for, or the family name in the file
+/// of the default font.
 std::string getAskedName(const TextFont& font);
 
 } // namespace Vell::Tool

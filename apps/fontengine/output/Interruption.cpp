@@ -8,7 +8,7 @@ namespace {
 
 constexpr int interruptions[] = {SIGINT, SIGTERM, SIGHUP};
 
-/// Changed only while interruptions wait.
+/// Changes only while interruptions are blocked.
 std::atomic<Undo*> newestUndo = nullptr;
 
 sigset_t getInterruptions() {
@@ -20,7 +20,7 @@ sigset_t getInterruptions() {
     return set;
 }
 
-/// The signal waits until the handler returns and then meets its default action.
+/// The raised signal is blocked until the handler returns; then its default action ends the process.
 void handle(int signal) {
     Undo::runAll();
     std::signal(signal, SIG_DFL);

@@ -2,20 +2,19 @@
 
 #include <csignal>
 
-/// How SIGINT (Ctrl-C), SIGTERM and SIGHUP end the tool: what is unfinished is undone first.
+/// How SIGINT (Ctrl-C), SIGTERM and SIGHUP end the tool: they undo first what is unfinished.
 ///
 ///     const Undo undo([](void* path) { unlink(static_cast<const char*>(path)); }, path);
 ///
-/// Everything here belongs to the main thread, the only one that the tool has.
+/// For the main thread, which is the only thread of the tool.
 namespace Vell::Tool {
 
-/// From now on these signals run every Undo that lives, the newest first, and then end the process as they
-/// would have done anyway: the shell sees the status that it expects. A signal that the process was started
-/// with as ignored stays ignored.
+/// From now on these signals run every living Undo, the newest first, and then end the process by their
+/// default action, so that a shell sees the usual status. A signal that was ignored when the process started
+/// stays ignored.
 void undoOnInterruption();
 
-/// An action to run when the process is interrupted while this object lives. The action may call only what
-/// signal handlers may call.
+/// An action that an interruption runs while this object lives. It may call only async-signal-safe functions.
 class Undo {
 public:
     using Action = void (*)(void* context);
@@ -33,7 +32,7 @@ private:
     Undo* _older;
 };
 
-/// Makes interruptions wait as long as it lives, for steps that belong together.
+/// Delays interruptions while it lives, for steps that belong together.
 class InterruptionPause {
 public:
     InterruptionPause();

@@ -25,12 +25,13 @@ namespace {
     throw ToolError(fmt::format("cannot write '{}': {}", path, describeErrno(error)));
 }
 
-/// In the target's folder, where a rename replaces at once. The name is short, whatever the target's is.
+/// In the folder of the target, where a rename is atomic. The name is short even if that of the target is
+/// not.
 std::string makeNamePattern(const std::string& target) {
     return target.substr(0, target.rfind('/') + 1) + ".fontengine-XXXXXX";
 }
 
-/// The mode that an ordinary new file gets.
+/// The mode of an ordinary new file.
 mode_t getNewFileMode() {
     const mode_t mask = umask(0);
     umask(mask);
@@ -38,7 +39,7 @@ mode_t getNewFileMode() {
     return everyone & ~mask;
 }
 
-/// The mode of the file that is there. Only a file that may be written is replaced.
+/// The mode of the existing file. Only a file that may be written may be replaced.
 mode_t getMode(const std::string& target) {
     struct stat status {};
     if (stat(target.c_str(), &status) != 0) {
@@ -85,7 +86,7 @@ public:
         }
     }
 
-    /// The bytes reach the disk before the name does: a crash in between leaves the old file.
+    /// Syncs the bytes to disk before the file gets its name, so that a crash leaves the old file.
     void write(std::string_view bytes) {
         while (!bytes.empty()) {
             const ssize_t written = ::write(_descriptor, bytes.data(), bytes.size());
@@ -121,7 +122,7 @@ private:
     std::optional<Undo> _undo;
 };
 
-/// A folder that exists, made with those above it if need be. What was made goes away unless it is kept.
+/// Makes a folder and its missing parents, and removes them again unless they are kept.
 class Folder {
 public:
     explicit Folder(const std::string& path)
@@ -164,7 +165,7 @@ private:
         }
     }
 
-    /// The innermost first. A folder that somebody else has put something into stays.
+    /// The innermost first. A folder that is not empty, because another program uses it, stays.
     void remove() noexcept {
         for (auto part = _made.rbegin(); part != _made.rend(); ++part) {
             rmdir(part->c_str());
@@ -175,7 +176,7 @@ private:
     Undo _undo;
 };
 
-/// Where a symbolic link leads, also when nothing is there yet.
+/// The target of a symbolic link, even if it does not exist yet.
 std::string followLinks(const std::string& path) {
     std::error_code error;
     if (!std::filesystem::is_symlink(std::filesystem::symlink_status(path, error))) {

@@ -12,11 +12,10 @@ void printProperty(std::ostream& out, std::string_view name, const std::string& 
 /// "U+0041"
 std::string formatCodePoint(unsigned int codePoint);
 
-/// The bytes of a character as a terminal can show them: empty for a control character, U+FFFD for
-/// ill-formed bytes.
+/// The bytes of a character, safe to print: empty for a control character, U+FFFD for ill-formed bytes.
 std::string makePrintable(unsigned int codePoint, std::string_view bytes);
 
-/// The text on one line: control characters become spaces, and spaces at the end go.
+/// The text on one line: replaces control characters by spaces, and removes spaces at the end.
 std::string makeOneLine(std::string text);
 
 } // namespace Vell::Tool

@@ -11,10 +11,10 @@ namespace Vell::Tool {
 
 namespace {
 
-/// Often enough to look alive, seldom enough to cost nothing.
+/// Often enough to look alive, and seldom enough to cost nothing.
 constexpr std::chrono::milliseconds drawingInterval{100};
 
-/// For terminals that do not tell their width.
+/// For terminals that do not report their width.
 constexpr std::size_t usualColumns = 80;
 
 std::size_t getColumns(int descriptor) {
@@ -23,7 +23,7 @@ std::size_t getColumns(int descriptor) {
     return isKnown ? size.ws_col : usualColumns;
 }
 
-/// The whole part: 100 only when all is done.
+/// Rounded down, so that 100 means that all is done.
 std::size_t getPercent(std::size_t done, std::size_t total) {
     return total == 0 ? 100
                       : static_cast<std::size_t>(100.0L * static_cast<long double>(done) /

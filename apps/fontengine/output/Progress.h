@@ -12,8 +12,8 @@
 
 namespace Vell::Tool {
 
-/// A bar for work that takes a while, on standard error when that is a terminal. In a pipe or a file it
-/// writes nothing at all.
+/// A progress bar for work that takes a while, on standard error if that is a terminal. Writes nothing to a
+/// pipe or a file.
 ///
 ///     Progress progress("pages", pages.size());
 ///     for (const Page& page : pages) { draw(page); progress.advance(); }
@@ -23,7 +23,7 @@ namespace Vell::Tool {
 /// Print nothing else while it stands. It never fails: a bar that cannot be written is not seen. One thread.
 class Progress {
 public:
-    /// `total`: how many steps there are, in whatever unit the work counts.
+    /// `total` is the number of steps, in any unit.
     explicit Progress(std::string label, std::size_t total, int descriptor = STDERR_FILENO);
     Progress(const Progress&) = delete;
     Progress& operator=(const Progress&) = delete;
@@ -44,13 +44,13 @@ private:
     std::size_t _done = 0;
     int _descriptor;
     bool _isVisible;
-    std::atomic<std::size_t> _columns = 0; // of what stands on the line
+    std::atomic<std::size_t> _columns = 0; // that are in use on the line
     Clock::time_point _drawn;
     Undo _undo;
 };
 
-/// The bar as a line of less than `columns` characters, with no bar in it where there is no room. The label
-/// is in ASCII.
+/// The bar as a line of fewer than `columns` characters; without the bar if there is no room for it. The
+/// label is ASCII.
 std::string formatProgress(std::string_view label, std::size_t done, std::size_t total, std::size_t columns);
 
 } // namespace Vell::Tool

@@ -17,7 +17,7 @@ namespace {
 
 constexpr float sampleSize = 20.0F;
 
-/// The faces that draw a sample, in the order of their first character.
+/// The faces that draw a sample, in the order of their first characters.
 struct Faces {
     std::vector<std::string> names;
     bool isOwnAmongThem = false;
@@ -64,11 +64,10 @@ std::string describe(const Faces& faces) {
     return text;
 }
 
-/// In lines that fit the narrowest column there is, that of a phone of 320 pixels: no browser must shrink
-/// them.
+/// Breaks the sample to fit the narrowest column, on a phone of 320 pixels, so that no browser shrinks it.
 std::string drawSample(const TextFont& font, const char* text) {
     constexpr float columnWidth = 288.0F;
-    constexpr float room = 12.0F; // what a picture has beside the advances of its text
+    constexpr float room = 12.0F; // of a picture beyond the advance of its text
     std::string html;
     for (const std::string& line : wrapText(font, text, columnWidth - room)) {
         html += makeImage(drawLine(font, line).picture, "ink", line);
@@ -76,7 +75,7 @@ std::string drawSample(const TextFont& font, const char* text) {
     return html;
 }
 
-/// A font file knows no other fonts: what it lacks is shown in the installed ones.
+/// Shows in installed fonts what a font file lacks, because a file has no fallback fonts here.
 std::string makeRow(const FontSource& source, const FontSource& installed, const ScriptSample& sample) {
     const TextFont own = source.makeFont(false, false, sampleSize);
     const bool isOwn = coversText(own, sample.text);

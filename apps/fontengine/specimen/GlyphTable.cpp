@@ -16,7 +16,7 @@ namespace {
 
 using CairoAdapter::CairoPainter;
 
-/// Larger fonts are shown with one pixel a unit, the others with four: a matter of megabytes.
+/// Larger fonts get one pixel per square unit instead of four, which saves megabytes.
 constexpr std::size_t maxSharpCount = 4096;
 
 std::vector<NamedBlock> findBlocks(const std::vector<CodeRange>& ranges) {
@@ -43,7 +43,7 @@ std::vector<unsigned int> listCharacters(const std::vector<CodeRange>& ranges, s
     return codes;
 }
 
-/// Hostile fonts have advances of any kind.
+/// Hostile fonts have any advance, infinite ones included.
 int toThousandths(float ems) {
     constexpr float most = 1e6F;
     return std::isfinite(ems) ? static_cast<int>(std::lround(std::clamp(ems * 1000.0F, -most, most))) : 0;
@@ -54,7 +54,7 @@ GlyphEntry makeEntry(const TextFont& font, unsigned int code) {
     return {glyph.glyphIndex, toThousandths(glyph.advance)};
 }
 
-/// The size at which a line of the font fits the cells, within reason: some fonts ask for very tall lines.
+/// The size at which a line fits a cell, within limits, because some fonts ask for very tall lines.
 float chooseSize(const FontSource& source) {
     constexpr float usable = 36.0F;
     constexpr float least = 14.0F;
@@ -89,7 +89,7 @@ public:
     }
 
 private:
-    /// Centres what the pen travels over; a mark without advance hangs in the middle.
+    /// Centres the advance. A mark without advance begins in the middle.
     float getIndent(unsigned int code) const {
         constexpr float side = GlyphTable::cellSide;
         constexpr float thousand = 1000.0F;

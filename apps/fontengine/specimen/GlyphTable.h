@@ -12,10 +12,10 @@
 
 namespace Vell::Tool {
 
-/// Called with how many pictures are done, and of how many.
+/// Receives the number of finished pictures and their total.
 using PictureProgress = CallableRef<void(std::size_t, std::size_t)>;
 
-/// What a character has in the table beside its picture.
+/// The data of a character beside its picture.
 struct GlyphEntry {
     unsigned int glyphIndex;
     int advance; ///< in thousandths of an em
@@ -23,9 +23,9 @@ struct GlyphEntry {
 
 /// All characters of a font, with pictures of their glyphs.
 ///
-/// The pictures stand in sheets, row by row, in the order of the codes and without gaps: the picture of the
-/// n-th mapped character is the (n % cellsInSheet)-th of sheet n / cellsInSheet. A font with more characters
-/// than a page can show has pictures and entries for the first of them only; ranges and blocks are complete.
+/// Sheets hold the pictures row by row, in the order of the codes and without gaps: the picture of mapped
+/// character n is number n % cellsInSheet of sheet n / cellsInSheet. If a font has more characters than a
+/// page can show, only the first have pictures and entries; ranges and blocks are always complete.
 struct GlyphTable {
     static constexpr int cellSide = 40; ///< in logical units
     static constexpr int columns = 32;
@@ -33,18 +33,18 @@ struct GlyphTable {
     static constexpr std::size_t cellsInSheet = std::size_t{columns} * rows;
 
     std::vector<CodeRange> ranges;   ///< every mapped character
-    std::vector<NamedBlock> blocks;  ///< those that have one, in order
+    std::vector<NamedBlock> blocks;  ///< with a mapped character, in order
     std::vector<GlyphEntry> entries; ///< of the characters that have pictures
-    std::vector<std::string> sheets; ///< as addresses of data
+    std::vector<std::string> sheets; ///< as data URIs
 };
 
-/// More than any font of 65,535 glyphs needs, unless it maps many characters to each.
+/// More than a font of 65,535 glyphs needs, unless it maps many characters to each glyph.
 constexpr std::size_t maxPictureCount = 70000;
 
 GlyphTable makeGlyphTable(const FontSource& source, std::size_t pictureLimit,
                           const PictureProgress& progress);
 
-/// For a script of the page.
+/// As JSON for the page's script.
 std::string printJson(const GlyphTable& table);
 
 } // namespace Vell::Tool

@@ -17,8 +17,8 @@ namespace {
 
 constexpr std::string_view replacement = "\xEF\xBF\xBD"; // U+FFFD
 
-/// Writes each character of a text by a function that gets its code and its bytes; those that neither HTML
-/// nor JSON holds as they are come as U+FFFD.
+/// Passes each character of a text with its bytes to `write`. Characters that neither HTML nor JSON allows
+/// become U+FFFD.
 template <class Write>
 std::string rewrite(std::string_view text, const Write& write) {
     constexpr unsigned int lastControl = 0x9F;
@@ -54,7 +54,7 @@ std::string_view getEntity(unsigned int code) {
 }
 
 bool mustEscapeInJson(unsigned int code) {
-    // The first two by JSON's own rules, the others so that no end of a script and no comment can appear.
+    // JSON requires the first two. The others keep a script's end and a comment from appearing.
     return code == '"' || code == '\\' || code == '<' || code == '>' || code == '&';
 }
 
@@ -92,7 +92,7 @@ std::string encodeBase64(std::string_view bytes) {
     constexpr std::size_t group = 3;
     const std::size_t missing = (group - bytes.size() % group) % group;
     std::string whole(bytes);
-    whole.append(missing, '\0'); // the iterators read whole groups only
+    whole.append(missing, '\0'); // the iterators read whole groups
     std::string text(Iterator(whole.data()), Iterator(whole.data() + whole.size()));
     std::fill(text.end() - static_cast<std::ptrdiff_t>(missing), text.end(), '=');
     return text;

@@ -15,8 +15,8 @@ namespace {
 
 struct MetricLine {
     const char* name;
-    float value;       ///< above the base line
-    const char* place; ///< of the name, above or below the line
+    float value;       ///< above the baseline
+    const char* place; ///< of the name: above or below the line
 };
 
 std::string chooseText(const TextFont& font) {
@@ -30,19 +30,19 @@ std::string chooseText(const TextFont& font) {
     constexpr unsigned int trailMask = 0xC0;
     constexpr unsigned int trail = 0x80;
     while (end < sample.size() && (static_cast<unsigned char>(sample[end]) & trailMask) == trail) {
-        ++end; // not inside of a character
+        ++end; // do not split a character
     }
     return sample.substr(0, end);
 }
 
-/// From top to bottom as they usually are.
+/// In their usual order from top to bottom.
 std::vector<MetricLine> listLines(const FontEngine::Font& metrics) {
     std::vector<MetricLine> lines = {{"Ascent", metrics.getAscent(), "above"}};
     if (hasCapHeight(*metrics.getFace())) {
         lines.push_back({"Cap height", metrics.getCapHeight(), "below"});
     }
     lines.push_back({"Strike-out", metrics.getStrikeOutPosition(), "above"});
-    lines.push_back({"Base line", 0.0F, "below"});
+    lines.push_back({"Baseline", 0.0F, "below"});
     lines.push_back({"Descent", -metrics.getDescent(), "below"});
     return lines;
 }
@@ -67,10 +67,10 @@ std::string makeMetricsSection(const FontSource& source) {
     for (const MetricLine& line : listLines(metrics)) {
         html += makeLine(line, size, sample);
     }
-    return html + fmt::format("</div>\n<p class=\"note\">In ems from the base line up. Base line to base "
-                              "line: {:.3f}; leading: {:.3f}.{}</p>\n",
+    return html + fmt::format("</div>\n<p class=\"note\">In ems above the baseline. Baseline to "
+                              "baseline: {:.3f}; leading: {:.3f}.{}</p>\n",
                               metrics.getHeight() / size, metrics.getLeading() / size + 0.0F,
-                              hasCapHeight(*metrics.getFace()) ? "" : " The file tells no cap height.");
+                              hasCapHeight(*metrics.getFace()) ? "" : " The file gives no cap height.");
 }
 
 } // namespace Vell::Tool

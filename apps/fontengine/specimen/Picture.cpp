@@ -21,14 +21,14 @@ using CairoAdapter::CairoPainter;
 using CairoAdapter::SurfacePtr;
 using CairoAdapter::throwIfFailed;
 
-/// White paper under a coverage, in 16 levels.
+/// Ink of this coverage on white paper, in 16 levels.
 unsigned char makeGrey(std::uint32_t argb) {
     constexpr std::uint32_t step = 17;
     const std::uint32_t coverage = argb >> 24U;
     return static_cast<unsigned char>(255 - (coverage + step / 2) / step * step);
 }
 
-/// cairo writes a surface of alpha as a grey PNG.
+/// Cairo writes an alpha surface as a grey PNG.
 SurfacePtr makeGreySurface(cairo_surface_t* source) {
     const int width = cairo_image_surface_get_width(source);
     const int height = cairo_image_surface_get_height(source);
@@ -57,7 +57,7 @@ void drawOn(cairo_surface_t* surface, int pixelRatio, const PictureDrawing& draw
     throwIfFailed(cairo_status(painter.getContext()));
 }
 
-/// Of a length that a font has a say in.
+/// Rounds up and clamps a length that comes from a font.
 int clampLength(float length, int most) {
     const float limit = static_cast<float>(most);
     return std::isfinite(length) ? static_cast<int>(std::ceil(std::clamp(length, 0.0F, limit))) : most;

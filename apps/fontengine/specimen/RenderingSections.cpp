@@ -20,7 +20,7 @@ using CairoAdapter::CairoPainter;
 
 constexpr float glyphSize = 18.0F;
 
-/// The first letters of a text, spaces left out.
+/// The first letters of a text without spaces.
 std::vector<unsigned int> takeLetters(const std::string& text, std::size_t count) {
     std::vector<unsigned int> letters;
     const char* position = text.data();
@@ -34,7 +34,7 @@ std::vector<unsigned int> takeLetters(const std::string& text, std::size_t count
     return letters;
 }
 
-/// In whole pixels, within what a page has room for.
+/// Rounded up to pixels, and limited to the room on the page.
 int toPixels(float length) {
     constexpr float most = 2.0F * glyphSize;
     return static_cast<int>(std::ceil(std::clamp(length, 1.0F, most)));
@@ -45,7 +45,7 @@ int getAdvance(const TextFont& font, unsigned int code) {
     return std::isfinite(ems) ? toPixels(ems * glyphSize) : 1;
 }
 
-/// Letters at whole pixels, one beside the other.
+/// Draws letters side by side at whole pixels.
 Picture drawLetters(const TextFont& font, const std::vector<unsigned int>& letters, const GlyphLook& look) {
     constexpr int margin = 2;
     const int ascent = toPixels(font.font->getAscent());

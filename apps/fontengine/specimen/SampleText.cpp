@@ -95,7 +95,7 @@ unsigned int getFirstLetter(const std::string& text) {
     unsigned int letter = 0;
     allOf(text, [&](unsigned int code) {
         letter = code;
-        return code == ' '; // go on
+        return code == ' '; // continue after a space
     });
     return letter == ' ' ? 0 : letter;
 }

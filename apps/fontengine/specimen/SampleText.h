@@ -7,26 +7,26 @@
 
 namespace Vell::Tool {
 
-/// A text of a script that needs no shaping to be recognised.
+/// A text that is legible without shaping.
 struct ScriptSample {
     const char* script;
     const char* text;
 };
 
-/// The scripts that a specimen shows, most of the world's in daily use among them.
+/// The scripts of a specimen, which include most of those in daily use.
 const std::vector<ScriptSample>& getScriptSamples();
 
-/// A sentence that the font can write by itself: of the first script that it covers, or else its first few
-/// characters. Empty for a font without characters.
+/// A sentence that the font can draw by itself, in the first script that it covers; otherwise its first few
+/// characters. Empty if the font has no characters.
 std::string chooseSample(const TextFont& font);
 
 /// Whether the font has every character of the text.
 bool coversText(const TextFont& font, const std::string& text);
 
-/// The first character of the text that is no space; 0 for none.
+/// The first character that is not a space; 0 if there is none.
 unsigned int getFirstLetter(const std::string& text);
 
-/// A character in UTF-8.
+/// The UTF-8 bytes of a code point.
 std::string encodeUtf8(unsigned int codePoint);
 
 } // namespace Vell::Tool

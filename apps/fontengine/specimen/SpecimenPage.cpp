@@ -35,9 +35,10 @@ std::string describeLimit(const GlyphTable& table) {
     if (table.entries.size() == count) {
         return "";
     }
-    return fmt::format("<p class=\"note\">Pictures of the first {} of {} characters only, to keep this page "
-                       "small; the search finds all of them.</p>",
-                       table.entries.size(), count);
+    return fmt::format(
+        "<p class=\"note\">Only the first {} of {} characters have pictures, to keep this page "
+        "small; the search finds all of them.</p>",
+        table.entries.size(), count);
 }
 
 } // namespace

@@ -7,8 +7,8 @@
 
 namespace Vell::Tool {
 
-/// A specimen of a font as one HTML page that needs nothing else: pictures, style and script are inside, and
-/// the page forbids itself to load anything. Throws ToolError for a font without usable metrics.
+/// A specimen of a font as one self-contained HTML page: pictures, style and script are inside, and its
+/// policy forbids loading anything else. Throws ToolError if the font has no usable metrics.
 std::string makeSpecimenPage(const FontSource& source, const PictureProgress& progress);
 
 } // namespace Vell::Tool

@@ -16,7 +16,7 @@ std::string printFact(const char* name, const std::string& value) {
     return fmt::format("<div><dt>{}</dt><dd>{}</dd></div>\n", name, escapeHtml(value));
 }
 
-/// Wide pictures scroll inside of their own box, by the keyboard as well.
+/// A box in which a wide picture scrolls, also by keyboard.
 std::string makeScroller(const std::string& label, const std::string& content) {
     return fmt::format("<div class=\"scroller\" role=\"region\" tabindex=\"0\" aria-label=\"{}\">{}</div>\n",
                        escapeHtml(label), content);

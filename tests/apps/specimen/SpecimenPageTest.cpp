@@ -132,7 +132,7 @@ TEST_F(SpecimenPage, DrawsMetricsWhereTheyAre) {
         EXPECT_THAT(metrics, HasSubstr(line));
     };
     expectLine("above", 78.0F - 76.8F, "Ascent 0.800");
-    expectLine("below", 78.0F, "Base line 0.000");
+    expectLine("below", 78.0F, "Baseline 0.000");
     expectLine("below", 78.0F + 19.2F, "Descent -0.200");
     EXPECT_EQ(count(metrics, "class=\"metric "), 5U);
 }
@@ -145,7 +145,7 @@ TEST_F(SpecimenPage, DrawsNoCapHeightThatTheFileHasNot) {
     os2.version = 1;
     const std::string without = makeMetricsSection(open(makeFont().setOs2(os2)));
     EXPECT_THAT(without, Not(HasSubstr("Cap height")));
-    EXPECT_THAT(without, HasSubstr("The file tells no cap height."));
+    EXPECT_THAT(without, HasSubstr("The file gives no cap height."));
     EXPECT_EQ(count(without, "class=\"metric "), 4U);
 }
 

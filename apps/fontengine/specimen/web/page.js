@@ -1,9 +1,9 @@
 "use strict";
 (() => {
   const table = JSON.parse(document.getElementById("glyph-data").textContent);
-  const pageLength = 512; // cells that a block shows at a time
+  const pageLength = 512; // cells that a block adds at a time
   const maxResults = 64;
-  const rangeStarts = []; // how many characters stand before each range
+  const rangeStarts = []; // the number of characters before each range
   let characterCount = 0;
   for (const [first, last] of table.ranges) {
     rangeStarts.push(characterCount);
@@ -21,7 +21,7 @@
     return element;
   }
 
-  /** The last of the ordered items that `isBeyond` does not hold for; -1 for none. */
+  /** The index of the last ordered item that is not beyond; -1 for none. */
   function findLast(items, isBeyond) {
     let low = 0;
     let high = items.length;
@@ -33,7 +33,7 @@
     return low - 1;
   }
 
-  /** The place of a code among all mapped characters, or -1. */
+  /** The index of a code among all mapped characters, or -1. */
   function findIndex(code) {
     const at = findLast(table.ranges, ([first]) => first > code);
     return at >= 0 && code <= table.ranges[at][1] ? rangeStarts[at] + code - table.ranges[at][0] : -1;
@@ -44,7 +44,7 @@
     return table.ranges[at][0] + index - rangeStarts[at];
   }
 
-  /** How many mapped characters lie below a code. */
+  /** The number of mapped characters below a code. */
   function countBelow(code) {
     const at = findLast(table.ranges, ([first]) => first >= code);
     if (at < 0) return 0;
@@ -52,7 +52,7 @@
     return rangeStarts[at] + Math.min(code - 1, last) - first + 1;
   }
 
-  /** Sheets are decoded when the first of their cells is shown. */
+  /** Decodes a sheet only when its first cell is shown. */
   function useSheet(number) {
     if (knownSheets.has(number)) return;
     knownSheets.add(number);
@@ -105,7 +105,7 @@
     return cell;
   }
 
-  /** Shows the cells of a block up to `count`, whole pages of them. */
+  /** Shows `count` cells of a block, rounded up to pages. */
   function fillBlock(block, count) {
     const wanted = Math.min(block.count, Math.ceil(count / pageLength) * pageLength);
     const cells = document.createDocumentFragment();
@@ -115,7 +115,7 @@
     block.cells.append(cells);
     if (!block.cells.querySelector("[tabindex='0']")) block.cells.firstChild.tabIndex = 0;
     block.more.hidden = block.shown === block.count;
-    block.more.textContent = `Show more: ${block.count - block.shown} are left`;
+    block.more.textContent = `Show more (${block.count - block.shown} left)`;
   }
 
   function makeBlock(block) {
@@ -143,7 +143,7 @@
     return block.element;
   }
 
-  /** One cell of a block is in the order of tabulation: the one that had the focus last. */
+  /** One cell of a block is in the tab order: the one that had the focus last. */
   function moveTo(cell) {
     if (!cell) return;
     for (const other of cell.parentNode.querySelectorAll("[tabindex='0']")) other.tabIndex = -1;
@@ -176,7 +176,7 @@
 
   let chosen = null;
 
-  /** Marks a cell and tells about it where results stand. */
+  /** Marks a cell and describes it among the results. */
   function choose(cell) {
     if (chosen) chosen.setAttribute("aria-pressed", "false");
     chosen = cell;
@@ -214,7 +214,7 @@
       : found.length === 0 ? `This font has no ${query}` : `${formatCount(found.length)} for ${query}`;
   }
 
-  /** What a query may mean: the code points, the likeliest first. */
+  /** The code points that a query may mean, the likeliest first. */
   function readQuery(query) {
     const characters = [...query];
     if (characters.length === 1) {
