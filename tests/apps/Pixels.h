@@ -12,7 +12,7 @@
 
 namespace Vell::Testing {
 
-/// A pixel of an image surface of 32 bits a pixel.
+/// A pixel of a 32-bit image surface.
 inline std::uint32_t readPixel(cairo_surface_t* surface, int x, int y) {
     std::uint32_t pixel = 0;
     std::memcpy(&pixel,
@@ -21,7 +21,7 @@ inline std::uint32_t readPixel(cairo_surface_t* surface, int x, int y) {
     return pixel;
 }
 
-/// Reads a picture back; grey ones come as 32 bits a pixel, too.
+/// Reads a picture back, with 32 bits per pixel even if it is grey.
 inline CairoAdapter::SurfacePtr readPng(const std::string& bytes) {
     std::string rest = bytes;
     const cairo_read_func_t read = [](void* source, unsigned char* data, unsigned int length) {
@@ -36,7 +36,7 @@ inline CairoAdapter::SurfacePtr readPng(const std::string& bytes) {
     return CairoAdapter::adoptSurface(cairo_image_surface_create_from_png_stream(read, &rest));
 }
 
-/// The bytes of a data address; "" for any other kind of address.
+/// The bytes of a data URI; empty for any other kind of address.
 inline std::string readDataUri(const std::string& address) {
     using namespace boost::archive::iterators;
     using Iterator = transform_width<binary_from_base64<std::string::const_iterator>, 8, 6>;

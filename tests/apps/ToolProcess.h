@@ -14,7 +14,7 @@ inline ProcessResult runTool(const std::vector<std::string>& arguments, const st
     return Vell::Testing::runProgram(FONTENGINE_TOOL, arguments, input);
 }
 
-/// A font of a box for 'A', 0.6 em wide, and a space.
+/// A font of a space and an 'A', a box with an advance of 0.6 em.
 inline FontBuilder makeBoxFont(const std::string& family) {
     FontBuilder font(family);
     font.map('A', font.addGlyph(makeBoxGlyph(600, 100, 0, 500, 700)));
@@ -22,7 +22,7 @@ inline FontBuilder makeBoxFont(const std::string& family) {
     return font;
 }
 
-/// Writes such fonts into one file.
+/// Writes such fonts into one collection.
 inline void writeCollection(const std::string& path, const std::vector<std::string>& families) {
     std::vector<FontBuilder> fonts;
     for (const std::string& family : families) {

@@ -27,7 +27,7 @@ public:
         _json = result.out;
     }
 
-    /// Fails, and is -1, where there is no such number.
+    /// Fails and returns -1 if there is no such number.
     long get(const std::string& object, const std::string& name) const {
         const std::size_t start = _json.find("\"" + object + "\": {");
         const std::string key = "\"" + name + "\": ";
@@ -137,7 +137,7 @@ TEST(CacheStatsProcess, ShowsItsProgressOnATerminalOnly) {
     EXPECT_THAT(other.take(), IsEmpty());
 }
 
-TEST(CacheStatsProcess, TellsOfAFailureOnALineOfItsOwn) {
+TEST(CacheStatsProcess, ReportsAFailureOnALineOfItsOwn) {
     PseudoTerminal terminal(60);
     EXPECT_EQ(
         runShell(quote(FONTENGINE_TOOL) + " cache-stats text --family 'No Such' 2>" + terminal.getPath()), 1);

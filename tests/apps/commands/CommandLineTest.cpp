@@ -130,7 +130,7 @@ TEST(CommandLine, ExplainsItself) {
                 ::testing::MatchesRegex("[0-9]+\\.[0-9]+\\.[0-9]+\n"));
 }
 
-/// What the tool says about a wrong command line; nothing about a right one.
+/// The message about a wrong command line; empty for a right one.
 std::string getComplaint(const std::vector<const char*>& arguments) {
     try {
         parse(arguments);

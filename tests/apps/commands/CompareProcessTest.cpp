@@ -48,7 +48,7 @@ TEST_F(CompareProcess, DrawsWhereTheyDiffer) {
     EXPECT_EQ(runTool({"compare", first, draw("b.png", "text", "#f00"), "-o", difference}).status, 3);
     EXPECT_THAT(readBytes(difference), StartsWith("\x89PNG\r\n"));
     EXPECT_EQ(runTool({"compare", first, first, "-o", difference}).status, 0);
-    // Of the size of both, and with no red in it now.
+    // It has the size of both pictures, and no red any more.
     EXPECT_THAT(runTool({"compare", first, difference}).out,
                 HasSubstr("largest:           red 178, green 178, "));
 }
@@ -64,7 +64,7 @@ TEST_F(CompareProcess, TellsBothSizesWhereTheyDiffer) {
     EXPECT_THAT(folder.list(), ElementsAre("a.png", "b.png"));
 }
 
-TEST_F(CompareProcess, FailsForWhatIsNoPicture) {
+TEST_F(CompareProcess, FailsForAFileThatIsNoPicture) {
     const std::string picture = draw("a.png", "text");
     writeBytes(folder.getPath("text.png"), "text");
     const ProcessResult result = runTool({"compare", picture, folder.getPath("text.png")});

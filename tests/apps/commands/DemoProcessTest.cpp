@@ -10,7 +10,7 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::StartsWith;
 
-TEST(DemoProcess, WritesTheSpecimenInThreeFormats) {
+TEST(DemoProcess, WritesThePageInThreeFormats) {
     const TemporaryFolder folder;
     const ProcessResult result = runTool({"demo", "-o", folder.getPath("new/folder"), "A text"});
     EXPECT_EQ(result.status, 0) << result.err;

@@ -9,7 +9,7 @@ namespace {
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
-TEST(InfoProcess, TellsWhatAnInstalledFamilyIs) {
+TEST(InfoProcess, DescribesAnInstalledFamily) {
     const ProcessResult result = runTool({"info", "DejaVu Sans Mono"});
     EXPECT_EQ(result.status, 0) << result.err;
     EXPECT_THAT(result.out, HasSubstr("family:            DejaVu Sans Mono\n"));
@@ -19,7 +19,7 @@ TEST(InfoProcess, TellsWhatAnInstalledFamilyIs) {
     EXPECT_THAT(result.out, HasSubstr("mapped characters: "));
 }
 
-TEST(InfoProcess, GivesMetricsForASize) {
+TEST(InfoProcess, PrintsMetricsForASize) {
     EXPECT_THAT(runTool({"info", "DejaVu Sans"}).out, HasSubstr("height:            1.16406\n"));
     EXPECT_THAT(runTool({"info", "DejaVu Sans", "--size", "1000"}).out,
                 HasSubstr("height:            1164.06"));

@@ -19,7 +19,7 @@ std::string read(const TextSource& source, const std::string& standardInput = ""
     return readText(source, stream);
 }
 
-TEST(InputText, TakesTheTextFromWhereItIsSaidToBe) {
+TEST(InputText, ReadsTheTextFromTheGivenSource) {
     const TemporaryFolder folder;
     Testing::writeBytes(folder.getPath("text"), "from\r\nfile");
     EXPECT_EQ(read({"word", {}}), "word");

@@ -28,7 +28,7 @@ public:
 
     std::uint32_t getPixel(int x, int y) const { return readPixel(_surface.get(), x, y) & 0xFFFFFF; }
 
-    /// Pixels of another colour than the corner's.
+    /// The number of pixels whose colour is not that of the corner.
     int countInk() const {
         return countInk([](int, int) { return true; });
     }
@@ -193,6 +193,22 @@ TEST_F(RenderProcess, NamesTheFontFileThatItCannotUse) {
     EXPECT_THAT(folder.list(), ElementsAre("fonts.ttc"));
 }
 
+TEST_F(RenderProcess, NamesTheFontWhoseGlyphsAreBroken) {
+    FontBuilder font = makeBoxFont("Broken");
+    Bytes glyphs = font.buildTables().at("glyf");
+    glyphs.at(0) = 0x7F; // far more contours than there are points
+    const Bytes bytes = font.setTable("glyf", glyphs).build();
+    const std::string file = folder.getPath("broken.ttf");
+    writeBytes(file, std::string(bytes.begin(), bytes.end()));
+    for (const char* output : {"a.png", "a.svg"}) {
+        const ProcessResult result = render({"A", "--font", file}, output);
+        EXPECT_EQ(result.status, 1);
+        EXPECT_THAT(result.err, ::testing::StartsWith("fontengine: the text cannot be drawn with the font '" +
+                                                      file + "': FT_"));
+    }
+    EXPECT_THAT(folder.list(), ElementsAre("broken.ttf"));
+}
+
 TEST_F(RenderProcess, RefusesNumbersThatMakeNoPicture) {
     for (const char* option : {"--size", "--dpr", "--scale"}) {
         for (const char* value : {"0", "-1", "nan", "inf", "1e30", "x"}) {
@@ -245,7 +261,7 @@ TEST_F(RenderProcess, ReplacesTheOldFileAtOnce) {
 }
 
 TEST_F(RenderProcess, LeavesNothingWhenTheDiskIsFull) {
-    // The limit of the shell ends every write beyond 512 bytes, as a full disk does.
+    // The shell's limit makes every write beyond 512 bytes fail, as a full disk does.
     const std::string command = "trap '' XFSZ; ulimit -f 1; exec " + quote(FONTENGINE_TOOL) + " render -o " +
                                 quote(folder.getPath("a.svg")) + " 'a text of some length' 2>/dev/null";
     writeBytes(folder.getPath("a.svg"), "old");

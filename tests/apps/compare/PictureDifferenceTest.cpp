@@ -32,7 +32,7 @@ TEST(PictureDifference, IsMeasuredForEachChannel) {
 }
 
 TEST(PictureDifference, CountsColorsAsTheyAreSeen) {
-    // Wholly transparent; half transparent; alpha alone.
+    // Fully transparent; half transparent; a difference in alpha alone.
     const PngPicture a = makeRow({255, 0, 0, 0, 200, 0, 0, 51, 0, 0, 0, 100});
     const PngPicture b = makeRow({0, 0, 255, 0, 100, 0, 0, 51, 0, 0, 0, 90});
     const PictureDifference difference = measureDifference(a, b);

@@ -37,7 +37,7 @@ protected:
         return "read";
     }
 
-    /// A file of one row, as wide as the number says.
+    /// A file of one row with the given width.
     static std::string makeFile(unsigned int width) {
         return makePngFile({width, 1, std::vector<std::uint8_t>(width * channelCount, 77)});
     }

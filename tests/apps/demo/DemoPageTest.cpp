@@ -20,7 +20,7 @@ FactoryPtr makeFactory() {
     return FontEngine::FontFactory::create(defaultFamily);
 }
 
-/// What a line of the page draws, on the page.
+/// The ink of a line of the page, in the coordinates of the page.
 Box measure(const PlacedText& placed) {
     const TextBlock block{{{{{placed.text, 0.0F}}, 0.0F, 0.0F}}, 0.0F, 0.0F, 0.0F};
     TextPaint paint = placed.paint;
@@ -44,7 +44,8 @@ std::vector<Box> measureAll(const DemoPage& page) {
     return boxes;
 }
 
-/// Lines of one text, a base line distance apart, may touch: descenders and ascenders share the leading.
+/// Lines of one text may touch if their baselines are far enough apart: descenders and ascenders share the
+/// leading.
 bool areNeighbours(const PlacedText& a, const PlacedText& b) {
     const float distance = std::fabs(a.start.y - b.start.y);
     return a.font.font->getFace() == b.font.font->getFace() && a.start.x == b.start.x &&
@@ -90,7 +91,8 @@ TEST(DemoPage, ShowsEveryLineRasterBesideVector) {
             return isText(placed) && placed.paint.kind == kind;
         });
     };
-    // Four styles, five sizes, three spacings, a rotation; by the raster painter twice two ratios as well.
+    // Four styles, five sizes, three spacings and a rotation. The raster painter also draws two sizes at two
+    // ratios.
     EXPECT_EQ(count(PainterKind::Vector), 13);
     EXPECT_EQ(count(PainterKind::Raster), 17);
     for (const float ratio : {1.0F, 2.0F}) {

@@ -41,7 +41,7 @@ TEST(Canvas, MeasuresTheInkOfBothPainters) {
     const TextBlock block = layOutBlock(font, {"A"});
     for (const PainterKind kind : {PainterKind::Raster, PainterKind::Vector}) {
         const TextPaint paint{kind, black, white, 1.0F};
-        // 0.1 to 0.5 em wide, 0.7 em tall above the base line at 80.
+        // 0.1 to 0.5 em wide, 0.7 em tall above the baseline at 80.
         expectBox(measureInk(block, font, paint, {1.0F, 0.0F}), 10, 10, 50, 80, 1.5F);
         expectBox(measureInk(block, font, paint, {2.0F, 90.0F}), -160, 20, -20, 100, 3.0F);
     }

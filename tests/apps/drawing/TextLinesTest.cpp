@@ -17,14 +17,14 @@ TEST(TextLines, EndAtEveryKindOfLineEnd) {
     EXPECT_THAT(splitLines("a\n\n\r\nb"), ElementsAre("a", "", "", "b"));
 }
 
-TEST(TextLines, AreNotStartedByALineEndAtTheEnd) {
+TEST(TextLines, DoNotBeginAfterTheLastLineEnd) {
     EXPECT_THAT(splitLines("a\n"), ElementsAre("a"));
     EXPECT_THAT(splitLines("a\r\n"), ElementsAre("a"));
     EXPECT_THAT(splitLines("\n\n"), ElementsAre("", ""));
     EXPECT_THAT(splitLines(""), ElementsAre(""));
 }
 
-TEST(TextLines, BreaksAtSpacesAndDropsThem) {
+TEST(TextLines, BreakAtSpacesAndDropThem) {
     const FactoryPtr factory = makeTestFactory();
     const TextFont font = makeTestFont(factory); // 'A' is 6 wide, the space 2.5
     EXPECT_THAT(wrapText(font, "AA AA AA", 27.0F), ElementsAre("AA AA", "AA"));
@@ -33,21 +33,21 @@ TEST(TextLines, BreaksAtSpacesAndDropsThem) {
     EXPECT_THAT(wrapText(font, "AA   AA", 20.0F), ElementsAre("AA", "AA"));
 }
 
-TEST(TextLines, BreaksWordsThatAreTooLongForALine) {
+TEST(TextLines, BreakWordsThatAreTooLongForALine) {
     const FactoryPtr factory = makeTestFactory();
     const TextFont font = makeTestFont(factory);
     EXPECT_THAT(wrapText(font, "AAAAA", 12.0F), ElementsAre("AA", "AA", "A"));
     EXPECT_THAT(wrapText(font, "ααα", 10.0F), ElementsAre("α", "α", "α"));
 }
 
-TEST(TextLines, GivesEveryLineACharacterHoweverNarrow) {
+TEST(TextLines, HoldACharacterHoweverNarrow) {
     const FactoryPtr factory = makeTestFactory();
     const TextFont font = makeTestFont(factory);
     EXPECT_THAT(wrapText(font, "Aα", 1.0F), ElementsAre("A", "α"));
     EXPECT_THAT(wrapText(font, "A A", -1.0F), ElementsAre("A", "A"));
 }
 
-TEST(TextLines, KeepsLineEndsAndEmptyLines) {
+TEST(TextLines, KeepLineEndsAndEmptyLines) {
     const FactoryPtr factory = makeTestFactory();
     const TextFont font = makeTestFont(factory);
     EXPECT_THAT(wrapText(font, "A\n\nA", 100.0F), ElementsAre("A", "", "A"));

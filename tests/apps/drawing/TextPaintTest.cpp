@@ -34,7 +34,7 @@ public:
     std::uint32_t getPixel(int x, int y) const { return Testing::readPixel(_surface.get(), x, y); }
     unsigned int getAlpha(int x, int y) const { return getPixel(x, y) >> 24; }
 
-    /// One character a column of the row above the base line: '#' where it is covered.
+    /// One character a column of the row above the baseline: '#' where it is covered.
     std::string describeRow(int y) const {
         std::string row;
         for (int x = 0; x < width; x += 10) {

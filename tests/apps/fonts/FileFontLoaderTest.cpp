@@ -29,7 +29,7 @@ void writeCollection(const std::string& path) {
     writeBytes(path, std::string(bytes.begin(), bytes.end()));
 }
 
-/// Why the font cannot be used; nothing if it can.
+/// The reason why the font cannot be used; empty if it can.
 std::string getComplaint(const std::string& name) {
     try {
         const FileFontLoader loader(name);

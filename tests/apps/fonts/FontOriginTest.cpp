@@ -46,7 +46,7 @@ protected:
     const FactoryPtr _factory = FontEngine::FontFactory::create(_loader, "Default");
 };
 
-TEST_F(FontOriginOfAFamily, NamesTheVeryStyleWhereItIsThere) {
+TEST_F(FontOriginOfAFamily, NamesTheExactStyleIfItExists) {
     install("Sans", true, true);
     EXPECT_EQ(explain("Sans", true, true),
               "asked for bold italic; bold italic: found -> bold italic serves, synthesised: nothing");
@@ -60,7 +60,7 @@ TEST_F(FontOriginOfAFamily, ListsWhatWasFoundOnTheWayToAnotherStyle) {
               "synthesised: slant");
 }
 
-TEST_F(FontOriginOfAFamily, ToldTwiceIsTheSame) {
+TEST_F(FontOriginOfAFamily, IsTheSameEachTime) {
     install("Sans", false, false);
     const std::string first = explain("Sans", true, false);
     EXPECT_EQ(first, "asked for bold; bold: none, regular: found -> regular serves, synthesised: bold");

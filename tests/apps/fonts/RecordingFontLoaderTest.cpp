@@ -26,7 +26,7 @@ protected:
     const RecordingFontLoader _loader{_inner};
 };
 
-TEST_F(RecordingFontLoaderOfAList, HandsEveryQuestionOn) {
+TEST_F(RecordingFontLoaderOfAList, PassesEveryQuestionOn) {
     EXPECT_EQ(*_loader.loadFont(makeFaceInfo("Sans", true, false)), Bytes{1});
     EXPECT_EQ(_loader.loadFont(makeFaceInfo("Sans", false, false)), nullptr);
     EXPECT_EQ(*_loader.loadDefaultFont(false, true), Bytes{2});
@@ -35,7 +35,7 @@ TEST_F(RecordingFontLoaderOfAList, HandsEveryQuestionOn) {
     EXPECT_EQ(&_loader.getLoader(), _inner.get());
 }
 
-TEST_F(RecordingFontLoaderOfAList, WritesTheQuestionsDownInTheirOrder) {
+TEST_F(RecordingFontLoaderOfAList, RecordsTheQuestionsInTheirOrder) {
     _loader.getFamilyNameForRange(7);
     _loader.loadFont(makeFaceInfo("Sans", true, false));
     _loader.loadDefaultFont(true, true);
@@ -55,7 +55,7 @@ TEST_F(RecordingFontLoaderOfAList, WritesTheQuestionsDownInTheirOrder) {
     EXPECT_EQ(other.answer, nullptr);
 }
 
-TEST_F(RecordingFontLoaderOfAList, WritesAQuestionThatComesAgainDownOnce) {
+TEST_F(RecordingFontLoaderOfAList, RecordsARepeatedQuestionOnce) {
     for (int i = 0; i < 2; ++i) {
         _loader.getFamilyNameForRange(7);
         _loader.getFamilyNameForRange(8);
@@ -68,7 +68,7 @@ TEST_F(RecordingFontLoaderOfAList, WritesAQuestionThatComesAgainDownOnce) {
     EXPECT_EQ(_loader.getQuestions().size(), 6U);
 }
 
-TEST_F(RecordingFontLoaderOfAList, LeavesAFailureToWhoeverAsked) {
+TEST_F(RecordingFontLoaderOfAList, PassesAFailureOn) {
     _inner->throwFrom("loadFont");
     EXPECT_THROW(_loader.loadFont(makeFaceInfo("Sans", true, false)), Vell::Testing::InjectedError);
     EXPECT_TRUE(_loader.getQuestions().empty());

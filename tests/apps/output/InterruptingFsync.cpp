@@ -1,5 +1,5 @@
-/// Loaded before the C library, so that a program is interrupted at the moment when its files are written,
-/// but not yet in their place. The environment names the signal.
+/// A library to preload. It interrupts a program when the files are written but not yet renamed. The
+/// environment names the signal.
 
 #include <csignal>
 #include <cstdlib>

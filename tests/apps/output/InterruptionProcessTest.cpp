@@ -17,12 +17,13 @@ using ::testing::MatchesRegex;
 
 constexpr int interruptions[] = {SIGINT, SIGTERM, SIGHUP};
 
-/// What a shell sees of a process that a signal has ended.
+/// A shell adds this to the number of the signal that has ended a process.
 constexpr int shellStatus = 128;
 
 class InterruptionProcess : public ::testing::Test {
 protected:
-    /// The status that a shell sees when the tool is interrupted before it puts its files in their places.
+    /// The status that a shell sees if the signal comes after the tool has written its files and before it
+    /// renames them.
     static int runInterrupted(int signal, const std::string& arguments, const std::string& before = "") {
         return runShell(before + "FONTENGINE_TEST_SIGNAL=" + std::to_string(signal) +
                         " LD_PRELOAD=" + quote(FONTENGINE_INTERRUPTING_FSYNC) + " " + quote(FONTENGINE_TOOL) +
@@ -63,7 +64,7 @@ TEST_F(InterruptionProcess, DoesNotHappenWhereTheSignalIsIgnored) {
     EXPECT_THAT(_folder.list(), ElementsAre("a.svg"));
 }
 
-/// A tool whose messages go to a terminal.
+/// A running tool with its messages on a terminal.
 class ToolOnTerminal {
 public:
     ToolOnTerminal(PseudoTerminal& terminal, std::vector<std::string> arguments)
@@ -81,7 +82,7 @@ public:
         }
     }
 
-    /// The signal that has ended the process, or 0.
+    /// Returns the signal that has ended the process, or 0.
     int interrupt(int signal) const {
         kill(_process, signal);
         int status = 0;

@@ -24,7 +24,7 @@ TEST(Progress, FillsTheBarAsTheWorkGoesOn) {
     EXPECT_EQ(formatProgress("pages", 8, 8, 24), "pages [##########] 100%");
 }
 
-TEST(Progress, SaysHundredPercentOnlyInTheEnd) {
+TEST(Progress, ShowsHundredPercentOnlyAtTheEnd) {
     EXPECT_THAT(formatProgress("x", 999999, 1000000, 40), EndsWith("]  99%"));
     constexpr std::size_t most = static_cast<std::size_t>(-1);
     EXPECT_THAT(formatProgress("x", most / 2, most, 40), EndsWith("]  49%"));

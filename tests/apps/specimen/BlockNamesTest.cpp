@@ -24,7 +24,7 @@ TEST(BlockNames, NamesTheBlockFromItsFirstCodeToItsLast) {
     expectBlock(0x10FFFF, 0x100000, 0x10FFFF, "Supplementary Private Use Area-B");
 }
 
-TEST(BlockNames, GivesTheGapsBetweenBlocksBlocksOfTheirOwn) {
+TEST(BlockNames, MakesABlockOfTheGapBetweenTwo) {
     expectBlock(0x2FE0, 0x2FE0, 0x2FEF, "No block");
     expectBlock(0x2FE5, 0x2FE5, 0x2FEF, "No block");
 }

@@ -17,7 +17,7 @@ using Vell::Testing::makeBoxGlyph;
 
 constexpr std::size_t noLimit = 100000;
 
-/// A file with a solid letter for each of the codes, 0.6 em wide.
+/// A font with a solid letter of 0.6 em for each code.
 class GlyphTableOf {
 public:
     explicit GlyphTableOf(const std::vector<unsigned int>& codes, std::size_t limit = noLimit) {

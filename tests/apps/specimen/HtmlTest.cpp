@@ -8,14 +8,14 @@ namespace Vell::Tool {
 
 namespace {
 
-TEST(Html, EscapesWhatHtmlGivesAMeaningTo) {
+TEST(Html, EscapesSpecialCharacters) {
     EXPECT_EQ(escapeHtml("<b a=\"1\" c='2'>&amp;</b>"),
               "&lt;b a=&quot;1&quot; c=&#39;2&#39;&gt;&amp;amp;&lt;/b&gt;");
     EXPECT_EQ(escapeHtml("Schöne Schrift 字 🙂"), "Schöne Schrift 字 🙂");
     EXPECT_EQ(escapeHtml(""), "");
 }
 
-TEST(Html, ReplacesWhatHtmlCannotHold) {
+TEST(Html, ReplacesCharactersThatHtmlForbids) {
     EXPECT_EQ(escapeHtml(std::string("a\0b\x1B\x7F\xC2\x85z", 8)), "a�b���z");
     EXPECT_EQ(escapeHtml("\xFF\xE4\xB8"), "��");
     EXPECT_EQ(quoteJson("\n\xFF"), "\"��\"");

@@ -22,7 +22,7 @@ using ::testing::Not;
 using Vell::Testing::FontBuilder;
 using Vell::Testing::makeBoxGlyph;
 
-/// A file of which everything is known: 'H' is 0.6 em wide, 'x' a box of half its height.
+/// A font with known glyphs: 'H' has an advance of 0.6 em, 'a' is a box of half its height.
 FontBuilder makeFont(const std::string& family = "Test Sans") {
     FontBuilder font(family);
     font.map('H', font.addGlyph(makeBoxGlyph(600, 100, 0, 500, 700)));
@@ -52,7 +52,7 @@ std::size_t count(const std::string& text, const std::string& part) {
     return found;
 }
 
-/// The addresses of all img elements.
+/// The URIs of all img elements.
 std::vector<std::string> findPictures(const std::string& html) {
     const std::string start = " src=\"";
     std::vector<std::string> addresses;
@@ -122,7 +122,8 @@ TEST_F(SpecimenPage, ShowsSixteenDifferentPositions) {
 }
 
 TEST_F(SpecimenPage, DrawsMetricsWhereTheyAre) {
-    // The picture of 96 pixels to an em has the ascent 0.8, the descent 0.2 and a pixel at both ends.
+    // At 96 pixels per em, the picture has an ascent of 0.8 em, a descent of 0.2 em, and a pixel at both
+    // ends.
     const std::string metrics = makeMetricsSection(open(makeFont()));
     const auto expectLine = [&](const char* place, float top, const char* text) {
         const float height = 77.0F + 20.0F + 2.0F;
@@ -137,7 +138,7 @@ TEST_F(SpecimenPage, DrawsMetricsWhereTheyAre) {
     EXPECT_EQ(count(metrics, "class=\"metric "), 5U);
 }
 
-TEST_F(SpecimenPage, DrawsNoCapHeightThatTheFileHasNot) {
+TEST_F(SpecimenPage, DrawsNoCapHeightIfTheFileLacksIt) {
     Vell::Testing::Os2Table os2;
     const std::string with = makeMetricsSection(open(makeFont().setOs2(os2)));
     EXPECT_THAT(with, HasSubstr("Cap height 0.700"));
