@@ -9,10 +9,10 @@ namespace Vell::Tool {
 namespace {
 
 constexpr float pageWidth = 1000.0F;
-constexpr float margin = 48.0F;
+constexpr float pageMargin = 48.0F;
 constexpr float gutter = 40.0F;
-constexpr float columnWidth = (pageWidth - 2.0F * margin - gutter) / 2.0F;
-constexpr float rightColumn = margin + columnWidth + gutter;
+constexpr float columnWidth = (pageWidth - 2.0F * pageMargin - gutter) / 2.0F;
+constexpr float rightColumn = pageMargin + columnWidth + gutter;
 
 /// The ratio of the PNG, and of the raster painter's bitmaps unless they have one of their own.
 constexpr float pageRatio = 2.0F;
@@ -38,7 +38,7 @@ float measureWidth(const TextFont& font, const std::string& text) {
 DemoPageBuilder::DemoPageBuilder(const FactoryPtr& factory)
     : _factory(factory)
     , _page{{pageWidth, 0.0F, pageRatio}, {}, {}}
-    , _y(margin) {}
+    , _y(pageMargin) {}
 
 void DemoPageBuilder::place(const TextFont& font, const std::string& text, float x, float baseLine,
                             const TextPaint& paint, float degrees) {
@@ -47,9 +47,9 @@ void DemoPageBuilder::place(const TextFont& font, const std::string& text, float
 }
 
 void DemoPageBuilder::addLine(const TextFont& font, const std::string& text, const Color& color) {
-    for (const std::string& line : wrapText(font, text, pageWidth - 2.0F * margin)) {
+    for (const std::string& line : wrapText(font, text, pageWidth - 2.0F * pageMargin)) {
         const LineRoom room = measureLine(font, line);
-        place(font, line, margin, _y + room.ascent, paintVector(color));
+        place(font, line, pageMargin, _y + room.ascent, paintVector(color));
         _y += room.height;
     }
 }
@@ -66,7 +66,7 @@ void DemoPageBuilder::addSection(const std::string& caption) {
     constexpr float belowRule = 8.0F;
     constexpr float below = 8.0F;
     _y = std::round(_y + above);
-    _page.rules.push_back({margin, pageWidth - margin, _y});
+    _page.rules.push_back({pageMargin, pageWidth - pageMargin, _y});
     _y += belowRule;
     addLine(makeFont({"", true, false, 13.0F, 0.0F}), caption, accent);
     _y += below;
@@ -76,7 +76,7 @@ void DemoPageBuilder::addColumnHeads(const std::string& left, const std::string&
     constexpr float below = 4.0F;
     const TextFont font = makeFont({"", false, false, 12.0F, 0.0F});
     const LineRoom room = measureLine(font, left);
-    place(font, left, margin, _y + room.ascent, paintVector(subdued));
+    place(font, left, pageMargin, _y + room.ascent, paintVector(subdued));
     place(font, right, rightColumn, _y + room.ascent, paintVector(subdued));
     _y += room.height + below;
 }
@@ -92,7 +92,7 @@ void DemoPageBuilder::addColumns(const TextFont& font, std::string_view text, co
     constexpr float below = 4.0F;
     for (const std::string& line : wrapText(font, text, columnWidth)) {
         const LineRoom room = measureLine(font, line);
-        place(font, line, margin, _y + room.ascent, left);
+        place(font, line, pageMargin, _y + room.ascent, left);
         place(font, line, rightColumn, _y + room.ascent, right);
         _y += room.height;
     }
@@ -119,13 +119,13 @@ void DemoPageBuilder::addRisingText(const TextFont& font, std::string_view text)
     const std::string line = wrapText(font, text, (columnWidth - ends) / cosine).front();
     const float baseLine = _y + measureWidth(font, line) * sine + room.ascent * cosine;
     const float indent = room.ascent * sine;
-    place(font, line, margin + indent, baseLine, paintRaster(black, pageRatio), -degrees);
+    place(font, line, pageMargin + indent, baseLine, paintRaster(black, pageRatio), -degrees);
     place(font, line, rightColumn + indent, baseLine, paintVector(black), -degrees);
     _y = baseLine + room.descent * cosine + below;
 }
 
 DemoPage DemoPageBuilder::finish() {
-    _page.size.height = std::ceil(_y + margin);
+    _page.size.height = std::ceil(_y + pageMargin);
     return std::move(_page);
 }
 

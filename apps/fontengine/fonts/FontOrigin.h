@@ -2,6 +2,8 @@
 
 #include "fonts/RecordingFontLoader.h"
 
+#include <FontEngine/FontEngine.h>
+
 #include <iosfwd>
 #include <string>
 #include <vector>

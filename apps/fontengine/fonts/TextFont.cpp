@@ -22,8 +22,9 @@ std::shared_ptr<const Font> openFont(const FactoryPtr& factory, const FontInfoPt
     try {
         return std::make_shared<const Font>(factory->getFont(fontInfo));
     } catch (const FontLoaders::FreeTypeException& error) {
-        throw ToolError(fmt::format("the font '{}' cannot be opened: {}",
-                                    fontInfo->getFontFaceInfo()->getName(), error.what()));
+        const std::string name = fontInfo->getFontFaceInfo()->getName();
+        throw ToolError(fmt::format("the font '{}' cannot be opened: {}", name.empty() ? defaultFamily : name,
+                                    error.what()));
     }
 }
 

@@ -39,41 +39,54 @@ mode_t getNewFileMode() {
     return everyone & ~mask;
 }
 
+/// The end of a chain of symbolic links, even if it does not exist yet.
+std::string followLinks(const std::string& path) {
+    constexpr int mostLinks = 40;
+    std::error_code error;
+    std::filesystem::path target = path;
+    for (int i = 0; i < mostLinks && is_symlink(symlink_status(target, error)); ++i) {
+        target = target.parent_path() / read_symlink(target, error);
+    }
+    return target.string();
+}
+
 /// The mode of the existing file. Only a file that may be written may be replaced.
-mode_t getMode(const std::string& target) {
+mode_t getMode(const std::string& path, const std::string& target) {
     struct stat status {};
     if (stat(target.c_str(), &status) != 0) {
         if (errno == ENOENT) {
             return getNewFileMode();
         }
-        fail(target, errno);
+        fail(path, errno);
     }
     if (S_ISDIR(status.st_mode)) {
-        fail(target, EISDIR);
+        fail(path, EISDIR);
     }
     if (!S_ISREG(status.st_mode)) {
-        throw ToolError(fmt::format("cannot write '{}': not a regular file", target));
+        throw ToolError(fmt::format("cannot write '{}': not a regular file", path));
     }
     if (access(target.c_str(), W_OK) != 0) {
-        fail(target, errno);
+        fail(path, errno);
     }
     constexpr mode_t permissions = 07777;
     return status.st_mode & permissions;
 }
 
-/// A new file beside the target. It goes away unless it takes the target's place.
+/// A new file beside the target, which is where the links of the path lead. It goes away unless it takes the
+/// target's place. Messages name the path.
 class TemporaryFile {
 public:
-    explicit TemporaryFile(std::string target)
-        : _target(std::move(target))
-        , _mode(getMode(_target))
-        , _path(makeNamePattern(_target)) {
+    explicit TemporaryFile(const std::string& path)
+        : _path(path)
+        , _target(followLinks(path))
+        , _mode(getMode(path, _target))
+        , _name(makeNamePattern(_target)) {
         const InterruptionPause pause;
-        _descriptor = mkostemp(_path.data(), O_CLOEXEC);
+        _descriptor = mkostemp(_name.data(), O_CLOEXEC);
         if (_descriptor < 0) {
-            fail(_target, errno);
+            fail(_path, errno);
         }
-        _undo.emplace([](void* file) { unlink(static_cast<TemporaryFile*>(file)->_path.c_str()); }, this);
+        _undo.emplace([](void* file) { unlink(static_cast<TemporaryFile*>(file)->_name.c_str()); }, this);
     }
     TemporaryFile(const TemporaryFile&) = delete;
     TemporaryFile& operator=(const TemporaryFile&) = delete;
@@ -81,8 +94,8 @@ public:
         if (_descriptor >= 0) {
             close(_descriptor);
         }
-        if (!_path.empty()) {
-            unlink(_path.c_str());
+        if (!_name.empty()) {
+            unlink(_name.c_str());
         }
     }
 
@@ -93,7 +106,7 @@ public:
             if (written >= 0) {
                 bytes.remove_prefix(static_cast<std::size_t>(written));
             } else if (errno != EINTR) {
-                fail(_target, errno);
+                fail(_path, errno);
             }
         }
         check(fchmod(_descriptor, _mode));
@@ -103,21 +116,22 @@ public:
 
     void replaceTarget() {
         const InterruptionPause pause;
-        check(std::rename(_path.c_str(), _target.c_str()));
+        check(std::rename(_name.c_str(), _target.c_str()));
         _undo.reset();
-        _path.clear();
+        _name.clear();
     }
 
 private:
     void check(int result) const {
         if (result != 0) {
-            fail(_target, errno);
+            fail(_path, errno);
         }
     }
 
+    std::string _path;
     std::string _target;
     mode_t _mode;
-    std::string _path;
+    std::string _name; // of the new file
     int _descriptor = -1;
     std::optional<Undo> _undo;
 };
@@ -176,20 +190,10 @@ private:
     Undo _undo;
 };
 
-/// The target of a symbolic link, even if it does not exist yet.
-std::string followLinks(const std::string& path) {
-    std::error_code error;
-    if (!std::filesystem::is_symlink(std::filesystem::symlink_status(path, error))) {
-        return path;
-    }
-    const auto followed = std::filesystem::weakly_canonical(path, error);
-    return error ? path : followed.string();
-}
-
 } // namespace
 
 void writeFile(const std::string& path, std::string_view bytes) {
-    TemporaryFile file(followLinks(path));
+    TemporaryFile file(path);
     file.write(bytes);
     file.replaceTarget();
 }
@@ -199,7 +203,7 @@ void writeFiles(const std::string& folder, const std::vector<NamedFile>& files) 
     std::deque<TemporaryFile> ready;
     for (const NamedFile& file : files) {
         const std::string path = (std::filesystem::path(folder) / file.name).string();
-        ready.emplace_back(followLinks(path)).write(file.bytes);
+        ready.emplace_back(path).write(file.bytes);
     }
     const InterruptionPause pause;
     for (TemporaryFile& file : ready) {

@@ -1,5 +1,7 @@
 #include "fonts/FontRuns.h"
 
+#include "fonts/FaceFacts.h"
+
 #include <apps/ToolFonts.h>
 
 #include <gmock/gmock.h>

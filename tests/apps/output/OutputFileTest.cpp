@@ -69,6 +69,22 @@ TEST(OutputFile, TakesTheLongestNames) {
     EXPECT_THAT(folder.list(), ElementsAre(name));
 }
 
+TEST(OutputFile, MakesTheFileThatALinkPromises) {
+    const TemporaryFolder folder;
+    std::filesystem::create_symlink("second", folder.getPath("first"));
+    std::filesystem::create_symlink(folder.getPath("real"), folder.getPath("second"));
+    writeFile(folder.getPath("first"), "new");
+    EXPECT_EQ(readBytes(folder.getPath("real")), "new");
+    EXPECT_THAT(folder.list(), ElementsAre("first", "real", "second"));
+    EXPECT_TRUE(std::filesystem::is_symlink(folder.getPath("first")));
+}
+
+TEST(OutputFile, NamesTheLinkThatItCannotWriteThrough) {
+    const TemporaryFolder folder;
+    std::filesystem::create_symlink("none/real", folder.getPath("link"));
+    expectFailure(folder.getPath("link"), "No such file or directory");
+}
+
 TEST(OutputFile, TellsWhyItCannotWrite) {
     const TemporaryFolder folder;
     expectFailure(folder.getPath("none/out"), "No such file or directory");
