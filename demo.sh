@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Draws a specimen of what the library can do: build/demo/demo.png, demo.svg and demo.pdf.
+# Draws a page of examples of what the library can do: build/demo/demo.png, demo.svg and demo.pdf.
 #
 #   ./demo.sh [TEXT]
 set -euo pipefail
@@ -12,5 +12,5 @@ cmake --preset release
 cmake --build --preset release --target fontengine
 build/release/apps/fontengine/fontengine demo -o build/demo -- "$@"
 
-echo "The specimen is here:"
+echo "The page is here:"
 printf '  %s\n' "$PWD"/build/demo/demo.{png,svg,pdf}

@@ -3,10 +3,11 @@
 #include <Utils/Public/Exceptions.h>
 
 #include <string>
+#include <system_error>
 
 namespace Vell::Tool {
 
-/// The command cannot do its work; the text is one line for the user. Exit status 1.
+/// The command failed. The text is one line for the user. Exit status 1.
 class ToolError : public BaseRuntimeError {
 public:
     using BaseRuntimeError::BaseRuntimeError;
@@ -19,6 +20,8 @@ public:
 };
 
 /// The text for an errno value.
-std::string describeErrno(int error);
+inline std::string describeErrno(int error) {
+    return std::generic_category().message(error);
+}
 
 } // namespace Vell::Tool

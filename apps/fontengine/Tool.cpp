@@ -1,7 +1,8 @@
 #include "Tool.h"
 
-#include "CommandLine.h"
 #include "Errors.h"
+#include "commands/CommandLine.h"
+#include "output/Printing.h"
 
 #include <new>
 #include <ostream>
@@ -11,7 +12,7 @@ namespace Vell::Tool {
 
 namespace {
 
-/// Does the work of each kind of command.
+/// Runs each kind of command.
 struct Runner {
     std::istream& in;
     std::ostream& out;
@@ -25,23 +26,14 @@ struct Runner {
     void operator()(const CompareOptions& options) {
         status = comparePictures(options, out) ? succeeded : different;
     }
-    void operator()(const DemoOptions& options) const { drawDemo(options); }
-    void operator()(const SpecimenOptions& options) const { makeSpecimen(options); }
+    void operator()(const DemoOptions& options) const { writeDemo(options); }
+    void operator()(const SpecimenOptions& options) const { writeSpecimen(options); }
 };
 
 void flush(std::ostream& out) {
     if (!out.flush()) {
         throw ToolError("cannot write to standard output");
     }
-}
-
-/// Names from the command line may hold line ends; the report is one line all the same.
-std::string makeOneLine(std::string text) {
-    for (char& c : text) {
-        const bool isControl = (c >= 0 && c < ' ') || c == 0x7F;
-        c = isControl ? ' ' : c;
-    }
-    return text.substr(0, text.find_last_not_of(' ') + 1);
 }
 
 int report(std::ostream& err, const std::string& message, int status) {

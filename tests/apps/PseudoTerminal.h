@@ -6,14 +6,17 @@
 #include <termios.h>
 #include <unistd.h>
 
+#include <chrono>
+#include <condition_variable>
+#include <mutex>
 #include <stdexcept>
 #include <string>
 #include <thread>
 
 namespace Vell::Testing {
 
-/// A terminal that keeps what is written to it, as it is. It reads all the time: a full terminal would block
-/// whoever writes.
+/// A terminal that records what is written to it. It reads all the time, because a full terminal would block
+/// the writer.
 class PseudoTerminal {
 public:
     explicit PseudoTerminal(unsigned short columns) {
@@ -35,17 +38,25 @@ public:
     }
 
     int getDescriptor() const { return _terminal; }
-    /// The file by which a process opens the terminal.
+    /// The file through which a process opens the terminal.
     std::string getPath() const { return ttyname(_terminal); }
 
-    /// All that was written. Whoever else has the terminal open must have closed it; it is gone afterwards.
+    /// Waits until this part is written; false after a time that is long enough for any test.
+    bool waitFor(const std::string& part) {
+        constexpr std::chrono::seconds patience(60);
+        std::unique_lock<std::mutex> lock(_mutex);
+        return _changed.wait_for(lock, patience, [&] { return _text.find(part) != std::string::npos; });
+    }
+
+    /// Everything that was written. Call it when nobody else has the terminal open; afterwards the terminal
+    /// is gone.
     std::string take() {
         hangUp();
         return _text;
     }
 
 private:
-    /// The end that is read fails when nobody has the other one open any more.
+    /// Reading fails when nobody has the other end open any more.
     void readAll() {
         char buffer[4096];
         for (;;) {
@@ -53,7 +64,9 @@ private:
             if (count <= 0) {
                 return;
             }
+            const std::lock_guard<std::mutex> lock(_mutex);
             _text.append(buffer, static_cast<std::size_t>(count));
+            _changed.notify_all();
         }
     }
 
@@ -66,7 +79,9 @@ private:
 
     int _controller = -1;
     int _terminal = -1;
-    std::string _text; // the reader's until it is joined
+    std::mutex _mutex;
+    std::condition_variable _changed;
+    std::string _text; // guarded by the mutex until the reader is joined
     std::thread _reader;
 };
 

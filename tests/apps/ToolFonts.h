@@ -1,6 +1,6 @@
 #pragma once
 
-#include "TextFont.h"
+#include "fonts/TextFont.h"
 
 #include <support/CountingLoader.h>
 #include <support/FontBuilder.h>
@@ -12,7 +12,7 @@ using Tool::FactoryPtr;
 using Tool::TextFont;
 
 /// A machine with two fonts. "Test Sans" has 'A' and '_', 0.6 em wide, and a space of 0.25 em; "Test Greek",
-/// which stands taller, serves U+03B1 as a fallback, 0.9 em wide.
+/// which is taller, serves U+03B1 as a fallback, 0.9 em wide.
 inline FactoryPtr makeTestFactory() {
     using namespace Vell::Testing;
     FontBuilder sans("Test Sans");

@@ -64,6 +64,7 @@ check_files() {
   local libraries file dynamic
   libraries=$(find_libraries "$root/usr")
   for file in bin/fontengine share/man/man1/fontengine.1.gz share/bash-completion/completions/fontengine \
+    share/fish/vendor_completions.d/fontengine.fish share/zsh/vendor-completions/_fontengine \
     share/doc/libfontengine0/copyright share/doc/libfontengine-dev/copyright share/doc/fontengine-tools/copyright \
     share/doc/fontengine/examples/string-to-png.cpp; do
     [ -s "$root/usr/$file" ] || fail "no $file"

@@ -9,7 +9,7 @@ scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
 
 gzip -dc "$2" | sed '/rotate/d; /^\.B 3$/d; s/ FIRST SECOND$//; /^The exit status is/d' | gzip >"$scratch/manual.gz"
-for shell in bash fish; do
+for shell in bash fish zsh; do
   sed "s#sed -n#sed /rotate/d | sed -n#" "$3/fontengine.$shell" >"$scratch/fontengine.$shell"
 done
 
@@ -22,6 +22,7 @@ manual: exit status 3 is not told
 manual: 'render' lacks --rotate
 bash: 'render' does not complete --rotate
 fish: 'render' does not complete --rotate
+zsh: 'render' does not complete --rotate
 manual: the synopsis of 'compare' lacks its arguments
 manual: 'compare' lacks "The exit status is 0 if the pictures are equal, 3 if they differ, and 1 or 2 if they"
 EOF

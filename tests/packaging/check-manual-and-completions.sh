@@ -4,6 +4,7 @@
 #
 #   check-manual-and-completions.sh TOOL MANUAL.gz COMPLETIONS_DIR
 set -euo pipefail
+here=$(dirname "$0")
 tool=$1
 manual=$2
 completions=$3
@@ -33,6 +34,10 @@ complete_in_fish() {
     cut -f 1
 }
 
+complete_in_zsh() {
+  "$here/complete-in-zsh.zsh" "$completions/fontengine.zsh" "$*"
+}
+
 check_prose() { # SUB-COMMAND: its line in the synopsis, and what its help says below the options
   local help usage section line
   help=$("$tool" "$1" --help)
@@ -51,7 +56,7 @@ check_command() { # SUB-COMMAND or nothing
   for option in $(options_of "$1"); do
     grep -qE -- "(^|[^a-z-])$option([^a-z-]|\$)" <<<"$section" || fail "manual: '$1' lacks $option"
   done
-  for shell in bash fish; do
+  for shell in bash fish zsh; do
     offered=$("complete_in_$shell" fontengine $1 --)
     for option in $(options_of "$1" | grep -- --); do
       grep -qx -- "$option" <<<"$offered" || fail "$shell: '$1' does not complete $option"
@@ -69,8 +74,10 @@ for command in $commands; do
   [ -n "$(options_of "$command")" ] || fail "the help of '$command' names no option"
   check_command "$command"
   check_prose "$command"
-  for shell in bash fish; do
-    offered=$("complete_in_$shell" fontengine "${command:0:1}")
+done
+for shell in bash fish zsh; do
+  offered=$("complete_in_$shell" fontengine "")
+  for command in $commands; do
     grep -qx -- "$command" <<<"$offered" || fail "$shell does not complete $command"
   done
 done

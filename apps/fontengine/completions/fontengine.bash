@@ -18,7 +18,7 @@ _fontengine() {
       mapfile -t COMPREPLY < <(fc-list : family 2>/dev/null | sed 's/,.*//' | sort -u | grep -F -- "${cur//[\"\'\\]/}" |
         sed 's/ /\\ /g')
       return ;;
-    -o | --output | --file) _filedir; return ;;
+    -o | --output | --file | --font) _filedir; return ;;
   esac
 
   if [[ -z $command && $cur != -* ]]; then

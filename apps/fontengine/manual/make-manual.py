@@ -3,8 +3,8 @@
 
     make-manual.py TOOL FRAME OUTPUT.gz
 
-Each sub-command with its arguments, its options and what stands below them comes from `TOOL --help` and
-`TOOL SUB --help`, so none can be forgotten.
+Each sub-command, with its arguments, its options and the lines below them, comes from `TOOL --help` and
+`TOOL SUB --help`, so that none can be forgotten.
 """
 import gzip
 import re
@@ -31,9 +31,9 @@ def escape(text):
 
 
 def make_heads(name):
-    """The option as the manual writes it: names bold, what follows them as it is."""
+    """The option as the manual shows it: the names in bold, the rest as it is."""
     names, _, value = name.partition(" ")
-    value = value.replace(" REQUIRED", " (required)")
+    value = value.replace("REQUIRED", "(required)")
     heads = ", ".join(f"\\fB{escape(option)}\\fR" for option in names.split(","))
     return heads + (f" {escape(value)}" if value else "")
 

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "drawing/PageFormat.h"
+#include "drawing/TextBlock.h"
+#include "drawing/TextPaint.h"
+
+#include <cinder/Vector.h>
+
+namespace Vell::Tool {
+
+/// How a block of text lies on the canvas: scaled, then rotated.
+struct Placement {
+    float scale = 1.0F;
+    float degrees = 0.0F; ///< clockwise, as the page is seen
+};
+
+struct Box {
+    float left;
+    float top;
+    float right;
+    float bottom;
+};
+
+/// The smallest page for a block, and the position of the block's origin on it.
+struct Canvas {
+    PageSize size;
+    cinder::Vec2<float> origin;
+};
+
+/// The box of a placed block according to its metrics; the origin of the block stays in place. Glyphs may
+/// reach beyond it.
+Box getPlacedBox(const TextBlock& block, const Placement& placement);
+
+/// The box of what drawBlock draws from the origin (0, 0); empty if the text has no ink.
+Box measureInk(const TextBlock& block, const TextFont& font, const TextPaint& paint,
+               const Placement& placement);
+
+/// The smallest box around both. An empty box adds nothing.
+Box unite(const Box& a, const Box& b);
+
+/// A canvas with a margin around a box. Its origin lies on a whole pixel, so that the drawing matches what
+/// was measured from (0, 0).
+Canvas makeCanvas(const Box& box, float margin, float pixelRatio);
+
+void drawBlock(CairoAdapter::CairoPainter& painter, const TextBlock& block, const TextFont& font,
+               const TextPaint& paint, const Placement& placement, const cinder::Vec2<float>& origin);
+
+} // namespace Vell::Tool

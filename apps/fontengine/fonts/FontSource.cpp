@@ -1,0 +1,76 @@
+#include "fonts/FontSource.h"
+
+#include "Errors.h"
+#include "fonts/FileFontLoader.h"
+
+#include <fmt/format.h>
+
+#include <filesystem>
+#include <utility>
+
+namespace Vell::Tool {
+
+namespace {
+
+RecordingFontLoader::LoaderPtr openInstalledFonts() {
+    return FontLoaders::createPlatformDefaultFontLoader(defaultFamily);
+}
+
+bool namesFile(const std::string& name) {
+    std::error_code ignored;
+    return name.find('/') != std::string::npos ||
+           std::filesystem::exists(parseFontFileName(name).file, ignored);
+}
+
+/// Asks a separate factory, so that the source does not record the question.
+void checkFamily(const std::string& name) {
+    if (!isInstalled(FontEngine::FontFactory::create(openInstalledFonts(), defaultFamily), {name})) {
+        throw ToolError(fmt::format("'{}' is neither an installed font family nor a file", name));
+    }
+}
+
+const std::string& checkName(const std::string& name) {
+    if (name.empty()) {
+        throw UsageError("the name of the font is empty");
+    }
+    if (!namesFile(name)) {
+        checkFamily(name);
+    }
+    return name;
+}
+
+} // namespace
+
+FontSource::FontSource(const std::string& familyOrFile)
+    : FontSource(checkName(familyOrFile), namesFile(familyOrFile), Fallback::None) {}
+
+FontSource::FontSource(const FontRequest& request)
+    : FontSource(request.file.value_or(request.family), request.file.has_value(), Fallback::Installed) {}
+
+FontSource::FontSource(std::string name, bool isFile, Fallback fallback)
+    : _name(std::move(name))
+    , _isFile(isFile)
+    , _loader(makeNNPtr<const RecordingFontLoader>(isFile ? openFile(fallback) : openInstalledFonts()))
+    , _factory(FontEngine::FontFactory::create(_loader, isFile ? _name : defaultFamily)) {}
+
+RecordingFontLoader::LoaderPtr FontSource::openFile(Fallback fallback) {
+    FileFontLoader::OtherLoader others;
+    if (fallback == Fallback::Installed) {
+        others = openInstalledFonts();
+    }
+    const auto loader = makeNNPtr<const FileFontLoader>(_name, others);
+    _isAlwaysBold = loader->isBold();
+    _isAlwaysItalic = loader->isItalic();
+    return loader;
+}
+
+TextFont FontSource::makeFont(bool isBold, bool isItalic, float size) const {
+    return makeFont({"", isBold, isItalic, size, 0.0F});
+}
+
+TextFont FontSource::makeFont(const FontRequest& request) const {
+    return makeTextFont(_factory, {_name, request.isBold || _isAlwaysBold,
+                                   request.isItalic || _isAlwaysItalic, request.size, request.letterSpacing});
+}
+
+} // namespace Vell::Tool

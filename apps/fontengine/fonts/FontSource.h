@@ -1,0 +1,54 @@
+#pragma once
+
+#include "fonts/RecordingFontLoader.h"
+#include "fonts/TextFont.h"
+
+#include <string>
+
+namespace Vell::Tool {
+
+/// A font as a user names it, an installed family or a face of a font file, and the factory that makes it.
+///
+///     const FontSource source("DejaVu Serif");
+///     const TextFont bold = source.makeFont(true, false, 12.0F);
+///
+/// The fonts refer to the source's factory weakly: the source must outlive their use.
+class FontSource {
+public:
+    /// The font that FAMILY|FILE[:INDEX] names, by itself: a file has no fallback fonts here. A name with a
+    /// slash is a file; any other name is a family unless a file of that name exists. Throws UsageError if
+    /// the name is empty, ToolError if there is no such family or the file cannot be used.
+    explicit FontSource(const std::string& familyOrFile);
+
+    /// The font that --family or --font names, for drawing text: installed fonts draw the characters that it
+    /// lacks. Throws ToolError if the file cannot be used. If the family is missing, makeFont throws it.
+    explicit FontSource(const FontRequest& request);
+
+    bool isFile() const { return _isFile; }
+
+    /// A font from a file has at least the style of the file: a bold file has no regular face to show.
+    TextFont makeFont(bool isBold, bool isItalic, float size) const;
+    /// Takes style, size and letter spacing from the request, and the font from the source.
+    TextFont makeFont(const FontRequest& request) const;
+
+    const FactoryPtr& getFactory() const { return _factory; }
+
+    /// Has recorded all questions so far.
+    const NNPtr<const RecordingFontLoader>& getLoader() const { return _loader; }
+
+private:
+    enum class Fallback { None, Installed };
+
+    FontSource(std::string name, bool isFile, Fallback fallback);
+
+    RecordingFontLoader::LoaderPtr openFile(Fallback fallback);
+
+    std::string _name; // the family, or the file as the user typed it
+    bool _isFile;
+    bool _isAlwaysBold = false;
+    bool _isAlwaysItalic = false;
+    NNPtr<const RecordingFontLoader> _loader;
+    FactoryPtr _factory;
+};
+
+} // namespace Vell::Tool

@@ -1,0 +1,66 @@
+#include "specimen/SpecimenPage.h"
+
+#include "Errors.h"
+#include "fonts/FaceFacts.h"
+#include "specimen/Html.h"
+#include "specimen/SpecimenSections.h"
+
+#include <fmt/format.h>
+
+#include <cmath>
+
+namespace Vell::Tool {
+
+namespace {
+
+#include "WebFiles.inc"
+
+void checkMetrics(const FontSource& source) {
+    const TextFont font = source.makeFont(false, false, 1.0F);
+    const FontEngine::Font& metrics = *font.font;
+    for (const float length : {metrics.getHeight(), metrics.getAscent(), metrics.getDescent(),
+                               metrics.getCapHeight(), metrics.getStrikeOutPosition()}) {
+        if (!std::isfinite(length)) {
+            throw ToolError(fmt::format("the font '{}' has no usable metrics", getAskedName(font)));
+        }
+    }
+}
+
+std::string getName(const FontSource& source) {
+    return getFamilyName(*source.makeFont(false, false, 1.0F).font->getFace());
+}
+
+std::string describeLimit(const GlyphTable& table) {
+    const std::size_t count = countCharacters(table.ranges);
+    if (table.entries.size() == count) {
+        return "";
+    }
+    return fmt::format(
+        "<p class=\"note\">Only the first {} of {} characters have pictures, to keep this page "
+        "small; the search finds all of them.</p>",
+        table.entries.size(), count);
+}
+
+} // namespace
+
+std::string makeSpecimenPage(const FontSource& source, const PictureProgress& progress) {
+    checkMetrics(source);
+    const GlyphTable table = makeGlyphTable(source, maxPictureCount, progress);
+    return fillTemplate(pageTemplate, {
+                                          {"title", escapeHtml(getName(source))},
+                                          {"style", std::string(pageStyle)},
+                                          {"name", escapeHtml(getName(source))},
+                                          {"facts", makeFactsSection(source)},
+                                          {"waterfall", makeWaterfallSection(source)},
+                                          {"styles", makeStylesSection(source)},
+                                          {"rendering", makeRenderingSection(source)},
+                                          {"offsets", makeOffsetsSection(source)},
+                                          {"metrics", makeMetricsSection(source)},
+                                          {"fallback", makeFallbackSection(source)},
+                                          {"limit", describeLimit(table)},
+                                          {"glyphs", printJson(table)},
+                                          {"script", std::string(pageScript)},
+                                      });
+}
+
+} // namespace Vell::Tool

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "fonts/FontSource.h"
+
+#include <string>
+
+/// The sections of a specimen page, as HTML with embedded pictures. Each throws what drawing throws.
+namespace Vell::Tool {
+
+/// Names, counts and units.
+std::string makeFactsSection(const FontSource& source);
+
+/// One sentence at many sizes.
+std::string makeWaterfallSection(const FontSource& source);
+
+/// Regular, bold, italic and bold italic, and what is synthesised for them.
+std::string makeStylesSection(const FontSource& source);
+
+/// A few letters in grey and in LCD colours, enlarged.
+std::string makeRenderingSection(const FontSource& source);
+
+/// One letter at the sixteen sub-pixel positions that have bitmaps of their own.
+std::string makeOffsetsSection(const FontSource& source);
+
+/// The metrics of the font as lines over a sample.
+std::string makeMetricsSection(const FontSource& source);
+
+/// A sample of each script, with the faces that draw it.
+std::string makeFallbackSection(const FontSource& source);
+
+} // namespace Vell::Tool
