@@ -3,7 +3,6 @@
 #include <FontEngine/FE_FontFactory.h>
 #include <FontEngine/Private/FE_FaceSizing.h>
 #include <FontEngine/Private/FE_FreeTypeUtilsInternal.h>
-#include <FontEngine/Private/FE_GlyphDoor.h>
 #include <FontEngine/Private/FE_GlyphService.h>
 #include <FontEngine/Renderer/FE_BitmapGlyph.h>
 #include <FontLoaders/Public/FreeTypeMemory.h>

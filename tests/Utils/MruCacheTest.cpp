@@ -4,12 +4,16 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <random>
 #include <stdexcept>
 #include <string>
 #include <type_traits>
+#include <vector>
 
 namespace Vell {
 namespace {
@@ -283,6 +287,50 @@ TEST(MruCache, AddsNothingIfMakingAnEntryFails) {
     EXPECT_THROW(cache.getOrPut(1, []() -> Cache::DataNode { throw 5; }), int);
     EXPECT_EQ(cache.size(), 0U);
     EXPECT_EQ(cache.get(1), nullptr);
+}
+
+TEST(MruCache, EvictsByTheLatestOfManyUses) {
+    constexpr int count = 40;
+    constexpr int useCount = 20000; // more than the cache remembers before it moves entries
+    Cache cache(count);
+    std::vector<int> order;
+    for (int key = 0; key != count; ++key) {
+        put(cache, key);
+        order.push_back(key);
+    }
+    std::minstd_rand random(1);
+    for (int use = 0; use != useCount; ++use) {
+        const auto position = order.begin() + static_cast<std::ptrdiff_t>(random() % count);
+        EXPECT_NE(cache.get(*position), nullptr);
+        std::rotate(position, position + 1, order.end());
+    }
+    for (int i = 0; i != count; ++i) {
+        put(cache, count + i); // evicts one
+        Cache copy = cache;
+        EXPECT_EQ(copy.get(order[static_cast<std::size_t>(i)]), nullptr) << i;
+        EXPECT_TRUE(i + 1 == count || copy.get(order[static_cast<std::size_t>(i) + 1]) != nullptr) << i;
+    }
+}
+
+TEST(MruCache, CopiesTheOrderOfUse) {
+    Cache cache(3);
+    put(cache, 1);
+    put(cache, 2);
+    put(cache, 3);
+    cache.get(1);
+    Cache copy = cache;
+    EXPECT_EQ(copy.getHitCount(), 1U);
+    copy.get(2);
+    put(copy, 4);
+    EXPECT_EQ(copy.get(3), nullptr);
+    EXPECT_NE(copy.get(1), nullptr);
+    EXPECT_NE(copy.get(2), nullptr);
+    put(cache, 5);
+    EXPECT_EQ(cache.get(2), nullptr) << "uses of the copy are its own";
+    Cache assigned;
+    assigned = copy;
+    EXPECT_EQ(assigned.getMaxEntries(), 3U);
+    EXPECT_NE(assigned.get(4), nullptr);
 }
 
 TEST(MruCache, AcceptsOtherEntriesWhileMakingOne) {

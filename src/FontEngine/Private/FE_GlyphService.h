@@ -2,7 +2,6 @@
 
 #include <FontEngine/FE_CacheFigures.h>
 #include <FontEngine/Private/FE_GlyphCaches.h>
-#include <FontEngine/Private/FE_GlyphDoor.h>
 #include <FontEngine/Private/FE_GlyphSources.h>
 #include <FontEngine/Private/FE_HeldGlyphs.h>
 #include <FontEngine/Renderer/FE_BitmapGlyph.h>
@@ -17,6 +16,11 @@
 #include <vector>
 
 namespace Vell::FontEngine::Internal {
+
+class GlyphDoor;
+
+/// Keeps a factory alive; null as long as nothing needs that.
+using FactoryPin = std::shared_ptr<const FontFactory>;
 
 /// The glyphs of a factory, each rendered once: the one way to them for factory, faces and text painters. The
 /// three caches are locked one by one; an entry is looked up and made under the lock.
@@ -96,6 +100,28 @@ private:
     ImageCache _images;
     OutlineCache _outlines;
     std::shared_ptr<GlyphDoor> _door;
+};
+
+/// The way of faces, which may outlive their factory, to its glyphs. It is shut when the factory ends:
+/// nothing is appended from then on. A text whose glyphs are all cached counts no reference to the factory.
+class GlyphDoor {
+public:
+    GlyphDoor(const GlyphService& glyphs, std::shared_ptr<RecursiveMutex> bitmapMutex,
+              std::shared_ptr<RecursiveMutex> outlineMutex);
+
+    // GlyphService::append, under its lock.
+    void append(BitmapSource& source, const LaidGlyphs& laid, HeldGlyphs& run, FactoryPin& pin) const;
+    void append(OutlineSource& source, const LaidOutlines& laid, Gfx::Painter& painter,
+                std::vector<OutlineGlyph>& glyphs, FactoryPin& pin) const;
+
+    /// Waits for threads that are appending.
+    void shut();
+
+private:
+    std::shared_ptr<RecursiveMutex> _bitmapMutex;
+    std::shared_ptr<RecursiveMutex> _outlineMutex;
+    const GlyphService* _bitmaps VELL_GUARDED_BY(*_bitmapMutex);
+    const GlyphService* _outlines VELL_GUARDED_BY(*_outlineMutex);
 };
 
 } // namespace Vell::FontEngine::Internal

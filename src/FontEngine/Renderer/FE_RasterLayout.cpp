@@ -2,7 +2,7 @@
 
 #include <FontEngine/FE_FontFactory.h>
 #include <FontEngine/Private/FE_GlyphSources.h>
-#include <FontEngine/Private/FE_GlyphDoor.h>
+#include <FontEngine/Private/FE_GlyphService.h>
 #include <FontEngine/Private/FE_HeldGlyphs.h>
 #include <FontEngine/Private/FE_OwnDescriptions.h>
 #include <FontEngine/Private/FE_SymbolFallback.h>

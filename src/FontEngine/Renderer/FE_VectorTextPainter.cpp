@@ -1,7 +1,7 @@
 #include <FontEngine/Renderer/FE_VectorTextPainter.h>
 
 #include <FontEngine/FE_FontFactory.h>
-#include <FontEngine/Private/FE_GlyphDoor.h>
+#include <FontEngine/Private/FE_GlyphService.h>
 #include <FontEngine/Private/FE_OwnDescriptions.h>
 #include <Utils/Public/Assert.h>
 #include <Utils/Public/Utf8.h>

@@ -276,6 +276,28 @@ TEST(RunFidelity, KeepsItsGlyphsWhenItIsMoved) {
               expected[0] + expected[1] + expected[1]);
 }
 
+TEST(RunFidelity, KeepsTheGlyphsOfManyRuns) {
+    Engine engine;
+    const Font font = engine.getFont(30.0F);
+    const std::string expected = describe(layOut("A_x", makeExtFontInfo(), font));
+    std::vector<std::optional<BitmapGlyphRun>> runs;
+    for (int i = 0; i != 100; ++i) {
+        runs.emplace_back(layOut("A_x", makeExtFontInfo(), font));
+    }
+    for (std::size_t i = 0; i != runs.size(); i += 2) {
+        runs[i].reset();
+    }
+    engine.factory->reset(1, 1);
+    for (std::size_t i = 0; i != runs.size(); i += 4) {
+        runs[i] = layOut("A_x", makeExtFontInfo(), font); // each glyph evicts the one before it
+    }
+    for (std::size_t i = 0; i != runs.size(); ++i) {
+        if (runs[i]) {
+            EXPECT_EQ(describe(*runs[i]), expected) << i;
+        }
+    }
+}
+
 TEST(RunFidelity, LeavesAMovedFromGlyphItsKey) {
     for (const FaceInfoPtr& face : {makeFaceInfo(), Testing::makeClientFaceInfo("Test Sans")}) {
         std::vector<BitmapGlyph> glyphs;
