@@ -1,7 +1,6 @@
 #include <FontEngine/FE_DescribeFont.h>
 
-#include <FontEngine/FE_FontFaceInfo.h>
-#include <FontEngine/FE_FontInfo.h>
+#include <FontEngine/FE_FontDescriptions.h>
 #include <Utils/Public/Ptr/PtrUtils.h>
 
 #include <utility>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <FontEngine/FE_ExtFontInfo.h>
+#include <FontEngine/FE_FontDescriptions.h>
 #include <Utils/Public/Export.h>
 #include <Utils/Public/Ptr/CheckedPtr.h>
 

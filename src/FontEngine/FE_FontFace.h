@@ -3,7 +3,6 @@
 #include <FontEngine/FE_BitmapGlyphImage.h>
 #include <FontEngine/FE_BitmapGlyphInfo.h>
 #include <FontEngine/FE_GlyphInfo.h>
-#include <FontEngine/FE_GlyphTransform.h>
 #include <FontLoaders/Public/FreeType.h>
 #include <Gfx/Public/BasicMetrics.h>
 #include <Gfx/Public/Painter.h>

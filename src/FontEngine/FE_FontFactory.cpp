@@ -1,7 +1,6 @@
 #include <FontEngine/FE_FontFactory.h>
 
-#include <FontEngine/FE_FontFaceInfo.h>
-#include <FontEngine/FE_FontInfo.h>
+#include <FontEngine/FE_FontDescriptions.h>
 #include <FontEngine/Private/FE_GlyphService.h>
 #include <FontEngine/Private/FE_LockedCache.h>
 #include <FontEngine/Private/FE_StyleFallback.h>

@@ -1,6 +1,6 @@
 #include <FontEngine/FE_GlyphInfo.h>
 
-#include <FontEngine/FE_FontFaceInfo.h>
+#include <FontEngine/FE_FontDescriptions.h>
 #include <Utils/Public/Assert.h>
 
 namespace Vell::FontEngine {

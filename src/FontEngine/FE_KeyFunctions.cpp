@@ -1,6 +1,5 @@
 #include <FontEngine/FE_BitmapGlyphImage.h>
 #include <FontEngine/FE_BitmapGlyphPainter.h>
-#include <FontEngine/FE_BitmapGlyphRunPainter.h>
 #include <FontEngine/FE_Exceptions.h>
 
 /// The classes that have little code but their key functions: the compiler puts the vtable and the type

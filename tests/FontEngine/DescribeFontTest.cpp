@@ -1,9 +1,7 @@
 #include <support/Descriptions.h>
 
 #include <FontEngine/FE_DescribeFont.h>
-#include <FontEngine/FE_ExtFontInfo.h>
-#include <FontEngine/FE_FontFaceInfo.h>
-#include <FontEngine/FE_FontInfo.h>
+#include <FontEngine/FE_FontDescriptions.h>
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #include <FontEngine/AssertionText.h>
 #include <support/ClientDescriptions.h>
 
-#include <FontEngine/FE_FontFaceInfo.h>
+#include <FontEngine/FE_FontDescriptions.h>
 #include <Utils/Public/Ptr/CheckedPtr.h>
 #include <Utils/Public/Ptr/PtrUtils.h>
 

@@ -1,7 +1,7 @@
 #include <FontEngine/AssertionText.h>
 #include <support/ClientDescriptions.h>
 
-#include <FontEngine/FE_FontInfo.h>
+#include <FontEngine/FE_FontDescriptions.h>
 
 #include <gtest/gtest.h>
 

@@ -6,7 +6,7 @@
 
 #include <support/RecordingPainter.h>
 
-#include <FontEngine/FE_FontFaceInfo.h>
+#include <FontEngine/FE_FontDescriptions.h>
 #include <FontEngine/Renderer/FE_BitmapGlyph.h>
 
 #include <gmock/gmock.h>

@@ -1,8 +1,6 @@
 #include <support/Descriptions.h>
 
-#include <FontEngine/FE_ExtFontInfo.h>
-#include <FontEngine/FE_FontFaceInfo.h>
-#include <FontEngine/FE_FontInfo.h>
+#include <FontEngine/FE_FontDescriptions.h>
 #include <Utils/Public/Ptr/PtrUtils.h>
 
 namespace Vell::Testing {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <CairoAdapter/Public/CairoPainter.h>
-#include <FontEngine/FE_BitmapGlyphRunPainter.h>
+#include <FontEngine/FE_BitmapGlyphPainter.h>
 #include <Utils/Public/Export.h>
 #include <cinder/Color.h>
 

@@ -4,7 +4,6 @@
 #include <FontEngine/FE_BitmapGlyphInfo.h>
 #include <FontEngine/FE_FontFace.h>
 #include <FontEngine/FE_GlyphInfo.h>
-#include <FontEngine/FE_GlyphTransform.h>
 #include <FontLoaders/Public/FreeType.h>
 #include <Gfx/Public/CharMap.h>
 #include <Utils/Public/Export.h>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <FontEngine/FE_FontFaceInfo.h>
+#include <FontEngine/FE_FontDescriptions.h>
 #include <FontEngine/Private/FE_LockedCache.h>
 #include <FontEngine/Private/FE_Strike.h>
 

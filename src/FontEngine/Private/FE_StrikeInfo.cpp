@@ -1,6 +1,6 @@
 #include <FontEngine/Private/FE_StrikeInfo.h>
 
-#include <FontEngine/FE_FontFaceInfo.h>
+#include <FontEngine/FE_FontDescriptions.h>
 #include <Utils/Public/Hash.h>
 
 #include <cmath>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <FontEngine/FE_BitmapGlyphInfo.h>
-#include <FontEngine/FE_GlyphTransform.h>
+#include <FontEngine/FE_GlyphInfo.h>
 #include <Gfx/Public/FontFaceInfo.h>
 #include <cinder/Vector.h>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <FontEngine/FE_FontFaceInfo.h>
+#include <FontEngine/FE_FontDescriptions.h>
 #include <FontEngine/FE_FontFactory.h>
 #include <Gfx/Public/FontInfo.h>
 #include <Utils/Public/Ptr/CheckedPtr.h>

@@ -1,6 +1,6 @@
 #include <FontEngine/Renderer/FE_RasterTextPainter.h>
 
-#include <FontEngine/FE_BitmapGlyphRunPainter.h>
+#include <FontEngine/FE_BitmapGlyphPainter.h>
 #include <FontEngine/FE_FontFactory.h>
 #include <FontEngine/Private/FE_GlyphSources.h>
 #include <FontEngine/Private/FE_GlyphService.h>

@@ -6,8 +6,7 @@
 #include <support/RecordingPainter.h>
 
 #include <FontEngine/FE_DescribeFont.h>
-#include <FontEngine/FE_ExtFontInfo.h>
-#include <FontEngine/FE_FontInfo.h>
+#include <FontEngine/FE_FontDescriptions.h>
 #include <FontEngine/Renderer/FE_DrawText.h>
 #include <FontEngine/Renderer/FE_RasterTextPainter.h>
 #include <FontEngine/Renderer/FE_VectorTextPainter.h>

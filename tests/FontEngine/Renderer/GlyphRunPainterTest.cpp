@@ -3,7 +3,7 @@
 #include <support/InjectedError.h>
 #include <support/RecordingPainter.h>
 
-#include <FontEngine/FE_BitmapGlyphRunPainter.h>
+#include <FontEngine/FE_BitmapGlyphPainter.h>
 #include <FontEngine/Renderer/FE_RasterTextPainter.h>
 
 #include <gmock/gmock.h>

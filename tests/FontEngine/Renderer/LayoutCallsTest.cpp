@@ -5,7 +5,7 @@
 #include <support/RecordingGlyphPainter.h>
 #include <support/RecordingPainter.h>
 
-#include <FontEngine/FE_ExtFontInfo.h>
+#include <FontEngine/FE_FontDescriptions.h>
 #include <FontEngine/Renderer/FE_RasterTextPainter.h>
 #include <FontEngine/Renderer/FE_VectorTextPainter.h>
 #include <FontLoaders/Public/UnicodeRangeMap.h>

@@ -6,7 +6,7 @@
 #include <support/RecordingGlyphPainter.h>
 #include <support/RecordingPainter.h>
 
-#include <FontEngine/FE_FontFaceInfo.h>
+#include <FontEngine/FE_FontDescriptions.h>
 #include <FontEngine/Renderer/FE_RasterTextPainter.h>
 #include <FontLoaders/Public/UnicodeRangeMap.h>
 

@@ -5,8 +5,8 @@
 #include <support/ClientDescriptions.h>
 #include <support/InjectedError.h>
 
-#include <FontEngine/FE_BitmapGlyphRunPainter.h>
-#include <FontEngine/FE_FontFaceInfo.h>
+#include <FontEngine/FE_BitmapGlyphPainter.h>
+#include <FontEngine/FE_FontDescriptions.h>
 #include <FontEngine/Renderer/FE_RasterTextPainter.h>
 #include <FontEngine/Renderer/FE_VectorTextPainter.h>
 #include <Utils/Public/Ptr/PtrUtils.h>

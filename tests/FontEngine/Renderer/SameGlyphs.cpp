@@ -1,6 +1,6 @@
 #include <FontEngine/Renderer/SameGlyphs.h>
 
-#include <FontEngine/FE_FontFaceInfo.h>
+#include <FontEngine/FE_FontDescriptions.h>
 
 #include <gtest/gtest.h>
 

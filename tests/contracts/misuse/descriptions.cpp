@@ -2,9 +2,7 @@
 
 #include <FontEngine/FE_ColoredBitmapGlyphInfo.h>
 #include <FontEngine/FE_DescribeFont.h>
-#include <FontEngine/FE_ExtFontInfo.h>
-#include <FontEngine/FE_FontFaceInfo.h>
-#include <FontEngine/FE_FontInfo.h>
+#include <FontEngine/FE_FontDescriptions.h>
 #include <Utils/Public/Ptr/PtrUtils.h>
 
 using namespace Vell;
