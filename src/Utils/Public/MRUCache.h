@@ -215,14 +215,15 @@ private:
     /// the links of the entries alone, so that several processors can read them.
     class Uses {
     public:
-        /// Makes room for so many uses that settling costs little each. May throw std::bad_alloc.
+        /// Reserves memory for enough uses that settling is cheap per use. May throw std::bad_alloc.
         void reserveFor(std::size_t entryCount) {
-            constexpr std::size_t usesPerEntry = 32;
-            constexpr std::size_t minCount = 16;
-            constexpr std::size_t maxCount = 2048; // 16 KB
-            const std::size_t count = _entries.capacity();
-            if (count < maxCount && count < usesPerEntry * entryCount) {
-                _entries.reserve(std::max(minCount, 2 * count));
+            constexpr std::size_t fewEntries = 16;
+            constexpr std::size_t usesOfFew = 128; // 1 KB
+            constexpr std::size_t maxUses = 2048;  // 16 KB
+            if (entryCount > fewEntries) {
+                _entries.reserve(maxUses);
+            } else {
+                _entries.reserve(usesOfFew);
             }
         }
 
