@@ -8,8 +8,8 @@
 
 #include <string>
 
-/// This library's own descriptions, each of which stores what it was made from. Any number of threads may read
-/// one.
+/// This library's own descriptions, each of which stores what it was made from. Any number of threads may
+/// read one.
 namespace Vell::FontEngine::Internal {
 
 /// Describes a face: family, bold and italic, stored by value. Immutable.

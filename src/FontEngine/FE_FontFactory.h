@@ -32,29 +32,34 @@ class GlyphService;
 /// all of them.
 ///
 ///     const auto factory = FontFactory::create("DejaVu Sans");
-///     const auto face = makeNNPtr<const Internal::FontFaceInfo>("DejaVu Serif", true, false);
-///     const Font font = factory->getFont(
-///         makeNNPtr<const Internal::FontInfo>(face, 14.0F, Gfx::TextPositionType::Normal));
+///     const auto description = describeFont("DejaVu Serif", 14.0F, FontStyle{}.setBold());
+///     const Font font = factory->getFont(description->getFontInfo());
 ///
 /// Five caches hold font files, faces, glyph bitmaps, coloured images and outline paths, each in the order of
 /// most recent use. They have no limits until `reset` sets them. Everything that the factory returns is
 /// shared, so it stays valid when a cache drops it and when the factory is destroyed. Faces refer to their
 /// factory weakly.
 ///
-/// Threads: any thread may call any lookup. A lookup holds the lock of its cache while it looks up, makes and
-/// inserts, so each entry is made once. The locks are recursive; the lock of the faces is taken before the
-/// lock of the font files. Destroying a run of bitmaps takes the lock of the bitmaps, even if a client's
-/// painter or destructor does so under another lock. `flush` and `reset` need exclusive use of the factory;
-/// other threads may only destroy runs and glyphs meanwhile. The bitmap service and the outline service must
-/// not use one face at the same time, because they set its size under different locks.
+/// Threads: any thread may call any const function. It holds the lock of its cache while it looks up, makes
+/// and inserts, so each entry is made once. The locks are recursive; the lock of the faces is taken before
+/// the lock of the font files. Destroying a run of bitmaps takes the lock of the bitmaps, so do not destroy
+/// one while you hold a lock that your loader, painters or destructors take. `flush` and `reset` need
+/// exclusive use of the factory; other threads may only destroy runs and glyphs meanwhile. Rendering bitmaps
+/// and taking outlines must not use one face at the same time, because they set its size under different
+/// locks. The functions that return references into a cache are safe only while no other thread uses the
+/// factory: shareFace() and the functions of FontFace return copies.
 ///
 /// Reentrancy: a client's loader and painter, and the destructors of its descriptions, font files and paths,
-/// may call the factory on the thread that called them, `flush` and `reset` included. Two things are failed
-/// assertions: to add the entry of the request in progress, and to evict it before the request returns.
+/// may call the factory on the thread that called them, also `flush` and `reset` if no other thread uses the
+/// factory. Such a call must not request the same entry, nor evict it before the request returns: both are
+/// failed assertions.
 ///
-/// Errors: lookups throw FontLoaderException, FreeTypeException, FontEngineException, BadNumCastError,
-/// std::bad_alloc, and whatever a client's loader or painter throws. A request that throws caches nothing and
-/// releases its locks.
+/// Row order: all drawing with one factory must use the same row order (`flipVertically`), because the cache
+/// does not distinguish the two.
+///
+/// Errors: the const functions throw FontLoaderException, FreeTypeException, FontEngineException,
+/// BadNumCastError, std::bad_alloc, and whatever a client's loader or painter throws. A request that throws
+/// caches nothing and releases its locks.
 class VELL_API FontFactory : public Gfx::FontMetricsFactory,
                              public std::enable_shared_from_this<FontFactory> {
 public:
@@ -72,10 +77,11 @@ public:
     FontFactory(const FontFactory&) = delete;
     FontFactory& operator=(const FontFactory&) = delete;
 
-    /// Makes a factory that loads fonts with the client's loader.
+    /// Makes a factory that loads fonts with the client's loader, which also decides about the default font:
+    /// only substituteDefaultFaceName() uses the name.
     static NNPtr<FontFactory> create(NNPtr<const FontLoaders::FontLoader> loader,
                                      const std::string& defaultFaceName);
-    /// Makes a factory for the installed fonts. Its loader has the same default face name.
+    /// Makes a factory for the installed fonts. Its loader serves the named family as the default font.
     static NNPtr<FontFactory> create(const std::string& defaultFaceName);
 
     const FontLoaders::FontLoader& getFontLoader() const { return *_fontLoader; }
@@ -109,27 +115,28 @@ public:
 
     /// Makes a fallback font for a character that the font of `fontInfo` lacks: the loader's family for the
     /// Unicode range of the character, in the same style, size and position. Returns null if the character is
-    /// in no range or the loader has no family for the range.
+    /// in no range or the loader has no family for the range. The font that it returns may lack the character
+    /// as well.
     std::shared_ptr<const Font> getDefaultFontForSymbol(unsigned int codePoint,
                                                         const NNPtr<const Gfx::FontInfo>& fontInfo) const;
 
     /// Returns the bitmap of a glyph, with its rows bottom-up if `flipVertically` is set. Returns null if
-    /// FreeType refuses the size, and caches that. Throws FreeTypeException if FreeType cannot load or render
-    /// the glyph, if it has more than maxGlyphPixels, and if rendering it is too much work. `face` must be
-    /// the face that `info` describes, because neither face nor flip is part of the key. The reference is to
-    /// the pointer in the cache: copy it before another thread can evict it.
+    /// FreeType refuses the size, and caches the null. Throws FreeTypeException if FreeType cannot load or
+    /// render the glyph, if it has more than maxGlyphPixels (2^28), and if the estimated time to render it is
+    /// above a limit. `face` must be the face that `info` describes, because neither face nor flip is part of
+    /// the key. The reference is to the pointer in the cache: copy it at once.
     const std::shared_ptr<const FT_BitmapGlyphRec_>&
     getBitmapGlyph(const BitmapGlyphInfo& info, NNPtr<const FontFace> face, bool flipVertically) const;
 
-    /// Returns the coloured image of an LCD glyph, composed over white. Throws FontEngineException if the
-    /// bitmap has another pixel mode.
+    /// Returns the coloured image of a glyph that was rendered in LCD mode, composed over white. Throws
+    /// FontEngineException if the bitmap has another pixel mode.
     std::shared_ptr<const BitmapGlyphImageWithDeleter>
     getGlyphBitmapWithSubpixels(const BitmapGlyph& glyph, const cinder::ColorAT<unsigned char>& color) const;
 
     /// Returns the outline of a glyph in font units, y pointing down. `painter` builds it, and any painter of
     /// the same kind can draw it; the painter's own path ends empty. Returns null if FreeType refuses the
-    /// size or the glyph has no outline, and caches that. The reference is to the pointer in the cache: copy
-    /// it before another thread can evict it.
+    /// size or the glyph has no outline, and caches the null. The reference is to the pointer in the cache:
+    /// copy it at once.
     const std::shared_ptr<const Gfx::Path>&
     getOutlineGlyphPath(const GlyphInfo& info, NNPtr<const FontFace> face, Gfx::Painter& painter) const;
 
@@ -145,7 +152,7 @@ public:
     /// limit. It neither empties nor limits the cache of outlines.
     void reset(unsigned long maxFaceCount, unsigned long maxBitmapBytes);
 
-    /// Only for the faces and text painters of this library, which copy no key per glyph that way.
+    /// Only for the faces and text painters of this library.
     const Internal::GlyphService& getGlyphService() const { return *_glyphs; }
 
 private:

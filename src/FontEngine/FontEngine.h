@@ -1,7 +1,7 @@
 #pragma once
 
-/// The umbrella header: the factory with its faces and fonts, the descriptions that clients build, glyph keys
-/// and runs, and the two text painters.
+/// The umbrella header: the factory with its faces and fonts, descriptions, the functions that describe,
+/// measure and draw in one call, glyph keys and runs, and the two text painters.
 
 #include <FontEngine/FE_BitmapGlyphImage.h>
 #include <FontEngine/FE_BitmapGlyphInfo.h>
@@ -10,8 +10,8 @@
 #include <FontEngine/FE_ColoredBitmapGlyphInfo.h>
 #include <FontEngine/FE_DescribeFont.h>
 #include <FontEngine/FE_Exceptions.h>
-#include <FontEngine/FE_FontDescriptions.h>
 #include <FontEngine/FE_Font.h>
+#include <FontEngine/FE_FontDescriptions.h>
 #include <FontEngine/FE_FontFace.h>
 #include <FontEngine/FE_FontFactory.h>
 #include <FontEngine/FE_GlyphInfo.h>

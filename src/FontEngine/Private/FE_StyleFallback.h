@@ -1,7 +1,7 @@
 #pragma once
 
-#include <FontEngine/FE_FontFace.h>
 #include <FontEngine/FE_FontDescriptions.h>
+#include <FontEngine/FE_FontFace.h>
 #include <FontLoaders/Public/FontLoader.h>
 #include <Utils/Public/CallableRef.h>
 

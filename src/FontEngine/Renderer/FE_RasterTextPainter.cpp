@@ -2,8 +2,8 @@
 
 #include <FontEngine/FE_BitmapGlyphPainter.h>
 #include <FontEngine/FE_FontFactory.h>
-#include <FontEngine/Private/FE_GlyphSources.h>
 #include <FontEngine/Private/FE_GlyphService.h>
+#include <FontEngine/Private/FE_GlyphSources.h>
 #include <Utils/Public/Assert.h>
 #include <Utils/Public/MatrixUtils.h>
 #include <Utils/Public/Ptr/PtrUtils.h>

@@ -33,22 +33,22 @@ private:
     std::uint64_t _effectiveSizeInBytes;
 };
 
-/// A cache that evicts its least recently used entries when it holds more entries, or more bytes, than its
-/// limits allow.
+/// A cache that keeps the most recently used entries: it evicts the least recently used ones when it holds
+/// more entries, or more bytes, than its limits allow.
 ///
 ///     MRUCache<Key, std::shared_ptr<const Glyph>, KeyHash, AreDeeplyEqualComparator> cache(0, 1 << 20);
-///     if (const auto* node = cache.get(key)) return node->getValue();
-///     return cache.put(key, {glyph, bytes})->getValue();
+///     return cache.getOrPut(key, [&] { return Node(makeGlyph(key), bytes); }).getValue();
 ///
-/// The size of an entry is whatever its owner says. A limit of 0 means that there is no limit. A cache whose
-/// size equals a limit is within that limit. The last remaining entry is never evicted, however large it is.
+/// The size of an entry, its effective size, is whatever the caller of put says. A limit of 0 means that
+/// there is no limit. A cache whose size equals a limit is within that limit. The last remaining entry is
+/// never evicted, however large it is.
 ///
 /// Ownership: the cache stores keys and values by value. Store shared pointers if a value must survive its
 /// eviction. A pointer to a node is valid until a put evicts the node, clear is called, or the cache is
-/// destroyed.
+/// destroyed or assigned to. A moved-from cache may only be assigned to or destroyed.
 ///
 /// Callbacks: destructors of keys and values may call the cache, because an entry is destroyed only after it
-/// has left the cache. Hash and Equal must not call it.
+/// has left the cache. Hash and Equal, which are default-constructed, must not call it.
 ///
 /// Threads: the owner serialises all calls. Even get changes the order.
 ///
@@ -76,8 +76,8 @@ public:
 
     std::size_t size() const { return _data.size(); }
     std::uint64_t getEffectiveSizeInBytes() const { return _effectiveSizeInBytes; }
-    /// The number of evictions since construction or the last clear. An eviction counts once the entry's key
-    /// and value have been destroyed.
+    /// The number of evictions since construction or the last clear. An eviction is counted only after the
+    /// entry's key and value have been destroyed.
     std::uint64_t getEvictedCount() const { return _evictedCount; }
     /// How often get has found an entry since construction or the last clear, and how often it has not.
     std::uint64_t getHitCount() const { return _hitCount; }
@@ -109,7 +109,7 @@ public:
 
     /// Adds an entry as the most recently used one and evicts what the limits no longer allow. If the cache
     /// has an equal key already, it changes nothing and returns null: a cached value is never replaced. Also
-    /// null if destroying an evicted entry re-entrantly removed the new one.
+    /// null if the destructor of an evicted entry called the cache and thereby removed the new one.
     const DataNode* put(const Key& key, DataNode node) {
         _uses.reserveFor(_data.size() + 1);
         auto& recency = _data.template get<byRecency>();
@@ -157,7 +157,8 @@ public:
     }
 
     /// Removes all entries and sets the counts to zero. The limits stay. The entries are destroyed after the
-    /// cache has become empty, so whatever their destructors add stays.
+    /// cache has become empty, so whatever their destructors add stays. If memory is exhausted, they are
+    /// destroyed one by one, and their destructors find the others.
     void clear() {
         ++_changes.count;
         ++_changes.restarts;
@@ -208,7 +209,7 @@ private:
 
     static constexpr int byRecency = 1; // front: most recently used
     static constexpr int byKey = 0;
-    static constexpr const char* file = "Utils/Public/MRUCache";
+    static constexpr const char* file = "Utils/Public/MRUCache"; // assertions are known by file and number
 
     /// The uses that the order of the entries does not show yet. Only the order of the latest uses matters,
     /// and only when an entry leaves: moving each entry once for many uses saves most of the work, and leaves
