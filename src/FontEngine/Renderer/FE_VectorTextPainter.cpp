@@ -6,6 +6,7 @@
 #include <Utils/Public/Assert.h>
 #include <Utils/Public/Utf8.h>
 
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -25,8 +26,10 @@ OutlineGlyphRun VectorTextPainter::createGlyphRun(boost::string_ref text,
                                                   const Font& font) {
     // This library's own kind of description is looked into, which counts no reference for the steps between.
     const auto* const own = Internal::findSilentFontInfo(Internal::findOwn(*extFontInfo));
-    const auto faceInfo =
-        own != nullptr ? own->viewFontFaceInfo() : extFontInfo->getFontInfo()->getFontFaceInfo();
+    std::optional<NNPtr<const Gfx::FontFaceInfo>> asked;
+    const NNPtr<const Gfx::FontFaceInfo>& faceInfo =
+        own != nullptr ? own->viewFontFaceInfo()
+                       : asked.emplace(extFontInfo->getFontInfo()->getFontFaceInfo());
     const NNPtr<const FontFace>& face = font.getFace();
     if (!face) {
         doFailAssert(file, 62, "face");

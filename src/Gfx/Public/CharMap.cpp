@@ -38,9 +38,10 @@ bool CharMap::Page::isHighest(unsigned int code) const {
 
 void CharMap::Page::makeDirect(GlyphIndexWithAdvance defaultGlyph) {
     std::vector<GlyphIndexWithAdvance> all(std::size_t{1} << pageBits, defaultGlyph);
+    auto entry = entries.begin();
     for (unsigned int code = 0; code != all.size(); ++code) {
         if (contains(code)) {
-            all[code] = entries[getSlot(code)];
+            all[code] = *entry++;
         }
     }
     entries = std::move(all);
