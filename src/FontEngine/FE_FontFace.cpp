@@ -33,13 +33,14 @@ Gfx::BasicMetrics makeBasicMetrics(Gfx::FactoryAccessTag tag, const FontLoaders:
 
 FontFace::FontFace(Gfx::FactoryAccessTag tag, std::shared_ptr<const FontFactory> factory, FaceData faceData)
     : _fontFactory(factory)
-    , _glyphDoor(derefNN(factory.get()).getGlyphService().shareDoor())
+    , _glyphAccess(derefNN(factory.get()).getGlyphService().shareAccess())
     , _faceData(std::move(faceData))
     , _library(FontLoaders::createFreeTypeLibrary())
     , _face(FontLoaders::createFontFace(_library, _faceData.bytes))
     , _knownSize(std::make_unique<Internal::KnownSize>())
     , _basicMetrics(makeBasicMetrics(tag, _face, _faceData.transform)) {
-    // A FreeType without this kind of sub-pixel filter says so and renders LCD glyphs in its own way.
+    // Ignores the error of a FreeType that was built without this filter. It renders LCD glyphs in its own
+    // way.
     static_cast<void>(FT_Library_SetLcdFilter(_library.get(), FT_LCD_FILTER_LIGHT));
 }
 

@@ -21,7 +21,7 @@ class BitmapGlyph;
 class FontFactory;
 
 namespace Internal {
-class GlyphDoor;
+class GlyphAccess;
 struct KnownSize;
 } // namespace Internal
 
@@ -71,12 +71,12 @@ public:
     /// Only for this library's glyph services, which hold their lock while they use it.
     Internal::KnownSize& getKnownSize() const { return *_knownSize; }
     /// Only for this library's text painters.
-    const Internal::GlyphDoor& getGlyphDoor() const { return *_glyphDoor; }
+    const Internal::GlyphAccess& getGlyphAccess() const { return *_glyphAccess; }
 
 private:
     // Each member depends on those above it: FreeType reads the face from the bytes.
     std::weak_ptr<const FontFactory> _fontFactory;
-    std::shared_ptr<const Internal::GlyphDoor> _glyphDoor;
+    std::shared_ptr<const Internal::GlyphAccess> _glyphAccess;
     FaceData _faceData;
     FontLoaders::FTLibraryPtr _library;
     FontLoaders::FTFacePtr _face;

@@ -20,8 +20,9 @@ namespace Internal {
 using FaceKey = NNPtr<const Gfx::FontFaceInfo>;
 using FacePtr = NNPtr<const FontFace>;
 
-/// The font files and the faces of a factory, by description. The lock of the faces is taken before that of
-/// the files. Destroyed from the last to the first: faces before the files that they were made from.
+/// The font files and the faces of a factory, by description. A thread that needs both locks takes that of
+/// the faces first. The destructor destroys the last member first: faces before the files that they were made
+/// from.
 struct FaceCaches {
     LockedCache<FaceKey, FontLoaders::FontBytes, std::hash<FaceKey>> files;
     LockedCache<FaceKey, FacePtr, std::hash<FaceKey>> faces;
@@ -70,15 +71,15 @@ FactoryCacheFigures FontFactory::getCacheFigures() const {
 }
 
 void FontFactory::flush() {
-    // What depends on something goes before it: glyphs, then their faces, then the faces' files.
+    // Dependents go first: glyphs, then their faces, then the faces' files.
     _glyphs->clear();
     _faces->faces.clear();
     _faces->files.clear();
 }
 
 void FontFactory::reset(unsigned long maxFaceCount, unsigned long maxBitmapBytes) {
-    // All are made before any takes effect, so that nothing has changed if there is no memory for one of
-    // them. They end in the order of flush, with what they have taken over.
+    // Makes all new caches before any takes effect, so that nothing changes if memory runs out. After the
+    // exchanges, these objects hold the old entries and destroy them in the order of flush.
     decltype(Internal::FaceCaches::files)::Cache files(maxFaceCount, 0);
     decltype(Internal::FaceCaches::faces)::Cache faces(maxFaceCount, 0);
     Internal::GlyphService::Budget glyphs(maxBitmapBytes);
@@ -128,8 +129,8 @@ FacePtr FontFactory::openFace(const FaceKey& faceInfo) const {
 }
 
 const NNPtr<const FontFace>& FontFactory::getFace(const NNPtr<const Gfx::FontFaceInfo>& faceInfo) const {
-    // Kept under the requested description even when the default face serves, so that the next request is a
-    // hit.
+    // Caches the face under the requested description even if it is the default face, so that the next
+    // request is a hit.
     using Node = decltype(Internal::FaceCaches::faces)::Node;
     const auto& faces = _faces->faces;
     const Internal::RecursiveLock lock(faces.getMutex());

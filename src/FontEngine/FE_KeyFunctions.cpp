@@ -2,8 +2,8 @@
 #include <FontEngine/FE_BitmapGlyphPainter.h>
 #include <FontEngine/FE_Exceptions.h>
 
-/// The classes that have little code but their key functions: the compiler puts the vtable and the type
-/// information of a class where its key function is, so that all clients share them.
+/// Defines the key functions of classes that have little other code. The compiler puts the vtable and the
+/// type information of a class where its key function is, so that all clients share them.
 namespace Vell::FontEngine {
 
 FontEngineException::~FontEngineException() = default;

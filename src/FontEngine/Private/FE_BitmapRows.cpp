@@ -16,9 +16,9 @@ namespace Vell::FontEngine::Internal {
 
 namespace {
 
-constexpr unsigned int subpixels = 3; // bytes of a pixel in an LCD row: its red, green and blue parts
+constexpr unsigned int subpixels = 3; // bytes per pixel of an LCD row: one each for red, green and blue
 
-/// A bitmap's place and extent in sub-pixels and bytes.
+/// A bitmap's extent: the width in sub-pixels, the pitch in bytes, and the left bearing in pixels.
 struct Extent {
     unsigned int width;
     int pitch;
@@ -42,7 +42,7 @@ int roundUpToWords(int pitch) {
     return (pitch + 3) & ~3;
 }
 
-/// Writes whole pixels from the left; the last one to three sub-pixels of the width stay empty.
+/// Fills whole pixels from the left. The last one to three sub-pixels of the width stay empty.
 void fillRow(unsigned char* row, unsigned int width, unsigned char coverage) {
     for (unsigned int position = 0; position < width - subpixels; position += subpixels) {
         std::memset(row + position, coverage, subpixels);

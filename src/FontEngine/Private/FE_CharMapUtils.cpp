@@ -1,4 +1,4 @@
-// What is read once from a face: its charmap and line metrics.
+// Reads what a face is asked for only once: its charmap and its line metrics.
 
 #include <FontEngine/Private/FE_FreeTypeUtilsInternal.h>
 #include <FontEngine/Private/FE_GlyphChecks.h>
@@ -67,35 +67,36 @@ FT_Fixed getAdvance(const FTFacePtr& face, FT_UInt glyphIndex, const char* failu
     return advance;
 }
 
-/// What a walk over a charmap may take.
+/// Bounds a walk over a charmap.
 ///
-/// A charmap may claim four thousand million codes in a few hundred bytes: what is beyond the codes that
-/// there are is refused before the memory goes.
+/// A charmap of a few hundred bytes may claim four billion codes. The walk stops at the number of codes that
+/// Unicode has, before memory runs out.
 ///
-/// Where the advances of a font stand in no table, FreeType runs the program of each glyph: up to a third of
-/// a second, and hours for all glyphs of a font of a few hundred kilobytes. So the walk has a time: a start
-/// that such glyphs soon use up, and for each code more than a hundred times what it takes in the largest
-/// real fonts. The thread's own time: what other work does to the machine counts for nothing.
+/// If a font has no table of advances, FreeType runs the program of each glyph. One program can take a third
+/// of a second, and all glyphs of a font of a few hundred kilobytes can take hours. So the walk also has a
+/// time limit: a fixed allowance, which such glyphs soon use up, and for each code more than a hundred times
+/// what it takes in the largest real fonts. Only the thread's own time counts, so other work on the machine
+/// does not matter.
 class WalkBounds {
 public:
     void countCode() {
         constexpr std::size_t unicodeCodeCount = 0x110000;
-        constexpr std::size_t codesBetweenLooks = 16;
+        constexpr std::size_t codesBetweenChecks = 16;
         if (++_codeCount > unicodeCodeCount) {
             throw FreeTypeException(
                 fmt::format("The charmap has more codes than Unicode, {}", unicodeCodeCount));
         }
-        if (_codeCount % codesBetweenLooks == 0) {
-            throwIfTimeIsSpent();
+        if (_codeCount % codesBetweenChecks == 0) {
+            throwIfTimeIsUp();
         }
     }
 
 private:
-    void throwIfTimeIsSpent() const {
+    void throwIfTimeIsUp() const {
         constexpr double startSeconds = 5.0;
         constexpr double secondsPerCode = 20e-6;
         const double limit = startSeconds + secondsPerCode * static_cast<double>(_codeCount);
-        // The thread's time is dear to ask for, and never more than what a clock shows.
+        // Reading the thread's time is expensive, and it never exceeds the elapsed time, so check that first.
         if (read(coarseClock) - _start > limit && read(CLOCK_THREAD_CPUTIME_ID) - _startOfThread > limit) {
             throw FreeTypeException("The charmap takes too long to read");
         }
@@ -107,14 +108,14 @@ private:
         return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) * 1e-9;
     }
 
-    static constexpr clockid_t coarseClock = CLOCK_MONOTONIC_COARSE; // a few milliseconds wrong
+    static constexpr clockid_t coarseClock = CLOCK_MONOTONIC_COARSE; // accurate to a few milliseconds
 
     double _start = read(coarseClock);
     double _startOfThread = read(CLOCK_THREAD_CPUTIME_ID);
     std::size_t _codeCount = 0;
 };
 
-/// Emboldening measures the em at the current size: gives the face one.
+/// Gives the face a size, because emboldening measures the em at the current size.
 void setSmallestSize(const FTFacePtr& face) {
     const int error = FT_Set_Char_Size(face.get(), 0, 0, 0, 0);
     if (!isFTSucceeded(error)) {
@@ -125,7 +126,7 @@ void setSmallestSize(const FTFacePtr& face) {
 } // namespace
 
 void selectFTCharmap(const FTFacePtr& face, bool isSymbolic, bool isSfnt) {
-    // A face without a Unicode charmap is asked for it twice; the second answer costs nothing.
+    // If a face has no Unicode charmap, this asks for it twice. The second request costs nothing.
     if (!trySelect(face, chooseEncoding(isSymbolic, isSfnt)) && !trySelect(face, FT_ENCODING_UNICODE)) {
         if (face->charmap != nullptr) {
             return;
@@ -157,7 +158,7 @@ Gfx::CharMap makeCharMap(const FTFacePtr& face, GlyphTransform transform) {
         bounds.countCode();
         const FT_Fixed advance = getAdvance(
             face, glyphIndex, "Error making char to glyph advance cache. FT_Get_Advance() failed.");
-        // Glyphs beyond 65,535 share an index with a lower one: no font that is drawn in practice has them.
+        // A glyph index above 65,535 wraps around to a lower one. No font in practical use has such glyphs.
         const Entry entry(static_cast<unsigned short>(glyphIndex & 0xFFFFU), toEm(face, advance));
         map.insert(numCast<unsigned int>(charCode), entry, true);
         addCharCodeAliasIfRequired(map, entry, charCode, isSymbolic, isSfnt);
@@ -187,7 +188,7 @@ std::pair<float, float> getCapHeightAndStrikeOutPosition(const FTFacePtr& face) 
     const auto* const os2 =
         isSfntFace(face) ? static_cast<const TT_OS2*>(FT_Get_Sfnt_Table(face.get(), FT_SFNT_OS2)) : nullptr;
     if (os2 != nullptr) {
-        // The lower edge of the stroke, in 16 bits as the table has it.
+        // The lower edge of the stroke, computed in 16 bits like the fields of the table.
         strikeOut = static_cast<FT_Short>(os2->yStrikeoutPosition - os2->yStrikeoutSize);
         constexpr FT_UShort lastVersionWithoutCapHeight = 1;
         if (os2->version > lastVersionWithoutCapHeight) {

@@ -1,4 +1,4 @@
-// The colouring of LCD bitmaps.
+// Colours LCD bitmaps.
 
 #include <FontEngine/Private/FE_FreeTypeUtilsInternal.h>
 #include <Utils/Public/NumCast.h>
@@ -23,7 +23,7 @@ unsigned int raise(unsigned int value, float exponent) {
         truncateSaturated<int>(std::pow(static_cast<float>(value) / 255.0F, exponent) * 255.0F));
 }
 
-/// Covers white with a channel of the text colour in gamma-encoded space.
+/// Blends a channel of the text colour over white, in gamma-encoded space.
 unsigned int blend(unsigned int coverage, unsigned int encodedText, unsigned int encodedWhite) {
     const float alpha = static_cast<float>(coverage) / 255.0F;
     const float mixed =
@@ -33,11 +33,11 @@ unsigned int blend(unsigned int coverage, unsigned int encodedText, unsigned int
 
 constexpr std::size_t levels = 256;
 
-/// A channel of the text colour under every coverage.
+/// One value of a colour channel, blended over white at every coverage.
 class Channel {
 public:
-    /// Computes the colours when a text has this channel for the first time, by the expression of a single
-    /// pixel: powers differ between machines in their last bit, so none are written down.
+    /// Computes the colours on first use, with the expression for a single pixel. The source has no table of
+    /// them, because the last bit of a power differs between machines.
     const unsigned char* getColors(unsigned int channel) {
         if (!_isComputed.load(std::memory_order_acquire)) {
             computeOnce(channel);
@@ -64,7 +64,7 @@ private:
     std::array<unsigned char, levels> _colors{}; // by coverage
 };
 
-/// Where a channel's colours are found by its coverage.
+/// Returns the blended values of a channel, indexed by coverage.
 const unsigned char* getColors(unsigned char channel) {
     static std::array<Channel, levels> channels;
     return channels[channel].getColors(channel);
@@ -81,20 +81,18 @@ struct Inner {
     explicit Inner(unsigned int total)
         : count(total > 2 * edge ? total - 2 * edge : 0) {}
 
-    bool contains(unsigned int index) const {
-        return index - edge < count;
-    } // below the edge, it wraps around
+    bool contains(unsigned int index) const { return index - edge < count; } // wraps around below the edge
 
     static constexpr unsigned int edge = 2;
     unsigned int count;
 };
 
-/// Colours a row. `getLightest(x)` is the greatest sum of channels that is shown there; lighter pixels are
-/// left out.
+/// Colours a row. `getLightest(x)` returns the greatest sum of channels that is drawn at x. Lighter pixels
+/// become transparent.
 template <class GetLightest>
 void colorRow(const unsigned char* coverage, unsigned int width, const TextColor& text,
               const GetLightest& getLightest, unsigned char* target) {
-    const TextColor colors = text; // a copy that what is written cannot change
+    const TextColor colors = text; // a local copy, which writes through `target` cannot alias
     for (unsigned int x = 0; x < width; ++x, coverage += 3, target += 4) {
         const std::uint32_t r = colors.r[coverage[0]];
         const std::uint32_t g = colors.g[coverage[1]];
@@ -106,8 +104,8 @@ void colorRow(const unsigned char* coverage, unsigned int width, const TextColor
 
 void colorRow(const unsigned char* coverage, unsigned int row, const Inner& rows, unsigned int width,
               const TextColor& text, unsigned char* target) {
-    // In the corners, where only the filter's fringes fall, darker pixels are left out as well; the two
-    // limits differ in their comparison, too.
+    // Only the filter's fringes reach the corners, so darker pixels become transparent there, too. A sum that
+    // equals the limit is drawn elsewhere, but not in the corners.
     constexpr unsigned int lightestInCorner = 690 - 1;
     constexpr unsigned int lightest = 749;
     if (rows.contains(row)) {

@@ -17,7 +17,7 @@ FaceSizing::FaceSizing(const FontFace& face, const BitmapGlyphInfo& info)
     : _operation(FontLoaders::renderingBounds)
     , _face(face.getHandle().get())
     , _known(face.getKnownSize()) {
-    constexpr double pointsPerInch = 72.0; // at this resolution a point is a pixel
+    constexpr double pointsPerInch = 72.0; // at this resolution, one point is one pixel
     _isSized = trySize(info.getFontSize() * info.getScale().x,
                        static_cast<double>(info.getDevicePixelRatio()) * pointsPerInch);
 }
@@ -34,7 +34,7 @@ void FaceSizing::confirm() {
     _known.isTrusted = FT_IS_SCALABLE(_face) && !FT_HAS_MULTIPLE_MASTERS(_face);
 }
 
-/// `height` in points, `resolution` in dots per inch; FreeType takes both for the width as well.
+/// `height` is in points and `resolution` in dots per inch. FreeType uses both for the width, too.
 bool FaceSizing::trySize(float height, double resolution) {
     const auto height26Dot6 = tryTruncate<FT_F26Dot6>(static_cast<double>(height) * 64.0);
     const auto wholeResolution = tryTruncate<FT_UInt>(resolution);
@@ -42,7 +42,7 @@ bool FaceSizing::trySize(float height, double resolution) {
         return false;
     }
     const bool isKnownAlready = isKnown(*height26Dot6, *wholeResolution);
-    _known.isTrusted = false; // until it is confirmed
+    _known.isTrusted = false; // until confirm is called
     if (isKnownAlready) {
         return true;
     }

@@ -10,11 +10,11 @@
 
 namespace Vell::FontEngine::Internal {
 
-/// The size that a FreeType face is known to have, so that it is not asked for again: FreeType would rerun
-/// the font's own preparation program, which takes ten times as long as a hinted glyph.
+/// The size that a FreeType face has, if that is known. Then the face need not be sized again, which would
+/// rerun the font's control value program and take ten times as long as a hinted glyph.
 ///
-/// Nothing is known of a face that is not scalable or varies, after a failure, and once somebody else has
-/// given the face another size. Belongs to whoever may use the face.
+/// The size is unknown if the face is not scalable or is variable, after a failure, and after a client has
+/// sized the face. Only a thread that may use the face may use this object.
 struct KnownSize {
     bool isTrusted = false; ///< FreeType has loaded a glyph at this size, and nothing has failed since
     FT_F26Dot6 height = 0;
@@ -23,16 +23,15 @@ struct KnownSize {
     FT_Size_Metrics metrics{};
 };
 
-/// A face sized for one glyph, within the bounds of FreeType's memory, while the glyph is made:
+/// Sizes a face for one glyph, and bounds FreeType's memory while the glyph is made:
 ///
 ///     FaceSizing sizing(face, info);
 ///     if (!sizing) return nullptr;
 ///     ...; // FreeType loads and renders; may throw
 ///     sizing.confirm();
 ///
-/// Converts to false when FreeType refuses, and when the size, the scale or the ratio is no number that
-/// FreeType could be given (not a number, infinite, out of range); zero and negative sizes are left to
-/// FreeType.
+/// Converts to false if FreeType refuses the size, or if the size, the scale or the ratio is NaN, infinite or
+/// out of FreeType's range. FreeType decides about zero and negative sizes.
 class FaceSizing {
 public:
     FaceSizing(const FontFace& face, const BitmapGlyphInfo& info);
@@ -43,7 +42,8 @@ public:
 
     explicit operator bool() const { return _isSized; }
 
-    /// All calls of FreeType have succeeded: the next glyph of this size may rely on it.
+    /// Call this after all calls of FreeType have succeeded. The next glyph of this size then need not size
+    /// the face.
     void confirm();
 
 private:

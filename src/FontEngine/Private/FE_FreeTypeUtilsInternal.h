@@ -16,45 +16,46 @@
 #include <memory>
 #include <utility>
 
-/// What the engine does with FreeType faces and glyphs. None of these functions owns the face that it is
-/// given; all of them change its state (charmap, size, transform, glyph slot), so one thread at a time may
-/// work on a face. Errors of FreeType are FreeTypeException, with the texts that stand in the sources.
+/// The engine's functions for FreeType faces and glyphs. None of them owns the face that it is given. Because
+/// they change the state of the face (charmap, size, transform, glyph slot), only one thread at a time may
+/// work on a face. They report FreeType's errors as FreeTypeException.
 namespace Vell::FontEngine::Internal {
 
-// --- What is read once, when a face is opened. Lengths are in ems.
+// --- What the engine reads once, when it opens a face. Lengths are in ems.
 
-/// Makes the right charmap current: Unicode, or for symbol fonts their own (Microsoft's symbol encoding in
-/// SFNT files, Adobe's custom encoding in others); else Unicode, else the one that is current, else the
-/// first. A face without any charmap is a failed assertion.
+/// Selects the Unicode charmap or, for a symbol font, the font's own (Microsoft's symbol encoding in SFNT
+/// files, Adobe's custom encoding in others). If the face does not have it, falls back to Unicode, then to
+/// the current charmap, then to the first. Asserts that the face has a charmap.
 VELL_API void selectFTCharmap(const FontLoaders::FTFacePtr& face, bool isSymbolic, bool isSfnt);
 
-/// Selects the charmap and reads all of it: each code's glyph and advance. The default entry is glyph 0 with
-/// its advance. Glyph indices keep their low 16 bits. Throws FreeTypeException, also for a charmap with more
-/// codes than Unicode has (1,114,112) and for one that takes more than five seconds, and BadNumCastError
-/// for a code above 32 bits.
+/// Selects the charmap and reads the glyph and the advance of every code. The default entry is glyph 0 with
+/// its advance. Glyph indices keep their low 16 bits.
+///
+/// Throws FreeTypeException if FreeType fails, if the charmap has more codes than Unicode (1,114,112), or if
+/// reading it takes more of the thread's time than five seconds and 20 microseconds per code. Throws
+/// BadNumCastError if a code does not fit into 32 bits.
 VELL_API Gfx::CharMap makeCharMap(const FontLoaders::FTFacePtr& face, GlyphTransform transform);
 
-/// Lets the glyph of a symbol font answer to its other customary code, too, unless a glyph has that code
-/// already: U+F0xx also to 00xx in SFNT files, 00xx also to U+F0xx in others. Looks at the low 32 bits of
-/// `charCode`.
+/// Maps a symbol font's other customary code to the same glyph, unless a glyph has that code already: 00xx
+/// for U+F0xx in SFNT files, U+F0xx for 00xx in others. Uses only the low 32 bits of `charCode`.
 VELL_API void addCharCodeAliasIfRequired(Gfx::CharMap& map, const Gfx::CharMap::GlyphIndexWithAdvance& glyph,
                                          unsigned long charCode, bool isSymbolic, bool isSfnt);
 
-/// The cap height (the ascender where the font does not tell) and the lower edge of the strike-out stroke (a
-/// third of the ascender where the font does not tell).
+/// Returns the cap height and the lower edge of the strike-out stroke. If the font does not specify them,
+/// they are the ascender and a third of the ascender.
 VELL_API std::pair<float, float> getCapHeightAndStrikeOutPosition(const FontLoaders::FTFacePtr& face);
 
-// --- Glyphs. The results own their FreeType glyph and the library that it needs; they may be released on any
-// thread.
+// --- Glyphs. A result owns its FreeType glyph and shares the library that the glyph needs. Any thread may
+// release it.
 
 /// The coordinates of an outline: 26.6 pixels at the face's current size, or font units.
 enum class OutlineScale : int { Scaled = 0, FontUnits = 1 };
 
-/// Emboldens by 1/24 em and then slants by about 12 degrees, as `transform` says.
+/// Emboldens by 1/24 em, then slants by about 12 degrees. `transform` selects either, both or none.
 VELL_API void applyGlyphTransform(const FontLoaders::FTFacePtr& face, FT_Outline* outline,
                                   GlyphTransform transform, OutlineScale scale);
 
-/// Renders a glyph of a face that has been sized already. `flipVertically` reverses the order of the rows.
+/// Renders a glyph of a face that already has its size. `flipVertically` reverses the order of the rows.
 VELL_API std::shared_ptr<const FT_BitmapGlyphRec_>
 createBitmapGlyph(const BitmapGlyphInfo& info, const FontLoaders::FTFacePtr& face, bool flipVertically);
 
@@ -64,15 +65,16 @@ VELL_API std::shared_ptr<FT_GlyphRec_> createOutlineGlyph(const GlyphInfo& info,
 
 // --- Colour.
 
-/// The integer part of 255 (value / 255)^gamma, in single precision. What no int can hold becomes the nearest
-/// int.
+/// Returns the integer part of 255 (value / 255)^gamma, computed in single precision. A value outside the
+/// range of int becomes the nearest int.
 VELL_API unsigned int encodeGamma(unsigned int value, float gamma);
 
-/// The same with the exponent 1 / gamma. Because of the truncations it may give one less than was encoded.
+/// Like encodeGamma, but with the exponent 1 / gamma. Both truncate, so decoding an encoded value may give
+/// one less than the original.
 VELL_API unsigned int decodeGamma(unsigned int value, float gamma);
 
-/// The glyph in the text colour over white, near-white pixels transparent; null unless the bitmap is
-/// FT_PIXEL_MODE_LCD. See BitmapGlyphImage for the pixels. Alpha is not read.
+/// Returns the glyph in the text colour over white, with near-white pixels transparent, or null unless the
+/// bitmap is FT_PIXEL_MODE_LCD. BitmapGlyphImage describes the pixels. Ignores the alpha of `color`.
 VELL_API std::shared_ptr<BitmapGlyphImageWithDeleter>
 getColoredGlyphImage(const FT_BitmapGlyphRec_& glyph, const cinder::ColorAT<unsigned char>& color);
 

@@ -13,7 +13,7 @@
 
 namespace Vell::FontEngine::Internal {
 
-/// A key that stands somewhere else: in the cache, the one in the rendered glyph of its entry.
+/// Refers to a key that is stored elsewhere. A key in the cache refers to the rendered glyph of its entry.
 struct BitmapKeyRef {
     const BitmapGlyphInfo* info;
 

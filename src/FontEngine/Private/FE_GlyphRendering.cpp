@@ -1,4 +1,4 @@
-// Glyphs of a face as bitmaps and as outlines.
+// Loads the glyphs of a face as bitmaps and as outlines.
 
 #include <FontEngine/Private/FE_BitmapRows.h>
 #include <FontEngine/Private/FE_FreeTypeUtilsInternal.h>
@@ -21,8 +21,8 @@ namespace {
 
 constexpr const char* file = "FontEngine/Private/FE_FreeTypeUtilsInternal";
 
-/// The auto-hinter loads glyphs of its own choice before the one in question: not in a font where that might
-/// not end.
+/// Before the requested glyph, the auto-hinter loads glyphs of its own choice. In some fonts that might not
+/// end, so this disables the auto-hinter for them.
 int restrainAutoHinter(FT_Face face, int flags) {
     constexpr int unhinted = FT_LOAD_NO_HINTING | FT_LOAD_NO_SCALE;
     constexpr int withoutAutoHinter = FT_LOAD_NO_AUTOHINT;
@@ -49,7 +49,7 @@ GlyphOwner takeGlyph(const FTFacePtr& face, const GlyphInfo& info) {
     FT_Glyph glyph = nullptr;
     throwIfGlyphFailed("FT_Get_Glyph() failed, error: {}, glyph index: {} ",
                        FT_Get_Glyph(face->glyph, &glyph), info);
-    static_cast<void>(library.release()); // the releaser finds it in the glyph
+    static_cast<void>(library.release()); // GlyphReleaser finds it in the glyph
     return GlyphOwner(glyph);
 }
 
@@ -76,8 +76,8 @@ void throwIfNotRendered(int error, const BitmapGlyphInfo& info) {
 }
 
 void rasterise(GlyphOwner& owner, const BitmapGlyphInfo& info) {
-    // FreeType replaces the glyph: it owns the old one while it works, whatever comes of it belongs to us
-    // again.
+    // FreeType replaces the glyph. It owns the old one during the call; the glyph that it leaves, even after
+    // an error, belongs to us.
     FT_Glyph glyph = owner.release();
     const int error = FT_Glyph_To_Bitmap(&glyph, info.getRenderMode(), nullptr, 1);
     owner.reset(glyph);

@@ -15,21 +15,21 @@ namespace Vell::FontEngine::Internal {
 namespace {
 
 std::uint64_t weigh(const FT_Bitmap& bitmap) {
-    constexpr std::uint64_t recordBytes = 48; // what a glyph's record costs beside its pixels
+    constexpr std::uint64_t recordBytes = 48; // the cost of a glyph's record, in addition to its pixels
     const std::uint32_t pixelBytes = static_cast<std::uint32_t>(std::abs(bitmap.pitch)) * bitmap.rows;
     return pixelBytes + recordBytes;
 }
 
 std::uint64_t weigh(const BitmapGlyphImage& image) {
-    // Four times the buffer, on purpose: the pitch counts the four bytes of a pixel already. Coloured images
-    // are cheap to make again from their bitmaps, so they leave their budget sooner.
+    // Four times the size of the buffer, because the pitch already counts four bytes per pixel. This is on
+    // purpose: a coloured image is cheap to make again from its bitmap, so the cache may evict it sooner.
     const std::uint32_t bytes = image.rows * 4U * static_cast<std::uint32_t>(image.pitch);
     return bytes;
 }
 
 static_assert(maxGlyphPixels <= FontLoaders::maxPixelsInMemory);
 
-/// Null when the face cannot be sized.
+/// Returns null if the face cannot be sized.
 GlyphOwner renderOnSizedFace(const BitmapGlyphInfo& info, const FontFace& face, bool flipVertically) {
     FaceSizing sizing(face, info);
     if (!sizing) {
@@ -40,7 +40,8 @@ GlyphOwner renderOnSizedFace(const BitmapGlyphInfo& info, const FontFace& face, 
     return glyph;
 }
 
-/// Null when the face cannot be sized, and for a glyph of a bitmap-only face.
+/// Returns null if the face cannot be sized, or if the glyph has no outline because the face has only
+/// bitmaps.
 PathPtr buildPathOnSizedFace(const GlyphInfo& info, const NNPtr<const FontFace>& face,
                              Gfx::Painter& painter) {
     FaceSizing sizing(*face, info);
@@ -68,28 +69,28 @@ StrikeInfo describe(const BitmapGlyphInfo& info, unsigned int color) {
             info.getScale(),          info.getDevicePixelRatio(), color};
 }
 
-/// Zeros of different signs compare equal, but a client can tell them apart. What is no number is not the
-/// same as anything.
+/// Like ==, but false for zeros of different signs, which a client can tell apart. Also false for NaN.
 bool areSame(float lhs, float rhs) {
     return lhs == rhs && std::signbit(lhs) == std::signbit(rhs);
 }
 
-bool hasNumbersOf(const BitmapGlyphInfo& key, const StrikeInfo& info) {
+bool hasSameNumbers(const BitmapGlyphInfo& key, const StrikeInfo& info) {
     return areSame(key.getFontSize(), info.fontSize) && areSame(key.getScale().x, info.scale.x) &&
            areSame(key.getScale().y, info.scale.y) &&
            areSame(key.getDevicePixelRatio(), info.devicePixelRatio);
 }
 
-/// Whether the key of a cached glyph is that of the laid one in all that a client can see: the character may
-/// be another one, and an equal description of a client's own class is another object.
-bool isKeyOf(const BitmapGlyphInfo& key, const LaidGlyph& laid, const BitmapSource& source) {
-    return key.getUnicode() == laid.unicode && hasNumbersOf(key, source.road.getInfo()) &&
+/// Whether a client cannot tell the key of a cached glyph from the key of the pending one. Equal keys may
+/// still differ in their character, or have different objects of a client's class as their face descriptions.
+bool isKeyFor(const BitmapGlyphInfo& key, const PendingGlyph& pending, const BitmapSource& source) {
+    return key.getUnicode() == pending.unicode && hasSameNumbers(key, source.strike.getInfo()) &&
            (key.getFaceInfo() == source.faceInfo ||
-            (source.road.isPlain() && FontFaceInfo::isExactly(*key.getFaceInfo())));
+            (source.strike.isPlain() && FontFaceInfo::isExactly(*key.getFaceInfo())));
 }
 
-/// Makes sure that the factory does not end before what is made for it is cached.
-bool canMake(const FontFace& face, FactoryPin& pin) {
+/// Keeps the factory alive until the cache has the glyph to be made. Returns false if the factory is already
+/// being destroyed.
+bool tryPinFactory(const FontFace& face, FactoryPin& pin) {
     if (pin == nullptr) {
         pin = face.shareFontFactory();
     }
@@ -100,12 +101,12 @@ bool canMake(const FontFace& face, FactoryPin& pin) {
 
 GlyphService::GlyphService()
     : _bitmaps(&_holds)
-    , _door(std::make_shared<GlyphDoor>(*this, _bitmaps.shareMutex(), _outlines.shareMutex())) {}
+    , _access(std::make_shared<GlyphAccess>(*this, _bitmaps.shareMutex(), _outlines.shareMutex())) {}
 
 GlyphService::~GlyphService() {
-    _door->shut();
+    _access->close();
     const RecursiveLock lock(_bitmaps.getMutex());
-    _holds.countAll();
+    _holds.addAllReferences();
 }
 
 const BitmapCache::Node& GlyphService::getBitmap(const BitmapGlyphInfo& info, const FontFace& face,
@@ -120,12 +121,12 @@ const BitmapCache::Node& GlyphService::getBitmap(const BitmapGlyphInfo& info, co
     return _bitmaps.putNew({rendered.get()}, BitmapCache::Node(CachedBitmap(rendered), bytes));
 }
 
-const BitmapCache::Node& GlyphService::getBitmapOf(BitmapSource& source, const LaidGlyph& glyph) const {
-    _bitmaps.prepare(source.road, source.faceInfo);
+const BitmapCache::Node& GlyphService::getBitmapFor(BitmapSource& source, const PendingGlyph& glyph) const {
+    _bitmaps.prepare(source.strike, source.faceInfo);
     const BitmapCache::Node& node = getBitmap(source.makeKey(glyph), source.face, source.flipVertically);
-    _bitmaps.open(source.road); // strikes may have ended meanwhile
-    if (hasNumbersOf(*node.getValue().data, source.road.getInfo())) {
-        _bitmaps.remember(source.road, glyph.getSlot(), node);
+    _bitmaps.open(source.strike); // making the glyph may have destroyed strikes
+    if (hasSameNumbers(*node.getValue().data, source.strike.getInfo())) {
+        _bitmaps.remember(source.strike, glyph.getSlot(), node);
     }
     return node;
 }
@@ -176,20 +177,20 @@ PathPtr GlyphService::copyPath(const GlyphInfo& info, const NNPtr<const FontFace
     return getPath(info, face, painter).getValue().data;
 }
 
-void GlyphService::append(BitmapSource& source, const LaidGlyphs& laid, HeldGlyphs& run,
+void GlyphService::append(BitmapSource& source, const PendingGlyphs& pending, HeldGlyphs& run,
                           FactoryPin& pin) const {
     _holds.watch(run.hold, run.glyphs, _bitmaps.shareMutex());
-    _bitmaps.open(source.road);
-    for (const LaidGlyph& glyph : laid) {
-        const BitmapCache::Node* node = _bitmaps.find(source.road, glyph.getSlot());
+    _bitmaps.open(source.strike);
+    for (const PendingGlyph& glyph : pending) {
+        const BitmapCache::Node* node = _bitmaps.find(source.strike, glyph.getSlot());
         const bool isRemembered = node != nullptr;
         if (isRemembered) {
             _bitmaps.use(*node);
         } else {
-            if (!canMake(source.face, pin)) {
+            if (!tryPinFactory(source.face, pin)) {
                 return;
             }
-            node = &getBitmapOf(source, glyph);
+            node = &getBitmapFor(source, glyph);
             _holds.watch(run.hold, run.glyphs, _bitmaps.shareMutex());
         }
         RenderedGlyph& rendered = *node->getValue().data;
@@ -198,53 +199,53 @@ void GlyphService::append(BitmapSource& source, const LaidGlyphs& laid, HeldGlyp
         }
         run.box.add(rendered);
         const bool isSameKey =
-            isRemembered ? rendered.getUnicode() == glyph.unicode : isKeyOf(rendered, glyph, source);
+            isRemembered ? rendered.getUnicode() == glyph.unicode : isKeyFor(rendered, glyph, source);
         if (!isSameKey) {
             run.glyphs.emplace_back(rendered.data, cinder::Vec2<float>(glyph.x, 0.0F), source.makeKey(glyph));
-        } else if (node->getValue().seat.isTaken()) {
+        } else if (node->getValue().link.isLinked()) {
             run.glyphs.emplace_back(rendered, glyph.x);
         } else {
-            const BitmapGlyph glyphOfEntry(rendered, glyph.x);
-            run.glyphs.push_back(glyphOfEntry); // a copy has an owner
+            const BitmapGlyph borrowed(rendered, glyph.x);
+            run.glyphs.push_back(borrowed); // the copy owns a reference
         }
-        run.hold->noteSize(run.glyphs.size());
+        run.hold->setSize(run.glyphs.size());
     }
 }
 
-ImagePtr GlyphService::copyImage(std::optional<ImageCache::Road>& road, const BitmapGlyph& glyph,
+ImagePtr GlyphService::copyImage(std::optional<ImageCache::Handle>& strike, const BitmapGlyph& glyph,
                                  const cinder::ColorAT<unsigned char>& color) const {
     const BitmapGlyphInfo& info = glyph.getInfo();
-    if (!road || !road->getInfo().isOf(info)) {
-        road.emplace(describe(info, ColoredBitmapGlyphInfo::packColor(color)));
+    if (!strike || !strike->getInfo().matches(info)) {
+        strike.emplace(describe(info, ColoredBitmapGlyphInfo::packColor(color)));
     }
     const std::uint32_t slot =
         getBitmapSlot(info.getGlyphIndex(), info.getRenderMode(), info.getOffsetInsidePixel(), info.isLast());
     const RecursiveLock lock(_images.getMutex());
-    _images.open(*road);
-    if (const ImageCache::Node* const node = _images.find(*road, slot)) {
+    _images.open(*strike);
+    if (const ImageCache::Node* const node = _images.find(*strike, slot)) {
         _images.use(*node);
         return node->getValue().data;
     }
-    _images.prepare(*road, info.getFaceInfo());
+    _images.prepare(*strike, info.getFaceInfo());
     const ImageCache::Node& node = getImage(glyph, color);
-    _images.remember(*road, slot, node);
+    _images.remember(*strike, slot, node);
     return node.getValue().data;
 }
 
-void GlyphService::append(OutlineSource& source, const LaidOutlines& laid, Gfx::Painter& painter,
+void GlyphService::append(OutlineSource& source, const PendingOutlines& pending, Gfx::Painter& painter,
                           std::vector<OutlineGlyph>& glyphs, FactoryPin& pin) const {
-    _outlines.open(source.road);
-    for (const LaidOutline& outline : laid) {
-        const OutlineCache::Node* node = _outlines.find(source.road, outline.glyphIndex);
+    _outlines.open(source.strike);
+    for (const PendingOutline& outline : pending) {
+        const OutlineCache::Node* node = _outlines.find(source.strike, outline.glyphIndex);
         if (node != nullptr) {
             _outlines.use(*node);
         } else {
-            if (!canMake(*source.face, pin)) {
+            if (!tryPinFactory(*source.face, pin)) {
                 return;
             }
-            _outlines.prepare(source.road, source.faceInfo);
+            _outlines.prepare(source.strike, source.faceInfo);
             node = &getPath(source.makeKey(outline.glyphIndex), source.face, painter);
-            _outlines.remember(source.road, outline.glyphIndex, *node);
+            _outlines.remember(source.strike, outline.glyphIndex, *node);
         }
         if (const PathPtr& path = node->getValue().data) {
             glyphs.emplace_back(path, outline.advance);
@@ -270,39 +271,39 @@ GlyphService::Budget::~Budget() {
 
 void GlyphService::exchange(Budget& budget) {
     {
-        const RecursiveLock lock(_bitmaps.getMutex()); // runs may end on other threads
+        const RecursiveLock lock(_bitmaps.getMutex()); // other threads may destroy runs
         _bitmaps.exchange(*budget.bitmaps);
     }
     budget.mutex = _bitmaps.shareMutex();
     _images.exchange(budget.images);
 }
 
-GlyphDoor::GlyphDoor(const GlyphService& glyphs, std::shared_ptr<RecursiveMutex> bitmapMutex,
-                     std::shared_ptr<RecursiveMutex> outlineMutex)
+GlyphAccess::GlyphAccess(const GlyphService& glyphs, std::shared_ptr<RecursiveMutex> bitmapMutex,
+                         std::shared_ptr<RecursiveMutex> outlineMutex)
     : _bitmapMutex(std::move(bitmapMutex))
     , _outlineMutex(std::move(outlineMutex))
     , _bitmaps(&glyphs)
     , _outlines(&glyphs) {}
 
-// The analysis does not know that these are the locks of the service.
-void GlyphDoor::append(BitmapSource& source, const LaidGlyphs& laid, HeldGlyphs& run,
-                       FactoryPin& pin) const VELL_NO_THREAD_SAFETY_ANALYSIS {
+// The thread safety analysis does not know that these are the locks of the service.
+void GlyphAccess::append(BitmapSource& source, const PendingGlyphs& pending, HeldGlyphs& run,
+                         FactoryPin& pin) const VELL_NO_THREAD_SAFETY_ANALYSIS {
     const RecursiveLock lock(*_bitmapMutex);
     if (_bitmaps != nullptr) {
-        _bitmaps->append(source, laid, run, pin);
+        _bitmaps->append(source, pending, run, pin);
     }
 }
 
-void GlyphDoor::append(OutlineSource& source, const LaidOutlines& laid, Gfx::Painter& painter,
-                       std::vector<OutlineGlyph>& glyphs,
-                       FactoryPin& pin) const VELL_NO_THREAD_SAFETY_ANALYSIS {
+void GlyphAccess::append(OutlineSource& source, const PendingOutlines& pending, Gfx::Painter& painter,
+                         std::vector<OutlineGlyph>& glyphs,
+                         FactoryPin& pin) const VELL_NO_THREAD_SAFETY_ANALYSIS {
     const RecursiveLock lock(*_outlineMutex);
     if (_outlines != nullptr) {
-        _outlines->append(source, laid, painter, glyphs, pin);
+        _outlines->append(source, pending, painter, glyphs, pin);
     }
 }
 
-void GlyphDoor::shut() {
+void GlyphAccess::close() {
     {
         const RecursiveLock lock(*_bitmapMutex);
         _bitmaps = nullptr;

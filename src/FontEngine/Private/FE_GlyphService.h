@@ -17,15 +17,16 @@
 
 namespace Vell::FontEngine::Internal {
 
-class GlyphDoor;
+class GlyphAccess;
 
-/// Keeps a factory alive; null as long as nothing needs that.
+/// Keeps a factory alive. Null until something needs the factory.
 using FactoryPin = std::shared_ptr<const FontFactory>;
 
-/// The glyphs of a factory, each rendered once: the one way to them for factory, faces and text painters. The
-/// three caches are locked one by one; an entry is looked up and made under the lock.
+/// The glyphs of a factory, each rendered once. The factory, its faces and the text painters all get their
+/// glyphs here. Each of the three caches has its own lock, and an entry is looked up and made under that
+/// lock.
 ///
-/// Errors: those of FontFactory's services, with nothing cached for the glyph that failed.
+/// Errors: those of FontFactory's services. A glyph that fails is not cached.
 class GlyphService {
 public:
     GlyphService();
@@ -33,8 +34,8 @@ public:
     GlyphService(const GlyphService&) = delete;
     GlyphService& operator=(const GlyphService&) = delete;
 
-    // --- One glyph by its key. A find gives a reference to what the cache holds: it is to be copied before
-    // another thread can evict it. A copy is safe.
+    // --- One glyph by its key. A `find` returns a reference into the cache; copy the pointer before another
+    // thread can evict the entry. A `copy` does that under the lock.
 
     const BitmapPtr& findBitmap(const BitmapGlyphInfo& info, const FontFace& face, bool flipVertically) const;
     BitmapPtr copyBitmap(const BitmapGlyphInfo& info, const FontFace& face, bool flipVertically) const;
@@ -43,31 +44,34 @@ public:
                             Gfx::Painter& painter) const;
     PathPtr copyPath(const GlyphInfo& info, const NNPtr<const FontFace>& face, Gfx::Painter& painter) const;
 
-    // --- Glyphs of a run, as if each were asked for by its key, one after the other. The lock is taken once
-    // for all glyphs of a call.
+    // --- Glyphs of a run. The caches behave as if the caller had requested each glyph by its key, one after
+    // the other, but one lock serves all glyphs of a call.
 
-    const std::shared_ptr<GlyphDoor>& shareDoor() const { return _door; }
-    /// Appends those that have a bitmap. There must be room for all. A glyph that has to be made needs the
-    /// factory, which `pin` keeps from then on; where the factory is about to end, nothing more is appended.
-    void append(BitmapSource& source, const LaidGlyphs& laid, HeldGlyphs& run, FactoryPin& pin) const
+    const std::shared_ptr<GlyphAccess>& shareAccess() const { return _access; }
+    /// Appends the glyphs that have a bitmap. The run must have room for all. Making a glyph needs the
+    /// factory, which `pin` keeps alive from then on. If the factory is being destroyed, the call stops at
+    /// the first glyph that it would have to make.
+    void append(BitmapSource& source, const PendingGlyphs& pending, HeldGlyphs& run, FactoryPin& pin) const
         VELL_REQUIRES(_bitmaps.getMutex());
-    /// `road` is empty at first and belongs to the run from then on.
-    ImagePtr copyImage(std::optional<ImageCache::Road>& road, const BitmapGlyph& glyph,
+    /// `strike` is empty for the first glyph of a run. Pass the same object for the run's other glyphs.
+    ImagePtr copyImage(std::optional<ImageCache::Handle>& strike, const BitmapGlyph& glyph,
                        const cinder::ColorAT<unsigned char>& color) const;
-    /// Appends those that have an outline.
-    void append(OutlineSource& source, const LaidOutlines& laid, Gfx::Painter& painter,
+    /// Appends the glyphs that have an outline, like append for bitmaps.
+    void append(OutlineSource& source, const PendingOutlines& pending, Gfx::Painter& painter,
                 std::vector<OutlineGlyph>& glyphs, FactoryPin& pin) const VELL_REQUIRES(_outlines.getMutex());
 
-    // --- The caches as such.
+    // --- The caches themselves.
 
     CacheFigures getBitmapFigures() const { return _bitmaps.getFigures(); }
     CacheFigures getImageFigures() const { return _images.getFigures(); }
     CacheFigures getOutlineFigures() const { return _outlines.getFigures(); }
 
-    /// Ends all glyphs, bitmaps first. The caller has the caches to itself; runs may end on other threads.
+    /// Destroys all glyphs, bitmaps first. The caller needs exclusive use of the caches, but other threads
+    /// may destroy runs.
     void clear();
 
-    /// Empty caches with a limit in bytes each; what they have taken over ends with them, bitmaps first.
+    /// Empty caches with a limit in bytes each. After exchange they hold the old entries, which the
+    /// destructor destroys, bitmaps first.
     struct Budget {
         explicit Budget(std::uint64_t maxBytes)
             : images(0, maxBytes)
@@ -78,15 +82,16 @@ public:
 
         ImageCache::Cache images;
         std::optional<BitmapCache::Cache> bitmaps;
-        std::shared_ptr<RecursiveMutex> mutex; ///< of the bitmaps taken over
+        std::shared_ptr<RecursiveMutex> mutex; ///< of the old bitmaps; null before exchange
     };
-    /// Takes over the limits and leaves bitmaps and images to `budget`. Outlines stay. Takes no lock.
+    /// Takes over the limits of `budget` and moves the bitmaps and images into it. Outlines stay. The caller
+    /// needs exclusive use of the caches, but other threads may destroy runs.
     void exchange(Budget& budget);
 
 private:
     const BitmapCache::Node& getBitmap(const BitmapGlyphInfo& info, const FontFace& face,
                                        bool flipVertically) const VELL_REQUIRES(_bitmaps.getMutex());
-    const BitmapCache::Node& getBitmapOf(BitmapSource& source, const LaidGlyph& glyph) const
+    const BitmapCache::Node& getBitmapFor(BitmapSource& source, const PendingGlyph& glyph) const
         VELL_REQUIRES(_bitmaps.getMutex());
     const ImageCache::Node& getImage(const BitmapGlyph& glyph,
                                      const cinder::ColorAT<unsigned char>& color) const
@@ -94,28 +99,29 @@ private:
     const OutlineCache::Node& getPath(const GlyphInfo& info, const NNPtr<const FontFace>& face,
                                       Gfx::Painter& painter) const VELL_REQUIRES(_outlines.getMutex());
 
-    // Destroyed from the last to the first.
+    // The destructor destroys the last member first.
     mutable RunHolds _holds VELL_GUARDED_BY(_bitmaps.getMutex());
     BitmapCache _bitmaps;
     ImageCache _images;
     OutlineCache _outlines;
-    std::shared_ptr<GlyphDoor> _door;
+    std::shared_ptr<GlyphAccess> _access;
 };
 
-/// The way of faces, which may outlive their factory, to its glyphs. It is shut when the factory ends:
-/// nothing is appended from then on. A text whose glyphs are all cached counts no reference to the factory.
-class GlyphDoor {
+/// Gives faces access to the glyphs of their factory, which they may outlive. The factory's destructor closes
+/// the access, which appends nothing from then on. A text whose glyphs are all cached takes no reference to
+/// the factory.
+class GlyphAccess {
 public:
-    GlyphDoor(const GlyphService& glyphs, std::shared_ptr<RecursiveMutex> bitmapMutex,
-              std::shared_ptr<RecursiveMutex> outlineMutex);
+    GlyphAccess(const GlyphService& glyphs, std::shared_ptr<RecursiveMutex> bitmapMutex,
+                std::shared_ptr<RecursiveMutex> outlineMutex);
 
     // GlyphService::append, under its lock.
-    void append(BitmapSource& source, const LaidGlyphs& laid, HeldGlyphs& run, FactoryPin& pin) const;
-    void append(OutlineSource& source, const LaidOutlines& laid, Gfx::Painter& painter,
+    void append(BitmapSource& source, const PendingGlyphs& pending, HeldGlyphs& run, FactoryPin& pin) const;
+    void append(OutlineSource& source, const PendingOutlines& pending, Gfx::Painter& painter,
                 std::vector<OutlineGlyph>& glyphs, FactoryPin& pin) const;
 
-    /// Waits for threads that are appending.
-    void shut();
+    /// Closes the access. Waits for threads that are appending.
+    void close();
 
 private:
     std::shared_ptr<RecursiveMutex> _bitmapMutex;

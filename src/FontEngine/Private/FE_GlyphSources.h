@@ -15,19 +15,20 @@
 
 namespace Vell::FontEngine::Internal {
 
-/// Whether glyphs stand at fractional positions. Below this ratio they stand on whole units, and the fraction
-/// of the pen is rendered into their bitmaps; dense screens need no such bitmaps. NaN is not dense.
+/// Whether a screen is so dense that glyphs have fractional positions. Otherwise glyphs have whole positions,
+/// and their bitmaps are rendered with the fraction of the pen position. NaN is not dense.
 constexpr bool isDense(float devicePixelRatio) {
     return devicePixelRatio >= 1.5F;
 }
 
-/// A glyph of a text before it has its bitmap: what tells it from the others of its source.
-struct LaidGlyph {
+/// A glyph of a text before it has its bitmap: the fields that distinguish it from other glyphs of its
+/// source.
+struct PendingGlyph {
     unsigned short glyphIndex;
     unsigned char offsetInsidePixel;
     bool isLast;
     unsigned int unicode;
-    float x; ///< of the pen, in logical units
+    float x; ///< the pen position in logical units
 
     FT_Render_Mode getRenderMode() const {
         return unicode == '_' ? FT_RENDER_MODE_LCD : FT_RENDER_MODE_NORMAL;
@@ -37,32 +38,32 @@ struct LaidGlyph {
     }
 };
 
-/// Glyphs that are fetched under one lock: so many that it does not count beside them, and so few that
-/// another thread does not wait long.
-constexpr std::size_t stretch = 64;
-using LaidGlyphs = boost::container::static_vector<LaidGlyph, stretch>;
+/// The maximum number of glyphs that are fetched under one lock: enough to make the cost of the lock
+/// negligible, and few enough not to keep other threads waiting.
+constexpr std::size_t maxBatchSize = 64;
+using PendingGlyphs = boost::container::static_vector<PendingGlyph, maxBatchSize>;
 
-/// A face that bitmaps of a run come from, with what they have in common. Whoever makes it keeps face and
-/// description.
+/// A face that supplies bitmaps of a run, and what their keys have in common. The creator keeps the face and
+/// the description alive.
 struct BitmapSource {
-    BitmapGlyphInfo makeKey(const LaidGlyph& glyph) const {
-        const StrikeInfo& info = road.getInfo();
+    BitmapGlyphInfo makeKey(const PendingGlyph& glyph) const {
+        const StrikeInfo& info = strike.getInfo();
         return BitmapGlyphInfo(faceInfo, glyph.getRenderMode(), glyph.glyphIndex, glyph.unicode,
                                info.fontSize, info.scale, info.devicePixelRatio, glyph.offsetInsidePixel,
                                glyph.isLast, info.transform);
     }
 
-    BitmapCache::Road road;
+    BitmapCache::Handle strike;
     const NNPtr<const Gfx::FontFaceInfo>& faceInfo;
     const FontFace& face;
     bool flipVertically;
 };
 
-/// The union of glyph boxes. Coordinates beyond 32,000 pixels are not expected: they would not widen it
-/// rightly.
+/// The union of glyph boxes. It starts as an inverted box of 32,000 pixels, so it is wrong for a run that
+/// lies beyond these coordinates.
 class BoxUnion {
 public:
-    /// The control box that FreeType gives in whole pixels.
+    /// Adds the control box that FreeType would return in whole pixels.
     void add(const GlyphBox& glyph) {
         const FT_Pos left = glyph.left;
         const FT_Pos top = glyph.top;
@@ -78,24 +79,24 @@ private:
     FT_BBox _box{32000, 32000, -32000, -32000};
 };
 
-/// The face that the outlines of a run come from. Whoever makes it keeps face and description.
+/// The face that supplies the outlines of a run. The creator keeps the face and the description alive.
 struct OutlineSource {
     GlyphInfo makeKey(unsigned short glyphIndex) const {
-        const StrikeInfo& info = road.getInfo();
+        const StrikeInfo& info = strike.getInfo();
         return GlyphInfo(faceInfo, glyphIndex, info.fontSize, info.transform);
     }
 
-    OutlineCache::Road road;
+    OutlineCache::Handle strike;
     const NNPtr<const Gfx::FontFaceInfo>& faceInfo;
     const NNPtr<const FontFace>& face;
 };
 
 /// A glyph of a text before it has its outline.
-struct LaidOutline {
+struct PendingOutline {
     unsigned short glyphIndex;
     float advance; ///< in font units
 };
 
-using LaidOutlines = boost::container::static_vector<LaidOutline, stretch>;
+using PendingOutlines = boost::container::static_vector<PendingOutline, maxBatchSize>;
 
 } // namespace Vell::FontEngine::Internal

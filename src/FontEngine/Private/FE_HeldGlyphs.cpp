@@ -2,14 +2,14 @@
 
 namespace Vell::FontEngine::Internal {
 
-void RunHold::count() noexcept {
-    for (; _countedSize != _size; ++_countedSize) {
-        _glyphs[_countedSize].hold(*this);
+void RunHold::addReferences() noexcept {
+    for (; _referencedSize != _size; ++_referencedSize) {
+        _glyphs[_referencedSize].hold(*this);
     }
 }
 
 void RunHold::own() noexcept {
-    for (std::size_t i = 0; i != _countedSize; ++i) {
+    for (std::size_t i = 0; i != _referencedSize; ++i) {
         _glyphs[i].own(*this);
     }
 }
@@ -19,7 +19,7 @@ void RunHoldEnd::operator()(RunHold* hold) const noexcept {
         const RecursiveLock lock(*hold->_mutex);
         const bool wasWatched = hold->is_linked();
         hold->unlink();
-        if (wasWatched && hold->_countedSize == 0) {
+        if (wasWatched && hold->_referencedSize == 0) {
             hold->_holds.recycle(*hold);
             return;
         }
@@ -46,15 +46,15 @@ void RunHolds::add(RunHoldPtr& hold, std::vector<BitmapGlyph>& glyphs,
     _watched.push_back(*hold);
 }
 
-void RunHolds::countAll() noexcept {
+void RunHolds::addAllReferences() noexcept {
     while (!_watched.empty()) {
-        _watched.front().count();
+        _watched.front().addReferences();
         _watched.pop_front();
     }
 }
 
 void RunHolds::recycle(RunHold& hold) noexcept {
-    constexpr std::size_t maxSpareCount = 32; // more than threads lay out at a time
+    constexpr std::size_t maxSpareCount = 32; // more than the number of threads that lay out text at one time
     if (_spareCount == maxSpareCount) {
         delete &hold;
         return;

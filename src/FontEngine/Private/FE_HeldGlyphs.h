@@ -17,8 +17,8 @@ namespace Vell::FontEngine::Internal {
 
 class RunHolds;
 
-/// The hold of one run on its glyphs. While the entries of the cache keep the bitmaps, the run references
-/// none of them: most runs end before an entry leaves its strike, and never write to memory that other
+/// Keeps the glyphs of one run alive. While the cache keeps the bitmaps, the run has no references to them.
+/// Most runs are destroyed before any entry leaves its strike, so they never write to memory that other
 /// threads read. The lock of the bitmap cache guards the hold.
 class RunHold
     : public boost::intrusive::list_base_hook<boost::intrusive::link_mode<boost::intrusive::auto_unlink>> {
@@ -27,35 +27,35 @@ public:
         : _holds(holds)
         , _mutex(std::move(mutex)) {}
 
-    /// The run has so many glyphs now.
-    void noteSize(std::size_t size) noexcept { _size = size; }
+    /// Sets the number of glyphs that the run has so far.
+    void setSize(std::size_t size) noexcept { _size = size; }
 
 private:
     friend class RunHolds;
     friend struct RunHoldEnd;
 
-    void count() noexcept;
+    void addReferences() noexcept;
     void own() noexcept;
 
-    RunHolds& _holds; // good while the hold is watched
+    RunHolds& _holds; // valid while the hold is watched
     std::shared_ptr<RecursiveMutex> _mutex;
     BitmapGlyph* _glyphs = nullptr;
     std::size_t _size = 0;
-    std::size_t _countedSize = 0; // the first ones are counted
+    std::size_t _referencedSize = 0; // the first glyphs, which have references
 };
 
-/// Watches the holds whose glyphs are not all counted, and counts them before it is too late. The lock of the
-/// bitmap cache guards it.
-class RunHolds : public SeatWatcher {
+/// Watches the holds whose glyphs may lack references, and adds the references before an entry leaves its
+/// strike. The lock of the bitmap cache guards this object.
+class RunHolds : public UnlinkObserver {
 public:
     RunHolds() = default;
     RunHolds(const RunHolds&) = delete;
     RunHolds& operator=(const RunHolds&) = delete;
-    /// Nothing is watched any more.
+    /// No hold may be watched any more.
     ~RunHolds();
 
-    /// Makes the hold if there is none. `glyphs` has room for all glyphs of the run. May throw
-    /// std::bad_alloc.
+    /// Starts to watch the hold; makes it first if it is null. `glyphs` must have room for all glyphs of the
+    /// run, so that they stay where they are. May throw std::bad_alloc.
     void watch(RunHoldPtr& hold, std::vector<BitmapGlyph>& glyphs,
                const std::shared_ptr<RecursiveMutex>& mutex) {
         if (hold == nullptr || !hold->is_linked()) {
@@ -63,9 +63,9 @@ public:
         }
     }
 
-    /// Leaves nothing watched.
-    void countAll() noexcept;
-    void beforeLeaving() noexcept override { countAll(); }
+    /// Adds the missing references of all watched holds and stops watching them.
+    void addAllReferences() noexcept;
+    void beforeUnlink() noexcept override { addAllReferences(); }
 
 private:
     friend struct RunHoldEnd;
@@ -81,16 +81,16 @@ private:
     std::size_t _spareCount = 0;
 };
 
-/// The glyphs of a run that is being laid out, held as in the finished run.
+/// The glyphs of a run that is being laid out. It keeps them alive in the same way as the finished run.
 struct HeldGlyphs {
-    /// `capacity` is enough for all glyphs to come.
+    /// `capacity` must be enough for all glyphs of the run.
     explicit HeldGlyphs(std::size_t capacity) { glyphs.reserve(capacity); }
 
     BitmapGlyphRun finish() && { return BitmapGlyphRun(std::move(glyphs), box.get(), std::move(hold)); }
 
     std::vector<BitmapGlyph> glyphs;
     BoxUnion box;
-    RunHoldPtr hold; // ends before the glyphs; null as long as there are none
+    RunHoldPtr hold; // destroyed before the glyphs; null until the first append
 };
 
 } // namespace Vell::FontEngine::Internal

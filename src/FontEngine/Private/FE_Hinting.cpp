@@ -56,7 +56,7 @@ struct Family {
     Rule boldItalic;
 };
 
-/// Tuned by eye, family by family: the gaps in a row are as intended as its entries.
+/// Tuned by eye for each family. In a row, hintByDefault is as deliberate as the other rules.
 constexpr std::array<Family, 8> families{{
     {"Times New Roman", hintByDefault, hintByDefault, hintByDefault, autoHintRAndX},
     {"Charter", alwaysAutoHint, hintByDefault, alwaysAutoHint, alwaysAutoHint},

@@ -4,9 +4,9 @@
 
 namespace Vell::FontEngine::Internal {
 
-/// How FreeType shall hint a glyph: load flags, 0 for FreeType's own choice. Some families are drawn better,
-/// or only some of their characters in some styles, by the auto-hinter or by light hinting. `family` is the
-/// family name as the font file has it, compared exactly; it may be null.
+/// Returns the load flags that select the hinting of a glyph; 0 leaves the choice to FreeType. Some families
+/// look better with the auto-hinter or with light hinting, sometimes only some of their characters in some
+/// styles. `family` is the family name in the font file, which is compared exactly. It may be null.
 int getHintingFlags(const char* family, const BitmapGlyphInfo& info);
 
 } // namespace Vell::FontEngine::Internal

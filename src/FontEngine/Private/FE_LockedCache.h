@@ -11,11 +11,13 @@
 
 namespace Vell::FontEngine::Internal {
 
-/// A cache with the lock that guards it. Every look-up holds the lock while it looks, makes and inserts, so
-/// that an entry is made once.
+/// A cache with the lock that guards it. A lookup holds the lock while it searches, makes and inserts, so
+/// each entry is made once.
 ///
-/// Reentrancy: what makes an entry, and the end of keys and values, may look up, `clear` and `exchange` on
-/// the same thread. Errors: whatever `makeNode` throws, with nothing added and no lock held.
+/// Reentrancy: `makeNode` and the destructors of keys and values may look up, `clear` and `exchange` on the
+/// same thread.
+///
+/// Errors: exceptions from `makeNode` pass through. Then nothing is added and the lock is free.
 template <class Key, class Value, class Hash>
 class LockedCache {
 public:
@@ -23,7 +25,7 @@ public:
     using Node = typename Cache::DataNode;
 
     LockedCache() = default;
-    /// Entries end under the lock.
+    /// Destroys the entries under the lock.
     ~LockedCache() {
         const RecursiveLock lock(*_mutex);
         _cache.reset();
@@ -32,18 +34,18 @@ public:
     LockedCache& operator=(const LockedCache&) = delete;
 
     RecursiveMutex& getMutex() const VELL_RETURN_CAPABILITY(*_mutex) { return *_mutex; }
-    /// For what needs the lock when the cache may have gone.
+    /// For objects that need the lock and may outlive the cache.
     const std::shared_ptr<RecursiveMutex>& shareMutex() const { return _mutex; }
 
-    /// The value of a key, made by `makeNode()` if there is none; a copy, which no other thread can take
-    /// away.
+    /// Returns a copy of the value of a key, which other threads cannot evict. Puts what `makeNode()` returns
+    /// if the cache does not have the key.
     template <class MakeNode>
     Value copy(const Key& key, const MakeNode& makeNode) const {
         const RecursiveLock lock(*_mutex);
         return getOrPut(key, makeNode).getValue();
     }
 
-    // As in MRUCache, under a lock that the caller holds as long as it uses the entry.
+    // Like the operations of MRUCache. The caller holds the lock as long as it uses the entry.
     const Node* get(const Key& key) const VELL_REQUIRES(*_mutex) { return _cache->get(key); }
     void use(const Node& held) const VELL_REQUIRES(*_mutex) { _cache->use(held); }
     const Node& putNew(const Key& key, Node node) const VELL_REQUIRES(*_mutex) {
@@ -65,10 +67,12 @@ public:
                 _cache->getMaxSizeInBytes()};
     }
 
-    /// Ends all entries and keeps the limits. Takes no lock: the caller has the cache to itself.
+    /// Destroys all entries and keeps the limits. Takes no lock: the caller holds it or has exclusive use of
+    /// the cache.
     void clear() VELL_NO_THREAD_SAFETY_ANALYSIS { _cache->clear(); }
 
-    /// Takes over the limits of `other`, which is empty, and leaves the entries to it. Takes no lock.
+    /// Takes over the limits of `other`, which must be empty, and moves the entries into it. Takes no lock,
+    /// like clear.
     void exchange(Cache& other) VELL_NO_THREAD_SAFETY_ANALYSIS { *_cache = std::move(other); }
 
 protected:

@@ -7,7 +7,7 @@ namespace Vell::FontEngine::Internal {
 
 namespace {
 
-constexpr FT_Pos pixel = 64; // of FreeType's 26.6
+constexpr FT_Pos pixel = 64; // in 26.6
 constexpr FT_Pos conicTolerance = pixel / 4;
 constexpr FT_Pos cubicTolerance = pixel / 2;
 
@@ -15,7 +15,8 @@ FT_Pos floorToPixel(FT_Pos position) {
     return position >> 6;
 }
 
-/// Into how many segments a curve is flattened: each halving leaves a quarter of the deviation.
+/// Returns the number of segments into which FreeType flattens a curve. Each halving leaves a quarter of the
+/// deviation.
 std::int64_t countSegments(FT_Pos deviation, FT_Pos tolerance) {
     std::int64_t segments = 1;
     for (; deviation > tolerance; deviation /= 4) {
@@ -28,7 +29,8 @@ FT_Pos getLarger(FT_Pos x, FT_Pos y) {
     return std::max(std::abs(x), std::abs(y));
 }
 
-/// Keeps for each row by how much it differs from the row below.
+/// Walks along an outline and sums up the work of each row. Stores each row as its difference from the row
+/// below.
 class RowWalk {
 public:
     RowWalk(FT_Pos low, std::size_t rows, Oversampling oversampling)
@@ -60,16 +62,16 @@ void RowWalk::add(FT_Pos lowest, FT_Pos highest, RowWork work) {
     RowWork& first = _differences[static_cast<std::size_t>(floorToPixel(lowest) - _lowestRow)];
     first.entered += work.entered;
     first.walked += work.walked;
-    RowWork& behind = _differences[static_cast<std::size_t>(floorToPixel(highest) - _lowestRow) + 1];
-    behind.entered -= work.entered;
-    behind.walked -= work.walked;
+    RowWork& end = _differences[static_cast<std::size_t>(floorToPixel(highest) - _lowestRow) + 1];
+    end.entered -= work.entered;
+    end.walked -= work.walked;
 }
 
 void RowWalk::addLine(const FT_Vector& to) {
     const FT_Pos low = std::min(_position.y, to.y);
     const FT_Pos high = std::max(_position.y, to.y);
     const FT_Pos rows = floorToPixel(high) - floorToPixel(low);
-    // Of a horizontal line FreeType enters the last pixel only.
+    // FreeType enters only the last pixel of a horizontal line.
     const FT_Pos pixels = low == high ? 1 : std::abs(floorToPixel(to.x) - floorToPixel(_position.x));
     const FT_Pos inRow =
         low == high || rows == 0 ? pixels : std::min(pixels, pixels * pixel / (high - low)) + 1;
@@ -153,7 +155,7 @@ std::vector<RowWork> measureRows(const FT_Outline& outline, FT_Pos low, std::siz
                                  Oversampling oversampling) {
     static const FT_Outline_Funcs callbacks{onMove, onLine, onConic, onCubic, 0, 0};
     RowWalk walk(low, rows, oversampling);
-    // An outline that cannot be walked to its end cannot be rendered either.
+    // Ignores an error: an outline that FreeType cannot walk to its end, it cannot render either.
     FT_Outline_Decompose(const_cast<FT_Outline*>(&outline), &callbacks, &walk);
     return walk.sum();
 }

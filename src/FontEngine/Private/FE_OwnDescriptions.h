@@ -7,22 +7,24 @@
 
 namespace Vell::FontEngine::Internal {
 
-/// The description if it is of this library's own kind, or null.
+/// Returns the description as this library's own class, or null if it has another class.
 inline const ExtFontInfo* findOwn(const Gfx::ExtFontInfo& extFontInfo) {
     const bool isOwn = ExtFontInfo::isExactly(extFontInfo);
     return isOwn ? static_cast<const ExtFontInfo*>(&extFontInfo) : nullptr;
 }
 
-/// The description of the font in it if that is of this library's own kind, too, or null. Asking it calls
-/// nothing of a client, so it may be asked once where a client's is asked for every character.
-inline const FontInfo* findSilentFontInfo(const ExtFontInfo* own) {
-    const bool isSilent = own != nullptr && FontInfo::isExactly(own->viewFontInfo());
-    return isSilent ? static_cast<const FontInfo*>(&own->viewFontInfo()) : nullptr;
+/// Returns the font description in `own` as this library's own class, or null if it has another class.
+/// Reading it calls no client code, so one call is enough where a client's description is called for every
+/// character.
+inline const FontInfo* findOwnFontInfo(const ExtFontInfo* own) {
+    const bool isOwn = own != nullptr && FontInfo::isExactly(own->viewFontInfo());
+    return isOwn ? static_cast<const FontInfo*>(&own->viewFontInfo()) : nullptr;
 }
 
-/// The description of the face that stands in such descriptions, or null. It may be of any class itself.
-inline const NNPtr<const Gfx::FontFaceInfo>* findSilentFaceInfo(const ExtFontInfo* own) {
-    const FontInfo* const fontInfo = findSilentFontInfo(own);
+/// Returns the face description that such a font description stores, or null. The face description may have
+/// any class.
+inline const NNPtr<const Gfx::FontFaceInfo>* findStoredFaceInfo(const ExtFontInfo* own) {
+    const FontInfo* const fontInfo = findOwnFontInfo(own);
     return fontInfo != nullptr ? &fontInfo->viewFontFaceInfo() : nullptr;
 }
 

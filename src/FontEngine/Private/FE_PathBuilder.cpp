@@ -10,15 +10,15 @@ namespace Vell::FontEngine::Internal {
 
 namespace {
 
-/// What the callbacks work on. An exception must not pass through FreeType's frames: it is kept here, the
-/// walk is stopped, and the caller of FreeType throws it again.
+/// The state of the callbacks. An exception must not pass through FreeType's frames: the callback stores it
+/// here and stops the walk, and the caller of FreeType rethrows it.
 struct Walk {
     Gfx::Painter& painter;
     std::exception_ptr exception;
 };
 
 cinder::Vec2<float> toPainter(const FT_Vector& point) {
-    // Negated as an integer: as a float, a point on the base line would get a negative zero.
+    // Negates the integer: negating the float would turn a zero on the base line into a negative zero.
     return {static_cast<float>(point.x), static_cast<float>(-point.y)};
 }
 

@@ -10,9 +10,9 @@
 
 namespace Vell::FontEngine::Internal {
 
-/// Draws an outline into a new path of the painter, with the coordinates as they are but y pointing down, and
-/// leaves the painter with an empty path. Throws FreeTypeException when FreeType refuses the outline; what
-/// the painter throws passes through. A null path from the painter is a failed assertion.
+/// Draws an outline into a new path of the painter, with the same coordinates except that y points down.
+/// Leaves the painter with an empty path. Throws FreeTypeException if FreeType refuses the outline;
+/// exceptions from the painter pass through. Asserts that the painter returns a path.
 std::shared_ptr<const Gfx::Path> buildPath(const FT_Outline& outline, const GlyphInfo& info,
                                            Gfx::Painter& painter);
 

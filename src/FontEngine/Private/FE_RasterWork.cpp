@@ -10,22 +10,22 @@ namespace Vell::FontEngine::Internal {
 
 namespace {
 
-// The grey rasteriser renders bands of at most so many rows and has room for so many touched pixels at a
-// time, kept as one sorted list for each row. It halves a band with more of them and walks the outline anew
-// for each half. A single row with more is FreeType's own raster overflow.
+// The grey rasteriser renders the rows in bands of at most maxBandRows. It has room for maxBandPixels touched
+// pixels at a time, in one sorted list per row. If a band has more, the rasteriser halves it and walks the
+// outline again for each half. FreeType reports a raster overflow if a single row has more than maxRowPixels.
 constexpr std::int64_t maxBandRows = 85;
 constexpr std::int64_t maxBandPixels = 568;
 constexpr std::int64_t maxRowPixels = 680;
 
-// Nanoseconds, as measured.
-constexpr std::int64_t pointCost = 6;  // of a point, each time that the outline is walked
-constexpr std::int64_t pixelCost = 4;  // of a pixel on the way of a segment, each time
-constexpr std::int64_t searchCost = 1; // of a pixel in the list of the row that a segment enters
+// Measured costs in nanoseconds.
+constexpr std::int64_t pointCost = 6;  // per point, for each walk along the outline
+constexpr std::int64_t pixelCost = 4;  // per pixel that a segment crosses, for each walk
+constexpr std::int64_t searchCost = 1; // per pixel in the list of the row that a segment enters
 
 /// How an outline is rasterised, by render mode.
 struct Rasterisation {
     Oversampling oversampling;
-    std::int64_t bitmapCost; ///< nanoseconds of a pixel of the finished bitmap: clearing, filling, filtering
+    std::int64_t bitmapCost; ///< nanoseconds per pixel of the bitmap, to clear, fill and filter it
 };
 
 /// An outline's pixels as the rasteriser sees them.
@@ -41,7 +41,7 @@ Rasterisation getRasterisation(const FT_Outline& outline, FT_Render_Mode mode) {
     case FT_RENDER_MODE_LCD_V:
         return {{1, 3}, 6};
     case FT_RENDER_MODE_MONO:
-        return {{1, 1}, 0}; // another rasteriser, which gives up where the grey one begins to take long
+        return {{1, 1}, 0}; // another rasteriser, which gives up where the grey one becomes slow
     default:
         return (outline.flags & FT_OUTLINE_OVERLAP) != 0 ? Rasterisation{{4, 4}, 28}
                                                          : Rasterisation{{1, 1}, 1};
@@ -66,20 +66,20 @@ std::int64_t getBitmapWork(PixelGrid grid, const Rasterisation& rasterisation) {
     return grid.width * grid.rows / samples * rasterisation.bitmapCost;
 }
 
-/// More than the work of any outline of so many points in this grid: each segment crosses all of it, and
-/// each row is a band of its own.
+/// Returns more than the work of any outline with so many points in this grid. Assumes that each segment
+/// crosses the whole grid and that each row is a band of its own.
 std::int64_t getUpperBound(std::int64_t points, PixelGrid grid) {
     const std::int64_t longestSegment = 2 * (grid.width + grid.rows + 4);
     const std::int64_t listCost = 4 * (pixelCost + searchCost * std::min(grid.width, maxRowPixels));
     return points * longestSegment * (2 * grid.rows * pixelCost + listCost);
 }
 
-/// What the rows of a band ask for together.
+/// The total work of the rows of a band.
 struct Band {
     std::int64_t rows = 0;
     std::int64_t touched = 0; ///< pixels
     std::int64_t entered = 0;
-    std::int64_t searched = 0; ///< pixels, those of a list for each time that its row is entered
+    std::int64_t searched = 0; ///< pixels in the list of a row, each time that it is entered
     std::int64_t walked = 0;
 
     void add(const RowWork& row, std::int64_t width) {
@@ -92,12 +92,13 @@ struct Band {
     }
 };
 
-/// How often the outline is walked for a band: for each part, and for each larger part that had no room.
+/// Returns how many times FreeType walks the outline for a band: once for each part that fits, and once for
+/// each larger part that does not.
 std::int64_t countWalks(const Band& band) {
     return std::min(2 * band.rows, 1 + 3 * band.touched / maxBandPixels);
 }
 
-/// How many walks enter the same pixel: one for each halving, of which most stop early.
+/// Returns how many walks enter the same pixel. There is one for each halving, but most of them stop early.
 std::int64_t countEntries(std::int64_t walks) {
     std::int64_t halvings = 0;
     for (; walks > 1; walks /= 2) {

@@ -2,7 +2,7 @@
 
 #include <mutex>
 
-/// What clang's thread safety analysis is told about locks (-Wthread-safety); other compilers see nothing.
+/// Annotations for clang's thread safety analysis (-Wthread-safety). Other compilers ignore them.
 #if defined(__clang__)
 #define VELL_THREAD_SAFETY(attribute) __attribute__((attribute))
 #else
@@ -11,31 +11,32 @@
 
 #define VELL_CAPABILITY(name) VELL_THREAD_SAFETY(capability(name))
 #define VELL_SCOPED_CAPABILITY VELL_THREAD_SAFETY(scoped_lockable)
-/// The member may be used only while the lock is held.
+/// Code may use the member only while it holds the lock.
 #define VELL_GUARDED_BY(mutex) VELL_THREAD_SAFETY(guarded_by(mutex))
 /// The caller holds the lock.
 #define VELL_REQUIRES(mutex) VELL_THREAD_SAFETY(requires_capability(mutex))
 #define VELL_ACQUIRE(...) VELL_THREAD_SAFETY(acquire_capability(__VA_ARGS__))
 #define VELL_RELEASE(...) VELL_THREAD_SAFETY(release_capability(__VA_ARGS__))
 #define VELL_RETURN_CAPABILITY(mutex) VELL_THREAD_SAFETY(lock_returned(mutex))
-/// The function needs no lock, for the reason that stands beside it.
+/// The analysis skips the function, for the reason given beside it.
 #define VELL_NO_THREAD_SAFETY_ANALYSIS VELL_THREAD_SAFETY(no_thread_safety_analysis)
 
 namespace Vell::FontEngine::Internal {
 
-/// A recursive mutex that the thread safety analysis knows. One that is taken is asked for again for up to a
-/// tenth of a millisecond before the thread sleeps: what it guards rarely takes longer, and waking up would.
+/// A recursive mutex for the thread safety analysis. While another thread holds it, lock() retries for up to
+/// a tenth of a millisecond before the thread sleeps. The guarded work rarely takes longer than that, but
+/// waking up would.
 class VELL_CAPABILITY("mutex") RecursiveMutex {
 public:
     void lock() VELL_ACQUIRE() {
         if (!_mutex.try_lock()) {
-            lockTaken();
+            lockContended();
         }
     }
     void unlock() VELL_RELEASE() { _mutex.unlock(); }
 
 private:
-    void lockTaken() {
+    void lockContended() {
         constexpr int attempts = 1000;
         for (int attempt = 0; attempt != attempts; ++attempt) {
             pause();
@@ -46,7 +47,7 @@ private:
         _mutex.lock();
     }
 
-    /// Leaves the processor's other thread, and the memory bus, to who holds the lock.
+    /// Leaves the core's other hardware thread and the memory bus to the thread that holds the lock.
     static void pause() {
 #if defined(__x86_64__) || defined(__i386__)
         __builtin_ia32_pause();

@@ -19,11 +19,11 @@ struct GlyphReleaser {
 
 using GlyphOwner = std::unique_ptr<FT_GlyphRec_, GlyphReleaser>;
 
-/// A bitmap glyph of a face that has been sized already, as createBitmapGlyph makes it.
+/// Renders a bitmap glyph as createBitmapGlyph does. The face must already have its size.
 GlyphOwner renderBitmapGlyph(const BitmapGlyphInfo& info, const FontLoaders::FTFacePtr& face,
                              bool flipVertically);
 
-/// Where a bitmap glyph lies, in device pixels, as FreeType tells it.
+/// The position and extent of a bitmap glyph in device pixels, as FreeType reports them.
 struct GlyphBox {
     std::int32_t left = 0;
     std::int32_t top = 0; ///< y points up
@@ -31,10 +31,10 @@ struct GlyphBox {
     std::uint32_t rows = 0;
 };
 
-/// A rendered glyph as the bitmap cache and runs share it. Immutable but for who holds it. The box stands
-/// beside what a run changes anyway.
+/// A rendered glyph, shared by the bitmap cache and runs. Only its references change. The box repeats what
+/// the FreeType glyph has, so that the layout need not follow the pointer to it.
 struct RenderedGlyph : GlyphBox, KeyedBitmap {
-    /// `owner` is null where FreeType cannot size the face.
+    /// `owner` is null if FreeType cannot size the face.
     RenderedGlyph(const BitmapGlyphInfo& key, GlyphOwner owner)
         : KeyedBitmap(key)
         , glyph(std::move(owner)) {
@@ -53,7 +53,7 @@ struct RenderedGlyph : GlyphBox, KeyedBitmap {
     const GlyphOwner glyph;
 };
 
-/// The hold of the bitmap cache on a glyph.
+/// The reference of the bitmap cache to a glyph.
 class CachedBitmap {
 public:
     explicit CachedBitmap(const std::shared_ptr<RenderedGlyph>& rendered)

@@ -15,18 +15,18 @@
 
 namespace Vell::FontEngine::Internal {
 
-/// Is told before an entry leaves its seat: when it leaves its cache, above all.
-class SeatWatcher {
+/// Gets a call before entries leave a strike, which mostly happens because they leave the cache.
+class UnlinkObserver {
 public:
-    virtual void beforeLeaving() noexcept = 0;
+    virtual void beforeUnlink() noexcept = 0;
 
 protected:
-    ~SeatWatcher() = default;
+    ~UnlinkObserver() = default;
 };
 
-/// The entries of a cache for the glyphs of one face at one size, found by their slots: a shortcut past the
-/// hash of a whole key. A strike owns no entry. An entry that leaves its cache leaves its strike first,
-/// because its value, a `Value`, has a `Seat seat` as its last member.
+/// The cached glyphs of one face at one size, found by their slots. This saves the hash of a whole key. A
+/// strike does not own its entries. The last member of a `Value` is a `Link link`, so an entry that leaves
+/// its cache leaves its strike first.
 ///
 /// Threads: the lock of the cache guards its strikes.
 template <class Value>
@@ -34,22 +34,22 @@ class Strike {
 public:
     using Node = MRUCacheNode<Value>;
 
-    /// The place of an entry in at most one strike.
-    class Seat {
+    /// Links an entry to the strike that it is in, if any.
+    class Link {
     public:
-        Seat() = default;
-        /// A value moves into its cache before it takes a seat.
-        Seat(Seat&&) noexcept {}
-        ~Seat() { leave(); }
+        Link() = default;
+        /// Moves no link, because a value moves into its cache before it enters a strike.
+        Link(Link&&) noexcept {}
+        ~Link() { unlink(); }
 
-        bool isTaken() const { return _strike != nullptr; }
+        bool isLinked() const { return _strike != nullptr; }
 
     private:
         friend class Strike;
 
-        void leave() const {
+        void unlink() const {
             if (_strike != nullptr) {
-                std::exchange(_strike, nullptr)->empty(_slot);
+                std::exchange(_strike, nullptr)->erase(_slot);
             }
         }
 
@@ -57,16 +57,16 @@ public:
         mutable std::uint32_t _slot = noSlot;
     };
 
-    /// `watcher` may be null.
-    explicit Strike(SeatWatcher* watcher = nullptr)
-        : _watcher(watcher) {}
+    /// `observer` may be null.
+    explicit Strike(UnlinkObserver* observer = nullptr)
+        : _observer(observer) {}
     ~Strike() { clear(); }
     Strike(const Strike&) = delete;
     Strike& operator=(const Strike&) = delete;
 
     bool isEmpty() const { return _count == 0; }
 
-    /// The entry in a slot, or null.
+    /// Returns the entry in a slot, or null.
     const Node* find(std::uint32_t slot) const { return _cells.empty() ? nullptr : _cells[findCell(slot)]; }
 
     bool hasRoom() const { return (_count + 1) * 3 <= _cells.size() * 2; }
@@ -77,21 +77,21 @@ public:
         }
     }
 
-    /// Puts an entry into a slot that is empty, or its own. There must be room.
+    /// Puts an entry into a slot. The slot must be empty or already hold this entry, and there must be room.
     void add(std::uint32_t slot, const Node& node) noexcept {
-        const Seat& seat = node.getValue().seat;
-        seat.leave();
-        seat._strike = this;
-        seat._slot = slot;
+        const Link& link = node.getValue().link;
+        link.unlink();
+        link._strike = this;
+        link._slot = slot;
         _cells[findCell(slot)] = &node;
         ++_count;
     }
 
     void clear() {
-        warn();
+        notifyObserver();
         for (const Node* const node : _cells) {
             if (node != nullptr) {
-                node->getValue().seat._strike = nullptr;
+                node->getValue().link._strike = nullptr;
             }
         }
         _cells.clear();
@@ -99,23 +99,24 @@ public:
     }
 
 private:
-    void warn() const {
-        if (_watcher != nullptr && _count != 0) {
-            _watcher->beforeLeaving();
+    void notifyObserver() const {
+        if (_observer != nullptr && _count != 0) {
+            _observer->beforeUnlink();
         }
     }
 
-    static std::uint32_t getSlot(const Node& node) { return node.getValue().seat._slot; }
+    static std::uint32_t getSlot(const Node& node) { return node.getValue().link._slot; }
 
     std::size_t getMask() const { return _cells.size() - 1; }
 
-    /// Where a slot belongs; neighbours in a text have slots far from each other.
+    /// Returns the preferred cell of a slot. The multiplication spreads slots that differ only in their upper
+    /// bits.
     std::size_t getHome(std::uint32_t slot) const {
         constexpr std::uint64_t spread = 0x9E3779B97F4A7C15U; // 2^64 divided by the golden ratio
         return static_cast<std::size_t>((slot * spread) >> 32U) & getMask();
     }
 
-    /// The cell of a slot, or the empty one where it would go.
+    /// Returns the cell that holds a slot, or the empty cell where it would go.
     std::size_t findCell(std::uint32_t slot) const {
         std::size_t cell = getHome(slot);
         while (_cells[cell] != nullptr && getSlot(*_cells[cell]) != slot) {
@@ -125,8 +126,8 @@ private:
     }
 
     void grow() {
-        constexpr std::size_t smallest = 16;
-        std::vector<const Node*> old(std::max(smallest, 2 * _cells.size()), nullptr);
+        constexpr std::size_t minCellCount = 16;
+        std::vector<const Node*> old(std::max(minCellCount, 2 * _cells.size()), nullptr);
         old.swap(_cells);
         for (const Node* const node : old) {
             if (node != nullptr) {
@@ -135,11 +136,11 @@ private:
         }
     }
 
-    void empty(std::uint32_t slot) {
-        warn();
+    void erase(std::uint32_t slot) {
+        notifyObserver();
         std::size_t hole = findCell(slot);
         --_count;
-        // What was put behind the hole because its own place was taken moves up.
+        // Moves up the entries that were put behind the hole because their preferred cells were taken.
         for (std::size_t next = (hole + 1) & getMask(); _cells[next] != nullptr;
              next = (next + 1) & getMask()) {
             const std::size_t home = getHome(getSlot(*_cells[next]));
@@ -151,21 +152,21 @@ private:
         _cells[hole] = nullptr;
     }
 
-    std::vector<const Node*> _cells; // a power of two of them, or none; at most two thirds are taken
+    std::vector<const Node*> _cells; // none or a power of two; at most two thirds are taken
     std::size_t _count = 0;
-    SeatWatcher* _watcher;
+    UnlinkObserver* _observer;
 };
 
-/// The strikes of one cache, each while it has entries.
+/// The strikes of one cache. Empty strikes are removed from time to time.
 template <class Value>
 class Strikes {
 public:
     using Strike = Internal::Strike<Value>;
 
-    explicit Strikes(SeatWatcher* watcher = nullptr)
-        : _watcher(watcher) {}
+    explicit Strikes(UnlinkObserver* observer = nullptr)
+        : _observer(observer) {}
 
-    /// Null if there is none. Good until `getChanges` answers something else.
+    /// Returns null if there is none. The pointer is valid as long as `getChanges` returns the same number.
     Strike* find(const StrikeInfo& info) {
         if (_last != nullptr && _last->first == info) {
             return &_last->second.strike;
@@ -178,57 +179,58 @@ public:
         return &found->second.strike;
     }
 
-    /// The same, with a new one if there is none; shares the description then.
+    /// Like find, but adds a strike if there is none. An added strike shares the description.
     Strike& findOrAdd(StrikeInfo info, const NNPtr<const Gfx::FontFaceInfo>& faceInfo) {
         if (Strike* const found = find(info)) {
             return *found;
         }
-        if (_strikes.size() >= _sweepAt) {
+        if (_strikes.size() >= _sweepThreshold) {
             sweep();
         }
-        return _strikes.try_emplace(info, faceInfo, _watcher).first->second.strike;
+        return _strikes.try_emplace(info, faceInfo, _observer).first->second.strike;
     }
 
-    /// How often strikes have ended.
+    /// The number of times that strikes may have been destroyed.
     std::uint64_t getChanges() const { return _changes; }
 
-    /// All entries leave their strikes, before their cache ends them.
+    /// Destroys all strikes. Call it before the cache destroys its entries.
     void clear() {
-        drop();
+        invalidate();
         _strikes.clear();
     }
 
 private:
-    struct Owning {
-        Owning(const NNPtr<const Gfx::FontFaceInfo>& info, SeatWatcher* watcher)
+    struct OwnedStrike {
+        OwnedStrike(const NNPtr<const Gfx::FontFaceInfo>& info, UnlinkObserver* observer)
             : faceInfo(info)
-            , strike(watcher) {}
+            , strike(observer) {}
 
-        NNPtr<const Gfx::FontFaceInfo> faceInfo; // of the key
+        NNPtr<const Gfx::FontFaceInfo> faceInfo; // keeps the description in the key alive
         Strike strike;
     };
-    using Map = std::unordered_map<StrikeInfo, Owning, StrikeInfoHash>;
+    using Map = std::unordered_map<StrikeInfo, OwnedStrike, StrikeInfoHash>;
 
-    /// At times when there are twice as many as were in use the last time, so that it costs little a strike.
+    /// Removes the empty strikes. It runs each time that the number of strikes has doubled, so its cost per
+    /// strike is small.
     void sweep() {
-        drop();
+        invalidate();
         for (auto entry = _strikes.begin(); entry != _strikes.end();) {
             entry = entry->second.strike.isEmpty() ? _strikes.erase(entry) : std::next(entry);
         }
-        _sweepAt = std::max(firstSweep, 2 * _strikes.size());
+        _sweepThreshold = std::max(minSweepThreshold, 2 * _strikes.size());
     }
 
-    void drop() {
+    void invalidate() {
         _last = nullptr;
         ++_changes;
     }
 
-    static constexpr std::size_t firstSweep = 16;
+    static constexpr std::size_t minSweepThreshold = 16;
 
     Map _strikes;
-    typename Map::value_type* _last = nullptr; // the one found last: texts come in the same few fonts
-    std::size_t _sweepAt = firstSweep;
-    SeatWatcher* _watcher;
+    typename Map::value_type* _last = nullptr; // found last; texts often share a font
+    std::size_t _sweepThreshold = minSweepThreshold;
+    UnlinkObserver* _observer;
     std::uint64_t _changes = 0;
 };
 

@@ -9,22 +9,23 @@
 
 namespace Vell::FontEngine::Internal {
 
-/// A value with its place in a strike.
+/// A value that a strike can find.
 template <class T>
-struct Seated {
-    Seated(T content)
+struct StrikeEntry {
+    StrikeEntry(T content)
         : data(std::move(content)) {}
 
     T data;
-    typename Strike<Seated>::Seat seat;
+    typename Strike<StrikeEntry>::Link link;
 };
 
-/// The strike that somebody asks for glyph after glyph. May be kept while the lock of its cache is free.
+/// Refers to a strike for many lookups. A handle may outlive the strike, and the caller may keep it while it
+/// does not hold the lock of the cache.
 template <class Value>
-class StrikeRoad {
+class StrikeHandle {
 public:
-    /// The description is kept by the caller as long as the road.
-    explicit StrikeRoad(const StrikeInfo& info)
+    /// The caller keeps the description alive as long as the handle.
+    explicit StrikeHandle(const StrikeInfo& info)
         : _info(info)
         , _isPlain(info.isPlain()) {}
 
@@ -37,38 +38,38 @@ private:
 
     StrikeInfo _info;
     bool _isPlain;
-    Strike<Value>* _strike = nullptr; // good while the strikes have not changed, and under the lock
+    Strike<Value>* _strike = nullptr; // valid under the lock, while the strikes have not changed
     std::uint64_t _changes = 0;
 };
 
-/// A cache of glyphs whose hits in one strike cost no hash of a key:
+/// A cache of glyphs that computes no hash of a key for a hit in a strike:
 ///
 ///     const RecursiveLock lock(cache.getMutex());
-///     cache.open(road);
-///     if (const auto* node = cache.find(road, slot)) {
+///     cache.open(handle);
+///     if (const auto* node = cache.find(handle, slot)) {
 ///         cache.use(*node);
 ///     } else {
-///         cache.prepare(road, faceInfo);
+///         cache.prepare(handle, faceInfo);
 ///         node = &...; // get, or else putNew
-///         cache.remember(road, slot, *node);
+///         cache.remember(handle, slot, *node);
 ///     }
 ///
-/// The entries, their order of use and all figures are those of the cache; a strike only remembers where
-/// entries are. A node is good while the caller holds the lock and adds nothing.
+/// The cache has the entries, their order of use and all figures; a strike only remembers where entries are.
+/// A node is valid while the caller holds the lock and adds nothing.
 template <class Key, class T, class Hash>
-class StrikeCache : public LockedCache<Key, Seated<T>, Hash> {
-    using Base = LockedCache<Key, Seated<T>, Hash>;
+class StrikeCache : public LockedCache<Key, StrikeEntry<T>, Hash> {
+    using Base = LockedCache<Key, StrikeEntry<T>, Hash>;
     using Base::_cache;
     using Base::_mutex;
 
 public:
     using typename Base::Cache;
     using typename Base::Node;
-    using Road = StrikeRoad<Seated<T>>;
+    using Handle = StrikeHandle<StrikeEntry<T>>;
 
-    /// `watcher`, which may be null, is called under the lock.
-    explicit StrikeCache(SeatWatcher* watcher = nullptr)
-        : _strikes(watcher) {}
+    /// The cache calls `observer`, which may be null, under the lock.
+    explicit StrikeCache(UnlinkObserver* observer = nullptr)
+        : _strikes(observer) {}
     ~StrikeCache() {
         const RecursiveLock lock(*_mutex);
         _strikes.clear();
@@ -76,35 +77,36 @@ public:
     StrikeCache(const StrikeCache&) = delete;
     StrikeCache& operator=(const StrikeCache&) = delete;
 
-    /// Looks for the road's strike: before a find under a new lock, or after anything was added.
-    void open(Road& road) const VELL_REQUIRES(*_mutex) {
-        if (road._isPlain && (road._strike == nullptr || road._changes != _strikes.getChanges())) {
-            road._strike = _strikes.find(road._info);
-            road._changes = _strikes.getChanges();
+    /// Finds the strike of a handle. Call it each time that you have taken the lock, and after you have added
+    /// an entry.
+    void open(Handle& handle) const VELL_REQUIRES(*_mutex) {
+        if (handle._isPlain && (handle._strike == nullptr || handle._changes != _strikes.getChanges())) {
+            handle._strike = _strikes.find(handle._info);
+            handle._changes = _strikes.getChanges();
         }
     }
 
-    /// The entry that is remembered in a slot; null if there is none, and the cache has to be asked. Not
-    /// used yet.
-    const Node* find(const Road& road, std::uint32_t slot) const VELL_REQUIRES(*_mutex) {
-        return road._strike == nullptr ? nullptr : road._strike->find(slot);
+    /// Returns the entry that the strike remembers for a slot. If it is null, the cache may still have an
+    /// entry. Does not count as a use of the entry.
+    const Node* find(const Handle& handle, std::uint32_t slot) const VELL_REQUIRES(*_mutex) {
+        return handle._strike == nullptr ? nullptr : handle._strike->find(slot);
     }
 
-    /// Makes room for one more entry, so that it can be remembered. May throw std::bad_alloc.
-    void prepare(const Road& road, const NNPtr<const Gfx::FontFaceInfo>& faceInfo) const
+    /// Makes room in the strike for one more entry, which remember then adds. May throw std::bad_alloc.
+    void prepare(const Handle& handle, const NNPtr<const Gfx::FontFaceInfo>& faceInfo) const
         VELL_REQUIRES(*_mutex) {
-        if (road._isPlain) {
-            _strikes.findOrAdd(road._info, faceInfo).reserveOne();
+        if (handle._isPlain) {
+            _strikes.findOrAdd(handle._info, faceInfo).reserveOne();
         }
     }
 
-    /// Remembers the entry that the cache has for the key of a slot, where it can: what has made the entry
-    /// may have emptied the cache and used the room. Opens the road.
-    void remember(Road& road, std::uint32_t slot, const Node& node) const VELL_REQUIRES(*_mutex) {
-        open(road);
-        if (road._strike != nullptr && slot != noSlot && road._strike->hasRoom() &&
+    /// Opens the handle and remembers the cache's entry for a slot. Does nothing if there is no room: the
+    /// code that made the entry may have cleared the cache or used the room.
+    void remember(Handle& handle, std::uint32_t slot, const Node& node) const VELL_REQUIRES(*_mutex) {
+        open(handle);
+        if (handle._strike != nullptr && slot != noSlot && handle._strike->hasRoom() &&
             FontFaceInfo::isExactly(*Cache::getKey(node).getFaceInfo())) {
-            road._strike->add(slot, node);
+            handle._strike->add(slot, node);
         }
     }
 
@@ -119,7 +121,7 @@ public:
     }
 
 private:
-    mutable Strikes<Seated<T>> _strikes VELL_GUARDED_BY(*_mutex);
+    mutable Strikes<StrikeEntry<T>> _strikes VELL_GUARDED_BY(*_mutex);
 };
 
 } // namespace Vell::FontEngine::Internal

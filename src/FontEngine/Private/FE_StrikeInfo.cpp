@@ -30,7 +30,7 @@ bool StrikeInfo::operator==(const StrikeInfo& other) const {
            getOwn(*this).holdsSameAs(getOwn(other));
 }
 
-bool StrikeInfo::isOf(const BitmapGlyphInfo& info) const {
+bool StrikeInfo::matches(const BitmapGlyphInfo& info) const {
     return faceInfo == info.getFaceInfo().get() && fontSize == info.getFontSize() &&
            transform == info.getTransform() && scale == info.getScale() &&
            devicePixelRatio == info.getDevicePixelRatio();

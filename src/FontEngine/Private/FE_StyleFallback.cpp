@@ -8,7 +8,7 @@ using FontLoaders::FontBytes;
 
 namespace {
 
-/// Its styled files differ from the regular one in proportions, so its styles are made from one file.
+/// Its styled files have other proportions than its regular file, so all its styles are made from one file.
 constexpr const char* alwaysSynthesisedFamily = "Yu Gothic Medium";
 
 std::shared_ptr<const FaceData> makeFaceData(const FontBytes& bytes, bool embolden, bool slant) {
@@ -35,8 +35,8 @@ std::shared_ptr<const FaceData> findWithoutRegular(const FontFaceInfo& request, 
     if (!bold && !italic) {
         return findRegular(request, probe);
     }
-    // A missing style is added only when the other one serves: with both files there, a bold italic request
-    // gets the bold file as it is, because slanting a bold beside a true italic looks worse than an upright
+    // Adds a missing style only to the file of the other style. If both files exist, a bold italic request
+    // gets the bold file unchanged, because a slanted bold beside a true italic looks worse than an upright
     // bold.
     const bool slant = request.isItalic() && !italic && bold;
     const bool isBoldMissing = request.isBold() && !bold && italic;

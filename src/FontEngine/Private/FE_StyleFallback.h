@@ -9,13 +9,14 @@
 
 namespace Vell::FontEngine::Internal {
 
-/// Asks for the font file of the request's family in one style; null when there is none.
+/// Returns the font file of the requested family in one style, or null if there is none.
 using StyleProbe = CallableRef<FontLoaders::FontBytes(bool bold, bool italic)>;
 
 /// Whether a file of exactly the requested style may serve this family.
 bool mayUseExactStyle(const FontFaceInfo& request);
 
-/// Chooses another style of the family and the styling to add to it; null when the family has none at all.
+/// Chooses another style of the family and the synthetic styles to add to it. Returns null if the family has
+/// no style at all.
 std::shared_ptr<const FaceData> findSimilarStyle(const FontFaceInfo& request, const StyleProbe& probe);
 
 } // namespace Vell::FontEngine::Internal

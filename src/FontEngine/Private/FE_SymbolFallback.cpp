@@ -20,7 +20,8 @@ std::optional<DescribedFace> RunFallback::find(const FontFactory& factory, unsig
     const auto style = fontInfo->getFontFaceInfo();
     const bool isBold = style->isBold();
     const bool isItalic = style->isItalic();
-    // Asked because getDefaultFontForSymbol asks: a client's description may throw, or count its calls.
+    // Makes the same calls as getDefaultFontForSymbol, because a client's description may throw or count its
+    // calls.
     static_cast<void>(fontInfo->getSize());
     static_cast<void>(fontInfo->getTextPositionType());
     const FontFaceInfo wanted(std::move(family), isBold, isItalic);

@@ -11,18 +11,18 @@
 
 namespace Vell::FontEngine::Internal {
 
-/// The family that serves a character which its own font lacks; empty if there is none.
+/// Returns the family to use for a character that the text's own font lacks. Empty if there is none.
 std::string findFallbackFamily(const FontFactory& factory, unsigned int codePoint);
 
-/// A face with the description that it is known by.
+/// A face and the description that it was requested by.
 struct DescribedFace {
     NNPtr<const Gfx::FontFaceInfo> faceInfo;
     NNPtr<const FontFace> face;
 };
 
-/// The faces of FontFactory::getDefaultFontForSymbol for one run: the same questions to loader and
-/// description, the same look into the cache of faces, but no new font and no new description while the
-/// answers repeat.
+/// Finds the faces of FontFactory::getDefaultFontForSymbol for one run. It makes the same calls to the loader
+/// and the description and the same lookup in the face cache, but no font. It makes a new description only if
+/// the family or the style changes.
 class RunFallback {
 public:
     std::optional<DescribedFace> find(const FontFactory& factory, unsigned int codePoint,

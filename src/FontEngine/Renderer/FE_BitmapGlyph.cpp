@@ -6,7 +6,7 @@ namespace Vell::FontEngine {
 
 namespace {
 
-/// The bitmap that a client has put into a glyph.
+/// The bitmap of a glyph that a client has made.
 struct ClientBitmap : Internal::KeyedBitmap {
     ClientBitmap(std::shared_ptr<const FT_BitmapGlyphRec_> clientData, const BitmapGlyphInfo& info)
         : KeyedBitmap(info)

@@ -1,8 +1,8 @@
-// The layout half of the raster painter.
+// Implements the layout of the raster painter.
 
 #include <FontEngine/FE_FontFactory.h>
-#include <FontEngine/Private/FE_GlyphSources.h>
 #include <FontEngine/Private/FE_GlyphService.h>
+#include <FontEngine/Private/FE_GlyphSources.h>
 #include <FontEngine/Private/FE_HeldGlyphs.h>
 #include <FontEngine/Private/FE_OwnDescriptions.h>
 #include <FontEngine/Private/FE_SymbolFallback.h>
@@ -25,9 +25,9 @@ using ExtFontInfoPtr = NNPtr<const Gfx::ExtFontInfo>;
 using FaceInfoPtr = NNPtr<const Gfx::FontFaceInfo>;
 using GlyphEntry = Gfx::CharMap::GlyphIndexWithAdvance;
 
-/// std::floor without the call that a build for any x86-64 machine makes.
+/// Like std::floor, but without the function call that a build for the x86-64 baseline makes.
 float floorOf(float x) {
-    constexpr float fractionless = 8388608.0F; // 2^23: from here on every number is whole
+    constexpr float fractionless = 8388608.0F; // 2^23: from here on, every float is whole
     if (!(std::fabs(x) < fractionless)) {
         return x;
     }
@@ -35,8 +35,9 @@ float floorOf(float x) {
     return whole > x ? whole - 1.0F : whole;
 }
 
-/// The pen's fraction in 1/64 pixel, quantised down to sixteenths of a pixel so that neighbouring positions
-/// share a bitmap. 0..60; a position just below a whole pixel rounds up to 64, one that is no number gives 0.
+/// Returns the pen's fraction in 1/64 pixel, rounded down to sixteenths of a pixel so that neighbouring
+/// positions share a bitmap. The result is 0 to 60, or 64 if the position is so little below zero that its
+/// fraction rounds to 1. NaN gives 0.
 unsigned char getOffsetInsidePixel(float x, float devicePixelRatio) {
     const float fraction = x - floorOf(x);
     if (Internal::isDense(devicePixelRatio) || !(fraction > 0.0F)) {
@@ -46,39 +47,38 @@ unsigned char getOffsetInsidePixel(float x, float devicePixelRatio) {
     return static_cast<unsigned char>(static_cast<int>(16.0F * fraction) * unitsInSixteenth);
 }
 
-/// One layout: the state of the pen while it walks over the characters. Glyphs wait for their bitmaps until
-/// there are enough of them to be worth the lock, or until a client's object is about to be called: to that
-/// object it looks as if each had been fetched at once.
+/// Lays out one text. Glyphs wait for their bitmaps until a batch is full, or until the layout is about to
+/// call a client's object. So the client cannot tell that they were not fetched one by one.
 class Layout {
 public:
     Layout(const ExtFontInfoPtr& extFontInfo, const Font& font, float devicePixelRatio,
            const cinder::Vec2<float>& scale, bool flipVertically, std::size_t capacity)
         : _extFontInfo(extFontInfo)
         , _ownExtFontInfo(Internal::findOwn(*extFontInfo))
-        , _silentFaceInfo(Internal::findSilentFaceInfo(_ownExtFontInfo))
+        , _storedFaceInfo(Internal::findStoredFaceInfo(_ownExtFontInfo))
         , _letterSpacing(extFontInfo->getLetterSpacing())
         , _face(*font.getFace())
         , _charMap(_face.getBasicMetrics().getCharMap())
-        , _factory(_silentFaceInfo == nullptr ? _face.shareFontFactory() : nullptr)
+        , _factory(_storedFaceInfo == nullptr ? _face.shareFontFactory() : nullptr)
         , _fontSize(font.getFontSize())
         , _devicePixelRatio(devicePixelRatio)
         , _scale(scale)
         , _flipVertically(flipVertically)
         , _run(capacity) {}
 
-    /// The text's own face draws, or the fallback face where it lacks the character; without a fallback the
-    /// face's missing-glyph symbol is drawn.
+    /// Adds the character's glyph from the text's own face or, if that lacks the character, from the fallback
+    /// face. If there is no fallback, adds the missing-glyph symbol of the text's own face.
     void add(unsigned int codePoint, bool isLast) {
-        if (_silentFaceInfo == nullptr) {
-            addAskingForTheFace(codePoint, isLast);
+        if (_storedFaceInfo == nullptr) {
+            addWithNewFaceInfo(codePoint, isLast);
             return;
         }
         const GlyphEntry glyph = _charMap[codePoint];
         if (glyph.glyphIndex == 0 && addFallback(codePoint, isLast)) {
             return;
         }
-        if (!_source || &_source->faceInfo != _silentFaceInfo) {
-            changeSource(*_silentFaceInfo, _face);
+        if (!_source || &_source->faceInfo != _storedFaceInfo) {
+            changeSource(*_storedFaceInfo, _face);
         }
         append(glyph, codePoint, isLast);
     }
@@ -89,9 +89,10 @@ public:
     }
 
 private:
-    /// The description may be another one for each character, and of a client's class: nothing of it is kept.
-    void addAskingForTheFace(unsigned int codePoint, bool isLast) {
-        // This library's own kind of description need not count one more reference for the step in between.
+    /// Reads the face description anew for each character and keeps none of it, because it may be of a
+    /// client's class and change every time.
+    void addWithNewFaceInfo(unsigned int codePoint, bool isLast) {
+        // A description of this library's own class saves the reference to the font description in between.
         const FaceInfoPtr faceInfo = _ownExtFontInfo != nullptr
                                          ? _ownExtFontInfo->viewFontInfo().getFontFaceInfo()
                                          : _extFontInfo->getFontInfo()->getFontFaceInfo();
@@ -104,18 +105,18 @@ private:
         _source.reset();
     }
 
-    /// Keeps references to both.
+    /// Keeps references to both arguments.
     void changeSource(const FaceInfoPtr& faceInfo, const FontFace& face) {
         fetch();
         const Internal::StrikeInfo info{faceInfo.get(), _fontSize, face.getTransform(), _scale,
                                         _devicePixelRatio};
         _source.emplace(
-            Internal::BitmapSource{Internal::BitmapCache::Road(info), faceInfo, face, _flipVertically});
+            Internal::BitmapSource{Internal::BitmapCache::Handle(info), faceInfo, face, _flipVertically});
     }
 
     /// Whether there is a fallback for the character.
     bool addFallback(unsigned int codePoint, bool isLast) {
-        fetch(); // the loader is asked next
+        fetch(); // the next step calls the loader
         if (_factory == nullptr) {
             _factory = _face.shareFontFactory();
         }
@@ -135,38 +136,38 @@ private:
 
     void append(const GlyphEntry& glyph, unsigned int codePoint, bool isLast) {
         const float advance = (_fontSize * glyph.advance) * _scale.x + _scale.x * _letterSpacing;
-        _waiting.push_back(
+        _pending.push_back(
             {glyph.glyphIndex, getOffsetInsidePixel(_penX, _devicePixelRatio), isLast, codePoint, _penX});
         _penX = advance + _penX;
-        if (_waiting.size() == Internal::stretch) {
+        if (_pending.size() == Internal::maxBatchSize) {
             fetch();
         }
     }
 
     void fetch() {
-        if (!_waiting.empty()) {
-            _face.getGlyphDoor().append(*_source, _waiting, _run, _factory);
+        if (!_pending.empty()) {
+            _face.getGlyphAccess().append(*_source, _pending, _run, _factory);
         }
-        _waiting.clear();
+        _pending.clear();
     }
 
     const ExtFontInfoPtr& _extFontInfo;
     const Internal::ExtFontInfo* _ownExtFontInfo;
-    const FaceInfoPtr* _silentFaceInfo;
+    const FaceInfoPtr* _storedFaceInfo;
     float _letterSpacing;
     const FontFace& _face;
     const Gfx::CharMap& _charMap;
-    Internal::FactoryPin _factory; // while glyphs are made or clients are called
+    Internal::FactoryPin _factory; // keeps the factory alive while glyphs are made or clients are called
     float _fontSize;
     float _devicePixelRatio;
     cinder::Vec2<float> _scale;
     bool _flipVertically;
 
     float _penX = 0.0F;
-    std::optional<Internal::BitmapSource> _source; // of the glyphs that wait
-    Internal::LaidGlyphs _waiting;
+    std::optional<Internal::BitmapSource> _source; // of the pending glyphs
+    Internal::PendingGlyphs _pending;
     Internal::RunFallback _fallback;
-    std::optional<Internal::DescribedFace> _fallbackFace; // of the source, if that is not the text's own
+    std::optional<Internal::DescribedFace> _fallbackFace; // of the source, unless that is the text's own face
     Internal::HeldGlyphs _run;
 };
 
@@ -176,10 +177,10 @@ BitmapGlyphRun RasterTextPainter::createGlyphRun(boost::string_ref text, const E
                                                  const Font& font, float devicePixelRatio,
                                                  const cinder::Vec2<float>& scale) {
     Layout layout(extFontInfo, font, devicePixelRatio, scale, _flipVertically,
-                  text.size()); // bytes: no fewer than characters
+                  text.size()); // the number of bytes, which is at least the number of characters
     const char* position = text.data();
     const char* const end = position + text.size();
-    std::optional<unsigned int> waiting; // until it is known what follows
+    std::optional<unsigned int> waiting; // until the next character is known
     while (position != end) {
         const unsigned int codePoint = decodeUtf8(position, end);
         if (waiting) {

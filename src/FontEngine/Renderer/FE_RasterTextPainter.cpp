@@ -16,7 +16,7 @@ namespace Vell::FontEngine {
 
 namespace {
 
-/// Tells a glyph painter that wants to know it where a run begins and ends.
+/// Notifies the run painter of a glyph painter, if there is one, when a run begins and ends.
 class GlyphRunScope {
 public:
     explicit GlyphRunScope(BitmapGlyphPainter& painter)
@@ -50,7 +50,7 @@ float getLeft(const BitmapGlyph& glyph, float devicePixelRatio) {
     return Internal::isDense(devicePixelRatio) ? x : std::floor(x);
 }
 
-/// Snaps up to the whole unit unless the fraction is about three quarters or more: such glyphs would climb
+/// Snaps up to a whole unit unless the fraction is about three quarters or more. Such glyphs would move up by
 /// almost a unit and stand out of their line. The bit pattern of the limit is 3F3D7E02.
 float snapTop(float y) {
     constexpr float keptFraction = 0.7402039766311646F;
@@ -59,8 +59,7 @@ float snapTop(float y) {
 }
 
 float getTop(const BitmapGlyph& glyph, const FT_BBox& box, float devicePixelRatio) {
-    // The box cancels itself out, whatever a client has put into it: the sum is the negative top, modulo
-    // 2^64.
+    // The box cancels out, whatever a client has put into it. The sum is the negative top, modulo 2^64.
     const auto yMin = static_cast<std::uint64_t>(box.yMin);
     const auto yMax = static_cast<std::uint64_t>(box.yMax);
     const auto top = static_cast<std::uint64_t>(static_cast<std::int64_t>(glyph.getData()->top));
@@ -73,12 +72,12 @@ bool isRotated(float angle) {
     return !(std::fabs(angle) < negligible);
 }
 
-/// FontFace::getGlyphBitmapWithSubpixels. The key in the glyph names the right face, also where a fallback
-/// font drew it.
-Internal::ImagePtr shareImage(std::optional<Internal::ImageCache::Road>& road, const BitmapGlyph& glyph,
+/// Like FontFace::getGlyphBitmapWithSubpixels. The key in the glyph names the right face even if the glyph
+/// comes from a fallback font.
+Internal::ImagePtr shareImage(std::optional<Internal::ImageCache::Handle>& strike, const BitmapGlyph& glyph,
                               const Font& font, const cinder::ColorAT<unsigned char>& color) {
     const auto factory = font.getFace()->shareFontFactory();
-    return factory ? factory->getGlyphService().copyImage(road, glyph, color) : nullptr;
+    return factory ? factory->getGlyphService().copyImage(strike, glyph, color) : nullptr;
 }
 
 } // namespace
@@ -108,7 +107,7 @@ void RasterTextPainter::drawText(boost::string_ref text, const NNPtr<const Gfx::
         _painter.rotate(angle);
     }
     drawGlyphRun(run, *font, color, devicePixelRatio);
-    _painter.popTransform(); // no guard: after an exception the painter is its owner's to restore
+    _painter.popTransform(); // no guard, because after an exception the owner restores the painter
 }
 
 void RasterTextPainter::drawGlyphRun(const BitmapGlyphRun& run, const Font& font,
@@ -118,13 +117,13 @@ void RasterTextPainter::drawGlyphRun(const BitmapGlyphRun& run, const Font& font
     }
     const GlyphRunScope scope(_glyphPainter);
     BitmapGlyphImage view; // one for all glyphs
-    std::optional<Internal::ImageCache::Road> road;
+    std::optional<Internal::ImageCache::Handle> strike;
     for (const BitmapGlyph& glyph : run.getGlyphs()) {
         const FT_Bitmap& bitmap = glyph.getData()->bitmap;
         const cinder::Vec2<float> position(getLeft(glyph, devicePixelRatio),
                                            getTop(glyph, run.getBBox(), devicePixelRatio));
         if (bitmap.pixel_mode == FT_PIXEL_MODE_LCD) {
-            const Internal::ImagePtr image = shareImage(road, glyph, font, color);
+            const Internal::ImagePtr image = shareImage(strike, glyph, font, color);
             _glyphPainter.drawGlyph(derefNN(image.get()), position);
         } else {
             setToBitmap(view, bitmap);

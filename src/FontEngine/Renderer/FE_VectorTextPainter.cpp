@@ -24,12 +24,13 @@ VectorTextPainter::VectorTextPainter(Gfx::Painter& painter)
 OutlineGlyphRun VectorTextPainter::createGlyphRun(boost::string_ref text,
                                                   const NNPtr<const Gfx::ExtFontInfo>& extFontInfo,
                                                   const Font& font) {
-    // This library's own kind of description is looked into, which counts no reference for the steps between.
-    const auto* const own = Internal::findSilentFontInfo(Internal::findOwn(*extFontInfo));
-    std::optional<NNPtr<const Gfx::FontFaceInfo>> asked;
+    // Reads descriptions of this library's own class directly, which saves the references to the objects in
+    // between.
+    const auto* const own = Internal::findOwnFontInfo(Internal::findOwn(*extFontInfo));
+    std::optional<NNPtr<const Gfx::FontFaceInfo>> clientFaceInfo;
     const NNPtr<const Gfx::FontFaceInfo>& faceInfo =
         own != nullptr ? own->viewFontFaceInfo()
-                       : asked.emplace(extFontInfo->getFontInfo()->getFontFaceInfo());
+                       : clientFaceInfo.emplace(extFontInfo->getFontInfo()->getFontFaceInfo());
     const NNPtr<const FontFace>& face = font.getFace();
     if (!face) {
         doFailAssert(file, 62, "face");
@@ -41,22 +42,23 @@ OutlineGlyphRun VectorTextPainter::createGlyphRun(boost::string_ref text,
     const float spacingInUnits = (static_cast<float>(unitsPerEM) * letterSpacing) / size;
 
     std::vector<OutlineGlyph> glyphs;
-    glyphs.reserve(text.size()); // bytes: no fewer than characters
+    glyphs.reserve(text.size()); // the number of bytes, which is at least the number of characters
     Internal::OutlineSource source{
-        Internal::OutlineCache::Road({faceInfo.get(), font.getFontSize(), face->getTransform()}), faceInfo,
+        Internal::OutlineCache::Handle({faceInfo.get(), font.getFontSize(), face->getTransform()}), faceInfo,
         face};
     Internal::FactoryPin factory;
-    Internal::LaidOutlines laid;
+    Internal::PendingOutlines pending;
     const char* position = text.data();
     const char* const end = position + text.size();
     while (position != end) {
-        for (laid.clear(); position != end && laid.size() != Internal::stretch;) {
+        for (pending.clear(); position != end && pending.size() != Internal::maxBatchSize;) {
             const Gfx::CharMap::GlyphIndexWithAdvance glyph = charMap[decodeUtf8(position, end)];
-            laid.push_back(
+            pending.push_back(
                 {glyph.glyphIndex, static_cast<float>(unitsPerEM) * glyph.advance + spacingInUnits});
         }
-        // Unlike a bitmap, a missing outline takes no room: a vector text shows no gaps.
-        face->getGlyphDoor().append(source, laid, _painter, glyphs, factory);
+        // Unlike a missing bitmap, a missing outline does not advance the pen, so a vector text shows no
+        // gaps.
+        face->getGlyphAccess().append(source, pending, _painter, glyphs, factory);
     }
     return OutlineGlyphRun(std::move(glyphs), face->getHandle()->units_per_EM);
 }

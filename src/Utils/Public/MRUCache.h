@@ -185,7 +185,7 @@ private:
             : EntryKey{entryKey}
             , DataNode(std::move(node)) {}
 
-        mutable bool isSettled = false; // its latest use, while uses are settled
+        mutable bool isSettled = false; // while uses are settled: whether the latest use is
     };
     using Data = boost::multi_index_container<
         Entry, boost::multi_index::indexed_by<
@@ -211,9 +211,10 @@ private:
     static constexpr int byKey = 0;
     static constexpr const char* file = "Utils/Public/MRUCache"; // assertions are known by file and number
 
-    /// The uses that the order of the entries does not show yet. Only the order of the latest uses matters,
-    /// and only when an entry leaves: moving each entry once for many uses saves most of the work, and leaves
-    /// the links of the entries alone, so that several processors can read them.
+    /// The uses that the order of the entries does not reflect yet. The order matters only when an entry
+    /// leaves, and then only the latest use of each entry counts. So one move settles many uses of an entry,
+    /// which saves most of the work. Until then the links of the entries do not change, so several processors
+    /// can read them without contention.
     class Uses {
     public:
         /// Reserves memory for enough uses that settling is cheap per use. May throw std::bad_alloc.
@@ -234,12 +235,13 @@ private:
             }
             if (_entries.capacity() != 0) {
                 _entries.push_back(&entry);
-            } else { // in a copy of a cache, to which nothing has been added
+            } else { // in a copied cache that has had no put yet
                 moveTo(data.template get<byRecency>().begin(), entry, data);
             }
         }
 
-        /// Brings the entries into the order of their latest uses. Of no entry that leaves may a use be left.
+        /// Brings the entries into the order of their latest uses and forgets the uses. Call it before an
+        /// entry leaves, because uses point to their entries.
         void settle(Data& data) noexcept {
             auto position = data.template get<byRecency>().begin();
             auto settled = _entries.end();

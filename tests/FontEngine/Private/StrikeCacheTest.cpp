@@ -56,16 +56,16 @@ NumberCache::Node makeNode(std::uint32_t number, std::function<void()> end = nul
 }
 
 /// Requests an entry as the factory's services do.
-std::uint32_t requestByRoad(const NumberCache& cache, NumberCache::Road& road, const NumberKey& key) {
+std::uint32_t requestByHandle(const NumberCache& cache, NumberCache::Handle& handle, const NumberKey& key) {
     const RecursiveLock lock(cache.getMutex());
-    cache.open(road);
-    if (const NumberCache::Node* const node = cache.find(road, key.number)) {
+    cache.open(handle);
+    if (const NumberCache::Node* const node = cache.find(handle, key.number)) {
         cache.use(*node);
         return node->getValue().data->number;
     }
-    cache.prepare(road, key.face);
+    cache.prepare(handle, key.face);
     const NumberCache::Node& node = cache.getOrPut(key, [&] { return makeNode(key.number); });
-    cache.remember(road, key.number, node);
+    cache.remember(handle, key.number, node);
     return node.getValue().data->number;
 }
 
@@ -89,18 +89,19 @@ TEST(StrikeCache, CountsLikeACacheWithoutStrikes) {
         std::vector<Testing::FaceInfoPtr> faces = {Testing::makeFaceInfo("A"), Testing::makeFaceInfo("A"),
                                                    Testing::makeFaceInfo("B"),
                                                    Testing::makeClientFaceInfo("A")};
-        std::vector<std::pair<NumberCache::Road, Testing::FaceInfoPtr>> roads;
+        std::vector<std::pair<NumberCache::Handle, Testing::FaceInfoPtr>> handles;
         for (int i = 0; i < 60; ++i) {
             const auto& face = faces[random() % faces.size()];
             const float sizes[] = {1.0F, 0.0F, -0.0F, static_cast<float>(random() % 30)};
-            roads.emplace_back(NumberCache::Road({face.get(), sizes[random() % 4], GlyphTransform::None}),
-                               face);
+            handles.emplace_back(NumberCache::Handle({face.get(), sizes[random() % 4], GlyphTransform::None}),
+                                 face);
         }
         for (int step = 0; step < 4000 && !HasFailure(); ++step) {
-            auto& [road, face] = roads[random() % roads.size()];
-            const NumberKey key{face, road.getInfo().fontSize, static_cast<std::uint32_t>(random() % 20)};
+            auto& [handle, face] = handles[random() % handles.size()];
+            const NumberKey key{face, handle.getInfo().fontSize, static_cast<std::uint32_t>(random() % 20)};
             const std::uint32_t expected = askByKey(without, key);
-            EXPECT_EQ(random() % 4 == 0 ? askByKey(withStrikes, key) : requestByRoad(withStrikes, road, key),
+            EXPECT_EQ(random() % 4 == 0 ? askByKey(withStrikes, key)
+                                        : requestByHandle(withStrikes, handle, key),
                       expected);
             if (random() % 300 == 0) {
                 withStrikes.clear();
@@ -121,22 +122,22 @@ TEST(StrikeCache, CountsLikeACacheWithoutStrikes) {
 
 struct OneRoad {
     Testing::FaceInfoPtr face = Testing::makeFaceInfo();
-    NumberCache::Road road{{face.get(), 10.0F, GlyphTransform::None}};
+    NumberCache::Handle handle{{face.get(), 10.0F, GlyphTransform::None}};
 
     NumberKey makeKey(std::uint32_t number) const { return {face, 10.0F, number}; }
 };
 
 const NumberCache::Node* find(const NumberCache& cache, OneRoad& one, std::uint32_t number) {
     const RecursiveLock lock(cache.getMutex());
-    cache.open(one.road);
-    return cache.find(one.road, number);
+    cache.open(one.handle);
+    return cache.find(one.handle, number);
 }
 
 TEST(StrikeCache, RemembersRequestedEntries) {
     const NumberCache cache;
     OneRoad one;
     EXPECT_EQ(find(cache, one, 5), nullptr);
-    requestByRoad(cache, one.road, one.makeKey(5));
+    requestByHandle(cache, one.handle, one.makeKey(5));
     ASSERT_NE(find(cache, one, 5), nullptr);
     OneRoad other; // with an equal description
     EXPECT_EQ(find(cache, other, 5), find(cache, one, 5));
@@ -149,9 +150,9 @@ TEST(StrikeCache, ForgetsEvictedEntries) {
     cache.exchange(limited);
     OneRoad one;
     for (const std::uint32_t number : {1U, 2U, 1U, 3U}) {
-        requestByRoad(cache, one.road, one.makeKey(number));
+        requestByHandle(cache, one.handle, one.makeKey(number));
     }
-    EXPECT_NE(find(cache, one, 1), nullptr) << "used through the road";
+    EXPECT_NE(find(cache, one, 1), nullptr) << "used through the handle";
     EXPECT_EQ(find(cache, one, 2), nullptr);
     EXPECT_NE(find(cache, one, 3), nullptr);
 }
@@ -159,10 +160,10 @@ TEST(StrikeCache, ForgetsEvictedEntries) {
 TEST(StrikeCache, ForgetsAllEntriesWhenItIsEmptied) {
     NumberCache cache;
     OneRoad one;
-    requestByRoad(cache, one.road, one.makeKey(1));
+    requestByHandle(cache, one.handle, one.makeKey(1));
     cache.clear();
     EXPECT_EQ(find(cache, one, 1), nullptr);
-    requestByRoad(cache, one.road, one.makeKey(1));
+    requestByHandle(cache, one.handle, one.makeKey(1));
     NumberCache::Cache other(0, 0);
     cache.exchange(other);
     EXPECT_EQ(other.size(), 1U);
@@ -172,31 +173,31 @@ TEST(StrikeCache, ForgetsAllEntriesWhenItIsEmptied) {
 TEST(StrikeCache, ReopensARoadWhoseStrikeWasSwept) {
     NumberCache cache;
     OneRoad one;
-    requestByRoad(cache, one.road, one.makeKey(1));
+    requestByHandle(cache, one.handle, one.makeKey(1));
     NumberCache::Cache limited(1, 0);
     cache.exchange(limited);
     for (int size = 1; size <= 300; ++size) { // one entry at a time, so all earlier strikes are empty
-        NumberCache::Road road({one.face.get(), static_cast<float>(size), GlyphTransform::None});
-        requestByRoad(cache, road, {one.face, static_cast<float>(size), 1});
+        NumberCache::Handle handle({one.face.get(), static_cast<float>(size), GlyphTransform::None});
+        requestByHandle(cache, handle, {one.face, static_cast<float>(size), 1});
     }
-    EXPECT_EQ(requestByRoad(cache, one.road, one.makeKey(1)), 1U);
+    EXPECT_EQ(requestByHandle(cache, one.handle, one.makeKey(1)), 1U);
     EXPECT_NE(find(cache, one, 1), nullptr);
 }
 
 TEST(StrikeCache, DoesNotRememberDescriptionsOfClients) {
     const NumberCache cache;
     const auto face = Testing::makeClientFaceInfo("Test Sans");
-    NumberCache::Road road({face.get(), 10.0F, GlyphTransform::None});
+    NumberCache::Handle handle({face.get(), 10.0F, GlyphTransform::None});
     const NumberKey key{face, 10.0F, 1};
-    requestByRoad(cache, road, key);
+    requestByHandle(cache, handle, key);
     const RecursiveLock lock(cache.getMutex());
-    cache.open(road);
-    EXPECT_EQ(cache.find(road, 1), nullptr);
+    cache.open(handle);
+    EXPECT_EQ(cache.find(handle, 1), nullptr);
     OneRoad own;
-    EXPECT_EQ(requestByRoad(cache, own.road, own.makeKey(1)), 1U);
+    EXPECT_EQ(requestByHandle(cache, own.handle, own.makeKey(1)), 1U);
     EXPECT_EQ(cache.getFigures().hits, 1U) << "the client's description is equal";
-    cache.open(own.road);
-    EXPECT_EQ(cache.find(own.road, 1), nullptr) << "but may become another one";
+    cache.open(own.handle);
+    EXPECT_EQ(cache.find(own.handle, 1), nullptr) << "but may become another one";
 }
 
 TEST(StrikeCache, LetsADyingEntryRequestOthers) {
@@ -207,17 +208,17 @@ TEST(StrikeCache, LetsADyingEntryRequestOthers) {
     std::uint32_t answer = 0;
     {
         const RecursiveLock lock(cache.getMutex());
-        cache.prepare(one.road, one.face);
+        cache.prepare(one.handle, one.face);
         const auto& node = cache.getOrPut(one.makeKey(0), [&] {
             return makeNode(0, [&] {
-                answer = requestByRoad(cache, one.road, one.makeKey(50)) +
-                         requestByRoad(cache, one.road, one.makeKey(2));
+                answer = requestByHandle(cache, one.handle, one.makeKey(50)) +
+                         requestByHandle(cache, one.handle, one.makeKey(2));
             });
         });
-        cache.remember(one.road, 0, node);
+        cache.remember(one.handle, 0, node);
     }
     for (const std::uint32_t number : {1U, 2U, 3U}) {
-        EXPECT_EQ(requestByRoad(cache, one.road, one.makeKey(number)), number);
+        EXPECT_EQ(requestByHandle(cache, one.handle, one.makeKey(number)), number);
     }
     EXPECT_EQ(answer, 52U);
     EXPECT_EQ(find(cache, one, 0), nullptr);
@@ -237,14 +238,14 @@ void expectAllAreMadeAgain(const Empty& empty) {
     const auto askForAll = [&] {
         ++ends;
         for (std::uint32_t number = 0; number < count; ++number) {
-            EXPECT_EQ(requestByRoad(cache, one.road, one.makeKey(number)), number)
+            EXPECT_EQ(requestByHandle(cache, one.handle, one.makeKey(number)), number)
                 << "not one that is being destroyed";
         }
     };
     for (std::uint32_t number = 0; number < count; ++number) {
         const RecursiveLock lock(cache.getMutex());
-        cache.prepare(one.road, one.face);
-        cache.remember(one.road, number, cache.getOrPut(one.makeKey(number), [&] {
+        cache.prepare(one.handle, one.face);
+        cache.remember(one.handle, number, cache.getOrPut(one.makeKey(number), [&] {
             return makeNode(number + count, askForAll);
         }));
     }
@@ -267,15 +268,15 @@ TEST(StrikeCache, FindsNoDyingEntryWhileItIsEmptied) {
 TEST(StrikeCache, MayBeEmptiedWhileAnEntryIsMade) {
     NumberCache cache;
     OneRoad one;
-    requestByRoad(cache, one.road, one.makeKey(1));
+    requestByHandle(cache, one.handle, one.makeKey(1));
     const RecursiveLock lock(cache.getMutex());
-    cache.prepare(one.road, one.face);
+    cache.prepare(one.handle, one.face);
     const auto& node = cache.getOrPut(one.makeKey(2), [&] {
         cache.clear();
-        requestByRoad(cache, one.road, one.makeKey(3));
+        requestByHandle(cache, one.handle, one.makeKey(3));
         return makeNode(2);
     });
-    cache.remember(one.road, 2, node);
+    cache.remember(one.handle, 2, node);
     EXPECT_EQ(node.getValue().data->number, 2U);
     EXPECT_EQ(find(cache, one, 1), nullptr);
     EXPECT_EQ(find(cache, one, 2), &node);

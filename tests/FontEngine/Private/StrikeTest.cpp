@@ -20,7 +20,7 @@
 namespace Vell::FontEngine::Internal {
 namespace {
 
-using Number = Seated<int>;
+using Number = StrikeEntry<int>;
 using Numbers = Strike<Number>;
 using NumberStrikes = Strikes<Number>;
 using NodePtr = std::unique_ptr<const Numbers::Node>;
@@ -246,14 +246,15 @@ TEST(StrikeInfo, DiffersInEachField) {
 TEST(StrikeInfo, MatchesTheKeysWithItsFields) {
     const KeyFields fields;
     const StrikeInfo info = makeInfo(fields.face, fields.size);
-    EXPECT_TRUE(info.isOf(fields.makeBitmap()));
-    EXPECT_TRUE(info.isOf(fields.with(&KeyFields::glyph, 9U).with(&KeyFields::isLast, false).makeBitmap()));
-    EXPECT_FALSE(info.isOf(fields.with(&KeyFields::face, Testing::makeFaceInfo("B")).makeBitmap()));
-    EXPECT_FALSE(info.isOf(fields.with(&KeyFields::size, 11.0F).makeBitmap()));
-    EXPECT_FALSE(info.isOf(fields.with(&KeyFields::transform, GlyphTransform::Slant).makeBitmap()));
-    EXPECT_FALSE(info.isOf(fields.with(&KeyFields::ratio, 2.0F).makeBitmap()));
-    EXPECT_FALSE(info.isOf(fields.with(&KeyFields::scale, cinder::Vec2<float>(2, 1)).makeBitmap()));
-    EXPECT_FALSE(info.isOf(fields.with(&KeyFields::scale, cinder::Vec2<float>(1, 2)).makeBitmap()));
+    EXPECT_TRUE(info.matches(fields.makeBitmap()));
+    EXPECT_TRUE(
+        info.matches(fields.with(&KeyFields::glyph, 9U).with(&KeyFields::isLast, false).makeBitmap()));
+    EXPECT_FALSE(info.matches(fields.with(&KeyFields::face, Testing::makeFaceInfo("B")).makeBitmap()));
+    EXPECT_FALSE(info.matches(fields.with(&KeyFields::size, 11.0F).makeBitmap()));
+    EXPECT_FALSE(info.matches(fields.with(&KeyFields::transform, GlyphTransform::Slant).makeBitmap()));
+    EXPECT_FALSE(info.matches(fields.with(&KeyFields::ratio, 2.0F).makeBitmap()));
+    EXPECT_FALSE(info.matches(fields.with(&KeyFields::scale, cinder::Vec2<float>(2, 1)).makeBitmap()));
+    EXPECT_FALSE(info.matches(fields.with(&KeyFields::scale, cinder::Vec2<float>(1, 2)).makeBitmap()));
 }
 
 TEST(StrikeSlot, DiffersInEachFieldOfAPaintersKey) {
