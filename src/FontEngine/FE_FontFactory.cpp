@@ -1,10 +1,9 @@
 #include <FontEngine/FE_FontFactory.h>
 
 #include <FontEngine/FE_FontDescriptions.h>
+#include <FontEngine/Private/FE_Fallback.h>
 #include <FontEngine/Private/FE_GlyphService.h>
 #include <FontEngine/Private/FE_LockedCache.h>
-#include <FontEngine/Private/FE_StyleFallback.h>
-#include <FontEngine/Private/FE_SymbolFallback.h>
 #include <FontLoaders/Public/Exceptions.h>
 #include <FontLoaders/Public/PlatformFontLoader.h>
 #include <Utils/Public/Assert.h>

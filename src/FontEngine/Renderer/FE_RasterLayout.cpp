@@ -1,11 +1,11 @@
 // Implements the layout of the raster painter.
 
 #include <FontEngine/FE_FontFactory.h>
+#include <FontEngine/Private/FE_Fallback.h>
 #include <FontEngine/Private/FE_GlyphService.h>
 #include <FontEngine/Private/FE_GlyphSources.h>
 #include <FontEngine/Private/FE_HeldGlyphs.h>
 #include <FontEngine/Private/FE_OwnDescriptions.h>
-#include <FontEngine/Private/FE_SymbolFallback.h>
 #include <FontEngine/Renderer/FE_RasterTextPainter.h>
 #include <Utils/Public/Ptr/PtrUtils.h>
 #include <Utils/Public/Utf8.h>
