@@ -1,4 +1,4 @@
-#include <FontEngine/Private/FE_StrikeInfo.h>
+#include <FontEngine/Private/FE_Strike.h>
 
 #include <FontEngine/FE_FontDescriptions.h>
 #include <Utils/Public/Hash.h>
