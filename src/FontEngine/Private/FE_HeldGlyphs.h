@@ -1,7 +1,7 @@
 #pragma once
 
 #include <FontEngine/Private/FE_GlyphSources.h>
-#include <FontEngine/Private/FE_RecursiveMutex.h>
+#include <FontEngine/Private/FE_LockedCache.h>
 #include <FontEngine/Private/FE_Strike.h>
 #include <FontEngine/Renderer/FE_BitmapGlyph.h>
 #include <FontEngine/Renderer/FE_BitmapGlyphRun.h>
