@@ -8,7 +8,7 @@
 
 #include <FontEngine/FE_Exceptions.h>
 #include <FontEngine/FE_FontFactory.h>
-#include <FontEngine/Renderer/FE_BitmapGlyph.h>
+#include <FontEngine/Renderer/FE_BitmapGlyphRun.h>
 #include <FontLoaders/Public/Exceptions.h>
 #include <FontLoaders/Public/FontLoader.h>
 #include <Utils/Public/Exceptions.h>

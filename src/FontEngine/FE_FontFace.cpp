@@ -4,7 +4,7 @@
 #include <FontEngine/Private/FE_FaceSizing.h>
 #include <FontEngine/Private/FE_FreeTypeUtilsInternal.h>
 #include <FontEngine/Private/FE_GlyphService.h>
-#include <FontEngine/Renderer/FE_BitmapGlyph.h>
+#include <FontEngine/Renderer/FE_BitmapGlyphRun.h>
 #include <FontLoaders/Public/FreeTypeMemory.h>
 #include <Utils/Public/Ptr/PtrUtils.h>
 

@@ -15,7 +15,6 @@
 #include <FontEngine/FE_FontFace.h>
 #include <FontEngine/FE_FontFactory.h>
 #include <FontEngine/FE_GlyphInfo.h>
-#include <FontEngine/Renderer/FE_BitmapGlyph.h>
 #include <FontEngine/Renderer/FE_BitmapGlyphRun.h>
 #include <FontEngine/Renderer/FE_DrawText.h>
 #include <FontEngine/Renderer/FE_OutlineGlyphRun.h>

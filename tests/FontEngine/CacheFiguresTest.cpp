@@ -2,7 +2,7 @@
 #include <FontEngine/GlyphKeyFields.h>
 
 #include <FontEngine/FE_Exceptions.h>
-#include <FontEngine/Renderer/FE_BitmapGlyph.h>
+#include <FontEngine/Renderer/FE_BitmapGlyphRun.h>
 #include <support/RecordingPainter.h>
 
 #include <gtest/gtest.h>

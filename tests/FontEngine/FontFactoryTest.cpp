@@ -5,7 +5,7 @@
 #include <support/RecordingPainter.h>
 #include <support/spy/FreeTypeSpy.h>
 
-#include <FontEngine/Renderer/FE_BitmapGlyph.h>
+#include <FontEngine/Renderer/FE_BitmapGlyphRun.h>
 
 #include <gmock/gmock.h>
 

@@ -7,7 +7,7 @@
 #include <support/RecordingPainter.h>
 
 #include <FontEngine/FE_FontDescriptions.h>
-#include <FontEngine/Renderer/FE_BitmapGlyph.h>
+#include <FontEngine/Renderer/FE_BitmapGlyphRun.h>
 
 #include <gmock/gmock.h>
 

@@ -2,7 +2,7 @@
 
 #include <support/RecordingPainter.h>
 
-#include <FontEngine/Renderer/FE_BitmapGlyph.h>
+#include <FontEngine/Renderer/FE_BitmapGlyphRun.h>
 
 #include <gtest/gtest.h>
 

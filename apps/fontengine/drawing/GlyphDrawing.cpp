@@ -2,7 +2,7 @@
 
 #include "drawing/Color.h"
 
-#include <FontEngine/Renderer/FE_BitmapGlyph.h>
+#include <FontEngine/Renderer/FE_BitmapGlyphRun.h>
 
 namespace Vell::Tool {
 

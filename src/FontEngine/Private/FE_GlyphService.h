@@ -4,7 +4,7 @@
 #include <FontEngine/Private/FE_GlyphCaches.h>
 #include <FontEngine/Private/FE_GlyphSources.h>
 #include <FontEngine/Private/FE_HeldGlyphs.h>
-#include <FontEngine/Renderer/FE_BitmapGlyph.h>
+#include <FontEngine/Renderer/FE_BitmapGlyphRun.h>
 #include <FontEngine/Renderer/FE_OutlineGlyphRun.h>
 #include <Gfx/Public/Painter.h>
 #include <cinder/Color.h>

@@ -3,7 +3,6 @@
 #include <FontEngine/Private/FE_GlyphSources.h>
 #include <FontEngine/Private/FE_LockedCache.h>
 #include <FontEngine/Private/FE_Strike.h>
-#include <FontEngine/Renderer/FE_BitmapGlyph.h>
 #include <FontEngine/Renderer/FE_BitmapGlyphRun.h>
 
 #include <boost/intrusive/list.hpp>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <FontEngine/FE_BitmapGlyphInfo.h>
-#include <FontEngine/Renderer/FE_BitmapGlyph.h>
+#include <FontEngine/Renderer/FE_BitmapGlyphRun.h>
 #include <FontLoaders/Public/FreeType.h>
 
 #include FT_GLYPH_H

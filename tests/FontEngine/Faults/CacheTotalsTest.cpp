@@ -6,7 +6,7 @@
 #include <support/spy/FreeTypeMemory.h>
 #include <support/spy/FreeTypeSpy.h>
 
-#include <FontEngine/Renderer/FE_BitmapGlyph.h>
+#include <FontEngine/Renderer/FE_BitmapGlyphRun.h>
 #include <FontLoaders/Public/Exceptions.h>
 
 #include <gtest/gtest.h>

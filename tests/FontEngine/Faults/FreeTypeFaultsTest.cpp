@@ -6,7 +6,7 @@
 
 #include <support/spy/FreeTypeSpy.h>
 
-#include <FontEngine/Renderer/FE_BitmapGlyph.h>
+#include <FontEngine/Renderer/FE_BitmapGlyphRun.h>
 
 #include <gmock/gmock.h>
 

@@ -1,6 +1,6 @@
 #include <FontEngine/Faults/Operations.h>
 
-#include <FontEngine/Renderer/FE_BitmapGlyph.h>
+#include <FontEngine/Renderer/FE_BitmapGlyphRun.h>
 #include <FontEngine/Renderer/FE_RasterTextPainter.h>
 #include <FontEngine/Renderer/FE_VectorTextPainter.h>
 
