@@ -2,8 +2,8 @@
 
 #include <fuzz/support/ByteReader.h>
 
-#include <FontEngine/FE_BitmapGlyphInfo.h>
 #include <FontEngine/FE_FontFace.h>
+#include <FontEngine/FE_GlyphInfo.h>
 #include <Gfx/Public/FontInfo.h>
 
 #include <array>

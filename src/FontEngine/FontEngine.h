@@ -4,10 +4,8 @@
 /// measure and draw in one call, glyph keys and runs, and the two text painters.
 
 #include <FontEngine/FE_BitmapGlyphImage.h>
-#include <FontEngine/FE_BitmapGlyphInfo.h>
 #include <FontEngine/FE_BitmapGlyphPainter.h>
 #include <FontEngine/FE_CacheFigures.h>
-#include <FontEngine/FE_ColoredBitmapGlyphInfo.h>
 #include <FontEngine/FE_DescribeFont.h>
 #include <FontEngine/FE_Exceptions.h>
 #include <FontEngine/FE_Font.h>

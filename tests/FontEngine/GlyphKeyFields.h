@@ -2,7 +2,7 @@
 
 #include <support/Descriptions.h>
 
-#include <FontEngine/FE_ColoredBitmapGlyphInfo.h>
+#include <FontEngine/FE_GlyphInfo.h>
 
 namespace Vell::FontEngine {
 

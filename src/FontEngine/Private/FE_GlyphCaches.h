@@ -1,8 +1,6 @@
 #pragma once
 
 #include <FontEngine/FE_BitmapGlyphImage.h>
-#include <FontEngine/FE_BitmapGlyphInfo.h>
-#include <FontEngine/FE_ColoredBitmapGlyphInfo.h>
 #include <FontEngine/FE_GlyphInfo.h>
 #include <FontEngine/Private/FE_RenderedGlyph.h>
 #include <FontEngine/Private/FE_StrikeCache.h>

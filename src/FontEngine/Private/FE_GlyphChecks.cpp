@@ -1,6 +1,6 @@
 #include <FontEngine/Private/FE_GlyphChecks.h>
 
-#include <FontEngine/FE_BitmapGlyphInfo.h>
+#include <FontEngine/FE_GlyphInfo.h>
 #include <FontLoaders/Public/Exceptions.h>
 #include <FontLoaders/Public/FreeType.h>
 

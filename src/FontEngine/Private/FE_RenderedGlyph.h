@@ -1,6 +1,6 @@
 #pragma once
 
-#include <FontEngine/FE_BitmapGlyphInfo.h>
+#include <FontEngine/FE_GlyphInfo.h>
 #include <FontEngine/Renderer/FE_BitmapGlyphRun.h>
 #include <FontLoaders/Public/FreeType.h>
 

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <FontEngine/FE_BitmapGlyphInfo.h>
 #include <FontEngine/FE_GlyphInfo.h>
 #include <Gfx/Public/FontFaceInfo.h>
 #include <Utils/Public/MRUCache.h>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <FontEngine/FE_BitmapGlyphInfo.h>
+#include <FontEngine/FE_GlyphInfo.h>
 #include <Utils/Public/Export.h>
 #include <cinder/Vector.h>
 
