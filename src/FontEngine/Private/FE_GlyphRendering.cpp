@@ -2,9 +2,9 @@
 
 #include <FontEngine/Private/FE_BitmapRows.h>
 #include <FontEngine/Private/FE_FreeTypeUtilsInternal.h>
+#include <FontEngine/Private/FE_GlyphCaches.h>
 #include <FontEngine/Private/FE_GlyphChecks.h>
 #include <FontEngine/Private/FE_RasterWork.h>
-#include <FontEngine/Private/FE_RenderedGlyph.h>
 #include <FontLoaders/Public/CompositeGlyphs.h>
 #include <FontLoaders/Public/FreeTypeMemory.h>
 #include <Utils/Public/Assert.h>
