@@ -6,7 +6,6 @@
 #include <FontEngine/FE_BitmapGlyphImage.h>
 #include <FontEngine/FE_BitmapGlyphPainter.h>
 #include <FontEngine/FE_CacheFigures.h>
-#include <FontEngine/FE_DescribeFont.h>
 #include <FontEngine/FE_Exceptions.h>
 #include <FontEngine/FE_Font.h>
 #include <FontEngine/FE_FontDescriptions.h>

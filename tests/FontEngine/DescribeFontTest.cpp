@@ -1,6 +1,5 @@
 #include <support/Descriptions.h>
 
-#include <FontEngine/FE_DescribeFont.h>
 #include <FontEngine/FE_FontDescriptions.h>
 
 #include <gtest/gtest.h>

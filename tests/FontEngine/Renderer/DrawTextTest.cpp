@@ -5,7 +5,6 @@
 #include <support/RecordingGlyphPainter.h>
 #include <support/RecordingPainter.h>
 
-#include <FontEngine/FE_DescribeFont.h>
 #include <FontEngine/FE_FontDescriptions.h>
 #include <FontEngine/Renderer/FE_DrawText.h>
 #include <FontEngine/Renderer/FE_RasterTextPainter.h>

@@ -1,6 +1,5 @@
 // Descriptions and keys are immutable values, and their interfaces are abstract.
 
-#include <FontEngine/FE_DescribeFont.h>
 #include <FontEngine/FE_FontDescriptions.h>
 #include <FontEngine/FE_GlyphInfo.h>
 #include <Utils/Public/Ptr/PtrUtils.h>
