@@ -2,7 +2,7 @@
 
 #include <fuzz/support/ByteReader.h>
 
-#include <FontEngine/FE_BitmapGlyphImage.h>
+#include <FontEngine/FE_BitmapGlyphPainter.h>
 
 #include <memory>
 

@@ -6,7 +6,7 @@
 #include <fuzz/support/TextCalls.h>
 #include <fuzz/support/Tolerate.h>
 
-#include <FontEngine/FE_Exceptions.h>
+#include <FontEngine/FE_FontFace.h>
 #include <FontEngine/FE_FontFactory.h>
 #include <FontEngine/Renderer/FE_BitmapGlyphRun.h>
 #include <FontLoaders/Public/Exceptions.h>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <FontEngine/FE_BitmapGlyphImage.h>
+#include <FontEngine/FE_BitmapGlyphPainter.h>
 #include <support/RecordingPainter.h>
 
 #include <ft2build.h>

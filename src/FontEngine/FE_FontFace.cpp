@@ -31,6 +31,8 @@ Gfx::BasicMetrics makeBasicMetrics(Gfx::FactoryAccessTag tag, const FontLoaders:
 
 } // namespace
 
+FontEngineException::~FontEngineException() = default;
+
 FontFace::FontFace(Gfx::FactoryAccessTag tag, std::shared_ptr<const FontFactory> factory, FaceData faceData)
     : _fontFactory(factory)
     , _glyphAccess(derefNN(factory.get()).getGlyphService().shareAccess())

@@ -1,10 +1,11 @@
 #pragma once
 
-#include <FontEngine/FE_BitmapGlyphImage.h>
+#include <FontEngine/FE_BitmapGlyphPainter.h>
 #include <FontEngine/FE_GlyphInfo.h>
 #include <FontLoaders/Public/FreeType.h>
 #include <Gfx/Public/BasicMetrics.h>
 #include <Gfx/Public/Painter.h>
+#include <Utils/Public/Exceptions.h>
 #include <Utils/Public/Export.h>
 #include <Utils/Public/Ptr/CheckedPtr.h>
 #include <cinder/Color.h>
@@ -23,6 +24,15 @@ namespace Internal {
 class GlyphAccess;
 struct KnownSize;
 } // namespace Internal
+
+/// The engine cannot fulfil a request although no library below it failed.
+class VELL_API FontEngineException : public BaseRuntimeError {
+public:
+    using BaseRuntimeError::BaseRuntimeError;
+    FontEngineException(const FontEngineException&) = default;
+    FontEngineException& operator=(const FontEngineException&) = default;
+    ~FontEngineException() override;
+};
 
 /// What a face is made from: a font file, and the synthetic styles to add because the file lacks them.
 struct FaceData {

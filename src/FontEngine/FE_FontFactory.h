@@ -1,6 +1,6 @@
 #pragma once
 
-#include <FontEngine/FE_BitmapGlyphImage.h>
+#include <FontEngine/FE_BitmapGlyphPainter.h>
 #include <FontEngine/FE_CacheFigures.h>
 #include <FontEngine/FE_Font.h>
 #include <FontEngine/FE_FontFace.h>

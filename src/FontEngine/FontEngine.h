@@ -3,10 +3,8 @@
 /// The umbrella header: the factory with its faces and fonts, descriptions, the functions that describe,
 /// measure and draw in one call, glyph keys and runs, and the two text painters.
 
-#include <FontEngine/FE_BitmapGlyphImage.h>
 #include <FontEngine/FE_BitmapGlyphPainter.h>
 #include <FontEngine/FE_CacheFigures.h>
-#include <FontEngine/FE_Exceptions.h>
 #include <FontEngine/FE_Font.h>
 #include <FontEngine/FE_FontDescriptions.h>
 #include <FontEngine/FE_FontFace.h>

@@ -1,4 +1,4 @@
-#include <FontEngine/FE_BitmapGlyphImage.h>
+#include <FontEngine/FE_BitmapGlyphPainter.h>
 
 #include <gtest/gtest.h>
 

@@ -2,7 +2,7 @@
 #include <FontEngine/Engine.h>
 #include <FontEngine/GlyphKeyFields.h>
 
-#include <FontEngine/FE_Exceptions.h>
+#include <FontEngine/FE_FontFace.h>
 #include <FontEngine/Renderer/FE_BitmapGlyphRun.h>
 
 #include <gtest/gtest.h>

@@ -2,7 +2,7 @@
 
 #include <CairoAdapter/Private/Blending/BitmapBlending.h>
 #include <CairoAdapter/Public/CairoPainter.h>
-#include <FontEngine/FE_BitmapGlyphImage.h>
+#include <FontEngine/FE_BitmapGlyphPainter.h>
 #include <cinder/Vector.h>
 
 #include <cstdint>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <CairoAdapter/Public/CairoHandles.h>
-#include <FontEngine/FE_BitmapGlyphImage.h>
+#include <FontEngine/FE_BitmapGlyphPainter.h>
 #include <cinder/Color.h>
 
 namespace Vell::CairoAdapter::Internal {

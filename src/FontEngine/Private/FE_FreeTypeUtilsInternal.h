@@ -1,6 +1,6 @@
 #pragma once
 
-#include <FontEngine/FE_BitmapGlyphImage.h>
+#include <FontEngine/FE_BitmapGlyphPainter.h>
 #include <FontEngine/FE_FontFace.h>
 #include <FontEngine/FE_GlyphInfo.h>
 #include <FontLoaders/Public/FreeType.h>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <FontEngine/FE_BitmapGlyphImage.h>
+#include <FontEngine/FE_BitmapGlyphPainter.h>
 #include <FontEngine/FE_GlyphInfo.h>
 #include <FontEngine/Private/FE_StrikeCache.h>
 #include <FontEngine/Renderer/FE_BitmapGlyphRun.h>

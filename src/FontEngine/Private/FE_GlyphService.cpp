@@ -1,6 +1,6 @@
 #include <FontEngine/Private/FE_GlyphService.h>
 
-#include <FontEngine/FE_Exceptions.h>
+#include <FontEngine/FE_FontFace.h>
 #include <FontEngine/Private/FE_FaceSizing.h>
 #include <FontEngine/Private/FE_FreeTypeUtilsInternal.h>
 #include <FontEngine/Private/FE_PathBuilder.h>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <CairoAdapter/Private/Blending/Pixels.h>
-#include <FontEngine/FE_BitmapGlyphImage.h>
+#include <FontEngine/FE_BitmapGlyphPainter.h>
 
 #include <ft2build.h>
 #include FT_FREETYPE_H

@@ -1,12 +1,6 @@
-#include <FontEngine/FE_BitmapGlyphImage.h>
 #include <FontEngine/FE_BitmapGlyphPainter.h>
-#include <FontEngine/FE_Exceptions.h>
 
-/// Defines the key functions of classes that have little other code. The compiler puts the vtable and the
-/// type information of a class where its key function is, so that all clients share them.
 namespace Vell::FontEngine {
-
-FontEngineException::~FontEngineException() = default;
 
 BitmapGlyphImage::BitmapGlyphImage() = default;
 
