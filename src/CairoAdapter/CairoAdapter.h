@@ -7,7 +7,6 @@
 ///     CairoAdapter::CairoPainter painter(surface.get());
 ///     FontEngine::VectorTextPainter(painter).drawText(text, extFontInfo, *metrics);
 
-#include <CairoAdapter/Public/CairoAdapterException.h>
 #include <CairoAdapter/Public/CairoGlyphPainter.h>
 #include <CairoAdapter/Public/CairoHandles.h>
 #include <CairoAdapter/Public/CairoPainter.h>

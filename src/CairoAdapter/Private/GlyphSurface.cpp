@@ -1,7 +1,7 @@
 #include <CairoAdapter/Private/GlyphSurface.h>
 
 #include <CairoAdapter/Private/CairoContext.h>
-#include <CairoAdapter/Public/CairoAdapterException.h>
+#include <CairoAdapter/Public/CairoHandles.h>
 
 #include <ft2build.h>
 #include FT_FREETYPE_H

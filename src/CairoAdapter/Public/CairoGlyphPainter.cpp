@@ -4,7 +4,7 @@
 #include <CairoAdapter/Private/GlyphBlender.h>
 #include <CairoAdapter/Private/GlyphPlacement.h>
 #include <CairoAdapter/Private/GlyphSurface.h>
-#include <CairoAdapter/Public/CairoAdapterException.h>
+#include <CairoAdapter/Public/CairoHandles.h>
 
 #include <cmath>
 

@@ -1,7 +1,5 @@
 #include <CairoAdapter/Public/CairoHandles.h>
 
-#include <CairoAdapter/Public/CairoAdapterException.h>
-
 namespace Vell::CairoAdapter {
 
 namespace {
@@ -14,6 +12,14 @@ Owner adopt(typename Owner::pointer object, cairo_status_t (*getStatus)(typename
 }
 
 } // namespace
+
+CairoAdapterException::~CairoAdapterException() = default;
+
+void throwIfFailed(cairo_status_t status) {
+    if (status != CAIRO_STATUS_SUCCESS) {
+        throw CairoAdapterException(cairo_status_to_string(status));
+    }
+}
 
 ContextPtr adoptContext(cairo_t* context) {
     return adopt<ContextPtr>(context, cairo_status);

@@ -1,17 +1,32 @@
 #pragma once
 
+#include <Utils/Public/Exceptions.h>
 #include <Utils/Public/Export.h>
-
 #include <cairo.h>
 
 #include <memory>
 
-/// Owners of cairo's objects. Each owner holds one of cairo's references, so an object lives until its last
-/// owner, here or in C code, releases it. The functions below return owners that are never null and whose
-/// objects are not in an error state: every failure throws CairoAdapterException with cairo's text.
+/// Owners of cairo's objects, and the exception that an error of cairo becomes. Each owner holds one of
+/// cairo's references, so an object lives until its last owner, here or in C code, releases it. The functions
+/// below return owners that are never null and whose objects are not in an error state: every failure throws
+/// CairoAdapterException with cairo's text.
 ///
 /// Threads: an object, and everything made from it, belongs to one thread at a time.
 namespace Vell::CairoAdapter {
+
+/// cairo reports an error (the text is then cairo's own), or the adapter cannot draw what it is given: a path
+/// that no CairoPainter made, or a bitmap with an unknown pixel mode or a pitch shorter than its rows.
+/// CairoGlyphPainter also throws it for an invalid device pixel ratio.
+class VELL_API CairoAdapterException : public BaseRuntimeError {
+public:
+    using BaseRuntimeError::BaseRuntimeError;
+    CairoAdapterException(const CairoAdapterException&) = default;
+    CairoAdapterException& operator=(const CairoAdapterException&) = default;
+    ~CairoAdapterException() override;
+};
+
+/// Throws CairoAdapterException with cairo's text unless the status is CAIRO_STATUS_SUCCESS.
+VELL_API void throwIfFailed(cairo_status_t status);
 
 struct ContextDeleter {
     void operator()(cairo_t* context) const noexcept { cairo_destroy(context); }

@@ -3,7 +3,7 @@
 #include <CairoAdapter/Private/CairoContext.h>
 #include <CairoAdapter/Private/Polyline.h>
 #include <CairoAdapter/Private/RecordedPath.h>
-#include <CairoAdapter/Public/CairoAdapterException.h>
+#include <CairoAdapter/Public/CairoHandles.h>
 #include <Utils/Public/Assert.h>
 #include <Utils/Public/Vtable.h>
 
