@@ -5,7 +5,6 @@
 
 #include <FontLoaders/Public/CompositeGlyphs.h>
 #include <FontLoaders/Public/Exceptions.h>
-#include <FontLoaders/Public/FontCollections.h>
 #include <FontLoaders/Public/FontLoader.h>
 #include <FontLoaders/Public/FreeType.h>
 #include <FontLoaders/Public/FreeTypeMemory.h>

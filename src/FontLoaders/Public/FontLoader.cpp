@@ -1,5 +1,6 @@
 #include <FontLoaders/Public/FontLoader.h>
 
+#include <FontLoaders/Private/Installed/CollectionExtractor.h>
 #include <FontLoaders/Private/Installed/UsableCharmap.h>
 #include <FontLoaders/Public/Exceptions.h>
 #include <FontLoaders/Public/FreeType.h>
@@ -15,6 +16,13 @@ std::optional<std::string> findReasonNotToServe(const NNPtr<const std::vector<un
     } catch (const FreeTypeException& error) {
         return error.what();
     }
+}
+
+FontBytes extractFontFace(const NNPtr<const std::vector<unsigned char>>& file, unsigned int index) {
+    if (index == 0 && !Internal::isCollection(*file)) {
+        return file;
+    }
+    return std::make_shared<const std::vector<unsigned char>>(Internal::extractFace(*file, index));
 }
 
 } // namespace Vell::FontLoaders
