@@ -1,7 +1,7 @@
 #pragma once
 
 #include <FontEngine/FE_FontDescriptions.h>
-#include <Gfx/Public/FontFaceInfo.h>
+#include <Gfx/Public/FontInfo.h>
 #include <Utils/Public/Export.h>
 #include <Utils/Public/Hash.h>
 #include <Utils/Public/Ptr/CheckedPtr.h>

@@ -4,7 +4,6 @@
 
 #include <Gfx/Public/BasicMetrics.h>
 #include <Gfx/Public/CharMap.h>
-#include <Gfx/Public/FontFaceInfo.h>
 #include <Gfx/Public/FontInfo.h>
 #include <Gfx/Public/FontMetrics.h>
 #include <Gfx/Public/Painter.h>

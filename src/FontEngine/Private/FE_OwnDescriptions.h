@@ -1,7 +1,6 @@
 #pragma once
 
 #include <FontEngine/FE_FontDescriptions.h>
-#include <Gfx/Public/FontFaceInfo.h>
 #include <Gfx/Public/FontInfo.h>
 #include <Utils/Public/Ptr/CheckedPtr.h>
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <FontEngine/FE_GlyphInfo.h>
-#include <Gfx/Public/FontFaceInfo.h>
+#include <Gfx/Public/FontInfo.h>
 #include <Utils/Public/MRUCache.h>
 #include <Utils/Public/Ptr/CheckedPtr.h>
 #include <cinder/Vector.h>
