@@ -79,6 +79,26 @@ TEST(FontLoaderThreads, MayUseSeparateLoaders) {
     });
 }
 
+TEST(FontLoaderThreads, MayAskOneFallbackWhileTheyLoad) {
+    const FontSandbox sandbox;
+    fill(sandbox);
+    sandbox.write("m.ttf", FontBuilder("Mute").build());
+    const auto loader = createPlatformDefaultFontLoader("Alpha");
+    const auto fallback = createPlatformCoverageFallback(*loader);
+    const auto face = makeClientFaceInfo("Alpha");
+    runTogether([&](int i) {
+        for (char32_t code = 0x370; code < 0x380; ++code) {
+            const std::u32string cluster(1, code);
+            const auto found = fallback->findFace({cluster, face, i % 2 == 0 ? "el" : "ja"});
+            ASSERT_TRUE(found);
+            EXPECT_EQ(found->face->getName(), "Beta");
+            EXPECT_NE(loader->loadFont(found->face), nullptr);
+            EXPECT_EQ(load(loader, "Mute"), nullptr); // whose removal makes the fallback forget
+            EXPECT_FALSE(fallback->findFace({U"\u0416", face}));
+        }
+    });
+}
+
 TEST(FontLoaderThreads, MayReleaseFontsOfOneLibrary) {
     const auto library = createFreeTypeLibrary();
     runTogether([&library](int) {

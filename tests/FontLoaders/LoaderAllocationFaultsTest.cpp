@@ -46,6 +46,14 @@ std::string openAlpha(const LoaderPtr& loader) {
     return createFontFace(library, makeNNPtr<const Bytes>(*bytes))->family_name;
 }
 
+std::string findFamily(const LoaderPtr& loader, std::u32string_view cluster, const std::string& language) {
+    const auto fallback = createPlatformCoverageFallback(*loader);
+    const auto face = makeClientFaceInfo("Alpha", true);
+    fallback->findFace({cluster, face, language, {"Gamma", "Lost"}}); // so that the next answer is remembered
+    const auto found = fallback->findFace({cluster, face, language, {"Gamma", "Lost"}});
+    return found ? found->face->getName() : "none";
+}
+
 const LoaderRequest loaderRequests[] = {
     {"createPlatformDefaultFontLoader",
      [](const auto&) { return describe(load(createPlatformDefaultFontLoader("Alpha"), "Unknown")); }},
@@ -62,6 +70,11 @@ const LoaderRequest loaderRequests[] = {
     {"loadDefaultFont of a style",
      [](const auto& loader) { return describe(loader->loadDefaultFont(true, false)); }},
     {"getFamilyNameForRange", [](const auto& loader) { return loader->getFamilyNameForRange(1); }},
+    {"findFace", [](const auto& loader) { return findFamily(loader, U"A\u0301", "zh-Hant"); }},
+    {"findFace of a character that no face has",
+     [](const auto& loader) { return findFamily(loader, U"\u0416", ""); }},
+    {"findFace of a face of a lost file",
+     [](const auto& loader) { return findFamily(loader, U"\u03B1", "el"); }},
     {"opening a face", openAlpha}};
 
 class LoaderAllocationFaults : public ::testing::Test {
@@ -70,13 +83,17 @@ protected:
         sandbox.write("a.ttf", makeBlankFont("Alpha").build());
         sandbox.write("ab.ttf", makeBlankFont("Alpha", 700).build());
         sandbox.write("b.ttc", buildCollection({makeBlankFont("Beta"), makeBlankFont("Gamma")}));
-        sandbox.write("l.ttf", makeBlankFont("Lost").build());
+        sandbox.write("l.ttf", makeLost());
         sandbox.write("m.ttf", FontBuilder("Mute").build());
+    }
+
+    static Bytes makeLost() {
+        return makeBlankFont("Lost", 400, false, {{'A', 'Z'}, {0x3B1, 0x3B1}}).build();
     }
 
     /// A loader that lists a file that was deleted.
     LoaderPtr makeLoader() const {
-        sandbox.write("l.ttf", makeBlankFont("Lost").build());
+        sandbox.write("l.ttf", makeLost());
         const LoaderPtr loader = createPlatformDefaultFontLoader("Alpha");
         load(loader, "Unknown");
         sandbox.remove("l.ttf");

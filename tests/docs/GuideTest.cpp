@@ -6,6 +6,7 @@
 
 #include <support/ErrorText.h>
 #include <support/FontBuilder.h>
+#include <support/FontSandbox.h>
 
 #include <gtest/gtest.h>
 
@@ -73,6 +74,26 @@ void drawWithFallback(Gfx::Painter& painter, const std::string& text, const Font
     }
 }
 //! [split]
+
+//! [coverage]
+/// Draws Greek in a family of the program and leaves everything else to the fonts of the machine.
+class HouseFallback : public FontLoaders::CoverageFallback {
+public:
+    explicit HouseFallback(NNPtr<const FontLoaders::CoverageFallback> others)
+        : _others(std::move(others)) {}
+
+    std::optional<FontLoaders::CoveringFace>
+    findFace(const FontLoaders::CoverageRequest& request) const override {
+        const bool isGreek =
+            !request.cluster.empty() && request.cluster[0] >= 0x370 && request.cluster[0] < 0x400;
+        return isGreek ? FontLoaders::CoveringFace{_greek, _greek} : _others->findFace(request);
+    }
+
+private:
+    NNPtr<const FontLoaders::CoverageFallback> _others;
+    NNPtr<const FontFaceInfo> _greek = makeNNPtr<const FontFaceInfo>("House Greek", false, false);
+};
+//! [coverage]
 
 } // namespace
 
@@ -159,6 +180,28 @@ TEST_F(Guide, ServesARangeFromAnotherFamily) {
     //! [fallback]
     ASSERT_TRUE(greek);
     EXPECT_EQ(greek->getFontInfo()->getFontFaceInfo()->getName(), "House Greek");
+}
+
+TEST_F(Guide, FindsFallbackFacesByCoverage) {
+    const Testing::FontSandbox sandbox;
+    sandbox.write("s.ttf", makeFontFile('A'));
+    Testing::FontBuilder han("Machine Han");
+    han.map(0x9AA8, han.addGlyph(Testing::FontGlyph()));
+    sandbox.write("h.ttf", han.build());
+    const auto factory = FontFactory::create("House Sans");
+    const auto face = makeNNPtr<const FontFaceInfo>("House Sans", true, false);
+    //! [face]
+    const NNPtr<const FontLoaders::CoverageFallback> fallback =
+        FontLoaders::createPlatformCoverageFallback(factory->getFontLoader());
+    const auto found = fallback->findFace({U"\u9AA8", face, "ja"}); // empty if no font has the character
+    //! [face]
+    ASSERT_TRUE(found);
+    EXPECT_EQ(found->face->getName(), "Machine Han");
+    EXPECT_TRUE(found->drawnFace->isBold());
+    const HouseFallback house(fallback);
+    EXPECT_EQ(house.findFace({U"\u03B1", face})->face->getName(), "House Greek");
+    EXPECT_EQ(house.findFace({U"\u9AA8", face})->face->getName(), "Machine Han");
+    EXPECT_FALSE(house.findFace({U"\u0416", face}));
 }
 
 TEST_F(Guide, RefusesAFontThatNoLoaderMayServe) {

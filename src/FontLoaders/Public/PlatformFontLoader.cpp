@@ -1,15 +1,12 @@
 #include <FontLoaders/Public/PlatformFontLoader.h>
 
-#include <FontLoaders/Private/Installed/FontFileCache.h>
-#include <FontLoaders/Private/Installed/InstalledFonts.h>
+#include <FontLoaders/Private/Installed/PlatformFonts.h>
 
 #include <Utils/Public/Ptr/PtrUtils.h>
 #include <Utils/Public/Vtable.h>
 
 #include <atomic>
-#include <mutex>
 #include <optional>
-#include <utility>
 
 #if defined(FONTENGINE_HAS_EMBEDDED_FONT)
 // The first byte of the built-in font, and the one past its last.
@@ -31,14 +28,10 @@ FontBytes loadEmbeddedFont() {
 #endif
 }
 
-/// All loaders share one mutex: each has its own configuration, but behind them fontconfig has caches and
-/// tables of names that are global to the process.
-std::mutex fontconfigMutex;
-
 class PlatformFontLoader final : public FontLoader {
 public:
-    explicit PlatformFontLoader(std::string defaultFaceName)
-        : _defaultFaceName(std::move(defaultFaceName)) {}
+    explicit PlatformFontLoader(const std::string& defaultFaceName)
+        : _fonts(std::make_shared<Internal::PlatformFonts>(defaultFaceName)) {}
     PlatformFontLoader(const PlatformFontLoader&) = delete;
     PlatformFontLoader& operator=(const PlatformFontLoader&) = delete;
     ~PlatformFontLoader() override;
@@ -47,54 +40,34 @@ public:
     FontBytes loadDefaultFont(bool bold, bool italic) const override;
     std::string getFamilyNameForRange(unsigned int rangeId) const override;
 
-    std::optional<FontFilePlace> findFile(const FontBytes& bytes) const;
+    const std::shared_ptr<Internal::PlatformFonts>& getFonts() const { return _fonts; }
 
 private:
-    Internal::InstalledFonts& getFonts() const;
     FontBytes getEmbeddedFont() const;
 
-    const std::string _defaultFaceName;
-    // Guarded by fontconfigMutex:
-    mutable Internal::FontFileCache _files;
-    mutable std::optional<Internal::InstalledFonts> _fonts;
-    mutable std::weak_ptr<const std::vector<unsigned char>> _embeddedFont;
+    const std::shared_ptr<Internal::PlatformFonts> _fonts;
+    mutable std::weak_ptr<const std::vector<unsigned char>> _embeddedFont; // used only while asking the fonts
 };
 
-PlatformFontLoader::~PlatformFontLoader() {
-    const std::lock_guard<std::mutex> lock(fontconfigMutex);
-    _fonts.reset();
-}
+PlatformFontLoader::~PlatformFontLoader() = default;
 
 FontBytes PlatformFontLoader::loadFont(const NNPtr<const Gfx::FontFaceInfo>& faceInfo) const {
     const std::string name = faceInfo->getName();
     const bool bold = faceInfo->isBold();
     const bool italic = faceInfo->isItalic();
-    const std::lock_guard<std::mutex> lock(fontconfigMutex);
-    return getFonts().load(name, bold, italic);
+    return _fonts->ask([&](Internal::InstalledFonts& fonts) { return fonts.load(name, bold, italic); });
 }
 
 FontBytes PlatformFontLoader::loadDefaultFont(bool bold, bool italic) const {
     const bool isPlain = !bold && !italic;
-    const std::lock_guard<std::mutex> lock(fontconfigMutex);
-    FontBytes bytes = getFonts().loadDefault(bold, italic);
-    return bytes || !isPlain ? bytes : getEmbeddedFont();
+    return _fonts->ask([&](Internal::InstalledFonts& fonts) {
+        FontBytes bytes = fonts.loadDefault(bold, italic);
+        return bytes || !isPlain ? bytes : getEmbeddedFont();
+    });
 }
 
 std::string PlatformFontLoader::getFamilyNameForRange(unsigned int rangeId) const {
-    const std::lock_guard<std::mutex> lock(fontconfigMutex);
-    return getFonts().getFamilyForRange(rangeId);
-}
-
-std::optional<FontFilePlace> PlatformFontLoader::findFile(const FontBytes& bytes) const {
-    const std::lock_guard<std::mutex> lock(fontconfigMutex);
-    return _files.find(bytes);
-}
-
-Internal::InstalledFonts& PlatformFontLoader::getFonts() const {
-    if (!_fonts) {
-        _fonts.emplace(_defaultFaceName, _files);
-    }
-    return *_fonts;
+    return _fonts->ask([&](Internal::InstalledFonts& fonts) { return fonts.getFamilyForRange(rangeId); });
 }
 
 FontBytes PlatformFontLoader::getEmbeddedFont() const {
@@ -118,8 +91,17 @@ NNPtr<FontLoader> createPlatformDefaultFontLoader(const std::string& defaultFace
 }
 
 std::optional<FontFilePlace> findFontFile(const FontLoader& loader, const FontBytes& bytes) {
-    const bool isPlatformLoader = getVtable(loader) == platformLoaderVtable;
-    return isPlatformLoader ? static_cast<const PlatformFontLoader&>(loader).findFile(bytes) : std::nullopt;
+    const auto fonts = Internal::findPlatformFonts(loader);
+    return fonts ? fonts->findFile(bytes) : std::nullopt;
 }
+
+namespace Internal {
+
+std::shared_ptr<PlatformFonts> findPlatformFonts(const FontLoader& loader) {
+    const bool isPlatformLoader = getVtable(loader) == platformLoaderVtable;
+    return isPlatformLoader ? static_cast<const PlatformFontLoader&>(loader).getFonts() : nullptr;
+}
+
+} // namespace Internal
 
 } // namespace Vell::FontLoaders

@@ -46,15 +46,38 @@ std::vector<BoundFamily> substitute(FcConfig* config, const std::string& family,
     return families;
 }
 
+void addUnlessEmpty(FcPattern* pattern, const char* object, const std::string& text) {
+    if (!text.empty()) {
+        FcPatternAddString(pattern, object, toFontconfig(text));
+    }
+}
+
+void complete(FcConfig* config, FcPattern* pattern) {
+    FcPatternAddBool(pattern, FC_SCALABLE, FcTrue);
+    FcConfigSubstitute(config, pattern, FcMatchPattern);
+    FcDefaultSubstitute(pattern);
+}
+
 FontconfigPtr<FcPattern> makeRequest(FcConfig* config, const std::string& name) {
     FontconfigPtr<FcPattern> pattern(FcPatternCreate());
-    if (!name.empty()) {
-        FcPatternAddString(pattern.get(), FC_FAMILY, toFontconfig(name));
-    }
-    FcPatternAddBool(pattern.get(), FC_SCALABLE, FcTrue);
-    FcConfigSubstitute(config, pattern.get(), FcMatchPattern);
-    FcDefaultSubstitute(pattern.get());
+    addUnlessEmpty(pattern.get(), FC_FAMILY, name);
+    complete(config, pattern.get());
     return pattern;
+}
+
+FontconfigPtr<FcPattern> makeRequest(FcConfig* config, const SortRequest& request) {
+    FontconfigPtr<FcPattern> pattern(FcPatternCreate());
+    addUnlessEmpty(pattern.get(), FC_FAMILY, request.family);
+    addUnlessEmpty(pattern.get(), FC_LANG, request.language);
+    FcPatternAddInteger(pattern.get(), FC_WEIGHT, request.bold ? FC_WEIGHT_BOLD : FC_WEIGHT_REGULAR);
+    FcPatternAddInteger(pattern.get(), FC_SLANT, request.italic ? FC_SLANT_ITALIC : FC_SLANT_ROMAN);
+    complete(config, pattern.get());
+    return pattern;
+}
+
+FontconfigPtr<FcFontSet> sort(FcConfig* config, FcFontSet* fonts, FcPattern* request) {
+    FcResult result = FcResultNoMatch;
+    return FontconfigPtr<FcFontSet>(FcFontSetSort(config, &fonts, 1, request, FcFalse, nullptr, &result));
 }
 
 } // namespace
@@ -92,10 +115,11 @@ std::string getBestMatchingFamily(FcConfig* config, FcFontSet* fonts, const std:
 }
 
 FontconfigPtr<FcFontSet> sortFonts(FcConfig* config, FcFontSet* fonts, const std::string& name) {
-    const FontconfigPtr<FcPattern> request = makeRequest(config, name);
-    FcResult result = FcResultNoMatch;
-    return FontconfigPtr<FcFontSet>(
-        FcFontSetSort(config, &fonts, 1, request.get(), FcFalse, nullptr, &result));
+    return sort(config, fonts, makeRequest(config, name).get());
+}
+
+FontconfigPtr<FcFontSet> sortFonts(FcConfig* config, FcFontSet* fonts, const SortRequest& request) {
+    return sort(config, fonts, makeRequest(config, request).get());
 }
 
 } // namespace Vell::FontLoaders::Internal

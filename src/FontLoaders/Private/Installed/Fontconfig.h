@@ -42,4 +42,19 @@ std::string getBestMatchingFamily(FcConfig* config, FcFontSet* fonts, const std:
 /// The fonts in the order of preference for a name, which may be empty.
 FontconfigPtr<FcFontSet> sortFonts(FcConfig* config, FcFontSet* fonts, const std::string& name);
 
+/// What fontconfig calls the language of emoji, and the generic family that has them.
+constexpr const char* emojiLanguage = "und-zsye";
+constexpr const char* emojiFamily = "emoji";
+
+/// Whose fonts are sorted: an empty family states no preference, an empty language is that of the process.
+struct SortRequest {
+    std::string family;
+    std::string language; ///< as fontconfig names it
+    bool bold;
+    bool italic;
+};
+
+/// The fonts in the order of preference for a family, a language and a style.
+FontconfigPtr<FcFontSet> sortFonts(FcConfig* config, FcFontSet* fonts, const SortRequest& request);
+
 } // namespace Vell::FontLoaders::Internal

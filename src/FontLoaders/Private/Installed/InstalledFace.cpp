@@ -37,6 +37,12 @@ const FcCharSet* tryGetCharacters(const FcPattern* pattern) {
     return FcPatternGetCharSet(pattern, FC_CHARSET, 0, &characters) == FcResultMatch ? characters : nullptr;
 }
 
+bool supportsLanguage(const FcPattern* pattern, const char* language) {
+    FcLangSet* languages = nullptr;
+    return FcPatternGetLangSet(pattern, FC_LANG, 0, &languages) == FcResultMatch &&
+           FcLangSetHasLang(languages, toFontconfig(language)) == FcLangEqual;
+}
+
 std::vector<std::string> getFamilies(const FcPattern* pattern) {
     std::vector<std::string> families;
     while (auto family = tryGetString(pattern, FC_FAMILY, static_cast<int>(families.size()))) {
@@ -66,6 +72,9 @@ std::optional<InstalledFace> tryReadFace(const FcPattern* pattern) {
     face.width = getNumber(pattern, FC_WIDTH, FC_WIDTH_NORMAL);
     face.slant = getInteger(pattern, FC_SLANT, FC_SLANT_ROMAN);
     face.isScalable = getBool(pattern, FC_SCALABLE, true) && getBool(pattern, FC_OUTLINE, true);
+    face.isColored = getBool(pattern, FC_COLOR, false);
+    face.isSymbolic = getBool(pattern, FC_SYMBOL, false);
+    face.supportsEmoji = supportsLanguage(pattern, emojiLanguage);
     face.characters = tryGetCharacters(pattern);
     return face;
 }

@@ -17,6 +17,9 @@ struct InstalledFace {
     double width;
     int slant;
     bool isScalable;             ///< whether it has outlines and not only bitmaps for a few sizes
+    bool isColored;              ///< whether its glyphs bring their own colours
+    bool isSymbolic;             ///< whether its codes are not those of Unicode
+    bool supportsEmoji;          ///< whether it has all characters that fontconfig expects of an emoji font
     const FcCharSet* characters; ///< valid as long as the pattern that it was read from; may be null
 
     bool isBold() const { return weight >= FC_WEIGHT_DEMIBOLD; }

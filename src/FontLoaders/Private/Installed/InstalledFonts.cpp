@@ -94,6 +94,8 @@ FontBytes InstalledFonts::loadOrRemove(const InstalledFace& face) {
     if (!bytes) {
         _ranges.reset();
         _familiesForRanges.clear();
+        _orders.reset();
+        ++_removalCount;
         _catalog.remove(face);
     }
     return bytes;
@@ -119,6 +121,69 @@ bool InstalledFonts::confirmOrRemove(const InstalledFace& face) {
     } catch (const FontLoaderException&) {
         return true;
     }
+}
+
+/// Starts again whenever a face turns out not to be servable.
+std::optional<CoveringFamily> InstalledFonts::findCovering(const CoverageQuery& query) {
+    for (;;) {
+        auto found = findCandidate(query);
+        if (!found || isServable(*found->face.face)) {
+            return found;
+        }
+    }
+}
+
+std::optional<CoveringFamily> InstalledFonts::findCandidate(const CoverageQuery& query) {
+    const bool isEmoji = query.cluster.presentation == Presentation::Emoji;
+    SortRequest request{query.family, query.language, query.style.bold, query.style.italic};
+    if (isEmoji) {
+        request.family = emojiFamily;
+        request.language = emojiLanguage;
+    }
+    if (!_orders) {
+        _orders.emplace();
+    }
+    const FamilyOrder others = _orders->get(_config.get(), _catalog, request);
+    return findCoveringFamily(query.cluster, {listPreferred(query), *others, _unservable});
+}
+
+/// The text's own family, or the default one if it is not installed, then those of the client.
+std::vector<StyledFamily> InstalledFonts::listPreferred(const CoverageQuery& query) const {
+    std::vector<StyledFamily> families;
+    addFamily(query.family, query.style, families);
+    const Faces* const byDefault = families.empty() ? findDefault() : nullptr;
+    if (byDefault != nullptr) {
+        families.push_back(makeStyledFamily(byDefault->front()->families.front(), *byDefault, query.style));
+    }
+    for (const std::string& name : query.families) {
+        addFamily(name, query.style, families);
+    }
+    return families;
+}
+
+void InstalledFonts::addFamily(const std::string& name, const FaceStyle& style,
+                               std::vector<StyledFamily>& families) const {
+    if (const Faces* const faces = find(name)) {
+        families.push_back(makeStyledFamily(name, *faces, style));
+    }
+}
+
+/// Whether a face can be read and opened and has a usable charmap. Remembers the faces that are not
+/// servable.
+bool InstalledFonts::isServable(const InstalledFace& face) {
+    if (_files.isKnownToHaveCharmap(face.file, face.index)) {
+        return true;
+    }
+    try {
+        _confirmed = loadOrRemove(face);
+    } catch (const FontLoaderException&) {
+        _confirmed = nullptr;
+    }
+    const bool isNowKnown = _files.isKnownToHaveCharmap(face.file, face.index);
+    if (!isNowKnown) {
+        _unservable.insert(&face);
+    }
+    return isNowKnown;
 }
 
 std::string InstalledFonts::findFamilyForRange(unsigned int rangeId) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <FontLoaders/Private/Coverage/CoverageSearch.h>
+#include <FontLoaders/Private/Coverage/FamilyOrder.h>
 #include <FontLoaders/Private/Installed/FaceCatalog.h>
 #include <FontLoaders/Private/Installed/FontFileCache.h>
 #include <FontLoaders/Private/Installed/Fontconfig.h>
@@ -7,9 +9,12 @@
 #include <FontLoaders/Public/FontLoader.h>
 #include <Utils/Public/CallableRef.h>
 
+#include <cstdint>
 #include <optional>
+#include <set>
 #include <string>
 #include <unordered_map>
+#include <vector>
 
 namespace Vell::FontLoaders::Internal {
 
@@ -34,6 +39,13 @@ public:
 
     std::string getFamilyForRange(unsigned int rangeId);
 
+    /// The face that covers a cluster, which load serves. Empty if there is none.
+    std::optional<CoveringFamily> findCovering(const CoverageQuery& query);
+
+    /// How many faces have been removed since this object was made. Answers given before the last one may
+    /// name a face that does not count as installed any more.
+    std::uint64_t getRemovalCount() const { return _removalCount; }
+
 private:
     using FindFaces = CallableRef<const Faces*()>;
     using SelectFace = CallableRef<const InstalledFace*(const Faces&)>;
@@ -48,6 +60,11 @@ private:
     bool confirmOrRemove(const Faces& faces);
     bool confirmOrRemove(const InstalledFace& face);
     std::string findFamilyForRange(unsigned int rangeId);
+    void addFamily(const std::string& name, const FaceStyle& style,
+                   std::vector<StyledFamily>& families) const;
+    std::vector<StyledFamily> listPreferred(const CoverageQuery& query) const;
+    std::optional<CoveringFamily> findCandidate(const CoverageQuery& query);
+    bool isServable(const InstalledFace& face);
 
     std::string _defaultFaceName;
     FontFileCache& _files;
@@ -55,6 +72,9 @@ private:
     FaceCatalog _catalog;
     std::optional<RangeFamilies> _ranges; // made on first use, because sorting all fonts takes a while
     std::unordered_map<unsigned int, std::string> _familiesForRanges;
+    std::optional<FamilyOrders> _orders;        // made on first use
+    std::set<const InstalledFace*> _unservable; // found while looking for a face that covers a cluster
+    std::uint64_t _removalCount = 0;
 
     /// The face that was last read only to look for a charmap. It is kept until a font is loaded: usually
     /// that is this one, and reading a face of a large collection takes long.

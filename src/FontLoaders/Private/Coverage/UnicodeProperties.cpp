@@ -1,0 +1,50 @@
+#include <FontLoaders/Private/Coverage/UnicodeProperties.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <iterator>
+
+namespace Vell::FontLoaders::Internal {
+
+namespace {
+
+struct CodePointRange {
+    char32_t first;
+    char32_t last;
+};
+
+constexpr CodePointRange emoji[] = {
+#include <EmojiTable.inc>
+};
+
+constexpr CodePointRange emojiPresentation[] = {
+#include <EmojiPresentationTable.inc>
+};
+
+constexpr CodePointRange defaultIgnorable[] = {
+#include <DefaultIgnorableTable.inc>
+};
+
+template <std::size_t size>
+bool contains(const CodePointRange (&ranges)[size], char32_t code) {
+    const auto* const found =
+        std::lower_bound(std::begin(ranges), std::end(ranges), code,
+                         [](const CodePointRange& range, char32_t wanted) { return range.last < wanted; });
+    return found != std::end(ranges) && found->first <= code;
+}
+
+} // namespace
+
+bool isEmoji(char32_t code) {
+    return contains(emoji, code);
+}
+
+bool hasEmojiPresentation(char32_t code) {
+    return contains(emojiPresentation, code);
+}
+
+bool isDefaultIgnorable(char32_t code) {
+    return contains(defaultIgnorable, code);
+}
+
+} // namespace Vell::FontLoaders::Internal

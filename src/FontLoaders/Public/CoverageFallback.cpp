@@ -1,0 +1,7 @@
+#include <FontLoaders/Public/CoverageFallback.h>
+
+namespace Vell::FontLoaders {
+
+CoverageFallback::~CoverageFallback() = default;
+
+} // namespace Vell::FontLoaders
