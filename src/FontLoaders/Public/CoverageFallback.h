@@ -1,6 +1,6 @@
 #pragma once
 
-#include <Gfx/Public/FontFaceInfo.h>
+#include <Gfx/Public/FontInfo.h>
 #include <Utils/Public/Export.h>
 #include <Utils/Public/Ptr/CheckedPtr.h>
 
