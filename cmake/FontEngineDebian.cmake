@@ -9,8 +9,11 @@ set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "")
 set(CPACK_PACKAGE_CONTACT "FontEngine <fontengine@fontengine.invalid>" CACHE STRING
   "Name and address of whoever builds the packages")
 set(CPACK_COMPONENTS_ALL Runtime Development Tools)
+if(TARGET FontEngine::TextLayout)
+  list(APPEND CPACK_COMPONENTS_ALL TextLayoutRuntime)
+endif()
 if(NOT BUILD_SHARED_LIBS)
-  list(REMOVE_ITEM CPACK_COMPONENTS_ALL Runtime)
+  list(REMOVE_ITEM CPACK_COMPONENTS_ALL Runtime TextLayoutRuntime)
 endif()
 if(NOT TARGET fontengine)
   list(REMOVE_ITEM CPACK_COMPONENTS_ALL Tools)
@@ -28,7 +31,7 @@ set(CPACK_DEBIAN_ENABLE_COMPONENT_DEPENDS ON)
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY ">=")
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS)
-foreach(library Utils Gfx FontLoaders FontEngine CairoAdapter)
+foreach(library Utils Gfx FontLoaders FontEngine TextLayout CairoAdapter)
   if(TARGET FontEngine::${library})
     get_target_property(folder FontEngine::${library} BINARY_DIR)
     list(APPEND CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS "${folder}")
@@ -51,6 +54,21 @@ This package holds the shared libraries.
 .
 ${debian_licence}")
 
+# A package of its own, so that programs that only draw do not install ICU.
+set(CPACK_DEBIAN_TEXTLAYOUTRUNTIME_PACKAGE_NAME "libfontenginetextlayout${PROJECT_VERSION_MAJOR}")
+set(CPACK_DEBIAN_TEXTLAYOUTRUNTIME_PACKAGE_SECTION libs)
+set(CPACK_DEBIAN_TEXTLAYOUTRUNTIME_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_TEXTLAYOUTRUNTIME_PACKAGE_CONTROL_EXTRA "${PROJECT_SOURCE_DIR}/cmake/debian/triggers")
+set(CPACK_COMPONENT_TEXTLAYOUTRUNTIME_DEPENDS Runtime)
+set(CPACK_COMPONENT_TEXTLAYOUTRUNTIME_DESCRIPTION "font engine that turns font descriptions into drawn text - text layout
+FontEngine renders the glyphs of a text once and caches them, as bitmaps at
+sub-pixel positions, coloured images and outlines.
+.
+This package holds the shared library that finds the directions, scripts,
+grapheme clusters and line breaks of a text.
+.
+${debian_licence}")
+
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libfontengine-dev)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
 # The packages that the headers include from and that the pkg-config file requires.
@@ -59,8 +77,16 @@ set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS
 if(TARGET FontEngine::CairoAdapter)
   string(APPEND CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS ", libcairo2-dev")
 endif()
+if(TARGET FontEngine::TextLayout)
+  string(APPEND CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS ", libicu-dev")
+endif()
 if(BUILD_SHARED_LIBS)
   set(CPACK_COMPONENT_DEVELOPMENT_DEPENDS Runtime)
+  set(CPACK_COMPONENT_TOOLS_DEPENDS Runtime)
+  if(TARGET FontEngine::TextLayout)
+    list(APPEND CPACK_COMPONENT_DEVELOPMENT_DEPENDS TextLayoutRuntime)
+    list(APPEND CPACK_COMPONENT_TOOLS_DEPENDS TextLayoutRuntime)
+  endif()
 endif()
 set(CPACK_COMPONENT_DEVELOPMENT_DESCRIPTION "font engine that turns font descriptions into drawn text - development
 FontEngine renders the glyphs of a text once and caches them, as bitmaps at
@@ -73,9 +99,6 @@ ${debian_licence}")
 set(CPACK_DEBIAN_TOOLS_PACKAGE_NAME fontengine-tools)
 set(CPACK_DEBIAN_TOOLS_PACKAGE_SECTION graphics)
 set(CPACK_DEBIAN_TOOLS_PACKAGE_SHLIBDEPS ON)
-if(BUILD_SHARED_LIBS)
-  set(CPACK_COMPONENT_TOOLS_DEPENDS Runtime)
-endif()
 set(CPACK_COMPONENT_TOOLS_DESCRIPTION "command that draws text into images and tells about fonts
 The command fontengine draws text into PNG, SVG and PDF files, tells what a
 font is and finds which font draws which character.

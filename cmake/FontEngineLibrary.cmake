@@ -1,8 +1,9 @@
-# fontengine_add_library(<target> EXPORT_NAME <name> SOURCES <file>... HEADERS <public header>...)
+# fontengine_add_library(<target> EXPORT_NAME <name> [RUNTIME_COMPONENT <component>] SOURCES <file>...
+#   HEADERS <public header>...)
 #
 # Adds a library with the alias FontEngine::<name>, hidden visibility, exports limited to Vell:: and a versioned soname.
 # Its headers are installed below include/fontengine, under the path that clients include them by. Programs need the
-# component Runtime; compiling against the library also needs Development.
+# component Runtime, or the given one; compiling against the library also needs Development.
 include(CheckIPOSupported)
 check_ipo_supported(RESULT isIpoSupported LANGUAGES CXX)
 
@@ -13,7 +14,11 @@ if(isIpoSupported AND BUILD_SHARED_LIBS AND FONTENGINE_SANITIZER STREQUAL "" AND
 endif()
 
 function(fontengine_add_library target)
-  cmake_parse_arguments(PARSE_ARGV 1 arg "" "EXPORT_NAME" "SOURCES;HEADERS")
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "EXPORT_NAME;RUNTIME_COMPONENT" "SOURCES;HEADERS")
+
+  if(NOT arg_RUNTIME_COMPONENT)
+    set(arg_RUNTIME_COMPONENT Runtime)
+  endif()
 
   add_library(${target} ${arg_SOURCES})
   add_library(FontEngine::${arg_EXPORT_NAME} ALIAS ${target})
@@ -56,7 +61,8 @@ function(fontengine_add_library target)
 
   install(TARGETS ${target}
     EXPORT FontEngine${arg_EXPORT_NAME}Targets
-    LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT Runtime NAMELINK_COMPONENT Development
+    LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT ${arg_RUNTIME_COMPONENT}
+      NAMELINK_COMPONENT Development
     ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT Development
     FILE_SET HEADERS DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/fontengine" COMPONENT Development)
 endfunction()

@@ -4,7 +4,7 @@ include(CMakePackageConfigHelpers)
 
 set(package_dir "${CMAKE_INSTALL_LIBDIR}/cmake/FontEngine")
 
-foreach(component Utils Gfx FontLoaders FontEngine CairoAdapter)
+foreach(component Utils Gfx FontLoaders FontEngine TextLayout CairoAdapter)
   if(TARGET FontEngine::${component})
     install(EXPORT FontEngine${component}Targets NAMESPACE FontEngine:: DESTINATION "${package_dir}"
       COMPONENT Development)
@@ -43,6 +43,19 @@ if(NOT BUILD_SHARED_LIBS)
 endif()
 configure_file("${PROJECT_SOURCE_DIR}/cmake/FontEngine.pc.in" "${PROJECT_BINARY_DIR}/FontEngine.pc" @ONLY)
 install(FILES "${PROJECT_BINARY_DIR}/FontEngine.pc" DESTINATION "${pc_dir}" COMPONENT Development)
+
+# A file of its own, so that clients of the engine alone do not link ICU.
+if(TARGET FontEngine::TextLayout)
+  set(text_layout_requires "FontEngine = ${PROJECT_VERSION}")
+  set(text_layout_private_requires "icu-uc")
+  if(NOT BUILD_SHARED_LIBS)
+    string(APPEND text_layout_requires ", icu-uc")
+    set(text_layout_private_requires "")
+  endif()
+  configure_file("${PROJECT_SOURCE_DIR}/cmake/FontEngineTextLayout.pc.in"
+    "${PROJECT_BINARY_DIR}/FontEngineTextLayout.pc" @ONLY)
+  install(FILES "${PROJECT_BINARY_DIR}/FontEngineTextLayout.pc" DESTINATION "${pc_dir}" COMPONENT Development)
+endif()
 
 if(TARGET FontEngine::CairoAdapter)
   install(DIRECTORY "${PROJECT_SOURCE_DIR}/examples" DESTINATION "${CMAKE_INSTALL_DATAROOTDIR}/doc/fontengine"

@@ -28,6 +28,7 @@ struct Runner {
     }
     void operator()(const DemoOptions& options) const { writeDemo(options); }
     void operator()(const SpecimenOptions& options) const { writeSpecimen(options); }
+    void operator()(const AnalysisOptions& options) const { printAnalysis(options, in, out); }
 };
 
 void flush(std::ostream& out) {

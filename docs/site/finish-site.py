@@ -12,7 +12,7 @@ import sys
 from pathlib import Path
 
 TOP = ["Vell", "cinder", "std"]
-LIBRARIES = ["FontEngine", "Gfx", "FontLoaders", "CairoAdapter"]
+LIBRARIES = ["FontEngine", "Gfx", "FontLoaders", "TextLayout", "CairoAdapter"]
 LAST = "Internal"
 ROW = re.compile(r'<tr id="row_([\d_]+)_"[^>]*>.*?</tr>\n', re.DOTALL)
 SUMMARY = re.compile(r'<div class="summary">.*?</div>', re.DOTALL)

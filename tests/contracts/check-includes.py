@@ -3,8 +3,9 @@
 
     check-includes.py ROOT
 
-The layers are, from the bottom: cinder, Utils, Gfx, FontLoaders, FontEngine, CairoAdapter, the applications and
-examples, and the tests. A file may include headers of its own layer and of the layers below. A header in a folder
+The layers are, from the bottom: cinder, Utils, Gfx, FontLoaders, FontEngine, TextLayout, CairoAdapter, the
+applications and examples, and the tests. A file may include headers of its own layer and of the layers below,
+but CairoAdapter none of TextLayout. A header in a folder
 `Private` is private to its library unless the library's CMakeLists.txt lists it among its HEADERS. All other headers
 are public: they must be listed, their library's umbrella header must include them, and they may include only public
 headers. Tests may include everything.
@@ -12,7 +13,7 @@ headers. Tests may include everything.
 import sys
 from pathlib import Path
 
-from house import APPLICATIONS, LAYERS, LISTING_LIBRARY, House, get_layer
+from house import APPLICATIONS, LAYERS, LISTING_LIBRARY, STRANGERS, House, get_layer
 
 
 def check_arrows(house):
@@ -22,6 +23,8 @@ def check_arrows(house):
             where = f"{path.relative_to(house.root).as_posix()} includes {header}"
             if get_layer(header) > layer:
                 yield f"{where}: it belongs to a higher layer"
+            elif in_src and {LAYERS[layer], header.split("/")[0]} == set(STRANGERS):
+                yield f"{where}: these two libraries must not know each other"
             elif not house.is_public(header) and get_layer(header) != layer:
                 yield f"{where}: private to another library"
             elif in_src in house.listed and header not in house.listed:

@@ -2,7 +2,9 @@
 import re
 from pathlib import Path
 
-LAYERS = ["cinder", "Utils", "Gfx", "FontLoaders", "FontEngine", "CairoAdapter"]
+LAYERS = ["cinder", "Utils", "Gfx", "FontLoaders", "FontEngine", "TextLayout", "CairoAdapter"]
+# These two stand side by side; in the list, one must come first.
+STRANGERS = ("CairoAdapter", "TextLayout")
 APPLICATIONS = len(LAYERS)
 INCLUDE = re.compile(r'^\s*#\s*include\s*[<"]([^>"]+)[>"]', re.MULTILINE)
 # cinder has no library of its own; this library lists its headers.

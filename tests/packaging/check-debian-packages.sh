@@ -30,32 +30,41 @@ make_packages() {
   runtime=$(echo "$build"/libfontengine0_*.deb)
   development=$(echo "$build"/libfontengine-dev_*.deb)
   tools=$(echo "$build"/fontengine-tools_*.deb)
+  text_layout=$(echo "$build"/libfontenginetextlayout0_*.deb)
 }
 
 check_control() {
   local version package
   version=$(field "$runtime" Version)
-  for package in "$development" "$tools"; do
+  for package in "$development" "$tools" "$text_layout"; do
     expect_field "$package" Depends "libfontengine0 (= $version)"
   done
-  for package in libfreetype-dev libboost-dev libcairo2-dev libfontconfig-dev libharfbuzz-dev; do
+  for package in "$development" "$tools"; do
+    expect_field "$package" Depends "libfontenginetextlayout0 (= $version)"
+  done
+  for package in libfreetype-dev libboost-dev libcairo2-dev libfontconfig-dev libharfbuzz-dev libicu-dev; do
     expect_field "$development" Depends "$package"
   done
   for package in libfreetype6 libfontconfig1 libharfbuzz0b libcairo2 libc6 libstdc++6; do
     expect_field "$runtime" Depends "$package (>="
   done
   expect_field "$tools" Depends "libcairo2 (>="
-  for package in "$runtime" "$development" "$tools"; do
+  expect_field "$text_layout" Depends "libicu72 (>="
+  field "$runtime" Depends | grep -qi 'libicu' && fail "the engine's package needs ICU"
+  for package in "$runtime" "$development" "$tools" "$text_layout"; do
     expect_field "$package" Description "Licence: not chosen yet"
   done
   dpkg-deb --control "$runtime" "$scratch/control"
   [ "$(grep -c '^libFontEngine[A-Za-z]* 0 libfontengine0 (>= ' "$scratch/control/shlibs")" -eq 5 ] || fail "shlibs"
+  dpkg-deb --control "$text_layout" "$scratch/text-layout-control"
+  grep -q '^libFontEngineTextLayout 0 libfontenginetextlayout0 (>= ' "$scratch/text-layout-control/shlibs" ||
+    fail "shlibs of the text layout"
   grep -qx 'activate-noawait ldconfig' "$scratch/control/triggers" || fail "no ldconfig trigger"
   [ ! -e "$scratch/control/postinst" ] && [ ! -e "$scratch/control/postrm" ] || fail "maintainer scripts"
 }
 
 check_dependencies() {
-  apt-get install --simulate --no-install-recommends "$runtime" "$development" "$tools" >"$scratch/apt.log" 2>&1 ||
+  apt-get install --simulate --no-install-recommends "$runtime" "$text_layout" "$development" "$tools" >"$scratch/apt.log" 2>&1 ||
     { cat "$scratch/apt.log" >&2; fail "apt cannot install the packages"; }
   grep "^Inst .*fontengine" "$scratch/apt.log"
 }
@@ -65,7 +74,7 @@ check_files() {
   libraries=$(find_libraries "$root/usr")
   for file in bin/fontengine share/man/man1/fontengine.1.gz share/bash-completion/completions/fontengine \
     share/fish/vendor_completions.d/fontengine.fish share/zsh/vendor-completions/_fontengine \
-    share/doc/libfontengine0/copyright share/doc/libfontengine-dev/copyright share/doc/fontengine-tools/copyright \
+    share/doc/libfontengine0/copyright share/doc/libfontenginetextlayout0/copyright share/doc/libfontengine-dev/copyright share/doc/fontengine-tools/copyright \
     share/doc/fontengine/examples/string-to-png.cpp; do
     [ -s "$root/usr/$file" ] || fail "no $file"
   done
@@ -88,7 +97,7 @@ check_control
 check_dependencies
 echo "== installed by unpacking with dpkg -x, without setting up a Debian system"
 root=$scratch/root
-for package in "$runtime" "$development" "$tools"; do
+for package in "$runtime" "$text_layout" "$development" "$tools"; do
   dpkg-deb --extract "$package" "$root"
 done
 check_files

@@ -19,6 +19,7 @@ cmake -S "$consumer" -B "$scratch/super" -G Ninja -DCMAKE_CXX_COMPILER="$compile
 cmake --build "$scratch/super" -j2
 "$scratch/super/consumer"
 "$scratch/super/consumer-without-rtti"
+"$scratch/super/consumer-of-text-layout"
 expect_linkage "$kind" "$scratch/super/consumer"
 [ ! -e "$scratch/super/FontEngine/tests" ] && [ ! -e "$scratch/super/FontEngine/apps" ]
 

@@ -1,6 +1,7 @@
 #include "commands/CommandLine.h"
 
 #include "Errors.h"
+#include "commands/AnalysisCommandLine.h"
 #include "commands/CommandLineMistakes.h"
 #include "commands/NumberLimits.h"
 
@@ -280,6 +281,9 @@ private:
             _parsed.compare.output = getIfGiven(*_compare, "--output", _parsed.output);
             return _parsed.compare;
         }
+        if (auto analysis = _analysis.take()) {
+            return *analysis;
+        }
         _parsed.demo.text = getIfGiven(*_demo, "TEXT", _parsed.text);
         return _parsed.demo;
     }
@@ -309,6 +313,7 @@ private:
     CLI::App* _compare = addCompare(_app, _parsed);
     CLI::App* _demo = addDemo(_app, _parsed);
     CLI::App* _specimen = addSpecimen(_app, _parsed.specimen);
+    AnalysisCommands _analysis{_app};
 };
 
 } // namespace

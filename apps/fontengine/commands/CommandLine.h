@@ -13,7 +13,7 @@ struct PrintText {
 };
 
 using Command = std::variant<PrintText, RenderOptions, InfoOptions, FallbackOptions, CacheStatsOptions,
-                             CompareOptions, DemoOptions, SpecimenOptions>;
+                             CompareOptions, DemoOptions, SpecimenOptions, AnalysisOptions>;
 
 /// Reads the command line, `argv[0]` included. Throws UsageError.
 Command parseCommandLine(int argc, const char* const* argv);

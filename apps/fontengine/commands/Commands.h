@@ -5,9 +5,12 @@
 #include "drawing/TextPaint.h"
 #include "fonts/TextFont.h"
 
+#include <cstddef>
+#include <functional>
 #include <iosfwd>
 #include <optional>
 #include <string>
+#include <string_view>
 
 /// The sub-commands. They take options that are already read, and throw ToolError and the exceptions of the
 /// libraries; UsageError for options that contradict each other.
@@ -67,6 +70,15 @@ struct SpecimenOptions {
     std::string folder;
 };
 
+/// The longest text that is analysed, in bytes.
+constexpr std::size_t maxAnalysedBytes = std::size_t{32} << 20U;
+
+struct AnalysisOptions {
+    TextSource source;
+    bool isBatch = false; ///< read texts from standard input instead, a JSON string a line
+    std::function<std::string(std::string_view)> describe; ///< makes the JSON document of a text
+};
+
 /// Draws a text into a file.
 void render(const RenderOptions& options, std::istream& standardInput);
 
@@ -93,5 +105,8 @@ void writeDemo(const DemoOptions& options);
 
 /// Writes index.html, a page about a font, into a folder, which is made if it does not exist.
 void writeSpecimen(const SpecimenOptions& options);
+
+/// Prints the JSON document of each text on a line of its own.
+void printAnalysis(const AnalysisOptions& options, std::istream& standardInput, std::ostream& out);
 
 } // namespace Vell::Tool

@@ -16,8 +16,11 @@ struct TextSource {
     std::optional<std::string> file;
 };
 
-/// The text as it is, without a byte order mark. Throws UsageError unless exactly one source is given,
-/// ToolError if the text cannot be read or is longer than maxTextBytes.
+/// The text as it is. Throws UsageError unless exactly one source is given, ToolError if the text cannot be
+/// read or is longer than `maxBytes`.
+std::string readBytes(const TextSource& source, std::istream& standardInput, std::size_t maxBytes);
+
+/// The same up to maxTextBytes, without a byte order mark.
 std::string readText(const TextSource& source, std::istream& standardInput);
 
 } // namespace Vell::Tool

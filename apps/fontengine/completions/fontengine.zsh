@@ -17,6 +17,9 @@ _fontengine() {
     --painter)
       compadd raster vector
       return ;;
+    --direction)
+      compadd auto ltr rtl
+      return ;;
     --family)
       entries=(${(f)"$(fc-list : family 2>/dev/null | sed 's/,.*//' | sort -u)"})
       compadd -a entries

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace Vell::Tool {
+
+/// The text of a line that holds a JSON string, which white space may surround; nothing if it holds anything
+/// else. Bytes that are not ASCII are taken as they are, ill-formed UTF-8 included. A surrogate that is
+/// escaped without its partner becomes U+FFFD.
+std::optional<std::string> parseJsonString(std::string_view line);
+
+} // namespace Vell::Tool

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <unicode/ubrk.h>
+
+#include <cstddef>
+#include <memory>
+#include <string>
+
+namespace Vell::TextLayout {
+
+/// ICU's iterator over the boundaries of a text, by the rules for no language in particular.
+class BreakIterator {
+public:
+    /// `units` must outlive the iterator.
+    BreakIterator(UBreakIteratorType type, const std::u16string& units);
+
+    /// Moves to the next boundary, from 0 at first. Returns whether there is one.
+    bool next();
+
+    /// In UTF-16 code units.
+    std::size_t getBoundary() const { return static_cast<std::size_t>(_boundary); }
+
+    /// Whether a line must end at the boundary.
+    bool isHard() const;
+
+private:
+    std::unique_ptr<UBreakIterator, decltype(&ubrk_close)> _iterator;
+    std::int32_t _boundary = 0;
+};
+
+} // namespace Vell::TextLayout

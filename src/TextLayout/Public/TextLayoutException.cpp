@@ -1,0 +1,7 @@
+#include <TextLayout/Public/TextLayoutException.h>
+
+namespace Vell::TextLayout {
+
+TextLayoutException::~TextLayoutException() = default;
+
+} // namespace Vell::TextLayout

@@ -1,0 +1,36 @@
+#include "commands/JsonString.h"
+
+#include <gmock/gmock.h>
+
+namespace Vell::Tool {
+
+namespace {
+
+TEST(JsonString, IsTheTextBetweenTheQuotes) {
+    EXPECT_EQ(parseJsonString("\"\""), "");
+    EXPECT_EQ(parseJsonString(" \t\"a b\"\r"), "a b");
+    EXPECT_EQ(parseJsonString("\"\u05D0\xFF\""), "\u05D0\xFF");
+}
+
+TEST(JsonString, HasEscapes) {
+    EXPECT_EQ(parseJsonString(R"("\"\\\/\b\f\n\r\t")"), "\"\\/\b\f\n\r\t");
+    EXPECT_EQ(parseJsonString(R"("\u0041\u05d0\u20AC\uD83D\uDE00")"), "A\u05D0\u20AC\U0001F600");
+    EXPECT_EQ(parseJsonString(R"("\u0000")"), std::string(1, '\0'));
+}
+
+TEST(JsonString, ReplacesLoneSurrogates) {
+    EXPECT_EQ(parseJsonString(R"("\ud83d")"), "\uFFFD");
+    EXPECT_EQ(parseJsonString(R"("\ude00\ud83dx")"), "\uFFFD\uFFFDx");
+    EXPECT_EQ(parseJsonString(R"("\ud83d\u0041")"), "\uFFFDA");
+}
+
+TEST(JsonString, IsNothingElse) {
+    for (const char* line : {"", " ", "\"", "a", "\"a", "a\"", "\"a\"b\"", "\"a\" \"b\"", "\"\\x\"", "\"\\\"",
+                             "\"\\u12\"", "\"\\u12g4\"", "\"a\nb\"", "null", "'a'"}) {
+        EXPECT_EQ(parseJsonString(line), std::nullopt) << line;
+    }
+}
+
+} // namespace
+
+} // namespace Vell::Tool

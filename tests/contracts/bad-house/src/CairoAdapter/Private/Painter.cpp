@@ -1,0 +1,1 @@
+#include <TextLayout/TextLayout.h>
