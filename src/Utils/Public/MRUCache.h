@@ -69,9 +69,10 @@ public:
         , _hitCount(other._hitCount)
         , _missCount(other._missCount)
         , _effectiveSizeInBytes(other._effectiveSizeInBytes) {}
-    MRUCache(MRUCache&&) = default;
+    // The container allocates when it is moved.
+    MRUCache(MRUCache&&) = default; // NOLINT(performance-noexcept-move-constructor)
     MRUCache& operator=(const MRUCache& other) { return *this = MRUCache(other); }
-    MRUCache& operator=(MRUCache&&) = default;
+    MRUCache& operator=(MRUCache&&) = default; // NOLINT(performance-noexcept-move-constructor)
     ~MRUCache() = default;
 
     std::size_t size() const { return _data.size(); }
