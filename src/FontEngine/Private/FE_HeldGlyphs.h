@@ -45,7 +45,7 @@ private:
 
 /// Watches the holds whose glyphs may lack references, and adds the references before an entry leaves its
 /// strike. The lock of the bitmap cache guards this object.
-class RunHolds : public UnlinkObserver {
+class RunHolds final : public UnlinkObserver {
 public:
     RunHolds() = default;
     RunHolds(const RunHolds&) = delete;

@@ -66,10 +66,12 @@ public:
         : _keyed(other.share())
         , _pos(other._pos) {}
     BitmapGlyph& operator=(const BitmapGlyph& other) noexcept {
-        Internal::KeyedBitmap* const shared = other.share();
-        release();
-        _keyed = shared;
-        _pos = other._pos;
+        if (this != &other) {
+            Internal::KeyedBitmap* const shared = other.share();
+            _pos = other._pos;
+            release(); // may destroy what a client put into a key, and with it `other`
+            _keyed = shared;
+        }
         return *this;
     }
     ~BitmapGlyph() { release(); }
