@@ -51,7 +51,7 @@ public:
     RunHolds(const RunHolds&) = delete;
     RunHolds& operator=(const RunHolds&) = delete;
     /// No hold may be watched any more.
-    ~RunHolds();
+    ~RunHolds() override;
 
     /// Starts to watch the hold; makes it first if it is null. `glyphs` must have room for all glyphs of the
     /// run, so that they stay where they are. May throw std::bad_alloc.

@@ -64,10 +64,8 @@ inline std::uint32_t getBitmapSlot(unsigned long glyphIndex, FT_Render_Mode rend
 /// Gets a call before entries leave a strike, which mostly happens because they leave the cache.
 class UnlinkObserver {
 public:
+    virtual ~UnlinkObserver() = default;
     virtual void beforeUnlink() noexcept = 0;
-
-protected:
-    ~UnlinkObserver() = default;
 };
 
 /// The cached glyphs of one face at one size, found by their slots. This saves the hash of a whole key. A
