@@ -40,7 +40,7 @@ int main() {
 #ifdef MISUSE_IMPLICIT_TEXT_DESCRIPTION // initialization|no viable|no matching
     take(font);
 #endif
-#ifdef MISUSE_STYLE_BY_FLAG // initialization|no viable conversion|no matching function
+#ifdef MISUSE_STYLE_BY_FLAG // initialization|no viable conversion|no matching|could not bind
     FontEngine::describeFont("name", 10.0F, true);
 #endif
 #ifdef MISUSE_STYLE_BY_FLAGS // initialization|no matching function
