@@ -47,9 +47,9 @@ install(FILES "${PROJECT_BINARY_DIR}/FontEngine.pc" DESTINATION "${pc_dir}" COMP
 # A file of its own, so that clients of the engine alone do not link ICU.
 if(TARGET FontEngine::TextLayout)
   set(text_layout_requires "FontEngine = ${PROJECT_VERSION}")
-  set(text_layout_private_requires "icu-uc")
+  set(text_layout_private_requires "harfbuzz, icu-uc")
   if(NOT BUILD_SHARED_LIBS)
-    string(APPEND text_layout_requires ", icu-uc")
+    string(APPEND text_layout_requires ", harfbuzz, icu-uc")
     set(text_layout_private_requires "")
   endif()
   configure_file("${PROJECT_SOURCE_DIR}/cmake/FontEngineTextLayout.pc.in"

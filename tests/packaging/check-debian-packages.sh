@@ -49,7 +49,9 @@ check_control() {
     expect_field "$runtime" Depends "$package (>="
   done
   expect_field "$tools" Depends "libcairo2 (>="
-  expect_field "$text_layout" Depends "libicu72 (>="
+  for package in libicu72 libharfbuzz0b libfontengine0; do
+    expect_field "$text_layout" Depends "$package ("
+  done
   field "$runtime" Depends | grep -qi 'libicu' && fail "the engine's package needs ICU"
   for package in "$runtime" "$development" "$tools" "$text_layout"; do
     expect_field "$package" Description "Licence: not chosen yet"

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <TextLayout/Public/ShapedText.h>
+
+#include <cstdint>
+
+namespace Vell::TextLayout {
+
+/// Adjacent glyphs of a run and where they are drawn. A line of a paragraph is a list of pieces: a run is
+/// divided where a line ends, and where justification and tabs move what follows.
+struct GlyphPiece {
+    const ShapedText* text;   ///< the text, or a hyphen or an ellipsis
+    std::uint32_t run;        ///< of the text
+    std::uint32_t glyphBegin; ///< of the text's glyphs
+    std::uint32_t glyphEnd;
+    float x; ///< of the first pen position, in the units of the font size, to the right
+    float y; ///< of the base line, down
+};
+
+} // namespace Vell::TextLayout

@@ -1,0 +1,7 @@
+#include <TextLayout/Private/ShapingService.h>
+
+namespace Vell::TextLayout {
+
+ShapingService::~ShapingService() = default;
+
+} // namespace Vell::TextLayout

@@ -1,0 +1,41 @@
+#include <TextLayout/Public/ShapedText.h>
+
+#include <TextLayout/Private/ShapingService.h>
+#include <TextLayout/Private/TextMeasures.h>
+
+#include <memory>
+#include <mutex>
+#include <numeric>
+#include <utility>
+
+namespace Vell::TextLayout {
+
+struct ShapedText::LazyMeasures {
+    std::once_flag once;
+    std::unique_ptr<const TextMeasures> measures;
+};
+
+namespace {
+
+float sumWidths(const std::vector<ShapedRun>& runs) {
+    return std::accumulate(runs.begin(), runs.end(), 0.0F,
+                           [](float width, const ShapedRun& run) { return width + run.width; });
+}
+
+} // namespace
+
+ShapedText::ShapedText(ShapedTextParts parts, std::shared_ptr<const ShapingService> service)
+    : _parts(std::move(parts))
+    , _service(std::move(service))
+    , _measures(std::make_unique<LazyMeasures>())
+    , _width(sumWidths(_parts.runs)) {}
+
+ShapedText::~ShapedText() = default;
+
+const TextMeasures& ShapedText::getMeasures() const {
+    std::call_once(_measures->once,
+                   [this] { _measures->measures = std::make_unique<const TextMeasures>(*this); });
+    return *_measures->measures;
+}
+
+} // namespace Vell::TextLayout
