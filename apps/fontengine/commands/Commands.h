@@ -73,10 +73,13 @@ struct SpecimenOptions {
 /// The longest text that is analysed, in bytes.
 constexpr std::size_t maxAnalysedBytes = std::size_t{32} << 20U;
 
+/// Prints the JSON document of a text, without a line end.
+using TextDescriber = std::function<void(std::string_view, std::ostream&)>;
+
 struct AnalysisOptions {
     TextSource source;
     bool isBatch = false; ///< read texts from standard input instead, a JSON string a line
-    std::function<std::string(std::string_view)> describe; ///< makes the JSON document of a text
+    std::function<TextDescriber()> makeDescriber; ///< opens the font, if one is needed
 };
 
 /// Draws a text into a file.
