@@ -4,6 +4,7 @@
 #include "commands/AnalysisCommandLine.h"
 #include "commands/CommandLineMistakes.h"
 #include "commands/CommonOptions.h"
+#include "commands/LayoutCommandLine.h"
 
 #include <CLI/CLI.hpp>
 
@@ -216,6 +217,7 @@ private:
         if (_fallback->parsed()) {
             completeFont(*_fallback, _parsed.words.fontFile, _parsed.fallback.font);
             _parsed.fallback.source = getSource(*_fallback, _parsed.words);
+            _parsed.fallback.language = _layout.takeLanguage();
             return _parsed.fallback;
         }
         if (_specimen->parsed()) {
@@ -241,6 +243,7 @@ private:
         _parsed.render.color = parseColor(_parsed.color);
         _parsed.render.background = parseColor(_parsed.background);
         _parsed.render.painter = getPainter(*_render, _parsed);
+        _parsed.render.layout = _layout.takeLayout();
         return _parsed.render;
     }
 
@@ -260,6 +263,7 @@ private:
     CLI::App* _compare = addCompare(_app, _parsed);
     CLI::App* _demo = addDemo(_app, _parsed);
     CLI::App* _specimen = addSpecimen(_app, _parsed.specimen);
+    LayoutOptions _layout{*_render, *_fallback};
     AnalysisCommands _analysis{_app};
 };
 

@@ -26,11 +26,14 @@ void addShaping(CLI::App& app, ShapingRequest& request) {
     addDirection(app, request.direction);
 }
 
-/// An empty language means that none is given, but writing it out is a mistake.
-void checkShaping(const CLI::App& app, const ShapingRequest& request) {
-    if (app.count("--language") > 0 && request.language.empty()) {
+void checkLanguage(const CLI::App& app, const std::string& language) {
+    if (app.count("--language") > 0 && language.empty()) {
         throw UsageError("--language is empty");
     }
+}
+
+void checkShaping(const CLI::App& app, const ShapingRequest& request) {
+    checkLanguage(app, request.language);
     parseFeatures(request.features);
     parseDirection(request.direction);
 }

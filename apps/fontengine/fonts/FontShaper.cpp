@@ -16,6 +16,16 @@ TextLayout::TextStyle makeStyle(const TextFont& font, const FontRequest& request
         .setEmojiFont(request.file ? TextLayout::EmojiFont::OwnFont : TextLayout::EmojiFont::Fallback);
 }
 
+/// Names the default family, so that a fallback to it is none.
+TextFont openFont(const FontSource& source, FontRequest request) {
+    const bool isDefault = !request.file && request.family.empty();
+    if (!isDefault || !isInstalled(source.getFactory(), {defaultFamily})) {
+        return source.makeFont(request);
+    }
+    request.family = defaultFamily;
+    return makeTextFont(source.getFactory(), request);
+}
+
 } // namespace
 
 TextLayout::ParagraphDirection parseDirection(const std::string& word) {
@@ -37,11 +47,12 @@ std::vector<TextLayout::TextFeature> parseFeatures(const std::string& list) {
     }
 }
 
-FontShaper::FontShaper(const FontRequest& font, const ShapingRequest& request)
+FontShaper::FontShaper(const FontRequest& font, const ShapingRequest& request, bool recordsCoverage)
     : _source(font)
-    , _font(_source.makeFont(font))
+    , _font(openFont(_source, font))
     , _fallback(_source.makeCoverageFallback())
-    , _shaper(_source.getFactory(), _fallback)
+    , _coverage(recordsCoverage ? std::make_shared<const RecordingCoverage>(_fallback) : nullptr)
+    , _shaper(_source.getFactory(), _coverage ? _coverage : _fallback)
     , _style(makeStyle(_font, font, request))
     , _direction(parseDirection(request.direction)) {
     checkLanguage();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "fonts/FontSource.h"
+#include "fonts/RecordingCoverage.h"
 #include "fonts/ShapingRequest.h"
 
 #include <TextLayout/TextLayout.h>
@@ -24,19 +25,22 @@ std::vector<TextLayout::TextFeature> parseFeatures(const std::string& list);
 class FontShaper {
 public:
     /// Throws UsageError if a word of the request is malformed, ToolError if there is no such font.
-    FontShaper(const FontRequest& font, const ShapingRequest& request);
+    FontShaper(const FontRequest& font, const ShapingRequest& request, bool recordsCoverage = false);
 
     NNPtr<const TextLayout::ShapedText> shape(std::string_view text) const;
 
     const FontSource& getSource() const { return _source; }
     const TextFont& getFont() const { return _font; }
+    /// The questions to the fallback; null unless it was to record them.
+    const RecordingCoverage* getCoverage() const { return _coverage.get(); }
 
 private:
     void checkLanguage() const;
 
     FontSource _source;
     TextFont _font;
-    std::shared_ptr<const FontLoaders::CoverageFallback> _fallback;
+    std::shared_ptr<const FontLoaders::CoverageFallback> _fallback; // may be null
+    std::shared_ptr<const RecordingCoverage> _coverage;
     TextLayout::TextShaper _shaper;
     TextLayout::TextStyle _style;
     TextLayout::ParagraphDirection _direction;
