@@ -215,11 +215,9 @@ private:
     }
 
     /// Whether the word looks the same in all texts: HarfBuzz lets letters join those beyond the ends of a
-    /// run, and puts a circle under a mark that begins a text. Long words are unlikely to come again.
+    /// run, and puts a circle under a mark that begins a text.
     bool mayRemember(const Word& word) const {
-        constexpr std::uint32_t longest = 4096;
-        return word.end - word.begin <= longest && !getTraits(decodeAt(_text, word.begin)).isMark() &&
-               !joinsOutside(word);
+        return !getTraits(decodeAt(_text, word.begin)).isMark() && !joinsOutside(word);
     }
 
     bool joinsOutside(const Word& word) const {

@@ -48,7 +48,7 @@ public:
         _parts.text = text;
         _parts.styles = _groups.getStyles();
         _parts.glyphs.reserve(text.size());
-        prepareFonts(factory, fallback);
+        prepareFonts(factory, fallback, caches);
     }
 
     ShapedTextParts shape() {
@@ -70,12 +70,13 @@ private:
         const std::vector<TextFeature>& features;
     };
 
-    void prepareFonts(const FontEngine::FontFactory& factory, const FontLoaders::CoverageFallback* fallback) {
+    void prepareFonts(const FontEngine::FontFactory& factory, const FontLoaders::CoverageFallback* fallback,
+                      ShapingCaches& caches) {
         _fontGroups.reserve(_groups.getGroupCount());
         for (const StyleGroups::Span& span : _groups.getSpans()) {
             if (span.group == _fontGroups.size()) {
                 const TextStyle& style = _groups.getStyles()[span.style];
-                _fontGroups.push_back({ClusterFonts(factory, fallback, style, _parts.fonts),
+                _fontGroups.push_back({ClusterFonts(factory, fallback, caches, style, _parts.fonts),
                                        makeLanguage(style.language), style.features});
             }
         }
