@@ -8,11 +8,15 @@
 
 namespace Vell::TextLayout {
 
-/// ICU's iterator over the boundaries of a text, by the rules for no language in particular.
+/// ICU's iterator over the boundaries of texts, by the rules for no language in particular. Making one copies
+/// a prototype, which costs far less than reading the rules again.
 class BreakIterator {
 public:
-    /// `units` must outlive the iterator.
-    BreakIterator(UBreakIteratorType type, const std::u16string& units);
+    explicit BreakIterator(UBreakIteratorType type);
+
+    /// Starts at the beginning of another text. `units` must neither change nor end while the iterator is
+    /// used.
+    void setText(const std::u16string& units);
 
     /// Moves to the next boundary, from 0 at first. Returns whether there is one.
     bool next();
