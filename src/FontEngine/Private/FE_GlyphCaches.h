@@ -6,6 +6,7 @@
 #include <FontEngine/Renderer/FE_BitmapGlyphRun.h>
 #include <FontLoaders/Public/FreeType.h>
 #include <Gfx/Public/Painter.h>
+#include <cinder/Vector.h>
 
 #include FT_GLYPH_H
 
@@ -103,6 +104,6 @@ using OutlineCache = StrikeCache<GlyphInfo, PathPtr, GlyphInfoHash>;
 
 } // namespace Vell::FontEngine::Internal
 
-inline Vell::FontEngine::BitmapGlyph::BitmapGlyph(Internal::RenderedGlyph& rendered, float x)
+inline Vell::FontEngine::BitmapGlyph::BitmapGlyph(Internal::RenderedGlyph& rendered, cinder::Vec2<float> pos)
     : _keyed(&rendered)
-    , _pos(x, 0.0F) {}
+    , _pos(pos) {}
