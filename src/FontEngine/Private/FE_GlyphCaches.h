@@ -6,7 +6,6 @@
 #include <FontEngine/Renderer/FE_BitmapGlyphRun.h>
 #include <FontLoaders/Public/FreeType.h>
 #include <Gfx/Public/Painter.h>
-#include <cinder/Vector.h>
 
 #include FT_GLYPH_H
 
@@ -104,6 +103,6 @@ using OutlineCache = StrikeCache<GlyphInfo, PathPtr, GlyphInfoHash>;
 
 } // namespace Vell::FontEngine::Internal
 
-inline Vell::FontEngine::BitmapGlyph::BitmapGlyph(Internal::RenderedGlyph& rendered, cinder::Vec2<float> pos)
+inline Vell::FontEngine::BitmapGlyph::BitmapGlyph(Internal::RenderedGlyph& rendered, float x, float y)
     : _keyed(&rendered)
-    , _pos(pos) {}
+    , _pos(x, y) {}

@@ -147,12 +147,17 @@ const OutlineCache::Node& GlyphService::getPath(const GlyphInfo& info, const NNP
         info, [&] { return OutlineCache::Node(buildPathOnSizedFace(info, face, painter), 0); });
 }
 
-const OutlineCache::Node* GlyphService::getPathFor(OutlineSource& source, unsigned short glyphIndex,
-                                                   Gfx::Painter& painter, FactoryPin& pin) const {
+inline const OutlineCache::Node* GlyphService::getPathFor(OutlineSource& source, unsigned short glyphIndex,
+                                                          Gfx::Painter& painter, FactoryPin& pin) const {
     if (const OutlineCache::Node* const node = _outlines.find(source.strike, glyphIndex)) {
         _outlines.use(*node);
         return node;
     }
+    return makePathFor(source, glyphIndex, painter, pin);
+}
+
+const OutlineCache::Node* GlyphService::makePathFor(OutlineSource& source, unsigned short glyphIndex,
+                                                    Gfx::Painter& painter, FactoryPin& pin) const {
     if (!tryPinFactory(*source.face, pin)) {
         return nullptr;
     }
@@ -216,11 +221,12 @@ void GlyphService::append(BitmapSource& source, const PendingGlyphs& pending, He
         const bool isSameKey =
             isRemembered ? rendered.getUnicode() == glyph.unicode : isKeyFor(rendered, glyph, source);
         if (!isSameKey) {
-            run.glyphs.emplace_back(rendered.data, glyph.position, source.makeKey(glyph));
+            run.glyphs.emplace_back(rendered.data, cinder::Vec2<float>(glyph.x, glyph.y),
+                                    source.makeKey(glyph));
         } else if (node->getValue().link.isLinked()) {
-            run.glyphs.emplace_back(rendered, glyph.position);
+            run.glyphs.emplace_back(rendered, glyph.x, glyph.y);
         } else {
-            const BitmapGlyph borrowed(rendered, glyph.position);
+            const BitmapGlyph borrowed(rendered, glyph.x, glyph.y);
             run.glyphs.push_back(borrowed); // the copy owns a reference
         }
         run.hold->setSize(run.glyphs.size());

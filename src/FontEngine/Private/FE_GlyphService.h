@@ -106,6 +106,10 @@ private:
     const OutlineCache::Node* getPathFor(OutlineSource& source, unsigned short glyphIndex,
                                          Gfx::Painter& painter, FactoryPin& pin) const
         VELL_REQUIRES(_outlines.getMutex());
+    /// getPathFor for a path that the strike does not know.
+    const OutlineCache::Node* makePathFor(OutlineSource& source, unsigned short glyphIndex,
+                                          Gfx::Painter& painter, FactoryPin& pin) const
+        VELL_REQUIRES(_outlines.getMutex());
 
     // The destructor destroys the last member first.
     mutable RunHolds _holds VELL_GUARDED_BY(_bitmaps.getMutex());

@@ -4,7 +4,6 @@
 #include <FontEngine/Private/FE_GlyphCaches.h>
 #include <FontEngine/Renderer/FE_PlacedGlyphRun.h>
 #include <Utils/Public/Ptr/CheckedPtr.h>
-#include <cinder/Vector.h>
 
 #include <ft2build.h>
 #include FT_IMAGE_H
@@ -30,7 +29,8 @@ struct PendingGlyph {
     unsigned char offsetInsidePixel;
     bool isLast;
     unsigned int unicode;
-    cinder::Vec2<float> position; ///< of the pen, in logical units
+    float x; ///< the pen position in logical units
+    float y; ///< points down
 
     FT_Render_Mode getRenderMode() const {
         return unicode == '_' ? FT_RENDER_MODE_LCD : FT_RENDER_MODE_NORMAL;

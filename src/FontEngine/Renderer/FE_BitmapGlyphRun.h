@@ -60,8 +60,8 @@ public:
     /// constructor checks nothing, but the painters require that `data` is not null.
     BitmapGlyph(std::shared_ptr<const FT_BitmapGlyphRec_> data, cinder::Vec2<float> pos,
                 const BitmapGlyphInfo& info);
-    /// Only for a run that holds `rendered`.
-    BitmapGlyph(Internal::RenderedGlyph& rendered, cinder::Vec2<float> pos);
+    /// Only for a run that holds `rendered`. `x` and `y` are the position.
+    BitmapGlyph(Internal::RenderedGlyph& rendered, float x, float y);
     BitmapGlyph(const BitmapGlyph& other) noexcept
         : _keyed(other.share())
         , _pos(other._pos) {}

@@ -80,8 +80,8 @@ public:
     }
 
     void add(const PlacedGlyph& glyph) {
-        const unsigned char offset = getOffsetInsidePixel(glyph.position.x, _devicePixelRatio);
-        _pending.push_back({glyph.glyphIndex, offset, glyph.isLast, glyph.unicode, glyph.position});
+        _pending.push_back({glyph.glyphIndex, getOffsetInsidePixel(glyph.position.x, _devicePixelRatio),
+                            glyph.isLast, glyph.unicode, glyph.position.x, glyph.position.y});
         if (_pending.size() == Internal::maxBatchSize) {
             fetch();
         }
@@ -203,6 +203,11 @@ private:
     GlyphBatch _batch;
 };
 
+/// Empty at the end of the text.
+std::optional<unsigned int> decodeNext(const char*& position, const char* end) {
+    return position == end ? std::nullopt : std::optional<unsigned int>(decodeUtf8(position, end));
+}
+
 } // namespace
 
 BitmapGlyphRun RasterTextPainter::createGlyphRun(boost::string_ref text, const ExtFontInfoPtr& extFontInfo,
@@ -212,16 +217,11 @@ BitmapGlyphRun RasterTextPainter::createGlyphRun(boost::string_ref text, const E
                   text.size()); // the number of bytes, which is at least the number of characters
     const char* position = text.data();
     const char* const end = position + text.size();
-    std::optional<unsigned int> waiting; // until the next character is known
-    while (position != end) {
-        const unsigned int codePoint = decodeUtf8(position, end);
-        if (waiting) {
-            layout.add(*waiting, codePoint != *waiting);
-        }
-        waiting = codePoint;
-    }
-    if (waiting) {
-        layout.add(*waiting, true);
+    std::optional<unsigned int> next = decodeNext(position, end);
+    while (next) {
+        const unsigned int codePoint = *next;
+        next = decodeNext(position, end);
+        layout.add(codePoint, next != codePoint);
     }
     return layout.finish();
 }
