@@ -10,6 +10,7 @@
 #include <TextLayout/Public/ScriptRuns.h>
 #include <TextLayout/Public/ShapedText.h>
 #include <TextLayout/Public/TextBoundaries.h>
+#include <TextLayout/Public/TextDrawing.h>
 #include <TextLayout/Public/TextFeatures.h>
 #include <TextLayout/Public/TextLayoutException.h>
 #include <TextLayout/Public/TextShaper.h>

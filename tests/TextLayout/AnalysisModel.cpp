@@ -32,10 +32,8 @@ std::vector<Character> decode(std::string_view text) {
     return characters;
 }
 
+/// Requires an index greater than 0.
 bool startsParagraph(const std::vector<Character>& characters, std::size_t index) {
-    if (index == 0) {
-        return true;
-    }
     const char32_t before = characters[index - 1].codePoint;
     return u_charDirection(static_cast<UChar32>(before)) == U_BLOCK_SEPARATOR &&
            !(before == U'\r' && characters[index].codePoint == U'\n');
@@ -65,6 +63,66 @@ std::string findScript(const std::vector<ScriptRun>& runs, std::size_t offset) {
     return std::string(runs[run].script.getLetters());
 }
 
+/// Puts paragraphs and items together from single characters.
+class ModelMaker {
+public:
+    ModelMaker(std::string_view text, ParagraphDirection direction)
+        : _text(text)
+        , _direction(direction)
+        , _characters(decode(text))
+        , _scripts(findScriptRuns(text)) {}
+
+    AnalysisModel make() {
+        for (std::size_t begin = 0; begin < _characters.size();) {
+            std::size_t end = begin + 1;
+            while (end < _characters.size() && !startsParagraph(_characters, end)) {
+                ++end;
+            }
+            addParagraph(begin, end);
+            begin = end;
+        }
+        _model.clusterStarts = findClustersByIcu(_text);
+        return _model;
+    }
+
+private:
+    std::size_t getOffset(std::size_t index) const {
+        return index < _characters.size() ? _characters[index].begin : _text.size();
+    }
+
+    void addParagraph(std::size_t begin, std::size_t end) {
+        const std::string_view text = _text.substr(getOffset(begin), getOffset(end) - getOffset(begin));
+        const ParagraphLevels levels = resolveLevels(toUtf16(text), _direction);
+        _model.paragraphs.push_back(describeRange(getOffset(begin), getOffset(end), levels.base));
+        BidiLevel level = levels.base;
+        std::size_t itemBegin = begin;
+        for (std::size_t i = begin; i < end; ++i) {
+            const BidiLevel found = levels.characters[i - begin];
+            const BidiLevel next = found == removedFromLine ? level : found;
+            if (i > begin && (next != level || getScript(i) != getScript(i - 1))) {
+                addItem(itemBegin, i, level);
+                itemBegin = i;
+            }
+            level = next;
+        }
+        addItem(itemBegin, end, level);
+    }
+
+    std::string getScript(std::size_t index) const { return findScript(_scripts, getOffset(index)); }
+
+    void addItem(std::size_t begin, std::size_t end, BidiLevel level) {
+        _model.items.push_back(describeRange(getOffset(begin), getOffset(end), level) + " " +
+                               getScript(begin));
+        _model.isPlain = _model.isPlain && level == 0;
+    }
+
+    std::string_view _text;
+    ParagraphDirection _direction;
+    std::vector<Character> _characters;
+    std::vector<ScriptRun> _scripts;
+    AnalysisModel _model{{}, {}, {}, true};
+};
+
 } // namespace
 
 bool operator==(const AnalysisModel& lhs, const AnalysisModel& rhs) {
@@ -79,49 +137,7 @@ std::ostream& operator<<(std::ostream& stream, const AnalysisModel& model) {
 }
 
 AnalysisModel analyseByIcu(std::string_view text, ParagraphDirection direction) {
-    const BidiLevels levels = resolveLevels(toUtf16(text), direction);
-    const std::vector<ScriptRun> scripts = findScriptRuns(text);
-    const std::vector<Character> characters = decode(text);
-    AnalysisModel model{{}, {}, findClustersByIcu(text), true};
-    std::size_t paragraphBegin = 0;
-    std::size_t itemBegin = 0;
-    BidiLevel itemLevel = 0;
-    std::string itemScript;
-    const auto endItem = [&](std::size_t end) {
-        if (end > itemBegin) {
-            model.items.push_back(describeRange(itemBegin, end, itemLevel) + " " + itemScript);
-            model.isPlain = model.isPlain && itemLevel == 0;
-        }
-        itemBegin = end;
-    };
-    const auto endParagraph = [&](std::size_t end) {
-        if (end > paragraphBegin) {
-            const BidiLevel base = levels.paragraphs[model.paragraphs.size()];
-            model.paragraphs.push_back(describeRange(paragraphBegin, end, base));
-        }
-        paragraphBegin = end;
-    };
-    for (std::size_t i = 0; i < characters.size(); ++i) {
-        const std::size_t begin = characters[i].begin;
-        const bool isFirst = startsParagraph(characters, i);
-        BidiLevel level = levels.characters[i];
-        if (isFirst) {
-            endItem(begin);
-            endParagraph(begin);
-        }
-        if (level == removedFromLine) {
-            level = isFirst ? levels.paragraphs[model.paragraphs.size()] : itemLevel;
-        }
-        const std::string script = findScript(scripts, begin);
-        if (level != itemLevel || script != itemScript) {
-            endItem(begin);
-        }
-        itemLevel = level;
-        itemScript = script;
-    }
-    endItem(text.size());
-    endParagraph(text.size());
-    return model;
+    return ModelMaker(text, direction).make();
 }
 
 AnalysisModel describe(const TextAnalysis& analysis, std::size_t textSize) {

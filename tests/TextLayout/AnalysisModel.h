@@ -8,7 +8,7 @@
 
 namespace Vell::Testing {
 
-/// The answers that analyse() must give, put together from those of ICU for the whole text. Readable, so that
+/// The answers that analyse() must give, put together from those of ICU. Readable, so that
 /// tests compare and print them.
 struct AnalysisModel {
     std::vector<std::string> paragraphs; ///< "begin end level"
@@ -20,7 +20,7 @@ struct AnalysisModel {
 bool operator==(const AnalysisModel& lhs, const AnalysisModel& rhs);
 std::ostream& operator<<(std::ostream& stream, const AnalysisModel& model);
 
-/// Asks ICU for everything.
+/// Asks ICU for the levels of each paragraph and for all boundaries.
 AnalysisModel analyseByIcu(std::string_view text, TextLayout::ParagraphDirection direction);
 
 AnalysisModel describe(const TextLayout::TextAnalysis& analysis, std::size_t textSize);

@@ -33,6 +33,7 @@ const Analysis analyses[] = {
      }},
     {"findScriptRuns", [] { return findScriptRuns(analysedText).size(); }},
     {"findGraphemeBoundaries", [] { return findGraphemeBoundaries(analysedText).size(); }},
+    {"findWordBoundaries", [] { return findWordBoundaries(analysedText).size(); }},
     {"findLineBreaks", [] { return findLineBreaks(analysedText).size(); }},
 };
 

@@ -1,9 +1,9 @@
 #include <TextLayout/Private/BidiLevels.h>
 
+#include <TextLayout/Private/BidiClasses.h>
 #include <TextLayout/Private/BidiInput.h>
 #include <TextLayout/Private/IcuErrors.h>
 #include <TextLayout/Private/PairedBrackets.h>
-#include <Utils/Public/Utf8.h>
 
 #include <unicode/ubidi.h>
 #include <unicode/uchar.h>
@@ -39,21 +39,19 @@ UBiDiLevel getRequestedLevel(ParagraphDirection direction) {
     return UBIDI_DEFAULT_LTR;
 }
 
-/// The levels of a text, read from the front to the back.
+/// The levels of a paragraph, read from the front to the back.
 class LevelReader {
 public:
-    LevelReader(const UBiDi* bidi, const UBiDiLevel* unitLevels, const BidiInput& input)
-        : _bidi(bidi)
-        , _unitLevels(unitLevels)
-        , _input(input) {
-        enterParagraph();
+    LevelReader(BidiLevel base, const UBiDiLevel* unitLevels, const BidiInput& input)
+        : _unitLevels(unitLevels)
+        , _input(input)
+        , _levels{base, {}} {
         _levels.characters.reserve(input.getUnits().size());
     }
 
     void append(UChar32 codePoint) {
         const auto character = static_cast<char32_t>(codePoint);
         _unit += _input.countBefore(character);
-        enterParagraph();
         const UCharDirection bidiClass = getTraits(character).getBidiClass();
         const auto level = static_cast<BidiLevel>(_unitLevels[_unit]);
         const bool isOnBracket = bidiClass == U_DIR_NON_SPACING_MARK && _hasBracket;
@@ -62,22 +60,12 @@ public:
         _unit += static_cast<std::size_t>(U16_LENGTH(codePoint)) + _input.countBehind(character);
     }
 
-    BidiLevels finish() {
+    ParagraphLevels finish() {
         resetTrailingSpace();
         return std::move(_levels);
     }
 
 private:
-    void enterParagraph() {
-        while (_unit >= static_cast<std::size_t>(_paragraphEnd)) {
-            UErrorCode status = U_ZERO_ERROR;
-            UBiDiLevel level = 0;
-            ubidi_getParagraphByIndex(_bidi, _paragraph++, nullptr, &_paragraphEnd, &level, &status);
-            throwIfFailed("ubidi_getParagraphByIndex", status);
-            _levels.paragraphs.push_back(static_cast<BidiLevel>(level));
-        }
-    }
-
     /// The marks on a paired bracket have its level (the end of rule N0), which ubidi leaves out.
     void followBracket(UChar32 codePoint, UCharDirection bidiClass, BidiLevel level) {
         if (bidiClass == U_DIR_NON_SPACING_MARK || bidiClass == U_BOUNDARY_NEUTRAL) {
@@ -101,7 +89,7 @@ private:
         case U_SEGMENT_SEPARATOR:
         case U_BLOCK_SEPARATOR:
             resetTrailingSpace();
-            _levels.characters.push_back(getParagraphLevel());
+            _levels.characters.push_back(_levels.base);
             _textEnd = _levels.characters.size();
             break;
         case U_WHITE_SPACE_NEUTRAL:
@@ -120,28 +108,23 @@ private:
     void resetTrailingSpace() {
         std::vector<BidiLevel>& levels = _levels.characters;
         for (std::size_t i = _textEnd; i < levels.size(); ++i) {
-            levels[i] = levels[i] == removedFromLine ? removedFromLine : getParagraphLevel();
+            levels[i] = levels[i] == removedFromLine ? removedFromLine : _levels.base;
         }
     }
 
-    BidiLevel getParagraphLevel() const { return _levels.paragraphs.back(); }
-
-    const UBiDi* _bidi;
     const UBiDiLevel* _unitLevels;
     const BidiInput& _input;
     std::size_t _unit = 0;
-    std::int32_t _paragraph = 0;
-    std::int32_t _paragraphEnd = 0;
     bool _hasBracket = false; ///< only nonspacing marks stand behind a bracket
     BidiLevel _bracketLevel = 0;
-    BidiLevels _levels;
+    ParagraphLevels _levels;
     std::size_t _textEnd = 0; ///< behind the last code point that is neither white space nor removed
 };
 
 } // namespace
 
-BidiLevels resolveLevels(const std::u16string& units, ParagraphDirection direction) {
-    const BidiInput input(units);
+ParagraphLevels resolveLevels(const std::u16string& paragraph, ParagraphDirection direction) {
+    const BidiInput input(paragraph);
     const BidiPtr bidi = makeBidi();
     UErrorCode status = U_ZERO_ERROR;
     ubidi_setPara(bidi.get(), input.getUnits().data(), static_cast<std::int32_t>(input.getUnits().size()),
@@ -149,22 +132,26 @@ BidiLevels resolveLevels(const std::u16string& units, ParagraphDirection directi
     throwIfFailed("ubidi_setPara", status);
     const UBiDiLevel* const unitLevels = ubidi_getLevels(bidi.get(), &status);
     throwIfFailed("ubidi_getLevels", status);
-    LevelReader levels(bidi.get(), unitLevels, input);
-    for (std::size_t next = 0; next < units.size();) {
+    UBiDiLevel base = 0;
+    ubidi_getParagraphByIndex(bidi.get(), 0, nullptr, nullptr, &base, &status);
+    throwIfFailed("ubidi_getParagraphByIndex", status);
+    LevelReader levels(static_cast<BidiLevel>(base), unitLevels, input);
+    for (std::size_t next = 0; next < paragraph.size();) {
         UChar32 codePoint = 0;
-        U16_NEXT(units.data(), next, units.size(), codePoint);
+        U16_NEXT(paragraph.data(), next, paragraph.size(), codePoint);
         levels.append(codePoint);
     }
     return levels.finish();
 }
 
-bool isPlainText(std::string_view text, ParagraphDirection direction) {
-    bool isPlain = direction != ParagraphDirection::RightToLeft;
-    const char* const end = text.data() + text.size();
-    for (const char* position = text.data(); isPlain && position != end;) {
-        isPlain = !getTraits(decodeUtf8(position, end)).mayRaiseLevels();
+BidiLevel findUniformLevel(std::uint32_t classes, ParagraphDirection direction) {
+    if (direction != ParagraphDirection::RightToLeft && (classes & BidiClasses::raisingInLeftToRight) == 0) {
+        return 0;
     }
-    return isPlain;
+    const bool mayRunRight =
+        direction == ParagraphDirection::RightToLeft ||
+        (direction == ParagraphDirection::Auto && (classes & BidiClasses::strongRight) != 0);
+    return mayRunRight && (classes & BidiClasses::raisingInRightToLeft) == 0 ? 1 : mixedLevels;
 }
 
 } // namespace Vell::TextLayout

@@ -20,7 +20,14 @@ const UBreakIterator* getPrototype() {
 }
 
 const UBreakIterator* getPrototype(UBreakIteratorType type) {
-    return type == UBRK_LINE ? getPrototype<UBRK_LINE>() : getPrototype<UBRK_CHARACTER>();
+    switch (type) {
+    case UBRK_LINE:
+        return getPrototype<UBRK_LINE>();
+    case UBRK_WORD:
+        return getPrototype<UBRK_WORD>();
+    default:
+        return getPrototype<UBRK_CHARACTER>();
+    }
 }
 
 UBreakIterator* copyPrototype(UBreakIteratorType type) {
@@ -49,6 +56,10 @@ bool BreakIterator::next() {
 bool BreakIterator::isHard() const {
     const std::int32_t status = ubrk_getRuleStatus(_iterator.get());
     return status >= UBRK_LINE_HARD && status < UBRK_LINE_HARD_LIMIT;
+}
+
+bool BreakIterator::isBehindWord() const {
+    return ubrk_getRuleStatus(_iterator.get()) >= UBRK_WORD_NONE_LIMIT;
 }
 
 } // namespace Vell::TextLayout

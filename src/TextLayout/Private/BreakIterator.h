@@ -12,6 +12,7 @@ namespace Vell::TextLayout {
 /// a prototype, which costs far less than reading the rules again.
 class BreakIterator {
 public:
+    /// UBRK_CHARACTER, UBRK_WORD or UBRK_LINE.
     explicit BreakIterator(UBreakIteratorType type);
 
     /// Starts at the beginning of another text. `units` must neither change nor end while the iterator is
@@ -26,6 +27,9 @@ public:
 
     /// Whether a line must end at the boundary.
     bool isHard() const;
+
+    /// Whether a word ends at the boundary, not a space or a sign.
+    bool isBehindWord() const;
 
 private:
     std::unique_ptr<UBreakIterator, decltype(&ubrk_close)> _iterator;

@@ -1,5 +1,7 @@
 #include <TextLayout/Private/CharacterTraits.h>
 
+#include <TextLayout/Private/BidiClasses.h>
+
 #include <memory>
 
 namespace Vell::TextLayout {
@@ -7,21 +9,6 @@ namespace Vell::TextLayout {
 namespace {
 
 static_assert(USCRIPT_CODE_LIMIT <= 256, "a script has one byte");
-
-constexpr std::uint32_t raisingClasses =
-    U_MASK(U_RIGHT_TO_LEFT) | U_MASK(U_RIGHT_TO_LEFT_ARABIC) | U_MASK(U_ARABIC_NUMBER) |
-    U_MASK(U_LEFT_TO_RIGHT_EMBEDDING) | U_MASK(U_RIGHT_TO_LEFT_EMBEDDING) | U_MASK(U_LEFT_TO_RIGHT_OVERRIDE) |
-    U_MASK(U_RIGHT_TO_LEFT_OVERRIDE) | U_MASK(U_LEFT_TO_RIGHT_ISOLATE) | U_MASK(U_RIGHT_TO_LEFT_ISOLATE) |
-    U_MASK(U_FIRST_STRONG_ISOLATE);
-
-constexpr std::uint32_t removedClasses =
-    U_MASK(U_LEFT_TO_RIGHT_EMBEDDING) | U_MASK(U_RIGHT_TO_LEFT_EMBEDDING) | U_MASK(U_LEFT_TO_RIGHT_OVERRIDE) |
-    U_MASK(U_RIGHT_TO_LEFT_OVERRIDE) | U_MASK(U_POP_DIRECTIONAL_FORMAT) | U_MASK(U_BOUNDARY_NEUTRAL);
-
-constexpr std::uint32_t spaceClasses = removedClasses | U_MASK(U_WHITE_SPACE_NEUTRAL) |
-                                       U_MASK(U_SEGMENT_SEPARATOR) | U_MASK(U_BLOCK_SEPARATOR) |
-                                       U_MASK(U_LEFT_TO_RIGHT_ISOLATE) | U_MASK(U_RIGHT_TO_LEFT_ISOLATE) |
-                                       U_MASK(U_FIRST_STRONG_ISOLATE) | U_MASK(U_POP_DIRECTIONAL_ISOLATE);
 
 UScriptCode findScript(UChar32 codePoint) {
     UErrorCode status = U_ZERO_ERROR; // no code point leads to an error
@@ -73,9 +60,9 @@ CharacterTraits::CharacterTraits(char32_t character) {
     };
     add(scriptOfOthers, script == USCRIPT_COMMON || script == USCRIPT_INHERITED);
     add(pairedBracket, u_getIntPropertyValue(codePoint, UCHAR_BIDI_PAIRED_BRACKET_TYPE) != U_BPT_NONE);
-    add(raisesLevels, (classMask & raisingClasses) != 0);
-    add(removed, (classMask & removedClasses) != 0);
-    add(spaceAtLineEnd, (classMask & spaceClasses) != 0);
+    add(raisesLevels, (classMask & BidiClasses::raisingInLeftToRight) != 0);
+    add(removed, (classMask & BidiClasses::removed) != 0);
+    add(spaceAtLineEnd, (classMask & BidiClasses::spaceAtLineEnd) != 0);
     add(mark, (U_GET_GC_MASK(codePoint) & U_GC_M_MASK) != 0);
     add(defaultIgnorable, u_hasBinaryProperty(codePoint, UCHAR_DEFAULT_IGNORABLE_CODE_POINT) != 0);
     add(variationSelector, u_hasBinaryProperty(codePoint, UCHAR_VARIATION_SELECTOR) != 0);

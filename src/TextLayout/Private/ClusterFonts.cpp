@@ -77,10 +77,11 @@ std::u32string normalize(const std::u32string& cluster, GetNormalizer getNormali
 } // namespace
 
 ClusterFonts::ClusterFonts(const FontEngine::FontFactory& factory,
-                           const FontLoaders::CoverageFallback* fallback, const TextStyle& style,
-                           std::vector<RunFont>& fonts)
+                           const FontLoaders::CoverageFallback* fallback, ShapingCaches& caches,
+                           const TextStyle& style, std::vector<RunFont>& fonts)
     : _factory(factory)
     , _fallback(fallback)
+    , _caches(caches)
     , _style(style)
     , _fonts(fonts)
     , _fontInfo(style.font->getFontInfo())
@@ -94,9 +95,13 @@ std::uint32_t ClusterFonts::find(std::string_view cluster) {
     if (position == end && ownFontHas(first) && !getTraits(first).hasEmojiPresentation()) {
         return _ownFont;
     }
-    const std::u32string characters = decode(cluster);
-    const bool prefersFallback = _style.emojiFont == EmojiFont::Fallback && hasEmojiPresentation(characters);
-    return !prefersFallback && ownFontServes(characters) ? _ownFont : findFallback(characters);
+    if (position != end) {
+        return findFont(choose(decode(cluster)));
+    }
+    if (!_answers) {
+        _answers = _caches.getFallbackAnswers(_fonts[_ownFont].faceInfo, _style);
+    }
+    return findFont(_answers->find(first, [&] { return choose(std::u32string(1, first)); }));
 }
 
 bool ClusterFonts::ownFontHas(char32_t character) const {
@@ -122,24 +127,38 @@ bool ClusterFonts::ownFontServes(const std::u32string& cluster) const {
     return false;
 }
 
-std::uint32_t ClusterFonts::findFallback(const std::u32string& cluster) {
-    if (_fallback == nullptr) {
+bool ClusterFonts::prefersFallback(const std::u32string& cluster) const {
+    return _style.emojiFont == EmojiFont::Fallback && hasEmojiPresentation(cluster);
+}
+
+FallbackFace ClusterFonts::choose(const std::u32string& cluster) const {
+    if (_fallback == nullptr || (!prefersFallback(cluster) && ownFontServes(cluster))) {
+        return nullptr;
+    }
+    const auto found =
+        _fallback->findFace({cluster, _fonts[_ownFont].faceInfo, _style.language, _style.fallbackFamilies});
+    return found ? FallbackFace(found->drawnFace) : nullptr;
+}
+
+std::uint32_t ClusterFonts::findFont(const FallbackFace& face) {
+    if (!face) {
         return _ownFont;
     }
-    const NNPtr<const Gfx::FontFaceInfo> ownFaceInfo = _fontInfo->getFontFaceInfo();
-    const auto found = _fallback->findFace({cluster, ownFaceInfo, _style.language, _style.fallbackFamilies});
-    if (!found || *found->drawnFace == *ownFaceInfo) {
-        return _ownFont;
-    }
-    const auto known = std::find_if(_fallbackFonts.begin(), _fallbackFonts.end(), [&](std::uint32_t font) {
-        return *_fonts[font].faceInfo == *found->drawnFace;
-    });
-    if (known != _fallbackFonts.end()) {
-        return *known;
-    }
-    const auto fontInfo = makeNNPtr<const FontEngine::Internal::FontInfo>(
-        found->drawnFace, _fontInfo->getSize(), _fontInfo->getTextPositionType());
-    return _fallbackFonts.emplace_back(addFont(found->drawnFace, fontInfo));
+    const auto known =
+        std::find_if(_fallbackFonts.begin(), _fallbackFonts.end(),
+                     [&](const FallbackFont& font) { return font.face == face || *font.face == *face; });
+    return known != _fallbackFonts.end() ? known->font : addFallback(face);
+}
+
+std::uint32_t ClusterFonts::addFallback(const FallbackFace& face) {
+    const NNPtr<const Gfx::FontFaceInfo> faceInfo(face);
+    const bool isOwn = *faceInfo == *_fonts[_ownFont].faceInfo;
+    const std::uint32_t font =
+        isOwn ? _ownFont
+              : addFont(faceInfo, makeNNPtr<const FontEngine::Internal::FontInfo>(
+                                      faceInfo, _fontInfo->getSize(), _fontInfo->getTextPositionType()));
+    _fallbackFonts.push_back({face, font});
+    return font;
 }
 
 std::uint32_t ClusterFonts::addFont(const NNPtr<const Gfx::FontFaceInfo>& faceInfo,

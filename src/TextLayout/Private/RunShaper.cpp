@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <mutex>
 #include <utility>
 
@@ -69,11 +70,19 @@ public:
 private:
     using Word = TextPart;
 
+    struct Character {
+        char32_t code;
+        std::uint32_t begin;
+        std::uint32_t end;
+    };
+
     /// Appends what begins at `position`: a character that stands for itself, or a word and all that must be
     /// shaped together with it. Returns its end.
     std::uint32_t appendNext(std::uint32_t position) {
-        if (tryAppendFree(position)) {
-            return findCharacterBehind(_text, position);
+        const Character character = read(position);
+        if (const FreeGlyph* const free = findFree(character)) {
+            append(*free, character);
+            return character.end;
         }
         const Word word = findWord(position);
         const std::vector<ShapedGlyph>* const cached = find(word);
@@ -84,13 +93,23 @@ private:
         return word.end;
     }
 
-    /// The character at `position`, if it is a cluster by itself that nothing around it changes.
-    const FreeGlyph* findFree(std::uint32_t position) const {
-        const char32_t character = decodeAt(_text, position);
-        const bool isCandidate = character == U' ' ? _hasFreeSpaces : isIdeographic(character);
-        return isCandidate && _clusterStarts.test(findCharacterBehind(_text, position))
-                   ? _plan.findFreeGlyph(character)
-                   : nullptr;
+    /// Decodes each character once if they are read one after the other. At the end of the text there is
+    /// none.
+    Character read(std::uint32_t position) {
+        if (position != _last.begin) {
+            const char* end = _text.data() + position;
+            const bool isAtEnd = position == _text.size();
+            const char32_t code = isAtEnd ? 0 : decodeUtf8(end, _text.data() + _text.size());
+            _last = {code, position, static_cast<std::uint32_t>(end - _text.data())};
+        }
+        return _last;
+    }
+
+    /// The glyph of a character that is a cluster by itself and that nothing around it changes.
+    const FreeGlyph* findFree(const Character& character) const {
+        const bool isCandidate = character.code == U' ' ? _hasFreeSpaces : isIdeographic(character.code);
+        return isCandidate && _clusterStarts.test(character.end) ? _plan.findFreeGlyph(character.code)
+                                                                 : nullptr;
     }
 
     bool isIdeographic(char32_t character) const {
@@ -99,28 +118,23 @@ private:
                getTraits(character).isIdeographOrKana();
     }
 
-    bool tryAppendFree(std::uint32_t position) {
-        const FreeGlyph* const found = findFree(position);
-        if (found == nullptr) {
-            return false;
-        }
+    void append(const FreeGlyph& free, const Character& character) {
         beginBlock();
         ShapedGlyph glyph{};
-        glyph.cluster = position;
-        glyph.advance = found->advance;
-        glyph.index = found->index;
+        glyph.cluster = character.begin;
+        glyph.advance = free.advance;
+        glyph.index = free.index;
         glyph.isSpaced = true;
-        glyph.isLast = isOtherCharacter(_text, position, findCharacterBehind(_text, position));
+        glyph.isLast = read(character.end).code != character.code || character.end == _text.size();
         glyph.isSafeToBreak = true;
         _glyphs.push_back(glyph);
-        return true;
     }
 
-    Word findWord(std::uint32_t begin) const {
+    Word findWord(std::uint32_t begin) {
         std::uint32_t end = begin;
         do {
             end = static_cast<std::uint32_t>(_clusterStarts.next(end));
-        } while (end < _run.part.end && findFree(end) == nullptr);
+        } while (end < _run.part.end && findFree(read(end)) == nullptr);
         return {begin, std::min(end, _run.part.end)};
     }
 
@@ -147,8 +161,9 @@ private:
         std::vector<ShapedGlyph> nextGlyphs; // of the first word that is not missing
         Word next{_run.part.end, _run.part.end};
         for (std::uint32_t position = word.end; position != _run.part.end;) {
-            if (findFree(position) != nullptr) {
-                position = findCharacterBehind(_text, position);
+            const Character character = read(position);
+            if (findFree(character) != nullptr) {
+                position = character.end;
                 continue;
             }
             const Word candidate = findWord(position);
@@ -161,9 +176,10 @@ private:
             position = candidate.end;
         }
         shape(missing);
-        for (std::uint32_t position = missing.back().end; position != next.begin;
-             position = findCharacterBehind(_text, position)) {
-            tryAppendFree(position);
+        for (std::uint32_t position = missing.back().end; position != next.begin;) {
+            const Character character = read(position);
+            append(*findFree(character), character);
+            position = character.end;
         }
         if (!nextGlyphs.empty()) {
             appendCached(nextGlyphs, next);
@@ -215,11 +231,9 @@ private:
     }
 
     /// Whether the word looks the same in all texts: HarfBuzz lets letters join those beyond the ends of a
-    /// run, and puts a circle under a mark that begins a text. Long words are unlikely to come again.
+    /// run, and puts a circle under a mark that begins a text.
     bool mayRemember(const Word& word) const {
-        constexpr std::uint32_t longest = 4096;
-        return word.end - word.begin <= longest && !getTraits(decodeAt(_text, word.begin)).isMark() &&
-               !joinsOutside(word);
+        return !getTraits(decodeAt(_text, word.begin)).isMark() && !joinsOutside(word);
     }
 
     bool joinsOutside(const Word& word) const {
@@ -257,6 +271,7 @@ private:
     ShapePlan& _plan;
     std::unique_lock<std::mutex> _lock;
     bool _hasFreeSpaces;
+    Character _last{0, std::numeric_limits<std::uint32_t>::max(), 0};
     std::vector<std::size_t> _blocks; // where they begin, in a run to the left
 };
 

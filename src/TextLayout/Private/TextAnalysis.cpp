@@ -2,6 +2,7 @@
 
 #include <TextLayout/Private/BidiLevels.h>
 #include <TextLayout/Private/ClusterFinder.h>
+#include <TextLayout/Private/ItemLevels.h>
 #include <TextLayout/Private/ScriptResolver.h>
 #include <TextLayout/Private/Utf16Text.h>
 #include <Utils/Public/Utf8.h>
@@ -13,11 +14,12 @@ namespace Vell::TextLayout {
 
 namespace {
 
-/// The pass over a text that takes all of its levels for 0.
+/// The pass over a text that finds everything but the levels of paragraphs that need a closer look.
 class Scanner {
 public:
-    explicit Scanner(std::string_view text)
+    Scanner(std::string_view text, ParagraphDirection direction)
         : _text(text)
+        , _direction(direction)
         , _clusters(text) {}
 
     void scan() {
@@ -35,16 +37,13 @@ public:
                 changeScript(begin, script);
             }
             _isAfterSeparator = traits.isParagraphSeparator();
-            _mayRaiseLevels |= traits.mayRaiseLevels();
+            _classes |= U_MASK(traits.getBidiClass());
         }
     }
 
-    bool mayRaiseLevels() const { return _mayRaiseLevels; }
-
     TextAnalysis finish() {
         if (!_items.empty()) {
-            endItem(static_cast<std::uint32_t>(_text.size()));
-            _paragraphs.back().end = static_cast<std::uint32_t>(_text.size());
+            endParagraph(static_cast<std::uint32_t>(_text.size()));
         }
         return {std::move(_paragraphs), std::move(_items), _clusters.finish(), true};
     }
@@ -56,11 +55,17 @@ private:
 
     void startParagraph(std::uint32_t begin) {
         if (begin > 0) {
-            endItem(begin);
-            _paragraphs.back().end = begin;
+            endParagraph(begin);
         }
         _paragraphs.push_back({begin, begin, 0});
         startItem(begin);
+    }
+
+    void endParagraph(std::uint32_t end) {
+        endItem(end);
+        _paragraphs.back().end = end;
+        _paragraphs.back().baseLevel = findUniformLevel(_classes, _direction);
+        _classes = 0;
     }
 
     void startItem(std::uint32_t begin) { _items.push_back({begin, begin, 0, _scriptCode}); }
@@ -84,77 +89,32 @@ private:
     }
 
     std::string_view _text;
+    ParagraphDirection _direction;
     ClusterFinder _clusters;
     ScriptResolver _scripts;
     UScriptCode _script = USCRIPT_COMMON;
     ScriptCode _scriptCode{"Zyyy"};
     bool _isAfterSeparator = true; ///< the next character starts a paragraph, unless it ends CR LF
-    bool _mayRaiseLevels = false;
+    std::uint32_t _classes = 0;    ///< masks of the bidi classes in the paragraph
     std::vector<BidiParagraph> _paragraphs;
     std::vector<TextItem> _items;
 };
 
-/// Divides the items of a text where its levels change.
-class LevelSplitter {
-public:
-    LevelSplitter(const TextAnalysis& analysis, const BidiLevels& levels)
-        : _levels(levels)
-        , _paragraph(analysis.paragraphs.begin())
-        , _item(analysis.items.begin()) {}
-
-    std::vector<TextItem> split(std::string_view text) {
-        const char* const end = text.data() + text.size();
-        const char* position = text.data();
-        for (const BidiLevel level : _levels.characters) {
-            add(static_cast<std::uint32_t>(position - text.data()), level);
-            decodeUtf8(position, end);
-        }
-        return std::move(_items);
-    }
-
-private:
-    void add(std::uint32_t begin, BidiLevel level) {
-        if (begin == _paragraph->end) {
-            ++_paragraph;
-        }
-        if (begin == _item->end) {
-            ++_item;
-        }
-        if (level == removedFromLine) {
-            level = begin == _paragraph->begin ? _paragraph->baseLevel : _items.back().level;
-        }
-        if (begin == _item->begin) {
-            _items.push_back({begin, _item->end, level, _item->script});
-        } else if (level != _items.back().level) {
-            _items.back().end = begin;
-            _items.push_back({begin, _item->end, level, _item->script});
-        }
-    }
-
-    const BidiLevels& _levels;
-    std::vector<BidiParagraph>::const_iterator _paragraph;
-    std::vector<TextItem>::const_iterator _item;
-    std::vector<TextItem> _items;
-};
-
-void raiseLevels(std::string_view text, const BidiLevels& levels, TextAnalysis& analysis) {
-    for (std::size_t i = 0; i < analysis.paragraphs.size(); ++i) {
-        analysis.paragraphs[i].baseLevel = levels.paragraphs[i];
-    }
-    analysis.items = LevelSplitter(analysis, levels).split(text);
-    analysis.isPlain = std::all_of(analysis.items.begin(), analysis.items.end(),
-                                   [](const TextItem& item) { return item.level == 0; });
+bool hasNoLevels(const BidiParagraph& paragraph) {
+    return paragraph.baseLevel == 0;
 }
 
 } // namespace
 
 TextAnalysis analyse(std::string_view text, ParagraphDirection direction) {
     checkLength(text);
-    Scanner scanner(text);
+    Scanner scanner(text, direction);
     scanner.scan();
     TextAnalysis analysis = scanner.finish();
-    if (direction == ParagraphDirection::RightToLeft || scanner.mayRaiseLevels()) {
-        raiseLevels(text, resolveLevels(toUtf16(text), direction), analysis);
+    const auto& paragraphs = analysis.paragraphs;
+    analysis.isPlain = std::all_of(paragraphs.begin(), paragraphs.end(), hasNoLevels);
+    if (!analysis.isPlain) {
+        raiseLevels(text, direction, analysis);
     }
     return analysis;
 }

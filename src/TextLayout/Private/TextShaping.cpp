@@ -48,12 +48,15 @@ public:
         _parts.text = text;
         _parts.styles = _groups.getStyles();
         _parts.glyphs.reserve(text.size());
-        prepareFonts(factory, fallback);
+        prepareFonts(factory, fallback, caches);
     }
 
     ShapedTextParts shape() {
+        std::uint32_t begin = 0;
         for (const TextItem& item : _analysis.items) {
-            shape(item);
+            const std::uint32_t end = findClusterFrom(item.end);
+            shape(item, {begin, end});
+            begin = end;
         }
         orderRuns();
         for (const BidiParagraph& paragraph : _analysis.paragraphs) {
@@ -70,41 +73,45 @@ private:
         const std::vector<TextFeature>& features;
     };
 
-    void prepareFonts(const FontEngine::FontFactory& factory, const FontLoaders::CoverageFallback* fallback) {
+    void prepareFonts(const FontEngine::FontFactory& factory, const FontLoaders::CoverageFallback* fallback,
+                      ShapingCaches& caches) {
         _fontGroups.reserve(_groups.getGroupCount());
         for (const StyleGroups::Span& span : _groups.getSpans()) {
             if (span.group == _fontGroups.size()) {
                 const TextStyle& style = _groups.getStyles()[span.style];
-                _fontGroups.push_back({ClusterFonts(factory, fallback, style, _parts.fonts),
+                _fontGroups.push_back({ClusterFonts(factory, fallback, caches, style, _parts.fonts),
                                        makeLanguage(style.language), style.features});
             }
         }
     }
 
-    /// Divides an item where the group of styles changes.
-    void shape(const TextItem& item) {
-        for (std::uint32_t begin = item.begin; begin != item.end;) {
+    /// The first cluster that begins at `position` or behind it. A cluster is never divided: all of it
+    /// belongs to the item and the style of its first character.
+    std::uint32_t findClusterFrom(std::uint32_t position) const {
+        const ByteSet& starts = _analysis.clusterStarts;
+        return starts.test(position) ? position : static_cast<std::uint32_t>(starts.next(position));
+    }
+
+    /// Divides a part of the text where the group of styles changes.
+    void shape(const TextItem& item, const TextPart& part) {
+        for (std::uint32_t begin = part.begin; begin != part.end;) {
             while (_groups.getSpans()[_span].end <= begin) {
                 ++_span;
             }
             const std::uint32_t group = _groups.getSpans()[_span].group;
-            const std::uint32_t end = std::min(item.end, findEndOfGroup(group));
+            const std::uint32_t end = std::min(part.end, findEndOfGroup(group));
             shape(item, {begin, end}, _fontGroups[group]);
             begin = end;
         }
     }
 
-    /// A cluster belongs to the group of its first character.
     std::uint32_t findEndOfGroup(std::uint32_t group) const {
         const auto& spans = _groups.getSpans();
         std::size_t last = _span;
         while (last + 1 < spans.size() && spans[last + 1].group == group) {
             ++last;
         }
-        const std::uint32_t end = spans[last].end;
-        return _analysis.clusterStarts.test(end)
-                   ? end
-                   : static_cast<std::uint32_t>(_analysis.clusterStarts.next(end));
+        return findClusterFrom(spans[last].end);
     }
 
     /// Divides a part of an item where the font changes.
@@ -112,8 +119,7 @@ private:
         TextPart run{part.begin, part.begin};
         std::uint32_t runFont = 0;
         while (run.end != part.end) {
-            const auto end =
-                std::min(part.end, static_cast<std::uint32_t>(_analysis.clusterStarts.next(run.end)));
+            const auto end = static_cast<std::uint32_t>(_analysis.clusterStarts.next(run.end));
             const std::uint32_t font =
                 group.fonts.find(std::string_view(_parts.text).substr(run.end, end - run.end));
             if (font != runFont && run.begin != run.end) {

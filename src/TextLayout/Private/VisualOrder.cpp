@@ -1,6 +1,8 @@
 #include <TextLayout/Private/VisualOrder.h>
 
+#include <algorithm>
 #include <array>
+#include <numeric>
 
 namespace Vell::TextLayout {
 
@@ -66,12 +68,24 @@ private:
     std::size_t _count = 0;
 };
 
+bool isUniform(const BidiLevel* levels, std::size_t count) {
+    return std::all_of(levels, levels + count, [levels](BidiLevel level) { return level == levels[0]; });
+}
+
+void reorderUniform(BidiLevel level, std::vector<std::uint32_t>& order) {
+    if (isRightToLeft(level)) {
+        std::iota(order.rbegin(), order.rend(), 0U);
+    } else {
+        std::iota(order.begin(), order.end(), 0U);
+    }
+}
+
 } // namespace
 
 void reorderVisually(const BidiLevel* levels, std::size_t count, std::vector<std::uint32_t>& order) {
     order.resize(count);
-    if (count == 0) {
-        return;
+    if (isUniform(levels, count)) {
+        return reorderUniform(count == 0 ? BidiLevel{0} : levels[0], order);
     }
     std::vector<std::uint32_t> next(count);
     RangeStack ranges(next);

@@ -46,9 +46,12 @@ void WordCache::put(const WordKey& key, std::size_t textSize, std::vector<Shaped
     // What an entry takes beside its text and glyphs: the key, the node, the links of two indices and what
     // the allocator adds to three blocks.
     constexpr std::size_t entryBytes = sizeof(WordKey) + sizeof(std::vector<ShapedGlyph>) + 96;
+    constexpr std::uint64_t largestShare = 4; // a larger part of the budget would cost too many other words
     glyphs.shrink_to_fit();
     const std::uint64_t bytes = entryBytes + textSize + glyphs.size() * sizeof(ShapedGlyph);
-    _words.put(key, {std::move(glyphs), bytes});
+    if (_words.getMaxSizeInBytes() == 0 || bytes <= _words.getMaxSizeInBytes() / largestShare) {
+        _words.put(key, {std::move(glyphs), bytes});
+    }
 }
 
 FontEngine::CacheFigures WordCache::getFigures() const {

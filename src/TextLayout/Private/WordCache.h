@@ -44,7 +44,7 @@ public:
         const auto* const node = _words.get(key);
         return node != nullptr ? &node->getValue() : nullptr;
     }
-    /// Does nothing if the word is cached already.
+    /// Does nothing if the word is cached already, or if it would take more than a quarter of the budget.
     void put(const WordKey& key, std::size_t textSize, std::vector<ShapedGlyph> glyphs);
     void clear() { _words.clear(); }
 

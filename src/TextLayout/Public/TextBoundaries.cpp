@@ -34,4 +34,16 @@ std::vector<LineBreak> findLineBreaks(std::string_view text) {
     return breaks;
 }
 
+std::vector<WordBoundary> findWordBoundaries(std::string_view text) {
+    std::vector<WordBoundary> boundaries;
+    const std::u16string units = toUtf16(text);
+    BreakIterator words(UBRK_WORD);
+    words.setText(units);
+    ByteCursor bytes(text);
+    while (words.next()) {
+        boundaries.push_back({bytes.moveTo(words.getBoundary()), words.isBehindWord()});
+    }
+    return boundaries;
+}
+
 } // namespace Vell::TextLayout
