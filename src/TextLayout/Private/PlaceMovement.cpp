@@ -1,0 +1,80 @@
+#include <TextLayout/Private/PlaceMovement.h>
+
+#include <TextLayout/Private/LineCarets.h>
+
+#include <optional>
+
+namespace Vell::TextLayout {
+
+namespace {
+
+std::uint32_t getPreviousMember(const OffsetSet& set, std::uint32_t offset) {
+    return offset == 0 ? 0 : set.findUpTo(offset - 1);
+}
+
+std::uint32_t getNextMember(const OffsetSet& set, std::uint32_t offset, std::uint32_t end) {
+    return offset >= end ? end : set.findFrom(offset + 1, end);
+}
+
+TextPlace getEndOfLine(const ParagraphLayout& layout, std::size_t line) {
+    const CaretAffinity affinity =
+        layout.endsSoftly(line) ? CaretAffinity::Upstream : CaretAffinity::Automatic;
+    return {layout.lines[line].contentEnd, affinity};
+}
+
+/// Steps over the cluster that a place on another line is beside.
+TextPlace stepFrom(const ParagraphLayout& layout, std::size_t line, TextPlace place, bool toRight) {
+    const std::optional<std::uint32_t> neighbor = LineCarets(layout, line).findNeighbor(place, toRight);
+    return neighbor ? TextPlace{*neighbor} : place;
+}
+
+/// A soft break is a single place: whoever leaves it has to step over a cluster.
+TextPlace leaveLine(const ParagraphLayout& layout, std::size_t line, TextPlace place, bool toRight) {
+    const bool isForward = toRight != layout.lines[line].isRightToLeft;
+    if (isForward) {
+        if (line + 1 == layout.lines.size()) {
+            return place;
+        }
+        const TextPlace next = {layout.lines[line + 1].begin};
+        return layout.endsSoftly(line) ? stepFrom(layout, line + 1, next, toRight) : next;
+    }
+    if (line == 0) {
+        return place;
+    }
+    const TextPlace end = getEndOfLine(layout, line - 1);
+    return layout.endsSoftly(line - 1) ? stepFrom(layout, line - 1, end, toRight) : end;
+}
+
+TextPlace moveVisually(const ParagraphLayout& layout, TextPlace place, bool toRight) {
+    const std::size_t line = layout.findLine(place);
+    const std::optional<std::uint32_t> neighbor = LineCarets(layout, line).findNeighbor(place, toRight);
+    return neighbor ? TextPlace{*neighbor} : leaveLine(layout, line, place, toRight);
+}
+
+} // namespace
+
+TextPlace movePlace(const ParagraphLayout& layout, TextPlace place, TextMovement movement) {
+    const TextMeasures& measures = layout.measures;
+    const auto offset = static_cast<std::uint32_t>(place.offset);
+    switch (movement) {
+    case TextMovement::NextCluster:
+        return {getNextMember(measures.getGraphemes(), offset, measures.getEnd())};
+    case TextMovement::PreviousCluster:
+        return {getPreviousMember(measures.getGraphemes(), offset)};
+    case TextMovement::NextWord:
+        return {getNextMember(measures.getWords().ends, offset, measures.getEnd())};
+    case TextMovement::PreviousWord:
+        return {getPreviousMember(measures.getWords().begins, offset)};
+    case TextMovement::Left:
+        return moveVisually(layout, place, false);
+    case TextMovement::Right:
+        return moveVisually(layout, place, true);
+    case TextMovement::LineBegin:
+        return {layout.lines[layout.findLine(place)].begin};
+    case TextMovement::LineEnd:
+        break;
+    }
+    return getEndOfLine(layout, layout.findLine(place));
+}
+
+} // namespace Vell::TextLayout
