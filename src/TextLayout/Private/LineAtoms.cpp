@@ -33,6 +33,7 @@ public:
             _visibleEnd = cluster.end;
             _visibleX = _x;
         }
+        _isBehindVisible = !isTrailing(kind) || (_isBehindVisible && kind == LineCharacter::SoftHyphen);
         endAtom(cluster, kind);
     }
 
@@ -86,6 +87,7 @@ private:
     double _visibleX = 0.0;
     std::uint32_t _visibleEnd = 0;
     bool _isBehindIdeograph = false;
+    bool _isBehindVisible = false; ///< but for soft hyphens
 };
 
 } // namespace

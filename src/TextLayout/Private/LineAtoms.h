@@ -21,7 +21,7 @@ struct LineAtom {
     double visibleX; ///< the same up to `visibleEnd`
     LineEnding ending;
     bool endsWithTab;
-    bool endsWithSoftHyphen;
+    bool endsWithSoftHyphen; ///< one that follows a visible character, or the soft hyphens behind one
 };
 
 /// The places of a text that matter to its lines, in logical order.

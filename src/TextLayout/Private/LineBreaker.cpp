@@ -80,10 +80,14 @@ BrokenLine LineBreaker::takeLine() {
     return best ? *best : takeClusters();
 }
 
-/// Returns whether the line fits with the hyphen that it ends with, if it ends with one.
+/// Returns whether the line fits with the hyphen that it ends with, if it ends with one. A line of nothing
+/// but soft hyphens does not.
 bool LineBreaker::addHyphen(BrokenLine& line, const LineAtom& atom) {
     if (!atom.endsWithSoftHyphen) {
         return true;
+    }
+    if (line.visibleEnd == line.begin) {
+        return false;
     }
     line.added = _added.getHyphen(_measures.getRun(_measures.findRun(atom.end - 1)));
     line.width += _added.getWidth(line.added);

@@ -85,30 +85,38 @@ std::uint32_t LineCarets::resolveEnd(const LinePart& part, bool atRight) const {
     return isRightEnd ? chosen.getRight() : chosen.getLeft();
 }
 
-std::optional<std::uint32_t> LineCarets::findNeighbor(TextPlace place, bool toRight) const {
-    const Edge edge = findEdge(place);
-    const LinePart* part = edge.part;
-    std::uint32_t offset = edge.offset;
-    if (part == nullptr) {
-        part = edge.isAtRightEnd != toRight ? findPartBeside(nullptr, toRight) : nullptr;
-    } else if (offset == (toRight ? part->getRight() : part->getLeft())) {
-        part = findPartBeside(part, toRight);
-    } else {
-        offset = step(*part, offset, toRight);
-        return offset == (toRight ? part->getRight() : part->getLeft()) ? resolveEnd(*part, toRight) : offset;
-    }
+std::uint32_t LineCarets::stepAndResolve(const LinePart& part, std::uint32_t offset, bool toRight) const {
+    const std::uint32_t next = step(part, offset, toRight);
+    return next == (toRight ? part.getRight() : part.getLeft()) ? resolveEnd(part, toRight) : next;
+}
+
+std::optional<std::uint32_t> LineCarets::enter(const LinePart* part, bool toRight) const {
     if (part == nullptr) {
         return std::nullopt;
     }
-    offset = step(*part, toRight ? part->getLeft() : part->getRight(), toRight);
-    return offset == (toRight ? part->getRight() : part->getLeft()) ? resolveEnd(*part, toRight) : offset;
+    return stepAndResolve(*part, toRight ? part->getLeft() : part->getRight(), toRight);
+}
+
+std::optional<std::uint32_t> LineCarets::enterLine(bool toRight) const {
+    return enter(findPartBeside(nullptr, toRight), toRight);
+}
+
+std::optional<std::uint32_t> LineCarets::findNeighbor(TextPlace place, bool toRight) const {
+    const Edge edge = findEdge(place);
+    if (edge.part == nullptr) {
+        return edge.isAtRightEnd != toRight ? enterLine(toRight) : std::nullopt;
+    }
+    if (edge.offset == (toRight ? edge.part->getRight() : edge.part->getLeft())) {
+        return enter(findPartBeside(edge.part, toRight), toRight);
+    }
+    return stepAndResolve(*edge.part, edge.offset, toRight);
 }
 
 TextPlace LineCarets::makePlaceAtEnd(bool atRight) const {
     if (atRight == _layout.getLine().isRightToLeft) {
         return {_begin};
     }
-    return {_end, _paragraph.endsSoftly(_number) ? CaretAffinity::Upstream : CaretAffinity::Automatic};
+    return {_end, _paragraph.endsSoftly(_number) ? CaretAffinity::EndOfLine : CaretAffinity::Automatic};
 }
 
 const LinePart* LineCarets::findPartAt(double x) const {
@@ -130,7 +138,7 @@ TextPlace LineCarets::findPlace(const LinePart& part, std::uint32_t offset, bool
     if (isAtEnd && std::abs(x - _layout.getX(part, offset)) <= tolerance) {
         const std::uint32_t resolved = resolveEnd(part, offset == part.getRight());
         const bool isBehindSoftLine = resolved == _end && _paragraph.endsSoftly(_number);
-        return {resolved, isBehindSoftLine ? CaretAffinity::Upstream : CaretAffinity::Automatic};
+        return {resolved, isBehindSoftLine ? CaretAffinity::EndOfLine : CaretAffinity::Automatic};
     }
     return {offset, isTrailing ? CaretAffinity::Upstream : CaretAffinity::Downstream};
 }

@@ -25,6 +25,9 @@ public:
     /// The next place to the right, or to the left. None at the end of the line.
     std::optional<std::uint32_t> findNeighbor(TextPlace place, bool toRight) const;
 
+    /// The place behind the first cluster from the left, or from the right. None on an empty line.
+    std::optional<std::uint32_t> enterLine(bool toRight) const;
+
 private:
     /// A place at one of its two positions. The part is null at the start and the end of the line.
     struct Edge {
@@ -40,6 +43,8 @@ private:
     /// The part beside another one that has bytes; without another one, the outermost. Null if there is none.
     const LinePart* findPartBeside(const LinePart* part, bool toRight) const;
     std::uint32_t step(const LinePart& part, std::uint32_t offset, bool toRight) const;
+    std::uint32_t stepAndResolve(const LinePart& part, std::uint32_t offset, bool toRight) const;
+    std::optional<std::uint32_t> enter(const LinePart* part, bool toRight) const;
     /// The offset whose automatic place is at the right or left end of the part.
     std::uint32_t resolveEnd(const LinePart& part, bool atRight) const;
     TextPlace makePlaceAtEnd(bool atRight) const;

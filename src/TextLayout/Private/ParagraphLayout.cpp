@@ -32,7 +32,9 @@ std::size_t ParagraphLayout::findLine(TextPlace place) const {
         lines.begin(), lines.end(), [&](const ParagraphLine& line) { return line.begin <= place.offset; });
     const auto line = static_cast<std::size_t>(behind - lines.begin()) - 1;
     const bool isAtSoftBreak = line > 0 && lines[line].begin == place.offset && endsSoftly(line - 1);
-    return isAtSoftBreak && place.affinity == CaretAffinity::Upstream ? line - 1 : line;
+    const bool staysBefore =
+        place.affinity == CaretAffinity::EndOfLine || place.affinity == CaretAffinity::Upstream;
+    return isAtSoftBreak && staysBefore ? line - 1 : line;
 }
 
 std::size_t ParagraphLayout::findLineAt(float y) const {

@@ -21,7 +21,8 @@ struct LineDetails {
 struct ParagraphLayout {
     ParagraphLayout(NNPtr<const ShapedText> shapedText, ParagraphStyle paragraphStyle);
 
-    /// The line of a place. At a soft break, it is the next line unless the affinity is upstream.
+    /// The line of a place. At a soft break, it is the next line if the affinity is Automatic or
+    /// Downstream.
     std::size_t findLine(TextPlace place) const;
     std::size_t findLineAt(float y) const;
     /// Whether the line ends without a separator, so that the next line begins at the end of its content.

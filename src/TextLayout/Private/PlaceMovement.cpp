@@ -18,31 +18,27 @@ std::uint32_t getNextMember(const OffsetSet& set, std::uint32_t offset, std::uin
 
 TextPlace getEndOfLine(const ParagraphLayout& layout, std::size_t line) {
     const CaretAffinity affinity =
-        layout.endsSoftly(line) ? CaretAffinity::Upstream : CaretAffinity::Automatic;
+        layout.endsSoftly(line) ? CaretAffinity::EndOfLine : CaretAffinity::Automatic;
     return {layout.lines[line].contentEnd, affinity};
 }
 
-/// Steps over the cluster that a place on another line is beside.
-TextPlace stepFrom(const ParagraphLayout& layout, std::size_t line, TextPlace place, bool toRight) {
-    const std::optional<std::uint32_t> neighbor = LineCarets(layout, line).findNeighbor(place, toRight);
-    return neighbor ? TextPlace{*neighbor} : place;
+/// A soft break is a single place, so whoever leaves its line has to step over a cluster of the other one.
+TextPlace enterLine(const ParagraphLayout& layout, std::size_t line, TextPlace end, bool isSoft,
+                    bool toRight) {
+    const auto entered = isSoft ? LineCarets(layout, line).enterLine(toRight) : std::nullopt;
+    return entered ? TextPlace{*entered} : end;
 }
 
-/// A soft break is a single place: whoever leaves it has to step over a cluster.
 TextPlace leaveLine(const ParagraphLayout& layout, std::size_t line, TextPlace place, bool toRight) {
     const bool isForward = toRight != layout.lines[line].isRightToLeft;
-    if (isForward) {
-        if (line + 1 == layout.lines.size()) {
-            return place;
-        }
-        const TextPlace next = {layout.lines[line + 1].begin};
-        return layout.endsSoftly(line) ? stepFrom(layout, line + 1, next, toRight) : next;
+    if (isForward && line + 1 < layout.lines.size()) {
+        return enterLine(layout, line + 1, {layout.lines[line + 1].begin}, layout.endsSoftly(line), toRight);
     }
-    if (line == 0) {
-        return place;
+    if (!isForward && line > 0) {
+        return enterLine(layout, line - 1, getEndOfLine(layout, line - 1), layout.endsSoftly(line - 1),
+                         toRight);
     }
-    const TextPlace end = getEndOfLine(layout, line - 1);
-    return layout.endsSoftly(line - 1) ? stepFrom(layout, line - 1, end, toRight) : end;
+    return place;
 }
 
 TextPlace moveVisually(const ParagraphLayout& layout, TextPlace place, bool toRight) {

@@ -32,6 +32,7 @@ enum class CaretAffinity : unsigned char {
     /// the ends of the line count as having the level of its paragraph. So no two carets of a line are at
     /// the same place, unless there is something without width between them.
     Automatic,
+    EndOfLine,  ///< like Automatic, but at a soft break, at the end of the line before it
     Upstream,   ///< behind the cluster that ends at the offset
     Downstream, ///< before the cluster that begins at the offset
 };
