@@ -109,7 +109,8 @@ TEST(ParagraphProperties, LinesFitUnlessTheyAreASingleCluster) {
         for (const ParagraphLine& line : paragraph.getLines()) {
             if (line.width > paragraph.getStyle().width * 1.001F) {
                 const std::string letters = getLetters(paragraph, line);
-                EXPECT_TRUE(letters == "fi" || findGraphemeBoundaries(letters).size() == 2) << letters;
+                const std::size_t clusters = findGraphemeBoundaries(letters).size() - 1;
+                EXPECT_TRUE(clusters == 1 || (clusters == 2 && letters.substr(0, 2) == "fi")) << letters;
             }
         }
     });
@@ -146,9 +147,10 @@ TEST(ParagraphProperties, HitsPutTheCaretWithinTheirHalfOfTheCluster) {
                 const Caret caret = paragraph.getCaret(hit.place);
                 EXPECT_EQ(paragraph.getLines()[caret.line].top, line.top);
                 const auto cluster = paragraph.makeSelection(hit.cluster, hit.cluster + 1);
-                ASSERT_EQ(cluster.size(), 1U);
-                const bool isInCluster = cluster[0].x <= x && x <= cluster[0].x + cluster[0].width;
-                const float reach = isInCluster ? cluster[0].width / 2.0F : 10.0F; // an added hyphen
+                const bool isInCluster =
+                    !cluster.empty() && cluster[0].x <= x && x <= cluster[0].x + cluster[0].width;
+                ASSERT_TRUE(isInCluster || line.endsWithHyphen);
+                const float reach = isInCluster ? cluster[0].width / 2.0F : 10.0F;
                 EXPECT_LE(std::abs(caret.x - x), reach + 0.01F);
             }
         }
@@ -213,11 +215,13 @@ TEST(ParagraphProperties, PiecesDrawEveryVisibleGlyphOnce) {
                      ++glyph) {
                     const ShapedGlyph& found = text.getGlyphs()[glyph];
                     drawn.insert(glyph);
-                    if (glyph == piece.glyphBegin || found.cluster != text.getGlyphs()[glyph - 1].cluster) {
-                        EXPECT_NEAR(paragraph.makeSelection(found.cluster, found.cluster + 1).at(0).x, x,
-                                    0.01F);
-                    }
+                    const float left = x;
                     x += text.getFont(text.getRuns()[piece.run]).toUnits(found.advance);
+                    const bool isLigature = text.getText().compare(found.cluster, 2, "fi") == 0;
+                    const TextRectangle cluster =
+                        paragraph.makeSelection(found.cluster, found.cluster + (isLigature ? 2 : 1)).at(0);
+                    EXPECT_GE(left, cluster.x - 0.01F);
+                    EXPECT_LE(x, cluster.x + cluster.width + 0.01F);
                 }
             }
         }
