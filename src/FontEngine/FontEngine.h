@@ -1,7 +1,8 @@
 #pragma once
 
 /// The umbrella header: the factory with its faces and fonts, descriptions, the functions that describe,
-/// measure and draw in one call, glyph keys and runs, and the two text painters.
+/// measure and draw in one call, glyph keys and runs, the two text painters, and the glyphs for a layout of
+/// the client's own.
 
 #include <FontEngine/FE_BitmapGlyphPainter.h>
 #include <FontEngine/FE_CacheFigures.h>
@@ -12,7 +13,9 @@
 #include <FontEngine/FE_GlyphInfo.h>
 #include <FontEngine/Renderer/FE_BitmapGlyphRun.h>
 #include <FontEngine/Renderer/FE_DrawText.h>
+#include <FontEngine/Renderer/FE_GlyphOutlines.h>
 #include <FontEngine/Renderer/FE_OutlineGlyphRun.h>
+#include <FontEngine/Renderer/FE_PlacedGlyphRun.h>
 #include <FontEngine/Renderer/FE_RasterTextPainter.h>
 #include <FontEngine/Renderer/FE_VectorTextPainter.h>
 #include <FontLoaders/FontLoaders.h>

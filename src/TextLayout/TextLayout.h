@@ -11,5 +11,9 @@
 #include <TextLayout/Public/ParagraphLine.h>
 #include <TextLayout/Public/ParagraphStyle.h>
 #include <TextLayout/Public/ScriptRuns.h>
+#include <TextLayout/Public/ShapedText.h>
 #include <TextLayout/Public/TextBoundaries.h>
+#include <TextLayout/Public/TextFeatures.h>
 #include <TextLayout/Public/TextLayoutException.h>
+#include <TextLayout/Public/TextShaper.h>
+#include <TextLayout/Public/TextStyle.h>

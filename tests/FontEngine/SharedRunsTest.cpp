@@ -12,7 +12,12 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <memory>
+#include <optional>
 #include <string>
+#include <thread>
+#include <utility>
 #include <vector>
 
 namespace Vell::FontEngine {
@@ -140,6 +145,36 @@ TEST(SharedRuns, MayBeDestroyedOnOtherThreads) {
     for (const auto& watch : watches) {
         EXPECT_TRUE(watch.expired());
     }
+}
+
+/// No strike remembers bitmaps of a client's description, so only the end of the factory stops the watch over
+/// these runs.
+TEST(SharedRuns, OfClientsDescriptionsMayOutliveTheirFactory) {
+    std::optional<Engine> engine(std::in_place);
+    std::vector<BitmapGlyphRun> runs;
+    Testing::RecordingPainter painter;
+    Testing::RecordingGlyphPainter glyphPainter;
+    RasterTextPainter textPainter(painter, glyphPainter, false);
+    for (unsigned int round = 1; round < 20; round += 2) {
+        const auto extFontInfo = describeRun(round);
+        const Font font = engine->factory->getFont(extFontInfo->getFontInfo());
+        runs.push_back(textPainter.createGlyphRun(runText, extFontInfo, font, 1.0F, {1, 1}));
+    }
+    const std::weak_ptr<const FT_BitmapGlyphRec_> watch = runs.back().getGlyphs().back().getData();
+    std::atomic<bool> hasEnded = false;
+    Testing::runOnThreads(2, [&](unsigned int thread) {
+        if (thread == 0) {
+            engine.reset();
+            hasEnded.store(true, std::memory_order_relaxed); // so that only the locks order memory
+            return;
+        }
+        while (!hasEnded.load(std::memory_order_relaxed)) {
+            std::this_thread::yield();
+        }
+        EXPECT_FALSE(watch.expired());
+        runs.clear();
+    });
+    EXPECT_TRUE(watch.expired());
 }
 
 } // namespace

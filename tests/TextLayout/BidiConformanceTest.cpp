@@ -1,8 +1,10 @@
-// Every line of BidiTest.txt and BidiCharacterTest.txt.
+// Every line of BidiTest.txt and BidiCharacterTest.txt, through BidiLine and analyse().
 
 #include "ConformanceFile.h"
 
+#include <TextLayout/Private/TextAnalysis.h>
 #include <TextLayout/TextLayout.h>
+#include <Utils/Public/Utf8.h>
 
 #include <gmock/gmock.h>
 
@@ -44,6 +46,23 @@ bool isAsExpected(const BidiLine& line, const ExpectedLine& expected) {
            line.getLevels() == expected.levels && line.getVisualOrder() == expected.order;
 }
 
+/// Whether the items have the levels of the code points that rule X9 leaves on the line.
+bool hasLevels(const TextAnalysis& analysis, const std::string& text,
+               const std::vector<BidiLevel>& expected) {
+    const char* position = text.data();
+    std::size_t item = 0;
+    for (const BidiLevel level : expected) {
+        if (static_cast<std::size_t>(position - text.data()) == analysis.items.at(item).end) {
+            ++item;
+        }
+        if (level != removedFromLine && level != analysis.items.at(item).level) {
+            return false;
+        }
+        decodeUtf8(position, text.data() + text.size());
+    }
+    return true;
+}
+
 std::string describe(const BidiLine& line) {
     std::string text = "base " + std::to_string(line.getBaseLevel()) + ", levels";
     for (const BidiLevel level : line.getLevels()) {
@@ -65,6 +84,9 @@ public:
         const BidiLine line(text, direction);
         if (!isAsExpected(line, expected) && ++_failures <= maxReported) {
             ADD_FAILURE() << "line " << lineNumber << ": " << describe(line);
+        }
+        if (!hasLevels(analyse(text, direction), text, expected.levels) && ++_failures <= maxReported) {
+            ADD_FAILURE() << "line " << lineNumber << ": analyse() gives other levels";
         }
     }
 

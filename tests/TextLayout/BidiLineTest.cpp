@@ -68,6 +68,13 @@ TEST(BidiLine, GivesEachParagraphItsOwnDirection) {
     EXPECT_THAT(line.getLevels(), ElementsAre(0, 0, 1, 1, 1));
 }
 
+TEST(BidiLine, EndsTheDirectionOfLettersWithTheirParagraph) {
+    EXPECT_THAT(BidiLine("\u05D0\n1 a").getLevels(), ElementsAre(1, 1, 0, 0, 0));
+    EXPECT_THAT(BidiLine("\u05D0\r\n(1)", ParagraphDirection::LeftToRight).getLevels(),
+                ElementsAre(1, 0, 0, 0, 0, 0));
+    EXPECT_THAT(BidiLine("\u0627\u2029[1\u0930").getLevels(), ElementsAre(1, 1, 0, 0, 0));
+}
+
 TEST(BidiLine, CountsAnIllFormedPartAsOneCodePoint) {
     EXPECT_THAT(BidiLine("\xF0\x9F\x98"
                          "a\xC0\xAF\U0001F600")

@@ -41,9 +41,9 @@ public:
     explicit HandService(HandShaper shaper)
         : _shaper(std::move(shaper)) {}
 
-    NNPtr<const ShapedText> shape(std::string_view text, const TextStyle& style,
+    NNPtr<const ShapedText> shape(std::string_view text, const std::vector<TextSpan>& spans,
                                   ParagraphDirection direction) const override {
-        return makeNNPtr<const ShapedText>(_shaper.makeParts(text, {{0, text.size(), style}}, direction));
+        return makeNNPtr<const ShapedText>(_shaper.makeParts(text, spans, direction));
     }
 
 private:
@@ -77,7 +77,7 @@ public:
             std::reverse(glyphs + run.glyphBegin, glyphs + run.glyphEnd);
         }
         std::for_each(glyphs + run.glyphBegin, glyphs + run.glyphEnd, [&](const ShapedGlyph& glyph) {
-            run.width += _parts.fonts[style].toUnits(glyph.advance) +
+            run.width += _parts.fonts[style].toUnits(static_cast<float>(glyph.advance)) +
                          (glyph.isSpaced ? _parts.fonts[style].letterSpacing : 0.0F);
         });
         _parts.runs.push_back(run);

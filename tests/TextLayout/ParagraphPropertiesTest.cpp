@@ -216,7 +216,7 @@ TEST(ParagraphProperties, PiecesDrawEveryVisibleGlyphOnce) {
                     const ShapedGlyph& found = text.getGlyphs()[glyph];
                     drawn.insert(glyph);
                     const float left = x;
-                    x += text.getFont(text.getRuns()[piece.run]).toUnits(found.advance);
+                    x += text.getFont(text.getRuns()[piece.run]).toUnits(static_cast<float>(found.advance));
                     const bool isLigature = text.getText().compare(found.cluster, 2, "fi") == 0;
                     const TextRectangle cluster =
                         paragraph.makeSelection(found.cluster, found.cluster + (isLigature ? 2 : 1)).at(0);

@@ -26,6 +26,30 @@ TEST(TextAnalysisThreads, AnalyseTextsAtTheSameTime) {
     EXPECT_THAT(counts, ::testing::Each(counts[0]));
 }
 
+std::string makeEveryPlane() {
+    std::string text;
+    for (char lead = '\x90'; lead <= '\xBF'; ++lead) {
+        for (char middle = '\x80'; middle <= '\xBF'; ++middle) {
+            text += {'\xF0', lead, middle, '\x81'};
+        }
+    }
+    return text;
+}
+
+TEST(TextAnalysisThreads, MeetCharactersForTheFirstTimeAtTheSameTime) {
+    const std::string text = makeEveryPlane();
+    constexpr unsigned int threads = 4;
+    std::vector<std::vector<std::size_t>> boundaries(threads);
+    std::vector<std::vector<BidiLevel>> levels(threads);
+    runOnThreads(threads, [&](unsigned int index) {
+        boundaries[index] = findGraphemeBoundaries(text);
+        levels[index] = BidiLine(text).getLevels();
+    });
+    EXPECT_THAT(boundaries, ::testing::Each(findGraphemeBoundaries(text)));
+    EXPECT_THAT(levels, ::testing::Each(BidiLine(text).getLevels()));
+    EXPECT_EQ(levels[0].size(), text.size() / 4);
+}
+
 } // namespace
 
 } // namespace Vell::Testing

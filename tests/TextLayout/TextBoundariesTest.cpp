@@ -24,6 +24,29 @@ std::string describeBreaks(std::string_view text) {
     return description;
 }
 
+/// "2w 3": the offsets, with a w behind words.
+std::string describeWords(std::string_view text) {
+    std::string description;
+    for (const WordBoundary& boundary : findWordBoundaries(text)) {
+        description += (description.empty() ? "" : " ") + std::to_string(boundary.offset) +
+                       (boundary.isBehindWord ? "w" : "");
+    }
+    return description;
+}
+
+TEST(TextBoundaries, TellWordsFromWhatStandsBetweenThem) {
+    EXPECT_EQ(describeWords("Don't go, 3.14!"), "5w 6 8w 9 10 14w 15");
+    EXPECT_EQ(describeWords("a  b"), "1w 3 4w");
+    EXPECT_EQ(describeWords("\u05D0\u05D1\r\n\xF0\x9F"), "4w 6 8");
+    EXPECT_EQ(describeWords(""), "");
+}
+
+TEST(TextBoundaries, FindTheWordsOfChineseAndThaiByTheirMeaning) {
+    EXPECT_EQ(describeWords("\u4E2D\u56FD\u4EBA\u6C11"), "6w 12w");
+    EXPECT_EQ(describeWords("\u0E2A\u0E27\u0E31\u0E2A\u0E14\u0E35\u0E0A\u0E32\u0E27\u0E42\u0E25\u0E01"),
+              "18w 27w 36w");
+}
+
 TEST(TextBoundaries, KeepGraphemeClustersWhole) {
     EXPECT_THAT(findGraphemeBoundaries("ae\u0301\r\nb"), ElementsAre(0, 1, 4, 6, 7));
     EXPECT_THAT(findGraphemeBoundaries("\U0001F469\u200D\U0001F469\u200D\U0001F467x"),
@@ -72,6 +95,7 @@ TEST(TextBoundaries, RefuseATextThatIsTooLong) {
     const std::string text(maxTextBytes + 1, 'a');
     EXPECT_THROW(findGraphemeBoundaries(text), TextLayoutException);
     EXPECT_THROW(findLineBreaks(text), TextLayoutException);
+    EXPECT_THROW(findWordBoundaries(text), TextLayoutException);
 }
 
 } // namespace

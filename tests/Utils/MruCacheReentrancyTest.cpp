@@ -90,6 +90,18 @@ TEST(MruCacheReentrancy, MayEvictWhileAnEntryIsBeingDestroyed) {
     EXPECT_EQ(cache.getEvictedCount(), 1U);
 }
 
+TEST(MruCacheReentrancy, ChecksTheWeightOfTheEntryThatItEvictsNext) {
+    constexpr std::uint64_t tooMuch = std::numeric_limits<std::uint64_t>::max();
+    Cache cache(0, 1000);
+    cache.put(1, {makeValue([&] { EXPECT_NE(cache.get(2), nullptr); }), 1});
+    cache.put(2, {nullptr, tooMuch}); // the total wraps around to 0; evicting this entry would assert
+    cache.put(3, {nullptr, 5});
+    cache.put(4, {nullptr, 1000});
+    EXPECT_EQ(getHeldKeys(cache), (Keys{2, 4}));
+    EXPECT_EQ(cache.getEvictedCount(), 2U);
+    EXPECT_EQ(cache.getEffectiveSizeInBytes(), 999U);
+}
+
 TEST(MruCacheReentrancy, ReturnsNullWhenADyingEntryEvictsTheNewOne) {
     Cache cache(1);
     cache.put(1, {makeValue([&] { cache.put(3, {nullptr, 30}); }), 10});

@@ -149,6 +149,50 @@ TEST_F(Guide, DrawsBitmapsThroughAGlyphPainter) {
     EXPECT_EQ(canvas.getPixel(4 + 2, 20), 0);
 }
 
+TEST_F(Guide, DrawsTheGlyphsOfAClientsLayout) {
+    const auto factory = FontFactory::create(loader, "House Sans");
+    const auto description = describeHouseSans();
+    SvgPainter painter;
+    CoverageCanvas canvas(painter, 40, 30);
+    painter.translate({4.0F, 20.0F});
+    //! [placed]
+    const auto faceInfo = description->getFontInfo()->getFontFaceInfo();
+    const Font font = factory->getFont(description->getFontInfo());
+    const std::vector<FontEngine::PlacedGlyph> glyphs = {
+        {1, /*isLast=*/false, 'A', {0.0F, 0.0F}},
+        {1, /*isLast=*/true, 'A', {10.0F, -6.0F}}, // closer than its advance, and raised
+    };
+    FontEngine::PlacedGlyphRun placed(1.0F, {1.0F, 1.0F}, /*flipVertically=*/false, glyphs.size());
+    placed.append(faceInfo, font.getFace(), font.getFontSize(), glyphs.data(), glyphs.size());
+    FontEngine::RasterTextPainter(painter, canvas, /*flipVertically=*/false)
+        .drawGlyphRun(std::move(placed).finish(), font, {0, 0, 0, 255}, 1.0F);
+    //! [placed]
+    EXPECT_EQ(countInk(canvas), 2 * 8 * 14);
+    EXPECT_EQ(canvas.getPixel(4 + 2, 19), 255);
+    EXPECT_EQ(canvas.getPixel(4 + 2, 5), 0);
+    EXPECT_EQ(canvas.getPixel(4 + 12, 13), 255);
+    EXPECT_EQ(canvas.getPixel(4 + 12, 14), 0);
+}
+
+TEST_F(Guide, DrawsTheOutlinesOfAClientsLayout) {
+    const auto factory = FontFactory::create(loader, "House Sans");
+    const auto description = describeHouseSans();
+    const auto faceInfo = description->getFontInfo()->getFontFaceInfo();
+    const Font font = factory->getFont(description->getFontInfo());
+    SvgPainter painter;
+    //! [fetched]
+    const std::vector<unsigned short> indices = {0, 1};
+    const auto paths = FontEngine::fetchOutlines(faceInfo, font.getFace(), font.getFontSize(), indices.data(),
+                                                 indices.size(), painter);
+    const float scale = font.getFontSize() / 1000.0F; // a path is in font units, 1000 an em in this font
+    painter.scale({scale, scale});
+    painter.drawPath(*paths[1], /*isFilled=*/true);
+    //! [fetched]
+    EXPECT_NE(paths[0], nullptr);
+    EXPECT_NE(painter.getElements().find("matrix(0.02 0 0 0.02 0 0 )' d='M 100 0L 100 -700"), std::string::npos)
+        << painter.getElements();
+}
+
 TEST_F(Guide, DrawsUnderscoresThatAreColouredAlready) {
     const auto factory = FontFactory::create(loader, "House Sans");
     SvgPainter painter;

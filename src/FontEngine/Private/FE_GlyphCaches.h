@@ -103,6 +103,6 @@ using OutlineCache = StrikeCache<GlyphInfo, PathPtr, GlyphInfoHash>;
 
 } // namespace Vell::FontEngine::Internal
 
-inline Vell::FontEngine::BitmapGlyph::BitmapGlyph(Internal::RenderedGlyph& rendered, float x)
+inline Vell::FontEngine::BitmapGlyph::BitmapGlyph(Internal::RenderedGlyph& rendered, float x, float y)
     : _keyed(&rendered)
-    , _pos(x, 0.0F) {}
+    , _pos(x, y) {}

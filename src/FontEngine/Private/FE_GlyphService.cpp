@@ -147,6 +147,26 @@ const OutlineCache::Node& GlyphService::getPath(const GlyphInfo& info, const NNP
         info, [&] { return OutlineCache::Node(buildPathOnSizedFace(info, face, painter), 0); });
 }
 
+inline const OutlineCache::Node* GlyphService::getPathFor(OutlineSource& source, unsigned short glyphIndex,
+                                                          Gfx::Painter& painter, FactoryPin& pin) const {
+    if (const OutlineCache::Node* const node = _outlines.find(source.strike, glyphIndex)) {
+        _outlines.use(*node);
+        return node;
+    }
+    return makePathFor(source, glyphIndex, painter, pin);
+}
+
+const OutlineCache::Node* GlyphService::makePathFor(OutlineSource& source, unsigned short glyphIndex,
+                                                    Gfx::Painter& painter, FactoryPin& pin) const {
+    if (!tryPinFactory(*source.face, pin)) {
+        return nullptr;
+    }
+    _outlines.prepare(source.strike, source.faceInfo);
+    const OutlineCache::Node& node = getPath(source.makeKey(glyphIndex), source.face, painter);
+    _outlines.remember(source.strike, glyphIndex, node);
+    return &node;
+}
+
 const BitmapPtr& GlyphService::findBitmap(const BitmapGlyphInfo& info, const FontFace& face,
                                           bool flipVertically) const {
     const RecursiveLock lock(_bitmaps.getMutex());
@@ -201,11 +221,12 @@ void GlyphService::append(BitmapSource& source, const PendingGlyphs& pending, He
         const bool isSameKey =
             isRemembered ? rendered.getUnicode() == glyph.unicode : isKeyFor(rendered, glyph, source);
         if (!isSameKey) {
-            run.glyphs.emplace_back(rendered.data, cinder::Vec2<float>(glyph.x, 0.0F), source.makeKey(glyph));
+            run.glyphs.emplace_back(rendered.data, cinder::Vec2<float>(glyph.x, glyph.y),
+                                    source.makeKey(glyph));
         } else if (node->getValue().link.isLinked()) {
-            run.glyphs.emplace_back(rendered, glyph.x);
+            run.glyphs.emplace_back(rendered, glyph.x, glyph.y);
         } else {
-            const BitmapGlyph borrowed(rendered, glyph.x);
+            const BitmapGlyph borrowed(rendered, glyph.x, glyph.y);
             run.glyphs.push_back(borrowed); // the copy owns a reference
         }
         run.hold->setSize(run.glyphs.size());
@@ -236,20 +257,25 @@ void GlyphService::append(OutlineSource& source, const PendingOutlines& pending,
                           std::vector<OutlineGlyph>& glyphs, FactoryPin& pin) const {
     _outlines.open(source.strike);
     for (const PendingOutline& outline : pending) {
-        const OutlineCache::Node* node = _outlines.find(source.strike, outline.glyphIndex);
-        if (node != nullptr) {
-            _outlines.use(*node);
-        } else {
-            if (!tryPinFactory(*source.face, pin)) {
-                return;
-            }
-            _outlines.prepare(source.strike, source.faceInfo);
-            node = &getPath(source.makeKey(outline.glyphIndex), source.face, painter);
-            _outlines.remember(source.strike, outline.glyphIndex, *node);
+        const OutlineCache::Node* const node = getPathFor(source, outline.glyphIndex, painter, pin);
+        if (node == nullptr) {
+            return;
         }
         if (const PathPtr& path = node->getValue().data) {
             glyphs.emplace_back(path, outline.advance);
         }
+    }
+}
+
+void GlyphService::copyPaths(OutlineSource& source, const unsigned short* glyphIndices, std::size_t count,
+                             Gfx::Painter& painter, PathPtr* paths, FactoryPin& pin) const {
+    _outlines.open(source.strike);
+    for (std::size_t i = 0; i != count; ++i) {
+        const OutlineCache::Node* const node = getPathFor(source, glyphIndices[i], painter, pin);
+        if (node == nullptr) {
+            return;
+        }
+        paths[i] = node->getValue().data;
     }
 }
 
@@ -300,6 +326,15 @@ void GlyphAccess::append(OutlineSource& source, const PendingOutlines& pending, 
     const RecursiveLock lock(*_outlineMutex);
     if (_outlines != nullptr) {
         _outlines->append(source, pending, painter, glyphs, pin);
+    }
+}
+
+void GlyphAccess::copyPaths(OutlineSource& source, const unsigned short* glyphIndices, std::size_t count,
+                            Gfx::Painter& painter, PathPtr* paths,
+                            FactoryPin& pin) const VELL_NO_THREAD_SAFETY_ANALYSIS {
+    const RecursiveLock lock(*_outlineMutex);
+    if (_outlines != nullptr) {
+        _outlines->copyPaths(source, glyphIndices, count, painter, paths, pin);
     }
 }
 

@@ -59,6 +59,10 @@ public:
     /// Appends the glyphs that have an outline, like append for bitmaps.
     void append(OutlineSource& source, const PendingOutlines& pending, Gfx::Painter& painter,
                 std::vector<OutlineGlyph>& glyphs, FactoryPin& pin) const VELL_REQUIRES(_outlines.getMutex());
+    /// Sets `paths[i]` to the path of `glyphIndices[i]`. Stops like append.
+    void copyPaths(OutlineSource& source, const unsigned short* glyphIndices, std::size_t count,
+                   Gfx::Painter& painter, PathPtr* paths, FactoryPin& pin) const
+        VELL_REQUIRES(_outlines.getMutex());
 
     // --- The caches themselves.
 
@@ -98,6 +102,14 @@ private:
         VELL_REQUIRES(_images.getMutex());
     const OutlineCache::Node& getPath(const GlyphInfo& info, const NNPtr<const FontFace>& face,
                                       Gfx::Painter& painter) const VELL_REQUIRES(_outlines.getMutex());
+    /// Returns null if the factory is being destroyed and the path is not cached.
+    const OutlineCache::Node* getPathFor(OutlineSource& source, unsigned short glyphIndex,
+                                         Gfx::Painter& painter, FactoryPin& pin) const
+        VELL_REQUIRES(_outlines.getMutex());
+    /// getPathFor for a path that the strike does not know.
+    const OutlineCache::Node* makePathFor(OutlineSource& source, unsigned short glyphIndex,
+                                          Gfx::Painter& painter, FactoryPin& pin) const
+        VELL_REQUIRES(_outlines.getMutex());
 
     // The destructor destroys the last member first.
     mutable RunHolds _holds VELL_GUARDED_BY(_bitmaps.getMutex());
@@ -115,10 +127,15 @@ public:
     GlyphAccess(const GlyphService& glyphs, std::shared_ptr<RecursiveMutex> bitmapMutex,
                 std::shared_ptr<RecursiveMutex> outlineMutex);
 
-    // GlyphService::append, under its lock.
+    /// Prepares the run for `count` more glyphs that append adds.
+    void makeRoom(HeldGlyphs& run, std::size_t count) const { run.makeRoom(count, *_bitmapMutex); }
+
+    // The operations of GlyphService, under its lock.
     void append(BitmapSource& source, const PendingGlyphs& pending, HeldGlyphs& run, FactoryPin& pin) const;
     void append(OutlineSource& source, const PendingOutlines& pending, Gfx::Painter& painter,
                 std::vector<OutlineGlyph>& glyphs, FactoryPin& pin) const;
+    void copyPaths(OutlineSource& source, const unsigned short* glyphIndices, std::size_t count,
+                   Gfx::Painter& painter, PathPtr* paths, FactoryPin& pin) const;
 
     /// Closes the access. Waits for threads that are appending.
     void close();

@@ -2,6 +2,7 @@
 
 #include <FontEngine/FE_FontFace.h>
 #include <FontEngine/Private/FE_GlyphCaches.h>
+#include <FontEngine/Renderer/FE_PlacedGlyphRun.h>
 #include <Utils/Public/Ptr/CheckedPtr.h>
 
 #include <ft2build.h>
@@ -29,6 +30,7 @@ struct PendingGlyph {
     bool isLast;
     unsigned int unicode;
     float x; ///< the pen position in logical units
+    float y; ///< points down
 
     FT_Render_Mode getRenderMode() const {
         return unicode == '_' ? FT_RENDER_MODE_LCD : FT_RENDER_MODE_NORMAL;
@@ -59,25 +61,14 @@ struct BitmapSource {
     bool flipVertically;
 };
 
-/// The union of glyph boxes. It starts as an inverted box of 32,000 pixels, so it is wrong for a run that
-/// lies beyond these coordinates.
-class BoxUnion {
-public:
-    /// Adds the control box that FreeType would return in whole pixels.
-    void add(const GlyphBox& glyph) {
-        const FT_Pos left = glyph.left;
-        const FT_Pos top = glyph.top;
-        _box.xMin = std::min(_box.xMin, left);
-        _box.yMin = std::min(_box.yMin, top - static_cast<FT_Pos>(glyph.rows));
-        _box.xMax = std::max(_box.xMax, left + static_cast<FT_Pos>(glyph.width));
-        _box.yMax = std::max(_box.yMax, top);
-    }
-
-    FT_BBox get() const { return _box.xMin > _box.xMax ? FT_BBox{0, 0, 0, 0} : _box; }
-
-private:
-    FT_BBox _box{32000, 32000, -32000, -32000};
-};
+inline void BoxUnion::add(const GlyphBox& glyph) {
+    const FT_Pos left = glyph.left;
+    const FT_Pos top = glyph.top;
+    _box.xMin = std::min(_box.xMin, left);
+    _box.yMin = std::min(_box.yMin, top - static_cast<FT_Pos>(glyph.rows));
+    _box.xMax = std::max(_box.xMax, left + static_cast<FT_Pos>(glyph.width));
+    _box.yMax = std::max(_box.yMax, top);
+}
 
 /// The face that supplies the outlines of a run. The creator keeps the face and the description alive.
 struct OutlineSource {

@@ -1,5 +1,7 @@
 #include <FontEngine/Private/FE_HeldGlyphs.h>
 
+#include <algorithm>
+
 namespace Vell::FontEngine::Internal {
 
 void RunHold::addReferences() noexcept {
@@ -61,6 +63,19 @@ void RunHolds::recycle(RunHold& hold) noexcept {
     }
     _spare.push_front(hold);
     ++_spareCount;
+}
+
+void HeldGlyphs::makeRoom(std::size_t count, const RecursiveMutex& mutex) {
+    const std::size_t size = glyphs.size() + count;
+    const bool isLargeEnough = size <= glyphs.capacity();
+    if (isLargeEnough && (hold == nullptr || hold->isGuardedBy(mutex))) {
+        return;
+    }
+    std::vector<BitmapGlyph> owners; // copies, which own references
+    owners.reserve(isLargeEnough ? glyphs.capacity() : std::max(size, 2 * glyphs.capacity()));
+    owners.insert(owners.end(), glyphs.begin(), glyphs.end());
+    hold.reset();
+    glyphs.swap(owners);
 }
 
 } // namespace Vell::FontEngine::Internal

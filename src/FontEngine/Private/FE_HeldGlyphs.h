@@ -1,9 +1,9 @@
 #pragma once
 
-#include <FontEngine/Private/FE_GlyphSources.h>
 #include <FontEngine/Private/FE_LockedCache.h>
 #include <FontEngine/Private/FE_Strike.h>
 #include <FontEngine/Renderer/FE_BitmapGlyphRun.h>
+#include <FontEngine/Renderer/FE_PlacedGlyphRun.h>
 
 #include <boost/intrusive/list.hpp>
 
@@ -28,6 +28,9 @@ public:
 
     /// Sets the number of glyphs that the run has so far.
     void setSize(std::size_t size) noexcept { _size = size; }
+
+    /// Whether this mutex guards the cache that the glyphs come from.
+    bool isGuardedBy(const RecursiveMutex& mutex) const { return _mutex.get() == &mutex; }
 
 private:
     friend class RunHolds;
@@ -80,16 +83,8 @@ private:
     std::size_t _spareCount = 0;
 };
 
-/// The glyphs of a run that is being laid out. It keeps them alive in the same way as the finished run.
-struct HeldGlyphs {
-    /// `capacity` must be enough for all glyphs of the run.
-    explicit HeldGlyphs(std::size_t capacity) { glyphs.reserve(capacity); }
-
-    BitmapGlyphRun finish() && { return BitmapGlyphRun(std::move(glyphs), box.get(), std::move(hold)); }
-
-    std::vector<BitmapGlyph> glyphs;
-    BoxUnion box;
-    RunHoldPtr hold; // destroyed before the glyphs; null until the first append
-};
+inline BitmapGlyphRun HeldGlyphs::finish() && {
+    return BitmapGlyphRun(std::move(glyphs), box.get(), std::move(hold));
+}
 
 } // namespace Vell::FontEngine::Internal

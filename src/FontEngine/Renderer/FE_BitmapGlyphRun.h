@@ -60,8 +60,8 @@ public:
     /// constructor checks nothing, but the painters require that `data` is not null.
     BitmapGlyph(std::shared_ptr<const FT_BitmapGlyphRec_> data, cinder::Vec2<float> pos,
                 const BitmapGlyphInfo& info);
-    /// Only for a run that holds `rendered`. `x` is the pen position on the base line.
-    BitmapGlyph(Internal::RenderedGlyph& rendered, float x);
+    /// Only for a run that holds `rendered`. `x` and `y` are the position.
+    BitmapGlyph(Internal::RenderedGlyph& rendered, float x, float y);
     BitmapGlyph(const BitmapGlyph& other) noexcept
         : _keyed(other.share())
         , _pos(other._pos) {}
@@ -117,8 +117,8 @@ private:
 
 /// A text laid out as bitmaps, in text order. Only assignment changes a run.
 ///
-/// A run from a text painter holds its bitmaps together, which costs a fraction of counting a reference to
-/// each. A copy of the run counts them one by one.
+/// A run from a text painter or a PlacedGlyphRun holds its bitmaps together, which costs a fraction of
+/// counting a reference to each. A copy of the run counts them one by one.
 ///
 /// Threads: any number of threads may read one run at once, and any thread may destroy it. Its destructor
 /// takes the lock of the bitmap cache that the bitmaps came from, which outlives the factory.

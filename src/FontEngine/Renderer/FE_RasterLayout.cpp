@@ -1,4 +1,4 @@
-// Implements the layout of the raster painter.
+// Implements the layout of the raster painter, and runs of glyphs that a client has placed.
 
 #include <FontEngine/FE_FontFactory.h>
 #include <FontEngine/Private/FE_Fallback.h>
@@ -6,6 +6,7 @@
 #include <FontEngine/Private/FE_GlyphSources.h>
 #include <FontEngine/Private/FE_HeldGlyphs.h>
 #include <FontEngine/Private/FE_OwnDescriptions.h>
+#include <FontEngine/Renderer/FE_PlacedGlyphRun.h>
 #include <FontEngine/Renderer/FE_RasterTextPainter.h>
 #include <Utils/Public/Ptr/PtrUtils.h>
 #include <Utils/Public/Utf8.h>
@@ -23,6 +24,7 @@ namespace {
 
 using ExtFontInfoPtr = NNPtr<const Gfx::ExtFontInfo>;
 using FaceInfoPtr = NNPtr<const Gfx::FontFaceInfo>;
+using FacePtr = NNPtr<const FontFace>;
 using GlyphEntry = Gfx::CharMap::GlyphIndexWithAdvance;
 
 /// Like std::floor, but without the function call that a build for the x86-64 baseline makes.
@@ -47,8 +49,63 @@ unsigned char getOffsetInsidePixel(float x, float devicePixelRatio) {
     return static_cast<unsigned char>(static_cast<int>(16.0F * fraction) * unitsInSixteenth);
 }
 
-/// Lays out one text. Glyphs wait for their bitmaps until a batch is full, or until the layout is about to
-/// call a client's object. So the client cannot tell that they were not fetched one by one.
+/// Glyphs of one face that wait for their bitmaps, so that one lock serves many.
+class GlyphBatch {
+public:
+    /// Keeps references to the last two arguments.
+    GlyphBatch(float devicePixelRatio, const cinder::Vec2<float>& scale, bool flipVertically,
+               Internal::HeldGlyphs& run, Internal::FactoryPin& factory)
+        : _devicePixelRatio(devicePixelRatio)
+        , _scale(scale)
+        , _flipVertically(flipVertically)
+        , _run(run)
+        , _factory(factory) {}
+
+    /// Null unless glyphs may be added.
+    const FaceInfoPtr* findFaceInfo() const { return _source ? &_source->faceInfo : nullptr; }
+
+    /// The glyphs added from now on come from `face`. Keeps references to the first two arguments.
+    void start(const FaceInfoPtr& faceInfo, const FontFace& face, float fontSize) {
+        fetch();
+        const Internal::StrikeInfo info{faceInfo.get(), fontSize, face.getTransform(), _scale,
+                                        _devicePixelRatio};
+        _source.emplace(
+            Internal::BitmapSource{Internal::BitmapCache::Handle(info), faceInfo, face, _flipVertically});
+    }
+
+    /// Lets go of what `start` was given.
+    void stop() {
+        fetch();
+        _source.reset();
+    }
+
+    void add(const PlacedGlyph& glyph) {
+        _pending.push_back({glyph.glyphIndex, getOffsetInsidePixel(glyph.position.x, _devicePixelRatio),
+                            glyph.isLast, glyph.unicode, glyph.position.x, glyph.position.y});
+        if (_pending.size() == Internal::maxBatchSize) {
+            fetch();
+        }
+    }
+
+    void fetch() {
+        if (!_pending.empty()) {
+            _source->face.getGlyphAccess().append(*_source, _pending, _run, _factory);
+        }
+        _pending.clear();
+    }
+
+private:
+    float _devicePixelRatio;
+    cinder::Vec2<float> _scale;
+    bool _flipVertically;
+    Internal::HeldGlyphs& _run;
+    Internal::FactoryPin& _factory;
+    std::optional<Internal::BitmapSource> _source; // of the pending glyphs
+    Internal::PendingGlyphs _pending;
+};
+
+/// Lays out one text. The glyphs wait in a batch only until the layout is about to call a client's object. So
+/// the client cannot tell that they were not fetched one by one.
 class Layout {
 public:
     Layout(const ExtFontInfoPtr& extFontInfo, const Font& font, float devicePixelRatio,
@@ -61,10 +118,9 @@ public:
         , _charMap(_face.getBasicMetrics().getCharMap())
         , _factory(_storedFaceInfo == nullptr ? _face.shareFontFactory() : nullptr)
         , _fontSize(font.getFontSize())
-        , _devicePixelRatio(devicePixelRatio)
-        , _scale(scale)
-        , _flipVertically(flipVertically)
-        , _run(capacity) {}
+        , _scaleX(scale.x)
+        , _run(capacity)
+        , _batch(devicePixelRatio, scale, flipVertically, _run, _factory) {}
 
     /// Adds the character's glyph from the text's own face or, if that lacks the character, from the fallback
     /// face. If there is no fallback, adds the missing-glyph symbol of the text's own face.
@@ -77,14 +133,14 @@ public:
         if (glyph.glyphIndex == 0 && addFallback(codePoint, isLast)) {
             return;
         }
-        if (!_source || &_source->faceInfo != _storedFaceInfo) {
-            changeSource(*_storedFaceInfo, _face);
+        if (_batch.findFaceInfo() != _storedFaceInfo) {
+            _batch.start(*_storedFaceInfo, _face, _fontSize);
         }
         append(glyph, codePoint, isLast);
     }
 
     BitmapGlyphRun finish() {
-        fetch();
+        _batch.fetch();
         return std::move(_run).finish();
     }
 
@@ -98,25 +154,15 @@ private:
                                          : _extFontInfo->getFontInfo()->getFontFaceInfo();
         const GlyphEntry glyph = _charMap[codePoint];
         if (glyph.glyphIndex != 0 || !addFallback(codePoint, isLast)) {
-            changeSource(faceInfo, _face);
+            _batch.start(faceInfo, _face, _fontSize);
             append(glyph, codePoint, isLast);
         }
-        fetch();
-        _source.reset();
-    }
-
-    /// Keeps references to both arguments.
-    void changeSource(const FaceInfoPtr& faceInfo, const FontFace& face) {
-        fetch();
-        const Internal::StrikeInfo info{faceInfo.get(), _fontSize, face.getTransform(), _scale,
-                                        _devicePixelRatio};
-        _source.emplace(
-            Internal::BitmapSource{Internal::BitmapCache::Handle(info), faceInfo, face, _flipVertically});
+        _batch.stop();
     }
 
     /// Whether there is a fallback for the character.
     bool addFallback(unsigned int codePoint, bool isLast) {
-        fetch(); // the next step calls the loader
+        _batch.fetch(); // the next step calls the loader
         if (_factory == nullptr) {
             _factory = _face.shareFontFactory();
         }
@@ -124,31 +170,20 @@ private:
         if (!found) {
             return false;
         }
-        if (!_source || !_fallbackFace || &_source->faceInfo != &_fallbackFace->faceInfo ||
+        if (!_fallbackFace || _batch.findFaceInfo() != &_fallbackFace->faceInfo ||
             _fallbackFace->face != found->face || _fallbackFace->faceInfo != found->faceInfo) {
-            _source.reset();
+            _batch.stop();
             _fallbackFace = std::move(found);
-            changeSource(_fallbackFace->faceInfo, *_fallbackFace->face);
+            _batch.start(_fallbackFace->faceInfo, *_fallbackFace->face, _fontSize);
         }
-        append(_source->face.getBasicMetrics().getCharMap()[codePoint], codePoint, isLast);
+        append(_fallbackFace->face->getBasicMetrics().getCharMap()[codePoint], codePoint, isLast);
         return true;
     }
 
     void append(const GlyphEntry& glyph, unsigned int codePoint, bool isLast) {
-        const float advance = (_fontSize * glyph.advance) * _scale.x + _scale.x * _letterSpacing;
-        _pending.push_back(
-            {glyph.glyphIndex, getOffsetInsidePixel(_penX, _devicePixelRatio), isLast, codePoint, _penX});
+        const float advance = (_fontSize * glyph.advance) * _scaleX + _scaleX * _letterSpacing;
+        _batch.add({glyph.glyphIndex, isLast, codePoint, {_penX, 0.0F}});
         _penX = advance + _penX;
-        if (_pending.size() == Internal::maxBatchSize) {
-            fetch();
-        }
-    }
-
-    void fetch() {
-        if (!_pending.empty()) {
-            _face.getGlyphAccess().append(*_source, _pending, _run, _factory);
-        }
-        _pending.clear();
     }
 
     const ExtFontInfoPtr& _extFontInfo;
@@ -159,17 +194,19 @@ private:
     const Gfx::CharMap& _charMap;
     Internal::FactoryPin _factory; // keeps the factory alive while glyphs are made or clients are called
     float _fontSize;
-    float _devicePixelRatio;
-    cinder::Vec2<float> _scale;
-    bool _flipVertically;
+    float _scaleX;
 
     float _penX = 0.0F;
-    std::optional<Internal::BitmapSource> _source; // of the pending glyphs
-    Internal::PendingGlyphs _pending;
     Internal::RunFallback _fallback;
-    std::optional<Internal::DescribedFace> _fallbackFace; // of the source, unless that is the text's own face
+    std::optional<Internal::DescribedFace> _fallbackFace; // of the batch, unless that has the text's own face
     Internal::HeldGlyphs _run;
+    GlyphBatch _batch;
 };
+
+/// Empty at the end of the text.
+std::optional<unsigned int> decodeNext(const char*& position, const char* end) {
+    return position == end ? std::nullopt : std::optional<unsigned int>(decodeUtf8(position, end));
+}
 
 } // namespace
 
@@ -180,18 +217,38 @@ BitmapGlyphRun RasterTextPainter::createGlyphRun(boost::string_ref text, const E
                   text.size()); // the number of bytes, which is at least the number of characters
     const char* position = text.data();
     const char* const end = position + text.size();
-    std::optional<unsigned int> waiting; // until the next character is known
-    while (position != end) {
-        const unsigned int codePoint = decodeUtf8(position, end);
-        if (waiting) {
-            layout.add(*waiting, codePoint != *waiting);
-        }
-        waiting = codePoint;
-    }
-    if (waiting) {
-        layout.add(*waiting, true);
+    std::optional<unsigned int> next = decodeNext(position, end);
+    while (next) {
+        const unsigned int codePoint = *next;
+        next = decodeNext(position, end);
+        layout.add(codePoint, next != codePoint);
     }
     return layout.finish();
+}
+
+PlacedGlyphRun::PlacedGlyphRun(float devicePixelRatio, const cinder::Vec2<float>& scale, bool flipVertically,
+                               std::size_t capacity)
+    : _devicePixelRatio(devicePixelRatio)
+    , _scale(scale)
+    , _flipVertically(flipVertically)
+    , _run(capacity) {}
+
+PlacedGlyphRun::~PlacedGlyphRun() = default;
+
+void PlacedGlyphRun::append(const FaceInfoPtr& faceInfo, const FacePtr& face, float fontSize,
+                            const PlacedGlyph* glyphs, std::size_t count) {
+    face->getGlyphAccess().makeRoom(_run, count);
+    Internal::FactoryPin factory;
+    GlyphBatch batch(_devicePixelRatio, _scale, _flipVertically, _run, factory);
+    batch.start(faceInfo, *face, fontSize);
+    for (std::size_t i = 0; i != count; ++i) {
+        batch.add(glyphs[i]);
+    }
+    batch.fetch();
+}
+
+BitmapGlyphRun PlacedGlyphRun::finish() && {
+    return std::move(_run).finish();
 }
 
 } // namespace Vell::FontEngine

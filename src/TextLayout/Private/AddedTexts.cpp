@@ -71,8 +71,9 @@ NNPtr<const ShapedText> AddedTexts::shape(std::string_view text, const ShapedRun
                                           bool isRightToLeft) const {
     TextStyle style = _text.getStyle(run);
     removePartialFeatures(style.features);
-    return _text.getService()->shape(
-        text, style, isRightToLeft ? ParagraphDirection::RightToLeft : ParagraphDirection::LeftToRight);
+    return _text.getService()->shape(text, {{0, text.size(), style}},
+                                     isRightToLeft ? ParagraphDirection::RightToLeft
+                                                   : ParagraphDirection::LeftToRight);
 }
 
 NNPtr<const ShapedText> AddedTexts::shapeHyphen(const ShapedRun& run) const {

@@ -27,10 +27,16 @@ public:
     const std::u16string& getUnits() const { return _units; }
 
     /// How many units stand before a code point of the text, or behind it, because of the marks.
-    std::size_t countBefore(char32_t codePoint) const;
-    std::size_t countBehind(char32_t codePoint) const;
+    std::size_t countBefore(char32_t codePoint) const {
+        return _hasMarks && codePoint >= firstInitiator && codePoint <= lastInitiator ? 1 : 0;
+    }
+    std::size_t countBehind(char32_t codePoint) const { return _hasMarks && codePoint == isolateEnd ? 1 : 0; }
 
 private:
+    static constexpr char16_t firstInitiator = 0x2066;
+    static constexpr char16_t lastInitiator = 0x2068;
+    static constexpr char16_t isolateEnd = 0x2069;
+
     void markIsolates();
 
     std::u16string _units;

@@ -13,7 +13,7 @@ namespace {
 /// Reads the clusters of a text in logical order.
 class AtomReader {
 public:
-    AtomReader(const ShapedText& text, const PenPositions& pens, const OffsetSet& graphemes)
+    AtomReader(const ShapedText& text, const PenPositions& pens, const ByteSet& graphemes)
         : _text(text)
         , _pens(pens)
         , _graphemes(graphemes)
@@ -57,7 +57,7 @@ private:
         for (; _break < _breaks.size() && _breaks[_break].offset <= cluster.end; ++_break) {
             if (_breaks[_break].isMandatory) {
                 ending = LineEnding::Mandatory;
-            } else if (_breaks[_break].offset == cluster.end && _graphemes.contains(cluster.end)) {
+            } else if (_breaks[_break].offset == cluster.end && _graphemes.test(cluster.end)) {
                 ending = std::max(ending, LineEnding::Allowed);
             }
         }
@@ -79,7 +79,7 @@ private:
 
     const ShapedText& _text;
     const PenPositions& _pens;
-    const OffsetSet& _graphemes;
+    const ByteSet& _graphemes;
     std::vector<LineBreak> _breaks;
     std::size_t _break = 0;
     LineAtoms _found;
@@ -93,7 +93,7 @@ private:
 } // namespace
 
 LineAtoms findLineAtoms(const ShapedText& text, const std::vector<std::uint32_t>& runs,
-                        const PenPositions& pens, const OffsetSet& graphemes) {
+                        const PenPositions& pens, const ByteSet& graphemes) {
     AtomReader reader(text, pens, graphemes);
     for (const std::uint32_t index : runs) {
         const ShapedRun& run = text.getRuns()[index];

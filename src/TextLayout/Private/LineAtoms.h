@@ -1,6 +1,6 @@
 #pragma once
 
-#include <TextLayout/Private/OffsetSet.h>
+#include <TextLayout/Private/ByteSet.h>
 #include <TextLayout/Private/PenPositions.h>
 #include <TextLayout/Public/ShapedText.h>
 
@@ -35,6 +35,6 @@ struct LineAtoms {
 /// The atoms end at UAX #14's opportunities that neither divide a grapheme cluster nor a cluster of glyphs.
 /// `runs` are the indices of the runs in logical order.
 LineAtoms findLineAtoms(const ShapedText& text, const std::vector<std::uint32_t>& runs,
-                        const PenPositions& pens, const OffsetSet& graphemes);
+                        const PenPositions& pens, const ByteSet& graphemes);
 
 } // namespace Vell::TextLayout

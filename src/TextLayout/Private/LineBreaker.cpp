@@ -108,7 +108,7 @@ BrokenLine LineBreaker::takeClusters() {
         if (line.end > _begin && pen > _limit) {
             break;
         }
-        if (!isTrailing(kind) && _measures.getGraphemes().contains(cluster.end)) {
+        if (!isTrailing(kind) && _measures.isGrapheme(cluster.end)) {
             shorter = line;
             line = {_begin, cluster.end, cluster.end, pen};
         }

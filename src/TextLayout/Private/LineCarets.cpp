@@ -70,9 +70,9 @@ const LinePart* LineCarets::findPartBeside(const LinePart* part, bool toRight) c
 }
 
 std::uint32_t LineCarets::step(const LinePart& part, std::uint32_t offset, bool toRight) const {
-    const OffsetSet& graphemes = _paragraph.measures.getGraphemes();
-    return toRight != part.isRightToLeft() ? graphemes.findFrom(offset + 1, part.end)
-                                           : std::max(part.begin, graphemes.findUpTo(offset - 1));
+    const TextMeasures& measures = _paragraph.measures;
+    return toRight != part.isRightToLeft() ? measures.findNextGrapheme(offset, part.end)
+                                           : std::max(part.begin, measures.findGrapheme(offset - 1));
 }
 
 std::uint32_t LineCarets::resolveEnd(const LinePart& part, bool atRight) const {
@@ -153,14 +153,13 @@ TextHit LineCarets::hitTest(double x) const {
     }
     const double nearest = std::clamp(x, part->x, part->x + std::max(0.0, part->width));
     const std::uint32_t cluster = _layout.findCluster(*part, nearest);
-    const std::uint32_t end = _paragraph.measures.getGraphemes().findFrom(cluster + 1, part->end);
+    const std::uint32_t end = _paragraph.measures.findNextGrapheme(cluster, part->end);
     const double toBegin = std::abs(nearest - _layout.getX(*part, cluster));
-    const double toEnd = std::abs(nearest - _layout.getX(*part, std::min(end, part->end)));
+    const double toEnd = std::abs(nearest - _layout.getX(*part, end));
     hit.cluster = cluster;
     hit.isTrailing = toEnd < toBegin;
     if (x > left && x < right) {
-        hit.place =
-            findPlace(*part, hit.isTrailing ? std::min(end, part->end) : cluster, hit.isTrailing, nearest);
+        hit.place = findPlace(*part, hit.isTrailing ? end : cluster, hit.isTrailing, nearest);
     }
     return hit;
 }

@@ -1,9 +1,7 @@
 #include <TextLayout/Private/LineCharacters.h>
 
+#include <TextLayout/Private/CharacterTraits.h>
 #include <Utils/Public/Utf8.h>
-
-#include <unicode/uchar.h>
-#include <unicode/uscript.h>
 
 namespace Vell::TextLayout {
 
@@ -15,45 +13,6 @@ constexpr unsigned int figureSpace = 0x2007; // white space to UAX #9, glue to U
 constexpr unsigned int lineSeparator = 0x2028;
 constexpr unsigned int paragraphSeparator = 0x2029;
 constexpr unsigned int nextLine = 0x85;
-
-bool isBlank(unsigned int codePoint) {
-    switch (u_charDirection(static_cast<UChar32>(codePoint))) {
-    case U_WHITE_SPACE_NEUTRAL:
-        return codePoint != figureSpace;
-    case U_BLOCK_SEPARATOR:
-    case U_SEGMENT_SEPARATOR:
-    case U_BOUNDARY_NEUTRAL:
-    case U_LEFT_TO_RIGHT_EMBEDDING:
-    case U_RIGHT_TO_LEFT_EMBEDDING:
-    case U_LEFT_TO_RIGHT_OVERRIDE:
-    case U_RIGHT_TO_LEFT_OVERRIDE:
-    case U_POP_DIRECTIONAL_FORMAT:
-    case U_LEFT_TO_RIGHT_ISOLATE:
-    case U_RIGHT_TO_LEFT_ISOLATE:
-    case U_FIRST_STRONG_ISOLATE:
-    case U_POP_DIRECTIONAL_ISOLATE:
-        return true;
-    default:
-        return false;
-    }
-}
-
-bool isIdeographOrKana(unsigned int codePoint) {
-    constexpr unsigned int firstOfTheirBlocks = 0x3005; // the ideographic iteration mark
-    if (codePoint < firstOfTheirBlocks) {
-        return false;
-    }
-    UErrorCode status = U_ZERO_ERROR;
-    switch (uscript_getScript(static_cast<UChar32>(codePoint), &status)) {
-    case USCRIPT_HAN:
-    case USCRIPT_HIRAGANA:
-    case USCRIPT_KATAKANA:
-    case USCRIPT_BOPOMOFO:
-        return true;
-    default:
-        return false;
-    }
-}
 
 LineCharacter classifyAscii(unsigned int codePoint) {
     if (codePoint > ' ') {
@@ -81,10 +40,12 @@ LineCharacter classify(unsigned int codePoint) {
     default:
         break;
     }
-    if (isIdeographOrKana(codePoint)) {
+    const CharacterTraits traits = getTraits(codePoint);
+    if (traits.isIdeographOrKana()) {
         return LineCharacter::Ideograph;
     }
-    return isBlank(codePoint) ? LineCharacter::Blank : LineCharacter::Other;
+    const bool isBlank = traits.isSpaceAtLineEnd() && codePoint != figureSpace;
+    return isBlank ? LineCharacter::Blank : LineCharacter::Other;
 }
 
 } // namespace

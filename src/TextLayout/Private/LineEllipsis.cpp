@@ -21,7 +21,7 @@ BrokenLine takeWhatFits(const TextMeasures& measures, const TabStops& tabs, std:
         if (kind == LineCharacter::Separator || (!isTrailing(kind) && pen > limit)) {
             break;
         }
-        if (!isTrailing(kind) && measures.getGraphemes().contains(cluster.end)) {
+        if (!isTrailing(kind) && measures.isGrapheme(cluster.end)) {
             line = {begin, cluster.end, cluster.end, pen};
         }
     } while (walk.next());

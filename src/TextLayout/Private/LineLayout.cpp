@@ -1,8 +1,7 @@
 #include <TextLayout/Private/LineLayout.h>
 
 #include <TextLayout/Private/RunClusters.h>
-
-#include <unicode/ubidi.h>
+#include <TextLayout/Private/VisualOrder.h>
 
 #include <algorithm>
 #include <utility>
@@ -76,18 +75,18 @@ void LineLayout::addAddition() {
 
 /// Rule L2.
 void LineLayout::orderVisually() {
-    std::vector<UBiDiLevel> levels;
+    std::vector<BidiLevel> levels;
     levels.reserve(_parts.size());
     for (const LinePart& part : _parts) {
-        levels.push_back(static_cast<UBiDiLevel>(part.level));
+        levels.push_back(part.level);
     }
-    std::vector<std::int32_t> order(_parts.size());
-    ubidi_reorderVisual(levels.data(), static_cast<std::int32_t>(levels.size()), order.data());
+    std::vector<std::uint32_t> order;
+    reorderVisually(levels.data(), levels.size(), order);
     std::vector<LinePart> visual;
     visual.reserve(_parts.size());
     double x = _left;
-    for (const std::int32_t index : order) {
-        visual.push_back(_parts[static_cast<std::size_t>(index)]);
+    for (const std::uint32_t index : order) {
+        visual.push_back(_parts[index]);
         visual.back().x = x;
         x += visual.back().width;
     }
@@ -116,16 +115,16 @@ double LineLayout::getX(const LinePart& part, std::uint32_t offset) const {
 }
 
 std::uint32_t LineLayout::findCluster(const LinePart& part, double x) const {
-    const OffsetSet& graphemes = _layout.measures.getGraphemes();
+    const TextMeasures& measures = _layout.measures;
     const double distance = part.isRightToLeft() ? part.x + part.width - x : x - part.x;
     std::uint32_t cluster = part.begin;
     std::uint32_t behind = part.end;
-    std::uint32_t next = graphemes.findFrom(cluster + 1, behind);
+    std::uint32_t next = measures.findNextGrapheme(cluster, behind);
     while (next < behind) {
-        const std::uint32_t middle = std::max(next, graphemes.findUpTo(cluster + (behind - cluster) / 2));
+        const std::uint32_t middle = std::max(next, measures.findGrapheme(cluster + (behind - cluster) / 2));
         if (getDistance(part, middle) <= distance) {
             cluster = middle;
-            next = graphemes.findFrom(cluster + 1, behind);
+            next = measures.findNextGrapheme(cluster, behind);
         } else {
             behind = middle;
         }

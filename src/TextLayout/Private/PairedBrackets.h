@@ -1,11 +1,16 @@
 #pragma once
 
+#include <TextLayout/Private/CharacterTraits.h>
+
 #include <unicode/uchar.h>
 
 namespace Vell::TextLayout {
 
 /// Opening, closing or no paired bracket in the sense of UAX #9.
 inline UBidiPairedBracketType getBracketType(UChar32 codePoint) {
+    if (!getTraits(static_cast<char32_t>(codePoint)).isPairedBracket()) {
+        return U_BPT_NONE;
+    }
     return static_cast<UBidiPairedBracketType>(
         u_getIntPropertyValue(codePoint, UCHAR_BIDI_PAIRED_BRACKET_TYPE));
 }

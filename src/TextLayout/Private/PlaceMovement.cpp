@@ -2,18 +2,20 @@
 
 #include <TextLayout/Private/LineCarets.h>
 
+#include <algorithm>
 #include <optional>
 
 namespace Vell::TextLayout {
 
 namespace {
 
-std::uint32_t getPreviousMember(const OffsetSet& set, std::uint32_t offset) {
-    return offset == 0 ? 0 : set.findUpTo(offset - 1);
+std::size_t findWordEnd(const TextMeasures& measures, std::size_t offset) {
+    return std::min<std::size_t>(measures.getWords().ends.next(offset), measures.getEnd());
 }
 
-std::uint32_t getNextMember(const OffsetSet& set, std::uint32_t offset, std::uint32_t end) {
-    return offset >= end ? end : set.findFrom(offset + 1, end);
+std::size_t findWordBegin(const TextMeasures& measures, std::size_t offset) {
+    const std::size_t begin = measures.getWords().begins.previous(offset);
+    return begin == ByteSet::none ? 0 : begin;
 }
 
 TextPlace getEndOfLine(const ParagraphLayout& layout, std::size_t line) {
@@ -54,13 +56,13 @@ TextPlace movePlace(const ParagraphLayout& layout, TextPlace place, TextMovement
     const auto offset = static_cast<std::uint32_t>(place.offset);
     switch (movement) {
     case TextMovement::NextCluster:
-        return {getNextMember(measures.getGraphemes(), offset, measures.getEnd())};
+        return {measures.findNextGrapheme(offset, measures.getEnd())};
     case TextMovement::PreviousCluster:
-        return {getPreviousMember(measures.getGraphemes(), offset)};
+        return {offset == 0 ? 0 : measures.findGrapheme(offset - 1)};
     case TextMovement::NextWord:
-        return {getNextMember(measures.getWords().ends, offset, measures.getEnd())};
+        return {findWordEnd(measures, offset)};
     case TextMovement::PreviousWord:
-        return {getPreviousMember(measures.getWords().begins, offset)};
+        return {findWordBegin(measures, offset)};
     case TextMovement::Left:
         return moveVisually(layout, place, false);
     case TextMovement::Right:

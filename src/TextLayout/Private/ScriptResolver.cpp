@@ -1,36 +1,22 @@
 #include <TextLayout/Private/ScriptResolver.h>
 
-#include <TextLayout/Private/IcuErrors.h>
 #include <TextLayout/Private/PairedBrackets.h>
 
 #include <algorithm>
 
 namespace Vell::TextLayout {
 
-namespace {
-
-UScriptCode getScript(UChar32 codePoint) {
-    UErrorCode status = U_ZERO_ERROR;
-    const UScriptCode script = uscript_getScript(codePoint, &status);
-    throwIfFailed("uscript_getScript", status);
-    return script;
+ScriptCode getScriptCode(UScriptCode script) {
+    const char* const name = uscript_getShortName(script);
+    return ScriptCode({name[0], name[1], name[2], name[3], '\0'});
 }
 
-} // namespace
-
-UScriptCode ScriptResolver::resolve(UChar32 codePoint) {
-    const UScriptCode script = getScript(codePoint);
-    if (script != USCRIPT_COMMON && script != USCRIPT_INHERITED) {
-        take(script);
-        return _current;
-    }
-    const UBidiPairedBracketType type = getBracketType(codePoint);
-    if (type == U_BPT_OPEN) {
+void ScriptResolver::followBracket(UChar32 codePoint) {
+    if (getBracketType(codePoint) == U_BPT_OPEN) {
         open(getClosingBracket(codePoint));
-    } else if (type == U_BPT_CLOSE) {
+    } else {
         close(getCanonicalBracket(codePoint));
     }
-    return _current;
 }
 
 void ScriptResolver::take(UScriptCode script) {

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <TextLayout/Private/CharacterTraits.h>
+#include <TextLayout/Public/ScriptRuns.h>
+
 #include <unicode/uscript.h>
 
 #include <array>
@@ -7,11 +10,22 @@
 
 namespace Vell::TextLayout {
 
+ScriptCode getScriptCode(UScriptCode script);
+
 /// Gives each code point of a text the script of its run, from the front to the back.
 class ScriptResolver {
 public:
     /// USCRIPT_COMMON until the first code point that has a script, never again behind it.
-    UScriptCode resolve(UChar32 codePoint);
+    UScriptCode resolve(char32_t codePoint, CharacterTraits traits) {
+        if (!traits.takesScriptOfOthers()) {
+            if (traits.getScript() != _current) {
+                take(traits.getScript());
+            }
+        } else if (traits.isPairedBracket()) {
+            followBracket(static_cast<UChar32>(codePoint));
+        }
+        return _current;
+    }
 
 private:
     struct OpenBracket {
@@ -20,6 +34,7 @@ private:
     };
 
     void take(UScriptCode script);
+    void followBracket(UChar32 codePoint);
     void open(UChar32 closing);
     void close(UChar32 closing);
 

@@ -1,8 +1,8 @@
 #include <TextLayout/Private/TextMeasures.h>
 
+#include <TextLayout/Private/ClusterFinder.h>
 #include <TextLayout/Private/LineCharacters.h>
 #include <TextLayout/Private/ShapingService.h>
-#include <TextLayout/Public/TextBoundaries.h>
 
 #include <algorithm>
 #include <iterator>
@@ -11,15 +11,6 @@
 namespace Vell::TextLayout {
 
 namespace {
-
-OffsetSet findGraphemes(const std::string& text) {
-    OffsetSet graphemes(static_cast<std::uint32_t>(text.size()));
-    for (const std::size_t boundary : findGraphemeBoundaries(text)) {
-        graphemes.insert(static_cast<std::uint32_t>(boundary));
-    }
-    graphemes.insert(0); // of an empty text, too
-    return graphemes;
-}
 
 std::vector<std::uint32_t> orderLogically(const std::vector<ShapedRun>& runs) {
     std::vector<std::uint32_t> order(runs.size());
@@ -37,7 +28,7 @@ FontMeasures measureEmptyText(const ShapedText& text) {
         return {};
     }
     const auto space =
-        text.getService()->shape(" ", text.getStyles().front(), ParagraphDirection::LeftToRight);
+        text.getService()->shape(" ", {{0, 1, text.getStyles().front()}}, ParagraphDirection::LeftToRight);
     return space->getFonts().empty() ? FontMeasures{} : measureFont(space->getFonts().front());
 }
 
@@ -45,7 +36,7 @@ FontMeasures measureEmptyText(const ShapedText& text) {
 
 TextMeasures::TextMeasures(const ShapedText& text)
     : _text(text)
-    , _graphemes(findGraphemes(text.getText()))
+    , _graphemes(findClusterStarts(text.getText()))
     , _pens(text)
     , _runs(orderLogically(text.getRuns()))
     , _atoms(findLineAtoms(text, _runs, _pens, _graphemes))
@@ -54,6 +45,17 @@ TextMeasures::TextMeasures(const ShapedText& text)
 const WordBoundaries& TextMeasures::getWords() const {
     std::call_once(_wordsOnce, [this] { _words = std::make_unique<const WordBoundaries>(_text.getText()); });
     return *_words;
+}
+
+std::uint32_t TextMeasures::findGrapheme(std::uint32_t offset) const {
+    if (offset == 0 || _graphemes.test(offset)) {
+        return offset;
+    }
+    return static_cast<std::uint32_t>(_graphemes.previous(offset));
+}
+
+std::uint32_t TextMeasures::findNextGrapheme(std::uint32_t offset, std::uint32_t end) const {
+    return static_cast<std::uint32_t>(std::min<std::size_t>(_graphemes.next(offset), end));
 }
 
 std::size_t TextMeasures::findRun(std::uint32_t offset) const {
@@ -83,7 +85,7 @@ std::uint32_t TextMeasures::findContentEnd(std::uint32_t begin, std::uint32_t en
     if (begin == end) {
         return end;
     }
-    const std::uint32_t last = _graphemes.findUpTo(end - 1);
+    const std::uint32_t last = findGrapheme(end - 1);
     const bool isSeparator = getLineCharacter(_text.getText(), last).kind == LineCharacter::Separator;
     return isSeparator ? std::max(begin, last) : end;
 }
@@ -98,8 +100,8 @@ double TextMeasures::getDistance(const ShapedRun& run, std::uint32_t offset) con
     if (offset <= cluster.begin) {
         return before;
     }
-    const std::uint32_t passed = _graphemes.count(cluster.begin + 1, offset + 1);
-    const std::uint32_t all = _graphemes.count(cluster.begin + 1, cluster.end) + 1;
+    const std::size_t passed = _graphemes.count(cluster.begin + 1, offset + 1);
+    const std::size_t all = _graphemes.count(cluster.begin + 1, cluster.end) + 1;
     const double width = _pens.get(run, cluster.glyphEnd) - left;
     return before + width * static_cast<double>(passed) / static_cast<double>(all);
 }

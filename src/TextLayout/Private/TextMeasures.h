@@ -1,7 +1,7 @@
 #pragma once
 
+#include <TextLayout/Private/ByteSet.h>
 #include <TextLayout/Private/LineAtoms.h>
-#include <TextLayout/Private/OffsetSet.h>
 #include <TextLayout/Private/PenPositions.h>
 #include <TextLayout/Private/WordBoundaries.h>
 #include <TextLayout/Public/ShapedText.h>
@@ -25,8 +25,12 @@ public:
     const ShapedText& getText() const { return _text; }
     std::uint32_t getEnd() const { return static_cast<std::uint32_t>(_text.getText().size()); }
 
-    /// Where extended grapheme clusters begin, and the end of the text.
-    const OffsetSet& getGraphemes() const { return _graphemes; }
+    /// Whether an extended grapheme cluster begins there, or the text ends.
+    bool isGrapheme(std::uint32_t offset) const { return _graphemes.test(offset); }
+    /// The beginning of the grapheme cluster that a byte belongs to; at the end of the text, the end.
+    std::uint32_t findGrapheme(std::uint32_t offset) const;
+    /// The beginning of the next grapheme cluster, or the end of the text, or `end` if that is less.
+    std::uint32_t findNextGrapheme(std::uint32_t offset, std::uint32_t end) const;
     const PenPositions& getPens() const { return _pens; }
     const LineAtoms& getLineAtoms() const { return _atoms; }
     /// Computed on the first call.
@@ -57,7 +61,7 @@ public:
 
 private:
     const ShapedText& _text;
-    OffsetSet _graphemes;
+    ByteSet _graphemes;
     PenPositions _pens;
     std::vector<std::uint32_t> _runs; ///< in logical order
     LineAtoms _atoms;

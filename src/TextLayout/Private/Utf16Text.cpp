@@ -15,8 +15,14 @@ void checkLength(std::string_view text) {
 }
 
 std::u16string toUtf16(std::string_view text) {
-    checkLength(text);
     std::u16string units;
+    toUtf16(text, units);
+    return units;
+}
+
+void toUtf16(std::string_view text, std::u16string& units) {
+    checkLength(text);
+    units.clear();
     units.reserve(text.size());
     const char* const end = text.data() + text.size();
     for (const char* position = text.data(); position != end;) {
@@ -28,7 +34,6 @@ std::u16string toUtf16(std::string_view text) {
             units.push_back(static_cast<char16_t>(U16_TRAIL(codePoint)));
         }
     }
-    return units;
 }
 
 std::size_t ByteCursor::moveTo(std::size_t unit) {

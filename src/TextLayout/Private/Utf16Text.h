@@ -12,6 +12,9 @@ void checkLength(std::string_view text);
 /// The text as ICU reads it. Each ill-formed part is one U+FFFD, as decodeUtf8 decodes it. Calls checkLength.
 std::u16string toUtf16(std::string_view text);
 
+/// The same, in place of what `units` held.
+void toUtf16(std::string_view text, std::u16string& units);
+
 /// Translates offsets in the result of toUtf16 into byte offsets of the text, from the front to the back.
 class ByteCursor {
 public:

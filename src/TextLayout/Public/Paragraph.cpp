@@ -30,7 +30,7 @@ std::uint32_t toOffset(const ParagraphLayout& layout, std::size_t offset) {
 
 /// The place before the grapheme cluster that an offset is in.
 TextPlace toPlace(const ParagraphLayout& layout, TextPlace place) {
-    return {layout.measures.getGraphemes().findUpTo(toOffset(layout, place.offset)), place.affinity};
+    return {layout.measures.findGrapheme(toOffset(layout, place.offset)), place.affinity};
 }
 
 TextHit hitLine(const ParagraphLayout& layout, std::size_t line, float x) {
@@ -75,10 +75,11 @@ TextHit Paragraph::hitTest(cinder::Vec2<float> point) const {
 }
 
 std::vector<TextRectangle> Paragraph::makeSelection(std::size_t begin, std::size_t end) const {
-    const OffsetSet& graphemes = _layout->measures.getGraphemes();
-    const std::uint32_t first = graphemes.findUpTo(toOffset(*_layout, std::min(begin, end)));
+    const TextMeasures& measures = _layout->measures;
+    const std::uint32_t first = measures.findGrapheme(toOffset(*_layout, std::min(begin, end)));
+    const std::uint32_t inLast = toOffset(*_layout, std::max(begin, end));
     const std::uint32_t last =
-        graphemes.findFrom(toOffset(*_layout, std::max(begin, end)), _layout->measures.getEnd());
+        measures.isGrapheme(inLast) ? inLast : measures.findNextGrapheme(inLast, measures.getEnd());
     std::vector<TextRectangle> rectangles;
     const std::vector<ParagraphLine>& lines = _layout->lines;
     for (std::size_t line = _layout->findLine({first}); line < lines.size() && lines[line].begin < last;

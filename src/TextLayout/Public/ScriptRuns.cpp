@@ -1,21 +1,11 @@
 #include <TextLayout/Public/ScriptRuns.h>
 
-#include <TextLayout/Private/IcuErrors.h>
 #include <TextLayout/Private/ScriptResolver.h>
 #include <TextLayout/Private/Utf16Text.h>
 
 #include <Utils/Public/Utf8.h>
 
 namespace Vell::TextLayout {
-
-namespace {
-
-ScriptCode getScriptCode(UScriptCode script) {
-    const char* const name = uscript_getShortName(script);
-    return ScriptCode({name[0], name[1], name[2], name[3], '\0'});
-}
-
-} // namespace
 
 std::vector<ScriptRun> findScriptRuns(std::string_view text) {
     checkLength(text);
@@ -25,7 +15,8 @@ std::vector<ScriptRun> findScriptRuns(std::string_view text) {
     const char* const end = text.data() + text.size();
     for (const char* position = text.data(); position != end;) {
         const auto begin = static_cast<std::size_t>(position - text.data());
-        const UScriptCode script = resolver.resolve(static_cast<UChar32>(decodeUtf8(position, end)));
+        const char32_t codePoint = decodeUtf8(position, end);
+        const UScriptCode script = resolver.resolve(codePoint, getTraits(codePoint));
         if (runs.empty() || (script != current && current != USCRIPT_COMMON)) {
             runs.push_back({begin, begin, getScriptCode(script)});
         } else if (script != current) {

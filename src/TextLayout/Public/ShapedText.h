@@ -43,8 +43,8 @@ struct RunFont {
     float letterSpacing; ///< in the units of the font size
 
     /// A distance in font units, in the units of the font size.
-    float toUnits(std::int32_t fontUnits) const {
-        return font.getFontSize() * (static_cast<float>(fontUnits) / static_cast<float>(getUnitsPerEM()));
+    float toUnits(float fontUnits) const {
+        return font.getFontSize() * (fontUnits / static_cast<float>(getUnitsPerEM()));
     }
     unsigned short getUnitsPerEM() const { return font.getFace()->getHandle()->units_per_EM; }
 };

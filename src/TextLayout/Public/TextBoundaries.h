@@ -29,4 +29,16 @@ struct LineBreak {
 /// spaces between words, a dictionary or a model of ICU finds the words.
 VELL_API std::vector<LineBreak> findLineBreaks(std::string_view text);
 
+/// The end of a part of a text that UAX #29 does not divide when it looks for words. The part is a word if
+/// it has letters, digits, kana or ideographs; otherwise it is a space, a sign or a line separator.
+struct WordBoundary {
+    std::size_t offset;
+    bool isBehindWord;
+};
+
+/// Every boundary between the words of a text and what stands between words. The last one is the end of the
+/// text, and none is 0; an empty text has none. A colon ends a word, even between letters, as CLDR has it. A
+/// dictionary or a model of ICU finds the words of Chinese, Japanese, Thai, Lao, Khmer and Burmese.
+VELL_API std::vector<WordBoundary> findWordBoundaries(std::string_view text);
+
 } // namespace Vell::TextLayout

@@ -16,6 +16,8 @@
 
 namespace Vell::TextLayout {
 
+class TextShaping;
+
 /// Turns texts into glyphs, in every script: finds directions, scripts and fallback fonts, and lets HarfBuzz
 /// shape the runs.
 ///
@@ -63,7 +65,7 @@ public:
     VELL_API void flush();
 
 private:
-    std::shared_ptr<ShapingService> _service;
+    std::shared_ptr<const TextShaping> _service;
 };
 
 } // namespace Vell::TextLayout

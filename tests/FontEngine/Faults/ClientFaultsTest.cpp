@@ -9,6 +9,7 @@
 #include <support/Type1Font.h>
 #include <support/spy/FreeTypeSpy.h>
 
+#include <FontEngine/Renderer/FE_GlyphOutlines.h>
 #include <FontEngine/Renderer/FE_RasterTextPainter.h>
 #include <FontEngine/Renderer/FE_VectorTextPainter.h>
 
@@ -54,6 +55,12 @@ std::string layOut(const Engine& engine, RecordingPainter& painter) {
     return describe(run.getGlyphs().at(1).getPath().get());
 }
 
+std::string fetch(const Engine& engine, RecordingPainter& painter) {
+    const unsigned short glyphs[] = {TestGlyph::a, TestGlyph::a};
+    const auto paths = fetchOutlines(Testing::makeFaceInfo(), engine.getFace(), 10.0F, glyphs, 2, painter);
+    return describe(paths.at(1).get());
+}
+
 std::string draw(const Engine& engine, RecordingPainter& painter) {
     VectorTextPainter(painter).drawText("AA", Testing::makeExtFontInfo(), engine.getFont());
     return describe(painter.getDrawnPaths().at(1).path);
@@ -85,7 +92,7 @@ std::set<std::string> throwFromEach(const Testing::Bytes& font, Drawing drawing)
 TEST(ClientFaults, OfPathsReachTheClientWithoutCrossingFreeType) {
     const std::set<std::string> trueType = {"beginPath", "moveTo", "lineTo", "quadTo", "takePath"};
     const std::set<std::string> type1 = {"beginPath", "moveTo", "lineTo", "cubicTo", "takePath"};
-    for (const Drawing drawing : {getPath, layOut}) {
+    for (const Drawing drawing : {getPath, layOut, fetch}) {
         EXPECT_EQ(throwFromEach(buildTrueType(), drawing), trueType);
         EXPECT_EQ(throwFromEach(buildType1(), drawing), type1);
     }

@@ -1,8 +1,12 @@
 #include <FontEngine/Faults/Operations.h>
 
 #include <FontEngine/Renderer/FE_BitmapGlyphRun.h>
+#include <FontEngine/Renderer/FE_GlyphOutlines.h>
+#include <FontEngine/Renderer/FE_PlacedGlyphRun.h>
 #include <FontEngine/Renderer/FE_RasterTextPainter.h>
 #include <FontEngine/Renderer/FE_VectorTextPainter.h>
+
+#include <utility>
 
 namespace Vell::FontEngine {
 
@@ -96,12 +100,34 @@ std::string buildOutline(World& world) {
     return FontEngine::describe(face->getOutlineGlyphPath(key, world.painter).get());
 }
 
-std::string layOutRaster(World& world) {
-    const BitmapGlyphRun run = RasterTextPainter(world.painter, world.glyphPainter, false)
-                                   .createGlyphRun(text, makeExtFontInfo(), world.getFont(), 1.0F, {1, 1});
+std::string describe(const BitmapGlyphRun& run) {
     std::string line;
     for (const BitmapGlyph& glyph : run.getGlyphs()) {
         line += FontEngine::describe(glyph.getData().get()) + '\n';
+    }
+    return line;
+}
+
+std::string layOutRaster(World& world) {
+    return describe(RasterTextPainter(world.painter, world.glyphPainter, false)
+                        .createGlyphRun(text, makeExtFontInfo(), world.getFont(), 1.0F, {1, 1}));
+}
+
+std::string placeRaster(World& world) {
+    const std::vector<PlacedGlyph> glyphs = {{TestGlyph::a, true, 'A', {0, 0}},
+                                             {TestGlyph::underscore, true, '_', {6.25F, 1}}};
+    PlacedGlyphRun placed(1.0F, {1, 1}, false, 1); // the second glyph makes it grow
+    for (const PlacedGlyph& glyph : glyphs) {
+        placed.append(makeFaceInfo(), world.getFace(), 10.0F, &glyph, 1);
+    }
+    return describe(std::move(placed).finish());
+}
+
+std::string fetchPaths(World& world) {
+    const unsigned short glyphs[] = {TestGlyph::a, TestGlyph::underscore, TestGlyph::x};
+    std::string line;
+    for (const auto& path : fetchOutlines(makeFaceInfo(), world.getFace(), 10.0F, glyphs, 3, world.painter)) {
+        line += FontEngine::describe(path.get()) + '\n';
     }
     return line;
 }
@@ -174,6 +200,8 @@ const std::vector<Operation>& getOperations() {
         {"getOutlineGlyphPath", openFace, buildOutline},
         {"RasterTextPainter::createGlyphRun", openFace, layOutRaster},
         {"VectorTextPainter::createGlyphRun", openFace, layOutVector},
+        {"PlacedGlyphRun::append", openFace, placeRaster},
+        {"fetchOutlines", openFace, fetchPaths},
         {"RasterTextPainter::drawText", openFace, drawRaster},
         {"VectorTextPainter::drawText", openFace, drawVector},
         {"flush", openFace, flush, false},

@@ -124,6 +124,21 @@ TEST(PainterReentrancy, MayReleaseTheFactory) {
     EXPECT_EQ(face->getOutlineGlyphPath(key, painter), nullptr) << "it has gone";
 }
 
+TEST(PainterReentrancy, MayReleaseTheFactoryOfATextThatIsLaidOut) {
+    auto engine = std::make_unique<Engine>();
+    const Font font = engine->getFont();
+    const std::weak_ptr<const FontFactory> factory = std::shared_ptr<const FontFactory>(engine->factory);
+    CallingPainter painter;
+    painter.call = [&] {
+        engine.reset();
+        EXPECT_FALSE(factory.expired()) << "the layout needs it for the other glyphs";
+    };
+    const OutlineGlyphRun run =
+        VectorTextPainter(painter).createGlyphRun("A_x", Testing::makeExtFontInfo(), font);
+    EXPECT_EQ(run.getGlyphs().size(), 3U);
+    EXPECT_TRUE(factory.expired());
+}
+
 std::string drawVector(const Engine& engine, Testing::RecordingPainter& painter) {
     VectorTextPainter(painter).drawText("A_xA", Testing::makeExtFontInfo(), engine.getFont());
     std::string drawn;

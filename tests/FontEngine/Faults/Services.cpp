@@ -3,10 +3,13 @@
 #include <support/RecordingGlyphPainter.h>
 #include <support/RecordingPainter.h>
 
+#include <FontEngine/Renderer/FE_GlyphOutlines.h>
+#include <FontEngine/Renderer/FE_PlacedGlyphRun.h>
 #include <FontEngine/Renderer/FE_RasterTextPainter.h>
 #include <FontEngine/Renderer/FE_VectorTextPainter.h>
 
 #include <cstdlib>
+#include <utility>
 
 namespace Vell::FontEngine {
 
@@ -55,6 +58,15 @@ std::string layOutRaster(const Engine&, const FacePtr& face, const char* text, f
     return run.getGlyphs().empty() ? "null" : describe(run.getGlyphs().front().getData().get());
 }
 
+std::string placeRaster(const Engine&, const FacePtr& face, const char* text, float size) {
+    const KeyFields key = makeKey(face, text, size);
+    const PlacedGlyph glyph{static_cast<unsigned short>(key.glyph), key.isLast, key.unicode, {0, 0}};
+    PlacedGlyphRun placed(key.ratio, key.scale, false, 1);
+    placed.append(key.face, face, size, &glyph, 1);
+    const BitmapGlyphRun run = std::move(placed).finish();
+    return run.getGlyphs().empty() ? "null" : describe(run.getGlyphs().front().getData().get());
+}
+
 std::string drawRaster(const Engine&, const FacePtr& face, const char* text, float size) {
     RecordingPainter painter;
     RecordingGlyphPainter glyphPainter;
@@ -88,6 +100,13 @@ std::string layOutVector(const Engine&, const FacePtr& face, const char* text, f
     return run.getGlyphs().empty() ? "null" : describe(run.getGlyphs().front().getPath().get());
 }
 
+std::string fetchOutline(const Engine&, const FacePtr& face, const char* text, float size) {
+    RecordingPainter painter;
+    const KeyFields key = makeKey(face, text, size);
+    const auto glyph = static_cast<unsigned short>(key.glyph);
+    return describe(fetchOutlines(key.face, face, size, &glyph, 1, painter).at(0).get());
+}
+
 std::string drawVector(const Engine&, const FacePtr& face, const char* text, float size) {
     RecordingPainter painter;
     const Font font = makeFont(face, size);
@@ -105,6 +124,7 @@ const std::vector<Service>& getBitmapServices() {
     static const std::vector<Service> services = {{"FontFactory::getBitmapGlyph", requestBitmapFromFactory},
                                                   {"FontFace::getBitmapGlyph", requestBitmapFromFace},
                                                   {"RasterTextPainter::createGlyphRun", layOutRaster},
+                                                  {"PlacedGlyphRun::append", placeRaster},
                                                   {"RasterTextPainter::drawText", drawRaster}};
     return services;
 }
@@ -114,6 +134,7 @@ const std::vector<Service>& getOutlineServices() {
         {"FontFactory::getOutlineGlyphPath", requestOutlineFromFactory},
         {"FontFace::getOutlineGlyphPath", requestOutlineFromFace},
         {"VectorTextPainter::createGlyphRun", layOutVector},
+        {"fetchOutlines", fetchOutline},
         {"VectorTextPainter::drawText", drawVector}};
     return services;
 }

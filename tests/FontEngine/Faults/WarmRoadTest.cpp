@@ -5,6 +5,8 @@
 #include <support/FailingAllocations.h>
 #include <support/RecordingPainter.h>
 
+#include <FontEngine/Renderer/FE_GlyphOutlines.h>
+#include <FontEngine/Renderer/FE_PlacedGlyphRun.h>
 #include <FontEngine/Renderer/FE_RasterTextPainter.h>
 #include <FontEngine/Renderer/FE_VectorTextPainter.h>
 #include <Utils/Public/Ptr/PtrUtils.h>
@@ -13,6 +15,8 @@
 
 #include <new>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace Vell::FontEngine {
 namespace {
@@ -76,6 +80,36 @@ TEST(WarmRoad, AllocatesOncePerVectorRun) {
     road.vector.createGlyphRun(text, road.extFontInfo, road.font);
     const FailingAllocations second(2);
     EXPECT_EQ(road.vector.createGlyphRun(text, road.extFontInfo, road.font).getGlyphs().size(), 6U);
+    EXPECT_FALSE(second.hasFailed());
+}
+
+TEST(WarmRoad, AllocatesOncePerRunOfPlacedGlyphs) {
+    WarmRoad road;
+    const auto faceInfo = road.font.getFontInfo()->getFontFaceInfo();
+    const std::vector<PlacedGlyph> glyphs(100, {TestGlyph::a, true, 'A', {3, 4}});
+    const auto place = [&] {
+        PlacedGlyphRun placed(1.0F, {1, 1}, false, 200);
+        placed.append(faceInfo, road.font.getFace(), 10.0F, glyphs.data(), glyphs.size());
+        placed.append(faceInfo, road.font.getFace(), 10.0F, glyphs.data(), glyphs.size());
+        return std::move(placed).finish().getGlyphs().size();
+    };
+    place();
+    const FailingAllocations second(2);
+    EXPECT_EQ(place(), 200U);
+    EXPECT_FALSE(second.hasFailed());
+}
+
+TEST(WarmRoad, AllocatesOncePerFetchOfOutlines) {
+    WarmRoad road;
+    const auto faceInfo = road.font.getFontInfo()->getFontFaceInfo();
+    const std::vector<unsigned short> glyphs(100, TestGlyph::a);
+    const auto fetch = [&] {
+        return fetchOutlines(faceInfo, road.font.getFace(), 10.0F, glyphs.data(), glyphs.size(), road.painter)
+            .size();
+    };
+    fetch();
+    const FailingAllocations second(2);
+    EXPECT_EQ(fetch(), 100U);
     EXPECT_FALSE(second.hasFailed());
 }
 

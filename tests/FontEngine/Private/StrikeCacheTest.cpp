@@ -284,5 +284,28 @@ TEST(StrikeCache, MayBeEmptiedWhileAnEntryIsMade) {
     EXPECT_EQ(cache.getFigures().entries, 2U);
 }
 
+/// Requests an entry whose making requests the entry before it, and so on down to number 0.
+std::uint32_t requestNested(const NumberCache& cache, OneRoad& one, std::uint32_t number) {
+    const RecursiveLock lock(cache.getMutex());
+    cache.prepare(one.handle, one.face);
+    const auto& node = cache.getOrPut(one.makeKey(number), [&] {
+        return makeNode(number == 0 ? 0 : requestNested(cache, one, number - 1) + 1);
+    });
+    cache.remember(one.handle, number, node);
+    return node.getValue().data->number;
+}
+
+TEST(StrikeCache, ForgoesEntriesWhoseRoomWasUsedWhileTheyWereMade) {
+    constexpr std::uint32_t outermost = 12; // the first prepare makes room for fewer entries
+    const NumberCache cache;
+    OneRoad one;
+    EXPECT_EQ(requestNested(cache, one, outermost), outermost);
+    EXPECT_NE(find(cache, one, 0), nullptr) << "added first";
+    EXPECT_EQ(find(cache, one, outermost), nullptr);
+    EXPECT_EQ(requestByHandle(cache, one.handle, one.makeKey(outermost)), outermost);
+    EXPECT_NE(find(cache, one, outermost), nullptr) << "the next request makes room";
+    EXPECT_EQ(cache.getFigures().misses, outermost + 1);
+}
+
 } // namespace
 } // namespace Vell::FontEngine::Internal

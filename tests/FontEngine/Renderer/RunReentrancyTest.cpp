@@ -1,5 +1,6 @@
 // Client code empties the caches, throws, or lays out text while a run calls it.
 
+#include <FontEngine/Engine.h>
 #include <FontEngine/Renderer/LookUpModel.h>
 
 #include <support/ClientDescriptions.h>
@@ -13,6 +14,7 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <thread>
 
 namespace Vell::FontEngine {
@@ -272,6 +274,23 @@ TEST(RunReentrancy, MayLayOutWhileALayoutEvictsGlyphs) {
         EXPECT_EQ(inside[0], other);
         EXPECT_EQ(describe(layOut(plain, engine.getFont(10.0F))), expected);
     }
+}
+
+TEST(RunReentrancy, MayReleaseTheFactoryWhileALayoutEvictsGlyphs) {
+    auto engine = std::make_unique<Engine>();
+    const Font font = engine->getFont();
+    const std::weak_ptr<const FontFactory> factory = std::shared_ptr<const FontFactory>(engine->factory);
+    engine->factory->reset(0, 1); // each glyph evicts the one before it
+    const auto end = [&] {
+        engine.reset();
+        EXPECT_FALSE(factory.expired()) << "the layout needs it for the other glyphs";
+    };
+    layOut(describeEnding(end, 10.0F), font, "A");
+    EXPECT_NE(engine, nullptr) << "the cache still has the description";
+    const BitmapGlyphRun run = layOut(Testing::makeExtFontInfo(), font, "_xA");
+    EXPECT_EQ(engine, nullptr);
+    EXPECT_EQ(run.getGlyphs().size(), 3U);
+    EXPECT_TRUE(factory.expired());
 }
 
 TEST(RunReentrancy, MayEmptyTheCachesWhenARunIsDestroyed) {

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+namespace Vell::TextLayout {
+
+/// A set of byte offsets into a text, its end included. Costs a bit for each byte.
+class ByteSet {
+public:
+    /// What next() and previous() return if there is no such offset.
+    static constexpr std::size_t none = SIZE_MAX;
+
+    ByteSet() = default;
+
+    /// An empty set of offsets up to `last`, inclusive.
+    explicit ByteSet(std::size_t last)
+        : _words(last / wordBits + 1) {}
+
+    /// Requires an offset within the limit.
+    bool test(std::size_t offset) const {
+        return (_words[offset / wordBits] >> (offset % wordBits) & 1U) != 0;
+    }
+
+    /// The first offset of the set that is greater than `offset`.
+    std::size_t next(std::size_t offset) const;
+
+    /// The last offset of the set that is less than `offset`.
+    std::size_t previous(std::size_t offset) const;
+
+    /// How many offsets the set has. Costs a step for each word of the set.
+    std::size_t count() const;
+
+    /// How many offsets of the set are at least `begin` and less than `end`, which is within the limit.
+    std::size_t count(std::size_t begin, std::size_t end) const;
+
+    /// Requires an offset within the limit.
+    void insert(std::size_t offset) { _words[offset / wordBits] |= std::uint64_t{1} << (offset % wordBits); }
+
+private:
+    static constexpr std::size_t wordBits = 64;
+
+    std::vector<std::uint64_t> _words;
+};
+
+} // namespace Vell::TextLayout

@@ -1,0 +1,88 @@
+#include <TextLayout/Private/CharacterTraits.h>
+
+#include <TextLayout/Private/BidiClasses.h>
+
+#include <memory>
+
+namespace Vell::TextLayout {
+
+namespace {
+
+static_assert(USCRIPT_CODE_LIMIT <= 256, "a script has one byte");
+
+UScriptCode findScript(UChar32 codePoint) {
+    UErrorCode status = U_ZERO_ERROR; // no code point leads to an error
+    return uscript_getScript(codePoint, &status);
+}
+
+/// Viramas join consonants to conjuncts, whose cluster ICU keeps whole.
+bool isVirama(UChar32 codePoint) {
+    return u_getIntPropertyValue(codePoint, UCHAR_INDIC_SYLLABIC_CATEGORY) == U_INSC_VIRAMA;
+}
+
+ClusterRole findClusterRole(UChar32 codePoint) {
+    switch (u_getIntPropertyValue(codePoint, UCHAR_GRAPHEME_CLUSTER_BREAK)) {
+    case U_GCB_OTHER:
+    case U_GCB_LV:
+    case U_GCB_LVT:
+        return ClusterRole::Base;
+    case U_GCB_CONTROL:
+    case U_GCB_CR:
+    case U_GCB_LF:
+        return ClusterRole::Control;
+    case U_GCB_EXTEND:
+    case U_GCB_SPACING_MARK:
+        return isVirama(codePoint) ? ClusterRole::Complex : ClusterRole::Extending;
+    default: // ZWJ, prepended characters, jamo, regional indicators
+        return ClusterRole::Complex;
+    }
+}
+
+bool isIdeographic(UChar32 codePoint, UScriptCode script) {
+    return script == USCRIPT_HIRAGANA || script == USCRIPT_KATAKANA ||
+           u_hasBinaryProperty(codePoint, UCHAR_IDEOGRAPHIC);
+}
+
+} // namespace
+
+CharacterTraits::CharacterTraits(char32_t character) {
+    const auto codePoint = static_cast<UChar32>(character);
+    const UScriptCode script = findScript(codePoint);
+    const UCharDirection bidiClass = u_charDirection(codePoint);
+    const std::uint32_t classMask = U_MASK(bidiClass);
+    _script = static_cast<std::uint8_t>(script);
+    _bidiClass = static_cast<std::uint8_t>(bidiClass);
+    _flags = static_cast<std::uint16_t>(static_cast<unsigned int>(findClusterRole(codePoint)) << roleShift);
+    const auto add = [this](Flag flag, bool holds) {
+        if (holds) {
+            _flags = static_cast<std::uint16_t>(_flags | flag);
+        }
+    };
+    add(scriptOfOthers, script == USCRIPT_COMMON || script == USCRIPT_INHERITED);
+    add(pairedBracket, u_getIntPropertyValue(codePoint, UCHAR_BIDI_PAIRED_BRACKET_TYPE) != U_BPT_NONE);
+    add(raisesLevels, (classMask & BidiClasses::raisingInLeftToRight) != 0);
+    add(removed, (classMask & BidiClasses::removed) != 0);
+    add(spaceAtLineEnd, (classMask & BidiClasses::spaceAtLineEnd) != 0);
+    add(mark, (U_GET_GC_MASK(codePoint) & U_GC_M_MASK) != 0);
+    add(defaultIgnorable, u_hasBinaryProperty(codePoint, UCHAR_DEFAULT_IGNORABLE_CODE_POINT) != 0);
+    add(variationSelector, u_hasBinaryProperty(codePoint, UCHAR_VARIATION_SELECTOR) != 0);
+    add(emojiPresentation, u_hasBinaryProperty(codePoint, UCHAR_EMOJI_PRESENTATION) != 0);
+    add(extendedPictographic, u_hasBinaryProperty(codePoint, UCHAR_EXTENDED_PICTOGRAPHIC) != 0);
+    add(ideographOrKana, isIdeographic(codePoint, script));
+}
+
+CharacterTraitsPages characterTraitsPages;
+
+const CharacterTraitsPages::Page& CharacterTraitsPages::make(std::size_t index) {
+    auto made = std::make_unique<Page>();
+    auto codePoint = static_cast<char32_t>(index * pageSize);
+    for (CharacterTraits& traits : *made) {
+        traits = CharacterTraits(codePoint++);
+    }
+    const Page* known = nullptr;
+    const bool isFirst = _pages[index].compare_exchange_strong(known, made.get(), std::memory_order_acq_rel,
+                                                               std::memory_order_acquire);
+    return isFirst ? *made.release() : *known;
+}
+
+} // namespace Vell::TextLayout

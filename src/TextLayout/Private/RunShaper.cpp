@@ -1,0 +1,336 @@
+#include <TextLayout/Private/RunShaper.h>
+
+#include <TextLayout/Private/CharacterTraits.h>
+#include <TextLayout/Private/TextCharacters.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <mutex>
+#include <utility>
+
+namespace Vell::TextLayout {
+
+namespace {
+
+bool isRightToLeft(const RunToShape& run) {
+    return HB_DIRECTION_IS_BACKWARD(run.properties.direction);
+}
+
+/// The settings for the bytes of a part; those that hold for all of it hold for any text.
+std::vector<hb_feature_t> selectFeatures(const std::vector<TextFeature>& features, const TextPart& part) {
+    std::vector<hb_feature_t> selected;
+    for (const TextFeature& feature : features) {
+        if (feature.begin >= part.end || feature.end <= part.begin) {
+            continue;
+        }
+        const bool isForAll = feature.begin <= part.begin && feature.end >= part.end;
+        selected.push_back({feature.tag, feature.value,
+                            isForAll ? HB_FEATURE_GLOBAL_START : static_cast<unsigned int>(feature.begin),
+                            isForAll
+                                ? HB_FEATURE_GLOBAL_END
+                                : static_cast<unsigned int>(std::min<std::size_t>(feature.end, part.end))});
+    }
+    return selected;
+}
+
+bool holdForWholeText(const std::vector<hb_feature_t>& features) {
+    return std::all_of(features.begin(), features.end(), [](const hb_feature_t& feature) {
+        return feature.start == HB_FEATURE_GLOBAL_START && feature.end == HB_FEATURE_GLOBAL_END;
+    });
+}
+
+} // namespace
+
+/// Shapes a run word by word. A word is what stands between characters that stand for themselves, such as
+/// spaces.
+class RunShaper::WordWise {
+public:
+    WordWise(RunShaper& shaper, const RunToShape& run, ShapePlan& plan)
+        : _caches(shaper._caches)
+        , _text(shaper._text)
+        , _clusterStarts(shaper._clusterStarts)
+        , _glyphs(shaper._glyphs)
+        , _buffer(shaper._buffer)
+        , _run(run)
+        , _plan(plan)
+        , _lock(shaper._caches.mutex)
+        , _hasFreeSpaces(plan.findFreeGlyph(U' ') != nullptr) {}
+
+    void append() {
+        const std::size_t first = _glyphs.size();
+        for (std::uint32_t position = _run.part.begin; position != _run.part.end;) {
+            position = appendNext(position);
+        }
+        if (isRightToLeft(_run)) {
+            turn(first);
+        }
+    }
+
+private:
+    using Word = TextPart;
+
+    struct Character {
+        char32_t code;
+        std::uint32_t begin;
+        std::uint32_t end;
+    };
+
+    /// Appends what begins at `position`: a character that stands for itself, or a word and all that must be
+    /// shaped together with it. Returns its end.
+    std::uint32_t appendNext(std::uint32_t position) {
+        const Character character = read(position);
+        if (const FreeGlyph* const free = findFree(character)) {
+            append(*free, character);
+            return character.end;
+        }
+        const Word word = findWord(position);
+        const std::vector<ShapedGlyph>* const cached = find(word);
+        if (cached == nullptr) {
+            return shapeFrom(word);
+        }
+        appendCached(*cached, word);
+        return word.end;
+    }
+
+    /// Decodes each character once if they are read one after the other. At the end of the text there is
+    /// none.
+    Character read(std::uint32_t position) {
+        if (position != _last.begin) {
+            const char* end = _text.data() + position;
+            const bool isAtEnd = position == _text.size();
+            const char32_t code = isAtEnd ? 0 : decodeUtf8(end, _text.data() + _text.size());
+            _last = {code, position, static_cast<std::uint32_t>(end - _text.data())};
+        }
+        return _last;
+    }
+
+    /// The glyph of a character that is a cluster by itself and that nothing around it changes.
+    const FreeGlyph* findFree(const Character& character) const {
+        const bool isCandidate = character.code == U' ' ? _hasFreeSpaces : isIdeographic(character.code);
+        return isCandidate && _clusterStarts.test(character.end) ? _plan.findFreeGlyph(character.code)
+                                                                 : nullptr;
+    }
+
+    bool isIdeographic(char32_t character) const {
+        constexpr char32_t firstIdeographic = 0x2E80;
+        return character >= firstIdeographic && _plan.hasFreeGlyphs() &&
+               getTraits(character).isIdeographOrKana();
+    }
+
+    void append(const FreeGlyph& free, const Character& character) {
+        beginBlock();
+        ShapedGlyph glyph{};
+        glyph.cluster = character.begin;
+        glyph.advance = free.advance;
+        glyph.index = free.index;
+        glyph.isSpaced = true;
+        glyph.isLast = read(character.end).code != character.code || character.end == _text.size();
+        glyph.isSafeToBreak = true;
+        _glyphs.push_back(glyph);
+    }
+
+    Word findWord(std::uint32_t begin) {
+        std::uint32_t end = begin;
+        do {
+            end = static_cast<std::uint32_t>(_clusterStarts.next(end));
+        } while (end < _run.part.end && findFree(read(end)) == nullptr);
+        return {begin, std::min(end, _run.part.end)};
+    }
+
+    WordKey makeKey(const Word& word) const {
+        return {_plan.getId(), _text.substr(word.begin, word.end - word.begin)};
+    }
+
+    const std::vector<ShapedGlyph>* find(const Word& word) const { return _caches.words.find(makeKey(word)); }
+
+    void appendCached(const std::vector<ShapedGlyph>& cached, const Word& word) {
+        beginBlock();
+        const std::size_t first = _glyphs.size();
+        _glyphs.insert(_glyphs.end(), cached.begin(), cached.end());
+        for (auto glyph = _glyphs.begin() + static_cast<std::ptrdiff_t>(first); glyph != _glyphs.end();
+             ++glyph) {
+            glyph->cluster += word.begin;
+        }
+    }
+
+    /// Shapes a word and the missing words behind it, with what stands between them. Returns the end of all
+    /// that it appended.
+    std::uint32_t shapeFrom(const Word& word) {
+        std::vector<Word> missing{word};
+        std::vector<ShapedGlyph> nextGlyphs; // of the first word that is not missing
+        Word next{_run.part.end, _run.part.end};
+        for (std::uint32_t position = word.end; position != _run.part.end;) {
+            const Character character = read(position);
+            if (findFree(character) != nullptr) {
+                position = character.end;
+                continue;
+            }
+            const Word candidate = findWord(position);
+            if (const auto* const cached = find(candidate)) {
+                next = candidate;
+                nextGlyphs = *cached;
+                break;
+            }
+            missing.push_back(candidate);
+            position = candidate.end;
+        }
+        shape(missing);
+        for (std::uint32_t position = missing.back().end; position != next.begin;) {
+            const Character character = read(position);
+            append(*findFree(character), character);
+            position = character.end;
+        }
+        if (!nextGlyphs.empty()) {
+            appendCached(nextGlyphs, next);
+        }
+        return next.end;
+    }
+
+    void shape(const std::vector<Word>& words) {
+        beginBlock();
+        const std::size_t first = _glyphs.size();
+        _lock.unlock();
+        _plan.execute(_buffer.fill({words.front().begin, words.back().end}));
+        _buffer.appendTo(_glyphs);
+        _lock.lock();
+        remember(words, first);
+    }
+
+    /// Puts the words of a block into the cache.
+    void remember(const std::vector<Word>& words, std::size_t first) {
+        const auto block = _glyphs.begin() + static_cast<std::ptrdiff_t>(first);
+        if (isRightToLeft(_run)) {
+            std::reverse(block, _glyphs.end());
+        }
+        auto begin = block;
+        for (const Word& word : words) {
+            const auto isBefore = [](std::uint32_t offset) {
+                return [offset](const ShapedGlyph& glyph) { return glyph.cluster < offset; };
+            };
+            begin = std::find_if_not(begin, _glyphs.end(), isBefore(word.begin));
+            const auto end = std::find_if_not(begin, _glyphs.end(), isBefore(word.end));
+            if (begin != end && begin->cluster == word.begin && mayRemember(word)) {
+                put(word, {begin, end});
+            }
+            begin = end;
+        }
+        if (isRightToLeft(_run)) {
+            std::reverse(block, _glyphs.end());
+        }
+    }
+
+    void put(const Word& word, std::vector<ShapedGlyph> glyphs) const {
+        for (ShapedGlyph& glyph : glyphs) {
+            glyph.cluster -= word.begin;
+        }
+        if (isRightToLeft(_run)) {
+            std::reverse(glyphs.begin(), glyphs.end());
+        }
+        _caches.words.put(makeKey(word), word.end - word.begin, std::move(glyphs));
+    }
+
+    /// Whether the word looks the same in all texts: HarfBuzz lets letters join those beyond the ends of a
+    /// run, and puts a circle under a mark that begins a text.
+    bool mayRemember(const Word& word) const {
+        return !getTraits(decodeAt(_text, word.begin)).isMark() && !joinsOutside(word);
+    }
+
+    bool joinsOutside(const Word& word) const {
+        const bool mayJoinBefore = word.begin == _run.part.begin && word.begin != 0;
+        const bool mayJoinBehind = word.end == _run.part.end && word.end != _text.size();
+        return (mayJoinBefore && isJoining(decodeAt(_text, findCharacterBefore(_text, word.begin)))) ||
+               (mayJoinBehind && isJoining(decodeAt(_text, word.end)));
+    }
+
+    /// Glyphs that are appended from here on stand left of what was appended before, if the run goes to the
+    /// left.
+    void beginBlock() {
+        if (isRightToLeft(_run)) {
+            _blocks.push_back(_glyphs.size());
+        }
+    }
+
+    /// Turns the order of the blocks, but not that within them.
+    void turn(std::size_t first) {
+        const auto at = [&](std::size_t index) {
+            return _glyphs.begin() + static_cast<std::ptrdiff_t>(index);
+        };
+        for (std::size_t i = 0; i < _blocks.size(); ++i) {
+            std::reverse(at(_blocks[i]), i + 1 < _blocks.size() ? at(_blocks[i + 1]) : _glyphs.end());
+        }
+        std::reverse(at(first), _glyphs.end());
+    }
+
+    ShapingCaches& _caches;
+    std::string_view _text;
+    const ByteSet& _clusterStarts;
+    std::vector<ShapedGlyph>& _glyphs;
+    ShapingBuffer& _buffer;
+    const RunToShape& _run;
+    ShapePlan& _plan;
+    std::unique_lock<std::mutex> _lock;
+    bool _hasFreeSpaces;
+    Character _last{0, std::numeric_limits<std::uint32_t>::max(), 0};
+    std::vector<std::size_t> _blocks; // where they begin, in a run to the left
+};
+
+RunShaper::RunShaper(ShapingCaches& caches, std::string_view text, const ByteSet& clusterStarts,
+                     std::vector<ShapedGlyph>& glyphs)
+    : _caches(caches)
+    , _text(text)
+    , _clusterStarts(clusterStarts)
+    , _glyphs(glyphs)
+    , _buffer(text) {}
+
+void RunShaper::append(const RunToShape& run) {
+    ShapingFont& font = useFont(run.face);
+    if (!font.canShape()) {
+        appendUnshaped(run);
+        return;
+    }
+    ShapePlanKey key{run.properties, selectFeatures(run.features, run.part)};
+    if (!holdForWholeText(key.features)) {
+        appendWhole(ShapePlan(font.getHandle(), std::move(key), 0), run.part);
+        return;
+    }
+    WordWise(*this, run, _caches.getPlan(font, key)).append();
+}
+
+ShapingFont& RunShaper::useFont(const FontEngine::FontFace& face) {
+    if (_lastFace != &face) {
+        _lastFont = _caches.getFont(face);
+        _lastFace = &face;
+    }
+    return *_lastFont;
+}
+
+void RunShaper::appendWhole(const ShapePlan& plan, const TextPart& part) {
+    plan.execute(_buffer.fill(part));
+    _buffer.appendTo(_glyphs);
+}
+
+void RunShaper::appendUnshaped(const RunToShape& run) {
+    const Gfx::CharMap& charMap = run.face.getBasicMetrics().getCharMap();
+    const auto unitsPerEM = static_cast<float>(run.face.getHandle()->units_per_EM);
+    const std::size_t first = _glyphs.size();
+    for (std::uint32_t position = run.part.begin; position != run.part.end;) {
+        const std::uint32_t behind = findCharacterBehind(_text, position);
+        const auto entry = charMap[decodeAt(_text, position)];
+        const float advance = entry.advance * unitsPerEM;
+        ShapedGlyph glyph{};
+        glyph.cluster = position;
+        glyph.advance = std::isfinite(advance) ? static_cast<std::int32_t>(std::lround(advance)) : 0;
+        glyph.index = entry.glyphIndex;
+        glyph.isSpaced = true;
+        glyph.isLast = isOtherCharacter(_text, position, behind);
+        glyph.isSafeToBreak = true;
+        _glyphs.push_back(glyph);
+        position = behind;
+    }
+    if (isRightToLeft(run)) {
+        std::reverse(_glyphs.begin() + static_cast<std::ptrdiff_t>(first), _glyphs.end());
+    }
+}
+
+} // namespace Vell::TextLayout

@@ -1,0 +1,74 @@
+#include <TextLayout/Private/ShapePlan.h>
+
+#include <TextLayout/Private/LookupReach.h>
+#include <TextLayout/Public/TextLayoutException.h>
+
+#include <algorithm>
+#include <limits>
+#include <new>
+#include <utility>
+
+namespace Vell::TextLayout {
+
+namespace {
+
+bool areEqual(const hb_feature_t& lhs, const hb_feature_t& rhs) {
+    return lhs.tag == rhs.tag && lhs.value == rhs.value && lhs.start == rhs.start && lhs.end == rhs.end;
+}
+
+HarfBuzzPtr<hb_shape_plan_t> makePlan(hb_font_t* font, const ShapePlanKey& key) {
+    HarfBuzzPtr<hb_shape_plan_t> plan(
+        hb_shape_plan_create(hb_font_get_face(font), &key.properties, key.features.data(),
+                             static_cast<unsigned int>(key.features.size()), nullptr));
+    if (plan.get() == hb_shape_plan_get_empty()) {
+        throw std::bad_alloc();
+    }
+    return plan;
+}
+
+} // namespace
+
+bool ShapePlanKey::operator==(const ShapePlanKey& other) const {
+    return hb_segment_properties_equal(&properties, &other.properties) != 0 &&
+           std::equal(features.begin(), features.end(), other.features.begin(), other.features.end(),
+                      areEqual);
+}
+
+ShapePlan::ShapePlan(hb_font_t* font, ShapePlanKey key, std::uint32_t id)
+    : _font(font)
+    , _key(std::move(key))
+    , _id(id)
+    , _plan(makePlan(font, _key))
+    , _reach(findReachOfLookups(hb_font_get_face(font), _key.properties, _plan.get())) {}
+
+void ShapePlan::execute(hb_buffer_t* buffer) const {
+    hb_buffer_set_segment_properties(buffer, &_key.properties);
+    const bool isDone = hb_shape_plan_execute(_plan.get(), _font, buffer, _key.features.data(),
+                                              static_cast<unsigned int>(_key.features.size())) != 0;
+    if (!isDone || hb_buffer_allocation_successful(buffer) == 0) {
+        throw TextLayoutException("hb_shape_plan_execute: out of memory, or the font makes too many glyphs");
+    }
+}
+
+const FreeGlyph* ShapePlan::findFreeGlyph(char32_t codePoint) {
+    const char32_t number = codePoint / pageSize;
+    if (_lastPage.second == nullptr || _lastPage.first != number) {
+        _lastPage = {number, &_pages[number]};
+    }
+    Entry& entry = (*_lastPage.second)[codePoint % pageSize];
+    if (entry.answer == Answer::Unknown) {
+        entry = examine(codePoint);
+    }
+    return entry.answer == Answer::Free ? &entry.glyph : nullptr;
+}
+
+ShapePlan::Entry ShapePlan::examine(char32_t codePoint) const {
+    hb_codepoint_t glyph = 0;
+    if (_reach == nullptr || hb_font_get_nominal_glyph(_font, codePoint, &glyph) == 0 || glyph == 0 ||
+        glyph > std::numeric_limits<std::uint16_t>::max() || hb_set_has(_reach.get(), glyph) != 0) {
+        return {Answer::Bound, {}};
+    }
+    return {Answer::Free, {static_cast<std::uint16_t>(glyph), hb_font_get_glyph_h_advance(_font, glyph)}};
+}
+
+} // namespace Vell::TextLayout

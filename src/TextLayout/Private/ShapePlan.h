@@ -1,0 +1,73 @@
+#pragma once
+
+#include <TextLayout/Private/HarfBuzzHandles.h>
+
+#include <hb.h>
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <vector>
+
+namespace Vell::TextLayout {
+
+/// How HarfBuzz shapes a face in one script, direction and language, with certain features for the whole
+/// text.
+struct ShapePlanKey {
+    hb_segment_properties_t properties;
+    std::vector<hb_feature_t> features;
+
+    bool operator==(const ShapePlanKey& other) const;
+};
+
+/// A glyph that is the same wherever its character stands.
+struct FreeGlyph {
+    std::uint16_t index;
+    std::int32_t advance; ///< in font units
+};
+
+/// A plan that is made once for a face and a key.
+///
+/// It also knows the characters that stand for themselves: no lookup of the plan looks at their glyphs, so
+/// that they divide a text into parts that can be shaped one by one. The space is such a character in most
+/// fonts, and so are the ideographs in theirs. The answers are kept, so the owner serialises the calls of
+/// findFreeGlyph.
+class ShapePlan {
+public:
+    /// `font` must outlive the plan. `id` distinguishes it from all other plans of the cache.
+    ShapePlan(hb_font_t* font, ShapePlanKey key, std::uint32_t id);
+
+    const ShapePlanKey& getKey() const { return _key; }
+    std::uint32_t getId() const { return _id; }
+    hb_font_t* getFont() const { return _font; }
+
+    /// Replaces the characters of the buffer by their glyphs. Any number of threads may call it.
+    void execute(hb_buffer_t* buffer) const;
+
+    /// Whether there may be characters that stand for themselves.
+    bool hasFreeGlyphs() const { return _reach != nullptr; }
+    /// Null if the character does not stand for itself. Valid as long as the plan.
+    const FreeGlyph* findFreeGlyph(char32_t codePoint);
+
+private:
+    enum class Answer : unsigned char { Unknown, Free, Bound };
+    struct Entry {
+        Answer answer = Answer::Unknown;
+        FreeGlyph glyph{};
+    };
+    static constexpr std::size_t pageSize = 256;
+    using Page = std::array<Entry, pageSize>;
+
+    Entry examine(char32_t codePoint) const;
+
+    hb_font_t* _font;
+    ShapePlanKey _key;
+    std::uint32_t _id;
+    HarfBuzzPtr<hb_shape_plan_t> _plan;
+    HarfBuzzPtr<hb_set_t> _reach; // null if it is not known
+    std::map<char32_t, Page> _pages;
+    std::pair<char32_t, Page*> _lastPage{0, nullptr};
+};
+
+} // namespace Vell::TextLayout

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <TextLayout/Private/HarfBuzzHandles.h>
+#include <TextLayout/Public/ShapedText.h>
+
+#include <hb.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+namespace Vell::TextLayout {
+
+/// Bytes of a text.
+struct TextPart {
+    std::uint32_t begin;
+    std::uint32_t end;
+};
+
+/// A buffer of HarfBuzz for parts of one text. HarfBuzz sees the characters around a part as well: letters
+/// join them.
+class ShapingBuffer {
+public:
+    explicit ShapingBuffer(std::string_view text)
+        : _text(text) {}
+
+    /// Holds the characters of a part from now on, to be shaped. The clusters are byte offsets. Ill-formed
+    /// UTF-8 counts as decodeUtf8 decodes it.
+    hb_buffer_t* fill(const TextPart& part);
+
+    /// Appends the glyphs that the part has become, in visual order.
+    void appendTo(std::vector<ShapedGlyph>& glyphs) const;
+
+private:
+    void decode(const TextPart& part);
+
+    std::string_view _text;
+    TextPart _part{};
+    HarfBuzzPtr<hb_buffer_t> _buffer; // null until the first part
+    std::vector<std::uint32_t> _characters;
+    std::vector<std::uint32_t> _offsets; // of the characters, in bytes
+};
+
+} // namespace Vell::TextLayout

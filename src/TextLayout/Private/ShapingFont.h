@@ -1,0 +1,37 @@
+#pragma once
+
+#include <FontEngine/FE_FontFace.h>
+#include <TextLayout/Private/HarfBuzzHandles.h>
+#include <TextLayout/Private/ShapePlan.h>
+#include <Utils/Public/Ptr/CheckedPtr.h>
+
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+namespace Vell::TextLayout {
+
+/// A font file as HarfBuzz reads it, unhinted and in font units, with the plans that were made for it. It
+/// shares the bytes of the face.
+class ShapingFont {
+public:
+    explicit ShapingFont(const FontEngine::FaceData& data);
+
+    /// False for fonts that HarfBuzz cannot read, which are not in the format of TrueType and OpenType. Their
+    /// characters have one glyph each.
+    bool canShape() const { return _canShape; }
+
+    hb_font_t* getHandle() const { return _font.get(); }
+
+    /// The plan for a key, made on the first request. A new plan takes the next id. The owner serialises all
+    /// calls.
+    ShapePlan& getPlan(const ShapePlanKey& key, std::uint32_t& lastId);
+
+private:
+    HarfBuzzPtr<hb_face_t> _face;
+    HarfBuzzPtr<hb_font_t> _font;
+    bool _canShape;
+    std::vector<std::unique_ptr<ShapePlan>> _plans;
+};
+
+} // namespace Vell::TextLayout

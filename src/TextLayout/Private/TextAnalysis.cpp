@@ -1,0 +1,122 @@
+#include <TextLayout/Private/TextAnalysis.h>
+
+#include <TextLayout/Private/BidiLevels.h>
+#include <TextLayout/Private/ClusterFinder.h>
+#include <TextLayout/Private/ItemLevels.h>
+#include <TextLayout/Private/ScriptResolver.h>
+#include <TextLayout/Private/Utf16Text.h>
+#include <Utils/Public/Utf8.h>
+
+#include <algorithm>
+#include <utility>
+
+namespace Vell::TextLayout {
+
+namespace {
+
+/// The pass over a text that finds everything but the levels of paragraphs that need a closer look.
+class Scanner {
+public:
+    Scanner(std::string_view text, ParagraphDirection direction)
+        : _text(text)
+        , _direction(direction)
+        , _clusters(text) {}
+
+    void scan() {
+        const char* const end = _text.data() + _text.size();
+        for (const char* position = _text.data(); position != end;) {
+            const auto begin = static_cast<std::uint32_t>(position - _text.data());
+            const char32_t codePoint = decodeUtf8(position, end);
+            const CharacterTraits traits = getTraits(codePoint);
+            _clusters.add(begin, static_cast<std::size_t>(position - _text.data()), traits);
+            if (_isAfterSeparator && !isSecondOfCrLf(begin)) {
+                startParagraph(begin);
+            }
+            const UScriptCode script = _scripts.resolve(codePoint, traits);
+            if (script != _script) {
+                changeScript(begin, script);
+            }
+            _isAfterSeparator = traits.isParagraphSeparator();
+            _classes |= U_MASK(traits.getBidiClass());
+        }
+    }
+
+    TextAnalysis finish() {
+        if (!_items.empty()) {
+            endParagraph(static_cast<std::uint32_t>(_text.size()));
+        }
+        return {std::move(_paragraphs), std::move(_items), _clusters.finish(), true};
+    }
+
+private:
+    bool isSecondOfCrLf(std::uint32_t begin) const {
+        return begin > 0 && _text[begin] == '\n' && _text[begin - 1] == '\r';
+    }
+
+    void startParagraph(std::uint32_t begin) {
+        if (begin > 0) {
+            endParagraph(begin);
+        }
+        _paragraphs.push_back({begin, begin, 0});
+        startItem(begin);
+    }
+
+    void endParagraph(std::uint32_t end) {
+        endItem(end);
+        _paragraphs.back().end = end;
+        _paragraphs.back().baseLevel = findUniformLevel(_classes, _direction);
+        _classes = 0;
+    }
+
+    void startItem(std::uint32_t begin) { _items.push_back({begin, begin, 0, _scriptCode}); }
+
+    void endItem(std::uint32_t end) { _items.back().end = end; }
+
+    void changeScript(std::uint32_t begin, UScriptCode script) {
+        const bool isFirst = _script == USCRIPT_COMMON;
+        _script = script;
+        _scriptCode = getScriptCode(script);
+        if (isFirst) { // what stands before the first script takes it
+            for (TextItem& item : _items) {
+                item.script = _scriptCode;
+            }
+        } else if (_items.back().begin == begin) {
+            _items.back().script = _scriptCode;
+        } else {
+            endItem(begin);
+            startItem(begin);
+        }
+    }
+
+    std::string_view _text;
+    ParagraphDirection _direction;
+    ClusterFinder _clusters;
+    ScriptResolver _scripts;
+    UScriptCode _script = USCRIPT_COMMON;
+    ScriptCode _scriptCode{"Zyyy"};
+    bool _isAfterSeparator = true; ///< the next character starts a paragraph, unless it ends CR LF
+    std::uint32_t _classes = 0;    ///< masks of the bidi classes in the paragraph
+    std::vector<BidiParagraph> _paragraphs;
+    std::vector<TextItem> _items;
+};
+
+bool hasNoLevels(const BidiParagraph& paragraph) {
+    return paragraph.baseLevel == 0;
+}
+
+} // namespace
+
+TextAnalysis analyse(std::string_view text, ParagraphDirection direction) {
+    checkLength(text);
+    Scanner scanner(text, direction);
+    scanner.scan();
+    TextAnalysis analysis = scanner.finish();
+    const auto& paragraphs = analysis.paragraphs;
+    analysis.isPlain = std::all_of(paragraphs.begin(), paragraphs.end(), hasNoLevels);
+    if (!analysis.isPlain) {
+        raiseLevels(text, direction, analysis);
+    }
+    return analysis;
+}
+
+} // namespace Vell::TextLayout

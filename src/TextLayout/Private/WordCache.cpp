@@ -1,0 +1,69 @@
+#include <TextLayout/Private/WordCache.h>
+
+#include <Utils/Public/Hash.h>
+
+#include <algorithm>
+#include <cstring>
+#include <utility>
+
+namespace Vell::TextLayout {
+
+namespace {
+
+std::size_t hashText(std::uint32_t plan, std::string_view text) {
+    std::uint64_t hash = combineHash(plan, text.size());
+    while (text.size() >= sizeof(std::uint64_t)) {
+        std::uint64_t part = 0;
+        std::memcpy(&part, text.data(), sizeof(part));
+        hash = combineHash(hash, part);
+        text.remove_prefix(sizeof(part));
+    }
+    std::uint64_t rest = 0;
+    std::memcpy(&rest, text.data(), text.size());
+    return combineHash(hash, rest);
+}
+
+std::unique_ptr<char[]> copyText(std::string_view text) { // NOLINT(modernize-avoid-c-arrays)
+    auto copy = std::make_unique<char[]>(text.size());    // NOLINT(modernize-avoid-c-arrays)
+    std::copy(text.begin(), text.end(), copy.get());
+    return copy;
+}
+
+} // namespace
+
+WordKey::WordKey(std::uint32_t plan, std::string_view text)
+    : _plan(plan)
+    , _hash(hashText(plan, text))
+    , _text(text) {}
+
+WordKey::WordKey(const WordKey& other)
+    : _plan(other._plan)
+    , _hash(other._hash)
+    , _own(copyText(other._text))
+    , _text(_own.get(), other._text.size()) {}
+
+void WordCache::put(const WordKey& key, std::size_t textSize, std::vector<ShapedGlyph> glyphs) {
+    // What an entry takes beside its text and glyphs: the key, the node, the links of two indices and what
+    // the allocator adds to three blocks.
+    constexpr std::size_t entryBytes = sizeof(WordKey) + sizeof(std::vector<ShapedGlyph>) + 96;
+    constexpr std::uint64_t largestShare = 4; // a larger part of the budget would cost too many other words
+    glyphs.shrink_to_fit();
+    const std::uint64_t bytes = entryBytes + textSize + glyphs.size() * sizeof(ShapedGlyph);
+    if (_words.getMaxSizeInBytes() == 0 || bytes <= _words.getMaxSizeInBytes() / largestShare) {
+        _words.put(key, {std::move(glyphs), bytes});
+    }
+}
+
+FontEngine::CacheFigures WordCache::getFigures() const {
+    FontEngine::CacheFigures figures;
+    figures.entries = _words.size();
+    figures.bytes = _words.getEffectiveSizeInBytes();
+    figures.evictions = _words.getEvictedCount();
+    figures.hits = _words.getHitCount();
+    figures.misses = _words.getMissCount();
+    figures.maxEntries = _words.getMaxEntries();
+    figures.maxBytes = _words.getMaxSizeInBytes();
+    return figures;
+}
+
+} // namespace Vell::TextLayout

@@ -1,0 +1,340 @@
+#include <support/CountingLoader.h>
+#include <support/Descriptions.h>
+#include <support/ExpectAssertion.h>
+#include <support/FontBuilder.h>
+
+#include <FontEngine/FontEngine.h>
+#include <TextLayout/TextLayout.h>
+
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace Vell::Testing {
+
+using namespace TextLayout;
+using FontEngine::describeFont;
+using FontEngine::FontFactory;
+using FontEngine::FontStyle;
+
+namespace {
+
+NNPtr<const FontFactory> getInstalledFonts() {
+    static const auto factory = FontFactory::create("DejaVu Sans");
+    return factory;
+}
+
+const TextShaper& getShaper() {
+    static const TextShaper shaper(getInstalledFonts());
+    return shaper;
+}
+
+/// A font whose letters are 600 units wide, its space 250, in a factory that has nothing else.
+NNPtr<const FontFactory> makeBuiltFonts() {
+    FontBuilder font("Test Sans");
+    const unsigned int letter = font.addGlyph(makeBoxGlyph(600, 100, 0, 500, 700));
+    for (std::uint32_t code = 'a'; code <= 'z'; ++code) {
+        font.map(code, letter + (code - 'a'));
+        font.addGlyph(makeBoxGlyph(600, 100, 0, 500, 700));
+    }
+    font.map(' ', font.addGlyph(makeBoxGlyph(250, 0, 0, 0, 0)));
+    auto loader = std::make_shared<CountingLoader>();
+    loader->setFont("Test Sans", false, false, font.build());
+    loader->setDefaultFont(false, false, font.build());
+    return FontFactory::create(NNPtr<const FontLoaders::FontLoader>(std::move(loader)), "Test Sans");
+}
+
+/// Family, bytes and level of each run, from left to right.
+std::string describeRuns(const ShapedText& text) {
+    std::string description;
+    for (const ShapedRun& run : text.getRuns()) {
+        description += text.getFont(run).faceInfo->getName() + " " + std::to_string(run.begin) + "-" +
+                       std::to_string(run.end) + " " + std::string(run.script.getLetters()) + " " +
+                       std::to_string(run.level) + "\n";
+    }
+    return description;
+}
+
+std::vector<std::uint32_t> getClusters(const ShapedText& text) {
+    std::vector<std::uint32_t> clusters;
+    for (const ShapedRun& run : text.getRuns()) {
+        for (std::uint32_t i = run.glyphBegin; i != run.glyphEnd; ++i) {
+            clusters.push_back(text.getGlyphs()[i].cluster);
+        }
+    }
+    return clusters;
+}
+
+struct GlyphFields {
+    std::uint32_t cluster;
+    std::int32_t advance;
+    std::int32_t xOffset;
+    std::int32_t yOffset;
+    std::uint16_t index;
+
+    friend bool operator==(const GlyphFields& lhs, const GlyphFields& rhs) {
+        return lhs.cluster == rhs.cluster && lhs.advance == rhs.advance && lhs.xOffset == rhs.xOffset &&
+               lhs.yOffset == rhs.yOffset && lhs.index == rhs.index;
+    }
+};
+
+/// In visual order.
+std::vector<GlyphFields> getGlyphs(const ShapedText& text) {
+    std::vector<GlyphFields> fields;
+    for (const ShapedRun& run : text.getRuns()) {
+        for (std::uint32_t i = run.glyphBegin; i != run.glyphEnd; ++i) {
+            const ShapedGlyph& glyph = text.getGlyphs()[i];
+            fields.push_back({glyph.cluster, glyph.advance, glyph.xOffset, glyph.yOffset, glyph.index});
+        }
+    }
+    return fields;
+}
+
+TEST(TextShaper, KernsAndLigates) {
+    const auto style = describeFont("DejaVu Sans", 16.0F);
+    EXPECT_THAT(getClusters(*getShaper().shape("office", style)), testing::ElementsAre(0, 1, 4, 5));
+    const auto plain = TextStyle(style).setFeatures(parseTextFeatures("-kern"));
+    EXPECT_LT(getShaper().shape("AVAVA", style)->getWidth(), getShaper().shape("AVAVA", plain)->getWidth());
+}
+
+TEST(TextShaper, OrdersRunsFromLeftToRight) {
+    const auto style = describeFont("DejaVu Sans", 16.0F);
+    EXPECT_EQ(describeRuns(*getShaper().shape("ab \u05D0\u05D1 12 \u05D2 cd", style)),
+              "DejaVu Sans 0-3 Latn 0\n"
+              "DejaVu Sans 10-13 Hebr 1\n"
+              "DejaVu Sans 8-10 Hebr 2\n"
+              "DejaVu Sans 3-8 Hebr 1\n"
+              "DejaVu Sans 13-14 Hebr 0\n"
+              "DejaVu Sans 14-16 Latn 0\n");
+    EXPECT_EQ(describeRuns(*getShaper().shape("ab \u05D0", style, ParagraphDirection::RightToLeft)),
+              "DejaVu Sans 3-5 Hebr 1\n"
+              "DejaVu Sans 2-3 Latn 1\n"
+              "DejaVu Sans 0-2 Latn 2\n");
+}
+
+TEST(TextShaper, SharesTheCharactersOfATextAmongFonts) {
+    const auto text =
+        getShaper().shape("a \u0928\u092E\u0938\u094D\u0924\u0947", describeFont("DejaVu Sans", 16.0F));
+    ASSERT_EQ(text->getRuns().size(), 2U);
+    EXPECT_EQ(text->getFont(text->getRuns()[0]).faceInfo->getName(), "DejaVu Sans");
+    EXPECT_NE(text->getFont(text->getRuns()[1]).faceInfo->getName(), "DejaVu Sans");
+    for (const ShapedGlyph& glyph : text->getGlyphs()) {
+        EXPECT_NE(glyph.index, 0) << glyph.cluster;
+    }
+}
+
+TEST(TextShaper, NeverDividesAClusterBetweenFonts) {
+    // DejaVu Sans has the letters, but not the Devanagari mark on the second one.
+    const auto text = getShaper().shape("a\u0947b", describeFont("DejaVu Sans", 16.0F));
+    for (const ShapedRun& run : text->getRuns()) {
+        EXPECT_NE(run.begin, 1U);
+    }
+}
+
+TEST(TextShaper, DrawsWithTheOwnFontWhereNoFallbackHelps) {
+    const TextShaper shaper(makeBuiltFonts(), std::shared_ptr<const FontLoaders::CoverageFallback>());
+    const auto text = shaper.shape("a\u0416", describeFont("Test Sans", 10.0F));
+    ASSERT_EQ(text->getGlyphs().size(), 2U);
+    EXPECT_EQ(text->getGlyphs()[1].index, 0);
+    EXPECT_EQ(text->getRuns().back().end, 3U);
+}
+
+TEST(TextShaper, FallsBackByRangesIfTheLoaderKnowsNoMore) {
+    auto loader = std::make_shared<CountingLoader>();
+    FontBuilder own("Own");
+    own.map('a', own.addGlyph(makeBoxGlyph(600, 100, 0, 500, 700)));
+    FontBuilder other("Other");
+    other.map(0x416, other.addGlyph(makeBoxGlyph(700, 100, 0, 500, 700)));
+    loader->setFont("Own", false, false, own.build());
+    loader->setFont("Other", false, false, other.build());
+    loader->setDefaultFont(false, false, own.build());
+    loader->setRangeFamily(FontLoaders::UnicodeRangeMap::find(0x416), "Other");
+    const TextShaper shaper(FontFactory::create(NNPtr<const FontLoaders::FontLoader>(loader), "Own"));
+
+    const auto text = shaper.shape("a\u0416\u0429", describeFont("Own", 10.0F));
+    EXPECT_EQ(describeRuns(*text), "Own 0-1 Latn 0\nOther 1-3 Cyrl 0\nOwn 3-5 Cyrl 0\n");
+    EXPECT_FLOAT_EQ(text->getRuns()[1].width, 7.0F);
+}
+
+TEST(TextShaper, CountsIllFormedPartsAsReplacementCharacters) {
+    const auto style = describeFont("DejaVu Sans", 16.0F);
+    const auto text = getShaper().shape("a\xF0\x9F\x98z\xC0\xAF", style);
+    EXPECT_THAT(getClusters(*text), testing::ElementsAre(0, 1, 4, 5, 6));
+    const std::uint16_t replacement = getShaper().shape("\uFFFD", style)->getGlyphs()[0].index;
+    EXPECT_EQ(text->getGlyphs()[1].index, replacement);
+    EXPECT_EQ(text->getGlyphs()[3].index, replacement);
+}
+
+TEST(TextShaper, MeasuresInUnitsOfTheFontSize) {
+    const TextShaper shaper(makeBuiltFonts());
+    EXPECT_FLOAT_EQ(shaper.shape("ab c", describeFont("Test Sans", 10.0F))->getWidth(), 20.5F);
+    EXPECT_FLOAT_EQ(
+        shaper.shape("ab c", describeFont("Test Sans", 10.0F, FontStyle().setLetterSpacing(1.0F)))
+            ->getWidth(),
+        24.5F);
+}
+
+TEST(TextShaper, SpacesNeitherLigaturesNorJoinedLetters) {
+    const float spacing = 100.0F;
+    const auto countSpaces = [&](const char* letters) {
+        const auto plain = getShaper().shape(letters, describeFont("DejaVu Sans", 16.0F));
+        const auto spaced = getShaper().shape(
+            letters, describeFont("DejaVu Sans", 16.0F, FontStyle().setLetterSpacing(spacing)));
+        return (spaced->getWidth() - plain->getWidth()) / spacing;
+    };
+    EXPECT_NEAR(countSpaces("abc"), 3.0F, 1e-3F);
+    EXPECT_NEAR(countSpaces("fi"), 1.0F, 1e-3F);
+    EXPECT_NEAR(countSpaces("a\u0301"), 1.0F, 1e-3F);
+    EXPECT_NEAR(countSpaces("\u0633\u0639\u0631 \u0633"), 1.0F, 1e-3F);
+}
+
+TEST(TextShaper, ShapesEqualSpansAsOne) {
+    const std::string text = "office AVA \u0633\u0639\u0631 \u05D0\u05D1 \u0915\u094D\u0937\u093F x";
+    const TextStyle style = describeFont("DejaVu Sans", 16.0F);
+    const auto whole = getGlyphs(*getShaper().shape(text, style));
+    std::vector<TextSpan> spans;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        spans.push_back({i, i + 1, style});
+    }
+    EXPECT_EQ(getGlyphs(*getShaper().shape(text, spans)), whole);
+
+    for (std::size_t i = 0; i < spans.size(); ++i) {
+        spans[i].style.setColor({static_cast<unsigned char>(i), 0, 0, 255});
+    }
+    const auto coloured = getShaper().shape(text, spans);
+    EXPECT_EQ(getGlyphs(*coloured), whole);
+    EXPECT_GT(coloured->getRuns().size(), 15U);
+    for (const ShapedRun& run : coloured->getRuns()) {
+        EXPECT_EQ(coloured->getStyle(run).color->r, run.begin) << "the colour of a cluster's first character";
+    }
+}
+
+TEST(TextShaper, DividesWhereGlyphsDependOnTheStyle) {
+    const TextStyle small = describeFont("DejaVu Sans", 10.0F);
+    const TextStyle large = describeFont("DejaVu Sans", 20.0F);
+    const auto text = getShaper().shape("fifi", {{0, 1, small}, {1, 4, large}});
+    EXPECT_EQ(describeRuns(*text), "DejaVu Sans 0-1 Latn 0\nDejaVu Sans 1-4 Latn 0\n");
+    EXPECT_FLOAT_EQ(text->getFont(text->getRuns()[1]).font.getFontSize(), 20.0F);
+}
+
+TEST(TextShaper, KeepsAClusterInTheStyleOfItsFirstCharacter) {
+    const TextStyle small = describeFont("DejaVu Sans", 10.0F);
+    const TextStyle large = describeFont("DejaVu Sans", 20.0F);
+    const auto text = getShaper().shape("e\u0301x", {{0, 1, small}, {1, 4, large}});
+    EXPECT_EQ(describeRuns(*text), "DejaVu Sans 0-3 Latn 0\nDejaVu Sans 3-4 Latn 0\n");
+}
+
+TEST(TextShaper, AppliesFeaturesToPartsOfATextOnly) {
+    const auto style =
+        TextStyle(describeFont("DejaVu Sans", 16.0F)).setFeatures(parseTextFeatures("liga[0:2]=0"));
+    EXPECT_THAT(getClusters(*getShaper().shape("fifi", style)), testing::ElementsAre(0, 1, 2));
+}
+
+TEST(TextShaper, TakesLettersOfTheLanguage) {
+    // The Serbian forms of these letters differ from the Russian ones in this font.
+    const TextStyle style = describeFont("DejaVu Sans", 16.0F);
+    const std::string text = "\u0431";
+    EXPECT_NE(getGlyphs(*getShaper().shape(text, style)),
+              getGlyphs(*getShaper().shape(text, TextStyle(style).setLanguage("sr"))));
+}
+
+TEST(TextShaper, NamesALanguageThatIsMalformed) {
+    const auto style = TextStyle(describeFont("DejaVu Sans", 16.0F)).setLanguage("de_@");
+    try {
+        getShaper().shape("a", style);
+        FAIL() << "no exception";
+    } catch (const TextLayoutException& error) {
+        EXPECT_STREQ(error.what(), "\"de_@\" is not a well-formed BCP 47 language tag");
+    }
+}
+
+TEST(TextShaper, RefusesATextThatIsTooLong) {
+    EXPECT_THROW(getShaper().shape(std::string(maxTextBytes + 1, 'a'), describeFont("DejaVu Sans", 16.0F)),
+                 TextLayoutException);
+}
+
+TEST(TextShaper, HasTheFontOfATextWithoutCharacters) {
+    const auto text = getShaper().shape("", describeFont("DejaVu Sans", 16.0F));
+    EXPECT_THAT(text->getRuns(), testing::IsEmpty());
+    EXPECT_EQ(text->getWidth(), 0.0F);
+    ASSERT_EQ(text->getFonts().size(), 1U);
+    EXPECT_EQ(text->getStyles().size(), 1U);
+}
+
+TEST(TextShaper, CountsTheWordsThatItRemembers) {
+    const TextShaper shaper(makeBuiltFonts());
+    const auto style = describeFont("Test Sans", 10.0F);
+    shaper.shape("one two one", style);
+    EXPECT_EQ(shaper.getCacheFigures().misses, 3U);
+    EXPECT_EQ(shaper.getCacheFigures().entries, 2U);
+    const auto first = getGlyphs(*shaper.shape("two one four", style));
+    EXPECT_EQ(shaper.getCacheFigures().hits, 2U);
+    EXPECT_EQ(shaper.getCacheFigures().misses, 4U);
+    EXPECT_EQ(shaper.getCacheFigures().maxBytes, TextShaper::defaultMaxWordBytes);
+    EXPECT_EQ(getGlyphs(*shaper.shape("two one four", style)), first);
+    EXPECT_EQ(shaper.getCacheFigures().hits, 5U);
+}
+
+TEST(TextShaper, KeepsWordsWithinTheBudget) {
+    TextShaper shaper(makeBuiltFonts(), 4096);
+    const auto style = describeFont("Test Sans", 10.0F);
+    for (char first = 'a'; first <= 'z'; ++first) {
+        for (char second = 'a'; second <= 'z'; ++second) {
+            shaper.shape(std::string{first, second}, style);
+            EXPECT_LE(shaper.getCacheFigures().bytes, 4096U);
+        }
+    }
+    EXPECT_GT(shaper.getCacheFigures().entries, 4U);
+    EXPECT_GT(shaper.getCacheFigures().evictions, 600U);
+    shaper.flush();
+    EXPECT_EQ(shaper.getCacheFigures().entries, 0U);
+    EXPECT_EQ(shaper.getCacheFigures().misses, 0U);
+}
+
+TEST(TextShaper, DistinguishesWordsByWhatInfluencesThem) {
+    const TextStyle style = describeFont("DejaVu Sans", 16.0F);
+    const TextShaper shaper(getInstalledFonts());
+    const auto expectMiss = [&](const TextStyle& other, const char* what) {
+        const auto misses = shaper.getCacheFigures().misses;
+        shaper.shape("\u0431", other);
+        EXPECT_EQ(shaper.getCacheFigures().misses, misses + 1) << what;
+    };
+    const auto expectHit = [&](const TextStyle& other, const char* what) {
+        const auto hits = shaper.getCacheFigures().hits;
+        shaper.shape("\u0431", other);
+        EXPECT_EQ(shaper.getCacheFigures().hits, hits + 1) << what;
+    };
+    expectMiss(style, "first");
+    expectMiss(TextStyle(style).setLanguage("sr"), "language");
+    expectMiss(TextStyle(style).setFeatures(parseTextFeatures("-kern")), "features");
+    expectMiss(TextStyle(describeFont("DejaVu Serif", 16.0F)), "face");
+    expectMiss(TextStyle(describeFont("DejaVu Sans", 16.0F, FontStyle().setBold())), "style of the face");
+    expectHit(style, "the same again");
+    expectHit(TextStyle(describeFont("DejaVu Sans", 20.0F)), "size");
+    expectHit(TextStyle(describeFont("DejaVu Sans", 16.0F, FontStyle().setLetterSpacing(2.0F))), "spacing");
+    expectHit(TextStyle(style).setUnderlined(), "lines");
+}
+
+TEST(TextShaper, GivesTextsThatOutliveIt) {
+    auto shaper = std::make_unique<TextShaper>(makeBuiltFonts());
+    const auto text = shaper->shape("abc", describeFont("Test Sans", 10.0F));
+    shaper.reset();
+    EXPECT_FLOAT_EQ(text->getFont(text->getRuns()[0]).toUnits(500.0F), 5.0F);
+    EXPECT_FLOAT_EQ(text->getWidth(), 18.0F);
+}
+
+TEST(TextShaperDeathTest, AssertsThatSpansCoverTheText) {
+    const TextStyle style = describeFont("DejaVu Sans", 16.0F);
+    const char* const assertion = "TextLayout/Public/TextShaper:50: assertion failed: "
+                                  "spans are in order and cover the text";
+    VELL_EXPECT_ASSERTION(getShaper().shape("abc", {{0, 2, style}}), assertion);
+    VELL_EXPECT_ASSERTION(getShaper().shape("abc", {{0, 2, style}, {1, 3, style}}), assertion);
+    VELL_EXPECT_ASSERTION(getShaper().shape("abc", {{0, 4, style}}), assertion);
+}
+
+} // namespace
+
+} // namespace Vell::Testing
