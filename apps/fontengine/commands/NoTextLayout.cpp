@@ -1,8 +1,10 @@
 // The tool without TextLayout.
 
+#include "Errors.h"
 #include "commands/AnalysisCommandLine.h"
 #include "commands/CoverageRoad.h"
 #include "commands/LayoutCommandLine.h"
+#include "drawing/TextDrawing.h"
 
 namespace Vell::Tool {
 
@@ -25,5 +27,10 @@ std::string LayoutOptions::takeLanguage() const {
 }
 
 void printCoverage(const FallbackOptions& /*options*/, const std::string& /*text*/, std::ostream& /*out*/) {}
+
+std::unique_ptr<TextDrawing> makeShapedDrawing(const RenderOptions& /*options*/,
+                                               const std::string& /*text*/) {
+    throw ToolError("this tool is built without TextLayout");
+}
 
 } // namespace Vell::Tool

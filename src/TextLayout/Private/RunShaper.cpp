@@ -220,7 +220,9 @@ private:
         beginBlock();
         const std::size_t first = _glyphs.size();
         execute(block);
-        _needsWholeRun = hasCircle(first) || isDecomposedAlone(block);
+        _needsWholeRun = hasCircle(first) || isDecomposedAlone(block) ||
+                         std::any_of(words.begin(), words.end(),
+                                     [this](const Word& word) { return beginsWithIgnorable(word); });
         if (!_needsWholeRun) {
             remember(words, first);
         }
@@ -320,7 +322,13 @@ private:
     /// Whether the word looks the same in all texts: HarfBuzz lets letters join those beyond the ends of a
     /// run, and puts a circle under a mark that begins a text.
     bool mayRemember(const Word& word) const {
-        return !getTraits(decodeAt(_text, word.begin)).isMark() && !joinsOutside(word);
+        return !getTraits(decodeAt(_text, word.begin)).isMark() && !beginsWithIgnorable(word) &&
+               !joinsOutside(word);
+    }
+
+    /// What HarfBuzz does to a joiner without a base depends on what follows it, spaces included.
+    bool beginsWithIgnorable(const Word& word) const {
+        return _plan.isDecomposing() && getTraits(decodeAt(_text, word.begin)).isDefaultIgnorable();
     }
 
     /// Marks beside the run join, too, for the letter beyond them.
