@@ -87,8 +87,8 @@ Canvas makeCanvas(const Box& box, float margin, float pixelRatio) {
     return {size, {-left, -top}};
 }
 
-Vec2<float> getBaseLineStart(const Vec2<float>& start, const TextPaint& paint, const Placement& placement,
-                             const Vec2<float>& origin) {
+Vec2<float> getStart(const Vec2<float>& start, const TextPaint& paint, const Placement& placement,
+                     const Vec2<float>& origin) {
     const Vec2<float> placed = place(start, placement);
     const Vec2<float> moved(placed.x + origin.x, placed.y + origin.y);
     const bool isSharp = paint.kind == PainterKind::Raster && toRadians(placement.degrees) == 0.0F;
@@ -106,7 +106,7 @@ void drawBlock(CairoPainter& painter, const TextBlock& block, const TextFont& fo
     for (const BlockLine& line : block.lines) {
         for (const Segment& segment : line.segments) {
             painter.pushTransform();
-            enterPlacement(painter, getBaseLineStart({segment.x, line.baseLine}, paint, placement, origin),
+            enterPlacement(painter, getStart({segment.x, line.baseLine}, paint, placement, origin),
                            placement);
             paintText(painter, font, segment.text, paint);
             painter.popTransform();

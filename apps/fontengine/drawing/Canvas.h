@@ -47,10 +47,10 @@ Box unite(const Box& a, const Box& b);
 /// was measured from (0, 0).
 Canvas makeCanvas(const Box& box, float margin, float pixelRatio);
 
-/// Where the origin of a base line lies that begins at `start` before it is placed. Bitmaps stay sharp if it
-/// lies on a whole pixel; rotated ones are resampled anyway.
-cinder::Vec2<float> getBaseLineStart(const cinder::Vec2<float>& start, const TextPaint& paint,
-                                     const Placement& placement, const cinder::Vec2<float>& origin);
+/// Where `start` lies when it is placed. For bitmaps, this is a whole pixel, which keeps them sharp; rotated
+/// ones are resampled anyway.
+cinder::Vec2<float> getStart(const cinder::Vec2<float>& start, const TextPaint& paint,
+                             const Placement& placement, const cinder::Vec2<float>& origin);
 
 /// Moves the painter's origin, and then rotates and scales.
 void enterPlacement(CairoAdapter::CairoPainter& painter, const cinder::Vec2<float>& origin,

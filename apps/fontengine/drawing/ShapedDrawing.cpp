@@ -57,10 +57,8 @@ public:
     void draw(CairoPainter& painter, const TextPaint& paint, const Placement& placement,
               const cinder::Vec2<float>& origin) const override {
         try {
-            const float baseLine = _paragraph.getLines().front().baseLine;
             painter.pushTransform();
-            enterPlacement(painter, getBaseLineStart({0.0F, baseLine}, paint, placement, origin), placement);
-            painter.translate({0.0F, -baseLine});
+            enterPlacement(painter, getStart({0.0F, 0.0F}, paint, placement, origin), placement);
             if (paint.kind == PainterKind::Raster) {
                 drawRaster(painter, paint);
             } else {

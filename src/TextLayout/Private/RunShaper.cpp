@@ -19,6 +19,13 @@ bool isRightToLeft(const RunToShape& run) {
     return HB_DIRECTION_IS_BACKWARD(run.properties.direction);
 }
 
+/// Whether the run goes to the right in a script that goes to the left, as numbers do. HarfBuzz then looks at
+/// the whole run for letters and digits before it decides about a direction.
+bool runsAgainstScript(const RunToShape& run) {
+    return !isRightToLeft(run) &&
+           hb_script_get_horizontal_direction(run.properties.script) == HB_DIRECTION_RTL;
+}
+
 /// The settings for the bytes of a part; those that hold for all of it hold for any text.
 std::vector<hb_feature_t> selectFeatures(const std::vector<TextFeature>& features, const TextPart& part) {
     std::vector<hb_feature_t> selected;
@@ -67,7 +74,8 @@ public:
         , _run(run)
         , _plan(plan)
         , _lock(shaper._caches.mutex)
-        , _hasFreeSpaces(plan.findFreeGlyph(U' ') != nullptr) {}
+        , _isOneWord(runsAgainstScript(run))
+        , _hasFreeSpaces(!_isOneWord && plan.findFreeGlyph(U' ') != nullptr) {}
 
     void append() {
         const std::size_t first = _glyphs.size();
@@ -137,7 +145,7 @@ private:
 
     bool isIdeographic(char32_t character) const {
         constexpr char32_t firstIdeographic = 0x2E80;
-        return character >= firstIdeographic && _plan.hasFreeGlyphs() &&
+        return character >= firstIdeographic && !_isOneWord && _plan.hasFreeGlyphs() &&
                getTraits(character).isIdeographOrKana();
     }
 
@@ -366,6 +374,7 @@ private:
     const RunToShape& _run;
     ShapePlan& _plan;
     std::unique_lock<std::mutex> _lock;
+    bool _isOneWord;
     bool _hasFreeSpaces;
     bool _needsWholeRun = false;
     Character _last{0, std::numeric_limits<std::uint32_t>::max(), 0};
