@@ -1,9 +1,8 @@
 #include <TextLayout/Private/RunShaper.h>
 
 #include <TextLayout/Private/CharacterTraits.h>
+#include <TextLayout/Private/RunDependence.h>
 #include <TextLayout/Private/TextCharacters.h>
-
-#include <unicode/unorm2.h>
 
 #include <algorithm>
 #include <cmath>
@@ -17,13 +16,6 @@ namespace {
 
 bool isRightToLeft(const RunToShape& run) {
     return HB_DIRECTION_IS_BACKWARD(run.properties.direction);
-}
-
-/// Whether the run goes to the right in a script that goes to the left, as numbers do. HarfBuzz then looks at
-/// the whole run for letters and digits before it decides about a direction.
-bool runsAgainstScript(const RunToShape& run) {
-    return !isRightToLeft(run) &&
-           hb_script_get_horizontal_direction(run.properties.script) == HB_DIRECTION_RTL;
 }
 
 /// The settings for the bytes of a part; those that hold for all of it hold for any text.
@@ -49,16 +41,6 @@ bool holdForWholeText(const std::vector<hb_feature_t>& features) {
     });
 }
 
-/// Whether a canonically equivalent spelling has several characters.
-bool isDecomposable(char32_t character) {
-    constexpr char32_t firstDecomposable = 0xC0;
-    UErrorCode status = U_ZERO_ERROR;
-    const UNormalizer2* const normalizer = unorm2_getNFDInstance(&status);
-    return character >= firstDecomposable && U_SUCCESS(status) &&
-           unorm2_isInert(normalizer, static_cast<UChar32>(character)) == 0 &&
-           unorm2_getRawDecomposition(normalizer, static_cast<UChar32>(character), nullptr, 0, &status) >= 0;
-}
-
 } // namespace
 
 /// Shapes a run word by word. A word is what stands between characters that stand for themselves, such as
@@ -74,12 +56,12 @@ public:
         , _run(run)
         , _plan(plan)
         , _lock(shaper._caches.mutex)
-        , _isOneWord(runsAgainstScript(run))
+        , _isOneWord(runsAgainstScript(run.properties))
         , _hasFreeSpaces(!_isOneWord && plan.findFreeGlyph(U' ') != nullptr) {}
 
     void append() {
         const std::size_t first = _glyphs.size();
-        _needsWholeRun = isDecomposedAlone(_run.part);
+        _needsWholeRun = staysDecomposed(_run.part);
         for (std::uint32_t position = _run.part.begin; position != _run.part.end && !_needsWholeRun;) {
             position = appendNext(position);
         }
@@ -136,11 +118,6 @@ private:
         return isCandidate && _clusterStarts.test(character.end) && !isMark(read(character.end).code)
                    ? _plan.findFreeGlyph(character.code)
                    : nullptr;
-    }
-
-    static bool isMark(char32_t character) {
-        constexpr char32_t firstMark = 0x300;
-        return character >= firstMark && getTraits(character).isMark();
     }
 
     bool isIdeographic(char32_t character) const {
@@ -228,9 +205,9 @@ private:
         beginBlock();
         const std::size_t first = _glyphs.size();
         execute(block);
-        _needsWholeRun = hasCircle(first) || isDecomposedAlone(block) ||
+        _needsWholeRun = hasCircle(first) || staysDecomposed(block) ||
                          std::any_of(words.begin(), words.end(),
-                                     [this](const Word& word) { return beginsWithIgnorable(word); });
+                                     [this](const Word& word) { return beginsWithJoiner(word); });
         if (!_needsWholeRun) {
             remember(words, first);
         }
@@ -247,7 +224,7 @@ private:
     void shapeWholeRun() {
         const std::size_t first = _glyphs.size();
         execute(_run.part);
-        if (!hasCircle(first) && !isDecomposedAlone(_run.part)) {
+        if (!hasCircle(first) && !staysDecomposed(_run.part)) {
             remember(listWords(), first);
         }
     }
@@ -265,9 +242,8 @@ private:
         return words;
     }
 
-    /// Whether the glyphs contain a dotted circle, which HarfBuzz puts under marks without a base. It numbers
-    /// the syllables of a run up to 15 and then from the beginning, and may take a broken one for the one
-    /// before it, so what it does to a word depends on the whole run.
+    /// Whether there is a dotted circle, which HarfBuzz puts under marks without a base. It may take a broken
+    /// syllable for the one 15 syllables before it, so what it does to a word depends on the whole run.
     bool hasCircle(std::size_t first) const {
         const std::uint16_t circle = _plan.getDottedCircle();
         return circle != 0 &&
@@ -275,23 +251,12 @@ private:
                            [circle](const ShapedGlyph& glyph) { return glyph.index == circle; });
     }
 
-    /// Whether HarfBuzz decomposes characters of the part and leaves them so, although it would compose them
-    /// again if there were a mark anywhere behind the first character.
-    bool isDecomposedAlone(const TextPart& part) {
-        return _plan.isDecomposing() && !hasAny(findCharacterBehind(_text, part.begin), part.end, isMark) &&
-               hasAny(part.begin, part.end, isDecomposable);
+    bool staysDecomposed(const Word& block) const {
+        return _plan.mayDecompose() && TextLayout::staysDecomposed(_text, block);
     }
 
-    template <class Predicate>
-    bool hasAny(std::uint32_t begin, std::uint32_t end, const Predicate& predicate) {
-        for (std::uint32_t position = begin; position < end;) {
-            const Character character = read(position);
-            if (predicate(character.code)) {
-                return true;
-            }
-            position = character.end;
-        }
-        return false;
+    bool beginsWithJoiner(const Word& word) const {
+        return _plan.hasSyllables() && isJoinerAt(_text, word.begin);
     }
 
     /// Puts the words of a block into the cache.
@@ -330,13 +295,7 @@ private:
     /// Whether the word looks the same in all texts: HarfBuzz lets letters join those beyond the ends of a
     /// run, and puts a circle under a mark that begins a text.
     bool mayRemember(const Word& word) const {
-        return !getTraits(decodeAt(_text, word.begin)).isMark() && !beginsWithIgnorable(word) &&
-               !joinsOutside(word);
-    }
-
-    /// What HarfBuzz does to a joiner without a base depends on what follows it, spaces included.
-    bool beginsWithIgnorable(const Word& word) const {
-        return _plan.isDecomposing() && getTraits(decodeAt(_text, word.begin)).isDefaultIgnorable();
+        return !isMark(decodeAt(_text, word.begin)) && !beginsWithJoiner(word) && !joinsOutside(word);
     }
 
     /// Marks beside the run join, too, for the letter beyond them.
