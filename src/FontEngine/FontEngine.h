@@ -16,6 +16,7 @@
 #include <FontEngine/Renderer/FE_GlyphOutlines.h>
 #include <FontEngine/Renderer/FE_OutlineGlyphRun.h>
 #include <FontEngine/Renderer/FE_PlacedGlyphRun.h>
+#include <FontEngine/Renderer/FE_RasterSpace.h>
 #include <FontEngine/Renderer/FE_RasterTextPainter.h>
 #include <FontEngine/Renderer/FE_VectorTextPainter.h>
 #include <FontLoaders/FontLoaders.h>

@@ -1,3 +1,5 @@
+#include "InstalledFonts.h"
+
 #include <support/CountingLoader.h>
 #include <support/Descriptions.h>
 #include <support/ExpectAssertion.h>
@@ -21,16 +23,6 @@ using FontEngine::FontFactory;
 using FontEngine::FontStyle;
 
 namespace {
-
-NNPtr<const FontFactory> getInstalledFonts() {
-    static const auto factory = FontFactory::create("DejaVu Sans");
-    return factory;
-}
-
-const TextShaper& getShaper() {
-    static const TextShaper shaper(getInstalledFonts());
-    return shaper;
-}
 
 /// A font whose letters are 600 units wide, its space 250, in a factory that has nothing else.
 NNPtr<const FontFactory> makeBuiltFonts() {

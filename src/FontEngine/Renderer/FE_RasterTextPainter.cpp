@@ -4,8 +4,8 @@
 #include <FontEngine/FE_FontFactory.h>
 #include <FontEngine/Private/FE_GlyphService.h>
 #include <FontEngine/Private/FE_GlyphSources.h>
+#include <FontEngine/Renderer/FE_RasterSpace.h>
 #include <Utils/Public/Assert.h>
-#include <Utils/Public/MatrixUtils.h>
 #include <Utils/Public/Ptr/PtrUtils.h>
 
 #include <cmath>
@@ -67,11 +67,6 @@ float getTop(const BitmapGlyph& glyph, const FT_BBox& box, float devicePixelRati
     return snapTop(static_cast<float>(offset) / devicePixelRatio + glyph.getPos().y);
 }
 
-bool isRotated(float angle) {
-    constexpr float negligible = 9.5367431640625e-07F; // 2^-20
-    return !(std::fabs(angle) < negligible);
-}
-
 /// Like FontFace::getGlyphBitmapWithSubpixels. The key in the glyph names the right face even if the glyph
 /// comes from a fallback font.
 Internal::ImagePtr shareImage(std::optional<Internal::ImageCache::Handle>& strike, const BitmapGlyph& glyph,
@@ -96,16 +91,10 @@ void RasterTextPainter::drawText(boost::string_ref text, const NNPtr<const Gfx::
     if (font == nullptr) {
         doFailAssert("FontEngine/Renderer/FE_RasterTextPainter", 136, "font");
     }
-    const cinder::MatrixAffine2<float> transform = _painter.getTransform();
-    const cinder::Vec2<float> scale(getScaleX(transform), getScaleY(transform));
-    const BitmapGlyphRun run = createGlyphRun(text, extFontInfo, *font, devicePixelRatio, scale);
+    const RasterSpace space = getRasterSpace(_painter);
+    const BitmapGlyphRun run = createGlyphRun(text, extFontInfo, *font, devicePixelRatio, space.scale);
 
-    _painter.resetTransform();
-    _painter.translate({getTranslateX(transform), getTranslateY(transform)});
-    const float angle = getAngle(transform);
-    if (isRotated(angle)) {
-        _painter.rotate(angle);
-    }
+    enterRasterSpace(_painter, space);
     drawGlyphRun(run, *font, color, devicePixelRatio);
     _painter.popTransform(); // no guard, because after an exception the owner restores the painter
 }

@@ -15,6 +15,9 @@ struct GlyphPiece {
     std::uint32_t glyphEnd;
     float x; ///< of the first pen position, in the units of the font size, to the right
     float y; ///< of the base line, down
+    /// Whether the piece begins where the one before it in the list ends, on the same base line. Its glyphs
+    /// then stand where they would stand in one piece.
+    bool continuesLast = false;
 };
 
 } // namespace Vell::TextLayout

@@ -12,7 +12,7 @@ namespace Vell::TextLayout {
 
 namespace {
 
-bool areEqual(const hb_feature_t& lhs, const hb_feature_t& rhs) {
+bool areSameFeature(const hb_feature_t& lhs, const hb_feature_t& rhs) {
     return lhs.tag == rhs.tag && lhs.value == rhs.value && lhs.start == rhs.start && lhs.end == rhs.end;
 }
 
@@ -31,7 +31,7 @@ HarfBuzzPtr<hb_shape_plan_t> makePlan(hb_font_t* font, const ShapePlanKey& key) 
 bool ShapePlanKey::operator==(const ShapePlanKey& other) const {
     return hb_segment_properties_equal(&properties, &other.properties) != 0 &&
            std::equal(features.begin(), features.end(), other.features.begin(), other.features.end(),
-                      areEqual);
+                      areSameFeature);
 }
 
 ShapePlan::ShapePlan(hb_font_t* font, ShapePlanKey key, std::uint32_t id)

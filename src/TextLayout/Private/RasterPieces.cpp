@@ -1,0 +1,103 @@
+// Draws pieces as bitmaps.
+
+#include <TextLayout/Private/PieceDrawing.h>
+
+#include <FontEngine/Renderer/FE_PlacedGlyphRun.h>
+#include <FontEngine/Renderer/FE_RasterSpace.h>
+#include <FontEngine/Renderer/FE_RasterTextPainter.h>
+#include <TextLayout/Private/PieceColors.h>
+#include <TextLayout/Private/PieceLines.h>
+#include <TextLayout/Private/TextCharacters.h>
+
+#include <boost/container/static_vector.hpp>
+
+#include <cstddef>
+#include <utility>
+
+namespace Vell::TextLayout {
+
+namespace {
+
+using FontEngine::PlacedGlyph;
+using FontEngine::PlacedGlyphRun;
+
+/// Appends the glyphs of a piece. The pen moves as it does in RasterTextPainter, in single precision. `penX`
+/// is where the last piece has left it.
+void append(const GlyphPiece& piece, const cinder::Vec2<float>& scale, float& penX, PlacedGlyphRun& placed) {
+    constexpr std::size_t batchSize = 64; // what one lock of the cache serves
+    boost::container::static_vector<PlacedGlyph, batchSize> batch;
+    const ShapedText& text = *piece.text;
+    const RunFont& font = text.getFont(text.getRuns()[piece.run]);
+    const auto flush = [&] {
+        placed.append(font.faceInfo, font.font.getFace(), font.font.getFontSize(), batch.data(),
+                      batch.size());
+        batch.clear();
+    };
+    if (!piece.continuesLast) {
+        penX = piece.x * scale.x;
+    }
+    const float penY = piece.y * scale.x; // bitmaps have the horizontal scale in both directions
+    for (std::uint32_t i = piece.glyphBegin; i != piece.glyphEnd; ++i) {
+        const ShapedGlyph& glyph = text.getGlyphs()[i];
+        const float x = penX + font.toUnits(static_cast<float>(glyph.xOffset)) * scale.x;
+        const float y = penY - font.toUnits(static_cast<float>(glyph.yOffset)) * scale.x;
+        batch.push_back({glyph.index, glyph.isLast, decodeAt(text.getText(), glyph.cluster), {x, y}});
+        const float advance = font.toUnits(static_cast<float>(glyph.advance)) * scale.x +
+                              (glyph.isSpaced ? scale.x * font.letterSpacing : 0.0F);
+        penX = advance + penX;
+        if (batch.size() == batchSize) {
+            flush();
+        }
+    }
+    flush();
+}
+
+std::size_t countGlyphs(const GlyphPiece* begin, const GlyphPiece* end) {
+    std::size_t count = 0;
+    for (const GlyphPiece* piece = begin; piece != end; ++piece) {
+        count += piece->glyphEnd - piece->glyphBegin;
+    }
+    return count;
+}
+
+/// Draws pieces of one colour.
+void drawAlike(const GlyphPiece* begin, const GlyphPiece* end, const FontEngine::RasterTarget& target,
+               const FontEngine::RasterSpace& space, const TextColor& color, float& penX) {
+    PlacedGlyphRun placed(target.devicePixelRatio, space.scale, target.isBottomUp, countGlyphs(begin, end));
+    for (const GlyphPiece* piece = begin; piece != end; ++piece) {
+        append(*piece, space.scale, penX, placed);
+    }
+    const RunFont& font = begin->text->getFont(begin->text->getRuns()[begin->run]);
+    FontEngine::RasterTextPainter(target.painter, target.glyphPainter, target.isBottomUp)
+        .drawGlyphRun(std::move(placed).finish(), font.font, color, target.devicePixelRatio);
+}
+
+} // namespace
+
+void drawRaster(const std::vector<GlyphPiece>& pieces, const FontEngine::RasterTarget& target,
+                const TextColorSetter& setColor) {
+    if (pieces.empty()) {
+        return;
+    }
+    PieceColors colors(target.color, setColor);
+    drawLines(pieces, target.painter, colors);
+    target.painter.pushTransform();
+    const FontEngine::RasterSpace space = FontEngine::getRasterSpace(target.painter);
+    enterRasterSpace(target.painter, space);
+    float penX = 0.0F;
+    const GlyphPiece* const end = pieces.data() + pieces.size();
+    for (const GlyphPiece* begin = pieces.data(); begin != end;) {
+        const TextColor color = colors.get(*begin);
+        const GlyphPiece* alike = begin + 1;
+        while (alike != end && areEqual(colors.get(*alike), color)) {
+            ++alike;
+        }
+        colors.use(color);
+        drawAlike(begin, alike, target, space, color, penX);
+        begin = alike;
+    }
+    target.painter.popTransform();
+    colors.restore();
+}
+
+} // namespace Vell::TextLayout
