@@ -3,6 +3,8 @@
 #include <TextLayout/Private/CharacterTraits.h>
 #include <TextLayout/Private/TextCharacters.h>
 
+#include <unicode/unorm2.h>
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -15,6 +17,13 @@ namespace {
 
 bool isRightToLeft(const RunToShape& run) {
     return HB_DIRECTION_IS_BACKWARD(run.properties.direction);
+}
+
+/// Whether the run goes to the right in a script that goes to the left, as numbers do. HarfBuzz then looks at
+/// the whole run for letters and digits before it decides about a direction.
+bool runsAgainstScript(const RunToShape& run) {
+    return !isRightToLeft(run) &&
+           hb_script_get_horizontal_direction(run.properties.script) == HB_DIRECTION_RTL;
 }
 
 /// The settings for the bytes of a part; those that hold for all of it hold for any text.
@@ -40,6 +49,16 @@ bool holdForWholeText(const std::vector<hb_feature_t>& features) {
     });
 }
 
+/// Whether a canonically equivalent spelling has several characters.
+bool isDecomposable(char32_t character) {
+    constexpr char32_t firstDecomposable = 0xC0;
+    UErrorCode status = U_ZERO_ERROR;
+    const UNormalizer2* const normalizer = unorm2_getNFDInstance(&status);
+    return character >= firstDecomposable && U_SUCCESS(status) &&
+           unorm2_isInert(normalizer, static_cast<UChar32>(character)) == 0 &&
+           unorm2_getRawDecomposition(normalizer, static_cast<UChar32>(character), nullptr, 0, &status) >= 0;
+}
+
 } // namespace
 
 /// Shapes a run word by word. A word is what stands between characters that stand for themselves, such as
@@ -55,14 +74,19 @@ public:
         , _run(run)
         , _plan(plan)
         , _lock(shaper._caches.mutex)
-        , _hasFreeSpaces(plan.findFreeGlyph(U' ') != nullptr) {}
+        , _isOneWord(runsAgainstScript(run))
+        , _hasFreeSpaces(!_isOneWord && plan.findFreeGlyph(U' ') != nullptr) {}
 
     void append() {
         const std::size_t first = _glyphs.size();
-        for (std::uint32_t position = _run.part.begin; position != _run.part.end;) {
+        _needsWholeRun = isDecomposedAlone(_run.part);
+        for (std::uint32_t position = _run.part.begin; position != _run.part.end && !_needsWholeRun;) {
             position = appendNext(position);
         }
-        if (isRightToLeft(_run)) {
+        if (_needsWholeRun) {
+            _glyphs.resize(first);
+            shapeWholeRun();
+        } else if (isRightToLeft(_run)) {
             turn(first);
         }
     }
@@ -105,16 +129,23 @@ private:
         return _last;
     }
 
-    /// The glyph of a character that is a cluster by itself and that nothing around it changes.
-    const FreeGlyph* findFree(const Character& character) const {
+    /// The glyph of a character that is a cluster by itself and that nothing around it changes. HarfBuzz
+    /// takes all marks into the cluster before them, also those that begin a grapheme cluster.
+    const FreeGlyph* findFree(const Character& character) {
         const bool isCandidate = character.code == U' ' ? _hasFreeSpaces : isIdeographic(character.code);
-        return isCandidate && _clusterStarts.test(character.end) ? _plan.findFreeGlyph(character.code)
-                                                                 : nullptr;
+        return isCandidate && _clusterStarts.test(character.end) && !isMark(read(character.end).code)
+                   ? _plan.findFreeGlyph(character.code)
+                   : nullptr;
+    }
+
+    static bool isMark(char32_t character) {
+        constexpr char32_t firstMark = 0x300;
+        return character >= firstMark && getTraits(character).isMark();
     }
 
     bool isIdeographic(char32_t character) const {
         constexpr char32_t firstIdeographic = 0x2E80;
-        return character >= firstIdeographic && _plan.hasFreeGlyphs() &&
+        return character >= firstIdeographic && !_isOneWord && _plan.hasFreeGlyphs() &&
                getTraits(character).isIdeographOrKana();
     }
 
@@ -142,7 +173,9 @@ private:
         return {_plan.getId(), _text.substr(word.begin, word.end - word.begin)};
     }
 
-    const std::vector<ShapedGlyph>* find(const Word& word) const { return _caches.words.find(makeKey(word)); }
+    const std::vector<ShapedGlyph>* find(const Word& word) const {
+        return joinsOutside(word) ? nullptr : _caches.words.find(makeKey(word));
+    }
 
     void appendCached(const std::vector<ShapedGlyph>& cached, const Word& word) {
         beginBlock();
@@ -176,6 +209,9 @@ private:
             position = candidate.end;
         }
         shape(missing);
+        if (_needsWholeRun) {
+            return _run.part.end;
+        }
         for (std::uint32_t position = missing.back().end; position != next.begin;) {
             const Character character = read(position);
             append(*findFree(character), character);
@@ -188,13 +224,74 @@ private:
     }
 
     void shape(const std::vector<Word>& words) {
+        const Word block{words.front().begin, words.back().end};
         beginBlock();
         const std::size_t first = _glyphs.size();
+        execute(block);
+        _needsWholeRun = hasCircle(first) || isDecomposedAlone(block) ||
+                         std::any_of(words.begin(), words.end(),
+                                     [this](const Word& word) { return beginsWithIgnorable(word); });
+        if (!_needsWholeRun) {
+            remember(words, first);
+        }
+    }
+
+    void execute(const Word& block) {
         _lock.unlock();
-        _plan.execute(_buffer.fill({words.front().begin, words.back().end}));
+        _plan.execute(_buffer.fill(block));
         _buffer.appendTo(_glyphs);
         _lock.lock();
-        remember(words, first);
+    }
+
+    /// For runs with a word whose glyphs depend on other words.
+    void shapeWholeRun() {
+        const std::size_t first = _glyphs.size();
+        execute(_run.part);
+        if (!hasCircle(first) && !isDecomposedAlone(_run.part)) {
+            remember(listWords(), first);
+        }
+    }
+
+    std::vector<Word> listWords() {
+        std::vector<Word> words;
+        for (std::uint32_t position = _run.part.begin; position != _run.part.end;) {
+            const Character character = read(position);
+            if (findFree(character) != nullptr) {
+                position = character.end;
+            } else {
+                position = words.emplace_back(findWord(position)).end;
+            }
+        }
+        return words;
+    }
+
+    /// Whether the glyphs contain a dotted circle, which HarfBuzz puts under marks without a base. It numbers
+    /// the syllables of a run up to 15 and then from the beginning, and may take a broken one for the one
+    /// before it, so what it does to a word depends on the whole run.
+    bool hasCircle(std::size_t first) const {
+        const std::uint16_t circle = _plan.getDottedCircle();
+        return circle != 0 &&
+               std::any_of(_glyphs.begin() + static_cast<std::ptrdiff_t>(first), _glyphs.end(),
+                           [circle](const ShapedGlyph& glyph) { return glyph.index == circle; });
+    }
+
+    /// Whether HarfBuzz decomposes characters of the part and leaves them so, although it would compose them
+    /// again if there were a mark anywhere behind the first character.
+    bool isDecomposedAlone(const TextPart& part) {
+        return _plan.isDecomposing() && !hasAny(findCharacterBehind(_text, part.begin), part.end, isMark) &&
+               hasAny(part.begin, part.end, isDecomposable);
+    }
+
+    template <class Predicate>
+    bool hasAny(std::uint32_t begin, std::uint32_t end, const Predicate& predicate) {
+        for (std::uint32_t position = begin; position < end;) {
+            const Character character = read(position);
+            if (predicate(character.code)) {
+                return true;
+            }
+            position = character.end;
+        }
+        return false;
     }
 
     /// Puts the words of a block into the cache.
@@ -233,9 +330,16 @@ private:
     /// Whether the word looks the same in all texts: HarfBuzz lets letters join those beyond the ends of a
     /// run, and puts a circle under a mark that begins a text.
     bool mayRemember(const Word& word) const {
-        return !getTraits(decodeAt(_text, word.begin)).isMark() && !joinsOutside(word);
+        return !getTraits(decodeAt(_text, word.begin)).isMark() && !beginsWithIgnorable(word) &&
+               !joinsOutside(word);
     }
 
+    /// What HarfBuzz does to a joiner without a base depends on what follows it, spaces included.
+    bool beginsWithIgnorable(const Word& word) const {
+        return _plan.isDecomposing() && getTraits(decodeAt(_text, word.begin)).isDefaultIgnorable();
+    }
+
+    /// Marks beside the run join, too, for the letter beyond them.
     bool joinsOutside(const Word& word) const {
         const bool mayJoinBefore = word.begin == _run.part.begin && word.begin != 0;
         const bool mayJoinBehind = word.end == _run.part.end && word.end != _text.size();
@@ -270,7 +374,9 @@ private:
     const RunToShape& _run;
     ShapePlan& _plan;
     std::unique_lock<std::mutex> _lock;
+    bool _isOneWord;
     bool _hasFreeSpaces;
+    bool _needsWholeRun = false;
     Character _last{0, std::numeric_limits<std::uint32_t>::max(), 0};
     std::vector<std::size_t> _blocks; // where they begin, in a run to the left
 };

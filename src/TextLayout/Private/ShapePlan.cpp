@@ -4,6 +4,7 @@
 #include <TextLayout/Public/TextLayoutException.h>
 
 #include <algorithm>
+#include <iterator>
 #include <limits>
 #include <new>
 #include <utility>
@@ -26,6 +27,24 @@ HarfBuzzPtr<hb_shape_plan_t> makePlan(hb_font_t* font, const ShapePlanKey& key) 
     return plan;
 }
 
+/// Of the common scripts, those that HarfBuzz shapes without decomposing them first. For others, the answer
+/// may be true without need.
+bool isDecomposedFirst(hb_script_t script) {
+    constexpr hb_script_t others[] = {
+        HB_SCRIPT_COMMON,   HB_SCRIPT_UNKNOWN,  HB_SCRIPT_LATIN,    HB_SCRIPT_GREEK,
+        HB_SCRIPT_CYRILLIC, HB_SCRIPT_ARMENIAN, HB_SCRIPT_GEORGIAN, HB_SCRIPT_HEBREW,
+        HB_SCRIPT_ARABIC,   HB_SCRIPT_SYRIAC,   HB_SCRIPT_THAI,     HB_SCRIPT_LAO,
+        HB_SCRIPT_HIRAGANA, HB_SCRIPT_HAN,      HB_SCRIPT_KATAKANA, HB_SCRIPT_HANGUL};
+    return std::find(std::begin(others), std::end(others), script) == std::end(others);
+}
+
+std::uint16_t findGlyph(hb_font_t* font, hb_codepoint_t character) {
+    hb_codepoint_t glyph = 0;
+    const bool isFound = hb_font_get_nominal_glyph(font, character, &glyph) != 0;
+    return isFound && glyph <= std::numeric_limits<std::uint16_t>::max() ? static_cast<std::uint16_t>(glyph)
+                                                                         : std::uint16_t{0};
+}
+
 } // namespace
 
 bool ShapePlanKey::operator==(const ShapePlanKey& other) const {
@@ -38,6 +57,8 @@ ShapePlan::ShapePlan(hb_font_t* font, ShapePlanKey key, std::uint32_t id)
     : _font(font)
     , _key(std::move(key))
     , _id(id)
+    , _isDecomposing(isDecomposedFirst(_key.properties.script))
+    , _dottedCircle(findGlyph(font, 0x25CC))
     , _plan(makePlan(font, _key))
     , _reach(findReachOfLookups(hb_font_get_face(font), _key.properties, _plan.get())) {}
 

@@ -42,6 +42,11 @@ public:
     std::uint32_t getId() const { return _id; }
     hb_font_t* getFont() const { return _font; }
 
+    /// Whether HarfBuzz decomposes characters even if the face has them.
+    bool isDecomposing() const { return _isDecomposing; }
+    /// The glyph that stands under marks without a base; 0 if there is none.
+    std::uint16_t getDottedCircle() const { return _dottedCircle; }
+
     /// Replaces the characters of the buffer by their glyphs. Any number of threads may call it.
     void execute(hb_buffer_t* buffer) const;
 
@@ -64,6 +69,8 @@ private:
     hb_font_t* _font;
     ShapePlanKey _key;
     std::uint32_t _id;
+    bool _isDecomposing;
+    std::uint16_t _dottedCircle;
     HarfBuzzPtr<hb_shape_plan_t> _plan;
     HarfBuzzPtr<hb_set_t> _reach; // null if it is not known
     std::map<char32_t, Page> _pages;
