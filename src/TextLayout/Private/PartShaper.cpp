@@ -16,23 +16,23 @@ constexpr std::uint32_t farthestRule = 256; // bytes; a rule of a font rarely lo
 
 } // namespace
 
-void PartShaper::append(const ShapePlan& plan, const TextPart& part) {
+void PartShaper::append(const Settings& settings, const TextPart& part) {
     if (isShort(part)) {
-        appendPiece(plan, part);
+        appendPiece(settings, part);
     } else {
-        append([&plan](const TextPart&) -> const ShapePlan& { return plan; }, part);
+        append(FindSettings([&settings](const TextPart&) { return settings; }), part);
     }
 }
 
-void PartShaper::append(const FindPlan& findPlan, const TextPart& part) {
+void PartShaper::append(const FindSettings& findSettings, const TextPart& part) {
     const std::size_t first = _glyphs.size();
     bool isRightToLeft = false;
     for (TextPart rest = part; rest.begin != rest.end;) {
         const TextPart piece{rest.begin, findPieceEnd(rest)};
-        const ShapePlan& plan = findPlan(piece);
+        const Settings settings = findSettings(piece);
         const std::size_t firstOfPiece = _glyphs.size();
-        appendPiece(plan, piece);
-        isRightToLeft = HB_DIRECTION_IS_BACKWARD(plan.getKey().properties.direction);
+        appendPiece(settings, piece);
+        isRightToLeft = HB_DIRECTION_IS_BACKWARD(settings.plan.getKey().properties.direction);
         if (isRightToLeft) {
             std::reverse(_glyphs.begin() + static_cast<std::ptrdiff_t>(firstOfPiece), _glyphs.end());
         }
@@ -54,8 +54,8 @@ void PartShaper::checkGlyphCount(std::size_t count) const {
     }
 }
 
-void PartShaper::appendPiece(const ShapePlan& plan, const TextPart& piece) {
-    plan.execute(_buffer.fill(piece));
+void PartShaper::appendPiece(const Settings& settings, const TextPart& piece) {
+    settings.plan.execute(_buffer.fill(piece), settings.features);
     _buffer.appendTo(_glyphs);
     checkGlyphCount(_glyphs.size());
 }

@@ -20,7 +20,11 @@ namespace Vell::TextLayout {
 /// than 512 bytes is divided: each piece of it is a cluster of its own.
 class PartShaper {
 public:
-    using FindPlan = std::function<const ShapePlan&(const TextPart&)>;
+    struct Settings {
+        const ShapePlan& plan;
+        const std::vector<hb_feature_t>& features;
+    };
+    using FindSettings = std::function<Settings(const TextPart&)>;
 
     /// The arguments must outlive the object.
     PartShaper(std::string_view text, const ByteSet& clusterStarts, std::vector<ShapedGlyph>& glyphs)
@@ -30,16 +34,16 @@ public:
         , _buffer(text) {}
 
     /// Appends the glyphs of a part in visual order.
-    void append(const ShapePlan& plan, const TextPart& part);
-    /// The same with a plan for each piece.
-    void append(const FindPlan& findPlan, const TextPart& part);
+    void append(const Settings& settings, const TextPart& part);
+    /// The same with settings for each piece.
+    void append(const FindSettings& findSettings, const TextPart& part);
 
     /// Throws TextLayoutException if that many glyphs are too many for the text: fonts may replace a
     /// character by any number of them.
     void checkGlyphCount(std::size_t count) const;
 
 private:
-    void appendPiece(const ShapePlan& plan, const TextPart& piece);
+    void appendPiece(const Settings& settings, const TextPart& piece);
     bool isShort(const TextPart& part) const;
     std::uint32_t findPieceEnd(const TextPart& rest) const;
     std::uint32_t findEndInCluster(const TextPart& rest) const;

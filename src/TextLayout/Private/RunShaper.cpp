@@ -7,7 +7,6 @@
 #include <cmath>
 #include <limits>
 #include <mutex>
-#include <optional>
 #include <utility>
 
 namespace Vell::TextLayout {
@@ -174,7 +173,8 @@ private:
         beginBlock();
         const std::size_t first = _glyphs.size();
         _lock.unlock();
-        _parts.append(_plan, {words.front().begin, words.back().end});
+        _parts.append(PartShaper::Settings{_plan, _plan.getKey().features},
+                      {words.front().begin, words.back().end});
         _lock.lock();
         remember(words, first);
     }
@@ -306,15 +306,11 @@ void RunShaper::appendPartlySet(const RunToShape& run) {
         appendUnshaped(run);
         return;
     }
-    std::optional<ShapePlan> plan;
-    const auto findPlan = [&](const TextPart& piece) -> const ShapePlan& {
-        const ShapePlanKey key{run.properties, run.features.select(piece).settings};
-        if (!plan || !(plan->getKey() == key)) {
-            plan.emplace(font->makePassingPlan(key));
-        }
-        return *plan;
+    const auto findSettings = [&](const TextPart& piece) -> PartShaper::Settings {
+        const std::vector<hb_feature_t>& settings = run.features.select(piece).settings;
+        return {_caches.getPlan(*font, {run.properties, settings}), settings};
     };
-    _parts.append(findPlan, run.part);
+    _parts.append(PartShaper::FindSettings(findSettings), run.part);
 }
 
 void RunShaper::appendUnshaped(const RunToShape& run) {

@@ -16,6 +16,10 @@ bool areSameFeature(const hb_feature_t& lhs, const hb_feature_t& rhs) {
     return lhs.tag == rhs.tag && lhs.value == rhs.value && lhs.start == rhs.start && lhs.end == rhs.end;
 }
 
+bool holdsForAll(const hb_feature_t& feature) {
+    return feature.start == HB_FEATURE_GLOBAL_START && feature.end == HB_FEATURE_GLOBAL_END;
+}
+
 HarfBuzzPtr<hb_shape_plan_t> makePlan(hb_font_t* font, const ShapePlanKey& key) {
     HarfBuzzPtr<hb_shape_plan_t> plan(
         hb_shape_plan_create_cached(hb_font_get_face(font), &key.properties, key.features.data(),
@@ -27,6 +31,17 @@ HarfBuzzPtr<hb_shape_plan_t> makePlan(hb_font_t* font, const ShapePlanKey& key) 
 }
 
 } // namespace
+
+ShapePlanKey::ShapePlanKey(const hb_segment_properties_t& keyProperties,
+                           std::vector<hb_feature_t> keyFeatures)
+    : properties(keyProperties)
+    , features(std::move(keyFeatures)) {
+    for (hb_feature_t& feature : features) {
+        if (!holdsForAll(feature)) {
+            feature.start = feature.end = 1;
+        }
+    }
+}
 
 bool ShapePlanKey::operator==(const ShapePlanKey& other) const {
     return hb_segment_properties_equal(&properties, &other.properties) != 0 &&
@@ -40,11 +55,11 @@ ShapePlan::ShapePlan(hb_font_t* font, ShapePlanKey key, std::uint32_t id)
     , _id(id)
     , _plan(makePlan(font, _key)) {}
 
-void ShapePlan::execute(hb_buffer_t* buffer) const {
+void ShapePlan::execute(hb_buffer_t* buffer, const std::vector<hb_feature_t>& features) const {
     hb_buffer_set_segment_properties(buffer, &_key.properties);
     // hb_shape_plan_execute() itself limits neither the glyphs nor the time; this call finds the same plan.
-    const bool isDone = hb_shape_full(_font, buffer, _key.features.data(),
-                                      static_cast<unsigned int>(_key.features.size()), nullptr) != 0;
+    const bool isDone = hb_shape_full(_font, buffer, features.data(),
+                                      static_cast<unsigned int>(features.size()), nullptr) != 0;
     if (!isDone || hb_buffer_allocation_successful(buffer) == 0) {
         throw TextLayoutException(
             "hb_shape_full: out of memory, or the font makes too many glyphs or takes too many steps");

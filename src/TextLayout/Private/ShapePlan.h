@@ -14,9 +14,11 @@
 
 namespace Vell::TextLayout {
 
-/// How HarfBuzz shapes a face in one script, direction and language, with certain features for the whole
-/// text.
+/// How HarfBuzz shapes a face in one script, direction and language, with certain features.
 struct ShapePlanKey {
+    /// Forgets where features that are not set for a whole text begin and end.
+    ShapePlanKey(const hb_segment_properties_t& keyProperties, std::vector<hb_feature_t> keyFeatures);
+
     hb_segment_properties_t properties;
     std::vector<hb_feature_t> features;
 
@@ -44,8 +46,9 @@ public:
     std::uint32_t getId() const { return _id; }
     hb_font_t* getFont() const { return _font; }
 
-    /// Replaces the characters of the buffer by their glyphs. Any number of threads may call it.
-    void execute(hb_buffer_t* buffer) const;
+    /// Replaces the characters of the buffer by their glyphs. `features` are those that the key was made
+    /// from. Any number of threads may call it.
+    void execute(hb_buffer_t* buffer, const std::vector<hb_feature_t>& features) const;
 
     /// Whether there may be characters that stand for themselves.
     bool hasFreeGlyphs() { return getReach() != nullptr; }

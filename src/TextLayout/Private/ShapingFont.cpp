@@ -38,11 +38,6 @@ ShapingFont::ShapingFont(const FontEngine::FaceData& data)
     hb_font_make_immutable(_font.get());
 }
 
-ShapePlan ShapingFont::makePassingPlan(const ShapePlanKey& key) {
-    ++_passingPlanCount;
-    return {_font.get(), key, 0};
-}
-
 ShapePlan& ShapingFont::getPlan(const ShapePlanKey& key, std::uint32_t& lastId) {
     const auto found =
         std::find_if(_plans.begin(), _plans.end(), [&](const auto& plan) { return plan->getKey() == key; });

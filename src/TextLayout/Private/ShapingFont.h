@@ -5,7 +5,6 @@
 #include <TextLayout/Private/ShapePlan.h>
 #include <Utils/Public/Ptr/CheckedPtr.h>
 
-#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -25,12 +24,8 @@ public:
 
     hb_font_t* getHandle() const { return _font.get(); }
 
-    /// A plan that is used only once. HarfBuzz keeps what belongs to it. Needs the font as long as it is
-    /// used.
-    ShapePlan makePassingPlan(const ShapePlanKey& key);
-
     /// Whether it has so many plans that a new font should take its place: no plan is ever given up alone.
-    bool hasManyPlans() const { return _plans.size() + _passingPlanCount >= manyPlans; }
+    bool hasManyPlans() const { return _plans.size() >= manyPlans; }
 
     /// The plan for a key, made on the first request. A new plan takes the next id. The owner serialises all
     /// calls.
@@ -43,7 +38,6 @@ private:
     HarfBuzzPtr<hb_font_t> _font;
     bool _canShape;
     std::vector<std::unique_ptr<ShapePlan>> _plans;
-    std::atomic<std::size_t> _passingPlanCount{0};
 };
 
 } // namespace Vell::TextLayout
