@@ -68,4 +68,14 @@ bool isJoinerAt(std::string_view text, std::uint32_t offset) {
     return character == U'\u200C' || character == U'\u200D' || character == U'\u2060';
 }
 
+bool joinsOutside(std::string_view text, const TextPart& run, const TextPart& word) {
+    const bool mayJoinBefore = word.begin == run.begin && word.begin != 0;
+    const bool mayJoinBehind = word.end == run.end && word.end != text.size();
+    const auto isJoiningAt = [text](std::uint32_t offset) {
+        return getTraits(decodeAt(text, offset)).isJoining();
+    };
+    return (mayJoinBefore && isJoiningAt(findCharacterBefore(text, word.begin))) ||
+           (mayJoinBehind && isJoiningAt(word.end));
+}
+
 } // namespace Vell::TextLayout

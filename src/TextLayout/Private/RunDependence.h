@@ -8,8 +8,7 @@
 #include <cstdint>
 #include <string_view>
 
-/// Where HarfBuzz lets the glyphs of a word depend on the rest of its run, although no lookup of the font
-/// does. Such a run must be shaped at once.
+/// Where HarfBuzz lets the glyphs of a word depend on what is around it, although no lookup of the font does.
 namespace Vell::TextLayout {
 
 inline bool isMark(char32_t character) {
@@ -34,5 +33,8 @@ bool hasSyllables(hb_script_t script);
 /// Whether a joiner without a base is at `offset`. In scripts with syllables, what becomes of it depends on
 /// what follows, spaces included.
 bool isJoinerAt(std::string_view text, std::uint32_t offset);
+
+/// Whether letters at the ends of a word may join letters beyond its run. Marks in between join, too.
+bool joinsOutside(std::string_view text, const TextPart& run, const TextPart& word);
 
 } // namespace Vell::TextLayout

@@ -18,29 +18,6 @@ bool isRightToLeft(const RunToShape& run) {
     return HB_DIRECTION_IS_BACKWARD(run.properties.direction);
 }
 
-/// The settings for the bytes of a part; those that hold for all of it hold for any text.
-std::vector<hb_feature_t> selectFeatures(const std::vector<TextFeature>& features, const TextPart& part) {
-    std::vector<hb_feature_t> selected;
-    for (const TextFeature& feature : features) {
-        if (feature.begin >= part.end || feature.end <= part.begin) {
-            continue;
-        }
-        const bool isForAll = feature.begin <= part.begin && feature.end >= part.end;
-        selected.push_back({feature.tag, feature.value,
-                            isForAll ? HB_FEATURE_GLOBAL_START : static_cast<unsigned int>(feature.begin),
-                            isForAll
-                                ? HB_FEATURE_GLOBAL_END
-                                : static_cast<unsigned int>(std::min<std::size_t>(feature.end, part.end))});
-    }
-    return selected;
-}
-
-bool holdForWholeText(const std::vector<hb_feature_t>& features) {
-    return std::all_of(features.begin(), features.end(), [](const hb_feature_t& feature) {
-        return feature.start == HB_FEATURE_GLOBAL_START && feature.end == HB_FEATURE_GLOBAL_END;
-    });
-}
-
 } // namespace
 
 /// Shapes a run word by word. A word is what stands between characters that stand for themselves, such as
@@ -52,7 +29,7 @@ public:
         , _text(shaper._text)
         , _clusterStarts(shaper._clusterStarts)
         , _glyphs(shaper._glyphs)
-        , _buffer(shaper._buffer)
+        , _parts(shaper._parts)
         , _run(run)
         , _plan(plan)
         , _lock(shaper._caches.mutex)
@@ -75,6 +52,8 @@ public:
 
 private:
     using Word = TextPart;
+
+    static constexpr std::uint32_t longBlock = 8192; // bytes; more words at once are not shaped any faster
 
     struct Character {
         char32_t code;
@@ -151,12 +130,13 @@ private:
     }
 
     const std::vector<ShapedGlyph>* find(const Word& word) const {
-        return joinsOutside(word) ? nullptr : _caches.words.find(makeKey(word));
+        return joinsOutside(_text, _run.part, word) ? nullptr : _caches.words.find(makeKey(word));
     }
 
     void appendCached(const std::vector<ShapedGlyph>& cached, const Word& word) {
         beginBlock();
         const std::size_t first = _glyphs.size();
+        _parts.checkGlyphCount(first + cached.size());
         _glyphs.insert(_glyphs.end(), cached.begin(), cached.end());
         for (auto glyph = _glyphs.begin() + static_cast<std::ptrdiff_t>(first); glyph != _glyphs.end();
              ++glyph) {
@@ -169,8 +149,9 @@ private:
     std::uint32_t shapeFrom(const Word& word) {
         std::vector<Word> missing{word};
         std::vector<ShapedGlyph> nextGlyphs; // of the first word that is not missing
-        Word next{_run.part.end, _run.part.end};
-        for (std::uint32_t position = word.end; position != _run.part.end;) {
+        Word next{0, 0};
+        const std::uint32_t end = _run.part.end;
+        for (std::uint32_t position = word.end; position != end && position - word.begin < longBlock;) {
             const Character character = read(position);
             if (findFree(character) != nullptr) {
                 position = character.end;
@@ -187,16 +168,17 @@ private:
         }
         shape(missing);
         if (_needsWholeRun) {
-            return _run.part.end;
+            return end;
+        }
+        if (nextGlyphs.empty()) {
+            return missing.back().end;
         }
         for (std::uint32_t position = missing.back().end; position != next.begin;) {
             const Character character = read(position);
             append(*findFree(character), character);
             position = character.end;
         }
-        if (!nextGlyphs.empty()) {
-            appendCached(nextGlyphs, next);
-        }
+        appendCached(nextGlyphs, next);
         return next.end;
     }
 
@@ -215,8 +197,7 @@ private:
 
     void execute(const Word& block) {
         _lock.unlock();
-        _plan.execute(_buffer.fill(block));
-        _buffer.appendTo(_glyphs);
+        _parts.append(PartShaper::Settings{_plan, _plan.getKey().features}, block);
         _lock.lock();
     }
 
@@ -295,15 +276,8 @@ private:
     /// Whether the word looks the same in all texts: HarfBuzz lets letters join those beyond the ends of a
     /// run, and puts a circle under a mark that begins a text.
     bool mayRemember(const Word& word) const {
-        return !isMark(decodeAt(_text, word.begin)) && !beginsWithJoiner(word) && !joinsOutside(word);
-    }
-
-    /// Marks beside the run join, too, for the letter beyond them.
-    bool joinsOutside(const Word& word) const {
-        const bool mayJoinBefore = word.begin == _run.part.begin && word.begin != 0;
-        const bool mayJoinBehind = word.end == _run.part.end && word.end != _text.size();
-        return (mayJoinBefore && isJoining(decodeAt(_text, findCharacterBefore(_text, word.begin)))) ||
-               (mayJoinBehind && isJoining(decodeAt(_text, word.end)));
+        return !isMark(decodeAt(_text, word.begin)) && !beginsWithJoiner(word) &&
+               !joinsOutside(_text, _run.part, word);
     }
 
     /// Glyphs that are appended from here on stand left of what was appended before, if the run goes to the
@@ -329,7 +303,7 @@ private:
     std::string_view _text;
     const ByteSet& _clusterStarts;
     std::vector<ShapedGlyph>& _glyphs;
-    ShapingBuffer& _buffer;
+    PartShaper& _parts;
     const RunToShape& _run;
     ShapePlan& _plan;
     std::unique_lock<std::mutex> _lock;
@@ -346,33 +320,53 @@ RunShaper::RunShaper(ShapingCaches& caches, std::string_view text, const ByteSet
     , _text(text)
     , _clusterStarts(clusterStarts)
     , _glyphs(glyphs)
-    , _buffer(text) {}
+    , _parts(text, clusterStarts, glyphs) {}
 
 void RunShaper::append(const RunToShape& run) {
-    ShapingFont& font = useFont(run.face);
-    if (!font.canShape()) {
+    const SelectedFeatures& selected = run.features.select(run.part);
+    if (!selected.holdForAll) {
+        appendPartlySet(run);
+    } else if (const KnownPlan& known = findPlan(run, selected); known.plan) {
+        WordWise(*this, run, *known.plan).append();
+    } else {
+        appendUnshaped(run);
+    }
+}
+
+const RunShaper::KnownPlan& RunShaper::findPlan(const RunToShape& run, const SelectedFeatures& selected) {
+    const auto found = std::find_if(_knownPlans.begin(), _knownPlans.end(), [&](const KnownPlan& known) {
+        return known.face == &run.face && known.features == &run.features &&
+               known.selection == selected.version &&
+               hb_segment_properties_equal(&known.properties, &run.properties) != 0;
+    });
+    if (found != _knownPlans.end()) {
+        return *found;
+    }
+    KnownPlan& place = _knownPlans[_oldestPlan++ % _knownPlans.size()];
+    return place = makePlan(run, selected);
+}
+
+RunShaper::KnownPlan RunShaper::makePlan(const RunToShape& run, const SelectedFeatures& selected) {
+    KnownPlan known{&run.face, run.properties, &run.features, selected.version, _caches.getFont(run.face),
+                    nullptr};
+    if (known.font->canShape()) {
+        known.plan = &_caches.getPlan(*known.font, {run.properties, selected.settings});
+    }
+    return known;
+}
+
+/// Shapes a run with settings for parts of it. Its words are not cached.
+void RunShaper::appendPartlySet(const RunToShape& run) {
+    const std::shared_ptr<ShapingFont> font = _caches.getFont(run.face);
+    if (!font->canShape()) {
         appendUnshaped(run);
         return;
     }
-    ShapePlanKey key{run.properties, selectFeatures(run.features, run.part)};
-    if (!holdForWholeText(key.features)) {
-        appendWhole(ShapePlan(font.getHandle(), std::move(key), 0), run.part);
-        return;
-    }
-    WordWise(*this, run, _caches.getPlan(font, key)).append();
-}
-
-ShapingFont& RunShaper::useFont(const FontEngine::FontFace& face) {
-    if (_lastFace != &face) {
-        _lastFont = _caches.getFont(face);
-        _lastFace = &face;
-    }
-    return *_lastFont;
-}
-
-void RunShaper::appendWhole(const ShapePlan& plan, const TextPart& part) {
-    plan.execute(_buffer.fill(part));
-    _buffer.appendTo(_glyphs);
+    const auto findSettings = [&](const TextPart& piece) -> PartShaper::Settings {
+        const std::vector<hb_feature_t>& settings = run.features.select(piece).settings;
+        return {_caches.getPlan(*font, {run.properties, settings}), settings};
+    };
+    _parts.append(PartShaper::FindSettings(findSettings), run.part);
 }
 
 void RunShaper::appendUnshaped(const RunToShape& run) {

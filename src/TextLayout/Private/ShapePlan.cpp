@@ -17,10 +17,14 @@ bool areSameFeature(const hb_feature_t& lhs, const hb_feature_t& rhs) {
     return lhs.tag == rhs.tag && lhs.value == rhs.value && lhs.start == rhs.start && lhs.end == rhs.end;
 }
 
+bool holdsForAll(const hb_feature_t& feature) {
+    return feature.start == HB_FEATURE_GLOBAL_START && feature.end == HB_FEATURE_GLOBAL_END;
+}
+
 HarfBuzzPtr<hb_shape_plan_t> makePlan(hb_font_t* font, const ShapePlanKey& key) {
     HarfBuzzPtr<hb_shape_plan_t> plan(
-        hb_shape_plan_create(hb_font_get_face(font), &key.properties, key.features.data(),
-                             static_cast<unsigned int>(key.features.size()), nullptr));
+        hb_shape_plan_create_cached(hb_font_get_face(font), &key.properties, key.features.data(),
+                                    static_cast<unsigned int>(key.features.size()), nullptr));
     if (plan.get() == hb_shape_plan_get_empty()) {
         throw std::bad_alloc();
     }
@@ -36,6 +40,17 @@ std::uint16_t findGlyph(hb_font_t* font, hb_codepoint_t character) {
 
 } // namespace
 
+ShapePlanKey::ShapePlanKey(const hb_segment_properties_t& keyProperties,
+                           std::vector<hb_feature_t> keyFeatures)
+    : properties(keyProperties)
+    , features(std::move(keyFeatures)) {
+    for (hb_feature_t& feature : features) {
+        if (!holdsForAll(feature)) {
+            feature.start = feature.end = 1;
+        }
+    }
+}
+
 bool ShapePlanKey::operator==(const ShapePlanKey& other) const {
     return hb_segment_properties_equal(&properties, &other.properties) != 0 &&
            std::equal(features.begin(), features.end(), other.features.begin(), other.features.end(),
@@ -49,15 +64,16 @@ ShapePlan::ShapePlan(hb_font_t* font, ShapePlanKey key, std::uint32_t id)
     , _mayDecompose(mayBeDecomposed(_key.properties.script))
     , _hasSyllables(TextLayout::hasSyllables(_key.properties.script))
     , _dottedCircle(findGlyph(font, 0x25CC))
-    , _plan(makePlan(font, _key))
-    , _reach(findReachOfLookups(hb_font_get_face(font), _key.properties, _plan.get())) {}
+    , _plan(makePlan(font, _key)) {}
 
-void ShapePlan::execute(hb_buffer_t* buffer) const {
+void ShapePlan::execute(hb_buffer_t* buffer, const std::vector<hb_feature_t>& features) const {
     hb_buffer_set_segment_properties(buffer, &_key.properties);
-    const bool isDone = hb_shape_plan_execute(_plan.get(), _font, buffer, _key.features.data(),
-                                              static_cast<unsigned int>(_key.features.size())) != 0;
+    // hb_shape_plan_execute() itself limits neither the glyphs nor the time; this call finds the same plan.
+    const bool isDone = hb_shape_full(_font, buffer, features.data(),
+                                      static_cast<unsigned int>(features.size()), nullptr) != 0;
     if (!isDone || hb_buffer_allocation_successful(buffer) == 0) {
-        throw TextLayoutException("hb_shape_plan_execute: out of memory, or the font makes too many glyphs");
+        throw TextLayoutException(
+            "hb_shape_full: out of memory, or the font makes too many glyphs or takes too many steps");
     }
 }
 
@@ -73,10 +89,18 @@ const FreeGlyph* ShapePlan::findFreeGlyph(char32_t codePoint) {
     return entry.answer == Answer::Free ? &entry.glyph : nullptr;
 }
 
-ShapePlan::Entry ShapePlan::examine(char32_t codePoint) const {
+const hb_set_t* ShapePlan::getReach() {
+    if (!_reach) {
+        _reach = findReachOfLookups(hb_font_get_face(_font), _key.properties, _plan.get());
+    }
+    return _reach->get();
+}
+
+ShapePlan::Entry ShapePlan::examine(char32_t codePoint) {
+    const hb_set_t* const reach = getReach();
     hb_codepoint_t glyph = 0;
-    if (_reach == nullptr || hb_font_get_nominal_glyph(_font, codePoint, &glyph) == 0 || glyph == 0 ||
-        glyph > std::numeric_limits<std::uint16_t>::max() || hb_set_has(_reach.get(), glyph) != 0) {
+    if (reach == nullptr || hb_font_get_nominal_glyph(_font, codePoint, &glyph) == 0 || glyph == 0 ||
+        glyph > std::numeric_limits<std::uint16_t>::max() || hb_set_has(reach, glyph) != 0) {
         return {Answer::Bound, {}};
     }
     return {Answer::Free, {static_cast<std::uint16_t>(glyph), hb_font_get_glyph_h_advance(_font, glyph)}};
