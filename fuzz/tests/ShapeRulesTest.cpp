@@ -53,7 +53,7 @@ TEST(ShapeRules, FindGlyphsThatChange) {
     EXPECT_THROW(checkSameGlyphs(ShapedText(makeParts()), ShapedText(parts)), Finding);
 }
 
-TEST(ShapeScripts, ReadWhatTheSeedsWrite) {
+TEST(ShapeRulesScript, ReadWhatTheSeedsWrite) {
     const std::vector<Seed> seeds = makeShapeSeeds();
     const auto find = [&](const std::string& name) {
         return ShapeScript(std::find_if(seeds.begin(), seeds.end(), [&](const Seed& seed) {

@@ -17,6 +17,13 @@ bool isRightToLeft(const RunToShape& run) {
     return HB_DIRECTION_IS_BACKWARD(run.properties.direction);
 }
 
+/// Whether HarfBuzz turns the run, to shape it in the direction of its script. A mark that has no base then
+/// follows the word behind it, so that each word is shaped alone.
+bool isTurned(const RunToShape& run) {
+    const hb_direction_t native = hb_script_get_horizontal_direction(run.properties.script);
+    return native != HB_DIRECTION_INVALID && native != run.properties.direction;
+}
+
 } // namespace
 
 /// Shapes a run word by word. A word is what stands between characters that stand for themselves, such as
@@ -32,7 +39,8 @@ public:
         , _run(run)
         , _plan(plan)
         , _lock(shaper._caches.mutex)
-        , _hasFreeSpaces(plan.findFreeGlyph(U' ') != nullptr) {}
+        , _hasFreeSpaces(plan.findFreeGlyph(U' ') != nullptr)
+        , _isTurned(isTurned(run)) {}
 
     void append() {
         const std::size_t first = _glyphs.size();
@@ -140,7 +148,7 @@ private:
         std::vector<Word> missing{word};
         std::vector<ShapedGlyph> nextGlyphs; // of the first word that is not missing
         Word next{0, 0};
-        const std::uint32_t end = _run.part.end;
+        const std::uint32_t end = _isTurned ? word.end : _run.part.end;
         for (std::uint32_t position = word.end; position != end && position - word.begin < longBlock;) {
             const Character character = read(position);
             if (findFree(character) != nullptr) {
@@ -254,6 +262,7 @@ private:
     ShapePlan& _plan;
     std::unique_lock<std::mutex> _lock;
     bool _hasFreeSpaces;
+    bool _isTurned;
     Character _last{0, std::numeric_limits<std::uint32_t>::max(), 0};
     std::vector<std::size_t> _blocks; // where they begin, in a run to the left
 };
