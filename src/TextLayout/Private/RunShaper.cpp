@@ -200,7 +200,9 @@ private:
             };
             begin = std::find_if_not(begin, _glyphs.end(), isBefore(word.begin));
             const auto end = std::find_if_not(begin, _glyphs.end(), isBefore(word.end));
-            if (begin != end && begin->cluster == word.begin && mayRemember(word)) {
+            if (begin != end && begin->cluster == word.begin &&
+                _caches.words.hasRoom(word.end - word.begin, static_cast<std::size_t>(end - begin)) &&
+                mayRemember(word)) {
                 put(word, {begin, end});
             }
             begin = end;
@@ -273,7 +275,7 @@ RunShaper::RunShaper(ShapingCaches& caches, std::string_view text, const ByteSet
     , _text(text)
     , _clusterStarts(clusterStarts)
     , _glyphs(glyphs)
-    , _parts(text, clusterStarts, glyphs) {}
+    , _parts(text, clusterStarts, caches.scratch, glyphs) {}
 
 void RunShaper::append(const RunToShape& run) {
     const SelectedFeatures& selected = run.features.select(run.part);
