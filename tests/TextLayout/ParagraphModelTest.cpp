@@ -38,7 +38,7 @@ const ModelText modelTexts[] = {
     {"German",
      "DejaVu Serif",
      "Die Donaudampfschifffahrtsgesellschaftskapit\u00E4nsm\u00FCtze h\u00E4ngt am Haken, "
-     "und Rindfleischetikettierungs\u00FCberwachung ist auch ein Wort.",
+     "und Rindfleischetikettierungs\u00FCberwachung nennt man auch Wort.",
      // Pango divides the ligatures of a word that is too wide.
      {30, 58, 93, 184}},
     {"SoftHyphens", "DejaVu Sans",

@@ -149,7 +149,9 @@ TEST(TextShaper, FallsBackByRangesIfTheLoaderKnowsNoMore) {
     const TextShaper shaper(FontFactory::create(NNPtr<const FontLoaders::FontLoader>(loader), "Own"));
 
     const auto text = shaper.shape("a\u0416\u0429", describeFont("Own", 10.0F));
-    EXPECT_EQ(describeRuns(*text), "Own 0-1 Latn 0\nOther 1-3 Cyrl 0\nOwn 3-5 Cyrl 0\n");
+    EXPECT_EQ(describeRuns(*text), "Own 0-1 Latn 0\n"
+                                   "Other 1-3 Cyrl 0\n"
+                                   "Own 3-5 Cyrl 0\n");
     EXPECT_FLOAT_EQ(text->getRuns()[1].width, 7.0F);
 }
 

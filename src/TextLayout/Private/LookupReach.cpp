@@ -21,7 +21,7 @@ HarfBuzzPtr<hb_set_t> makeSet() {
     return set;
 }
 
-bool hasTable(hb_face_t* face, hb_tag_t tag) {
+bool containsTable(hb_face_t* face, hb_tag_t tag) {
     const HarfBuzzPtr<hb_blob_t> table(hb_face_reference_table(face, tag));
     return hb_blob_get_length(table.get()) != 0;
 }
@@ -47,7 +47,7 @@ bool hasPositioningOfPairs(hb_face_t* face, const hb_segment_properties_t& prope
 /// Whether HarfBuzz takes substitutions or positions from the older tables, which are not examined here.
 bool usesOlderTables(hb_face_t* face, const hb_segment_properties_t& properties) {
     return hb_aat_layout_has_substitution(face) != 0 || hb_aat_layout_has_positioning(face) != 0 ||
-           (hasTable(face, HB_TAG('k', 'e', 'r', 'n')) && !hasPositioningOfPairs(face, properties));
+           (containsTable(face, HB_TAG('k', 'e', 'r', 'n')) && !hasPositioningOfPairs(face, properties));
 }
 
 /// Adds what the lookups of one table look at. Returns whether that is all.
