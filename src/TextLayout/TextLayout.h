@@ -7,6 +7,9 @@
 ///     for (const TextLayout::LineBreak& lineBreak : TextLayout::findLineBreaks(text)) { ... }
 
 #include <TextLayout/Public/BidiLine.h>
+#include <TextLayout/Public/Paragraph.h>
+#include <TextLayout/Public/ParagraphLine.h>
+#include <TextLayout/Public/ParagraphStyle.h>
 #include <TextLayout/Public/ScriptRuns.h>
 #include <TextLayout/Public/ShapedText.h>
 #include <TextLayout/Public/TextBoundaries.h>

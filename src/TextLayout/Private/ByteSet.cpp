@@ -39,4 +39,18 @@ std::size_t ByteSet::count() const {
     return count;
 }
 
+std::size_t ByteSet::count(std::size_t begin, std::size_t end) const {
+    std::size_t count = 0;
+    while (begin < end) {
+        const std::size_t wordEnd = (begin / wordBits + 1) * wordBits;
+        std::uint64_t bits = _words[begin / wordBits] >> (begin % wordBits) << (begin % wordBits);
+        if (end < wordEnd) {
+            bits &= (std::uint64_t{1} << (end % wordBits)) - 1;
+        }
+        count += static_cast<std::size_t>(__builtin_popcountll(bits));
+        begin = wordEnd;
+    }
+    return count;
+}
+
 } // namespace Vell::TextLayout

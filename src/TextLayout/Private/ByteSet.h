@@ -32,6 +32,9 @@ public:
     /// How many offsets the set has. Costs a step for each word of the set.
     std::size_t count() const;
 
+    /// How many offsets of the set are at least `begin` and less than `end`, which is within the limit.
+    std::size_t count(std::size_t begin, std::size_t end) const;
+
     /// Requires an offset within the limit.
     void insert(std::size_t offset) { _words[offset / wordBits] |= std::uint64_t{1} << (offset % wordBits); }
 
