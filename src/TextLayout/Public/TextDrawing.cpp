@@ -21,6 +21,15 @@ std::vector<GlyphPiece> makePieces(const ShapedText& text) {
     return pieces;
 }
 
+std::vector<GlyphPiece> makePieces(const Paragraph& paragraph) {
+    std::vector<GlyphPiece> pieces;
+    for (std::size_t line = 0; line != paragraph.getLines().size(); ++line) {
+        const std::vector<GlyphPiece> ofLine = paragraph.getPieces(line);
+        pieces.insert(pieces.end(), ofLine.begin(), ofLine.end());
+    }
+    return pieces;
+}
+
 } // namespace
 
 void drawRaster(const ShapedText& text, const FontEngine::RasterTarget& target,
@@ -31,6 +40,16 @@ void drawRaster(const ShapedText& text, const FontEngine::RasterTarget& target,
 void drawVector(const ShapedText& text, Gfx::Painter& painter, const TextColor& color,
                 const TextColorSetter& setColor) {
     drawVector(makePieces(text), painter, color, setColor);
+}
+
+void drawRaster(const Paragraph& paragraph, const FontEngine::RasterTarget& target,
+                const TextColorSetter& setColor) {
+    drawRaster(makePieces(paragraph), target, setColor);
+}
+
+void drawVector(const Paragraph& paragraph, Gfx::Painter& painter, const TextColor& color,
+                const TextColorSetter& setColor) {
+    drawVector(makePieces(paragraph), painter, color, setColor);
 }
 
 } // namespace Vell::TextLayout

@@ -1,12 +1,12 @@
 #pragma once
 
 /// \file
-/// Draws shaped text with the painters of the engine, from its caches.
+/// Draws shaped text and paragraphs with the painters of the engine, from its caches.
 ///
 ///     drawRaster(*text, {painter, glyphPainter, color});
 ///     drawVector(*text, painter, color);
 ///
-/// The base line starts at the painter's origin. Bitmaps take the painter's transform as those of
+/// The base line of a text starts at the painter's origin. Bitmaps take the painter's transform as those of
 /// RasterTextPainter do: they keep its translation and rotation, and its horizontal scale in both directions.
 /// Superscript and subscript runs are moved off the base line. Underlines and strike-outs are paths, in the
 /// positions that the fonts give.
@@ -19,6 +19,7 @@
 
 #include <FontEngine/Renderer/FE_DrawText.h>
 #include <Gfx/Public/Painter.h>
+#include <TextLayout/Public/Paragraph.h>
 #include <TextLayout/Public/ShapedText.h>
 #include <Utils/Public/Export.h>
 #include <cinder/Color.h>
@@ -42,6 +43,12 @@ VELL_API void drawRaster(const ShapedText& text, const FontEngine::RasterTarget&
 
 /// Draws outlines. The painter has the colour `color`. Fonts without outlines draw nothing.
 VELL_API void drawVector(const ShapedText& text, Gfx::Painter& painter, const TextColor& color,
+                         const TextColorSetter& setColor = {});
+
+/// The same for a paragraph, whose top left corner is at the painter's origin.
+VELL_API void drawRaster(const Paragraph& paragraph, const FontEngine::RasterTarget& target,
+                         const TextColorSetter& setColor = {});
+VELL_API void drawVector(const Paragraph& paragraph, Gfx::Painter& painter, const TextColor& color,
                          const TextColorSetter& setColor = {});
 
 } // namespace Vell::TextLayout
