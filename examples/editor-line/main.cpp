@@ -34,7 +34,7 @@ void press(const SDL_Keysym& key, TextEditor& editor) {
 
 void click(const SDL_MouseButtonEvent& button, const LineView& view, TextEditor& editor) {
     editor.moveTo(view.toParagraph(button.x, button.y), (SDL_GetModState() & KMOD_SHIFT) != 0);
-    if (button.clicks == 2) {
+    if (button.clicks >= 2) {
         editor.selectWord();
     }
 }
