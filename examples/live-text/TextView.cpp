@@ -24,14 +24,18 @@ std::string describe(const char* name, const FontEngine::CacheFigures& figures) 
     return line.str();
 }
 
+NNPtr<FontEngine::FontFactory> makeSmallFactory() {
+    auto factory = FontEngine::FontFactory::create("DejaVu Sans");
+    factory->reset(16, 64UL * 1024UL); // so small that zooming makes evictions
+    return factory;
+}
+
 } // namespace
 
 TextView::TextView(const std::string& text)
-    : _factory(FontEngine::FontFactory::create("DejaVu Sans"))
+    : _factory(makeSmallFactory())
     , _figuresFactory(FontEngine::FontFactory::create("DejaVu Sans"))
-    , _editor(_factory, FontEngine::describeFont("DejaVu Serif", 32.0F), text) {
-    _factory->reset(16, 64UL * 1024UL); // so small that zooming makes evictions
-}
+    , _editor(_factory, FontEngine::describeFont("DejaVu Serif", 32.0F), text) {}
 
 void TextView::draw(cairo_surface_t* surface) {
     const auto width = static_cast<float>(cairo_image_surface_get_width(surface));
