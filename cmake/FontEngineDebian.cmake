@@ -64,8 +64,8 @@ set(CPACK_COMPONENT_TEXTLAYOUTRUNTIME_DESCRIPTION "font engine that turns font d
 FontEngine renders the glyphs of a text once and caches them, as bitmaps at
 sub-pixel positions, coloured images and outlines.
 .
-This package holds the shared library that finds the directions, scripts,
-grapheme clusters and line breaks of a text.
+This package holds the shared library that shapes text in every script and
+breaks it into lines.
 .
 ${debian_licence}")
 

@@ -1,10 +1,13 @@
 #pragma once
 
-/// Layout of text in every script. So far, the analysis that must precede shaping: directions, scripts, and
-/// the places where a text may be divided. All texts are UTF-8, all offsets are byte offsets.
+/// Layout of text in every script, above the engine and from its caches: shaped text, paragraphs, and the
+/// analysis that both need. All texts are UTF-8, all offsets are byte offsets.
 ///
-///     const TextLayout::BidiLine line("Price: \u05E9 12", TextLayout::ParagraphDirection::Auto);
-///     for (const TextLayout::LineBreak& lineBreak : TextLayout::findLineBreaks(text)) { ... }
+///     const TextLayout::TextShaper shaper(factory); // keep it: it has a cache of words
+///     const auto text = shaper.shape("Price: \u05E9 12", describeFont("DejaVu Sans", 16.0F));
+///     const TextLayout::Paragraph paragraph(text, TextLayout::ParagraphStyle().setWidth(300.0F));
+///     drawRaster(paragraph, {painter, glyphPainter, color, devicePixelRatio});
+///     const TextLayout::TextHit hit = paragraph.hitTest({x, y});
 
 #include <TextLayout/Public/BidiLine.h>
 #include <TextLayout/Public/Paragraph.h>

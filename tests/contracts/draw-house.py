@@ -17,7 +17,7 @@ PROGRAMS = ["apps", "examples", "tests", "benchmarks", "fuzz"]
 ROOMS = {"FontEngine": ["factory, faces", "Renderer", "Private"]}
 WORDS = {
     "CairoAdapter": "painters over cairo surfaces",
-    "TextLayout": "levels, scripts, grapheme clusters, line breaks",
+    "TextLayout": "shaping, directions, fallback, paragraphs",
     "FontLoaders": "where font files come from, opening them with FreeType",
     "Gfx": "descriptions, metrics, character maps, painters, paths",
     "Utils": "checked pointers, assertions, hashes, UTF-8, the MRU cache",

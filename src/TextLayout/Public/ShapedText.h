@@ -92,8 +92,9 @@ struct ShapedTextParts {
 /// The runs cover the text. So do the glyphs' clusters: each character belongs to the cluster of a glyph of
 /// its run, which begins with it or before it.
 ///
-/// Lifetime: it keeps its faces alive; only drawing needs the factory. Threads: immutable, so any number of
-/// threads may use it. Memory: 20 bytes a glyph, the text itself, and some 100 bytes for each run and font.
+/// Lifetime: it keeps its faces alive, and what the shaper was made with, so also the factory. Threads:
+/// immutable, so any number of threads may use it. Memory: 20 bytes a glyph, the text itself, and some 100
+/// bytes for each run and font.
 class ShapedText {
 public:
     /// For shapers. `service` shapes hyphens and ellipses for paragraphs, which have none if it is null.
