@@ -69,6 +69,7 @@ CharacterTraits::CharacterTraits(char32_t character) {
     add(emojiPresentation, u_hasBinaryProperty(codePoint, UCHAR_EMOJI_PRESENTATION) != 0);
     add(extendedPictographic, u_hasBinaryProperty(codePoint, UCHAR_EXTENDED_PICTOGRAPHIC) != 0);
     add(ideographOrKana, isIdeographic(codePoint, script));
+    add(joining, u_getIntPropertyValue(codePoint, UCHAR_JOINING_TYPE) != U_JT_NON_JOINING);
 }
 
 CharacterTraitsPages characterTraitsPages;

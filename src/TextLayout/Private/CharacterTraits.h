@@ -58,6 +58,8 @@ public:
     bool isExtendedPictographic() const { return has(extendedPictographic); }
     /// An ideograph or kana: scripts without spaces, whose characters do not depend on their neighbours.
     bool isIdeographOrKana() const { return has(ideographOrKana); }
+    /// May join the characters beside it, as the letters of Arabic do.
+    bool isJoining() const { return has(joining); }
 
 private:
     enum Flag : std::uint16_t {
@@ -71,7 +73,8 @@ private:
         variationSelector = 1U << 7U,
         emojiPresentation = 1U << 8U,
         extendedPictographic = 1U << 9U,
-        ideographOrKana = 1U << 10U
+        ideographOrKana = 1U << 10U,
+        joining = 1U << 11U
     };
 
     static constexpr unsigned int roleShift = 14;

@@ -112,6 +112,9 @@ bool pairMovesClassZero(const TablePart& subtable) {
     const std::size_t firstClassCount = subtable.readShort(12);
     const std::size_t secondClassCount = subtable.readShort(14);
     constexpr std::size_t headerSize = 16;
+    if (recordSize == 0 || secondClassCount == 0) {
+        return false; // a hostile table of a few bytes could have 65535 times nothing
+    }
     for (std::size_t i = 0; i < firstClassCount; ++i) {
         const std::size_t record = headerSize + i * secondClassCount * recordSize;
         for (std::size_t offset = 0; offset < recordSize; offset += 2) {

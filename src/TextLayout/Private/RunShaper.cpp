@@ -3,6 +3,8 @@
 #include <TextLayout/Private/CharacterTraits.h>
 #include <TextLayout/Private/TextCharacters.h>
 
+#include <unicode/unorm2.h>
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -17,27 +19,21 @@ bool isRightToLeft(const RunToShape& run) {
     return HB_DIRECTION_IS_BACKWARD(run.properties.direction);
 }
 
-/// The settings for the bytes of a part; those that hold for all of it hold for any text.
-std::vector<hb_feature_t> selectFeatures(const std::vector<TextFeature>& features, const TextPart& part) {
-    std::vector<hb_feature_t> selected;
-    for (const TextFeature& feature : features) {
-        if (feature.begin >= part.end || feature.end <= part.begin) {
-            continue;
-        }
-        const bool isForAll = feature.begin <= part.begin && feature.end >= part.end;
-        selected.push_back({feature.tag, feature.value,
-                            isForAll ? HB_FEATURE_GLOBAL_START : static_cast<unsigned int>(feature.begin),
-                            isForAll
-                                ? HB_FEATURE_GLOBAL_END
-                                : static_cast<unsigned int>(std::min<std::size_t>(feature.end, part.end))});
-    }
-    return selected;
+/// Whether the run goes to the right in a script that goes to the left, as numbers do. HarfBuzz then looks at
+/// the whole run for letters and digits before it decides about a direction.
+bool runsAgainstScript(const RunToShape& run) {
+    return !isRightToLeft(run) &&
+           hb_script_get_horizontal_direction(run.properties.script) == HB_DIRECTION_RTL;
 }
 
-bool holdForWholeText(const std::vector<hb_feature_t>& features) {
-    return std::all_of(features.begin(), features.end(), [](const hb_feature_t& feature) {
-        return feature.start == HB_FEATURE_GLOBAL_START && feature.end == HB_FEATURE_GLOBAL_END;
-    });
+/// Whether a canonically equivalent spelling has several characters.
+bool isDecomposable(char32_t character) {
+    constexpr char32_t firstDecomposable = 0xC0;
+    UErrorCode status = U_ZERO_ERROR;
+    const UNormalizer2* const normalizer = unorm2_getNFDInstance(&status);
+    return character >= firstDecomposable && U_SUCCESS(status) &&
+           unorm2_isInert(normalizer, static_cast<UChar32>(character)) == 0 &&
+           unorm2_getRawDecomposition(normalizer, static_cast<UChar32>(character), nullptr, 0, &status) >= 0;
 }
 
 } // namespace
@@ -51,24 +47,31 @@ public:
         , _text(shaper._text)
         , _clusterStarts(shaper._clusterStarts)
         , _glyphs(shaper._glyphs)
-        , _buffer(shaper._buffer)
+        , _parts(shaper._parts)
         , _run(run)
         , _plan(plan)
         , _lock(shaper._caches.mutex)
-        , _hasFreeSpaces(plan.findFreeGlyph(U' ') != nullptr) {}
+        , _isOneWord(runsAgainstScript(run))
+        , _hasFreeSpaces(!_isOneWord && plan.findFreeGlyph(U' ') != nullptr) {}
 
     void append() {
         const std::size_t first = _glyphs.size();
-        for (std::uint32_t position = _run.part.begin; position != _run.part.end;) {
+        _needsWholeRun = isDecomposedAlone(_run.part);
+        for (std::uint32_t position = _run.part.begin; position != _run.part.end && !_needsWholeRun;) {
             position = appendNext(position);
         }
-        if (isRightToLeft(_run)) {
+        if (_needsWholeRun) {
+            _glyphs.resize(first);
+            shapeWholeRun();
+        } else if (isRightToLeft(_run)) {
             turn(first);
         }
     }
 
 private:
     using Word = TextPart;
+
+    static constexpr std::uint32_t longBlock = 8192; // bytes; more words at once are not shaped any faster
 
     struct Character {
         char32_t code;
@@ -105,16 +108,23 @@ private:
         return _last;
     }
 
-    /// The glyph of a character that is a cluster by itself and that nothing around it changes.
-    const FreeGlyph* findFree(const Character& character) const {
+    /// The glyph of a character that is a cluster by itself and that nothing around it changes. HarfBuzz
+    /// takes all marks into the cluster before them, also those that begin a grapheme cluster.
+    const FreeGlyph* findFree(const Character& character) {
         const bool isCandidate = character.code == U' ' ? _hasFreeSpaces : isIdeographic(character.code);
-        return isCandidate && _clusterStarts.test(character.end) ? _plan.findFreeGlyph(character.code)
-                                                                 : nullptr;
+        return isCandidate && _clusterStarts.test(character.end) && !isMark(read(character.end).code)
+                   ? _plan.findFreeGlyph(character.code)
+                   : nullptr;
+    }
+
+    static bool isMark(char32_t character) {
+        constexpr char32_t firstMark = 0x300;
+        return character >= firstMark && getTraits(character).isMark();
     }
 
     bool isIdeographic(char32_t character) const {
         constexpr char32_t firstIdeographic = 0x2E80;
-        return character >= firstIdeographic && _plan.hasFreeGlyphs() &&
+        return character >= firstIdeographic && !_isOneWord && _plan.hasFreeGlyphs() &&
                getTraits(character).isIdeographOrKana();
     }
 
@@ -142,11 +152,14 @@ private:
         return {_plan.getId(), _text.substr(word.begin, word.end - word.begin)};
     }
 
-    const std::vector<ShapedGlyph>* find(const Word& word) const { return _caches.words.find(makeKey(word)); }
+    const std::vector<ShapedGlyph>* find(const Word& word) const {
+        return joinsOutside(word) ? nullptr : _caches.words.find(makeKey(word));
+    }
 
     void appendCached(const std::vector<ShapedGlyph>& cached, const Word& word) {
         beginBlock();
         const std::size_t first = _glyphs.size();
+        _parts.checkGlyphCount(first + cached.size());
         _glyphs.insert(_glyphs.end(), cached.begin(), cached.end());
         for (auto glyph = _glyphs.begin() + static_cast<std::ptrdiff_t>(first); glyph != _glyphs.end();
              ++glyph) {
@@ -159,8 +172,9 @@ private:
     std::uint32_t shapeFrom(const Word& word) {
         std::vector<Word> missing{word};
         std::vector<ShapedGlyph> nextGlyphs; // of the first word that is not missing
-        Word next{_run.part.end, _run.part.end};
-        for (std::uint32_t position = word.end; position != _run.part.end;) {
+        Word next{0, 0};
+        const std::uint32_t end = _run.part.end;
+        for (std::uint32_t position = word.end; position != end && position - word.begin < longBlock;) {
             const Character character = read(position);
             if (findFree(character) != nullptr) {
                 position = character.end;
@@ -176,25 +190,89 @@ private:
             position = candidate.end;
         }
         shape(missing);
+        if (_needsWholeRun) {
+            return end;
+        }
+        if (nextGlyphs.empty()) {
+            return missing.back().end;
+        }
         for (std::uint32_t position = missing.back().end; position != next.begin;) {
             const Character character = read(position);
             append(*findFree(character), character);
             position = character.end;
         }
-        if (!nextGlyphs.empty()) {
-            appendCached(nextGlyphs, next);
-        }
+        appendCached(nextGlyphs, next);
         return next.end;
     }
 
     void shape(const std::vector<Word>& words) {
+        const Word block{words.front().begin, words.back().end};
         beginBlock();
         const std::size_t first = _glyphs.size();
+        execute(block);
+        _needsWholeRun = hasCircle(first) || isDecomposedAlone(block) ||
+                         std::any_of(words.begin(), words.end(),
+                                     [this](const Word& word) { return beginsWithIgnorable(word); });
+        if (!_needsWholeRun) {
+            remember(words, first);
+        }
+    }
+
+    void execute(const Word& block) {
         _lock.unlock();
-        _plan.execute(_buffer.fill({words.front().begin, words.back().end}));
-        _buffer.appendTo(_glyphs);
+        _parts.append(PartShaper::Settings{_plan, _plan.getKey().features}, block);
         _lock.lock();
-        remember(words, first);
+    }
+
+    /// For runs with a word whose glyphs depend on other words.
+    void shapeWholeRun() {
+        const std::size_t first = _glyphs.size();
+        execute(_run.part);
+        if (!hasCircle(first) && !isDecomposedAlone(_run.part)) {
+            remember(listWords(), first);
+        }
+    }
+
+    std::vector<Word> listWords() {
+        std::vector<Word> words;
+        for (std::uint32_t position = _run.part.begin; position != _run.part.end;) {
+            const Character character = read(position);
+            if (findFree(character) != nullptr) {
+                position = character.end;
+            } else {
+                position = words.emplace_back(findWord(position)).end;
+            }
+        }
+        return words;
+    }
+
+    /// Whether the glyphs contain a dotted circle, which HarfBuzz puts under marks without a base. It numbers
+    /// the syllables of a run up to 15 and then from the beginning, and may take a broken one for the one
+    /// before it, so what it does to a word depends on the whole run.
+    bool hasCircle(std::size_t first) const {
+        const std::uint16_t circle = _plan.getDottedCircle();
+        return circle != 0 &&
+               std::any_of(_glyphs.begin() + static_cast<std::ptrdiff_t>(first), _glyphs.end(),
+                           [circle](const ShapedGlyph& glyph) { return glyph.index == circle; });
+    }
+
+    /// Whether HarfBuzz decomposes characters of the part and leaves them so, although it would compose them
+    /// again if there were a mark anywhere behind the first character.
+    bool isDecomposedAlone(const TextPart& part) {
+        return _plan.isDecomposing() && !hasAny(findCharacterBehind(_text, part.begin), part.end, isMark) &&
+               hasAny(part.begin, part.end, isDecomposable);
+    }
+
+    template <class Predicate>
+    bool hasAny(std::uint32_t begin, std::uint32_t end, const Predicate& predicate) {
+        for (std::uint32_t position = begin; position < end;) {
+            const Character character = read(position);
+            if (predicate(character.code)) {
+                return true;
+            }
+            position = character.end;
+        }
+        return false;
     }
 
     /// Puts the words of a block into the cache.
@@ -233,14 +311,22 @@ private:
     /// Whether the word looks the same in all texts: HarfBuzz lets letters join those beyond the ends of a
     /// run, and puts a circle under a mark that begins a text.
     bool mayRemember(const Word& word) const {
-        return !getTraits(decodeAt(_text, word.begin)).isMark() && !joinsOutside(word);
+        return !getTraits(decodeAt(_text, word.begin)).isMark() && !beginsWithIgnorable(word) &&
+               !joinsOutside(word);
     }
 
+    /// What HarfBuzz does to a joiner without a base depends on what follows it, spaces included.
+    bool beginsWithIgnorable(const Word& word) const {
+        return _plan.isDecomposing() && getTraits(decodeAt(_text, word.begin)).isDefaultIgnorable();
+    }
+
+    /// Marks beside the run join, too, for the letter beyond them.
     bool joinsOutside(const Word& word) const {
         const bool mayJoinBefore = word.begin == _run.part.begin && word.begin != 0;
         const bool mayJoinBehind = word.end == _run.part.end && word.end != _text.size();
-        return (mayJoinBefore && isJoining(decodeAt(_text, findCharacterBefore(_text, word.begin)))) ||
-               (mayJoinBehind && isJoining(decodeAt(_text, word.end)));
+        return (mayJoinBefore &&
+                getTraits(decodeAt(_text, findCharacterBefore(_text, word.begin))).isJoining()) ||
+               (mayJoinBehind && getTraits(decodeAt(_text, word.end)).isJoining());
     }
 
     /// Glyphs that are appended from here on stand left of what was appended before, if the run goes to the
@@ -266,11 +352,13 @@ private:
     std::string_view _text;
     const ByteSet& _clusterStarts;
     std::vector<ShapedGlyph>& _glyphs;
-    ShapingBuffer& _buffer;
+    PartShaper& _parts;
     const RunToShape& _run;
     ShapePlan& _plan;
     std::unique_lock<std::mutex> _lock;
+    bool _isOneWord;
     bool _hasFreeSpaces;
+    bool _needsWholeRun = false;
     Character _last{0, std::numeric_limits<std::uint32_t>::max(), 0};
     std::vector<std::size_t> _blocks; // where they begin, in a run to the left
 };
@@ -281,33 +369,53 @@ RunShaper::RunShaper(ShapingCaches& caches, std::string_view text, const ByteSet
     , _text(text)
     , _clusterStarts(clusterStarts)
     , _glyphs(glyphs)
-    , _buffer(text) {}
+    , _parts(text, clusterStarts, glyphs) {}
 
 void RunShaper::append(const RunToShape& run) {
-    ShapingFont& font = useFont(run.face);
-    if (!font.canShape()) {
+    const SelectedFeatures& selected = run.features.select(run.part);
+    if (!selected.holdForAll) {
+        appendPartlySet(run);
+    } else if (const KnownPlan& known = findPlan(run, selected); known.plan) {
+        WordWise(*this, run, *known.plan).append();
+    } else {
+        appendUnshaped(run);
+    }
+}
+
+const RunShaper::KnownPlan& RunShaper::findPlan(const RunToShape& run, const SelectedFeatures& selected) {
+    const auto found = std::find_if(_knownPlans.begin(), _knownPlans.end(), [&](const KnownPlan& known) {
+        return known.face == &run.face && known.features == &run.features &&
+               known.selection == selected.version &&
+               hb_segment_properties_equal(&known.properties, &run.properties) != 0;
+    });
+    if (found != _knownPlans.end()) {
+        return *found;
+    }
+    KnownPlan& place = _knownPlans[_oldestPlan++ % _knownPlans.size()];
+    return place = makePlan(run, selected);
+}
+
+RunShaper::KnownPlan RunShaper::makePlan(const RunToShape& run, const SelectedFeatures& selected) {
+    KnownPlan known{&run.face, run.properties, &run.features, selected.version, _caches.getFont(run.face),
+                    nullptr};
+    if (known.font->canShape()) {
+        known.plan = &_caches.getPlan(*known.font, {run.properties, selected.settings});
+    }
+    return known;
+}
+
+/// Shapes a run with settings for parts of it. Its words are not cached.
+void RunShaper::appendPartlySet(const RunToShape& run) {
+    const std::shared_ptr<ShapingFont> font = _caches.getFont(run.face);
+    if (!font->canShape()) {
         appendUnshaped(run);
         return;
     }
-    ShapePlanKey key{run.properties, selectFeatures(run.features, run.part)};
-    if (!holdForWholeText(key.features)) {
-        appendWhole(ShapePlan(font.getHandle(), std::move(key), 0), run.part);
-        return;
-    }
-    WordWise(*this, run, _caches.getPlan(font, key)).append();
-}
-
-ShapingFont& RunShaper::useFont(const FontEngine::FontFace& face) {
-    if (_lastFace != &face) {
-        _lastFont = _caches.getFont(face);
-        _lastFace = &face;
-    }
-    return *_lastFont;
-}
-
-void RunShaper::appendWhole(const ShapePlan& plan, const TextPart& part) {
-    plan.execute(_buffer.fill(part));
-    _buffer.appendTo(_glyphs);
+    const auto findSettings = [&](const TextPart& piece) -> PartShaper::Settings {
+        const std::vector<hb_feature_t>& settings = run.features.select(piece).settings;
+        return {_caches.getPlan(*font, {run.properties, settings}), settings};
+    };
+    _parts.append(PartShaper::FindSettings(findSettings), run.part);
 }
 
 void RunShaper::appendUnshaped(const RunToShape& run) {

@@ -2,13 +2,14 @@
 
 #include <FontEngine/FE_FontFace.h>
 #include <TextLayout/Private/ByteSet.h>
-#include <TextLayout/Private/ShapingBuffer.h>
+#include <TextLayout/Private/FeatureSettings.h>
+#include <TextLayout/Private/PartShaper.h>
 #include <TextLayout/Private/ShapingCaches.h>
 #include <TextLayout/Public/ShapedText.h>
-#include <TextLayout/Public/TextFeatures.h>
 
 #include <hb.h>
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -22,7 +23,7 @@ struct RunToShape {
     TextPart part;
     const FontEngine::FontFace& face;
     hb_segment_properties_t properties;
-    const std::vector<TextFeature>& features; ///< those of parts of the text, too
+    FeatureSettings& features; ///< those of parts of the text, too
 };
 
 /// Finds the glyphs of the runs of one text. It takes words from the cache, and shapes words that follow each
@@ -39,17 +40,28 @@ public:
 private:
     class WordWise;
 
-    ShapingFont& useFont(const FontEngine::FontFace& face);
+    /// The plan for a face, a script, a direction and a selection of features.
+    struct KnownPlan {
+        const FontEngine::FontFace* face = nullptr;
+        hb_segment_properties_t properties{};
+        const FeatureSettings* features = nullptr;
+        std::uint32_t selection = 0;
+        std::shared_ptr<ShapingFont> font;
+        ShapePlan* plan = nullptr; // null if the font cannot be shaped
+    };
+
+    const KnownPlan& findPlan(const RunToShape& run, const SelectedFeatures& selected);
+    KnownPlan makePlan(const RunToShape& run, const SelectedFeatures& selected);
     void appendUnshaped(const RunToShape& run);
-    void appendWhole(const ShapePlan& plan, const TextPart& part);
+    void appendPartlySet(const RunToShape& run);
 
     ShapingCaches& _caches;
     std::string_view _text;
     const ByteSet& _clusterStarts;
     std::vector<ShapedGlyph>& _glyphs;
-    ShapingBuffer _buffer;
-    const FontEngine::FontFace* _lastFace = nullptr;
-    std::shared_ptr<ShapingFont> _lastFont; // of that face
+    PartShaper _parts;
+    std::array<KnownPlan, 4> _knownPlans; // most texts have one or two of them
+    std::size_t _oldestPlan = 0;
 };
 
 } // namespace Vell::TextLayout

@@ -4,6 +4,7 @@
 #include <TextLayout/Public/TextLayoutException.h>
 
 #include <algorithm>
+#include <iterator>
 #include <limits>
 #include <new>
 #include <utility>
@@ -16,17 +17,50 @@ bool areSameFeature(const hb_feature_t& lhs, const hb_feature_t& rhs) {
     return lhs.tag == rhs.tag && lhs.value == rhs.value && lhs.start == rhs.start && lhs.end == rhs.end;
 }
 
+bool holdsForAll(const hb_feature_t& feature) {
+    return feature.start == HB_FEATURE_GLOBAL_START && feature.end == HB_FEATURE_GLOBAL_END;
+}
+
 HarfBuzzPtr<hb_shape_plan_t> makePlan(hb_font_t* font, const ShapePlanKey& key) {
     HarfBuzzPtr<hb_shape_plan_t> plan(
-        hb_shape_plan_create(hb_font_get_face(font), &key.properties, key.features.data(),
-                             static_cast<unsigned int>(key.features.size()), nullptr));
+        hb_shape_plan_create_cached(hb_font_get_face(font), &key.properties, key.features.data(),
+                                    static_cast<unsigned int>(key.features.size()), nullptr));
     if (plan.get() == hb_shape_plan_get_empty()) {
         throw std::bad_alloc();
     }
     return plan;
 }
 
+/// Of the common scripts, those that HarfBuzz shapes without decomposing them first. For others, the answer
+/// may be true without need.
+bool isDecomposedFirst(hb_script_t script) {
+    constexpr hb_script_t others[] = {
+        HB_SCRIPT_COMMON,   HB_SCRIPT_UNKNOWN,  HB_SCRIPT_LATIN,    HB_SCRIPT_GREEK,
+        HB_SCRIPT_CYRILLIC, HB_SCRIPT_ARMENIAN, HB_SCRIPT_GEORGIAN, HB_SCRIPT_HEBREW,
+        HB_SCRIPT_ARABIC,   HB_SCRIPT_SYRIAC,   HB_SCRIPT_THAI,     HB_SCRIPT_LAO,
+        HB_SCRIPT_HIRAGANA, HB_SCRIPT_HAN,      HB_SCRIPT_KATAKANA, HB_SCRIPT_HANGUL};
+    return std::find(std::begin(others), std::end(others), script) == std::end(others);
+}
+
+std::uint16_t findGlyph(hb_font_t* font, hb_codepoint_t character) {
+    hb_codepoint_t glyph = 0;
+    const bool isFound = hb_font_get_nominal_glyph(font, character, &glyph) != 0;
+    return isFound && glyph <= std::numeric_limits<std::uint16_t>::max() ? static_cast<std::uint16_t>(glyph)
+                                                                         : std::uint16_t{0};
+}
+
 } // namespace
+
+ShapePlanKey::ShapePlanKey(const hb_segment_properties_t& keyProperties,
+                           std::vector<hb_feature_t> keyFeatures)
+    : properties(keyProperties)
+    , features(std::move(keyFeatures)) {
+    for (hb_feature_t& feature : features) {
+        if (!holdsForAll(feature)) {
+            feature.start = feature.end = 1;
+        }
+    }
+}
 
 bool ShapePlanKey::operator==(const ShapePlanKey& other) const {
     return hb_segment_properties_equal(&properties, &other.properties) != 0 &&
@@ -38,15 +72,18 @@ ShapePlan::ShapePlan(hb_font_t* font, ShapePlanKey key, std::uint32_t id)
     : _font(font)
     , _key(std::move(key))
     , _id(id)
-    , _plan(makePlan(font, _key))
-    , _reach(findReachOfLookups(hb_font_get_face(font), _key.properties, _plan.get())) {}
+    , _isDecomposing(isDecomposedFirst(_key.properties.script))
+    , _dottedCircle(findGlyph(font, 0x25CC))
+    , _plan(makePlan(font, _key)) {}
 
-void ShapePlan::execute(hb_buffer_t* buffer) const {
+void ShapePlan::execute(hb_buffer_t* buffer, const std::vector<hb_feature_t>& features) const {
     hb_buffer_set_segment_properties(buffer, &_key.properties);
-    const bool isDone = hb_shape_plan_execute(_plan.get(), _font, buffer, _key.features.data(),
-                                              static_cast<unsigned int>(_key.features.size())) != 0;
+    // hb_shape_plan_execute() itself limits neither the glyphs nor the time; this call finds the same plan.
+    const bool isDone = hb_shape_full(_font, buffer, features.data(),
+                                      static_cast<unsigned int>(features.size()), nullptr) != 0;
     if (!isDone || hb_buffer_allocation_successful(buffer) == 0) {
-        throw TextLayoutException("hb_shape_plan_execute: out of memory, or the font makes too many glyphs");
+        throw TextLayoutException(
+            "hb_shape_full: out of memory, or the font makes too many glyphs or takes too many steps");
     }
 }
 
@@ -62,10 +99,18 @@ const FreeGlyph* ShapePlan::findFreeGlyph(char32_t codePoint) {
     return entry.answer == Answer::Free ? &entry.glyph : nullptr;
 }
 
-ShapePlan::Entry ShapePlan::examine(char32_t codePoint) const {
+const hb_set_t* ShapePlan::getReach() {
+    if (!_reach) {
+        _reach = findReachOfLookups(hb_font_get_face(_font), _key.properties, _plan.get());
+    }
+    return _reach->get();
+}
+
+ShapePlan::Entry ShapePlan::examine(char32_t codePoint) {
+    const hb_set_t* const reach = getReach();
     hb_codepoint_t glyph = 0;
-    if (_reach == nullptr || hb_font_get_nominal_glyph(_font, codePoint, &glyph) == 0 || glyph == 0 ||
-        glyph > std::numeric_limits<std::uint16_t>::max() || hb_set_has(_reach.get(), glyph) != 0) {
+    if (reach == nullptr || hb_font_get_nominal_glyph(_font, codePoint, &glyph) == 0 || glyph == 0 ||
+        glyph > std::numeric_limits<std::uint16_t>::max() || hb_set_has(reach, glyph) != 0) {
         return {Answer::Bound, {}};
     }
     return {Answer::Free, {static_cast<std::uint16_t>(glyph), hb_font_get_glyph_h_advance(_font, glyph)}};

@@ -8,13 +8,17 @@
 #include <cstddef>
 #include <cstdint>
 #include <map>
+#include <optional>
+#include <utility>
 #include <vector>
 
 namespace Vell::TextLayout {
 
-/// How HarfBuzz shapes a face in one script, direction and language, with certain features for the whole
-/// text.
+/// How HarfBuzz shapes a face in one script, direction and language, with certain features.
 struct ShapePlanKey {
+    /// Forgets where features that are not set for a whole text begin and end.
+    ShapePlanKey(const hb_segment_properties_t& keyProperties, std::vector<hb_feature_t> keyFeatures);
+
     hb_segment_properties_t properties;
     std::vector<hb_feature_t> features;
 
@@ -27,12 +31,12 @@ struct FreeGlyph {
     std::int32_t advance; ///< in font units
 };
 
-/// A plan that is made once for a face and a key.
+/// A plan that is made once for a face and a key. HarfBuzz keeps it as long as the face.
 ///
 /// It also knows the characters that stand for themselves: no lookup of the plan looks at their glyphs, so
 /// that they divide a text into parts that can be shaped one by one. The space is such a character in most
 /// fonts, and so are the ideographs in theirs. The answers are kept, so the owner serialises the calls of
-/// findFreeGlyph.
+/// hasFreeGlyphs and findFreeGlyph.
 class ShapePlan {
 public:
     /// `font` must outlive the plan. `id` distinguishes it from all other plans of the cache.
@@ -42,11 +46,17 @@ public:
     std::uint32_t getId() const { return _id; }
     hb_font_t* getFont() const { return _font; }
 
-    /// Replaces the characters of the buffer by their glyphs. Any number of threads may call it.
-    void execute(hb_buffer_t* buffer) const;
+    /// Whether HarfBuzz decomposes characters even if the face has them.
+    bool isDecomposing() const { return _isDecomposing; }
+    /// The glyph that stands under marks without a base; 0 if there is none.
+    std::uint16_t getDottedCircle() const { return _dottedCircle; }
+
+    /// Replaces the characters of the buffer by their glyphs. `features` are those that the key was made
+    /// from. Any number of threads may call it.
+    void execute(hb_buffer_t* buffer, const std::vector<hb_feature_t>& features) const;
 
     /// Whether there may be characters that stand for themselves.
-    bool hasFreeGlyphs() const { return _reach != nullptr; }
+    bool hasFreeGlyphs() { return getReach() != nullptr; }
     /// Null if the character does not stand for itself. Valid as long as the plan.
     const FreeGlyph* findFreeGlyph(char32_t codePoint);
 
@@ -59,13 +69,17 @@ private:
     static constexpr std::size_t pageSize = 256;
     using Page = std::array<Entry, pageSize>;
 
-    Entry examine(char32_t codePoint) const;
+    const hb_set_t* getReach();
+    Entry examine(char32_t codePoint);
 
     hb_font_t* _font;
     ShapePlanKey _key;
     std::uint32_t _id;
+    bool _isDecomposing;
+    std::uint16_t _dottedCircle;
     HarfBuzzPtr<hb_shape_plan_t> _plan;
-    HarfBuzzPtr<hb_set_t> _reach; // null if it is not known
+    std::optional<HarfBuzzPtr<hb_set_t>>
+        _reach; // found when it is needed; a null pointer if there is no telling
     std::map<char32_t, Page> _pages;
     std::pair<char32_t, Page*> _lastPage{0, nullptr};
 };

@@ -1,5 +1,6 @@
 #include <TextLayout/Private/ShapingBuffer.h>
 
+#include <TextLayout/Private/CharacterTraits.h>
 #include <TextLayout/Private/TextCharacters.h>
 
 #include <algorithm>
@@ -37,7 +38,7 @@ void describeCluster(std::string_view text, ShapedGlyph* begin, ShapedGlyph* end
         glyph->isLast = isLast;
         glyph->isSpaced = false;
     }
-    (end - 1)->isSpaced = !isJoining(decodeAt(text, begin->cluster));
+    (end - 1)->isSpaced = !getTraits(decodeAt(text, begin->cluster)).isJoining();
 }
 
 } // namespace

@@ -7,10 +7,16 @@ namespace Vell::TextLayout {
 std::shared_ptr<ShapingFont> ShapingCaches::getFont(const FontEngine::FontFace& face) {
     const FontEngine::FaceData data = face.getFaceData();
     const std::lock_guard<std::mutex> lock(mutex);
-    return _fonts
-        .getOrPut(data.bytes.get(),
-                  [&] { return decltype(_fonts)::DataNode(std::make_shared<ShapingFont>(data), 0); })
-        .getValue();
+    const auto makePlace = [&] {
+        return std::make_shared<FontPlace>(FontPlace{std::make_shared<ShapingFont>(data)});
+    };
+    FontPlace& place =
+        *_fonts.getOrPut(data.bytes.get(), [&] { return decltype(_fonts)::DataNode(makePlace(), 0); })
+             .getValue();
+    if (place.font->hasManyPlans()) {
+        place.font = std::make_shared<ShapingFont>(data);
+    }
+    return place.font;
 }
 
 std::shared_ptr<FallbackAnswers>

@@ -46,8 +46,11 @@ private:
 
     using Bytes = std::vector<unsigned char>;
     std::uint32_t _lastPlanId = 0;
+    struct FontPlace {
+        std::shared_ptr<ShapingFont> font;
+    };
     /// Fonts keep their bytes alive, so that no other font is ever at the same address.
-    MRUCache<const Bytes*, std::shared_ptr<ShapingFont>, std::hash<const Bytes*>, std::equal_to<>> _fonts{
+    MRUCache<const Bytes*, std::shared_ptr<FontPlace>, std::hash<const Bytes*>, std::equal_to<>> _fonts{
         maxFonts};
     std::vector<std::shared_ptr<FallbackAnswers>> _answers; // the latest style is the last one
 };

@@ -31,7 +31,7 @@ ShapingFont::ShapingFont(const FontEngine::FaceData& data)
     : _face(openFace(data.bytes))
     , _font(hb_font_create(_face.get()))
     , _canShape(hb_face_get_glyph_count(_face.get()) != 0) {
-    if (_font.get() == hb_font_get_empty()) {
+    if (_face.get() == hb_face_get_empty() || _font.get() == hb_font_get_empty()) {
         throw std::bad_alloc();
     }
     hb_face_make_immutable(_face.get());

@@ -5,6 +5,7 @@
 #include <TextLayout/Private/ShapePlan.h>
 #include <Utils/Public/Ptr/CheckedPtr.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <vector>
@@ -23,11 +24,16 @@ public:
 
     hb_font_t* getHandle() const { return _font.get(); }
 
+    /// Whether it has so many plans that a new font should take its place: no plan is ever given up alone.
+    bool hasManyPlans() const { return _plans.size() >= manyPlans; }
+
     /// The plan for a key, made on the first request. A new plan takes the next id. The owner serialises all
     /// calls.
     ShapePlan& getPlan(const ShapePlanKey& key, std::uint32_t& lastId);
 
 private:
+    static constexpr std::size_t manyPlans = 64;
+
     HarfBuzzPtr<hb_face_t> _face;
     HarfBuzzPtr<hb_font_t> _font;
     bool _canShape;

@@ -2,8 +2,6 @@
 
 #include <Utils/Public/Utf8.h>
 
-#include <unicode/uchar.h>
-
 #include <cstdint>
 #include <string_view>
 
@@ -29,13 +27,6 @@ std::uint32_t findCharacterBefore(std::string_view text, std::uint32_t offset);
 /// Whether the characters at two offsets are different ones, or there is none at `other`.
 inline bool isOtherCharacter(std::string_view text, std::uint32_t offset, std::uint32_t other) {
     return other >= text.size() || decodeAt(text, offset) != decodeAt(text, other);
-}
-
-/// Whether the character may join those beside it, as the letters of Arabic do.
-inline bool isJoining(char32_t codePoint) {
-    constexpr char32_t firstJoining = 0x300; // a mark
-    return codePoint >= firstJoining &&
-           u_getIntPropertyValue(static_cast<UChar32>(codePoint), UCHAR_JOINING_TYPE) != U_JT_NON_JOINING;
 }
 
 } // namespace Vell::TextLayout

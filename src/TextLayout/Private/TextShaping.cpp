@@ -1,6 +1,7 @@
 #include <TextLayout/Private/TextShaping.h>
 
 #include <TextLayout/Private/ClusterFonts.h>
+#include <TextLayout/Private/FeatureSettings.h>
 #include <TextLayout/Private/RunShaper.h>
 #include <TextLayout/Private/StyleGroups.h>
 #include <TextLayout/Private/TextAnalysis.h>
@@ -54,9 +55,11 @@ public:
     ShapedTextParts shape() {
         std::uint32_t begin = 0;
         for (const TextItem& item : _analysis.items) {
-            const std::uint32_t end = findClusterFrom(item.end);
-            shape(item, {begin, end});
-            begin = end;
+            if (item.end > begin) { // or else a cluster begins before the item and ends behind it
+                const std::uint32_t end = findClusterFrom(item.end);
+                shape(item, {begin, end});
+                begin = end;
+            }
         }
         orderRuns();
         for (const BidiParagraph& paragraph : _analysis.paragraphs) {
@@ -70,7 +73,7 @@ private:
     struct Group {
         ClusterFonts fonts;
         hb_language_t language;
-        const std::vector<TextFeature>& features;
+        FeatureSettings features;
     };
 
     void prepareFonts(const FontEngine::FontFactory& factory, const FontLoaders::CoverageFallback* fallback,
@@ -80,7 +83,7 @@ private:
             if (span.group == _fontGroups.size()) {
                 const TextStyle& style = _groups.getStyles()[span.style];
                 _fontGroups.push_back({ClusterFonts(factory, fallback, caches, style, _parts.fonts),
-                                       makeLanguage(style.language), style.features});
+                                       makeLanguage(style.language), FeatureSettings(style.features)});
             }
         }
     }
@@ -99,19 +102,20 @@ private:
                 ++_span;
             }
             const std::uint32_t group = _groups.getSpans()[_span].group;
-            const std::uint32_t end = std::min(part.end, findEndOfGroup(group));
+            const std::uint32_t end = findEndOfGroup(group, part.end);
             shape(item, {begin, end}, _fontGroups[group]);
             begin = end;
         }
     }
 
-    std::uint32_t findEndOfGroup(std::uint32_t group) const {
+    /// Up to, but not beyond, `limit`, where a cluster begins.
+    std::uint32_t findEndOfGroup(std::uint32_t group, std::uint32_t limit) const {
         const auto& spans = _groups.getSpans();
         std::size_t last = _span;
-        while (last + 1 < spans.size() && spans[last + 1].group == group) {
+        while (spans[last].end < limit && spans[last + 1].group == group) {
             ++last;
         }
-        return findClusterFrom(spans[last].end);
+        return spans[last].end < limit ? findClusterFrom(spans[last].end) : limit;
     }
 
     /// Divides a part of an item where the font changes.
@@ -132,7 +136,7 @@ private:
         shapeRun(item, run, runFont, group);
     }
 
-    void shapeRun(const TextItem& item, const TextPart& part, std::uint32_t font, const Group& group) {
+    void shapeRun(const TextItem& item, const TextPart& part, std::uint32_t font, Group& group) {
         const auto firstGlyph = static_cast<std::uint32_t>(_parts.glyphs.size());
         hb_segment_properties_t properties = HB_SEGMENT_PROPERTIES_DEFAULT;
         properties.direction = item.level % 2 != 0 ? HB_DIRECTION_RTL : HB_DIRECTION_LTR;

@@ -28,8 +28,11 @@ class TextShaping;
 /// so shaping a word again costs a look-up.
 ///
 /// Threads: any number of threads may use a shaper. Errors: those of the factory and of the fallback;
-/// TextLayoutException if the text is too long, or if a language is not a well-formed BCP 47 tag;
-/// std::bad_alloc. A call that throws caches nothing wrong.
+/// TextLayoutException if the text is too long, if a language is not a well-formed BCP 47 tag, or if a font
+/// makes more than 65536 glyphs and 4 for each byte of the text; std::bad_alloc. A call that throws caches
+/// nothing wrong.
+///
+/// Cost: linear in the length of the text. A grapheme cluster of more than 512 bytes is divided.
 class TextShaper {
 public:
     /// The words that a shaper caches by default take up to this many bytes.
