@@ -1,6 +1,7 @@
 // Samples of scripts with TextLayout.
 
 #include "Errors.h"
+#include "drawing/Color.h"
 #include "specimen/DrawnSample.h"
 #include "specimen/Picture.h"
 
