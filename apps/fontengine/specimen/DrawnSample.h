@@ -24,8 +24,9 @@ struct DrawnSample {
     SampleFaces faces;
 };
 
-/// The width of the narrowest column, on a phone of 320 pixels, so that no browser shrinks a picture.
-constexpr float sampleColumnWidth = 288.0F;
+/// The width of the narrowest column, on a phone of 320 pixels beside a scroll bar, so that no browser shrinks
+/// a picture.
+constexpr float sampleColumnWidth = 272.0F;
 
 /// Draws the sample in a font of the source, shaped if the tool has TextLayout, and broken into lines that
 /// fit the column. `own` is the font that the specimen is of. Throws what drawing throws.

@@ -68,7 +68,7 @@ DrawnSample drawSample(const FontSource& source, const TextFont& font, const Tex
                        const char* text) {
     const float width = sampleColumnWidth - 2.0F * static_cast<float>(sideRoom);
     try {
-        const TextLayout::TextShaper shaper(source.getFactory());
+        const TextLayout::TextShaper shaper(source.getFactory(), source.makeCoverageFallback());
         const auto shaped = shaper.shape(text, font.setting);
         const Paragraph paragraph(shaped, TextLayout::ParagraphStyle().setWidth(width).setAlignment(
                                               TextLayout::TextAlignment::Left));
