@@ -9,6 +9,7 @@
 
 #include <FontEngine/Private/FE_FreeTypeUtilsInternal.h>
 #include <FontLoaders/Public/FreeType.h>
+#include <TextLayout/TextLayout.h>
 
 #include <malloc.h>
 #include <sys/resource.h>
@@ -104,6 +105,23 @@ Figure measureRun() {
             "bytes"};
 }
 
+/// A page of prose.
+Figure measureShapedText() {
+    const BenchEngine engine(getEnglish());
+    const TextLayout::TextShaper shaper(engine.factory);
+    std::string page;
+    for (int i = 0; i < 6; ++i) {
+        for (const std::string& line : getEnglish().lines) {
+            page += line + "\n";
+        }
+    }
+    shaper.shape(page, engine.extFontInfo); // caches the words
+    const double before = getHeapBytes();
+    const auto text = shaper.shape(page, engine.extFontInfo);
+    return {"glyph of a shaped text",
+            (getHeapBytes() - before) / static_cast<double>(text->getGlyphs().size()), "bytes"};
+}
+
 void print(const std::vector<Figure>& figures) {
     std::printf("{\n  \"memory\": [\n");
     for (std::size_t i = 0; i < figures.size(); ++i) {
@@ -125,6 +143,7 @@ int main() {
     figures.push_back(measureCharMap("Noto CJK", getCjk().fontFile));
     figures.push_back(measureGlyphRecord());
     figures.push_back(measureRun());
+    figures.push_back(measureShapedText());
     print(figures);
     return 0;
 }

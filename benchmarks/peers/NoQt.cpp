@@ -1,3 +1,4 @@
 #include "../support/Absent.h"
 
-static const bool isRegistered = (Vell::Benchmarks::registerAbsent("Qt"), true);
+static const bool isRegistered =
+    (Vell::Benchmarks::registerAbsent("Qt"), Vell::Benchmarks::registerAbsentShaper("Qt"), true);

@@ -85,6 +85,9 @@ const bool areRegistered = [] {
     for (const Workload* workload : getWorkloads()) {
         benchmark::RegisterBenchmark(("layout/" + workload->name + "/Qt").c_str(), layOut, *workload);
     }
+    for (const Workload* workload : getShapedWorkloads()) {
+        benchmark::RegisterBenchmark(("shaping again/" + workload->name + "/Qt").c_str(), layOut, *workload);
+    }
     for (const Scene& scene : getScenes()) {
         benchmark::RegisterBenchmark((scene.getName() + "/Qt").c_str(), draw, scene);
     }

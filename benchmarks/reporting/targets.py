@@ -8,6 +8,7 @@ TEXTS = ("E", "M", "L", "CJK")
 FORM = "form"
 LATE_TEXTS = ("prose", "code")  # nothing was tuned for them
 ALL_TEXTS = (*TEXTS, FORM, *LATE_TEXTS)
+SHAPED_TEXTS = ("E", "M", "L", "CJK", "Arabic", "Devanagari", "Thai")
 SHARED_KEY = "floor: 64-bit key, locked, shared"
 SHOW_TEXT = "cairo show_text"
 
@@ -78,6 +79,18 @@ def judge_layout(results):
             + faster(results, "warm layout: faster than SDL_ttf measures", ["layout/E"], "SDL_ttf"))
 
 
+def judge_shaping(results):
+    first = [f"first shaping/{text}" for text in SHAPED_TEXTS]
+    again = [f"shaping again/{text}" for text in SHAPED_TEXTS]
+    return (at_most_times(results, "first shaping: at most 1.3 x hb_shape of the same runs", first,
+                          "floor: hb_shape", 1.3)
+            + faster(results, "first shaping: at least 1.5 x as fast as Pango", first, "Pango", 1.5)
+            + at_most_times(results, "shaping again: at most 2 x the layout of unshaped text", again,
+                            "engine, unshaped", 2.0)
+            + faster(results, "shaping again: at least 4 x as fast as Pango", again, "Pango", 4.0)
+            + faster(results, "shaping again: at least 2 x as fast as Qt", again, "Qt", 2.0))
+
+
 def judge_drawing(results):
     texts = [f"draw/{text}" for text in TEXTS]
     dense = [f"draw at ratio 2/{text}" for text in ALL_TEXTS]
@@ -101,7 +114,8 @@ def judge_growth(results):
 def judge_memory(results):
     return [Verdict(target, name, results.get_memory(name), "bytes", limit) for target, name, limit in (
         ("memory: at most 32 bytes a glyph of a run", "sizeof(BitmapGlyph)", 32.0),
-        ("memory: at most 347 bytes a cached glyph", "cached glyph, beyond its pixels", 347.0))]
+        ("memory: at most 347 bytes a cached glyph", "cached glyph, beyond its pixels", 347.0),
+        ("memory: at most 24 bytes a glyph of a shaped text", "glyph of a shaped text", 24.0))]
 
 
 def judge_vector(results):
@@ -124,5 +138,6 @@ def judge_start(results):
 
 def judge(results):
     """Judges every target for every case."""
-    return [verdict for judge_part in (judge_layout, judge_drawing, judge_threads, judge_growth, judge_memory,
-                                       judge_vector, judge_making, judge_start) for verdict in judge_part(results)]
+    parts = (judge_layout, judge_shaping, judge_drawing, judge_threads, judge_growth, judge_memory, judge_vector,
+             judge_making, judge_start)
+    return [verdict for judge_part in parts for verdict in judge_part(results)]

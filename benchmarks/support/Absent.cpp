@@ -22,4 +22,10 @@ void registerAbsent(const std::string& contestant) {
     }
 }
 
+void registerAbsentShaper(const std::string& contestant) {
+    for (const Workload* workload : getShapedWorkloads()) {
+        registerRow("shaping again/" + workload->name + "/" + contestant);
+    }
+}
+
 } // namespace Vell::Benchmarks

@@ -19,6 +19,8 @@ public:
     /// Sets the text each time, because Pango keeps the layout of an unchanged text.
     void layOut(const std::string& line);
     void draw(const std::string& line, double x, double y);
+    /// Only divides the text into items and shapes them, without a layout.
+    void shape(const std::string& line);
 
 private:
     PangoContext* _context;

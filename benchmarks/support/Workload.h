@@ -47,6 +47,14 @@ const Workload& getCode();
 /// All seven.
 std::vector<const Workload*> getWorkloads();
 
+/// Prose in scripts whose letters must be shaped.
+const Workload& getArabic();
+const Workload& getDevanagari();
+const Workload& getThai();
+
+/// English, mixed, labels and CJK of the others, and these three.
+std::vector<const Workload*> getShapedWorkloads();
+
 /// The code points of well-formed UTF-8.
 std::vector<unsigned int> decode(const std::string& text);
 

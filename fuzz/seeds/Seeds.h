@@ -68,5 +68,6 @@ std::vector<Seed> makeCairoSeeds();
 std::vector<Seed> makeTextSeeds();
 std::vector<Seed> makeCacheSeeds();
 std::vector<Seed> makeSfntSeeds();
+std::vector<Seed> makeShapeSeeds();
 
 } // namespace Vell::Fuzz

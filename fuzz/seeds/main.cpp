@@ -48,6 +48,7 @@ void writeAll(const std::filesystem::path& folder) {
     write(folder / "text", Vell::Fuzz::makeTextSeeds());
     write(folder / "cache", Vell::Fuzz::makeCacheSeeds());
     write(folder / "sfnt", Vell::Fuzz::makeSfntSeeds());
+    write(folder / "shape", Vell::Fuzz::makeShapeSeeds());
 }
 
 void writeFurther(const std::filesystem::path& folder, const char* fonts) {

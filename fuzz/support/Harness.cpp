@@ -12,8 +12,8 @@ struct NamedHarness {
     void (*run)(const Bytes& input);
 };
 
-constexpr NamedHarness harnesses[] = {
-    {"font", runFont}, {"text", runText}, {"cache", runCache}, {"sfnt", runSfnt}, {"cairo", runCairo}};
+constexpr NamedHarness harnesses[] = {{"font", runFont}, {"text", runText},   {"cache", runCache},
+                                      {"sfnt", runSfnt}, {"cairo", runCairo}, {"shape", runShape}};
 
 } // namespace
 

@@ -44,8 +44,14 @@ void runSfnt(const Bytes& input);
 /// CairoOperation).
 void runCairo(const Bytes& input);
 
-/// Runs the harness with this name: "font", "text", "cache", "sfnt" or "cairo". Throws std::invalid_argument
-/// for any other name.
+/// Shapes a text in spans with tables of a font, and breaks it into lines. Shapes it again, when its words are
+/// cached, and compares the results.
+///
+/// Input: what ShapeScript describes, then the text, which need not be UTF-8.
+void runShape(const Bytes& input);
+
+/// Runs the harness with this name: "font", "text", "cache", "sfnt", "cairo" or "shape". Throws
+/// std::invalid_argument for any other name.
 void runHarness(std::string_view name, const Bytes& input);
 
 } // namespace Vell::Fuzz

@@ -272,6 +272,14 @@ TEST(TextShaper, CountsTheWordsThatItRemembers) {
     EXPECT_EQ(shaper.getCacheFigures().hits, 5U);
 }
 
+TEST(TextShaper, ShapesAWordAlikeWhenOthersAreCached) {
+    const std::string marksWithoutBase = "a\1\u05B0 12 \u0633\u0644 \u05B0";
+    const TextShaper shaper(makeBuiltFonts(), std::shared_ptr<const FontLoaders::CoverageFallback>());
+    const auto style = describeFont("Test Sans", 10.0F);
+    const auto first = getGlyphs(*shaper.shape(marksWithoutBase, style));
+    EXPECT_EQ(getGlyphs(*shaper.shape(marksWithoutBase, style)), first);
+}
+
 TEST(TextShaper, KeepsWordsWithinTheBudget) {
     TextShaper shaper(makeBuiltFonts(), 4096);
     const auto style = describeFont("Test Sans", 10.0F);

@@ -37,9 +37,11 @@ LayoutOptions::LayoutOptions(CLI::App& render, CLI::App& fallback)
     addShaping(render, _request.shaping);
     addNumber(render, widthLimits, _width, "break lines to fit into this width, in units")->default_str("");
     render
-        .add_option("--align", _request.alignment,
-                    "where lines stand in the width, or in that of the longest line; start if not given")
-        ->type_name("start|end|center|justify");
+        .add_option(
+            "--align", _request.alignment,
+            "start, end, center or justify: where lines stand in the width, or in that of the longest "
+            "line; start if not given")
+        ->type_name("WHERE");
     render
         .add_option("--layout", _layout,
                     "shaped, or plain: one glyph for each character, from left to right; shaped if not given")

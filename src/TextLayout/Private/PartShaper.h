@@ -27,11 +27,12 @@ public:
     using FindSettings = std::function<Settings(const TextPart&)>;
 
     /// The arguments must outlive the object.
-    PartShaper(std::string_view text, const ByteSet& clusterStarts, std::vector<ShapedGlyph>& glyphs)
+    PartShaper(std::string_view text, const ByteSet& clusterStarts, ScratchPool& pool,
+               std::vector<ShapedGlyph>& glyphs)
         : _text(text)
         , _clusterStarts(clusterStarts)
         , _glyphs(glyphs)
-        , _buffer(text) {}
+        , _buffer(text, pool) {}
 
     /// Appends the glyphs of a part in visual order.
     void append(const Settings& settings, const TextPart& part);

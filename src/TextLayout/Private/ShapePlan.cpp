@@ -1,10 +1,10 @@
 #include <TextLayout/Private/ShapePlan.h>
 
 #include <TextLayout/Private/LookupReach.h>
+#include <TextLayout/Private/RunDependence.h>
 #include <TextLayout/Public/TextLayoutException.h>
 
 #include <algorithm>
-#include <iterator>
 #include <limits>
 #include <new>
 #include <utility>
@@ -29,17 +29,6 @@ HarfBuzzPtr<hb_shape_plan_t> makePlan(hb_font_t* font, const ShapePlanKey& key) 
         throw std::bad_alloc();
     }
     return plan;
-}
-
-/// Of the common scripts, those that HarfBuzz shapes without decomposing them first. For others, the answer
-/// may be true without need.
-bool isDecomposedFirst(hb_script_t script) {
-    constexpr hb_script_t others[] = {
-        HB_SCRIPT_COMMON,   HB_SCRIPT_UNKNOWN,  HB_SCRIPT_LATIN,    HB_SCRIPT_GREEK,
-        HB_SCRIPT_CYRILLIC, HB_SCRIPT_ARMENIAN, HB_SCRIPT_GEORGIAN, HB_SCRIPT_HEBREW,
-        HB_SCRIPT_ARABIC,   HB_SCRIPT_SYRIAC,   HB_SCRIPT_THAI,     HB_SCRIPT_LAO,
-        HB_SCRIPT_HIRAGANA, HB_SCRIPT_HAN,      HB_SCRIPT_KATAKANA, HB_SCRIPT_HANGUL};
-    return std::find(std::begin(others), std::end(others), script) == std::end(others);
 }
 
 std::uint16_t findGlyph(hb_font_t* font, hb_codepoint_t character) {
@@ -72,7 +61,8 @@ ShapePlan::ShapePlan(hb_font_t* font, ShapePlanKey key, std::uint32_t id)
     : _font(font)
     , _key(std::move(key))
     , _id(id)
-    , _isDecomposing(isDecomposedFirst(_key.properties.script))
+    , _mayDecompose(mayBeDecomposed(_key.properties.script))
+    , _hasSyllables(TextLayout::hasSyllables(_key.properties.script))
     , _dottedCircle(findGlyph(font, 0x25CC))
     , _plan(makePlan(font, _key)) {}
 

@@ -46,8 +46,9 @@ public:
     std::uint32_t getId() const { return _id; }
     hb_font_t* getFont() const { return _font; }
 
-    /// Whether HarfBuzz decomposes characters even if the face has them.
-    bool isDecomposing() const { return _isDecomposing; }
+    /// Of its script, see RunDependence.h.
+    bool mayDecompose() const { return _mayDecompose; }
+    bool hasSyllables() const { return _hasSyllables; }
     /// The glyph that stands under marks without a base; 0 if there is none.
     std::uint16_t getDottedCircle() const { return _dottedCircle; }
 
@@ -75,7 +76,8 @@ private:
     hb_font_t* _font;
     ShapePlanKey _key;
     std::uint32_t _id;
-    bool _isDecomposing;
+    bool _mayDecompose;
+    bool _hasSyllables;
     std::uint16_t _dottedCircle;
     HarfBuzzPtr<hb_shape_plan_t> _plan;
     std::optional<HarfBuzzPtr<hb_set_t>>

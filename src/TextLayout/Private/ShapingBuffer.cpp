@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <new>
+#include <utility>
 
 namespace Vell::TextLayout {
 
@@ -43,13 +44,23 @@ void describeCluster(std::string_view text, ShapedGlyph* begin, ShapedGlyph* end
 
 } // namespace
 
+ShapingBuffer::~ShapingBuffer() {
+    if (_isFilled) {
+        _pool.giveBack(std::move(_scratch));
+    }
+}
+
 hb_buffer_t* ShapingBuffer::fill(const TextPart& part) {
-    if (!_buffer) {
-        _buffer = makeBuffer();
+    if (!_isFilled) {
+        _scratch = _pool.take();
+        _isFilled = true;
+    }
+    if (!_scratch.buffer || hb_buffer_allocation_successful(_scratch.buffer.get()) == 0) {
+        _scratch.buffer = makeBuffer();
     }
     _part = part;
     decode(part);
-    hb_buffer_t* const buffer = _buffer.get();
+    hb_buffer_t* const buffer = _scratch.buffer.get();
     hb_buffer_clear_contents(buffer);
     unsigned int flags = HB_BUFFER_FLAG_DEFAULT;
     if (part.begin == 0) {
@@ -59,10 +70,11 @@ hb_buffer_t* ShapingBuffer::fill(const TextPart& part) {
         flags |= HB_BUFFER_FLAG_EOT;
     }
     hb_buffer_set_flags(buffer, static_cast<hb_buffer_flags_t>(flags));
-    const auto first = std::lower_bound(_offsets.begin(), _offsets.end(), part.begin);
-    const auto last = std::lower_bound(first, _offsets.end(), part.end);
-    hb_buffer_add_utf32(buffer, _characters.data(), static_cast<int>(_characters.size()),
-                        static_cast<unsigned int>(first - _offsets.begin()), static_cast<int>(last - first));
+    const auto first = std::lower_bound(_scratch.offsets.begin(), _scratch.offsets.end(), part.begin);
+    const auto last = std::lower_bound(first, _scratch.offsets.end(), part.end);
+    hb_buffer_add_utf32(buffer, _scratch.characters.data(), static_cast<int>(_scratch.characters.size()),
+                        static_cast<unsigned int>(first - _scratch.offsets.begin()),
+                        static_cast<int>(last - first));
     if (hb_buffer_allocation_successful(buffer) == 0) {
         throw std::bad_alloc();
     }
@@ -75,8 +87,8 @@ hb_buffer_t* ShapingBuffer::fill(const TextPart& part) {
 }
 
 void ShapingBuffer::decode(const TextPart& part) {
-    _characters.clear();
-    _offsets.clear();
+    _scratch.characters.clear();
+    _scratch.offsets.clear();
     const char* const begin = _text.data();
     const char* position = begin + part.begin;
     for (std::size_t i = 0; i < contextLength; ++i) {
@@ -87,20 +99,21 @@ void ShapingBuffer::decode(const TextPart& part) {
         if (behind == contextLength) {
             break;
         }
-        _offsets.push_back(static_cast<std::uint32_t>(position - begin));
-        _characters.push_back(decodeUtf8(position, end));
+        _scratch.offsets.push_back(static_cast<std::uint32_t>(position - begin));
+        _scratch.characters.push_back(decodeUtf8(position, end));
     }
 }
 
 void ShapingBuffer::appendTo(std::vector<ShapedGlyph>& glyphs) const {
     unsigned int length = 0;
-    const hb_glyph_info_t* const infos = hb_buffer_get_glyph_infos(_buffer.get(), &length);
-    const hb_glyph_position_t* const positions = hb_buffer_get_glyph_positions(_buffer.get(), nullptr);
+    const hb_glyph_info_t* const infos = hb_buffer_get_glyph_infos(_scratch.buffer.get(), &length);
+    const hb_glyph_position_t* const positions =
+        hb_buffer_get_glyph_positions(_scratch.buffer.get(), nullptr);
     const std::size_t first = glyphs.size();
     for (unsigned int i = 0; i < length; ++i) {
         glyphs.push_back(makeGlyph(infos[i], positions[i]));
     }
-    const bool isRightToLeft = HB_DIRECTION_IS_BACKWARD(hb_buffer_get_direction(_buffer.get()));
+    const bool isRightToLeft = HB_DIRECTION_IS_BACKWARD(hb_buffer_get_direction(_scratch.buffer.get()));
     std::uint32_t before = _part.end; // the cluster to the left of this one
     for (std::size_t begin = first; begin != glyphs.size();) {
         const std::uint32_t cluster = glyphs[begin].cluster;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <TextLayout/Private/HarfBuzzHandles.h>
+#include <TextLayout/Private/ShapingScratch.h>
 #include <TextLayout/Public/ShapedText.h>
 
 #include <hb.h>
@@ -22,8 +22,13 @@ struct TextPart {
 /// join them.
 class ShapingBuffer {
 public:
-    explicit ShapingBuffer(std::string_view text)
-        : _text(text) {}
+    /// `pool` must outlive the object.
+    ShapingBuffer(std::string_view text, ScratchPool& pool)
+        : _text(text)
+        , _pool(pool) {}
+    ~ShapingBuffer();
+    ShapingBuffer(const ShapingBuffer&) = delete;
+    ShapingBuffer& operator=(const ShapingBuffer&) = delete;
 
     /// Holds the characters of a part from now on, to be shaped. The clusters are byte offsets. Ill-formed
     /// UTF-8 counts as decodeUtf8 decodes it.
@@ -37,9 +42,9 @@ private:
 
     std::string_view _text;
     TextPart _part{};
-    HarfBuzzPtr<hb_buffer_t> _buffer; // null until the first part
-    std::vector<std::uint32_t> _characters;
-    std::vector<std::uint32_t> _offsets; // of the characters, in bytes
+    ScratchPool& _pool;
+    ShapingScratch _scratch; // taken for the first part
+    bool _isFilled = false;
 };
 
 } // namespace Vell::TextLayout

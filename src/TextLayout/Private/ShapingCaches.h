@@ -3,6 +3,7 @@
 #include <FontEngine/FE_FontFace.h>
 #include <TextLayout/Private/FallbackAnswers.h>
 #include <TextLayout/Private/ShapingFont.h>
+#include <TextLayout/Private/ShapingScratch.h>
 #include <TextLayout/Private/WordCache.h>
 #include <TextLayout/Public/TextStyle.h>
 #include <Utils/Public/MRUCache.h>
@@ -39,6 +40,7 @@ struct ShapingCaches {
 
     mutable std::mutex mutex; ///< guards everything below, and the plans of the fonts
     WordCache words;
+    ScratchPool scratch; ///< has a lock of its own
 
 private:
     static constexpr std::uint64_t maxFonts = 64;

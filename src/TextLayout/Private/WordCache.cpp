@@ -42,14 +42,23 @@ WordKey::WordKey(const WordKey& other)
     , _own(copyText(other._text))
     , _text(_own.get(), other._text.size()) {}
 
-void WordCache::put(const WordKey& key, std::size_t textSize, std::vector<ShapedGlyph> glyphs) {
+std::uint64_t WordCache::countBytes(std::size_t textSize, std::size_t glyphCount) {
     // What an entry takes beside its text and glyphs: the key, the node, the links of two indices and what
     // the allocator adds to three blocks.
     constexpr std::size_t entryBytes = sizeof(WordKey) + sizeof(std::vector<ShapedGlyph>) + 96;
+    return entryBytes + textSize + glyphCount * sizeof(ShapedGlyph);
+}
+
+bool WordCache::hasRoom(std::size_t textSize, std::size_t glyphCount) const {
     constexpr std::uint64_t largestShare = 4; // a larger part of the budget would cost too many other words
+    const std::uint64_t budget = _words.getMaxSizeInBytes();
+    return budget == 0 || countBytes(textSize, glyphCount) <= budget / largestShare;
+}
+
+void WordCache::put(const WordKey& key, std::size_t textSize, std::vector<ShapedGlyph> glyphs) {
     glyphs.shrink_to_fit();
-    const std::uint64_t bytes = entryBytes + textSize + glyphs.size() * sizeof(ShapedGlyph);
-    if (_words.getMaxSizeInBytes() == 0 || bytes <= _words.getMaxSizeInBytes() / largestShare) {
+    if (hasRoom(textSize, glyphs.size())) {
+        const std::uint64_t bytes = countBytes(textSize, glyphs.size());
         _words.put(key, {std::move(glyphs), bytes});
     }
 }

@@ -46,11 +46,15 @@ public:
     }
     /// Does nothing if the word is cached already, or if it would take more than a quarter of the budget.
     void put(const WordKey& key, std::size_t textSize, std::vector<ShapedGlyph> glyphs);
+    /// Whether put() takes a word of this size.
+    bool hasRoom(std::size_t textSize, std::size_t glyphCount) const;
     void clear() { _words.clear(); }
 
     FontEngine::CacheFigures getFigures() const;
 
 private:
+    static std::uint64_t countBytes(std::size_t textSize, std::size_t glyphCount);
+
     struct Hash {
         std::size_t operator()(const WordKey& key) const { return key.getHash(); }
     };

@@ -31,7 +31,9 @@ TextShaper::~TextShaper() = default;
 
 NNPtr<const ShapedText> TextShaper::shape(std::string_view text, const TextStyle& style,
                                           ParagraphDirection direction) const {
-    return shape(text, std::vector<TextSpan>{{0, text.size(), style}}, direction);
+    std::vector<TextSpan> spans;
+    spans.push_back({0, text.size(), style});
+    return shape(text, spans, direction);
 }
 
 NNPtr<const ShapedText> TextShaper::shape(std::string_view text, const std::vector<TextSpan>& spans,
