@@ -6,6 +6,7 @@
 An example that is not built, or a window on a machine without a virtual screen, has a page without a picture.
 """
 import importlib.util
+import re
 import shutil
 import struct
 import subprocess
@@ -24,19 +25,26 @@ ARGUMENTS = {
     "texture-atlas": ["Packed once, drawn often", "texture-atlas-texture.png", "texture-atlas.png"],
     "text-to-pdf": ["Vector text", "text-to-pdf.pdf"],
     "two-threads": ["two-threads.png"],
+    "mixed-scripts": ["460", "mixed-scripts.png", "mixed-scripts.pdf"],
 }
-WINDOW = "live-text"
+# The texts that windows show.
+WINDOWS = {
+    "live-text": "Live text, \u05D7\u05D9 12 \u0628\u0627\u0644\u0639\u0631\u0628\u064A\u0629, is wrapped where "
+                 "the window ends",
+    "editor-line": "Edit \u05D0\u05D5\u05EA\u05D9 12 \u0628\u0627\u0644\u0639\u0631\u0628\u064A\u0629 here",
+}
 WINDOW_TOOLS = ("Xvfb", "xdotool", "xwd")
 
 
 def list_sources(name):
     """The sources of an example, the one that describes it first."""
     folder = ROOT / "examples"
+    own = [folder / f"{name}.cpp"]
     if (folder / name).is_dir():
-        return sorted((folder / name).iterdir(), key=lambda path: (path.name != "main.cpp", path.name))
-    main = folder / f"{name}.cpp"
-    text = main.read_text(encoding="utf-8")
-    return [main, *(path for path in sorted(folder.glob("*.h")) if f'#include "{path.name}"' in text)]
+        own = sorted((folder / name).iterdir(), key=lambda path: (path.name != "main.cpp", path.name))
+    text = "".join(path.read_text(encoding="utf-8") for path in own)
+    return own + [path for path in sorted(folder.glob("*.h"))
+                  if re.search(rf'#include "(\.\./)?{re.escape(path.name)}"', text)]
 
 
 def read_description(source):
@@ -80,34 +88,37 @@ def write_png(file, rows):
 
 
 def load_window_module():
-    spec = importlib.util.spec_from_file_location("check_window", ROOT / "tests/examples/check-window.py")
+    spec = importlib.util.spec_from_file_location("windows", ROOT / "tests/examples/windows.py")
     module = importlib.util.module_from_spec(spec)
     spec.loader.exec_module(module)
     return module
 
 
-def photograph_window(program, folder):
-    """What the window shows on a screen of its own."""
+def photograph_window(name, program, folder):
+    """What the window shows on a screen of its own, with a part of the text selected."""
     windows = load_window_module()
     with windows.Screen() as screen:
-        process = subprocess.Popen([program, "Live text"], env=screen.environment)
+        process = subprocess.Popen([program, WINDOWS[name]], env=screen.environment)
         try:
-            _, picture = windows.Window(screen).wait_for(
-                "the window", lambda _, seen: windows.get_ink(seen.figures) is not None)
+            window = windows.Window(screen, name)
+            _, first = window.wait_for("the window", lambda *_: True)
+            window.press("Home", *["shift+ctrl+Right"] * 3)
+            _, picture = window.wait_for("a selection", lambda _, seen: seen.text != first.text and
+                                         seen.count_bands(windows.SELECTION) > 0)
         finally:
             process.terminate()
             process.wait(timeout=windows.PATIENCE)
-    write_png(folder / f"{WINDOW}.png", picture.text + picture.figures)
-    return [f"{WINDOW}.png"]
+    write_png(folder / f"{name}.png", picture.text + picture.figures)
+    return [f"{name}.png"]
 
 
 def draw_pictures(name, programs, folder):
     program = programs / name
     if not program.exists():
         return []
-    if name != WINDOW:
+    if name in ARGUMENTS:
         return run_example(program, ARGUMENTS[name], folder)
-    return photograph_window(program, folder) if all(map(shutil.which, WINDOW_TOOLS)) else []
+    return photograph_window(name, program, folder) if all(map(shutil.which, WINDOW_TOOLS)) else []
 
 
 def write_page(name, programs, folder):
@@ -124,7 +135,7 @@ def write_page(name, programs, folder):
 def main():
     programs, folder = Path(sys.argv[1]).resolve(), Path(sys.argv[2])
     folder.mkdir(parents=True, exist_ok=True)
-    for name in [*ARGUMENTS, WINDOW]:
+    for name in [*ARGUMENTS, *WINDOWS]:
         write_page(name, programs, folder)
 
 

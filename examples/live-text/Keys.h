@@ -2,23 +2,13 @@
 
 #include "TextView.h"
 
-#include <SDL_keycode.h>
+#include <SDL.h>
 
 #include <algorithm>
-#include <string>
-
-/// Takes away the last byte, and those before it until a whole UTF-8 character is gone.
-inline void removeLastCharacter(std::string& text) {
-    bool isInside = true;
-    while (isInside && !text.empty()) {
-        isInside = (static_cast<unsigned char>(text.back()) & 0xC0U) == 0x80U;
-        text.pop_back();
-    }
-}
 
 /// Changes the view as the key says: Up and Down zoom, Left and Right turn, Page Up and Page Down change the
-/// device pixel ratio, Tab switches between bitmaps and outlines, Backspace takes the last character away.
-inline void pressKey(SDL_Keycode key, TextView& view) {
+/// device pixel ratio, Tab switches between bitmaps and outlines.
+inline void pressViewKey(SDL_Keycode key, TextView& view) {
     switch (key) {
     case SDLK_UP:
         view.zoom = std::min(view.zoom * 1.25F, 16.0F);
@@ -41,10 +31,64 @@ inline void pressKey(SDL_Keycode key, TextView& view) {
     case SDLK_TAB:
         view.isVector = !view.isVector;
         break;
-    case SDLK_BACKSPACE:
-        removeLastCharacter(view.text);
+    default:
+        break;
+    }
+}
+
+/// With Ctrl, the arrows move the caret.
+inline void pressArrow(SDL_Keycode key, bool isSelecting, TextEditor& editor) {
+    using Vell::TextLayout::TextMovement;
+    switch (key) {
+    case SDLK_LEFT:
+        editor.move(TextMovement::Left, isSelecting);
+        break;
+    case SDLK_RIGHT:
+        editor.move(TextMovement::Right, isSelecting);
+        break;
+    case SDLK_UP:
+        editor.moveByLines(-1, isSelecting);
+        break;
+    case SDLK_DOWN:
+        editor.moveByLines(1, isSelecting);
         break;
     default:
         break;
+    }
+}
+
+/// Home and End move the caret, Backspace and Delete take away a cluster or the selection, Return begins a
+/// line. Other keys do nothing.
+inline void pressEditingKey(SDL_Keycode key, bool isSelecting, TextEditor& editor) {
+    using Vell::TextLayout::TextMovement;
+    switch (key) {
+    case SDLK_HOME:
+        editor.move(TextMovement::LineBegin, isSelecting);
+        break;
+    case SDLK_END:
+        editor.move(TextMovement::LineEnd, isSelecting);
+        break;
+    case SDLK_BACKSPACE:
+        editor.erase(TextMovement::PreviousCluster);
+        break;
+    case SDLK_DELETE:
+        editor.erase(TextMovement::NextCluster);
+        break;
+    case SDLK_RETURN:
+        editor.insert("\n");
+        break;
+    default:
+        break;
+    }
+}
+
+/// Shift selects.
+inline void pressKey(const SDL_Keysym& key, TextView& view) {
+    const bool isSelecting = (key.mod & KMOD_SHIFT) != 0;
+    if ((key.mod & KMOD_CTRL) != 0) {
+        pressArrow(key.sym, isSelecting, view.getEditor());
+    } else {
+        pressViewKey(key.sym, view);
+        pressEditingKey(key.sym, isSelecting, view.getEditor());
     }
 }

@@ -1,5 +1,8 @@
 #include "TextView.h"
 
+#include "../EditorDrawing.h"
+
+#include <cmath>
 #include <sstream>
 
 using namespace Vell;
@@ -8,13 +11,8 @@ namespace {
 
 constexpr cinder::ColorAT<unsigned char> ink(20, 60, 160, 255);
 constexpr cinder::ColorAT<unsigned char> figuresInk(90, 90, 90, 255);
-
-void drawRaster(CairoAdapter::CairoPainter& painter, const FontEngine::FontFactory& factory,
-                const std::string& text, const NNPtr<const Gfx::ExtFontInfo>& font,
-                const cinder::ColorAT<unsigned char>& color, float devicePixelRatio) {
-    CairoAdapter::CairoGlyphPainter glyphPainter(painter, color, devicePixelRatio);
-    FontEngine::drawRasterText(factory, text, font, {painter, glyphPainter, color, devicePixelRatio});
-}
+constexpr cinder::Vec2<float> topLeft{20.0F, 30.0F}; // of the paragraph, in logical units
+constexpr float radiansInDegree = 3.14159265F / 180.0F;
 
 std::string describe(const char* name, const FontEngine::CacheFigures& figures) {
     std::ostringstream line;
@@ -26,15 +24,22 @@ std::string describe(const char* name, const FontEngine::CacheFigures& figures) 
     return line.str();
 }
 
-} // namespace
-
-TextView::TextView()
-    : _factory(FontEngine::FontFactory::create("DejaVu Sans"))
-    , _figuresFactory(FontEngine::FontFactory::create("DejaVu Sans")) {
-    _factory->reset(16, 64UL * 1024UL); // so small that zooming makes evictions
+NNPtr<FontEngine::FontFactory> makeSmallFactory() {
+    auto factory = FontEngine::FontFactory::create("DejaVu Sans");
+    factory->reset(16, 64UL * 1024UL); // so small that zooming makes evictions
+    return factory;
 }
 
-void TextView::draw(cairo_surface_t* surface) const {
+} // namespace
+
+TextView::TextView(const std::string& text)
+    : _factory(makeSmallFactory())
+    , _figuresFactory(FontEngine::FontFactory::create("DejaVu Sans"))
+    , _editor(_factory, FontEngine::describeFont("DejaVu Serif", 32.0F), text) {}
+
+void TextView::draw(cairo_surface_t* surface) {
+    const auto width = static_cast<float>(cairo_image_surface_get_width(surface));
+    _editor.setWidth((width / devicePixelRatio - 2.0F * topLeft.x) / zoom);
     const CairoAdapter::ContextPtr context = CairoAdapter::makeContext(surface);
     cairo_set_source_rgb(context.get(), 1.0, 1.0, 1.0);
     cairo_paint(context.get());
@@ -44,29 +49,43 @@ void TextView::draw(cairo_surface_t* surface) const {
     drawFigures(figuresPainter, static_cast<float>(cairo_image_surface_get_height(surface)));
 }
 
+cinder::Vec2<float> TextView::toParagraph(int x, int y) const {
+    const float dx = static_cast<float>(x) / devicePixelRatio - topLeft.x;
+    const float dy = static_cast<float>(y) / devicePixelRatio - topLeft.y;
+    const float cosine = std::cos(degrees * radiansInDegree) / zoom;
+    const float sine = std::sin(degrees * radiansInDegree) / zoom;
+    return {dx * cosine + dy * sine, dy * cosine - dx * sine};
+}
+
 void TextView::drawText(CairoAdapter::CairoPainter& painter) const {
-    const auto font = FontEngine::describeFont("DejaVu Serif", 32.0F);
-    painter.translate({20.0F, 60.0F});
-    painter.rotate(degrees * 3.14159265F / 180.0F);
+    painter.translate(topLeft);
+    painter.rotate(degrees * radiansInDegree);
     painter.scale({zoom, zoom});
+    drawSelection(painter, _editor);
+    painter.setColor(ink);
     if (isVector) {
-        painter.setColor(ink);
-        FontEngine::drawVectorText(*_factory, text, font, painter);
+        TextLayout::drawVector(_editor.getParagraph(), painter, ink);
     } else {
-        drawRaster(painter, *_factory, text, font, ink, devicePixelRatio);
+        CairoAdapter::CairoGlyphPainter glyphPainter(painter, ink, devicePixelRatio);
+        TextLayout::drawRaster(_editor.getParagraph(), {painter, glyphPainter, ink, devicePixelRatio});
     }
+    drawCaret(painter, _editor);
 }
 
 void TextView::drawFigures(CairoAdapter::CairoPainter& painter, float bottom) const {
+    constexpr float lineHeight = 14.0F;
     const FontEngine::FactoryCacheFigures figures = _factory->getCacheFigures();
     const auto font = FontEngine::describeFont("DejaVu Sans Mono", 12.0F);
-    const std::string lines[] = {describe("font files", figures.fontFiles), describe("faces", figures.faces),
+    const std::string lines[] = {describe("shaped words", _editor.getWordFigures()),
+                                 describe("font files", figures.fontFiles),
+                                 describe("faces", figures.faces),
                                  describe("bitmaps", figures.bitmaps),
                                  describe("coloured images", figures.coloredImages),
                                  describe("outlines", figures.outlines)};
-    painter.translate({10.0F, bottom - 16.0F * 5.0F});
+    CairoAdapter::CairoGlyphPainter glyphPainter(painter, figuresInk);
+    painter.translate({10.0F, bottom - lineHeight * 6.0F});
     for (const std::string& line : lines) {
-        drawRaster(painter, *_figuresFactory, line, font, figuresInk, 1.0F);
-        painter.translate({0.0F, 16.0F});
+        FontEngine::drawRasterText(*_figuresFactory, line, font, {painter, glyphPainter, figuresInk});
+        painter.translate({0.0F, lineHeight});
     }
 }

@@ -1,18 +1,24 @@
 #pragma once
 
+#include "../TextEditor.h"
+
 #include <CairoAdapter/CairoAdapter.h>
 #include <FontEngine/FontEngine.h>
 
 #include <string>
 
-/// The user's text as zoomed and turned, and below it what the caches that it fills hold.
+/// The user's text, wrapped, zoomed and turned, and below it what the caches that it fills hold.
 class TextView {
 public:
-    TextView();
+    explicit TextView(const std::string& text);
 
-    void draw(cairo_surface_t* surface) const;
+    void draw(cairo_surface_t* surface);
 
-    std::string text;
+    TextEditor& getEditor() { return _editor; }
+
+    /// A point of the window, in the coordinates of the paragraph.
+    cinder::Vec2<float> toParagraph(int x, int y) const;
+
     float zoom = 1.0F;
     float degrees = 0.0F; ///< clockwise
     float devicePixelRatio = 1.0F;
@@ -26,4 +32,5 @@ private:
 
     FactoryPtr _factory;
     FactoryPtr _figuresFactory; ///< so that drawing the figures does not change them
+    TextEditor _editor;
 };

@@ -73,6 +73,8 @@ TEST(CharacterTraits, TellWhatAShaperAsksFor) {
     EXPECT_TRUE(getTraits(U'\u6F22').isIdeographOrKana());
     EXPECT_TRUE(getTraits(U'\u3042').isIdeographOrKana());
     EXPECT_TRUE(getTraits(U'\u30A2').isIdeographOrKana());
+    EXPECT_TRUE(getTraits(U'\u30FC').isIdeographOrKana());  // the prolonged sound mark
+    EXPECT_FALSE(getTraits(U'\u3001').isIdeographOrKana()); // a comma
     const CharacterTraits letter = getTraits(U'a');
     EXPECT_FALSE(letter.isMark() || letter.takesScriptOfOthers() || letter.isPairedBracket() ||
                  letter.isDefaultIgnorable() || letter.isVariationSelector() ||

@@ -182,6 +182,13 @@ TEST(ParagraphLines, WidenTheSpaceBetweenIdeographsWhenJustified) {
     EXPECT_EQ(paragraph.getCaret(6).x, 25.0F);
 }
 
+TEST(ParagraphLines, WidenTheSpaceAtProlongedSoundMarksWhenJustified) {
+    const Paragraph paragraph(HandShaper().shape("\u30E9\u30FC\u30E1\u30F3"),
+                              withWidth(35).setAlignment(TextAlignment::Justify));
+    EXPECT_EQ(describeExtents(paragraph), "0..35 0..10");
+    EXPECT_EQ(paragraph.getCaret(3).x, 12.5F);
+}
+
 TEST(ParagraphLines, WidenOnlyWhatFollowsTheLastTabWhenJustified) {
     const Paragraph paragraph(HandShaper().shape("a b\tc d efghij"),
                               withWidth(80).setTabDistance(40.0F).setAlignment(TextAlignment::Justify));

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Installs a build into a prefix of its own, then builds two of the installed examples against it and runs them.
+# Installs a build into a prefix of its own, then builds some of the installed examples against it and runs them.
 #
 #   check-installed-examples.sh BUILD_DIR CXX_COMPILER
 set -euo pipefail
@@ -15,3 +15,8 @@ cmake -S "$scratch/prefix/share/doc/fontengine/examples" -B "$scratch/built" -G 
 cmake --build "$scratch/built" --target example-string-to-png example-texture-atlas
 (cd "$scratch" && built/string-to-png && built/texture-atlas)
 [ -s "$scratch/string-to-png.png" ] && [ -s "$scratch/texture-atlas.png" ]
+if [ -e "$scratch/prefix/include/TextLayout" ]; then
+  cmake --build "$scratch/built" --target example-mixed-scripts
+  (cd "$scratch" && built/mixed-scripts)
+  [ -s "$scratch/mixed-scripts.png" ] && [ -s "$scratch/mixed-scripts.pdf" ]
+fi

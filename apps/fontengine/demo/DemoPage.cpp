@@ -2,6 +2,7 @@
 
 #include "Errors.h"
 #include "demo/DemoPageBuilder.h"
+#include "demo/ShapedSection.h"
 #include "fonts/FaceFacts.h"
 
 #include <fmt/format.h>
@@ -118,6 +119,13 @@ void drawText(CairoAdapter::CairoPainter& painter, const PlacedText& placed) {
     painter.popTransform();
 }
 
+void draw(CairoAdapter::CairoPainter& painter, const PlacedDrawing& placed) {
+    painter.pushTransform();
+    painter.translate(placed.start);
+    placed.drawing.draw(painter, placed.paint);
+    painter.popTransform();
+}
+
 } // namespace
 
 DemoPage composeDemoPage(const FactoryPtr& factory, const std::string& text) {
@@ -130,6 +138,7 @@ DemoPage composeDemoPage(const FactoryPtr& factory, const std::string& text) {
     addSpacing(page, text);
     addRotation(page, text);
     addScripts(page);
+    addShapedSection(page);
     addRatios(page, text);
     return page.finish();
 }
@@ -140,6 +149,9 @@ void drawDemoPage(CairoAdapter::CairoPainter& painter, const DemoPage& page) {
     }
     for (const PlacedText& placed : page.texts) {
         drawText(painter, placed);
+    }
+    for (const PlacedDrawing& placed : page.drawings) {
+        draw(painter, placed);
     }
 }
 

@@ -4,8 +4,10 @@
 #include "drawing/TextPaint.h"
 #include "fonts/TextFont.h"
 
+#include <CairoAdapter/CairoAdapter.h>
 #include <cinder/Vector.h>
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -20,6 +22,19 @@ struct PlacedText {
     TextPaint paint;
 };
 
+/// A part of the page that draws itself, with its top left corner at the painter's origin.
+struct DemoDrawing {
+    float width;
+    float height;
+    std::function<void(CairoAdapter::CairoPainter& painter, const TextPaint& paint)> draw;
+};
+
+struct PlacedDrawing {
+    DemoDrawing drawing;
+    cinder::Vec2<float> start; ///< of the top left corner
+    TextPaint paint;
+};
+
 /// A thin horizontal line.
 struct Rule {
     float left;
@@ -28,11 +43,12 @@ struct Rule {
 };
 
 /// A page of examples of what the library draws: styles, sizes, underscores, letter spacing, rotation,
-/// scripts and device pixel ratios. The raster painter draws the left column, the vector painter the right
-/// one.
+/// scripts, shaped text if the tool has TextLayout, and device pixel ratios. The raster painter draws the
+/// left column, the vector painter the right one.
 struct DemoPage {
     PageSize size;
     std::vector<PlacedText> texts;
+    std::vector<PlacedDrawing> drawings;
     std::vector<Rule> rules;
 };
 

@@ -37,7 +37,7 @@ float measureWidth(const TextFont& font, const std::string& text) {
 
 DemoPageBuilder::DemoPageBuilder(const FactoryPtr& factory)
     : _factory(factory)
-    , _page{{pageWidth, 0.0F, pageRatio}, {}, {}}
+    , _page{{pageWidth, 0.0F, pageRatio}, {}, {}, {}}
     , _y(pageMargin) {}
 
 void DemoPageBuilder::place(const TextFont& font, const std::string& text, float x, float baseLine,
@@ -122,6 +122,18 @@ void DemoPageBuilder::addRisingText(const TextFont& font, std::string_view text)
     place(font, line, pageMargin + indent, baseLine, paintRaster(black, pageRatio), -degrees);
     place(font, line, rightColumn + indent, baseLine, paintVector(black), -degrees);
     _y = baseLine + room.descent * cosine + below;
+}
+
+void DemoPageBuilder::addDrawing(const DemoDrawing& drawing) {
+    constexpr float below = 12.0F;
+    _y = std::round(_y);
+    _page.drawings.push_back({drawing, {pageMargin, _y}, paintRaster(black, pageRatio)});
+    _page.drawings.push_back({drawing, {rightColumn, _y}, paintVector(black)});
+    _y += std::ceil(drawing.height) + below;
+}
+
+float DemoPageBuilder::getColumnWidth() {
+    return columnWidth;
 }
 
 DemoPage DemoPageBuilder::finish() {

@@ -27,6 +27,12 @@ public:
     /// The text in both columns, drawn by the raster painter with bitmaps for two device pixel ratios.
     void addRatios(const TextFont& font, std::string_view text, float leftRatio, float rightRatio);
 
+    /// The drawing in both columns.
+    void addDrawing(const DemoDrawing& drawing);
+
+    /// How wide a drawing may be.
+    static float getColumnWidth();
+    const FactoryPtr& getFactory() const { return _factory; }
     TextFont makeFont(const FontRequest& request) const { return makeTextFont(_factory, request); }
 
     /// Adds the bottom margin and returns the page.

@@ -7,7 +7,7 @@
 
 namespace Vell::Tool {
 
-/// A text that is legible without shaping.
+/// A text in one script.
 struct ScriptSample {
     const char* script;
     const char* text;

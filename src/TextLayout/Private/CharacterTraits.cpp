@@ -38,8 +38,13 @@ ClusterRole findClusterRole(UChar32 codePoint) {
     }
 }
 
+/// Letters that both kinds of kana share, such as the prolonged sound mark, have the script Common.
+bool isSharedKana(UChar32 codePoint) {
+    return u_isUAlphabetic(codePoint) && uscript_hasScript(codePoint, USCRIPT_KATAKANA);
+}
+
 bool isIdeographic(UChar32 codePoint, UScriptCode script) {
-    return script == USCRIPT_HIRAGANA || script == USCRIPT_KATAKANA ||
+    return script == USCRIPT_HIRAGANA || script == USCRIPT_KATAKANA || isSharedKana(codePoint) ||
            u_hasBinaryProperty(codePoint, UCHAR_IDEOGRAPHIC);
 }
 
