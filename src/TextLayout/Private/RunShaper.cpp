@@ -39,6 +39,7 @@ public:
         , _run(run)
         , _plan(plan)
         , _lock(shaper._caches.mutex)
+        , _hasFreeGlyphs(plan.hasFreeGlyphs())
         , _hasFreeSpaces(plan.findFreeGlyph(U' ') != nullptr)
         , _isTurned(isTurned(run)) {}
 
@@ -101,8 +102,7 @@ private:
 
     bool isIdeographic(char32_t character) const {
         constexpr char32_t firstIdeographic = 0x2E80;
-        return character >= firstIdeographic && _plan.hasFreeGlyphs() &&
-               getTraits(character).isIdeographOrKana();
+        return character >= firstIdeographic && _hasFreeGlyphs && getTraits(character).isIdeographOrKana();
     }
 
     void append(const FreeGlyph& free, const Character& character) {
@@ -263,6 +263,7 @@ private:
     const RunToShape& _run;
     ShapePlan& _plan;
     std::unique_lock<std::mutex> _lock;
+    bool _hasFreeGlyphs;
     bool _hasFreeSpaces;
     bool _isTurned;
     Character _last{0, std::numeric_limits<std::uint32_t>::max(), 0};
