@@ -39,6 +39,14 @@ TEST(ByteSet, FindsNeighboursAsAnOrderedSetDoes) {
             EXPECT_EQ(set.previous(offset), behind == model.begin() ? ByteSet::none : *std::prev(behind))
                 << offset;
         }
+        for (std::size_t begin = 0; begin <= last; begin += 7) {
+            for (std::size_t end = 0; end <= last; end += 9) {
+                const auto expected =
+                    begin < end ? std::distance(model.lower_bound(begin), model.lower_bound(end)) : 0;
+                EXPECT_EQ(set.count(begin, end), static_cast<std::size_t>(expected))
+                    << begin << " to " << end;
+            }
+        }
     }
 }
 

@@ -3,6 +3,8 @@
 
 #include <support/ExpectAssertion.h>
 
+#include <TextLayout/Private/GlyphPiece.h>
+
 #include <gmock/gmock.h>
 
 #include <limits>

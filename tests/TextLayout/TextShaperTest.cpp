@@ -4,6 +4,8 @@
 #include <support/Descriptions.h>
 #include <support/ExpectAssertion.h>
 #include <support/FontBuilder.h>
+#include <support/Type1Font.h>
+#include <support/WebFont.h>
 
 #include <FontEngine/FontEngine.h>
 #include <TextLayout/TextLayout.h>
@@ -316,6 +318,50 @@ TEST(TextShaper, DistinguishesWordsByWhatInfluencesThem) {
     expectHit(TextStyle(describeFont("DejaVu Sans", 20.0F)), "size");
     expectHit(TextStyle(describeFont("DejaVu Sans", 16.0F, FontStyle().setLetterSpacing(2.0F))), "spacing");
     expectHit(TextStyle(style).setUnderlined(), "lines");
+}
+
+NNPtr<const FontFactory> serve(const Bytes& font) {
+    auto loader = std::make_shared<CountingLoader>();
+    loader->setFont("Test Sans", false, false, font);
+    loader->setDefaultFont(false, false, font);
+    return FontFactory::create(NNPtr<const FontLoaders::FontLoader>(std::move(loader)), "Test Sans");
+}
+
+/// Moves "b" by -100 units towards an "a" before it, by a table "kern".
+FontBuilder makeKernedFont() {
+    FontBuilder font("Test Sans");
+    const unsigned int first = font.addGlyph(makeBoxGlyph(600, 100, 0, 500, 700));
+    const unsigned int second = font.addGlyph(makeBoxGlyph(600, 100, 0, 500, 700));
+    font.map('a', first).map('b', second);
+    ByteWriter kern;
+    for (const unsigned int value : {0U, 1U,                    // version, number of tables
+                                     0U, 20U, 1U,               // version, length, horizontal pairs
+                                     1U, 6U, 0U, 0U,            // number of pairs, fields for the search
+                                     first, second, 0xFF9CU}) { // -100
+        kern.addU16(value);
+    }
+    font.setTable("kern", kern.getBytes());
+    return font;
+}
+
+TEST(TextShaper, ShapesWebFonts) {
+    const auto tables = makeKernedFont().buildTables();
+    for (const Bytes& file :
+         {makeKernedFont().build(), WebFont{tables}.buildWoff(), WebFont{tables}.buildWoff2()}) {
+        const TextShaper shaper(serve(file));
+        EXPECT_FLOAT_EQ(shaper.shape("ab", describeFont("Test Sans", 10.0F))->getWidth(), 11.0F);
+    }
+}
+
+TEST(TextShaper, GivesCharactersOfOtherFontFormatsOneGlyphEach) {
+    const Type1Font font{"Test Sans",
+                         500,
+                         {{"a", 'a', makeBoxGlyph(600, 100, 0, 500, 700)},
+                          {"afii57664", -1, makeBoxGlyph(300, 100, 0, 200, 700)}}};
+    const TextShaper shaper(serve(font.build()));
+    const auto text = shaper.shape("a\u05D0\u05D0a", describeFont("Test Sans", 10.0F));
+    EXPECT_FLOAT_EQ(text->getWidth(), 18.0F);
+    EXPECT_THAT(getClusters(*text), testing::ElementsAre(0, 3, 1, 5));
 }
 
 TEST(TextShaper, GivesTextsThatOutliveIt) {

@@ -31,24 +31,27 @@ bool readLine(std::istream& stream, std::string& line) {
     return true;
 }
 
-void printBatch(const AnalysisOptions& options, std::istream& standardInput, std::ostream& out) {
+void printBatch(const TextDescriber& describe, std::istream& standardInput, std::ostream& out) {
     std::string line;
     for (unsigned long number = 1; readLine(standardInput, line); ++number) {
         const std::optional<std::string> text = parseJsonString(line);
         if (!text) {
             throw ToolError(fmt::format("line {} of standard input is not a JSON string", number));
         }
-        out << options.describe(*text) << '\n';
+        describe(*text, out);
+        out << '\n';
     }
 }
 
 } // namespace
 
 void printAnalysis(const AnalysisOptions& options, std::istream& standardInput, std::ostream& out) {
+    const TextDescriber describe = options.makeDescriber();
     if (options.isBatch) {
-        printBatch(options, standardInput, out);
+        printBatch(describe, standardInput, out);
     } else {
-        out << options.describe(readBytes(options.source, standardInput, maxAnalysedBytes)) << '\n';
+        describe(readBytes(options.source, standardInput, maxAnalysedBytes), out);
+        out << '\n';
     }
 }
 

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "commands/Commands.h"
+#include "commands/CommonOptions.h"
+#include "fonts/ShapingRequest.h"
 
 #include <CLI/App.hpp>
 
@@ -9,8 +11,8 @@
 
 namespace Vell::Tool {
 
-/// The sub-commands that analyse texts: `levels` and `breaks`. There are none if the tool is built without
-/// TextLayout.
+/// The sub-commands that print what TextLayout finds in texts: `shape`, `levels` and `breaks`. There are none
+/// if the tool is built without it.
 class AnalysisCommands {
 public:
     explicit AnalysisCommands(CLI::App& app);
@@ -21,12 +23,14 @@ public:
 private:
     void addInput(CLI::App& command);
     AnalysisOptions takeInput(const CLI::App& command) const;
+    AnalysisOptions takeShape() const;
 
-    std::string _text;
-    std::string _file;
-    std::string _direction = "auto";
+    TextWords _words;
+    FontRequest _font;
+    ShapingRequest _shaping;
     bool _isBatch = false;
     bool _printsJson = false;
+    CLI::App* _shape = nullptr;
     CLI::App* _levels = nullptr;
     CLI::App* _breaks = nullptr;
 };

@@ -3,7 +3,8 @@
 #include "Errors.h"
 #include "commands/AnalysisCommandLine.h"
 #include "commands/CommandLineMistakes.h"
-#include "commands/NumberLimits.h"
+#include "commands/CommonOptions.h"
+#include "commands/LayoutCommandLine.h"
 
 #include <CLI/CLI.hpp>
 
@@ -21,9 +22,7 @@ struct Parsed {
     std::string color = "black";
     std::string background = "white";
     std::string painter;
-    std::string text;
-    std::string file;
-    std::string fontFile;
+    TextWords words;
     InfoOptions info;
     FallbackOptions fallback;
     CacheStatsOptions cacheStats;
@@ -38,37 +37,6 @@ PainterKind parsePainter(const std::string& name) {
         return name == "raster" ? PainterKind::Raster : PainterKind::Vector;
     }
     throw UsageError(fmt::format("--painter must be raster or vector, not '{}'", name));
-}
-
-void addSource(CLI::App& app, Parsed& parsed) {
-    app.add_option("TEXT", parsed.text, "the text; '-' reads standard input")->type_name("");
-    app.add_option("--file", parsed.file, "read the text from this file")->type_name("FILE");
-}
-
-void addStyle(CLI::App& app, bool& isBold, bool& isItalic) {
-    app.add_flag("--bold", isBold, "the bold style; synthesised if the font has none");
-    app.add_flag("--italic", isItalic, "the italic style; synthesised if the font has none");
-}
-
-void addFont(CLI::App& app, FontRequest& font, std::string& fontFile) {
-    app.add_option("--family", font.family,
-                   std::string("an installed font family; ") + defaultFamily + " if not given")
-        ->type_name("NAME");
-    app.add_option("--font", fontFile, "a font file instead; INDEX counts the faces of a collection from 0")
-        ->type_name("FILE[:INDEX]");
-    addStyle(app, font.isBold, font.isItalic);
-}
-
-/// The check sees the number as the user typed it.
-template <class Number>
-void addNumber(CLI::App& app, const NumberLimits& limits, Number& number, const char* help) {
-    app.add_option(std::string(limits.option), number, help)
-        ->check([limits](const std::string& word) {
-            checkNumber(limits, word);
-            return std::string();
-        })
-        ->type_name(limits.isWhole ? "COUNT" : "NUMBER")
-        ->capture_default_str();
 }
 
 void addSize(CLI::App& app, FontRequest& font) {
@@ -90,11 +58,11 @@ void addColor(CLI::App& app, const char* name, std::string& color, const char* h
 CLI::App* addRender(CLI::App& app, Parsed& parsed) {
     RenderOptions& options = parsed.render;
     CLI::App* render = app.add_subcommand("render", "Draw text into a PNG, SVG or PDF file");
-    addSource(*render, parsed);
+    addSource(*render, parsed.words);
     render->add_option("-o,--output", options.output, "the file to write: .png, .svg or .pdf")
         ->required()
         ->type_name("OUT");
-    addFont(*render, options.font, parsed.fontFile);
+    addFont(*render, options.font, parsed.words.fontFile);
     addSize(*render, options.font);
     addLetterSpacing(*render, options.font);
     addColor(*render, "--color", parsed.color, "#rgb, #rrggbb, #rrggbbaa or a name from the list below");
@@ -133,8 +101,8 @@ CLI::App* addInfo(CLI::App& app, InfoOptions& options) {
 
 CLI::App* addFallback(CLI::App& app, Parsed& parsed) {
     CLI::App* fallback = app.add_subcommand("fallback", "Print which face draws each character");
-    addSource(*fallback, parsed);
-    addFont(*fallback, parsed.fallback.font, parsed.fontFile);
+    addSource(*fallback, parsed.words);
+    addFont(*fallback, parsed.fallback.font, parsed.words.fontFile);
     addWhy(*fallback, parsed.fallback.explains);
     return fallback;
 }
@@ -142,8 +110,8 @@ CLI::App* addFallback(CLI::App& app, Parsed& parsed) {
 CLI::App* addCacheStats(CLI::App& app, Parsed& parsed) {
     CacheStatsOptions& options = parsed.cacheStats;
     CLI::App* stats = app.add_subcommand("cache-stats", "Draw text off screen and print cache statistics");
-    addSource(*stats, parsed);
-    addFont(*stats, options.font, parsed.fontFile);
+    addSource(*stats, parsed.words);
+    addFont(*stats, options.font, parsed.words.fontFile);
     addSize(*stats, options.font);
     addLetterSpacing(*stats, options.font);
     addNumber(*stats, ratioLimits, options.pixelRatio, "device pixels per unit, for the raster painter");
@@ -171,7 +139,7 @@ CLI::App* addCompare(CLI::App& app, Parsed& parsed) {
 
 CLI::App* addDemo(CLI::App& app, Parsed& parsed) {
     CLI::App* demo = app.add_subcommand("demo", "Draw a page of examples: demo.png, demo.svg and demo.pdf");
-    demo->add_option("TEXT", parsed.text, "the text to show")->type_name("");
+    demo->add_option("TEXT", parsed.words.text, "the text to show")->type_name("");
     demo->add_option("-o,--output", parsed.demo.folder, "the folder to write to")
         ->required()
         ->type_name("FOLDER");
@@ -188,29 +156,9 @@ CLI::App* addSpecimen(CLI::App& app, SpecimenOptions& options) {
     return specimen;
 }
 
-std::optional<std::string> getIfGiven(const CLI::App& app, const char* option, const std::string& value) {
-    return app.count(option) > 0 ? std::optional<std::string>(value) : std::nullopt;
-}
-
-TextSource getSource(const CLI::App& app, const Parsed& parsed) {
-    return {getIfGiven(app, "TEXT", parsed.text), getIfGiven(app, "--file", parsed.file)};
-}
-
 std::optional<PainterKind> getPainter(const CLI::App& app, const Parsed& parsed) {
     return app.count("--painter") > 0 ? std::optional<PainterKind>(parsePainter(parsed.painter))
                                       : std::nullopt;
-}
-
-/// An empty family means the default one to the commands, but writing it out is a mistake.
-void completeFont(const CLI::App& app, const Parsed& parsed, FontRequest& font) {
-    const bool hasFamily = app.count("--family") > 0;
-    font.file = getIfGiven(app, "--font", parsed.fontFile);
-    if (hasFamily && font.file) {
-        throw UsageError(fmt::format("give --family '{}' or --font '{}', not both", font.family, *font.file));
-    }
-    if ((hasFamily && font.family.empty()) || (font.file && font.file->empty())) {
-        throw UsageError(fmt::format("{} is empty", hasFamily ? "--family" : "--font"));
-    }
 }
 
 /// The words of the command line in order. Splits `--name=` into the option and an empty value, because CLI11
@@ -267,8 +215,9 @@ private:
             return _parsed.info;
         }
         if (_fallback->parsed()) {
-            completeFont(*_fallback, _parsed, _parsed.fallback.font);
-            _parsed.fallback.source = getSource(*_fallback, _parsed);
+            completeFont(*_fallback, _parsed.words.fontFile, _parsed.fallback.font);
+            _parsed.fallback.source = getSource(*_fallback, _parsed.words);
+            _parsed.fallback.language = _layout.takeLanguage();
             return _parsed.fallback;
         }
         if (_specimen->parsed()) {
@@ -284,22 +233,23 @@ private:
         if (auto analysis = _analysis.take()) {
             return *analysis;
         }
-        _parsed.demo.text = getIfGiven(*_demo, "TEXT", _parsed.text);
+        _parsed.demo.text = getIfGiven(*_demo, "TEXT", _parsed.words.text);
         return _parsed.demo;
     }
 
     Command takeRender() {
-        completeFont(*_render, _parsed, _parsed.render.font);
-        _parsed.render.source = getSource(*_render, _parsed);
+        completeFont(*_render, _parsed.words.fontFile, _parsed.render.font);
+        _parsed.render.source = getSource(*_render, _parsed.words);
         _parsed.render.color = parseColor(_parsed.color);
         _parsed.render.background = parseColor(_parsed.background);
         _parsed.render.painter = getPainter(*_render, _parsed);
+        _parsed.render.layout = _layout.takeLayout();
         return _parsed.render;
     }
 
     Command takeCacheStats() {
-        completeFont(*_cacheStats, _parsed, _parsed.cacheStats.font);
-        _parsed.cacheStats.source = getSource(*_cacheStats, _parsed);
+        completeFont(*_cacheStats, _parsed.words.fontFile, _parsed.cacheStats.font);
+        _parsed.cacheStats.source = getSource(*_cacheStats, _parsed.words);
         _parsed.cacheStats.painter = getPainter(*_cacheStats, _parsed);
         return _parsed.cacheStats;
     }
@@ -313,6 +263,7 @@ private:
     CLI::App* _compare = addCompare(_app, _parsed);
     CLI::App* _demo = addDemo(_app, _parsed);
     CLI::App* _specimen = addSpecimen(_app, _parsed.specimen);
+    LayoutOptions _layout{*_render, *_fallback};
     AnalysisCommands _analysis{_app};
 };
 

@@ -3,6 +3,7 @@
 #include "commands/InputText.h"
 #include "drawing/Color.h"
 #include "drawing/TextPaint.h"
+#include "fonts/ShapingRequest.h"
 #include "fonts/TextFont.h"
 
 #include <cstddef>
@@ -16,6 +17,13 @@
 /// libraries; UsageError for options that contradict each other.
 namespace Vell::Tool {
 
+/// What the options say about the lines of a shaped text, in the words of the command line.
+struct LayoutRequest {
+    ShapingRequest shaping = {};
+    std::optional<float> width = std::nullopt; ///< in units; if none, lines end only where the text says so
+    std::string alignment = "start";           ///< or "end", "center" or "justify"
+};
+
 struct RenderOptions {
     TextSource source;
     std::string output;
@@ -25,7 +33,8 @@ struct RenderOptions {
     float pixelRatio = 1.0F;
     float degrees = 0.0F; ///< clockwise
     float scale = 1.0F;
-    std::optional<PainterKind> painter; ///< if none is given, the format decides
+    std::optional<PainterKind> painter;  ///< if none is given, the format decides
+    std::optional<LayoutRequest> layout; ///< if there is none, each character is one glyph
 };
 
 struct InfoOptions {
@@ -40,6 +49,7 @@ struct InfoOptions {
 struct FallbackOptions {
     TextSource source;
     FontRequest font;
+    std::string language = {}; ///< for the coverage; a BCP 47 tag, or empty
     bool explains = false;
 };
 
@@ -73,10 +83,13 @@ struct SpecimenOptions {
 /// The longest text that is analysed, in bytes.
 constexpr std::size_t maxAnalysedBytes = std::size_t{32} << 20U;
 
+/// Prints the JSON document of a text, without a line end.
+using TextDescriber = std::function<void(std::string_view, std::ostream&)>;
+
 struct AnalysisOptions {
     TextSource source;
     bool isBatch = false; ///< read texts from standard input instead, a JSON string a line
-    std::function<std::string(std::string_view)> describe; ///< makes the JSON document of a text
+    std::function<TextDescriber()> makeDescriber; ///< opens the font, if one is needed
 };
 
 /// Draws a text into a file.
@@ -89,7 +102,7 @@ void printInfo(const InfoOptions& options, std::ostream& out);
 /// Prints a line for each character: its code, the character, the face that draws it, and "own", "fallback"
 /// or "missing", separated by tabs. Skips line ends and tabs, which no face draws. With `--why`, an empty
 /// line follows, then each face that draws with its file and the reason for its style, then every question to
-/// the font loader.
+/// the font loader, then the font of each grapheme cluster of the shaped text (CoverageRoad.h).
 void printFallback(const FallbackOptions& options, std::istream& standardInput, std::ostream& out);
 
 /// Draws a text line by line off screen and prints the statistics of the factory's caches as a table or as

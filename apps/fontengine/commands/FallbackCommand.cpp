@@ -1,4 +1,5 @@
 #include "commands/Commands.h"
+#include "commands/CoverageRoad.h"
 #include "drawing/TextLines.h"
 #include "fonts/FaceFacts.h"
 #include "fonts/FontOrigin.h"
@@ -78,6 +79,7 @@ void printFallback(const FallbackOptions& options, std::istream& standardInput, 
     }
     if (options.explains) {
         seen.explain(*source.getLoader(), out);
+        printCoverage(options, text, out);
     }
 }
 

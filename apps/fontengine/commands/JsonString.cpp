@@ -2,6 +2,8 @@
 
 #include <Utils/Public/Utf8.h>
 
+#include <fmt/format.h>
+
 #include <cstddef>
 
 namespace Vell::Tool {
@@ -146,6 +148,24 @@ std::optional<std::string> parseJsonString(std::string_view line) {
         return std::nullopt;
     }
     return StringReader(line.substr(begin + 1, end - begin - 1)).read();
+}
+
+std::string makeJsonString(std::string_view text) {
+    std::string json = "\"";
+    const char* position = text.data();
+    const char* const end = position + text.size();
+    while (position != end) {
+        const char32_t character = decodeUtf8(position, end);
+        if (character < ' ') {
+            json += fmt::format("\\u{:04x}", static_cast<unsigned int>(character));
+            continue;
+        }
+        if (character == '"' || character == '\\') {
+            json.push_back('\\');
+        }
+        appendUtf8(json, character);
+    }
+    return json + '"';
 }
 
 } // namespace Vell::Tool

@@ -11,4 +11,7 @@ namespace Vell::Tool {
 /// escaped without its partner becomes U+FFFD.
 std::optional<std::string> parseJsonString(std::string_view line);
 
+/// The text as a JSON string, quotes included. Ill-formed UTF-8 becomes U+FFFD.
+std::string makeJsonString(std::string_view text);
+
 } // namespace Vell::Tool

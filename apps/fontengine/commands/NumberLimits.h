@@ -18,6 +18,7 @@ constexpr NumberLimits sizeLimits{"--size", 0.1, 4096.0};
 constexpr NumberLimits scaleLimits{"--scale", 0.01, 100.0};
 constexpr NumberLimits ratioLimits{"--dpr", 0.1, 16.0};
 constexpr NumberLimits spacingLimits{"--letter-spacing", -4096.0, 4096.0};
+constexpr NumberLimits widthLimits{"--width", 0.0, 1e6};
 constexpr NumberLimits rotationLimits{"--rotate", -36000.0, 36000.0};
 constexpr NumberLimits passLimits{"--passes", 1.0, 1e6, true};
 constexpr NumberLimits faceLimits{"--max-faces", 0.0, 1e15, true};

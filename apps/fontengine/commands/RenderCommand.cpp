@@ -1,8 +1,7 @@
 #include "commands/Commands.h"
 #include "drawing/Canvas.h"
 #include "drawing/Page.h"
-#include "drawing/TextLines.h"
-#include "fonts/FontSource.h"
+#include "drawing/TextDrawing.h"
 #include "output/OutputFile.h"
 
 namespace Vell::Tool {
@@ -15,14 +14,15 @@ TextPaint makePaint(const RenderOptions& options, PageFormat format) {
 }
 
 /// Checks the size that follows from the metrics first, because measuring ink means drawing it.
-Canvas fitCanvas(const RenderOptions& options, const TextBlock& block, const TextFont& font,
-                 const TextPaint& paint) {
+Canvas fitCanvas(const RenderOptions& options, const TextDrawing& drawing, const TextPaint& paint,
+                 const Placement& placement) {
     constexpr float marginInEms = 0.5F;
     const float margin = marginInEms * options.font.size * options.scale;
-    const Placement placement{options.scale, options.degrees};
-    const Box box = getPlacedBox(block, placement);
+    const Box box = drawing.getBox(placement);
     checkPageSize(options.output, makeCanvas(box, margin, options.pixelRatio).size);
-    const Box ink = measureInk(block, font, paint, placement);
+    const Box ink = measureInk([&](CairoAdapter::CairoPainter& painter) {
+        drawing.draw(painter, paint, placement, {0.0F, 0.0F});
+    });
     return makeCanvas(unite(box, ink), margin, options.pixelRatio);
 }
 
@@ -31,13 +31,12 @@ Canvas fitCanvas(const RenderOptions& options, const TextBlock& block, const Tex
 void render(const RenderOptions& options, std::istream& standardInput) {
     const PageFormat format = getPageFormat(options.output);
     const std::string text = readText(options.source, standardInput);
-    const FontSource source(options.font);
-    const TextFont font = source.makeFont(options.font);
-    const TextBlock block = layOutBlock(font, splitLines(text));
+    const auto drawing = options.layout ? makeShapedDrawing(options, text) : makePlainDrawing(options, text);
     const TextPaint paint = makePaint(options, format);
-    const Canvas canvas = fitCanvas(options, block, font, paint);
+    const Placement placement{options.scale, options.degrees};
+    const Canvas canvas = fitCanvas(options, *drawing, paint, placement);
     const auto draw = [&](CairoAdapter::CairoPainter& painter) {
-        drawBlock(painter, block, font, paint, {options.scale, options.degrees}, canvas.origin);
+        drawing->draw(painter, paint, placement, canvas.origin);
     };
     writeFile(options.output, makePage(options.output, canvas.size, options.background, draw));
 }

@@ -14,6 +14,8 @@ _fontengine() {
 
   case $prev in
     --painter) mapfile -t COMPREPLY < <(compgen -W 'raster vector' -- "$cur"); return ;;
+    --layout) mapfile -t COMPREPLY < <(compgen -W 'shaped plain' -- "$cur"); return ;;
+    --align) mapfile -t COMPREPLY < <(compgen -W 'start end center justify' -- "$cur"); return ;;
     --direction) mapfile -t COMPREPLY < <(compgen -W 'auto ltr rtl' -- "$cur"); return ;;
     --family)
       mapfile -t COMPREPLY < <(fc-list : family 2>/dev/null | sed 's/,.*//' | sort -u | grep -F -- "${cur//[\"\'\\]/}" |

@@ -17,6 +17,12 @@ _fontengine() {
     --painter)
       compadd raster vector
       return ;;
+    --layout)
+      compadd shaped plain
+      return ;;
+    --align)
+      compadd start end center justify
+      return ;;
     --direction)
       compadd auto ltr rtl
       return ;;

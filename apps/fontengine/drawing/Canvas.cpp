@@ -25,33 +25,28 @@ float snap(float length, float pixelRatio) {
     return std::round(length * pixelRatio) / pixelRatio;
 }
 
-/// Bitmaps stay sharp if their baseline begins on a whole pixel. Rotated ones are resampled anyway.
-Vec2<float> getStart(const Segment& segment, float baseLine, const TextPaint& paint,
-                     const Placement& placement, const Vec2<float>& origin) {
-    const Vec2<float> placed = place({segment.x, baseLine}, placement);
-    const Vec2<float> start(placed.x + origin.x, placed.y + origin.y);
-    const bool isSharp = paint.kind == PainterKind::Raster && toRadians(placement.degrees) == 0.0F;
-    return isSharp ? Vec2<float>(snap(start.x, paint.pixelRatio), snap(start.y, paint.pixelRatio)) : start;
-}
-
 bool isEmpty(const Box& box) {
     return !(box.left < box.right && box.top < box.bottom);
 }
 
 } // namespace
 
-Box getPlacedBox(const TextBlock& block, const Placement& placement) {
+Box getPlacedBox(const Box& box, const Placement& placement) {
     const Vec2<float> corners[] = {
-        place({block.left, 0.0F}, placement), place({block.right, 0.0F}, placement),
-        place({block.left, block.height}, placement), place({block.right, block.height}, placement)};
-    Box box{corners[0].x, corners[0].y, corners[0].x, corners[0].y};
+        place({box.left, box.top}, placement), place({box.right, box.top}, placement),
+        place({box.left, box.bottom}, placement), place({box.right, box.bottom}, placement)};
+    Box placed{corners[0].x, corners[0].y, corners[0].x, corners[0].y};
     for (const Vec2<float>& corner : corners) {
-        box.left = std::min(box.left, corner.x);
-        box.top = std::min(box.top, corner.y);
-        box.right = std::max(box.right, corner.x);
-        box.bottom = std::max(box.bottom, corner.y);
+        placed.left = std::min(placed.left, corner.x);
+        placed.top = std::min(placed.top, corner.y);
+        placed.right = std::max(placed.right, corner.x);
+        placed.bottom = std::max(placed.bottom, corner.y);
     }
-    return box;
+    return placed;
+}
+
+Box getPlacedBox(const TextBlock& block, const Placement& placement) {
+    return getPlacedBox(Box{block.left, 0.0F, block.right, block.height}, placement);
 }
 
 Box unite(const Box& a, const Box& b) {
@@ -62,12 +57,11 @@ Box unite(const Box& a, const Box& b) {
             std::max(a.bottom, b.bottom)};
 }
 
-Box measureInk(const TextBlock& block, const TextFont& font, const TextPaint& paint,
-               const Placement& placement) {
+Box measureInk(const PageDrawing& draw) {
     const auto recording = CairoAdapter::adoptSurface(
         cairo_recording_surface_create(CAIRO_CONTENT_COLOR_ALPHA, nullptr /* without bounds */));
     CairoPainter painter(recording.get());
-    drawBlock(painter, block, font, paint, placement, {0.0F, 0.0F});
+    draw(painter);
     double x = 0.0;
     double y = 0.0;
     double width = 0.0;
@@ -78,6 +72,13 @@ Box measureInk(const TextBlock& block, const TextFont& font, const TextPaint& pa
             static_cast<float>(y + height)};
 }
 
+Box measureInk(const TextBlock& block, const TextFont& font, const TextPaint& paint,
+               const Placement& placement) {
+    return measureInk([&](CairoPainter& painter) {
+        drawBlock(painter, block, font, paint, placement, {0.0F, 0.0F});
+    });
+}
+
 Canvas makeCanvas(const Box& box, float margin, float pixelRatio) {
     const float left = std::floor((box.left - margin) * pixelRatio) / pixelRatio;
     const float top = std::floor((box.top - margin) * pixelRatio) / pixelRatio;
@@ -86,14 +87,27 @@ Canvas makeCanvas(const Box& box, float margin, float pixelRatio) {
     return {size, {-left, -top}};
 }
 
+Vec2<float> getStart(const Vec2<float>& start, const TextPaint& paint, const Placement& placement,
+                     const Vec2<float>& origin) {
+    const Vec2<float> placed = place(start, placement);
+    const Vec2<float> moved(placed.x + origin.x, placed.y + origin.y);
+    const bool isSharp = paint.kind == PainterKind::Raster && toRadians(placement.degrees) == 0.0F;
+    return isSharp ? Vec2<float>(snap(moved.x, paint.pixelRatio), snap(moved.y, paint.pixelRatio)) : moved;
+}
+
+void enterPlacement(CairoPainter& painter, const Vec2<float>& origin, const Placement& placement) {
+    painter.translate(origin);
+    painter.rotate(toRadians(placement.degrees));
+    painter.scale({placement.scale, placement.scale});
+}
+
 void drawBlock(CairoPainter& painter, const TextBlock& block, const TextFont& font, const TextPaint& paint,
                const Placement& placement, const Vec2<float>& origin) {
     for (const BlockLine& line : block.lines) {
         for (const Segment& segment : line.segments) {
             painter.pushTransform();
-            painter.translate(getStart(segment, line.baseLine, paint, placement, origin));
-            painter.rotate(toRadians(placement.degrees));
-            painter.scale({placement.scale, placement.scale});
+            enterPlacement(painter, getStart({segment.x, line.baseLine}, paint, placement, origin),
+                           placement);
             paintText(painter, font, segment.text, paint);
             painter.popTransform();
         }

@@ -71,22 +71,15 @@ bool suitsColoredImages(const TextPaint& paint) {
 }
 
 void paintRaster(CairoPainter& painter, const TextFont& font, std::string_view text, const TextPaint& paint) {
-    constexpr bool flipVertically = false;
-    CairoGlyphPainter glyphPainter(painter, paint.color, paint.pixelRatio);
-    CoveragePainter coveragePainter(glyphPainter);
-    const bool isDirect = suitsColoredImages(paint);
-    FontEngine::BitmapGlyphPainter& target =
-        isDirect ? static_cast<FontEngine::BitmapGlyphPainter&>(glyphPainter) : coveragePainter;
-    FontEngine::RasterTextPainter(painter, target, flipVertically)
-        .drawText(toStringRef(text), font.setting, *font.font, isDirect ? paint.color : black,
-                  paint.pixelRatio);
+    paintBitmaps(painter, paint, [&](FontEngine::BitmapGlyphPainter& target, const Color& imageColor) {
+        constexpr bool flipVertically = false;
+        FontEngine::RasterTextPainter(painter, target, flipVertically)
+            .drawText(toStringRef(text), font.setting, *font.font, imageColor, paint.pixelRatio);
+    });
 }
 
 void paintRun(CairoPainter& painter, const FontRun& run) {
-    if (!FT_IS_SCALABLE(run.font.font->getFace()->getHandle().get())) {
-        throw ToolError(
-            fmt::format("the font '{}' has no outlines: use --painter raster", getAskedName(run.font)));
-    }
+    checkOutlines(*run.font.font, getAskedName(run.font));
     painter.pushTransform();
     painter.translate({run.x, 0.0F});
     FontEngine::VectorTextPainter(painter).drawText(toStringRef(run.text), run.font.setting, *run.font.font);
@@ -101,6 +94,22 @@ void paintVector(CairoPainter& painter, const TextFont& font, std::string_view t
 }
 
 } // namespace
+
+void paintBitmaps(CairoPainter& painter, const TextPaint& paint, const BitmapDrawing& draw) {
+    CairoGlyphPainter glyphPainter(painter, paint.color, paint.pixelRatio);
+    if (suitsColoredImages(paint)) {
+        draw(glyphPainter, paint.color);
+        return;
+    }
+    CoveragePainter coveragePainter(glyphPainter);
+    draw(coveragePainter, black);
+}
+
+void checkOutlines(const FontEngine::Font& font, const std::string& name) {
+    if (!FT_IS_SCALABLE(font.getFace()->getHandle().get())) {
+        throw ToolError(fmt::format("the font '{}' has no outlines: use --painter raster", name));
+    }
+}
 
 void paintText(CairoPainter& painter, const TextFont& font, std::string_view text, const TextPaint& paint) {
     try {

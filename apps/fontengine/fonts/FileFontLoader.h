@@ -35,6 +35,9 @@ public:
     /// Where bytes come from that this loader or the other one has handed out.
     std::optional<FontLoaders::FontFilePlace> findFile(const FontLoaders::FontBytes& bytes) const;
 
+    /// May be null.
+    const FontLoaders::FontLoader* getOthers() const { return _others.get(); }
+
     bool isBold() const { return _isBold; }
     bool isItalic() const { return _isItalic; }
 

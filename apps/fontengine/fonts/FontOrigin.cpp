@@ -24,12 +24,6 @@ std::string describeStyle(bool isBold, bool isItalic) {
     return isBold ? "bold" : isItalic ? "italic" : "regular";
 }
 
-std::optional<FontLoaders::FontFilePlace> findPlace(const RecordingFontLoader& loader,
-                                                    const FontBytes& bytes) {
-    const auto* const file = dynamic_cast<const FileFontLoader*>(&loader.getLoader());
-    return file != nullptr ? file->findFile(bytes) : FontLoaders::findFontFile(loader.getLoader(), bytes);
-}
-
 std::string describeFile(const RecordingFontLoader& loader, const FontBytes& bytes) {
     const auto place = findPlace(loader, bytes);
     return place ? fmt::format("{} (face {})", place->file, place->index) : "no file";
@@ -111,6 +105,12 @@ FTFacePtr openFile(const FontLoaders::FTLibraryPtr& library, const std::string& 
 }
 
 } // namespace
+
+std::optional<FontLoaders::FontFilePlace> findPlace(const RecordingFontLoader& loader,
+                                                    const FontBytes& bytes) {
+    const auto* const file = dynamic_cast<const FileFontLoader*>(&loader.getLoader());
+    return file != nullptr ? file->findFile(bytes) : FontLoaders::findFontFile(loader.getLoader(), bytes);
+}
 
 FontOrigin findOrigin(const FontEngine::Font& font, const RecordingFontLoader& loader) {
     const FontEngine::FaceData data = font.getFace()->getFaceData();

@@ -5,6 +5,7 @@
 #include <FontEngine/FontEngine.h>
 
 #include <iosfwd>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -23,6 +24,10 @@ struct FontOrigin {
 /// The origin of a font of a factory over `loader`. Reports what the loader was really asked and how the face
 /// was really made, and does not repeat the factory's rules.
 FontOrigin findOrigin(const FontEngine::Font& font, const RecordingFontLoader& loader);
+
+/// The file of bytes that the loader has handed out. Nothing for the font that is built into the library.
+std::optional<FontLoaders::FontFilePlace> findPlace(const RecordingFontLoader& loader,
+                                                    const FontBytes& bytes);
 
 /// Prints the origin as the properties "file" and "why".
 void printOrigin(const FontEngine::Font& font, const RecordingFontLoader& loader, std::ostream& out);

@@ -73,4 +73,11 @@ TextFont FontSource::makeFont(const FontRequest& request) const {
                                    request.isItalic || _isAlwaysItalic, request.size, request.letterSpacing});
 }
 
+std::shared_ptr<const FontLoaders::CoverageFallback> FontSource::makeCoverageFallback() const {
+    const FontLoaders::FontLoader& loader = _loader->getLoader();
+    const auto* const file = dynamic_cast<const FileFontLoader*>(&loader);
+    const FontLoaders::FontLoader* const installed = file != nullptr ? file->getOthers() : &loader;
+    return installed != nullptr ? FontLoaders::createPlatformCoverageFallback(*installed) : nullptr;
+}
+
 } // namespace Vell::Tool

@@ -3,6 +3,7 @@
 #include "fonts/RecordingFontLoader.h"
 #include "fonts/TextFont.h"
 
+#include <memory>
 #include <string>
 
 namespace Vell::Tool {
@@ -32,6 +33,9 @@ public:
     TextFont makeFont(const FontRequest& request) const;
 
     const FactoryPtr& getFactory() const { return _factory; }
+
+    /// Finds installed fonts for what the font lacks. Null for a file by itself.
+    std::shared_ptr<const FontLoaders::CoverageFallback> makeCoverageFallback() const;
 
     /// Has recorded all questions so far.
     const NNPtr<const RecordingFontLoader>& getLoader() const { return _loader; }

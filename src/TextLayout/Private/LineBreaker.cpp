@@ -17,7 +17,7 @@ constexpr double unlimited = std::numeric_limits<double>::infinity();
 } // namespace
 
 double getWidthLimit(const ParagraphStyle& style) {
-    constexpr double tolerance = 1.0 / 65536.0;
+    constexpr double tolerance = 1.0 / 262144.0;
     return static_cast<double>(style.width) * (1.0 + tolerance);
 }
 

@@ -40,8 +40,9 @@ struct LinePositions {
         const auto unitsPerEM = static_cast<float>(face->units_per_EM);
         // A font that says nothing gets lines in the usual proportions.
         const bool isSilent = face->underline_thickness <= 0;
-        thickness = font.toUnits(isSilent ? unitsPerEM / 20 : face->underline_thickness);
-        const float center = font.toUnits(isSilent ? unitsPerEM / -10 : face->underline_position);
+        thickness = font.toUnits(isSilent ? unitsPerEM / 20 : static_cast<float>(face->underline_thickness));
+        const float center =
+            font.toUnits(isSilent ? unitsPerEM / -10 : static_cast<float>(face->underline_position));
         underline = -center - thickness / 2;
         strikeOut = -font.font.getStrikeOutPosition() - thickness;
     }

@@ -11,6 +11,7 @@
 
 #include <boost/container/static_vector.hpp>
 
+#include <cmath>
 #include <cstddef>
 #include <utility>
 
@@ -21,9 +22,15 @@ namespace {
 using FontEngine::PlacedGlyph;
 using FontEngine::PlacedGlyphRun;
 
+/// A whole number of device pixels: bitmaps are only sharp there.
+float snap(float distance, float devicePixelRatio) {
+    return std::round(distance * devicePixelRatio) / devicePixelRatio;
+}
+
 /// Appends the glyphs of a piece. The pen moves as it does in RasterTextPainter, in single precision. `penX`
-/// is where the last piece has left it.
-void append(const GlyphPiece& piece, const cinder::Vec2<float>& scale, float& penX, PlacedGlyphRun& placed) {
+/// is where the last piece has left it. `scale` is the painter's.
+void append(const GlyphPiece& piece, const cinder::Vec2<float>& scale, float devicePixelRatio, float& penX,
+            PlacedGlyphRun& placed) {
     constexpr std::size_t batchSize = 64; // what one lock of the cache serves
     boost::container::static_vector<PlacedGlyph, batchSize> batch;
     const ShapedText& text = *piece.text;
@@ -36,7 +43,8 @@ void append(const GlyphPiece& piece, const cinder::Vec2<float>& scale, float& pe
     if (!piece.continuesLast) {
         penX = piece.x * scale.x;
     }
-    const float penY = piece.y * scale.x; // bitmaps have the horizontal scale in both directions
+    // Bitmaps have the horizontal scale in both directions.
+    const float penY = snap(piece.y * scale.x, devicePixelRatio);
     for (std::uint32_t i = piece.glyphBegin; i != piece.glyphEnd; ++i) {
         const ShapedGlyph& glyph = text.getGlyphs()[i];
         const float x = penX + font.toUnits(static_cast<float>(glyph.xOffset)) * scale.x;
@@ -65,7 +73,7 @@ void drawAlike(const GlyphPiece* begin, const GlyphPiece* end, const FontEngine:
                const FontEngine::RasterSpace& space, const TextColor& color, float& penX) {
     PlacedGlyphRun placed(target.devicePixelRatio, space.scale, target.isBottomUp, countGlyphs(begin, end));
     for (const GlyphPiece* piece = begin; piece != end; ++piece) {
-        append(*piece, space.scale, penX, placed);
+        append(*piece, space.scale, target.devicePixelRatio, penX, placed);
     }
     const RunFont& font = begin->text->getFont(begin->text->getRuns()[begin->run]);
     FontEngine::RasterTextPainter(target.painter, target.glyphPainter, target.isBottomUp)

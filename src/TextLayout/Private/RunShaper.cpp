@@ -1,6 +1,7 @@
 #include <TextLayout/Private/RunShaper.h>
 
 #include <TextLayout/Private/CharacterTraits.h>
+#include <TextLayout/Private/RunDependence.h>
 #include <TextLayout/Private/TextCharacters.h>
 
 #include <algorithm>
@@ -15,13 +16,6 @@ namespace {
 
 bool isRightToLeft(const RunToShape& run) {
     return HB_DIRECTION_IS_BACKWARD(run.properties.direction);
-}
-
-/// Whether HarfBuzz turns the run, to shape it in the direction of its script. A mark that has no base then
-/// follows the word behind it, so that each word is shaped alone.
-bool isTurned(const RunToShape& run) {
-    const hb_direction_t native = hb_script_get_horizontal_direction(run.properties.script);
-    return native != HB_DIRECTION_INVALID && native != run.properties.direction;
 }
 
 } // namespace
@@ -39,16 +33,20 @@ public:
         , _run(run)
         , _plan(plan)
         , _lock(shaper._caches.mutex)
-        , _hasFreeGlyphs(plan.hasFreeGlyphs())
-        , _hasFreeSpaces(plan.findFreeGlyph(U' ') != nullptr)
-        , _isTurned(isTurned(run)) {}
+        , _isOneWord(runsAgainstScript(run.properties))
+        , _hasFreeGlyphs(!_isOneWord && plan.hasFreeGlyphs())
+        , _hasFreeSpaces(_hasFreeGlyphs && plan.findFreeGlyph(U' ') != nullptr) {}
 
     void append() {
         const std::size_t first = _glyphs.size();
-        for (std::uint32_t position = _run.part.begin; position != _run.part.end;) {
+        _needsWholeRun = staysDecomposed(_run.part);
+        for (std::uint32_t position = _run.part.begin; position != _run.part.end && !_needsWholeRun;) {
             position = appendNext(position);
         }
-        if (isRightToLeft(_run)) {
+        if (_needsWholeRun) {
+            _glyphs.resize(first);
+            shapeWholeRun();
+        } else if (isRightToLeft(_run)) {
             turn(first);
         }
     }
@@ -93,11 +91,13 @@ private:
         return _last;
     }
 
-    /// The glyph of a character that is a cluster by itself and that nothing around it changes.
-    const FreeGlyph* findFree(const Character& character) const {
+    /// The glyph of a character that is a cluster by itself and that nothing around it changes. HarfBuzz
+    /// takes all marks into the cluster before them, also those that begin a grapheme cluster.
+    const FreeGlyph* findFree(const Character& character) {
         const bool isCandidate = character.code == U' ' ? _hasFreeSpaces : isIdeographic(character.code);
-        return isCandidate && _clusterStarts.test(character.end) ? _plan.findFreeGlyph(character.code)
-                                                                 : nullptr;
+        return isCandidate && _clusterStarts.test(character.end) && !isMark(read(character.end).code)
+                   ? _plan.findFreeGlyph(character.code)
+                   : nullptr;
     }
 
     bool isIdeographic(char32_t character) const {
@@ -129,7 +129,9 @@ private:
         return {_plan.getId(), _text.substr(word.begin, word.end - word.begin)};
     }
 
-    const std::vector<ShapedGlyph>* find(const Word& word) const { return _caches.words.find(makeKey(word)); }
+    const std::vector<ShapedGlyph>* find(const Word& word) const {
+        return joinsOutside(_text, _run.part, word) ? nullptr : _caches.words.find(makeKey(word));
+    }
 
     void appendCached(const std::vector<ShapedGlyph>& cached, const Word& word) {
         beginBlock();
@@ -148,7 +150,7 @@ private:
         std::vector<Word> missing{word};
         std::vector<ShapedGlyph> nextGlyphs; // of the first word that is not missing
         Word next{0, 0};
-        const std::uint32_t end = _isTurned ? word.end : _run.part.end;
+        const std::uint32_t end = _run.part.end;
         for (std::uint32_t position = word.end; position != end && position - word.begin < longBlock;) {
             const Character character = read(position);
             if (findFree(character) != nullptr) {
@@ -165,6 +167,9 @@ private:
             position = candidate.end;
         }
         shape(missing);
+        if (_needsWholeRun) {
+            return end;
+        }
         if (nextGlyphs.empty()) {
             return missing.back().end;
         }
@@ -178,13 +183,61 @@ private:
     }
 
     void shape(const std::vector<Word>& words) {
+        const Word block{words.front().begin, words.back().end};
         beginBlock();
         const std::size_t first = _glyphs.size();
+        execute(block);
+        _needsWholeRun = hasCircle(first) || staysDecomposed(block) ||
+                         std::any_of(words.begin(), words.end(),
+                                     [this](const Word& word) { return beginsWithJoiner(word); });
+        if (!_needsWholeRun) {
+            remember(words, first);
+        }
+    }
+
+    void execute(const Word& block) {
         _lock.unlock();
-        _parts.append(PartShaper::Settings{_plan, _plan.getKey().features},
-                      {words.front().begin, words.back().end});
+        _parts.append(PartShaper::Settings{_plan, _plan.getKey().features}, block);
         _lock.lock();
-        remember(words, first);
+    }
+
+    /// For runs with a word whose glyphs depend on other words.
+    void shapeWholeRun() {
+        const std::size_t first = _glyphs.size();
+        execute(_run.part);
+        if (!hasCircle(first) && !staysDecomposed(_run.part)) {
+            remember(listWords(), first);
+        }
+    }
+
+    std::vector<Word> listWords() {
+        std::vector<Word> words;
+        for (std::uint32_t position = _run.part.begin; position != _run.part.end;) {
+            const Character character = read(position);
+            if (findFree(character) != nullptr) {
+                position = character.end;
+            } else {
+                position = words.emplace_back(findWord(position)).end;
+            }
+        }
+        return words;
+    }
+
+    /// Whether there is a dotted circle, which HarfBuzz puts under marks without a base. It may take a broken
+    /// syllable for the one 15 syllables before it, so what it does to a word depends on the whole run.
+    bool hasCircle(std::size_t first) const {
+        const std::uint16_t circle = _plan.getDottedCircle();
+        return circle != 0 &&
+               std::any_of(_glyphs.begin() + static_cast<std::ptrdiff_t>(first), _glyphs.end(),
+                           [circle](const ShapedGlyph& glyph) { return glyph.index == circle; });
+    }
+
+    bool staysDecomposed(const Word& block) const {
+        return _plan.mayDecompose() && TextLayout::staysDecomposed(_text, block);
+    }
+
+    bool beginsWithJoiner(const Word& word) const {
+        return _plan.hasSyllables() && isJoinerAt(_text, word.begin);
     }
 
     /// Puts the words of a block into the cache.
@@ -225,15 +278,8 @@ private:
     /// Whether the word looks the same in all texts: HarfBuzz lets letters join those beyond the ends of a
     /// run, and puts a circle under a mark that begins a text.
     bool mayRemember(const Word& word) const {
-        return !getTraits(decodeAt(_text, word.begin)).isMark() && !joinsOutside(word);
-    }
-
-    bool joinsOutside(const Word& word) const {
-        const bool mayJoinBefore = word.begin == _run.part.begin && word.begin != 0;
-        const bool mayJoinBehind = word.end == _run.part.end && word.end != _text.size();
-        return (mayJoinBefore &&
-                getTraits(decodeAt(_text, findCharacterBefore(_text, word.begin))).isJoining()) ||
-               (mayJoinBehind && getTraits(decodeAt(_text, word.end)).isJoining());
+        return !isMark(decodeAt(_text, word.begin)) && !beginsWithJoiner(word) &&
+               !joinsOutside(_text, _run.part, word);
     }
 
     /// Glyphs that are appended from here on stand left of what was appended before, if the run goes to the
@@ -263,9 +309,10 @@ private:
     const RunToShape& _run;
     ShapePlan& _plan;
     std::unique_lock<std::mutex> _lock;
+    bool _isOneWord;
     bool _hasFreeGlyphs;
     bool _hasFreeSpaces;
-    bool _isTurned;
+    bool _needsWholeRun = false;
     Character _last{0, std::numeric_limits<std::uint32_t>::max(), 0};
     std::vector<std::size_t> _blocks; // where they begin, in a run to the left
 };

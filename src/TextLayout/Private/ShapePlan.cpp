@@ -1,6 +1,7 @@
 #include <TextLayout/Private/ShapePlan.h>
 
 #include <TextLayout/Private/LookupReach.h>
+#include <TextLayout/Private/RunDependence.h>
 #include <TextLayout/Public/TextLayoutException.h>
 
 #include <algorithm>
@@ -30,6 +31,13 @@ HarfBuzzPtr<hb_shape_plan_t> makePlan(hb_font_t* font, const ShapePlanKey& key) 
     return plan;
 }
 
+std::uint16_t findGlyph(hb_font_t* font, hb_codepoint_t character) {
+    hb_codepoint_t glyph = 0;
+    const bool isFound = hb_font_get_nominal_glyph(font, character, &glyph) != 0;
+    return isFound && glyph <= std::numeric_limits<std::uint16_t>::max() ? static_cast<std::uint16_t>(glyph)
+                                                                         : std::uint16_t{0};
+}
+
 } // namespace
 
 ShapePlanKey::ShapePlanKey(const hb_segment_properties_t& keyProperties,
@@ -53,6 +61,9 @@ ShapePlan::ShapePlan(hb_font_t* font, ShapePlanKey key, std::uint32_t id)
     : _font(font)
     , _key(std::move(key))
     , _id(id)
+    , _mayDecompose(mayBeDecomposed(_key.properties.script))
+    , _hasSyllables(TextLayout::hasSyllables(_key.properties.script))
+    , _dottedCircle(findGlyph(font, 0x25CC))
     , _plan(makePlan(font, _key)) {}
 
 void ShapePlan::execute(hb_buffer_t* buffer, const std::vector<hb_feature_t>& features) const {

@@ -46,6 +46,12 @@ public:
     std::uint32_t getId() const { return _id; }
     hb_font_t* getFont() const { return _font; }
 
+    /// Of its script, see RunDependence.h.
+    bool mayDecompose() const { return _mayDecompose; }
+    bool hasSyllables() const { return _hasSyllables; }
+    /// The glyph that stands under marks without a base; 0 if there is none.
+    std::uint16_t getDottedCircle() const { return _dottedCircle; }
+
     /// Replaces the characters of the buffer by their glyphs. `features` are those that the key was made
     /// from. Any number of threads may call it.
     void execute(hb_buffer_t* buffer, const std::vector<hb_feature_t>& features) const;
@@ -70,6 +76,9 @@ private:
     hb_font_t* _font;
     ShapePlanKey _key;
     std::uint32_t _id;
+    bool _mayDecompose;
+    bool _hasSyllables;
+    std::uint16_t _dottedCircle;
     HarfBuzzPtr<hb_shape_plan_t> _plan;
     std::optional<HarfBuzzPtr<hb_set_t>>
         _reach; // found when it is needed; a null pointer if there is no telling

@@ -5,16 +5,15 @@
 namespace Vell::TextLayout {
 
 std::shared_ptr<ShapingFont> ShapingCaches::getFont(const FontEngine::FontFace& face) {
-    const FontEngine::FaceData data = face.getFaceData();
+    const NNPtr<const Bytes> bytes = face.getFaceData().bytes;
     const std::lock_guard<std::mutex> lock(mutex);
     const auto makePlace = [&] {
-        return std::make_shared<FontPlace>(FontPlace{std::make_shared<ShapingFont>(data)});
+        return std::make_shared<FontPlace>(FontPlace{std::make_shared<ShapingFont>(face)});
     };
     FontPlace& place =
-        *_fonts.getOrPut(data.bytes.get(), [&] { return decltype(_fonts)::DataNode(makePlace(), 0); })
-             .getValue();
+        *_fonts.getOrPut(bytes.get(), [&] { return decltype(_fonts)::DataNode(makePlace(), 0); }).getValue();
     if (place.font->hasManyPlans()) {
-        place.font = std::make_shared<ShapingFont>(data);
+        place.font = std::make_shared<ShapingFont>(face);
     }
     return place.font;
 }

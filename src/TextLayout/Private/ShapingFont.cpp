@@ -1,41 +1,44 @@
 #include <TextLayout/Private/ShapingFont.h>
 
+#include <TextLayout/Private/HarfBuzzFace.h>
+
 #include <hb-ot.h>
 
 #include <algorithm>
 #include <memory>
 #include <new>
-#include <utility>
 
 namespace Vell::TextLayout {
 
 namespace {
 
-using Bytes = std::shared_ptr<const std::vector<unsigned char>>;
-
-HarfBuzzPtr<hb_face_t> openFace(const Bytes& bytes) {
-    auto shared = std::make_unique<Bytes>(bytes);
-    const HarfBuzzPtr<hb_blob_t> blob(hb_blob_create_or_fail(
-        reinterpret_cast<const char*>(bytes->data()), static_cast<unsigned int>(bytes->size()),
-        HB_MEMORY_MODE_READONLY, shared.get(), [](void* owner) { delete static_cast<Bytes*>(owner); }));
-    static_cast<void>(shared.release()); // the blob deletes it, also if it could not be made
-    if (!blob) {
-        throw std::bad_alloc();
+/// Whether HarfBuzz finds characters of the engine's map. It does not know all charmaps that FreeType knows,
+/// nor the one that FreeType makes from the names of the glyphs.
+bool sharesCharMap(hb_font_t* font, const Gfx::CharMap& charMap) {
+    bool hasAny = false;
+    for (hb_codepoint_t code = U'!'; code <= U'~'; ++code) {
+        hb_codepoint_t glyph = 0;
+        const bool isMapped = charMap[code].glyphIndex != 0;
+        if (isMapped && hb_font_get_nominal_glyph(font, code, &glyph) != 0) {
+            return true;
+        }
+        hasAny |= isMapped;
     }
-    return HarfBuzzPtr<hb_face_t>(hb_face_create(blob.get(), 0));
+    return !hasAny;
 }
 
 } // namespace
 
-ShapingFont::ShapingFont(const FontEngine::FaceData& data)
-    : _face(openFace(data.bytes))
-    , _font(hb_font_create(_face.get()))
-    , _canShape(hb_face_get_glyph_count(_face.get()) != 0) {
-    if (_face.get() == hb_face_get_empty() || _font.get() == hb_font_get_empty()) {
+ShapingFont::ShapingFont(const FontEngine::FontFace& face)
+    : _bytes(face.getFaceData().bytes)
+    , _face(makeHarfBuzzFace(face))
+    , _font(hb_font_create(_face.get())) {
+    if (_font.get() == hb_font_get_empty()) {
         throw std::bad_alloc();
     }
-    hb_face_make_immutable(_face.get());
     hb_font_make_immutable(_font.get());
+    _canShape = hb_face_get_glyph_count(_face.get()) != 0 &&
+                sharesCharMap(_font.get(), face.getBasicMetrics().getCharMap());
 }
 
 ShapePlan& ShapingFont::getPlan(const ShapePlanKey& key, std::uint32_t& lastId) {

@@ -13,13 +13,13 @@
 namespace Vell::TextLayout {
 
 /// A font file as HarfBuzz reads it, unhinted and in font units, with the plans that were made for it. It
-/// shares the bytes of the face.
+/// keeps the bytes of the face alive.
 class ShapingFont {
 public:
-    explicit ShapingFont(const FontEngine::FaceData& data);
+    explicit ShapingFont(const FontEngine::FontFace& face);
 
-    /// False for fonts that HarfBuzz cannot read, which are not in the format of TrueType and OpenType. Their
-    /// characters have one glyph each.
+    /// False for fonts that HarfBuzz cannot read, which are not in the format of TrueType and OpenType or
+    /// have a charmap that only FreeType knows. Their characters have one glyph each.
     bool canShape() const { return _canShape; }
 
     hb_font_t* getHandle() const { return _font.get(); }
@@ -34,9 +34,10 @@ public:
 private:
     static constexpr std::size_t manyPlans = 64;
 
+    NNPtr<const std::vector<unsigned char>> _bytes; // the unpacked web font does not keep them
     HarfBuzzPtr<hb_face_t> _face;
     HarfBuzzPtr<hb_font_t> _font;
-    bool _canShape;
+    bool _canShape = false;
     std::vector<std::unique_ptr<ShapePlan>> _plans;
 };
 

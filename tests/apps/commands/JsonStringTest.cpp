@@ -31,6 +31,14 @@ TEST(JsonString, IsNothingElse) {
     }
 }
 
+TEST(JsonString, ComesBackAsItWas) {
+    EXPECT_EQ(makeJsonString("a/\"b\"\\\n\x01"), R"("a/\"b\"\\\u000a\u0001")");
+    for (const std::string text : {"", "plain", "\"\\\t\r\n\x1F", "\u00E9\u4E2D\U0001F600"}) {
+        EXPECT_EQ(parseJsonString(makeJsonString(text)), text);
+    }
+    EXPECT_EQ(makeJsonString("\xFF"), "\"\uFFFD\"");
+}
+
 } // namespace
 
 } // namespace Vell::Tool

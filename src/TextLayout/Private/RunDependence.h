@@ -1,0 +1,40 @@
+#pragma once
+
+#include <TextLayout/Private/CharacterTraits.h>
+#include <TextLayout/Private/ShapingBuffer.h>
+
+#include <hb.h>
+
+#include <cstdint>
+#include <string_view>
+
+/// Where HarfBuzz lets the glyphs of a word depend on what is around it, although no lookup of the font does.
+namespace Vell::TextLayout {
+
+inline bool isMark(char32_t character) {
+    constexpr char32_t firstMark = 0x300;
+    return character >= firstMark && getTraits(character).isMark();
+}
+
+/// Whether a run goes to the right in a script that goes to the left, as numbers do. HarfBuzz then looks at
+/// the whole run for letters and digits before it decides about a direction.
+bool runsAgainstScript(const hb_segment_properties_t& properties);
+
+/// Whether the letters of a script may be decomposed although the face has them.
+bool mayBeDecomposed(hb_script_t script);
+
+/// Whether such letters in a part stay decomposed. HarfBuzz composes them again if there is a mark anywhere
+/// behind the first character.
+bool staysDecomposed(std::string_view text, const TextPart& part);
+
+/// Whether HarfBuzz divides the script into syllables. For some scripts, the answer is true without need.
+bool hasSyllables(hb_script_t script);
+
+/// Whether a joiner without a base is at `offset`. In scripts with syllables, what becomes of it depends on
+/// what follows, spaces included.
+bool isJoinerAt(std::string_view text, std::uint32_t offset);
+
+/// Whether letters at the ends of a word may join letters beyond its run. Marks in between join, too.
+bool joinsOutside(std::string_view text, const TextPart& run, const TextPart& word);
+
+} // namespace Vell::TextLayout
