@@ -38,8 +38,8 @@ bool contains(const hb_script_t (&scripts)[size], hb_script_t script) {
 } // namespace
 
 bool runsAgainstScript(const hb_segment_properties_t& properties) {
-    return properties.direction == HB_DIRECTION_LTR &&
-           hb_script_get_horizontal_direction(properties.script) == HB_DIRECTION_RTL;
+    const hb_direction_t ofScript = hb_script_get_horizontal_direction(properties.script);
+    return ofScript != HB_DIRECTION_INVALID && ofScript != properties.direction;
 }
 
 bool mayBeDecomposed(hb_script_t script) {

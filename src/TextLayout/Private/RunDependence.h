@@ -16,8 +16,9 @@ inline bool isMark(char32_t character) {
     return character >= firstMark && getTraits(character).isMark();
 }
 
-/// Whether a run goes to the right in a script that goes to the left, as numbers do. HarfBuzz then looks at
-/// the whole run for letters and digits before it decides about a direction.
+/// Whether a run goes against the direction of its script, as numbers do in Arabic. HarfBuzz turns such a
+/// run, so that marks without a base follow other characters, and before that looks for letters and digits in
+/// all of it.
 bool runsAgainstScript(const hb_segment_properties_t& properties);
 
 /// Whether the letters of a script may be decomposed although the face has them.

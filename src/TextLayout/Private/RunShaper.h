@@ -4,6 +4,7 @@
 #include <TextLayout/Private/ByteSet.h>
 #include <TextLayout/Private/FeatureSettings.h>
 #include <TextLayout/Private/PartShaper.h>
+#include <TextLayout/Private/RunToShape.h>
 #include <TextLayout/Private/ShapingCaches.h>
 #include <TextLayout/Public/ShapedText.h>
 
@@ -18,16 +19,8 @@
 
 namespace Vell::TextLayout {
 
-/// A part of a text that one font draws in one script and direction.
-struct RunToShape {
-    TextPart part;
-    const FontEngine::FontFace& face;
-    hb_segment_properties_t properties;
-    FeatureSettings& features; ///< those of parts of the text, too
-};
-
-/// Finds the glyphs of the runs of one text. It takes words from the cache, and shapes words that follow each
-/// other and are not there at once, because a call of HarfBuzz for each of them takes longer.
+/// Finds the glyphs of the runs of one text, with a plan for each face, script, direction and selection of
+/// features.
 class RunShaper {
 public:
     /// The arguments must outlive the shaper. `clusterStarts` are those of the text.
@@ -38,8 +31,6 @@ public:
     void append(const RunToShape& run);
 
 private:
-    class WordWise;
-
     /// The plan for a face, a script, a direction and a selection of features.
     struct KnownPlan {
         const FontEngine::FontFace* face = nullptr;

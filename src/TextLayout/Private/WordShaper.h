@@ -1,0 +1,127 @@
+#pragma once
+
+#include <TextLayout/Private/ByteSet.h>
+#include <TextLayout/Private/PartShaper.h>
+#include <TextLayout/Private/RunToShape.h>
+#include <TextLayout/Private/ShapePlan.h>
+#include <TextLayout/Private/ShapingCaches.h>
+#include <TextLayout/Public/ShapedText.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+#include <mutex>
+#include <string_view>
+#include <vector>
+
+namespace Vell::TextLayout {
+
+/// What all runs of a text have in common.
+struct TextToShape {
+    ShapingCaches& caches;
+    std::string_view text;
+    const ByteSet& clusterStarts;
+    PartShaper& parts;
+    std::vector<ShapedGlyph>& glyphs; ///< where the glyphs go
+};
+
+/// Shapes a run word by word. A word is what stands between characters that stand for themselves, such as
+/// spaces. Words come from the cache. Those that follow each other and are not there are shaped at once,
+/// because a call of HarfBuzz for each of them takes longer.
+class WordShaper {
+public:
+    /// Takes the lock of the caches. The arguments must outlive the object.
+    WordShaper(const TextToShape& text, const RunToShape& run, ShapePlan& plan);
+
+    /// Appends the glyphs of the run in visual order.
+    void append();
+
+private:
+    using Word = TextPart;
+
+    static constexpr std::uint32_t longBlock = 8192; // bytes; more words at once are not shaped any faster
+
+    struct Character {
+        char32_t code;
+        std::uint32_t begin;
+        std::uint32_t end;
+    };
+
+    /// Appends what begins at `position`: a character that stands for itself, or a word and all that must be
+    /// shaped together with it. Returns its end.
+    std::uint32_t appendNext(std::uint32_t position);
+
+    /// Decodes each character once if they are read one after the other. At the end of the text there is
+    /// none.
+    Character read(std::uint32_t position);
+
+    /// The glyph of a character that is a cluster by itself and that nothing around it changes. HarfBuzz
+    /// takes all marks into the cluster before them, also those that begin a grapheme cluster.
+    const FreeGlyph* findFree(const Character& character);
+
+    bool isIdeographic(char32_t character) const;
+
+    void append(const FreeGlyph& free, const Character& character);
+
+    Word findWord(std::uint32_t begin);
+
+    WordKey makeKey(const Word& word) const;
+
+    const std::vector<ShapedGlyph>* find(const Word& word) const;
+
+    void appendCached(const std::vector<ShapedGlyph>& cached, const Word& word);
+
+    /// Shapes a word and the missing words behind it, with what stands between them. Returns the end of all
+    /// that it appended.
+    std::uint32_t shapeFrom(const Word& word);
+
+    void shape(const std::vector<Word>& words);
+
+    void execute(const Word& block);
+
+    /// For runs with a word whose glyphs depend on other words.
+    void shapeWholeRun();
+
+    std::vector<Word> listWords();
+
+    /// Whether there is a dotted circle, which HarfBuzz puts under marks without a base. It may take a broken
+    /// syllable for the one 15 syllables before it, so what it does to a word depends on the whole run.
+    bool hasCircle(std::size_t first) const;
+
+    bool staysDecomposed(const Word& block) const;
+
+    bool beginsWithJoiner(const Word& word) const;
+
+    /// Puts the words of a block into the cache.
+    void remember(const std::vector<Word>& words, std::size_t first);
+
+    void put(const Word& word, std::vector<ShapedGlyph> glyphs) const;
+
+    /// Whether the word looks the same in all texts: HarfBuzz lets letters join those beyond the ends of a
+    /// run, and puts a circle under a mark that begins a text.
+    bool mayRemember(const Word& word) const;
+
+    /// Glyphs that are appended from here on stand left of what was appended before, if the run goes to the
+    /// left.
+    void beginBlock();
+
+    /// Turns the order of the blocks, but not that within them.
+    void turn(std::size_t first);
+
+    ShapingCaches& _caches;
+    std::string_view _text;
+    const ByteSet& _clusterStarts;
+    std::vector<ShapedGlyph>& _glyphs;
+    PartShaper& _parts;
+    const RunToShape& _run;
+    ShapePlan& _plan;
+    std::unique_lock<std::mutex> _lock;
+    bool _isOneWord;
+    bool _hasFreeGlyphs;
+    bool _hasFreeSpaces;
+    bool _needsWholeRun = false;
+    Character _last{0, std::numeric_limits<std::uint32_t>::max(), 0};
+    std::vector<std::size_t> _blocks; // where they begin, in a run to the left
+};
+
+} // namespace Vell::TextLayout
