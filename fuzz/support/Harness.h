@@ -44,8 +44,8 @@ void runSfnt(const Bytes& input);
 /// CairoOperation).
 void runCairo(const Bytes& input);
 
-/// Shapes a text in spans with tables of a font, and breaks it into lines. Shapes it again, when its words are
-/// cached, and compares the results.
+/// Shapes a text in spans with tables of a font, and breaks it into lines. Shapes it again, when its words
+/// are cached, and compares the results.
 ///
 /// Input: what ShapeScript describes, then the text, which need not be UTF-8.
 void runShape(const Bytes& input);

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace Vell::TextLayout {
@@ -27,6 +28,8 @@ public:
     /// any.
     const std::vector<Span>& getSpans() const { return _spans; }
     const std::vector<TextStyle>& getStyles() const { return _styles; }
+    /// The styles themselves, when the groups are not needed any more.
+    std::vector<TextStyle> takeStyles() { return std::move(_styles); }
     std::uint32_t getGroupCount() const { return _groupCount; }
 
 private:

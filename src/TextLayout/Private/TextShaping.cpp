@@ -47,7 +47,6 @@ public:
         , _analysis(analyse(text, direction))
         , _runShaper(caches, text, _analysis.clusterStarts, _parts.glyphs) {
         _parts.text = text;
-        _parts.styles = _groups.getStyles();
         _parts.glyphs.reserve(text.size());
         prepareFonts(factory, fallback, caches);
     }
@@ -66,6 +65,7 @@ public:
             _parts.paragraphs.push_back({paragraph.begin, paragraph.end, paragraph.baseLevel});
         }
         _parts.glyphs.shrink_to_fit();
+        _parts.styles = _groups.takeStyles();
         return std::move(_parts);
     }
 

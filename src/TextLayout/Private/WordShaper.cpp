@@ -19,7 +19,8 @@ WordShaper::WordShaper(const TextToShape& text, const RunToShape& run, ShapePlan
     , _plan(plan)
     , _lock(text.caches.mutex)
     , _isOneWord(runsAgainstScript(run.properties))
-    , _hasFreeSpaces(!_isOneWord && plan.findFreeGlyph(U' ') != nullptr) {}
+    , _hasFreeGlyphs(!_isOneWord && plan.hasFreeGlyphs())
+    , _hasFreeSpaces(_hasFreeGlyphs && plan.findFreeGlyph(U' ') != nullptr) {}
 
 void WordShaper::append() {
     const std::size_t first = _glyphs.size();
@@ -69,8 +70,7 @@ const FreeGlyph* WordShaper::findFree(const Character& character) {
 
 bool WordShaper::isIdeographic(char32_t character) const {
     constexpr char32_t firstIdeographic = 0x2E80;
-    return character >= firstIdeographic && !_isOneWord && _plan.hasFreeGlyphs() &&
-           getTraits(character).isIdeographOrKana();
+    return character >= firstIdeographic && _hasFreeGlyphs && getTraits(character).isIdeographOrKana();
 }
 
 void WordShaper::append(const FreeGlyph& free, const Character& character) {

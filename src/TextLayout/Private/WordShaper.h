@@ -117,6 +117,7 @@ private:
     ShapePlan& _plan;
     std::unique_lock<std::mutex> _lock;
     bool _isOneWord;
+    bool _hasFreeGlyphs;
     bool _hasFreeSpaces;
     bool _needsWholeRun = false;
     Character _last{0, std::numeric_limits<std::uint32_t>::max(), 0};
