@@ -189,7 +189,8 @@ TEST_F(Guide, DrawsTheOutlinesOfAClientsLayout) {
     painter.drawPath(*paths[1], /*isFilled=*/true);
     //! [fetched]
     EXPECT_NE(paths[0], nullptr);
-    EXPECT_NE(painter.getElements().find("matrix(0.02 0 0 0.02 0 0 )' d='M 100 0L 100 -700"), std::string::npos)
+    EXPECT_NE(painter.getElements().find("matrix(0.02 0 0 0.02 0 0 )' d='M 100 0L 100 -700"),
+              std::string::npos)
         << painter.getElements();
 }
 

@@ -12,8 +12,8 @@ namespace Vell::Tool {
 ///
 ///     U+0061 a: own font
 ///     U+4E2D 中: Noto Sans CJK JP Bold, /a/font.ttc (face 0), first in the order for "DejaVu Sans" in ja
-///     U+2764 U+FE0F ❤️: emoji presentation, Some Emoji Regular, /a/emoji.ttf (face 0), first in the
-///     order for emoji U+0378: none
+///     U+2764 U+FE0F: emoji presentation, Some Emoji Regular, /a/e.ttf (face 0), first in the order
+///     U+0378: none
 ///
 /// Prints nothing if the tool is built without TextLayout.
 void printCoverage(const FallbackOptions& options, const std::string& text, std::ostream& out);

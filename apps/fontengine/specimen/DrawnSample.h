@@ -24,8 +24,8 @@ struct DrawnSample {
     SampleFaces faces;
 };
 
-/// The width of the narrowest column, on a phone of 320 pixels beside a scroll bar, so that no browser shrinks
-/// a picture.
+/// The width of the narrowest column, on a phone of 320 pixels beside a scroll bar, so that no browser
+/// shrinks a picture.
 constexpr float sampleColumnWidth = 272.0F;
 
 /// Draws the sample in a font of the source, shaped if the tool has TextLayout, and broken into lines that
