@@ -88,7 +88,12 @@ def judge_shaping(results):
             + at_most_times(results, "shaping again: at most 2 x the layout of unshaped text", again,
                             "engine, unshaped", 2.0)
             + faster(results, "shaping again: at least 4 x as fast as Pango", again, "Pango", 4.0)
-            + faster(results, "shaping again: at least 2 x as fast as Qt", again, "Qt", 2.0))
+            + faster(results, "shaping again: at least 2 x as fast as Qt", again, "Qt", 2.0)
+            + faster(results, "warm drawing of shaped text: as fast as cairo show_glyphs",
+                     [f"{task}/{text}" for task in ("shaped draw", "shaped draw at ratio 2") for text in ALL_TEXTS],
+                     "cairo show_glyphs")
+            + faster(results, "breaking a shaped 1 MB text anew: at least 10 x as fast as Pango",
+                     [f"break anew/1 MB {text}" for text in ("E", "CJK")], "Pango", 10.0))
 
 
 def judge_drawing(results):
