@@ -21,10 +21,7 @@ namespace {
 constexpr std::uint64_t maxInstances = 64;
 constexpr std::uint64_t maxInstanceBytes = std::uint64_t{64} << 20U;
 
-struct Style {
-    bool bold;
-    bool italic;
-};
+using Style = Internal::RequestedStyle;
 
 class PlainFaceInfo final : public Gfx::FontFaceInfo {
 public:
@@ -56,19 +53,6 @@ std::optional<VariedName> findSettings(const std::string& name) {
         return std::nullopt;
     }
     return VariedName{name, colon};
-}
-
-/// The styles of the faces that may serve a request, from the one that has all of it.
-std::vector<Style> listStyles(const Style& wanted) {
-    std::vector<Style> styles = {wanted};
-    if (wanted.bold && wanted.italic) {
-        styles.push_back({false, true});
-        styles.push_back({true, false});
-    }
-    if (wanted.bold || wanted.italic) {
-        styles.push_back({false, false});
-    }
-    return styles;
 }
 
 std::string makeKey(const std::string& name, const Style& style) {
@@ -149,7 +133,7 @@ FontBytes VariationLoader::makeInstance(const VariedName& name, const Style& wan
     const std::vector<AxisSetting> settings = parseVariations(name.getSettings());
     FontBytes staticFace;
     bool hasAxes = false;
-    for (const Style& style : listStyles(wanted)) {
+    for (const Style& style : Internal::listServingStyles(wanted)) {
         const FontBytes face = load(name.getFamily(), style);
         if (!face) {
             continue;

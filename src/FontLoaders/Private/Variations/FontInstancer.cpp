@@ -40,7 +40,7 @@ struct SubsetInputDeleter {
 };
 using SubsetInputPtr = std::unique_ptr<hb_subset_input_t, SubsetInputDeleter>;
 
-bool hasTable(hb_face_t* face, hb_tag_t tag) {
+bool containsTable(hb_face_t* face, hb_tag_t tag) {
     const BlobPtr table(hb_face_reference_table(face, tag));
     return hb_blob_get_length(table.get()) > 0;
 }
@@ -103,7 +103,7 @@ void keepAll(hb_subset_input_t* input, std::initializer_list<hb_subset_sets_t> k
 /// Asks for the whole font, without its signature, which a change of the font makes wrong. The charmaps stay
 /// as they are, because HarfBuzz would keep only those of Unicode.
 void keepEverything(hb_subset_input_t* input, hb_face_t* face) {
-    const auto hints = hasTable(face, cvar) ? HB_SUBSET_FLAGS_NO_HINTING : HB_SUBSET_FLAGS_DEFAULT;
+    const auto hints = containsTable(face, cvar) ? HB_SUBSET_FLAGS_NO_HINTING : HB_SUBSET_FLAGS_DEFAULT;
     hb_subset_input_set_flags(input, HB_SUBSET_FLAGS_RETAIN_GIDS | HB_SUBSET_FLAGS_NOTDEF_OUTLINE |
                                          HB_SUBSET_FLAGS_NAME_LEGACY | HB_SUBSET_FLAGS_GLYPH_NAMES |
                                          HB_SUBSET_FLAGS_NO_PRUNE_UNICODE_RANGES |
@@ -147,10 +147,10 @@ AxisValues resolveSettings(hb_face_t* face, const std::vector<AxisSetting>& sett
 }
 
 void checkInstanceable(const NNPtr<const std::vector<unsigned char>>& bytes, hb_face_t* face) {
-    if (hasTable(face, cff2) || !hasTable(face, glyf)) {
+    if (containsTable(face, cff2) || !containsTable(face, glyf)) {
         throw FontLoaderException(
             fmt::format("cannot fix the axes of a font with {} outlines, only of one with TrueType outlines",
-                        hasTable(face, cff2) ? "CFF2" : "no TrueType"));
+                        containsTable(face, cff2) ? "CFF2" : "no TrueType"));
     }
     const FTLibraryPtr library = createFreeTypeLibrary();
     const FTFacePtr opened = createFontFace(library, bytes);
@@ -174,7 +174,7 @@ std::vector<unsigned char> instantiate(hb_face_t* face, const AxisValues& values
         hb_subset_input_pin_axis_location(input.get(), face, tag, value);
     }
     const HarfBuzzFacePtr instance(hb_subset_or_fail(face, input.get()));
-    if (!instance || hasTable(instance.get(), fvar) || hasTable(instance.get(), gvar)) {
+    if (!instance || containsTable(instance.get(), fvar) || containsTable(instance.get(), gvar)) {
         throw FontLoaderException("the variable font is damaged: HarfBuzz cannot fix its axes");
     }
     varyLineMetrics(face, values, instance.get());

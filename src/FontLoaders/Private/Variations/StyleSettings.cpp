@@ -55,6 +55,18 @@ bool addItalic(const std::vector<FontAxis>& axes, std::vector<AxisSetting>& sett
 
 } // namespace
 
+std::vector<RequestedStyle> listServingStyles(const RequestedStyle& wanted) {
+    std::vector<RequestedStyle> styles = {wanted};
+    if (wanted.bold && wanted.italic) {
+        styles.push_back({false, true});
+        styles.push_back({true, false});
+    }
+    if (wanted.bold || wanted.italic) {
+        styles.push_back({false, false});
+    }
+    return styles;
+}
+
 std::optional<std::vector<AxisSetting>>
 addStyle(const std::vector<FontAxis>& axes, std::vector<AxisSetting> settings, const MissingStyle& missing) {
     const bool isBoldEnough = !missing.bold || addBold(axes, settings);

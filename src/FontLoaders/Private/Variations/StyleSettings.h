@@ -7,6 +7,14 @@
 
 namespace Vell::FontLoaders::Internal {
 
+struct RequestedStyle {
+    bool bold;
+    bool italic;
+};
+
+/// The styles of the faces whose axes may serve a request, from the one that has all of it.
+std::vector<RequestedStyle> listServingStyles(const RequestedStyle& wanted);
+
 /// What a request wants beyond the style that a face has already.
 struct MissingStyle {
     bool bold;
