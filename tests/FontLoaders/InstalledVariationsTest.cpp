@@ -119,4 +119,21 @@ TEST_F(InstalledVariations, ServeOtherSettingsThroughTheVariationLoader) {
     EXPECT_EQ(load(loader, "Vary", true), load(loader, "Vary", true));
 }
 
+TEST_F(InstalledVariations, KeepTheirFilesAndFallbackFontsBehindTheVariationLoader) {
+    _sandbox.write("beta.ttf", makeBlankFont("Beta", 400, false, {{0x3B1, 0x3C9}}).build());
+    _sandbox.write("vary.ttf", makeVaryingFont().build());
+    const auto loader = createVariationLoader(createPlatformDefaultFontLoader("Vary"));
+    const FontBytes instance = load(loader, "Vary:wght=650");
+    const auto place = findFontFile(*loader, instance);
+    ASSERT_TRUE(place.has_value());
+    EXPECT_EQ(place->file, _sandbox.getPath("vary.ttf"));
+    EXPECT_FALSE(findFontFile(*loader, makeNNPtr<const Bytes>(*instance)).has_value());
+    EXPECT_FALSE(findFontFile(*loader, nullptr).has_value());
+    const auto fallback = createPlatformCoverageFallback(*loader);
+    ASSERT_NE(fallback, nullptr);
+    const auto found = fallback->findFace({U"\u03B1", makeClientFaceInfo("Vary:wght=650"), "el"});
+    ASSERT_TRUE(found.has_value());
+    EXPECT_EQ(found->face->getName(), "Beta");
+}
+
 } // namespace Vell::Testing

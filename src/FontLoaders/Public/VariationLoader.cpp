@@ -1,13 +1,18 @@
 #include <FontLoaders/Public/VariationLoader.h>
 
 #include <FontLoaders/Private/Variations/StyleSettings.h>
+#include <FontLoaders/Private/Variations/VariationSources.h>
 #include <FontLoaders/Public/Exceptions.h>
 #include <FontLoaders/Public/FontVariations.h>
 
 #include <Utils/Public/MRUCache.h>
 #include <Utils/Public/Ptr/PtrUtils.h>
+#include <Utils/Public/Vtable.h>
 
+#include <algorithm>
+#include <atomic>
 #include <functional>
+#include <memory>
 #include <mutex>
 #include <optional>
 #include <string>
@@ -22,6 +27,17 @@ constexpr std::uint64_t maxInstances = 64;
 constexpr std::uint64_t maxInstanceBytes = std::uint64_t{64} << 20U;
 
 using Style = Internal::RequestedStyle;
+
+/// Bytes that keep the variable font alive from which they were made, so that it is not read again.
+struct HeldInstance {
+    FontBytes bytes;
+    FontBytes source;
+};
+
+struct Origin {
+    std::weak_ptr<const std::vector<unsigned char>> instance;
+    std::weak_ptr<const std::vector<unsigned char>> source;
+};
 
 class PlainFaceInfo final : public Gfx::FontFaceInfo {
 public:
@@ -75,6 +91,9 @@ public:
         return _loader->getFamilyNameForRange(rangeId);
     }
 
+    const FontLoader& getLoader() const { return *_loader; }
+    FontBytes findVariableFont(const FontBytes& bytes) const;
+
 private:
     using Cache = MRUCache<std::string, FontBytes, std::hash<std::string>, std::equal_to<>>;
 
@@ -82,14 +101,15 @@ private:
         return _loader->loadFont(makeNNPtr<const PlainFaceInfo>(family, style));
     }
     bool hasFamily(const std::string& name) const;
-    FontBytes makeInstance(const VariedName& name, const Style& wanted) const;
+    HeldInstance makeInstance(const VariedName& name, const Style& wanted) const;
     FontBytes findKept(const std::string& key) const;
-    void keep(const std::string& key, const FontBytes& instance) const;
+    void keep(const std::string& key, const FontBytes& instance, const FontBytes& source) const;
 
     const NNPtr<const FontLoader> _loader;
     mutable std::mutex _making;
-    mutable std::mutex _cacheMutex; // guards the cache; locked after _making
+    mutable std::mutex _cacheMutex; // guards the cache and the origins; locked after _making
     mutable Cache _instances{maxInstances, maxInstanceBytes};
+    mutable std::vector<Origin> _origins; // of the instances that somebody holds, and of a few more
 };
 
 VariationLoader::~VariationLoader() = default;
@@ -111,10 +131,13 @@ FontBytes VariationLoader::loadFont(const NNPtr<const Gfx::FontFaceInfo>& faceIn
     if (hasFamily(name->whole)) {
         return _loader->loadFont(faceInfo);
     }
-    FontBytes instance = makeInstance(*name, style);
-    if (instance) {
-        keep(key, instance);
+    HeldInstance made = makeInstance(*name, style);
+    if (!made.bytes) {
+        return nullptr;
     }
+    const auto held = std::make_shared<const HeldInstance>(std::move(made));
+    const FontBytes instance(held, held->bytes.get());
+    keep(key, instance, held->source);
     return instance;
 }
 
@@ -129,7 +152,7 @@ bool VariationLoader::hasFamily(const std::string& name) const {
 
 /// An instance of the first face whose axes give what it lacks of the style. If the family has no axes at
 /// all, its first face reports that.
-FontBytes VariationLoader::makeInstance(const VariedName& name, const Style& wanted) const {
+HeldInstance VariationLoader::makeInstance(const VariedName& name, const Style& wanted) const {
     const std::vector<AxisSetting> settings = parseVariations(name.getSettings());
     FontBytes staticFace;
     bool hasAxes = false;
@@ -144,10 +167,13 @@ FontBytes VariationLoader::makeInstance(const VariedName& name, const Style& wan
         const Internal::MissingStyle missing{wanted.bold && !style.bold, wanted.italic && !style.italic};
         const auto complete = Internal::addStyle(axes, settings, missing);
         if (!axes.empty() && complete) {
-            return makeFontInstance(face, *complete);
+            return {makeFontInstance(face, *complete), face};
         }
     }
-    return staticFace && !hasAxes ? makeFontInstance(staticFace, settings) : nullptr;
+    if (staticFace && !hasAxes) {
+        return {makeFontInstance(staticFace, settings), staticFace};
+    }
+    return {};
 }
 
 FontBytes VariationLoader::findKept(const std::string& key) const {
@@ -156,15 +182,44 @@ FontBytes VariationLoader::findKept(const std::string& key) const {
     return node == nullptr ? nullptr : node->getValue();
 }
 
-void VariationLoader::keep(const std::string& key, const FontBytes& instance) const {
+void VariationLoader::keep(const std::string& key, const FontBytes& instance, const FontBytes& source) const {
     const std::lock_guard<std::mutex> lock(_cacheMutex);
+    const auto isGone = [](const Origin& origin) { return origin.instance.expired(); };
+    _origins.erase(std::remove_if(_origins.begin(), _origins.end(), isGone), _origins.end());
+    _origins.push_back({instance, source});
     _instances.put(key, {instance, instance->size()});
 }
+
+FontBytes VariationLoader::findVariableFont(const FontBytes& bytes) const {
+    const std::lock_guard<std::mutex> lock(_cacheMutex);
+    const auto found = std::find_if(_origins.begin(), _origins.end(), [&bytes](const Origin& origin) {
+        return bytes && origin.instance.lock() == bytes;
+    });
+    return found == _origins.end() ? bytes : found->source.lock();
+}
+
+/// Distinguishes these loaders from all others. Null until the first one is made.
+std::atomic<const void*> variationLoaderVtable = nullptr;
 
 } // namespace
 
 NNPtr<FontLoader> createVariationLoader(NNPtr<const FontLoader> loader) {
-    return makeNNPtr<VariationLoader>(std::move(loader));
+    auto made = makeNNPtr<VariationLoader>(std::move(loader));
+    variationLoaderVtable = getVtable(*made);
+    return made;
 }
+
+namespace Internal {
+
+const FontLoader* findLoaderBehind(const FontLoader& loader) {
+    const bool isVariationLoader = getVtable(loader) == variationLoaderVtable;
+    return isVariationLoader ? &static_cast<const VariationLoader&>(loader).getLoader() : nullptr;
+}
+
+FontBytes findVariableFont(const FontLoader& loader, const FontBytes& bytes) {
+    return static_cast<const VariationLoader&>(loader).findVariableFont(bytes);
+}
+
+} // namespace Internal
 
 } // namespace Vell::FontLoaders

@@ -27,6 +27,10 @@ namespace Vell::FontLoaders {
 /// Bytes. They are those of makeFontInstance. The loader keeps the 64 instances that were last requested, of
 /// at most 64 MiB together; while it keeps one, the same request returns the same vector. Each is made once.
 ///
+/// What is said about the loader of the installed fonts (createPlatformCoverageFallback, findFontFile) also
+/// holds for a variation loader over it. The file of an instance is that of the variable font. Fallback fonts
+/// take no settings.
+///
 /// Errors: those of `loader`, parseVariations, and makeFontInstance; so a family without a variable face
 /// throws FontLoaderException if the name has settings for it. A family that `loader` lacks is null.
 ///

@@ -93,7 +93,7 @@ FontBytes InstalledFonts::loadNamedInstance(const std::string& name, bool bold, 
     if (place == nullptr || (bold && !place->isBold)) {
         return nullptr;
     }
-    const FontBytes source = _files.load(place->file, place->index);
+    FontBytes source = _files.load(place->file, place->index);
     if (!source || (place->instance == 0 && italic == place->isItalic)) {
         return source;
     }
