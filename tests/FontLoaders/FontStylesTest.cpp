@@ -136,11 +136,12 @@ TEST_F(FontStyles, TheVariableFontOfTheseTestsHasTwoNamedInstances) {
     EXPECT_EQ(face->style_flags >> 16, 2);
 }
 
-TEST_F(FontStyles, AVariableFontServesOnlyItsDefaultStyle) {
+TEST_F(FontStyles, AVariableFontServesTheStylesThatItsAxesGive) {
     install("variable.ttf", makeVariable(400));
     EXPECT_EQ(find(false), "variable.ttf");
-    EXPECT_EQ(find(true), "null");
+    EXPECT_EQ(find(true), "bytes of no file");
     EXPECT_EQ(find(false, true), "null");
+    EXPECT_EQ(find(true, true), "null");
 }
 
 TEST_F(FontStyles, AVariableFontThatIsBoldByDefaultServesBold) {

@@ -1,4 +1,4 @@
-#include "LoaderFonts.h"
+#include "VaryingFonts.h"
 // Makes every allocation by operator new fail in turn, in each operation of the platform loader. fontconfig's
 // own allocations do not use operator new.
 
@@ -69,6 +69,11 @@ const LoaderRequest loaderRequests[] = {
     {"loadDefaultFont", [](const auto& loader) { return describe(loader->loadDefaultFont(false, false)); }},
     {"loadDefaultFont of a style",
      [](const auto& loader) { return describe(loader->loadDefaultFont(true, false)); }},
+    {"loadFont of a style that axes give",
+     [](const auto& loader) { return describe(load(loader, "Vary", true)); }},
+    {"loadFont of a named instance", [](const auto& loader) { return describe(load(loader, "Vary Bold")); }},
+    {"loadFont of settings",
+     [](const auto& loader) { return describe(load(createVariationLoader(loader), "Vary:wght=650")); }},
     {"getFamilyNameForRange", [](const auto& loader) { return loader->getFamilyNameForRange(1); }},
     {"findFace", [](const auto& loader) { return findFamily(loader, U"A\u0301", "zh-Hant"); }},
     {"findFace of a character that no face has",
@@ -85,6 +90,7 @@ protected:
         sandbox.write("b.ttc", buildCollection({makeBlankFont("Beta"), makeBlankFont("Gamma")}));
         sandbox.write("l.ttf", makeLost());
         sandbox.write("m.ttf", FontBuilder("Mute").build());
+        sandbox.write("v.ttf", makeVaryingFont().build());
     }
 
     static Bytes makeLost() {

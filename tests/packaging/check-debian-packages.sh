@@ -45,7 +45,7 @@ check_control() {
   for package in libfreetype-dev libboost-dev libcairo2-dev libfontconfig-dev libharfbuzz-dev libicu-dev; do
     expect_field "$development" Depends "$package"
   done
-  for package in libfreetype6 libfontconfig1 libharfbuzz0b libcairo2 libc6 libstdc++6; do
+  for package in libfreetype6 libfontconfig1 libharfbuzz0b libharfbuzz-subset0 libcairo2 libc6 libstdc++6; do
     expect_field "$runtime" Depends "$package (>="
   done
   expect_field "$tools" Depends "libcairo2 (>="

@@ -1,6 +1,7 @@
 #include <FontLoaders/Public/PlatformFontLoader.h>
 
 #include <FontLoaders/Private/Installed/PlatformFonts.h>
+#include <FontLoaders/Private/Variations/VariationSources.h>
 
 #include <Utils/Public/Ptr/PtrUtils.h>
 #include <Utils/Public/Vtable.h>
@@ -91,6 +92,9 @@ NNPtr<FontLoader> createPlatformDefaultFontLoader(const std::string& defaultFace
 }
 
 std::optional<FontFilePlace> findFontFile(const FontLoader& loader, const FontBytes& bytes) {
+    if (const FontLoader* const behind = Internal::findLoaderBehind(loader)) {
+        return findFontFile(*behind, Internal::findVariableFont(loader, bytes));
+    }
     const auto fonts = Internal::findPlatformFonts(loader);
     return fonts ? fonts->findFile(bytes) : std::nullopt;
 }
@@ -98,6 +102,9 @@ std::optional<FontFilePlace> findFontFile(const FontLoader& loader, const FontBy
 namespace Internal {
 
 std::shared_ptr<PlatformFonts> findPlatformFonts(const FontLoader& loader) {
+    if (const FontLoader* const behind = findLoaderBehind(loader)) {
+        return findPlatformFonts(*behind);
+    }
     const bool isPlatformLoader = getVtable(loader) == platformLoaderVtable;
     return isPlatformLoader ? static_cast<const PlatformFontLoader&>(loader).getFonts() : nullptr;
 }

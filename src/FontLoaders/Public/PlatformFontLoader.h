@@ -32,12 +32,20 @@ namespace Vell::FontLoaders {
 /// Styles. A face is bold if its weight is at least demibold, and italic if it is italic or oblique. Only a
 /// face that agrees in both serves a request. If several do, the loader takes the one nearest to regular
 /// weight (to bold weight for a bold request), then the one nearest to normal width, then the first by path,
-/// then the first in its file. A variable font has only the style of its default instance. Its named
-/// instances do not count, because whoever opens the bytes gets the default instance.
+/// then the first in its file. A variable font counts with the style of its default instance.
+///
+/// Variable fonts. If no face of a family has a bold or italic style, the axes of a variable one give it:
+/// wght=700 for bold; for italic ital=1, or slnt as far as it goes to -14. The loader takes the face that
+/// lacks least of the style, and returns an instance of it (makeFontInstance). A font that cannot be instanced
+/// counts as one without axes. A name that means no family may be that of a variable family followed by one
+/// of its named instances, such as "Inter SemiBold"; case and blanks do not matter, and the first font by path
+/// wins. The plain request for it returns this instance whatever its weight and slant. A bold one also
+/// returns it if it is bold, else null; an italic one returns it if it is italic, else the same values with
+/// an axis for italic, else null.
 ///
 /// Bytes. A face of a collection is returned as a font file of its own. A file is not read again while
 /// somebody holds its bytes; a face of a collection also keeps the bytes of the collection in memory.
-/// Requests for the same face return the same vector. If a file has vanished or cannot be read, or if a
+/// Requests for the same face or instance return the same vector while somebody holds it. If a file has vanished or cannot be read, or if a
 /// collection lacks the face, the loader throws FontLoaderException with the name of the file and the reason.
 /// A file that FreeType cannot open is served nevertheless, so that whoever opens it gets FreeType's error.
 ///
@@ -67,7 +75,7 @@ struct FontFilePlace {
     unsigned int index; ///< the face in a collection, from 0; always 0 for other files
 };
 
-/// The place of bytes that a loader of createPlatformDefaultFontLoader has returned, to show to people. Empty
+/// The place of bytes, or of the variable font whose instance they are, that a loader of createPlatformDefaultFontLoader has returned, to show to people. Empty
 /// if the bytes, or `loader` itself, do not come from createPlatformDefaultFontLoader, and for the built-in
 /// font. Reads nothing and does not ask fontconfig. Any thread may call.
 VELL_API std::optional<FontFilePlace> findFontFile(const FontLoader& loader, const FontBytes& bytes);

@@ -172,6 +172,15 @@ GlyfReader::Tree GlyfReader::measure(unsigned int glyphIndex) const {
     return tree;
 }
 
+GlyfReader::Totals GlyfReader::measureAll(std::uint64_t maxParts) const {
+    Totals totals;
+    for (unsigned int i = 0; i < _glyphCount && totals.partCount <= maxParts; ++i) {
+        totals.partCount += measure(i).partCount;
+        totals.byteCount += getGlyph(i).size();
+    }
+    return totals;
+}
+
 bool GlyfReader::isBounded(unsigned int glyphIndex) const {
     return fitsOnStack(measure(glyphIndex).depth);
 }

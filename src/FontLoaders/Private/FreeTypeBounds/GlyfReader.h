@@ -27,6 +27,15 @@ public:
     /// The work of a glyph's programs in the interpreter; maxProgramWork defines the unit.
     std::uint64_t measureProgramWork(unsigned int glyphIndex) const { return measure(glyphIndex).work; }
 
+    /// What it takes to read all glyphs of the font, one after the other, with their components.
+    struct Totals {
+        std::uint64_t partCount = 0; ///< counting stops after `maxParts`
+        std::uint64_t byteCount = 0; ///< more than the table has if glyphs overlap
+    };
+    Totals measureAll(std::uint64_t maxParts) const;
+    /// The length of the table of glyphs in bytes. 0 for a font without TrueType glyphs.
+    std::uint64_t getTableSize() const { return _glyf.size(); }
+
 private:
     struct Tree {
         std::size_t partCount = 0; ///< counting stops at the bound

@@ -1,5 +1,6 @@
 #include <FontLoaders/Private/Installed/CollectionExtractor.h>
 
+#include <FontLoaders/Private/HarfBuzz.h>
 #include <FontLoaders/Public/Exceptions.h>
 
 #include <fmt/format.h>
@@ -8,27 +9,10 @@
 #include <algorithm>
 #include <cstddef>
 #include <iterator>
-#include <limits>
-#include <memory>
 
 namespace Vell::FontLoaders::Internal {
 
 namespace {
-
-struct HarfBuzzDeleter {
-    void operator()(hb_blob_t* blob) const { hb_blob_destroy(blob); }
-    void operator()(hb_face_t* face) const { hb_face_destroy(face); }
-};
-using BlobPtr = std::unique_ptr<hb_blob_t, HarfBuzzDeleter>;
-using HarfBuzzFacePtr = std::unique_ptr<hb_face_t, HarfBuzzDeleter>;
-
-/// HarfBuzz counts bytes in 32 bits, so it sees only the beginning of a longer file.
-BlobPtr makeView(const std::vector<unsigned char>& bytes) {
-    const auto* data = reinterpret_cast<const char*>(bytes.data());
-    const auto length = static_cast<unsigned int>(
-        std::min<std::size_t>(bytes.size(), std::numeric_limits<unsigned int>::max()));
-    return BlobPtr(hb_blob_create(data, length, HB_MEMORY_MODE_READONLY, nullptr, nullptr));
-}
 
 std::vector<hb_tag_t> getTableTags(hb_face_t* face) {
     unsigned int count = hb_face_get_table_tags(face, 0, nullptr, nullptr);
@@ -56,16 +40,6 @@ void copyTables(hb_face_t* source, hb_face_t* target, std::size_t limit) {
     }
 }
 
-std::vector<unsigned char> serialize(hb_face_t* built) {
-    const BlobPtr blob(hb_face_reference_blob(built));
-    unsigned int length = 0;
-    const char* data = hb_blob_get_data(blob.get(), &length);
-    if (length == 0) {
-        throw FontLoaderException("the face cannot be written as a file of its own");
-    }
-    return {data, data + length};
-}
-
 } // namespace
 
 bool isCollection(const std::vector<unsigned char>& bytes) {
@@ -83,7 +57,11 @@ std::vector<unsigned char> extractFace(const std::vector<unsigned char>& bytes, 
     const HarfBuzzFacePtr source(hb_face_create(file.get(), index));
     const HarfBuzzFacePtr target(hb_face_builder_create());
     copyTables(source.get(), target.get(), bytes.size());
-    return serialize(target.get());
+    std::vector<unsigned char> face = serialize(target.get());
+    if (face.empty()) {
+        throw FontLoaderException("the face cannot be written as a file of its own");
+    }
+    return face;
 }
 
 } // namespace Vell::FontLoaders::Internal

@@ -4,6 +4,8 @@
 #include <cmath>
 #include <functional>
 #include <new>
+#include <set>
+#include <string>
 #include <tuple>
 #include <utility>
 
@@ -71,6 +73,7 @@ FaceCatalog::FaceCatalog(FcConfig* config)
     : _patterns(makeFontSet()) {
     add(FcConfigGetFonts(config, FcSetSystem));
     add(FcConfigGetFonts(config, FcSetApplication));
+    addInstances();
 }
 
 const Faces* FaceCatalog::find(const std::string& family) const {
@@ -108,6 +111,24 @@ void FaceCatalog::add(const FcFontSet* fonts) {
         addReference(_patterns.get(), fonts->fonts[i]);
         if (auto face = tryReadFace(fonts->fonts[i])) {
             add(std::move(*face));
+        }
+    }
+}
+
+/// Only after all patterns have been read is it known which faces have axes.
+void FaceCatalog::addInstances() {
+    std::set<std::pair<std::string, unsigned int>> variable;
+    for (int i = 0; i < _patterns->nfont; ++i) {
+        if (describesAxes(_patterns->fonts[i])) {
+            variable.insert(getPlace(_patterns->fonts[i]));
+        }
+    }
+    for (InstalledFace& face : _faces) {
+        face.isVariable = variable.count({face.file, face.index}) != 0;
+    }
+    for (int i = 0; i < _patterns->nfont; ++i) {
+        if (variable.count(getPlace(_patterns->fonts[i])) != 0) {
+            _instances.add(_patterns->fonts[i]);
         }
     }
 }

@@ -2,6 +2,7 @@
 
 #include <FontLoaders/Private/Installed/Fontconfig.h>
 #include <FontLoaders/Private/Installed/InstalledFace.h>
+#include <FontLoaders/Private/Installed/NamedInstances.h>
 
 #include <deque>
 #include <map>
@@ -33,6 +34,10 @@ public:
     /// The faces of a family. Null if it is not installed.
     const Faces* find(const std::string& family) const;
 
+    /// The instance of a variable font that the name of a family and of a style of it means. Null if there is
+    /// none.
+    const InstancePlace* findInstance(const std::string& name) const { return _instances.find(name); }
+
     /// All fonts that fontconfig lists, including those that are not in the catalog.
     FcFontSet* getPatterns() const { return _patterns.get(); }
 
@@ -47,11 +52,13 @@ private:
 
     void add(const FcFontSet* fonts);
     void add(InstalledFace face);
+    void addInstances();
     void removeFromFamily(const std::string& family, const InstalledFace& face);
 
     FontconfigPtr<FcFontSet> _patterns;
     std::deque<InstalledFace> _faces; // a deque, so that faces stay in place when others are added
     std::map<std::string, Faces, LessIgnoringCase> _families;
+    NamedInstances _instances;
 };
 
 } // namespace Vell::FontLoaders::Internal

@@ -9,12 +9,12 @@
 
 #include <sys/stat.h>
 
-#include <algorithm>
 #include <cerrno>
 #include <cstddef>
 #include <cstdio>
 #include <memory>
 #include <system_error>
+#include <utility>
 #include <vector>
 
 namespace Vell::FontLoaders::Internal {
@@ -66,6 +66,22 @@ struct ExtractedFace {
     FontBytes collection;
 };
 
+struct HeldInstance {
+    FontBytes bytes;
+    FontBytes source;
+};
+
+FontBytes makeInstance(const std::string& file, FontBytes source, const std::vector<AxisSetting>& settings) {
+    try {
+        FontBytes bytes = makeFontInstance(source, settings);
+        const auto held =
+            std::make_shared<const HeldInstance>(HeldInstance{std::move(bytes), std::move(source)});
+        return {held, held->bytes.get()};
+    } catch (const FontLoaderException& error) {
+        throw FontLoaderException(fmt::format("cannot make an instance of {}: {}", file, error.what()));
+    }
+}
+
 FontBytes makeFace(const std::string& file, unsigned int index, FontBytes whole) {
     if (index == 0 && !isCollection(*whole)) {
         return whole;
@@ -105,19 +121,43 @@ FontBytes FontFileCache::load(const std::string& file, unsigned int index) {
     return cached.hasCharmap ? face : nullptr;
 }
 
+FontBytes FontFileCache::loadInstance(const std::string& file, unsigned int index,
+                                      const std::vector<AxisSetting>& settings) {
+    FontBytes source = load(file, index);
+    if (!source) {
+        return nullptr;
+    }
+    InstanceKey key{file, index, {}};
+    for (const AxisSetting& setting : settings) {
+        std::get<2>(key).emplace_back(setting.tag, setting.value);
+    }
+    auto& cached = _instances[std::move(key)];
+    FontBytes instance = cached.lock();
+    if (!instance) {
+        instance = makeInstance(file, std::move(source), settings);
+        cached = instance;
+    }
+    return instance;
+}
+
 bool FontFileCache::isKnownToHaveCharmap(const std::string& file, unsigned int index) const {
     const auto found = _faces.find({file, index});
     return found != _faces.end() && found->second.hasCharmap;
 }
 
 std::optional<FontFilePlace> FontFileCache::find(const FontBytes& bytes) const {
-    const auto found = std::find_if(_faces.begin(), _faces.end(), [&bytes](const auto& face) {
-        return bytes && face.second.bytes.lock() == bytes;
-    });
-    if (found == _faces.end()) {
-        return std::nullopt;
+    const auto holds = [&bytes](const auto& weak) { return bytes && weak.lock() == bytes; };
+    for (const auto& [place, face] : _faces) {
+        if (holds(face.bytes)) {
+            return FontFilePlace{place.first, place.second};
+        }
     }
-    return FontFilePlace{found->first.first, found->first.second};
+    for (const auto& [key, instance] : _instances) {
+        if (holds(instance)) {
+            return FontFilePlace{std::get<0>(key), std::get<1>(key)};
+        }
+    }
+    return std::nullopt;
 }
 
 FontBytes FontFileCache::readFile(const std::string& file) {

@@ -1,12 +1,15 @@
 #pragma once
 
 #include <FontLoaders/Public/FontLoader.h>
+#include <FontLoaders/Public/FontVariations.h>
 #include <FontLoaders/Public/PlatformFontLoader.h>
 
 #include <map>
 #include <optional>
 #include <string>
+#include <tuple>
 #include <utility>
+#include <vector>
 
 namespace Vell::FontLoaders::Internal {
 
@@ -26,6 +29,11 @@ public:
     /// so that whoever opens it gets FreeType's error.
     FontBytes load(const std::string& file, unsigned int index);
 
+    /// An instance of the variable font that `load` returns: makeFontInstance makes it, unless somebody holds
+    /// it still. It keeps the bytes of the variable font alive. Null as with `load`.
+    FontBytes loadInstance(const std::string& file, unsigned int index,
+                           const std::vector<AxisSetting>& settings);
+
     /// Whether a face had a usable charmap when it was last read. False if it has never been read.
     bool isKnownToHaveCharmap(const std::string& file, unsigned int index) const;
 
@@ -38,10 +46,14 @@ private:
         bool hasCharmap = false; ///< whether these bytes have one; false until they have been checked
     };
 
+    /// File, face, and the settings.
+    using InstanceKey = std::tuple<std::string, unsigned int, std::vector<std::pair<std::string, float>>>;
+
     FontBytes readFile(const std::string& file);
 
     std::map<std::string, std::weak_ptr<const std::vector<unsigned char>>> _files;
     std::map<std::pair<std::string, unsigned int>, CachedFace> _faces;
+    std::map<InstanceKey, std::weak_ptr<const std::vector<unsigned char>>> _instances;
 };
 
 } // namespace Vell::FontLoaders::Internal

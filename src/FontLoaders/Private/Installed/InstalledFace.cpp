@@ -2,12 +2,15 @@
 
 #include <FontLoaders/Private/Installed/Fontconfig.h>
 
+#include <utility>
+
 namespace Vell::FontLoaders::Internal {
 
 namespace {
 
 /// The bits of fontconfig's index that number the face in its file. The bits above number the named instance.
-constexpr int faceIndexMask = 0xFFFF;
+constexpr unsigned int faceIndexMask = 0xFFFF;
+constexpr unsigned int faceIndexBits = 16;
 
 std::optional<std::string> tryGetString(const FcPattern* pattern, const char* object, int position = 0) {
     FcChar8* text = nullptr;
@@ -43,31 +46,30 @@ bool supportsLanguage(const FcPattern* pattern, const char* language) {
            FcLangSetHasLang(languages, toFontconfig(language)) == FcLangEqual;
 }
 
-std::vector<std::string> getFamilies(const FcPattern* pattern) {
-    std::vector<std::string> families;
-    while (auto family = tryGetString(pattern, FC_FAMILY, static_cast<int>(families.size()))) {
-        families.push_back(std::move(*family));
+std::vector<std::string> getStrings(const FcPattern* pattern, const char* object) {
+    std::vector<std::string> strings;
+    while (auto text = tryGetString(pattern, object, static_cast<int>(strings.size()))) {
+        strings.push_back(std::move(*text));
     }
-    return families;
+    return strings;
 }
 
-bool isDefaultInstance(const FcPattern* pattern) {
-    const int index = getInteger(pattern, FC_INDEX, 0);
-    return (index & ~faceIndexMask) == 0 && !getBool(pattern, FC_VARIABLE, false);
+unsigned int getIndex(const FcPattern* pattern) {
+    return static_cast<unsigned int>(getInteger(pattern, FC_INDEX, 0));
 }
 
 } // namespace
 
-std::optional<InstalledFace> tryReadFace(const FcPattern* pattern) {
+std::optional<InstalledInstance> tryReadInstance(const FcPattern* pattern) {
     auto file = tryGetString(pattern, FC_FILE);
-    auto families = getFamilies(pattern);
-    if (!file || families.empty() || !isDefaultInstance(pattern)) {
+    auto families = getStrings(pattern, FC_FAMILY);
+    if (!file || families.empty() || describesAxes(pattern)) {
         return std::nullopt;
     }
     InstalledFace face{};
     face.families = std::move(families);
     face.file = std::move(*file);
-    face.index = static_cast<unsigned int>(getInteger(pattern, FC_INDEX, 0));
+    face.index = getIndex(pattern) & faceIndexMask;
     face.weight = getNumber(pattern, FC_WEIGHT, FC_WEIGHT_REGULAR);
     face.width = getNumber(pattern, FC_WIDTH, FC_WIDTH_NORMAL);
     face.slant = getInteger(pattern, FC_SLANT, FC_SLANT_ROMAN);
@@ -76,12 +78,28 @@ std::optional<InstalledFace> tryReadFace(const FcPattern* pattern) {
     face.isSymbolic = getBool(pattern, FC_SYMBOL, false);
     face.supportsEmoji = supportsLanguage(pattern, emojiLanguage);
     face.characters = tryGetCharacters(pattern);
-    return face;
+    return InstalledInstance{std::move(face), getIndex(pattern) >> faceIndexBits,
+                             getStrings(pattern, FC_STYLE)};
+}
+
+std::optional<InstalledFace> tryReadFace(const FcPattern* pattern) {
+    if ((getIndex(pattern) & ~faceIndexMask) != 0) {
+        return std::nullopt;
+    }
+    auto listed = tryReadInstance(pattern);
+    return listed ? std::make_optional(std::move(listed->face)) : std::nullopt;
+}
+
+bool describesAxes(const FcPattern* pattern) {
+    return getBool(pattern, FC_VARIABLE, false);
+}
+
+std::pair<std::string, unsigned int> getPlace(const FcPattern* pattern) {
+    return {tryGetString(pattern, FC_FILE).value_or(std::string()), getIndex(pattern) & faceIndexMask};
 }
 
 bool describesFace(const FcPattern* pattern, const InstalledFace& face) {
-    const auto index = static_cast<unsigned int>(getInteger(pattern, FC_INDEX, 0) & faceIndexMask);
-    return index == face.index && tryGetString(pattern, FC_FILE) == face.file;
+    return getPlace(pattern) == std::make_pair(face.file, face.index);
 }
 
 } // namespace Vell::FontLoaders::Internal

@@ -1,7 +1,9 @@
 #include <FontLoaders/Private/Installed/InstalledFonts.h>
 
 #include <FontLoaders/Private/Installed/Fontconfig.h>
+#include <FontLoaders/Private/Variations/StyleSettings.h>
 #include <FontLoaders/Public/Exceptions.h>
+#include <FontLoaders/Public/FontVariations.h>
 
 #include <algorithm>
 #include <utility>
@@ -16,6 +18,21 @@ FontconfigPtr<FcConfig> loadConfig() {
     return config ? std::move(config) : FontconfigPtr<FcConfig>(FcConfigCreate());
 }
 
+/// The values of a named instance that differ from the default ones. `instance` counts from 1.
+std::vector<AxisSetting> listSettings(const FontVariations& variations, unsigned int instance) {
+    std::vector<AxisSetting> settings;
+    if (instance == 0 || instance > variations.instances.size()) {
+        return settings;
+    }
+    const std::vector<float>& coordinates = variations.instances[instance - 1].coordinates;
+    for (std::size_t i = 0; i < variations.axes.size(); ++i) {
+        if (coordinates[i] != variations.axes[i].defaultValue) {
+            settings.push_back({variations.axes[i].tag, coordinates[i]});
+        }
+    }
+    return settings;
+}
+
 } // namespace
 
 InstalledFonts::InstalledFonts(std::string defaultFaceName, FontFileCache& files)
@@ -25,16 +42,65 @@ InstalledFonts::InstalledFonts(std::string defaultFaceName, FontFileCache& files
     , _catalog(_config.get()) {}
 
 FontBytes InstalledFonts::load(const std::string& name, bool bold, bool italic) {
-    return loadFirst([&] { return find(name); },
-                     [=](const Faces& faces) { return selectFace(faces, bold, italic); });
+    FontBytes bytes = loadFirst([&] { return find(name); },
+                                [=](const Faces& faces) { return selectFace(faces, bold, italic); });
+    if (bytes) {
+        return bytes;
+    }
+    const Faces* const faces = find(name);
+    return faces != nullptr ? loadVariedStyle(faces, bold, italic) : loadNamedInstance(name, bold, italic);
 }
 
 FontBytes InstalledFonts::loadDefault(bool bold, bool italic) {
     const bool isPlain = !bold && !italic;
-    return loadFirst([this] { return findDefault(); },
-                     [=](const Faces& faces) {
-                         return isPlain ? selectPlainFace(faces) : selectFace(faces, bold, italic);
-                     });
+    FontBytes bytes = loadFirst([this] { return findDefault(); },
+                                [=](const Faces& faces) {
+                                    return isPlain ? selectPlainFace(faces) : selectFace(faces, bold, italic);
+                                });
+    return bytes ? bytes : loadVariedStyle(findDefault(), bold, italic);
+}
+
+/// The style that the axes of a variable face of the family give. Null if there is none, or if the font
+/// cannot be instanced: then it counts as having no axes. `faces` may be null.
+FontBytes InstalledFonts::loadVariedStyle(const Faces* faces, bool bold, bool italic) {
+    for (const RequestedStyle& style : listServingStyles({bold, italic})) {
+        const InstalledFace* const face =
+            faces == nullptr ? nullptr : selectFace(*faces, style.bold, style.italic);
+        if (face == nullptr || !face->isVariable) {
+            continue;
+        }
+        try {
+            const FontBytes source = _files.load(face->file, face->index);
+            const MissingStyle missing{bold && !style.bold, italic && !style.italic};
+            const auto settings = source ? addStyle(readVariations(source).axes, {}, missing) : std::nullopt;
+            if (settings) {
+                return _files.loadInstance(face->file, face->index, *settings);
+            }
+        } catch (const FontLoaderException&) {
+            continue;
+        } catch (const FreeTypeException&) {
+            continue;
+        }
+    }
+    return nullptr;
+}
+
+/// The instance that a name means. A bold request is null unless the instance is bold. An italic one takes an
+/// instance that is italic, or an axis for it.
+FontBytes InstalledFonts::loadNamedInstance(const std::string& name, bool bold, bool italic) {
+    const bool isName = name.find('\0') == std::string::npos;
+    const InstancePlace* const place = isName ? _catalog.findInstance(name) : nullptr;
+    if (place == nullptr || (bold && !place->isBold)) {
+        return nullptr;
+    }
+    FontBytes source = _files.load(place->file, place->index);
+    if (!source || (place->instance == 0 && italic == place->isItalic)) {
+        return source;
+    }
+    const FontVariations variations = readVariations(source);
+    const auto settings = addStyle(variations.axes, listSettings(variations, place->instance),
+                                   {false, italic && !place->isItalic});
+    return settings ? _files.loadInstance(place->file, place->index, *settings) : nullptr;
 }
 
 std::string InstalledFonts::getFamilyForRange(unsigned int rangeId) {

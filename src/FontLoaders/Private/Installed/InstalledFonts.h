@@ -57,6 +57,8 @@ private:
 
     FontBytes loadFirst(FindFaces findFaces, SelectFace select);
     FontBytes loadOrRemove(const InstalledFace& face);
+    FontBytes loadNamedInstance(const std::string& name, bool bold, bool italic);
+    FontBytes loadVariedStyle(const Faces* faces, bool bold, bool italic);
     bool confirmOrRemove(const Faces& faces);
     bool confirmOrRemove(const InstalledFace& face);
     std::string findFamilyForRange(unsigned int rangeId);

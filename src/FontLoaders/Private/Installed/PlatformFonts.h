@@ -61,7 +61,8 @@ private:
     std::optional<InstalledFonts> _fonts;
 };
 
-/// The fonts of a loader that createPlatformDefaultFontLoader has made. Null for all other loaders.
+/// The fonts of a loader that createPlatformDefaultFontLoader has made, also behind variation loaders. Null
+/// for all other loaders.
 std::shared_ptr<PlatformFonts> findPlatformFonts(const FontLoader& loader);
 
 } // namespace Vell::FontLoaders::Internal

@@ -1,0 +1,122 @@
+// Compares instances with what FreeType makes of the variable font itself.
+
+#include "VaryingFonts.h"
+
+#include <support/OpenedFont.h>
+
+#include <gtest/gtest.h>
+
+#include FT_MULTIPLE_MASTERS_H
+#include FT_TRUETYPE_TABLES_H
+
+#include <cmath>
+#include <cstdlib>
+
+namespace Vell::Testing {
+
+using namespace FontLoaders;
+
+namespace {
+
+/// The ends of each axis, its default, and the values in the middle between these, in every combination.
+std::vector<std::vector<AxisSetting>> listPlaces(const std::vector<FontAxis>& axes) {
+    std::vector<std::vector<AxisSetting>> places = {{}};
+    for (const FontAxis& axis : axes) {
+        std::vector<std::vector<AxisSetting>> longer;
+        for (const float value : {axis.minimum, (axis.minimum + axis.defaultValue) / 2, axis.defaultValue,
+                                  (axis.defaultValue + axis.maximum) / 2, axis.maximum}) {
+            for (std::vector<AxisSetting> place : places) {
+                place.push_back({axis.tag, value});
+                longer.push_back(std::move(place));
+            }
+        }
+        places = std::move(longer);
+    }
+    return places;
+}
+
+void moveTo(FT_Face face, const std::vector<AxisSetting>& place) {
+    std::vector<FT_Fixed> coordinates;
+    for (const AxisSetting& setting : place) {
+        coordinates.push_back(std::lround(setting.value * 65536.0F));
+    }
+    ASSERT_EQ(
+        FT_Set_Var_Design_Coordinates(face, static_cast<FT_UInt>(coordinates.size()), coordinates.data()), 0);
+}
+
+bool isNear(long one, long other) {
+    return std::labs(one - other) <= 1;
+}
+
+bool haveEqualOutlines(const FT_Outline& one, const FT_Outline& other) {
+    if (one.n_points != other.n_points || one.n_contours != other.n_contours) {
+        return false;
+    }
+    for (int i = 0; i < one.n_points; ++i) {
+        const bool areEqual = isNear(one.points[i].x, other.points[i].x) &&
+                              isNear(one.points[i].y, other.points[i].y) &&
+                              FT_CURVE_TAG(one.tags[i]) == FT_CURVE_TAG(other.tags[i]);
+        if (!areEqual) {
+            return false;
+        }
+    }
+    return true;
+}
+
+/// The number of glyphs that differ by more than one font unit.
+int countDifferences(FT_Face varied, FT_Face instance) {
+    int differences = 0;
+    for (FT_UInt i = 0; i < static_cast<FT_UInt>(varied->num_glyphs); ++i) {
+        const bool areLoaded = FT_Load_Glyph(varied, i, FT_LOAD_NO_SCALE) == 0 &&
+                               FT_Load_Glyph(instance, i, FT_LOAD_NO_SCALE) == 0;
+        const bool areEqual =
+            areLoaded && isNear(varied->glyph->metrics.horiAdvance, instance->glyph->metrics.horiAdvance) &&
+            haveEqualOutlines(varied->glyph->outline, instance->glyph->outline);
+        differences += areEqual ? 0 : 1;
+    }
+    return differences;
+}
+
+void expectEqualInstances(const std::string& file) {
+    const OpenedFont varied(readFile(file));
+    const auto places = listPlaces(readVariations(varied.bytes).axes);
+    ASSERT_GE(places.size(), 5U);
+    for (const auto& place : places) {
+        SCOPED_TRACE(file + " " + place[0].tag + "=" + std::to_string(place[0].value));
+        moveTo(varied.get(), place);
+        const OpenedFont instance(*makeFontInstance(varied.bytes, place));
+        ASSERT_EQ(instance->num_glyphs, varied->num_glyphs);
+        EXPECT_EQ(countDifferences(varied.get(), instance.get()), 0);
+        EXPECT_EQ(instance->ascender, varied->ascender);
+        EXPECT_EQ(instance->descender, varied->descender);
+    }
+}
+
+} // namespace
+
+TEST(FontInstances, AreEqualToTheVariedFontEverywhere) {
+    for (const std::string& file : listInterFiles()) {
+        expectEqualInstances(file);
+    }
+}
+
+TEST(FontInstances, OfTheTestsFontAreEqualToTheVariedFont) {
+    const FontSandbox sandbox;
+    sandbox.write("vary.ttf", makeVaryingFont().build());
+    expectEqualInstances(sandbox.getPath("vary.ttf"));
+}
+
+TEST(FontInstances, KeepTheWayThatLettersAreKerned) {
+    const auto inter = makeNNPtr<const Bytes>(readFile(std::string(interFolder) + "Inter-roman.var.ttf"));
+    const OpenedFont instance(*makeFontInstance(inter, {{"wght", 650.0F}}));
+    for (const char* tag : {"GPOS", "GSUB", "GDEF", "post"}) {
+        FT_ULong length = 0;
+        EXPECT_EQ(FT_Load_Sfnt_Table(instance.get(), FT_MAKE_TAG(tag[0], tag[1], tag[2], tag[3]), 0, nullptr,
+                                     &length),
+                  0)
+            << tag;
+        EXPECT_GT(length, 1000U) << tag;
+    }
+}
+
+} // namespace Vell::Testing
