@@ -35,19 +35,6 @@ std::string getError(const FontBuilder& font) {
     return getErrorText<FontLoaderException>([&] { makeFontInstance(bytes, {{"wght", 650.0F}}); });
 }
 
-/// gvar in which every glyph has the bytes of all entries.
-Bytes makeOverlappingVariations(unsigned int glyphCount) {
-    ByteWriter writer;
-    const Bytes table = makeBoxVariations(glyphCount);
-    const std::size_t begin = 20 + 4 * (std::size_t{glyphCount} + 1);
-    writer.addBytes(table);
-    for (unsigned int i = 0; i <= glyphCount; ++i) {
-        writer.setU32(20 + std::size_t{4} * i,
-                      i % 2 == 0 ? 0 : static_cast<std::uint32_t>(table.size() - begin));
-    }
-    return writer.getBytes();
-}
-
 } // namespace
 
 TEST(BrokenVariations, AreRefusedOrReadWhereverTheFileEnds) {

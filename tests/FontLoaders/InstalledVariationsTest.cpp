@@ -89,6 +89,18 @@ TEST_F(InstalledVariations, HaveTheFileOfTheirFont) {
     EXPECT_EQ(held->file, _sandbox.getPath("vary.ttf"));
 }
 
+TEST_F(InstalledVariations, ThatCannotBeInstancedAreRefusedByNameOnly) {
+    FontBuilder font = makeVaryingFont();
+    const Bytes bytes = font.setTable("gvar", makeOverlappingVariations(font.getGlyphCount())).build();
+    _sandbox.write("vary.ttf", bytes);
+    const auto loader = createPlatformDefaultFontLoader("");
+    EXPECT_EQ(load(loader, "Vary", true), nullptr);
+    EXPECT_EQ(*load(loader, "Vary"), bytes);
+    EXPECT_EQ(getErrorText<FontLoaderException>([&] { load(loader, "Vary Bold"); }),
+              "cannot make an instance of " + _sandbox.getPath("vary.ttf") +
+                  ": the glyphs of the variable font overlap");
+}
+
 TEST_F(InstalledVariations, OfInterAreFoundByNameAndByStyle) {
     _sandbox.link(interFolder + std::string("Inter.var.ttf"));
     const auto loader = createPlatformDefaultFontLoader("");

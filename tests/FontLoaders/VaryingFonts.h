@@ -63,6 +63,19 @@ inline Bytes makeBoxVariations(unsigned int glyphCount) {
     return writer.getBytes();
 }
 
+/// gvar in which every glyph has the bytes of all entries.
+inline Bytes makeOverlappingVariations(unsigned int glyphCount) {
+    ByteWriter writer;
+    const Bytes table = makeBoxVariations(glyphCount);
+    const std::size_t begin = 20 + 4 * (std::size_t{glyphCount} + 1);
+    writer.addBytes(table);
+    for (unsigned int i = 0; i <= glyphCount; ++i) {
+        writer.setU32(20 + std::size_t{4} * i,
+                      i % 2 == 0 ? 0 : static_cast<std::uint32_t>(table.size() - begin));
+    }
+    return writer.getBytes();
+}
+
 /// A variable font of boxes for A to Z. At weight 900, a box is 200 units wider than the 400 units that it
 /// has by default, and so is its advance of 500.
 inline FontBuilder makeVaryingFont(const std::string& family = "Vary") {

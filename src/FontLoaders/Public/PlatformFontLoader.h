@@ -36,18 +36,19 @@ namespace Vell::FontLoaders {
 ///
 /// Variable fonts. If no face of a family has a bold or italic style, the axes of a variable one give it:
 /// wght=700 for bold; for italic ital=1, or slnt as far as it goes to -14. The loader takes the face that
-/// lacks least of the style, and returns an instance of it (makeFontInstance). A font that cannot be instanced
-/// counts as one without axes. A name that means no family may be that of a variable family followed by one
-/// of its named instances, such as "Inter SemiBold"; case and blanks do not matter, and the first font by path
-/// wins. The plain request for it returns this instance whatever its weight and slant. A bold one also
-/// returns it if it is bold, else null; an italic one returns it if it is italic, else the same values with
-/// an axis for italic, else null.
+/// lacks least of the style, and returns an instance of it (makeFontInstance). A font that cannot be
+/// instanced counts as one without axes. A name that means no family may be that of a variable family
+/// followed by one of its named instances, such as "Inter SemiBold"; case and blanks do not matter, and the
+/// first font by path wins. The plain request for it returns this instance whatever its weight and slant. A
+/// bold one also returns it if it is bold, else null; an italic one returns it if it is italic, else the same
+/// values with an axis for italic, else null.
 ///
 /// Bytes. A face of a collection is returned as a font file of its own. A file is not read again while
 /// somebody holds its bytes; a face of a collection also keeps the bytes of the collection in memory.
-/// Requests for the same face or instance return the same vector while somebody holds it. If a file has vanished or cannot be read, or if a
-/// collection lacks the face, the loader throws FontLoaderException with the name of the file and the reason.
-/// A file that FreeType cannot open is served nevertheless, so that whoever opens it gets FreeType's error.
+/// Requests for the same face or instance return the same vector while somebody holds it. If a file has
+/// vanished or cannot be read, or if a collection lacks the face, the loader throws FontLoaderException with
+/// the name of the file and the reason. A file that FreeType cannot open is served nevertheless, so that
+/// whoever opens it gets FreeType's error.
 ///
 /// Charmaps. A face in which FreeType finds no charmap that can be selected does not count as installed,
 /// because no text can be drawn with it (findReasonNotToServe). Neither does a family that has only such
@@ -75,9 +76,10 @@ struct FontFilePlace {
     unsigned int index; ///< the face in a collection, from 0; always 0 for other files
 };
 
-/// The place of bytes, or of the variable font whose instance they are, that a loader of createPlatformDefaultFontLoader has returned, to show to people. Empty
-/// if the bytes, or `loader` itself, do not come from createPlatformDefaultFontLoader, and for the built-in
-/// font. Reads nothing and does not ask fontconfig. Any thread may call.
+/// The place of bytes, or of the variable font whose instance they are, that a loader of
+/// createPlatformDefaultFontLoader has returned, to show to people. Empty if the bytes, or `loader` itself,
+/// do not come from createPlatformDefaultFontLoader, and for the built-in font. Reads nothing and does not
+/// ask fontconfig. Any thread may call.
 VELL_API std::optional<FontFilePlace> findFontFile(const FontLoader& loader, const FontBytes& bytes);
 
 } // namespace Vell::FontLoaders
