@@ -2,9 +2,23 @@
 
 #include "Errors.h"
 
+#include <FontLoaders/FontLoaders.h>
+
 #include <fmt/format.h>
 
 namespace Vell::Tool {
+
+namespace {
+
+void checkVariations(const std::string& list) {
+    try {
+        FontLoaders::parseVariations(list);
+    } catch (const FontLoaders::FontLoaderException& error) {
+        throw UsageError(fmt::format("--variations '{}' is malformed: {}", list, error.what()));
+    }
+}
+
+} // namespace
 
 void addSource(CLI::App& app, TextWords& words) {
     app.add_option("TEXT", words.text, "the text; '-' reads standard input")->type_name("");
@@ -22,6 +36,9 @@ void addFont(CLI::App& app, FontRequest& font, std::string& fontFile) {
         ->type_name("NAME");
     app.add_option("--font", fontFile, "a font file instead; INDEX counts the faces of a collection from 0")
         ->type_name("FILE[:INDEX]");
+    app.add_option("--variations", font.variations,
+                   "values for the axes of a variable font, as in wght=650,wdth=90")
+        ->type_name("LIST");
     addStyle(app, font.isBold, font.isItalic);
 }
 
@@ -40,6 +57,7 @@ void completeFont(const CLI::App& app, const std::string& fontFile, FontRequest&
     if (hasFamily && font.file) {
         throw UsageError(fmt::format("give --family '{}' or --font '{}', not both", font.family, *font.file));
     }
+    checkVariations(font.variations);
     if ((hasFamily && font.family.empty()) || (font.file && font.file->empty())) {
         throw UsageError(fmt::format("{} is empty", hasFamily ? "--family" : "--font"));
     }

@@ -9,6 +9,7 @@
 
 #include <cmath>
 #include <ostream>
+#include <string>
 #include <vector>
 
 namespace Vell::Tool {
@@ -62,6 +63,24 @@ void printMetrics(const FontEngine::Font& font, std::ostream& out) {
     }
 }
 
+/// Prints the axes of a variable font, and the names of its instances.
+void printVariations(const FontEngine::Font& font, std::ostream& out) {
+    const FontLoaders::FontVariations variations =
+        FontLoaders::readVariations(font.getFace()->getFaceData().bytes);
+    for (const FontLoaders::FontAxis& axis : variations.axes) {
+        printProperty(out, ("axis " + axis.tag).c_str(),
+                      fmt::format("{:g} to {:g}, {:g} by default{}", axis.minimum, axis.maximum,
+                                  axis.defaultValue, axis.name.empty() ? "" : " (" + axis.name + ")"));
+    }
+    std::vector<std::string> names;
+    for (const FontLoaders::NamedInstance& instance : variations.instances) {
+        names.push_back(instance.name);
+    }
+    if (!names.empty()) {
+        printProperty(out, "named instances", fmt::format("{}", fmt::join(names, ", ")));
+    }
+}
+
 void printCharacters(const Gfx::CharMap& map, bool listsThem, std::ostream& out) {
     const std::vector<CodeRange> ranges = findMappedRanges(map);
     printProperty(out, "mapped characters", fmt::format("{} in {} ranges", map.size(), ranges.size()));
@@ -88,6 +107,7 @@ void printInfo(const InfoOptions& options, std::ostream& out) {
     const FontEngine::Font& font = *textFont.font;
     printFace(font, *source.getLoader(), out);
     printMetrics(font, out);
+    printVariations(font, out);
     printCharacters(font.getFace()->getBasicMetrics().getCharMap(), options.listsCharacters, out);
     if (options.explains) {
         printReasons(font, source, out);

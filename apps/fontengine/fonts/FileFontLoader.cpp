@@ -77,6 +77,16 @@ FontBytes takeFace(const std::string& name, const FontBytes& file, unsigned int 
     }
 }
 
+FontBytes vary(const std::string& name, const FontBytes& font, const std::string& variations) {
+    try {
+        return FontLoaders::makeFontInstance(font, FontLoaders::parseVariations(variations));
+    } catch (const FontLoaders::FontLoaderException& error) {
+        refuse(name, error.what());
+    } catch (const FontLoaders::FreeTypeException& error) {
+        refuse(name, error.what());
+    }
+}
+
 /// An index too large for the type exceeds the number of faces of any file anyway.
 unsigned int readIndex(const std::string& digits) {
     unsigned int index = 0;
@@ -97,13 +107,16 @@ FontFilePlace parseFontFileName(const std::string& name) {
     return isIndex ? FontFilePlace{name.substr(0, colon), readIndex(digits)} : FontFilePlace{name, 0};
 }
 
-FileFontLoader::FileFontLoader(const std::string& name, OtherLoader others)
+FileFontLoader::FileFontLoader(const std::string& name, OtherLoader others, const std::string& variations)
     : _name(name)
     , _place(parseFontFileName(name))
     , _others(std::move(others))
     , _bytes(takeFace(name, readFont(name, _place.file), _place.index)) {
     if (const auto reason = FontLoaders::findReasonNotToServe(_bytes)) {
         refuse(name, *reason);
+    }
+    if (!variations.empty()) {
+        _bytes = vary(name, _bytes, variations);
     }
     const auto library = FontLoaders::createFreeTypeLibrary();
     const auto face = FontLoaders::createFontFace(library, _bytes);

@@ -25,8 +25,10 @@ class FileFontLoader : public FontLoaders::FontLoader {
 public:
     using OtherLoader = std::shared_ptr<const FontLoaders::FontLoader>;
 
-    /// Reads the file. Throws ToolError when it cannot be read, has no such face, or must not be served.
-    explicit FileFontLoader(const std::string& name, OtherLoader others = nullptr);
+    /// Reads the file, and makes the instance of a variable font that `variations` describes. Throws
+    /// ToolError when the file cannot be read, has no such face or axis, or must not be served.
+    explicit FileFontLoader(const std::string& name, OtherLoader others = nullptr,
+                            const std::string& variations = {});
 
     FontLoaders::FontBytes loadFont(const NNPtr<const Gfx::FontFaceInfo>& faceInfo) const override;
     FontLoaders::FontBytes loadDefaultFont(bool bold, bool italic) const override;

@@ -16,6 +16,17 @@ RecordingFontLoader::LoaderPtr openInstalledFonts() {
     return FontLoaders::createPlatformDefaultFontLoader(defaultFamily);
 }
 
+/// An installed family, in the notation of a variation loader if it has variations.
+std::string makeFamilyName(const FontRequest& request) {
+    const std::string& family = request.family.empty() ? defaultFamily : request.family;
+    return request.variations.empty() ? request.family : family + ":" + request.variations;
+}
+
+RecordingFontLoader::LoaderPtr openFamily(const std::string& variations) {
+    return variations.empty() ? openInstalledFonts()
+                              : FontLoaders::createVariationLoader(openInstalledFonts());
+}
+
 bool namesFile(const std::string& name) {
     std::error_code ignored;
     return name.find('/') != std::string::npos ||
@@ -42,23 +53,25 @@ const std::string& checkName(const std::string& name) {
 } // namespace
 
 FontSource::FontSource(const std::string& familyOrFile)
-    : FontSource(checkName(familyOrFile), namesFile(familyOrFile), Fallback::None) {}
+    : FontSource(checkName(familyOrFile), namesFile(familyOrFile), {}, Fallback::None) {}
 
 FontSource::FontSource(const FontRequest& request)
-    : FontSource(request.file.value_or(request.family), request.file.has_value(), Fallback::Installed) {}
+    : FontSource(request.file.value_or(makeFamilyName(request)), request.file.has_value(), request.variations,
+                 Fallback::Installed) {}
 
-FontSource::FontSource(std::string name, bool isFile, Fallback fallback)
+FontSource::FontSource(std::string name, bool isFile, const std::string& variations, Fallback fallback)
     : _name(std::move(name))
     , _isFile(isFile)
-    , _loader(makeNNPtr<const RecordingFontLoader>(isFile ? openFile(fallback) : openInstalledFonts()))
+    , _loader(makeNNPtr<const RecordingFontLoader>(isFile ? openFile(variations, fallback)
+                                                          : openFamily(variations)))
     , _factory(FontEngine::FontFactory::create(_loader, isFile ? _name : defaultFamily)) {}
 
-RecordingFontLoader::LoaderPtr FontSource::openFile(Fallback fallback) {
+RecordingFontLoader::LoaderPtr FontSource::openFile(const std::string& variations, Fallback fallback) {
     FileFontLoader::OtherLoader others;
     if (fallback == Fallback::Installed) {
         others = openInstalledFonts();
     }
-    const auto loader = makeNNPtr<const FileFontLoader>(_name, others);
+    const auto loader = makeNNPtr<const FileFontLoader>(_name, others, variations);
     _isAlwaysBold = loader->isBold();
     _isAlwaysItalic = loader->isItalic();
     return loader;

@@ -43,11 +43,11 @@ public:
 private:
     enum class Fallback { None, Installed };
 
-    FontSource(std::string name, bool isFile, Fallback fallback);
+    FontSource(std::string name, bool isFile, const std::string& variations, Fallback fallback);
 
-    RecordingFontLoader::LoaderPtr openFile(Fallback fallback);
+    RecordingFontLoader::LoaderPtr openFile(const std::string& variations, Fallback fallback);
 
-    std::string _name; // the family, or the file as the user typed it
+    std::string _name; // the family, with its variations, or the file as the user typed it
     bool _isFile;
     bool _isAlwaysBold = false;
     bool _isAlwaysItalic = false;

@@ -21,6 +21,7 @@ struct FontRequest {
     float size = 32.0F;
     float letterSpacing = 0.0F;
     std::optional<std::string> file = std::nullopt; ///< FILE[:INDEX], instead of a family
+    std::string variations = {};                    ///< as FontLoaders::parseVariations reads them
 };
 
 /// A font, and how text is set in it.
