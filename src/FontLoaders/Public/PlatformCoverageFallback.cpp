@@ -3,9 +3,11 @@
 #include <FontLoaders/Private/Coverage/CoverageAnswers.h>
 #include <FontLoaders/Private/Coverage/LanguageTag.h>
 #include <FontLoaders/Private/Installed/PlatformFonts.h>
+#include <FontLoaders/Private/PlainFaceInfo.h>
 
 #include <Utils/Public/Ptr/PtrUtils.h>
 
+#include <string>
 #include <utility>
 
 namespace Vell::FontLoaders {
@@ -17,25 +19,14 @@ using Internal::CoveringFamily;
 using Internal::FaceStyle;
 using Internal::InstalledFonts;
 
-class FamilyStyle final : public Gfx::FontFaceInfo {
-public:
-    FamilyStyle(std::string family, const FaceStyle& style)
-        : _family(std::move(family))
-        , _style(style) {}
-
-    std::string getName() const override { return _family; }
-    bool isBold() const override { return _style.bold; }
-    bool isItalic() const override { return _style.italic; }
-
-private:
-    std::string _family;
-    FaceStyle _style;
-};
+NNPtr<const Gfx::FontFaceInfo> describeFace(const std::string& family, const FaceStyle& style) {
+    return makeNNPtr<const Internal::PlainFaceInfo>(family, style.bold, style.italic);
+}
 
 CoveringFace describe(const CoveringFamily& found) {
-    const auto face = makeNNPtr<const FamilyStyle>(found.name, found.face.style);
+    const auto face = describeFace(found.name, found.face.style);
     const bool isSame = found.face.style == found.face.drawnStyle;
-    return {face, isSame ? face : makeNNPtr<const FamilyStyle>(found.name, found.face.drawnStyle)};
+    return {face, isSame ? face : describeFace(found.name, found.face.drawnStyle)};
 }
 
 class PlatformCoverageFallback final : public CoverageFallback {

@@ -1,5 +1,6 @@
 #include <FontLoaders/Public/VariationLoader.h>
 
+#include <FontLoaders/Private/PlainFaceInfo.h>
 #include <FontLoaders/Private/Variations/StyleSettings.h>
 #include <FontLoaders/Private/Variations/VariationSources.h>
 #include <FontLoaders/Public/Exceptions.h>
@@ -37,21 +38,6 @@ struct HeldInstance {
 struct Origin {
     std::weak_ptr<const std::vector<unsigned char>> instance;
     std::weak_ptr<const std::vector<unsigned char>> source;
-};
-
-class PlainFaceInfo final : public Gfx::FontFaceInfo {
-public:
-    PlainFaceInfo(std::string family, const Style& style)
-        : _family(std::move(family))
-        , _style(style) {}
-
-    std::string getName() const override { return _family; }
-    bool isBold() const override { return _style.bold; }
-    bool isItalic() const override { return _style.italic; }
-
-private:
-    std::string _family;
-    Style _style;
 };
 
 /// A family's name with settings: the whole name, and where its colon is.
@@ -98,7 +84,7 @@ private:
     using Cache = MRUCache<std::string, FontBytes, std::hash<std::string>, std::equal_to<>>;
 
     FontBytes load(const std::string& family, const Style& style) const {
-        return _loader->loadFont(makeNNPtr<const PlainFaceInfo>(family, style));
+        return _loader->loadFont(makeNNPtr<const Internal::PlainFaceInfo>(family, style.bold, style.italic));
     }
     bool hasFamily(const std::string& name) const;
     HeldInstance makeInstance(const VariedName& name, const Style& wanted) const;
