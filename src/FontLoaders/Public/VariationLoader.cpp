@@ -122,7 +122,7 @@ FontBytes VariationLoader::loadFont(const NNPtr<const Gfx::FontFaceInfo>& faceIn
         return nullptr;
     }
     const auto held = std::make_shared<const HeldInstance>(std::move(made));
-    const FontBytes instance(held, held->bytes.get());
+    FontBytes instance(held, held->bytes.get());
     keep(key, instance, held->source);
     return instance;
 }
