@@ -36,7 +36,9 @@ public:
     template <class Drawing>
     void show(const Drawing& draw) const {
         SDL_Surface* const screen = SDL_GetWindowSurface(_window);
-        checkSdl(screen != nullptr);
+        if (screen == nullptr) {
+            throw std::runtime_error(SDL_GetError());
+        }
         const auto picture = Vell::CairoAdapter::makeImageSurface(screen->w, screen->h);
         draw(picture.get());
         const std::unique_ptr<SDL_Surface, decltype(&SDL_FreeSurface)> pixels(

@@ -58,6 +58,7 @@ DemoDrawing drawNarrowColumns(const TextShaper& shaper, float width) {
     const auto count = static_cast<float>(texts.size());
     const float columnWidth = (width - gutter * (count - 1.0F)) / count;
     std::vector<Paragraph> columns;
+    columns.reserve(texts.size());
     for (const StyledText& text : texts) {
         columns.emplace_back(shaper.shape(text.text, text.spans),
                              ParagraphStyle().setWidth(columnWidth).setAlignment(TextAlignment::Justify));

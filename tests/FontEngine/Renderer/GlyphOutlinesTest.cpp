@@ -50,7 +50,8 @@ TEST(GlyphOutlines, AreThoseOfTheVectorPainter) {
             const Font font = engine.factory->getFont(fontInfo);
             std::vector<unsigned short> glyphs;
             for (const char letter : text) {
-                glyphs.push_back(font.getFace()->getBasicMetrics().getCharMap()[letter].glyphIndex);
+                const auto code = static_cast<unsigned char>(letter);
+                glyphs.push_back(font.getFace()->getBasicMetrics().getCharMap()[code].glyphIndex);
             }
             const Paths fetched = fetch(font.getFace(), glyphs, size, faceInfo);
             const CacheFigures cold = engine.factory->getCacheFigures().outlines;
