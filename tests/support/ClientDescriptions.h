@@ -5,6 +5,7 @@
 #include <Utils/Public/Ptr/PtrUtils.h>
 
 #include <atomic>
+#include <functional>
 #include <string>
 #include <utility>
 
@@ -49,6 +50,18 @@ private:
 inline FaceInfoPtr makeClientFaceInfo(const std::string& name = "A", bool bold = false, bool italic = false) {
     return makeNNPtr<const ClientFaceInfo>(name, bold, italic);
 }
+
+/// Runs a function when its last owner releases it.
+class EndingFaceInfo : public ClientFaceInfo {
+public:
+    explicit EndingFaceInfo(std::function<void()> end)
+        : ClientFaceInfo("Test Sans", false, false)
+        , _end(std::move(end)) {}
+    ~EndingFaceInfo() override { _end(); }
+
+private:
+    std::function<void()> _end;
+};
 
 class ClientFontInfo : public Gfx::FontInfo {
 public:

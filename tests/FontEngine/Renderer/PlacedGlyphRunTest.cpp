@@ -285,18 +285,6 @@ TEST(PlacedGlyphRun, PropagatesExceptionsOfADescription) {
     }
 }
 
-/// Runs a function when its last owner releases it.
-class EndingFaceInfo : public Testing::ClientFaceInfo {
-public:
-    explicit EndingFaceInfo(std::function<void()> end)
-        : ClientFaceInfo("Test Sans", false, false)
-        , _end(std::move(end)) {}
-    ~EndingFaceInfo() override { _end(); }
-
-private:
-    std::function<void()> _end;
-};
-
 TEST(PlacedGlyphRun, LetsADescriptionPlaceOtherGlyphsWhenItIsEvicted) {
     std::vector<std::string> inside;
     const Engine engine;
@@ -307,7 +295,7 @@ TEST(PlacedGlyphRun, LetsADescriptionPlaceOtherGlyphsWhenItIsEvicted) {
         return describe(std::move(placed).finish());
     };
     const auto fill = [&](const std::function<void()>& end) {
-        place(face, {{TestGlyph::missing, true, 'Z', {}}}, makeNNPtr<const EndingFaceInfo>(end));
+        place(face, {{TestGlyph::missing, true, 'Z', {}}}, makeNNPtr<const Testing::EndingFaceInfo>(end));
         return placeLarge();
     };
     const std::string expected = fill([] {});

@@ -221,21 +221,9 @@ TEST(RunReentrancy, PropagatesExceptionsOfADescription) {
     }
 }
 
-/// A client's description that runs a function when its last owner releases it.
-class EndingFaceInfo : public Testing::ClientFaceInfo {
-public:
-    explicit EndingFaceInfo(std::function<void()> end)
-        : ClientFaceInfo("Test Sans", false, false)
-        , _end(std::move(end)) {}
-    ~EndingFaceInfo() override { _end(); }
-
-private:
-    std::function<void()> _end;
-};
-
 Testing::ExtFontInfoPtr describeEnding(std::function<void()> end, float size) {
     return Testing::makeExtFontInfo(
-        Testing::makeFontInfo(makeNNPtr<const EndingFaceInfo>(std::move(end)), size));
+        Testing::makeFontInfo(makeNNPtr<const Testing::EndingFaceInfo>(std::move(end)), size));
 }
 
 TEST(RunReentrancy, MayLayOutWhileTheCachesAreEmptied) {
