@@ -78,8 +78,8 @@ FontBytes makeFontInstance(const NNPtr<const std::vector<unsigned char>>& bytes,
     if (values.empty()) {
         return bytes;
     }
-    Internal::checkInstanceable(bytes, face.get());
-    auto instance = makeNNPtr<const std::vector<unsigned char>>(Internal::instantiate(face.get(), values));
+    auto instance =
+        makeNNPtr<const std::vector<unsigned char>>(Internal::makeStaticFont(bytes, face.get(), values));
     if (const auto reason = findReasonNotToServe(instance)) {
         throw FontLoaderException("the variable font is damaged: " + *reason);
     }

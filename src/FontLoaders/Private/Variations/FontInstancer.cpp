@@ -13,12 +13,10 @@
 #include <hb-subset.h>
 
 #include <algorithm>
-#include <cmath>
 #include <initializer_list>
 #include <memory>
 #include <new>
 #include <optional>
-#include <string>
 
 namespace Vell::FontLoaders::Internal {
 
@@ -43,17 +41,6 @@ using SubsetInputPtr = std::unique_ptr<hb_subset_input_t, SubsetInputDeleter>;
 bool containsTable(hb_face_t* face, hb_tag_t tag) {
     const BlobPtr table(hb_face_reference_table(face, tag));
     return hb_blob_get_length(table.get()) > 0;
-}
-
-[[noreturn]] void throwUnknownAxis(const std::vector<hb_ot_var_axis_info_t>& axes, const std::string& tag) {
-    if (axes.empty()) {
-        throw FontLoaderException(fmt::format("the font has no axis \"{}\": it is not a variable font", tag));
-    }
-    std::string tags;
-    for (const hb_ot_var_axis_info_t& axis : axes) {
-        tags += (tags.empty() ? "" : ", ") + getTagText(axis.tag);
-    }
-    throw FontLoaderException(fmt::format("the font has no axis \"{}\"; it has {}", tag, tags));
 }
 
 /// The offset of a glyph's entry in gvar, relative to the first one.
@@ -119,33 +106,8 @@ void keepEverything(hb_subset_input_t* input, hb_face_t* face) {
     hb_face_collect_unicodes(face, hb_subset_input_unicode_set(input));
 }
 
-} // namespace
-
-AxisValues resolveSettings(hb_face_t* face, const std::vector<AxisSetting>& settings) {
-    const std::vector<hb_ot_var_axis_info_t> axes = readAxes(face);
-    AxisValues values;
-    for (const hb_ot_var_axis_info_t& axis : axes) {
-        values.emplace_back(axis.tag, axis.default_value);
-    }
-    for (const AxisSetting& setting : settings) {
-        if (std::isnan(setting.value)) {
-            throw FontLoaderException(
-                fmt::format("the value of the setting \"{}\" is not a number", setting.tag));
-        }
-        bool isKnown = false;
-        for (std::size_t i = 0; i < axes.size(); ++i) {
-            if (getTagText(axes[i].tag) == setting.tag) {
-                values[i].second = std::clamp(setting.value, axes[i].min_value, axes[i].max_value);
-                isKnown = true;
-            }
-        }
-        if (!isKnown) {
-            throwUnknownAxis(axes, setting.tag);
-        }
-    }
-    return values;
-}
-
+/// Throws if the font has other outlines than those that `instantiate` can fix, or if it is made to consume
+/// all memory or time.
 void checkInstanceable(const NNPtr<const std::vector<unsigned char>>& bytes, hb_face_t* face) {
     if (containsTable(face, cff2) || !containsTable(face, glyf)) {
         throw FontLoaderException(
@@ -179,6 +141,14 @@ std::vector<unsigned char> instantiate(hb_face_t* face, const AxisValues& values
     }
     varyLineMetrics(face, values, instance.get());
     return serialize(instance.get());
+}
+
+} // namespace
+
+std::vector<unsigned char> makeStaticFont(const NNPtr<const std::vector<unsigned char>>& bytes,
+                                          hb_face_t* face, const AxisValues& values) {
+    checkInstanceable(bytes, face);
+    return instantiate(face, values);
 }
 
 } // namespace Vell::FontLoaders::Internal
