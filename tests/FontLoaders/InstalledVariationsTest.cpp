@@ -101,6 +101,22 @@ TEST_F(InstalledVariations, ThatCannotBeInstancedAreRefusedByNameOnly) {
                   ": the glyphs of the variable font overlap");
 }
 
+TEST_F(InstalledVariations, WithCff2OutlinesAreRefusedByNameAndServedAsTheyAre) {
+    const Bytes bytes = buildVaryingCff2Font();
+    _sandbox.write("vary.otf", bytes);
+    const OpenedFont font(bytes);
+    ASSERT_EQ(FT_Load_Char(font.get(), 'A', FT_LOAD_NO_SCALE), 0);
+    EXPECT_EQ(font->glyph->metrics.width, 100);
+    const auto loader = createVariationLoader(createPlatformDefaultFontLoader(""));
+    EXPECT_EQ(*load(loader, "Vary"), bytes);
+    EXPECT_EQ(load(loader, "Vary", true), nullptr); // so that the engine synthesises it
+    const std::string reason =
+        "cannot fix the axes of a font with CFF2 outlines, only of one with TrueType outlines";
+    EXPECT_EQ(getErrorText<FontLoaderException>([&] { load(loader, "Vary:wght=650"); }), reason);
+    EXPECT_EQ(getErrorText<FontLoaderException>([&] { load(loader, "Vary Bold"); }),
+              "cannot make an instance of " + _sandbox.getPath("vary.otf") + ": " + reason);
+}
+
 TEST_F(InstalledVariations, OfInterAreFoundByNameAndByStyle) {
     _sandbox.link(interFolder + std::string("Inter.var.ttf"));
     const auto loader = createPlatformDefaultFontLoader("");
