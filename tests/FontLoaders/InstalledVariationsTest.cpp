@@ -139,6 +139,21 @@ TEST_F(InstalledVariations, OfInterTakeItsItalicFileForItalic) {
               *makeInterInstance("Inter-italic.var.ttf", {{"wght", 700.0F}}));
 }
 
+TEST_F(InstalledVariations, OfSeveralFilesServeFromTheOneWithTheAxes) {
+    for (const char* file : {"Inter-roman.var.ttf", "Inter-italic.var.ttf", "Inter.var.ttf"}) {
+        _sandbox.link(interFolder + std::string(file));
+    }
+    const auto loader = createVariationLoader(createPlatformDefaultFontLoader(""));
+    EXPECT_EQ(*load(loader, "Inter:wght=650"), *makeInterInstance("Inter-roman.var.ttf", {{"wght", 650.0F}}));
+    const FontBytes slanted = makeInterInstance("Inter.var.ttf", {{"wght", 650.0F}, {"slnt", -5.0F}});
+    EXPECT_EQ(*load(loader, "Inter:wght=650,slnt=-5"), *slanted);
+    EXPECT_EQ(*load(loader, "Inter:wght=650,slnt=-5", true, true), *slanted);
+    EXPECT_EQ(*load(loader, "Inter:wght=650", false, true),
+              *makeInterInstance("Inter-italic.var.ttf", {{"wght", 650.0F}}));
+    EXPECT_EQ(getErrorText<FontLoaderException>([&] { load(loader, "Inter:slnt=-5,wdth=90"); }),
+              "the font has no axis \"wdth\"; it has wght, slnt");
+}
+
 TEST_F(InstalledVariations, ServeOtherSettingsThroughTheVariationLoader) {
     _sandbox.write("vary.ttf", makeVaryingFont().build());
     const auto loader = createVariationLoader(createPlatformDefaultFontLoader("Vary"));
