@@ -25,6 +25,7 @@ ARGUMENTS = {
     "texture-atlas": ["Packed once, drawn often", "texture-atlas-texture.png", "texture-atlas.png"],
     "text-to-pdf": ["Vector text", "text-to-pdf.pdf"],
     "two-threads": ["two-threads.png"],
+    "moving-axis": ["--frames", "38", "moving-axis.png"],
     "mixed-scripts": ["460", "mixed-scripts.png", "mixed-scripts.pdf"],
 }
 # The texts that windows show.

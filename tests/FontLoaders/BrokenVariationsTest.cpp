@@ -3,6 +3,7 @@
 #include "VaryingFonts.h"
 
 #include <support/ErrorText.h>
+#include <support/VariableFont.h>
 
 #include <gtest/gtest.h>
 
@@ -74,6 +75,27 @@ TEST(BrokenVariations, MayEndAnywhereInTheirTables) {
             Bytes broken(table.begin(), table.begin() + static_cast<std::ptrdiff_t>(size));
             tryInstance(makeVaryingFont().setTable(tag, broken).build());
         }
+    }
+}
+
+TEST(BrokenVariations, MayHaveAnyByteInWhatVariesMetricsAndControlValues) {
+    const auto expectToSurvive = [](const FontBuilder& font, const char* tag, std::size_t step) {
+        const Bytes table = font.buildTables().at(tag);
+        for (std::size_t position = 0; position < table.size(); position += step) {
+            for (const unsigned char value : hostileBytes) {
+                Bytes broken = table;
+                broken[position] = value;
+                tryInstance(FontBuilder(font).setTable(tag, broken).build());
+            }
+            tryInstance(FontBuilder(font)
+                            .setTable(tag, Bytes(table.begin(),
+                                                 table.begin() + static_cast<std::ptrdiff_t>(position)))
+                            .build());
+        }
+    };
+    expectToSurvive(makeHintedVariableFont(), "cvar", 1);
+    for (const char* tag : {"avar", "HVAR", "MVAR"}) {
+        expectToSurvive(makeThreeAxisFont(), tag, 7);
     }
 }
 

@@ -9,7 +9,7 @@
 namespace Vell::Tool {
 
 void writeSpecimen(const SpecimenOptions& options) {
-    const FontSource source(options.familyOrFile);
+    const FontSource source(options.familyOrFile, options.variations);
     std::optional<Progress> bar; // appears once the number of glyphs is known
     std::size_t shown = 0;
     const auto showProgress = [&](std::size_t done, std::size_t total) {
@@ -19,7 +19,7 @@ void writeSpecimen(const SpecimenOptions& options) {
         bar->advance(done - shown);
         shown = done;
     };
-    const std::string page = makeSpecimenPage(source, showProgress);
+    const std::string page = makeSpecimenPage(source, showProgress, options.variations);
     writeFiles(options.folder, {{"index.html", page}});
 }
 

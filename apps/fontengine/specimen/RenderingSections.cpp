@@ -64,10 +64,6 @@ Picture drawLetters(const TextFont& font, const std::vector<unsigned int>& lette
     return drawInColor(width, ascent + toPixels(font.font->getDescent()), draw);
 }
 
-std::string makeFigure(const std::string& image, const std::string& caption) {
-    return fmt::format("<figure>{}<figcaption>{}</figcaption></figure>\n", image, caption);
-}
-
 } // namespace
 
 std::string makeRenderingSection(const FontSource& source) {

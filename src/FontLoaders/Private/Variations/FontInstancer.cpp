@@ -4,6 +4,7 @@
 #include <FontLoaders/Private/FreeTypeBounds/LibraryMemory.h>
 #include <FontLoaders/Private/FreeTypeBounds/SfntTables.h>
 #include <FontLoaders/Private/HarfBuzz.h>
+#include <FontLoaders/Private/Variations/ControlValues.h>
 #include <FontLoaders/Private/Variations/LineMetrics.h>
 #include <FontLoaders/Private/Variations/VariationTables.h>
 #include <FontLoaders/Public/Exceptions.h>
@@ -87,17 +88,18 @@ void keepAll(hb_subset_input_t* input, std::initializer_list<hb_subset_sets_t> k
     }
 }
 
-/// Asks for the whole font, without its signature, which a change of the font makes wrong. The charmaps stay
-/// as they are, because HarfBuzz would keep only those of Unicode.
-void keepEverything(hb_subset_input_t* input, hb_face_t* face) {
-    const auto hints = containsTable(face, cvar) ? HB_SUBSET_FLAGS_NO_HINTING : HB_SUBSET_FLAGS_DEFAULT;
+/// Asks for the whole font, without its signature, which a change of the font makes wrong, and without the
+/// changes of control values, which are applied by themselves. The charmaps stay as they are, because
+/// HarfBuzz would keep only those of Unicode.
+void keepEverything(hb_subset_input_t* input, hb_face_t* face, bool hasGlyphPrograms) {
+    const auto hints = hasGlyphPrograms ? HB_SUBSET_FLAGS_DEFAULT : HB_SUBSET_FLAGS_NO_HINTING;
     hb_subset_input_set_flags(input, HB_SUBSET_FLAGS_RETAIN_GIDS | HB_SUBSET_FLAGS_NOTDEF_OUTLINE |
                                          HB_SUBSET_FLAGS_NAME_LEGACY | HB_SUBSET_FLAGS_GLYPH_NAMES |
                                          HB_SUBSET_FLAGS_NO_PRUNE_UNICODE_RANGES |
                                          HB_SUBSET_FLAGS_PASSTHROUGH_UNRECOGNIZED | hints);
     keepAll(input, {HB_SUBSET_SETS_LAYOUT_FEATURE_TAG, HB_SUBSET_SETS_LAYOUT_SCRIPT_TAG,
                     HB_SUBSET_SETS_NAME_ID, HB_SUBSET_SETS_NAME_LANG_ID});
-    addTags(hb_subset_input_set(input, HB_SUBSET_SETS_DROP_TABLE_TAG), {signature});
+    addTags(hb_subset_input_set(input, HB_SUBSET_SETS_DROP_TABLE_TAG), {signature, cvar});
     addTags(hb_subset_input_set(input, HB_SUBSET_SETS_NO_SUBSET_TABLE_TAG), {cmap});
     const unsigned int glyphCount = hb_face_get_glyph_count(face);
     if (glyphCount > 0) {
@@ -131,7 +133,8 @@ std::vector<unsigned char> instantiate(hb_face_t* face, const AxisValues& values
     if (!input) {
         throw std::bad_alloc();
     }
-    keepEverything(input.get(), face);
+    const std::optional<std::vector<float>> controlValues = readControlValueChanges(face, values);
+    keepEverything(input.get(), face, controlValues.has_value());
     for (const auto& [tag, value] : values) {
         hb_subset_input_pin_axis_location(input.get(), face, tag, value);
     }
@@ -140,6 +143,9 @@ std::vector<unsigned char> instantiate(hb_face_t* face, const AxisValues& values
         throw FontLoaderException("the variable font is damaged: HarfBuzz cannot fix its axes");
     }
     varyLineMetrics(face, values, instance.get());
+    if (controlValues) {
+        varyControlValues(instance.get(), *controlValues);
+    }
     return serialize(instance.get());
 }
 
