@@ -36,7 +36,8 @@ class GlyphService;
 ///     const Font font = factory->getFont(description->getFontInfo());
 ///
 /// Five caches hold font files, faces, glyph bitmaps, coloured images and outline paths, each in the order of
-/// most recent use. They have no limits until `reset` sets them. Everything that the factory returns is
+/// most recent use. They have no limits until `reset` sets them. A client that draws colour glyphs finds a
+/// sixth one behind getColorGlyphs. Everything that the factory returns is
 /// shared, so it stays valid when a cache drops it and when the factory is destroyed. Faces refer to their
 /// factory weakly.
 ///

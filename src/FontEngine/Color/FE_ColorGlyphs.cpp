@@ -4,6 +4,8 @@
 #include <FontEngine/Color/Private/FE_ColorFace.h>
 #include <FontEngine/Private/FE_LockedCache.h>
 
+#include FT_TRUETYPE_TABLES_H
+
 #include <utility>
 
 namespace Vell::FontEngine {
@@ -91,22 +93,28 @@ ColorImagePtr ColorGlyphs::getImage(const ColorGlyphInfo& info, const NNPtr<cons
     return _cache->getOrPut(dropColors(info), makeNode).getValue();
 }
 
+float ColorGlyphs::getUnitsPerEm(const FontFace& face) {
+    constexpr unsigned short usual = 1000;
+    const FT_Face handle = face.getHandle().get();
+    const auto* const head = static_cast<const TT_Header*>(FT_Get_Sfnt_Table(handle, FT_SFNT_HEAD));
+    const unsigned short ofTable = head != nullptr && head->Units_Per_EM != 0 ? head->Units_Per_EM : usual;
+    return static_cast<float>(handle->units_per_EM != 0 ? handle->units_per_EM : ofTable);
+}
+
 bool ColorGlyphs::paint(const ColorGlyphInfo& info, const NNPtr<const FontFace>& face,
                         ColorPaintTarget& target) const {
     ColorImagePtr image;
     float pixelsPerEm = 0.0F;
-    float unitsPerEm = 0.0F;
     if (mayHaveColors(*face)) {
         const RecursiveLock lock(_cache->getMutex());
         const ColorFace& colorFace = openColorFace(*face);
         pixelsPerEm = findColorStrikeSize(colorFace, info.getGlyphIndex(), info.getPixelsPerEm());
-        unitsPerEm = static_cast<float>(colorFace.get()->units_per_EM);
         image = pixelsPerEm > 0.0F ? getImage(resize(info, pixelsPerEm), face) : nullptr;
     }
     if (image == nullptr) {
         return false;
     }
-    target.drawImage(*image, getBox(*image, pixelsPerEm, unitsPerEm));
+    target.drawImage(*image, getBox(*image, pixelsPerEm, getUnitsPerEm(*face)));
     return true;
 }
 

@@ -62,6 +62,10 @@ public:
     std::shared_ptr<const ColorGlyphImage> getImage(const ColorGlyphInfo& info,
                                                     const NNPtr<const FontFace>& face) const;
 
+    /// Returns how many units of `paint` make an em: the face's units per em or, for a face that has only
+    /// bitmaps and therefore no em for FreeType, those of its head table, and 1000 if it has none.
+    static float getUnitsPerEm(const FontFace& face);
+
     /// Draws a glyph as vectors, whatever its size, or a bitmap of the font as an image: the strike that
     /// getImage would take, unscaled. Returns false, and draws nothing, if the glyph is absent. What `target`
     /// throws passes through.
