@@ -18,7 +18,8 @@ struct ColorGlyphCache;
 }
 
 /// The colour glyphs of a factory: layers and paint graphs of COLR with the palettes of CPAL, and the bitmaps
-/// of CBDT and sbix. A font that has both kinds draws a glyph as a graph if it can. SVG tables are ignored.
+/// of CBDT and sbix. In a font with both kinds, graphs come first, if FreeType finds the outlines that they
+/// consist of: FreeType 2.12 finds none in a font with colour bitmaps. SVG tables are ignored.
 ///
 ///     const ColorGlyphs& colors = factory->getColorGlyphs();
 ///     const ColorGlyphInfo info(faceInfo, glyphIndex, 16.0F, 1.0F, 2.0F, nullptr, textColor);
