@@ -58,8 +58,8 @@ public:
     bool hasColors(const FontFace& face) const;
 
     /// Returns the image of a glyph, which has no pixels (no buffer) if its graph covers nothing. Returns
-    /// null if the glyph is absent, as it is if the size, the scale or the ratio is NaN, infinite or not
-    /// positive. The cache remembers either. `face` must be the face of this factory that `info` describes.
+    /// null if the glyph is absent, as it is if it has NaN, infinitely many or less than 0 pixels per em, or
+    /// 0. The cache remembers either. `face` must be the face of this factory that `info` describes.
     std::shared_ptr<const ColorGlyphImage> getImage(const ColorGlyphInfo& info,
                                                     const NNPtr<const FontFace>& face) const;
 
