@@ -14,20 +14,23 @@ namespace Vell::FontEngine {
 using PaintColor = cinder::ColorAT<unsigned char>;
 
 struct ColorStop {
-    float offset; ///< along the gradient; stops are in ascending order
+    float offset; ///< along the gradient, from 0 to 1
     PaintColor color;
 };
 
 /// What a gradient shows before its first stop and behind its last one.
 enum class GradientExtend : unsigned char { Pad, Repeat, Reflect };
 
+/// The colours of a gradient, two at least. Stops are in ascending order; the first is at 0 and the last
+/// at 1. Of several stops with one offset, the first is the colour before it and the last the colour behind
+/// it.
 struct ColorLine {
-    std::vector<ColorStop> stops; ///< never empty
+    std::vector<ColorStop> stops;
     GradientExtend extend;
 };
 
 /// The colour is constant along lines parallel to the one from `p0` to `p2`. Offset 0 is at `p0` and offset 1
-/// at `p1`.
+/// at `p1`. The three points never lie on one line.
 struct LinearGradient {
     ColorLine line;
     cinder::Vec2<float> p0;
@@ -35,8 +38,9 @@ struct LinearGradient {
     cinder::Vec2<float> p2;
 };
 
-/// Circles that lead from one circle (offset 0) to another (offset 1). Where several of them cover a point,
-/// the one with the greatest offset has the colour; points that none covers stay transparent.
+/// Circles that lead from one circle (offset 0) to another (offset 1). Where several of them go through a
+/// point, the one with the greatest offset has the colour; points that none reaches stay transparent. The
+/// circles differ, and no radius is negative.
 struct RadialGradient {
     ColorLine line;
     cinder::Vec2<float> center0;
@@ -45,7 +49,10 @@ struct RadialGradient {
     float radius1;
 };
 
-/// Colours around a centre. Angles are in radians, counter-clockwise from the positive x axis.
+/// Colours around a centre. Angles are in radians, counter-clockwise from the positive x axis. A point has
+/// the angle from 0 to 2 pi under which the centre sees it; the line is extended where the two angles leave a
+/// part of that range. The angles may lie outside it, the second one may be smaller, and only if the line is
+/// padded may both be equal.
 struct SweepGradient {
     ColorLine line;
     cinder::Vec2<float> center;
@@ -118,9 +125,11 @@ public:
     virtual void fill(const RadialGradient& gradient) = 0;
     virtual void fill(const SweepGradient& gradient) = 0;
 
-    /// Draws what follows on a transparent layer of its own.
+    /// Draws what follows on a transparent layer of its own. The clips that are there limit the layer as a
+    /// whole, when it is combined, so that their smooth edges count once.
     virtual void pushGroup() = 0;
-    /// Combines the layer with what was drawn before pushGroup.
+    /// Combines the layer, as the source, with what was drawn before pushGroup, as the destination. Within
+    /// the clips, modes such as SourceIn also change what the layer leaves transparent.
     virtual void popGroup(CompositeMode mode) = 0;
 
     /// Draws an image of premultiplied BGRA (FT_PIXEL_MODE_BGRA) over `box`. Only glyphs that are bitmaps in
