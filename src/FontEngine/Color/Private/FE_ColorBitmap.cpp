@@ -8,6 +8,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
+#include <cstdint>
 #include <cstring>
 #include <optional>
 
@@ -100,9 +102,29 @@ void copyRows(const FT_Bitmap& bitmap, ColorGlyphImage& image) {
     }
 }
 
+bool hasMemory(FT_Memory memory, std::size_t bytes) {
+    void* const block = memory->alloc(memory, static_cast<long>(bytes));
+    if (block != nullptr) {
+        memory->free(memory, block);
+    }
+    return block != nullptr;
+}
+
+/// FreeType does not report a lack of memory if it could use an outline instead, so this looks whether there
+/// is memory, and tries again.
+FT_Error loadWithMemory(FT_Face face, FT_UInt glyphIndex, const ColorBox& box) {
+    constexpr std::size_t channels = 4;
+    const FT_Error error = FT_Load_Glyph(face, glyphIndex, loadFlags);
+    if (error == FT_Err_Ok || error == FT_Err_Out_Of_Memory) {
+        return error;
+    }
+    const std::size_t bytes = channels * box.width * box.rows;
+    return hasMemory(face->memory, bytes) ? FT_Load_Glyph(face, glyphIndex, loadFlags) : FT_Err_Out_Of_Memory;
+}
+
 /// Decodes the bitmap of the strike that the face has as its size.
 std::shared_ptr<ColorGlyphImage> loadBitmap(FT_Face face, FT_UInt glyphIndex, const ColorBox& box) {
-    if (!checkError(FT_Load_Glyph(face, glyphIndex, loadFlags))) {
+    if (!checkError(loadWithMemory(face, glyphIndex, box))) {
         return nullptr;
     }
     const FT_Bitmap& bitmap = face->glyph->bitmap;

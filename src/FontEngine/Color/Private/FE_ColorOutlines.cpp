@@ -32,7 +32,7 @@ ColorOutline copy(FT_Outline& outline) {
     ColorOutline copied{{outline.points, outline.points + outline.n_points},
                         {outline.tags, outline.tags + outline.n_points},
                         {outline.contours, outline.contours + outline.n_contours},
-                        outline.flags & ~FT_OUTLINE_OWNER,
+                        outline.flags & ~(FT_OUTLINE_OWNER | FT_OUTLINE_OVERLAP),
                         {0, 0, 0, 0}};
     FT_Outline_Get_BBox(&outline, &copied.box);
     return copied;

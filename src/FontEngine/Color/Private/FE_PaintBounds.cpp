@@ -1,5 +1,7 @@
 #include <FontEngine/Color/Private/FE_PaintBounds.h>
 
+#include <FontEngine/Color/Private/FE_PixelMatrix.h>
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -34,23 +36,15 @@ Box unite(const Box& a, const Box& b) {
             std::max(a.top, b.top)};
 }
 
-using Matrix = cinder::MatrixAffine2<double>;
-
-Matrix widen(const cinder::MatrixAffine2<float>& matrix) {
-    return {double(matrix.m[0]), double(matrix.m[1]), double(matrix.m[2]),
-            double(matrix.m[3]), double(matrix.m[4]), double(matrix.m[5])};
-}
-
-Box transform(const Matrix& matrix, const Box& box) {
+Box transform(const PixelMatrix& matrix, const Box& box) {
     if (box.isEmpty()) {
         return nothing;
     }
     Box image = nothing;
     for (const double x : {box.left, box.right}) {
         for (const double y : {box.bottom, box.top}) {
-            const double imageX = matrix.m[0] * x + matrix.m[2] * y + matrix.m[4];
-            const double imageY = matrix.m[1] * x + matrix.m[3] * y + matrix.m[5];
-            image = unite(image, {imageX, imageY, imageX, imageY});
+            const cinder::Vec2<double> corner = apply(matrix, x, y);
+            image = unite(image, {corner.x, corner.y, corner.x, corner.y});
         }
     }
     return image;
@@ -130,7 +124,7 @@ private:
     }
 
     const ColorOutlines& _outlines;
-    std::vector<Matrix> _transforms = {Matrix()};
+    std::vector<PixelMatrix> _transforms = {PixelMatrix()};
     std::vector<Box> _clips = {everything};
     std::vector<Box> _layers = {nothing};
     bool _hasBareFills = false;
