@@ -18,7 +18,8 @@ namespace Vell::FontEngine::Internal {
 namespace {
 
 // Never the outline: loading that has bounds of its own.
-constexpr int loadFlags = FT_LOAD_COLOR | FT_LOAD_SBITS_ONLY | FT_LOAD_NO_HINTING | FT_LOAD_NO_AUTOHINT;
+constexpr int loadFlags =
+    FT_LOAD_COLOR | FT_LOAD_SBITS_ONLY | FT_LOAD_NO_HINTING | FT_LOAD_NO_AUTOHINT | FT_LOAD_IGNORE_TRANSFORM;
 
 /// The bitmap of a glyph in a strike, which the face has as its size.
 struct StrikeBitmap {
