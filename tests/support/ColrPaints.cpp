@@ -6,10 +6,20 @@ namespace Vell::Testing::Colr {
 
 namespace {
 
+double roundTo(double value, double scale) {
+    return std::round(value * scale) / scale;
+}
+
+constexpr double f2dot14Scale = 0x4000;
+constexpr double fixedScale = 0x10000;
+
 /// Writes the fields of a paint table in their order.
 class PaintWriter {
 public:
-    explicit PaintWriter(unsigned int format) { _table.bytes.addU8(format); }
+    explicit PaintWriter(unsigned int format) {
+        _table.format = format;
+        _table.bytes.addU8(format);
+    }
 
     PaintWriter& link(const Paint& target) {
         _table.links.push_back({_table.bytes.size(), target});
@@ -18,44 +28,53 @@ public:
     }
     PaintWriter& u8(unsigned int value) {
         _table.bytes.addU8(value);
-        return *this;
+        return keep(value);
     }
     PaintWriter& u16(unsigned int value) {
         _table.bytes.addU16(value);
-        return *this;
+        return keep(value);
     }
     PaintWriter& u32(std::uint32_t value) {
         _table.bytes.addU32(value);
-        return *this;
+        return keep(value);
     }
     PaintWriter& units(double value) {
         _table.bytes.addI16(static_cast<int>(std::lround(value)));
-        return *this;
+        return keep(std::round(value));
     }
     PaintWriter& units(Point point) { return units(point.x).units(point.y); }
     PaintWriter& f2dot14(double value) {
-        _table.bytes.addI16(static_cast<int>(std::lround(value * 0x4000)));
-        return *this;
+        _table.bytes.addI16(static_cast<int>(std::lround(value * f2dot14Scale)));
+        return keep(roundTo(value, f2dot14Scale));
     }
     PaintWriter& fixed(double value) {
-        _table.bytes.addU32(static_cast<std::uint32_t>(std::lround(value * 0x10000)));
-        return *this;
+        _table.bytes.addU32(static_cast<std::uint32_t>(std::lround(value * fixedScale)));
+        return keep(roundTo(value, fixedScale));
     }
+    PaintWriter& line(const Line& line);
 
     Paint finish() { return std::make_shared<const PaintTable>(std::move(_table)); }
 
 private:
+    PaintWriter& keep(double number) {
+        _table.numbers.push_back(number);
+        return *this;
+    }
+
     PaintTable _table;
 };
 
 /// A colour line is linked like a paint; its first byte is the way in which it is extended.
-Paint makeLine(const Line& line) {
+PaintWriter& PaintWriter::line(const Line& line) {
     PaintWriter writer(static_cast<unsigned int>(line.extend));
     writer.u16(static_cast<unsigned int>(line.stops.size()));
+    _table.line.extend = line.extend;
     for (const Stop& stop : line.stops) {
         writer.f2dot14(stop.offset).u16(stop.entry).f2dot14(stop.alpha);
+        _table.line.stops.push_back(
+            {roundTo(stop.offset, f2dot14Scale), stop.entry, roundTo(stop.alpha, f2dot14Scale)});
     }
-    return writer.finish();
+    return link(writer.finish());
 }
 
 /// In half turns.
@@ -74,23 +93,17 @@ Paint makeSolid(unsigned int entry, double alpha) {
 }
 
 Paint makeLinear(const Line& line, Point p0, Point p1, Point p2) {
-    return PaintWriter(4).link(makeLine(line)).units(p0).units(p1).units(p2).finish();
+    return PaintWriter(4).line(line).units(p0).units(p1).units(p2).finish();
 }
 
 Paint makeRadial(const Line& line, Point center0, double radius0, Point center1, double radius1) {
-    return PaintWriter(6)
-        .link(makeLine(line))
-        .units(center0)
-        .units(radius0)
-        .units(center1)
-        .units(radius1)
-        .finish();
+    return PaintWriter(6).line(line).units(center0).units(radius0).units(center1).units(radius1).finish();
 }
 
 Paint makeSweep(const Line& line, Point center, double startAngle, double endAngle) {
     // The format stores these angles less half a turn.
     return PaintWriter(8)
-        .link(makeLine(line))
+        .line(line)
         .units(center)
         .f2dot14(toFile(startAngle) - 1)
         .f2dot14(toFile(endAngle) - 1)
@@ -106,11 +119,17 @@ Paint makeColrGlyph(unsigned int glyphIndex) {
 }
 
 Paint makeTransform(const Affine& affine, const Paint& paint) {
-    ByteWriter writer;
+    PaintWriter matrix(0);
     for (const double entry : {affine.xx, affine.yx, affine.xy, affine.yy, affine.dx, affine.dy}) {
-        writer.addU32(static_cast<std::uint32_t>(std::lround(entry * 0x10000)));
+        matrix.fixed(entry);
     }
-    return PaintWriter(12).link(paint).link(makeRaw(writer.getBytes())).finish();
+    // The matrix has no format before its entries.
+    PaintTable table = *matrix.finish();
+    const Bytes& bytes = table.bytes.getBytes();
+    ByteWriter entries;
+    entries.addBytes(Bytes(bytes.begin() + 1, bytes.end()));
+    table.bytes = entries;
+    return PaintWriter(12).link(paint).link(std::make_shared<const PaintTable>(table)).finish();
 }
 
 Paint makeTranslate(double x, double y, const Paint& paint) {

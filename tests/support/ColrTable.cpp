@@ -7,23 +7,20 @@ namespace {
 constexpr std::size_t headerSizeOfVersion0 = 14;
 constexpr std::size_t headerSizeOfVersion1 = 34;
 
-/// Writes paint tables, each where it is first asked for, and what they refer to behind them.
+/// Writes paint tables, each followed by what it refers to.
 class PaintPool {
 public:
     explicit PaintPool(ByteWriter& writer)
         : _writer(writer) {}
 
-    /// Returns where a table stands. Shared tables are written once.
+    /// Returns where a table stands. Offsets lead only forwards, so each reference gets a copy.
     std::size_t place(const Paint& paint) {
-        const auto [entry, isNew] = _positions.emplace(paint.get(), _writer.size());
-        if (isNew) {
-            const std::size_t position = entry->second;
-            _writer.addBytes(paint->bytes.getBytes());
-            for (const PaintTable::Link& link : paint->links) {
-                setU24(position + link.position, place(link.target) - position);
-            }
+        const std::size_t position = _writer.size();
+        _writer.addBytes(paint->bytes.getBytes());
+        for (const PaintTable::Link& link : paint->links) {
+            setU24(position + link.position, place(link.target) - position);
         }
-        return _positions[paint.get()];
+        return position;
     }
 
 private:
@@ -34,7 +31,6 @@ private:
     }
 
     ByteWriter& _writer;
-    std::map<const PaintTable*, std::size_t> _positions;
 };
 
 void setOffset(ByteWriter& writer, std::size_t position, std::size_t offset) {

@@ -15,17 +15,6 @@ namespace Vell::Testing::Colr {
 
 constexpr unsigned int foreground = 0xFFFF;
 
-/// A paint table, with the tables that it refers to.
-struct PaintTable {
-    struct Link {
-        std::size_t position; ///< of the 24-bit offset
-        std::shared_ptr<const PaintTable> target;
-    };
-    ByteWriter bytes;
-    std::vector<Link> links;
-};
-using Paint = std::shared_ptr<const PaintTable>;
-
 struct Stop {
     double offset;
     unsigned int entry;
@@ -43,6 +32,21 @@ struct Point {
     double x = 0;
     double y = 0;
 };
+
+/// A paint table, with the tables that it refers to. Beside the bytes, it has what they mean, rounded as in
+/// the file, for painters that do not read files.
+struct PaintTable {
+    struct Link {
+        std::size_t position; ///< of the 24-bit offset
+        std::shared_ptr<const PaintTable> target;
+    };
+    ByteWriter bytes;
+    std::vector<Link> links; ///< in the order of the file; colour lines and matrices are links, too
+    unsigned int format = 0;
+    std::vector<double> numbers; ///< the other fields; of a matrix, its entries
+    Line line;
+};
+using Paint = std::shared_ptr<const PaintTable>;
 
 struct Affine {
     double xx = 1;
@@ -99,6 +103,10 @@ public:
     ColrTable& setClipBox(unsigned int glyphIndex, const ClipBox& box);
 
     Bytes build() const;
+
+    const std::map<unsigned int, Paint>& getGlyphs() const { return _glyphs; }
+    const std::vector<Paint>& getLayers() const { return _layerPaints; }
+    const std::map<unsigned int, ClipBox>& getClipBoxes() const { return _clipBoxes; }
 
 private:
     bool isVersion1() const { return !_glyphs.empty() || !_layerPaints.empty() || !_clipBoxes.empty(); }

@@ -1,16 +1,16 @@
 #include <FontEngine/Color/Private/FE_ColorPaintWalker.h>
 
+#include <FontEngine/Color/Private/FE_ColrTable.h>
 #include <FontEngine/Color/Private/FE_GradientPaints.h>
 #include <FontEngine/Color/Private/FE_PaintBounds.h>
-#include <FontEngine/Color/Private/FE_PaintMatrices.h>
+#include <FontEngine/Color/Private/FE_PaintTransforms.h>
 #include <FontEngine/Private/FE_GlyphChecks.h>
-
-#include FT_COLOR_H
 
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <optional>
+#include <utility>
 
 namespace Vell::FontEngine::Internal {
 
@@ -18,17 +18,75 @@ namespace {
 
 constexpr unsigned int maxDepth = 64;
 constexpr std::size_t maxVisits = 65536;
-constexpr std::size_t visitsOfClipBox = 64; // FreeType searches the clip boxes of a font one by one
-constexpr FT_UShort foregroundEntry = 0xFFFF;
-GradientExtend toExtend(FT_PaintExtend extend) {
+constexpr unsigned int foregroundEntry = 0xFFFF;
+
+/// The formats of paints, each without variations. The next odd number is the same format with variations;
+/// their index stands behind the other fields.
+namespace PaintFormat {
+constexpr unsigned int layers = 1; // has no variations
+constexpr unsigned int solid = 2;
+constexpr unsigned int linear = 4;
+constexpr unsigned int radial = 6;
+constexpr unsigned int sweep = 8;
+constexpr unsigned int glyph = 10;     // has no variations
+constexpr unsigned int colrGlyph = 11; // has no variations
+constexpr unsigned int transform = 12;
+constexpr unsigned int composite = 32; // has no variations
+} // namespace PaintFormat
+
+/// A paint table.
+struct Node {
+    std::size_t offset;
+    unsigned int format; ///< without variations
+    bool isVariable;
+    unsigned int depth;
+};
+
+Node makeNode(std::size_t offset, unsigned int format, unsigned int depth) {
+    const bool isVariable =
+        format > PaintFormat::layers && format % 2 == 1 && format != PaintFormat::colrGlyph;
+    return {offset, isVariable ? format - 1 : format, isVariable, depth};
+}
+
+GradientExtend toExtend(unsigned int extend) {
     switch (extend) {
-    case FT_COLR_PAINT_EXTEND_REPEAT:
+    case 1:
         return GradientExtend::Repeat;
-    case FT_COLR_PAINT_EXTEND_REFLECT:
+    case 2:
         return GradientExtend::Reflect;
     default:
         return GradientExtend::Pad;
     }
+}
+
+cinder::Vec2<double> readPoint(TableFields& fields) {
+    const double x = fields.i16();
+    return {x, static_cast<double>(fields.i16())};
+}
+
+/// Reads an angle of a sweep, of which the file has half turns, less one.
+double readSweepAngle(TableFields& fields) {
+    constexpr double pi = 3.14159265358979323846;
+    return (fields.f2dot14() + 1) * pi;
+}
+
+FontLinear readLinear(TableFields& fields) {
+    const cinder::Vec2<double> p0 = readPoint(fields);
+    const cinder::Vec2<double> p1 = readPoint(fields);
+    return {p0, p1, readPoint(fields)};
+}
+
+FontRadial readRadial(TableFields& fields) {
+    const cinder::Vec2<double> center0 = readPoint(fields);
+    const double radius0 = fields.u16();
+    const cinder::Vec2<double> center1 = readPoint(fields);
+    return {center0, radius0, center1, static_cast<double>(fields.u16())};
+}
+
+FontSweep readSweep(TableFields& fields) {
+    const cinder::Vec2<double> center = readPoint(fields);
+    const double start = readSweepAngle(fields);
+    return {center, start, readSweepAngle(fields)};
 }
 
 /// Appends the drawing of a glyph. After a function has returned false, what it appended is of no use.
@@ -36,14 +94,11 @@ class PaintWalk {
 public:
     PaintWalk(FT_Face face, const ResolvedPalette& palette, ColorPaintList& list)
         : _face(face)
+        , _colr(face)
         , _palette(palette)
         , _list(list) {}
 
-    /// Version 1 from its root, with the glyph's clip box.
-    bool addGlyph(unsigned int glyphIndex, const FT_OpaquePaint& root, unsigned int depth);
-    /// Version 0. `layers` has given the first layer.
-    bool addLayers(unsigned int glyphIndex, unsigned int layerGlyph, unsigned int layerColor,
-                   FT_LayerIterator& layers);
+    bool addGlyph(unsigned int glyphIndex);
 
 private:
     bool count(std::size_t visits) {
@@ -54,61 +109,80 @@ private:
     void add(Operation operation) {
         _list.operations.emplace_back(std::move(operation));
     }
+    std::optional<TableFields> read(std::size_t offset, std::size_t size) const {
+        return _colr.getTable().read(offset, size);
+    }
 
-    bool addPaint(const FT_OpaquePaint& opaque, unsigned int depth);
-    bool addPaint(const FT_COLR_Paint& paint, unsigned int depth);
-    bool add(const FT_PaintColrLayers& paint, unsigned int depth);
-    bool add(const FT_PaintGlyph& paint, unsigned int depth);
-    bool add(const FT_PaintColrGlyph& paint, unsigned int depth);
-    bool add(const FT_PaintComposite& paint, unsigned int depth);
-    template <class Paint>
-    bool addTransformed(const Paint& paint, unsigned int depth);
-    bool addSolid(const FT_ColorIndex& color);
+    bool addVersion0(const ColrTable::Layers& layers);
+    bool addVersion1(unsigned int glyphIndex, std::size_t root, unsigned int depth);
+    bool addPaint(std::size_t offset, unsigned int depth);
+    bool addNode(const Node& node);
+    bool addLinked(const Node& node, TableFields& fields);
+    bool addLayers(const Node& node);
+    bool addGlyphFill(const Node& node);
+    bool addColrGlyph(const Node& node);
+    bool addTransform(const Node& node);
+    bool addPlacement(const Node& node);
+    bool addTransformed(const cinder::MatrixAffine2<float>& matrix, const Node& node, TableFields& fields);
+    bool addComposite(const Node& node);
+    bool addSolid(const Node& node);
     template <class Gradient>
-    bool addGradient(const FT_ColorLine& line, const Gradient& gradient);
+    bool addGradient(const Node& node, Gradient (*readGeometry)(TableFields&), std::size_t size);
 
     bool addGlyphClip(unsigned int glyphIndex);
-    std::optional<PaintBox> findClipBox(unsigned int glyphIndex) const;
-    std::optional<PaintColor> findColor(const FT_ColorIndex& index);
-    bool readLine(const FT_ColorLine& line, FontColorLine& result);
+    std::optional<PaintColor> findColor(unsigned int entry, double alpha);
+    bool readLine(std::size_t offset, bool isVariable, FontColorLine& line);
 
     FT_Face _face;
+    ColrTable _colr;
     const ResolvedPalette& _palette;
     ColorPaintList& _list;
     std::size_t _visits = 0;
 };
 
-std::optional<PaintColor> PaintWalk::findColor(const FT_ColorIndex& index) {
-    if (index.palette_index != foregroundEntry && index.palette_index >= _palette.colors.size()) {
+std::optional<PaintColor> PaintWalk::findColor(unsigned int entry, double alpha) {
+    const bool isForeground = entry == foregroundEntry;
+    if (!isForeground && entry >= _palette.colors.size()) {
         return std::nullopt;
     }
-    _list.usesForeground = _list.usesForeground || index.palette_index == foregroundEntry;
-    PaintColor color =
-        index.palette_index == foregroundEntry ? _palette.foreground : _palette.colors[index.palette_index];
-    const double alpha = std::clamp(static_cast<double>(index.alpha) / 0x4000, 0.0, 1.0);
-    color.a = static_cast<unsigned char>(std::lround(color.a * alpha));
+    _list.usesForeground = _list.usesForeground || isForeground;
+    PaintColor color = isForeground ? _palette.foreground : _palette.colors[entry];
+    color.a = static_cast<unsigned char>(std::lround(color.a * std::clamp(alpha, 0.0, 1.0)));
     return color;
 }
 
-bool PaintWalk::readLine(const FT_ColorLine& line, FontColorLine& result) {
-    FT_ColorStopIterator iterator = line.color_stop_iterator;
-    FT_ColorStop stop;
-    if (!count(iterator.num_color_stops)) {
+bool PaintWalk::readLine(std::size_t offset, bool isVariable, FontColorLine& line) {
+    constexpr std::size_t headerSize = 3;
+    const std::size_t stopSize = isVariable ? 10 : 6;
+    std::optional<TableFields> header = read(offset, headerSize);
+    if (!header) {
         return false;
     }
-    while (FT_Get_Colorline_Stops(_face, &stop, &iterator) != 0) {
-        const std::optional<PaintColor> color = findColor(stop.color);
+    line.extend = toExtend(header->u8());
+    const std::size_t stopCount = header->u16();
+    for (std::size_t i = 0; i < stopCount; ++i) {
+        std::optional<TableFields> stop = read(offset + headerSize + i * stopSize, stopSize);
+        if (!stop || !count(1)) {
+            return false;
+        }
+        const double position = stop->f2dot14();
+        const unsigned int entry = stop->u16();
+        const std::optional<PaintColor> color = findColor(entry, stop->f2dot14());
         if (!color) {
             return false;
         }
-        result.stops.push_back({static_cast<double>(stop.stop_offset) / 0x4000, *color});
+        line.stops.push_back({position, *color});
     }
-    result.extend = toExtend(line.extend);
-    return result.stops.size() == line.color_stop_iterator.num_color_stops;
+    return true;
 }
 
-bool PaintWalk::addSolid(const FT_ColorIndex& index) {
-    const std::optional<PaintColor> color = findColor(index);
+bool PaintWalk::addSolid(const Node& node) {
+    std::optional<TableFields> fields = read(node.offset + 1, 4);
+    if (!fields) {
+        return false;
+    }
+    const unsigned int entry = fields->u16();
+    const std::optional<PaintColor> color = findColor(entry, fields->f2dot14());
     if (color) {
         add(*color);
     }
@@ -116,12 +190,14 @@ bool PaintWalk::addSolid(const FT_ColorIndex& index) {
 }
 
 template <class Gradient>
-bool PaintWalk::addGradient(const FT_ColorLine& fontLine, const Gradient& gradient) {
+bool PaintWalk::addGradient(const Node& node, Gradient (*readGeometry)(TableFields&), std::size_t size) {
+    constexpr std::size_t linkSize = 3;
     FontColorLine line{};
-    if (!readLine(fontLine, line)) {
+    std::optional<TableFields> fields = read(node.offset + 1, linkSize + size);
+    if (!fields || !readLine(node.offset + fields->u24(), node.isVariable, line)) {
         return false;
     }
-    appendGradient(_list.operations, gradient, std::move(line));
+    appendGradient(_list.operations, readGeometry(*fields), std::move(line));
     return true;
 }
 
@@ -133,124 +209,140 @@ bool PaintWalk::addGlyphClip(unsigned int glyphIndex) {
     return true;
 }
 
-bool PaintWalk::add(const FT_PaintGlyph& paint, unsigned int depth) {
-    if (!addGlyphClip(paint.glyphID) || !addPaint(paint.paint, depth)) {
+/// Adds the paint to which the next field leads.
+bool PaintWalk::addLinked(const Node& node, TableFields& fields) {
+    return addPaint(node.offset + fields.u24(), node.depth);
+}
+
+bool PaintWalk::addGlyphFill(const Node& node) {
+    std::optional<TableFields> fields = read(node.offset + 1, 5);
+    if (!fields) {
+        return false;
+    }
+    TableFields fill = *fields;
+    fields->u24();
+    if (!addGlyphClip(fields->u16()) || !addLinked(node, fill)) {
         return false;
     }
     add(PopClip());
     return true;
 }
 
-bool PaintWalk::add(const FT_PaintColrLayers& paint, unsigned int depth) {
-    FT_LayerIterator layers = paint.layer_iterator;
-    for (FT_UInt i = 0; i < paint.layer_iterator.num_layers; ++i) {
-        FT_OpaquePaint layer{nullptr, 0};
-        if (FT_Get_Paint_Layers(_face, &layers, &layer) == 0 || !addPaint(layer, depth)) {
+bool PaintWalk::addLayers(const Node& node) {
+    std::optional<TableFields> fields = read(node.offset + 1, 5);
+    if (!fields) {
+        return false;
+    }
+    const std::size_t layerCount = fields->u8();
+    const std::size_t first = fields->u32();
+    for (std::size_t i = 0; i < layerCount; ++i) {
+        const std::optional<std::size_t> layer = _colr.findLayerPaint(first + i);
+        if (!layer || !addPaint(*layer, node.depth)) {
             return false;
         }
     }
     return true;
 }
 
-bool PaintWalk::add(const FT_PaintColrGlyph& paint, unsigned int depth) {
-    FT_OpaquePaint root{nullptr, 0};
-    return FT_Get_Color_Glyph_Paint(_face, paint.glyphID, FT_COLOR_NO_ROOT_TRANSFORM, &root) != 0 &&
-           addGlyph(paint.glyphID, root, depth);
+bool PaintWalk::addColrGlyph(const Node& node) {
+    std::optional<TableFields> fields = read(node.offset + 1, 2);
+    if (!fields) {
+        return false;
+    }
+    const unsigned int glyphIndex = fields->u16();
+    const std::optional<std::size_t> root = _colr.findPaint(glyphIndex);
+    return root && addVersion1(glyphIndex, *root, node.depth);
 }
 
-bool PaintWalk::add(const FT_PaintComposite& paint, unsigned int depth) {
-    if (paint.composite_mode >= FT_COLR_COMPOSITE_MAX) {
+bool PaintWalk::addComposite(const Node& node) {
+    constexpr unsigned int modeCount = 28;
+    std::optional<TableFields> source = read(node.offset + 1, 7);
+    if (!source) {
+        return false;
+    }
+    TableFields backdrop = *source;
+    backdrop.u24();
+    const unsigned int mode = backdrop.u8();
+    add(PushGroup());
+    if (mode >= modeCount || !addLinked(node, backdrop)) {
         return false;
     }
     add(PushGroup());
-    if (!addPaint(paint.backdrop_paint, depth)) {
+    if (!addLinked(node, *source)) {
         return false;
     }
-    add(PushGroup());
-    if (!addPaint(paint.source_paint, depth)) {
-        return false;
-    }
-    add(PopGroup{static_cast<CompositeMode>(paint.composite_mode)});
+    add(PopGroup{static_cast<CompositeMode>(mode)});
     add(PopGroup{CompositeMode::SourceOver});
     return true;
 }
 
-template <class Paint>
-bool PaintWalk::addTransformed(const Paint& paint, unsigned int depth) {
-    add(PushTransform{toMatrix(paint)});
-    if (!addPaint(paint.paint, depth)) {
+bool PaintWalk::addTransformed(const cinder::MatrixAffine2<float>& matrix, const Node& node,
+                               TableFields& fields) {
+    add(PushTransform{matrix});
+    if (!addLinked(node, fields)) {
         return false;
     }
     add(PopTransform());
     return true;
 }
 
-bool PaintWalk::addPaint(const FT_OpaquePaint& opaque, unsigned int depth) {
-    FT_COLR_Paint paint;
-    return depth < maxDepth && count(1) && FT_Get_Paint(_face, opaque, &paint) != 0 &&
-           addPaint(paint, depth + 1);
+bool PaintWalk::addTransform(const Node& node) {
+    std::optional<TableFields> fields = read(node.offset + 1, 6);
+    if (!fields) {
+        return false;
+    }
+    TableFields link = *fields;
+    fields->u24();
+    std::optional<TableFields> affine = read(node.offset + fields->u24(), affineSize);
+    return affine && addTransformed(readAffine(*affine), node, link);
 }
 
-bool PaintWalk::addPaint(const FT_COLR_Paint& paint, unsigned int depth) {
-    switch (paint.format) {
-    case FT_COLR_PAINTFORMAT_COLR_LAYERS:
-        return add(paint.u.colr_layers, depth);
-    case FT_COLR_PAINTFORMAT_SOLID:
-        return addSolid(paint.u.solid.color);
-    case FT_COLR_PAINTFORMAT_LINEAR_GRADIENT: {
-        const FT_PaintLinearGradient& linear = paint.u.linear_gradient;
-        return addGradient(linear.colorline,
-                           FontLinear{toPoint(linear.p0), toPoint(linear.p1), toPoint(linear.p2)});
+bool PaintWalk::addPlacement(const Node& node) {
+    constexpr std::size_t linkSize = 3;
+    std::optional<TableFields> fields = read(node.offset + 1, linkSize + getPlacementSize(node.format));
+    if (!fields) {
+        return false;
     }
-    case FT_COLR_PAINTFORMAT_RADIAL_GRADIENT: {
-        const FT_PaintRadialGradient& radial = paint.u.radial_gradient;
-        return addGradient(radial.colorline, FontRadial{toPoint(radial.c0), fromFixed(radial.r0),
-                                                        toPoint(radial.c1), fromFixed(radial.r1)});
+    TableFields link = *fields;
+    fields->u24();
+    return addTransformed(readPlacement(node.format, *fields), node, link);
+}
+
+bool PaintWalk::addPaint(std::size_t offset, unsigned int depth) {
+    if (depth >= maxDepth || !count(1)) {
+        return false;
     }
-    case FT_COLR_PAINTFORMAT_SWEEP_GRADIENT: {
-        const FT_PaintSweepGradient& sweep = paint.u.sweep_gradient;
-        return addGradient(sweep.colorline,
-                           FontSweep{toPoint(sweep.center), toRadians(sweep.start_angle + 0x10000),
-                                     toRadians(sweep.end_angle + 0x10000)});
-    }
-    case FT_COLR_PAINTFORMAT_GLYPH:
-        return add(paint.u.glyph, depth);
-    case FT_COLR_PAINTFORMAT_COLR_GLYPH:
-        return add(paint.u.colr_glyph, depth);
-    case FT_COLR_PAINTFORMAT_TRANSFORM:
-        return addTransformed(paint.u.transform, depth);
-    case FT_COLR_PAINTFORMAT_TRANSLATE:
-        return addTransformed(paint.u.translate, depth);
-    case FT_COLR_PAINTFORMAT_SCALE:
-        return addTransformed(paint.u.scale, depth);
-    case FT_COLR_PAINTFORMAT_ROTATE:
-        return addTransformed(paint.u.rotate, depth);
-    case FT_COLR_PAINTFORMAT_SKEW:
-        return addTransformed(paint.u.skew, depth);
-    case FT_COLR_PAINTFORMAT_COMPOSITE:
-        return add(paint.u.composite, depth);
+    std::optional<TableFields> format = read(offset, 1);
+    return format && addNode(makeNode(offset, format->u8(), depth + 1));
+}
+
+bool PaintWalk::addNode(const Node& node) {
+    switch (node.format) {
+    case PaintFormat::layers:
+        return addLayers(node);
+    case PaintFormat::solid:
+        return addSolid(node);
+    case PaintFormat::linear:
+        return addGradient(node, readLinear, 12);
+    case PaintFormat::radial:
+        return addGradient(node, readRadial, 12);
+    case PaintFormat::sweep:
+        return addGradient(node, readSweep, 8);
+    case PaintFormat::glyph:
+        return addGlyphFill(node);
+    case PaintFormat::colrGlyph:
+        return addColrGlyph(node);
+    case PaintFormat::transform:
+        return addTransform(node);
+    case PaintFormat::composite:
+        return !node.isVariable && addComposite(node);
     default:
-        return false;
+        return isPlacement(node.format) && addPlacement(node);
     }
 }
 
-/// Returns the clip box in font units, which FreeType scales to 26.6 pixels of the face's size: one pixel
-/// per font unit, as prepareFace sets it.
-std::optional<PaintBox> PaintWalk::findClipBox(unsigned int glyphIndex) const {
-    FT_ClipBox box;
-    if (FT_Get_Color_Glyph_ClipBox(_face, glyphIndex, &box) == 0) {
-        return std::nullopt;
-    }
-    const auto toUnits = [](FT_Pos position) { return static_cast<float>(position) / 64.0F; };
-    return PaintBox{toUnits(box.bottom_left.x), toUnits(box.bottom_left.y), toUnits(box.top_right.x),
-                    toUnits(box.top_right.y)};
-}
-
-bool PaintWalk::addGlyph(unsigned int glyphIndex, const FT_OpaquePaint& root, unsigned int depth) {
-    if (!count(visitsOfClipBox)) {
-        return false;
-    }
-    const std::optional<PaintBox> clipBox = findClipBox(glyphIndex);
+bool PaintWalk::addVersion1(unsigned int glyphIndex, std::size_t root, unsigned int depth) {
+    const std::optional<PaintBox> clipBox = _colr.findClipBox(glyphIndex);
     if (clipBox) {
         add(PushBoxClip{*clipBox});
     }
@@ -263,39 +355,25 @@ bool PaintWalk::addGlyph(unsigned int glyphIndex, const FT_OpaquePaint& root, un
     return true;
 }
 
-bool PaintWalk::addLayers(unsigned int glyphIndex, unsigned int layerGlyph, unsigned int layerColor,
-                          FT_LayerIterator& layers) {
-    constexpr FT_F2Dot14 opaque = 0x4000;
-    FT_UInt done = 0;
-    do {
-        if (!count(1) || !addGlyphClip(layerGlyph) ||
-            !addSolid({static_cast<FT_UInt16>(layerColor), opaque})) {
+bool PaintWalk::addVersion0(const ColrTable::Layers& layers) {
+    for (std::size_t i = layers.first; i < layers.first + layers.count; ++i) {
+        const std::optional<ColrTable::Layer> layer = _colr.readLayer(i);
+        const std::optional<PaintColor> color = layer ? findColor(layer->entry, 1) : std::nullopt;
+        if (!color || !count(1) || !addGlyphClip(layer->glyphIndex)) {
             return false;
         }
+        add(*color);
         add(PopClip());
-        ++done;
-    } while (FT_Get_Color_Glyph_Layer(_face, glyphIndex, &layerGlyph, &layerColor, &layers) != 0);
-    return done == layers.num_layers;
-}
-
-bool walk(FT_Face face, unsigned int glyphIndex, const ResolvedPalette& palette, ColorPaintList& list) {
-    PaintWalk paintWalk(face, palette, list);
-    FT_OpaquePaint root{nullptr, 0};
-    if (FT_Get_Color_Glyph_Paint(face, glyphIndex, FT_COLOR_NO_ROOT_TRANSFORM, &root) != 0) {
-        return paintWalk.addGlyph(glyphIndex, root, 0);
     }
-    FT_LayerIterator layers{0, 0, nullptr};
-    FT_UInt layerGlyph = 0;
-    FT_UInt layerColor = 0;
-    return FT_Get_Color_Glyph_Layer(face, glyphIndex, &layerGlyph, &layerColor, &layers) != 0 &&
-           paintWalk.addLayers(glyphIndex, layerGlyph, layerColor, layers);
+    return true;
 }
 
-/// Makes one pixel of the face one font unit.
-bool prepareFace(FT_Face face) {
-    FT_Set_Transform(face, nullptr, nullptr);
-    return FT_IS_SCALABLE(face) &&
-           FT_Set_Pixel_Sizes(face, face->units_per_EM, face->units_per_EM) == FT_Err_Ok;
+bool PaintWalk::addGlyph(unsigned int glyphIndex) {
+    if (const std::optional<std::size_t> root = _colr.findPaint(glyphIndex)) {
+        return addVersion1(glyphIndex, *root, 0);
+    }
+    const std::optional<ColrTable::Layers> layers = _colr.findLayers(glyphIndex);
+    return layers && layers->count > 0 && addVersion0(*layers);
 }
 
 /// Puts the whole drawing into a box around its bounds, so that no fill is without a clip. The box is larger
@@ -308,7 +386,7 @@ void encloseBareFills(ColorPaintList& list, float em) {
 }
 
 /// Finds the bounds of the drawing. Returns false if they are infinite.
-bool limit(ColorPaintList& list, float em) {
+bool limitPaint(ColorPaintList& list, float em) {
     const PaintExtent extent = measurePaint(list.operations, list.outlines);
     const PaintBox& box = extent.box;
     const bool isEmpty = !(box.left < box.right && box.bottom < box.top);
@@ -328,8 +406,9 @@ std::shared_ptr<const ColorPaintList> makeColorPaintList(FT_Face face, unsigned 
                                                          const ResolvedPalette& palette) {
     auto list = std::make_shared<ColorPaintList>();
     list->usesForeground = false;
-    const bool isDrawable = hasGlyph(*face, glyphIndex) && prepareFace(face) &&
-                            walk(face, glyphIndex, palette, *list) && limit(*list, face->units_per_EM);
+    const bool isDrawable = hasGlyph(*face, glyphIndex) && FT_IS_SCALABLE(face) &&
+                            PaintWalk(face, palette, *list).addGlyph(glyphIndex) &&
+                            limitPaint(*list, face->units_per_EM);
     return isDrawable ? list : nullptr;
 }
 

@@ -29,8 +29,8 @@ ResolvedPalette resolvePalette(FT_Face face, const ColorPalette& palette, const 
 ///   as it is drawn; its outlines have more than a million points or take more than a second to load;
 /// - it covers an infinite area.
 ///
-/// The graph of version 1 counts even if only version 0 is unbroken. Variable paints are drawn only if
-/// FreeType knows them; version 2.12 does not. Changes the size of the face, and its transform.
+/// The graph of version 1 counts even if only version 0 is unbroken. Variable paints are drawn with the
+/// values of the default instance. Changes the glyph slot of the face, but not its size nor its transform.
 std::shared_ptr<const ColorPaintList> makeColorPaintList(FT_Face face, unsigned int glyphIndex,
                                                          const ResolvedPalette& palette);
 
