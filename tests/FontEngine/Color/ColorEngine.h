@@ -3,6 +3,7 @@
 #include <FontEngine/Engine.h>
 
 #include <FontEngine/Color/FE_ColorGlyphs.h>
+#include <support/ColrTable.h>
 #include <support/OpenedFont.h>
 #include <support/PictureTables.h>
 
@@ -40,6 +41,21 @@ inline std::vector<Testing::PictureStrike> makeTwoStrikes() {
             {20,
              {makeGlyphPicture(TestGlyph::a, 2, 15, makeMixedPicture(18, 20)),
               makeGlyphPicture(TestGlyph::x, -3, 10, makeFlatPicture(10, 12, {200, 100, 50, 255}))}}};
+}
+
+/// The test font with an A of two layers, the second one in the colour of the text, and an x that is painted
+/// with a gradient between two colours of the palette, in a clip box.
+inline Testing::FontBuilder makeLayerFont() {
+    using namespace Testing::Colr;
+    Testing::FontBuilder font = makeTestFont();
+    ColrTable colr;
+    colr.addLayers(TestGlyph::a, {{TestGlyph::a, 0}, {TestGlyph::x, foreground}});
+    const Paint gradient = makeLinear({{{0.0, 0}, {1.0, 1}}}, {0, 0}, {400, 0}, {0, 400});
+    const unsigned int layer = colr.addLayer(makeGlyph(TestGlyph::x, gradient));
+    colr.addGlyph(TestGlyph::x, makeLayers(1, layer));
+    colr.setClipBox(TestGlyph::x, {0, 0, 300, 400});
+    return font.setTable("COLR", colr.build())
+        .setTable("CPAL", makePalettes({{{255, 0, 0}, {0, 255, 0}}, {{0, 0, 255}, {255, 0, 0}}}));
 }
 
 inline Testing::Bytes readFont(const char* path) {

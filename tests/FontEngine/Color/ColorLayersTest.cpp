@@ -135,15 +135,15 @@ TEST(ColorLayers, HaveAnEntryForEachPalette) {
     EXPECT_EQ(engine.getColors().getFigures().entries, 5U);
 }
 
-TEST(ColorLayers, CountMoreThanBitmaps) {
-    const LayerEngine engine(addLayers(addBitmaps(makeTwoStrikes())).build());
-    EXPECT_EQ(copyPixels(*engine.getImage(TestGlyph::x, 10.0F)), makeFlat(20, green));
-}
-
-// FreeType 2.12 sees no outlines in a font with sbix, and layers consist of outlines.
-TEST(ColorLayers, LeaveGlyphsToBitmapsIfFreeTypeSeesNoOutlines) {
-    const LayerEngine engine(addLayers(makeSbixFont(makeTwoStrikes())).build());
-    EXPECT_NE(engine.getImage(TestGlyph::x, 20.0F), nullptr);
+// FreeType 2.12 takes a font with colour bitmaps for one without outlines, of which layers consist.
+TEST(ColorLayers, LeaveFontsWithBitmapsToThem) {
+    for (const Testing::FontBuilder& font : {addBitmaps(makeTwoStrikes()), makeSbixFont(makeTwoStrikes())}) {
+        const LayerEngine engine(addLayers(font).build());
+        const auto image = engine.getImage(TestGlyph::x, 20.0F);
+        ASSERT_NE(image, nullptr);
+        EXPECT_EQ(image->left, -3);
+        EXPECT_EQ(image->width, 10U);
+    }
 }
 
 TEST(ColorLayers, LeaveTheGlyphsWithoutThemToBitmaps) {

@@ -28,17 +28,18 @@ struct StrikeBitmap {
 };
 
 /// Whether FreeType has succeeded. An error is the font's, unless there is no memory.
-bool checkError(FT_Error error) {
+bool checkError(FT_Error error, FT_UInt glyphIndex) {
     if (error == FT_Err_Out_Of_Memory) {
-        throw FontLoaders::FreeTypeException(fmt::format("FT_Load_Glyph() failed, error: {}", error));
+        throw FontLoaders::FreeTypeException(
+            fmt::format("FT_Load_Glyph() failed, error: {}, glyph index: {} ", error, glyphIndex));
     }
     return error == FT_Err_Ok;
 }
 
 /// Reads only the size of the bitmap: it is not decoded, and takes no memory.
 std::optional<StrikeBitmap> findInStrike(FT_Face face, const ColorStrike& strike, FT_UInt glyphIndex) {
-    if (!checkError(FT_Select_Size(face, strike.index)) ||
-        !checkError(FT_Load_Glyph(face, glyphIndex, loadFlags | FT_LOAD_BITMAP_METRICS_ONLY))) {
+    if (!checkError(FT_Select_Size(face, strike.index), glyphIndex) ||
+        !checkError(FT_Load_Glyph(face, glyphIndex, loadFlags | FT_LOAD_BITMAP_METRICS_ONLY), glyphIndex)) {
         return std::nullopt;
     }
     const FT_GlyphSlot slot = face->glyph;
@@ -125,7 +126,7 @@ FT_Error loadWithMemory(FT_Face face, FT_UInt glyphIndex, const ColorBox& box) {
 
 /// Decodes the bitmap of the strike that the face has as its size.
 std::shared_ptr<ColorGlyphImage> loadBitmap(FT_Face face, FT_UInt glyphIndex, const ColorBox& box) {
-    if (!checkError(loadWithMemory(face, glyphIndex, box))) {
+    if (!checkError(loadWithMemory(face, glyphIndex, box), glyphIndex)) {
         return nullptr;
     }
     const FT_Bitmap& bitmap = face->glyph->bitmap;

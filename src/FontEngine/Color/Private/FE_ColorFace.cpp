@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <utility>
 
 namespace Vell::FontEngine::Internal {
 
@@ -45,8 +46,9 @@ std::vector<ColorStrike> findStrikes(FT_Face face) {
             strikes.push_back({i, toPixels(size.x_ppem), toPixels(size.y_ppem)});
         }
     }
-    std::stable_sort(strikes.begin(), strikes.end(),
-                     [](const ColorStrike& lhs, const ColorStrike& rhs) { return lhs.ppemY < rhs.ppemY; });
+    std::sort(strikes.begin(), strikes.end(), [](const ColorStrike& lhs, const ColorStrike& rhs) {
+        return std::pair(lhs.ppemY, lhs.index) < std::pair(rhs.ppemY, rhs.index);
+    });
     return strikes;
 }
 

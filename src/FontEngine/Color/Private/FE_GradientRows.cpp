@@ -26,8 +26,18 @@ double wrap(double offset, GradientExtend extend) {
     return rest <= 1 ? rest : 2 - rest;
 }
 
-ColorPixel mix(const ColorPixel& a, const ColorPixel& b, float t) {
+ColorPixel toStraight(const PaintColor& color) {
+    constexpr float scale = 1.0F / 255.0F;
+    return {static_cast<float>(color.b) * scale, static_cast<float>(color.g) * scale,
+            static_cast<float>(color.r) * scale, static_cast<float>(color.a) * scale};
+}
+
+ColorPixel mixStraight(const ColorPixel& a, const ColorPixel& b, float t) {
     return {a.b + (b.b - a.b) * t, a.g + (b.g - a.g) * t, a.r + (b.r - a.r) * t, a.a + (b.a - a.a) * t};
+}
+
+ColorPixel premultiplyStraight(const ColorPixel& color) {
+    return {color.b * color.a, color.g * color.a, color.r * color.a, color.a};
 }
 
 } // namespace
@@ -36,7 +46,7 @@ ColorRamp::ColorRamp(const ColorLine& line)
     : _extend(line.extend) {
     _stops.reserve(line.stops.size());
     for (const ColorStop& stop : line.stops) {
-        _stops.push_back({stop.offset, premultiply(stop.color)});
+        _stops.push_back({stop.offset, toStraight(stop.color)});
     }
 }
 
@@ -44,18 +54,18 @@ ColorPixel ColorRamp::at(double offset) const {
     if (_extend != GradientExtend::Pad) {
         return within(wrap(offset, _extend));
     }
-    return offset < 0 ? _stops.front().color : within(offset);
+    return offset < 0 ? premultiplyStraight(_stops.front().color) : within(offset);
 }
 
 ColorPixel ColorRamp::within(double offset) const {
     const auto next = std::upper_bound(_stops.begin(), _stops.end(), offset,
                                        [](double wanted, const Stop& stop) { return wanted < stop.offset; });
     if (next == _stops.end()) {
-        return _stops.back().color;
+        return premultiplyStraight(_stops.back().color);
     }
     const Stop& previous = *(next - 1);
     const double part = (offset - previous.offset) / (next->offset - previous.offset);
-    return mix(previous.color, next->color, static_cast<float>(part));
+    return premultiplyStraight(mixStraight(previous.color, next->color, static_cast<float>(part)));
 }
 
 LinearRows::LinearRows(const LinearGradient& gradient)

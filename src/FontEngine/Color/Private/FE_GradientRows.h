@@ -19,7 +19,7 @@ public:
 private:
     struct Stop {
         double offset;
-        ColorPixel color;
+        ColorPixel color; ///< not premultiplied
     };
     ColorPixel within(double offset) const;
 
