@@ -87,8 +87,8 @@ PixelClip clipToPixels(const PixelClip& clip, FT_Outline& outline, FT_Library li
     if (box.isEmpty()) {
         return {};
     }
-    budget.outlineWork -= estimateRasterWork(outline, bounds, FT_RENDER_MODE_NORMAL);
-    budget.pixelWork -= static_cast<std::int64_t>(box.getArea());
+    budget.nanoseconds -= estimateRasterWork(outline, bounds, FT_RENDER_MODE_NORMAL);
+    budget.spend(box.getArea(), 2);
     if (budget.isExhausted()) {
         return {};
     }

@@ -79,13 +79,6 @@ unsigned int getPixelsPerEm(FT_Face face, const PixelMatrix& matrix) {
     return static_cast<unsigned int>(std::min(std::sqrt(area) * face->units_per_EM, maxPixel));
 }
 
-/// Allows as much as a hundred times what any glyph of the common fonts needs.
-RasterBudget makeBudget(const PixelBox& box, unsigned int pixelsPerEm) {
-    constexpr std::int64_t least = std::int64_t(1) << 24U;
-    constexpr std::int64_t workPerPixel = 64;
-    return {getMaxRasterWork(pixelsPerEm), least + workPerPixel * static_cast<std::int64_t>(box.getArea())};
-}
-
 std::shared_ptr<ColorGlyphImage> makeImage(const PixelBox& box) {
     auto image = std::make_shared<ColorGlyphImage>();
     image->rows = static_cast<unsigned int>(box.getHeight());
@@ -110,7 +103,7 @@ std::shared_ptr<ColorGlyphImage> renderColorGlyph(FT_Face face, const ColorPaint
     if (!box || box->getArea() > maxPixels) {
         return nullptr;
     }
-    RasterBudget budget = makeBudget(*box, getPixelsPerEm(face, matrix));
+    RasterBudget budget{getMaxRasterWork(getPixelsPerEm(face, matrix))};
     std::shared_ptr<ColorGlyphImage> image = makeImage(*box);
     const int bandRows = chooseBandRows(paints.operations, box->getWidth());
     for (int top = box->top; top > box->bottom && !box->isEmpty(); top -= bandRows) {
