@@ -173,6 +173,20 @@ TEST(CairoColorDocument, ASweepInAnSvgDocumentIsAnImageOfItsClip) {
     EXPECT_THAT(svg, HasSubstr("<linearGradient"));
 }
 
+TEST(CairoColorDocument, AHugeSweepIsAnImageOfALowerResolution) {
+    std::string svg;
+    const SurfacePtr surface =
+        adoptSurface(cairo_svg_surface_create_for_stream(appendBytes, &svg, 2000, 9000));
+    CairoPainter painter(surface.get());
+    ClipFont().draw(painter, [](ColorPaintTarget& target) {
+        target.pushClip(PaintBox{0, -9000, 1, 0});
+        target.fill(SweepGradient{line, {0, 0}, 1, 5});
+        target.popClip();
+    });
+    finishSurface(surface.get());
+    EXPECT_THAT(svg, HasSubstr("width=\"5\" height=\"4096\""));
+}
+
 /// In SVG, the focal point of a radial gradient must lie within its circle.
 TEST(CairoColorDocument, CirclesBesideEachOtherAreAnImageInSvg) {
     for (const bool isBeside : {false, true}) {

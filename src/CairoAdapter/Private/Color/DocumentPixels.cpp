@@ -59,16 +59,17 @@ bool hasMeshes(cairo_t* context) {
     return !isImage(context) && getType(context) != CAIRO_SURFACE_TYPE_SVG;
 }
 
-cairo_matrix_t getPixelTransform(cairo_t* context) {
+cairo_matrix_t getPixelTransform(cairo_t* context, const DeviceBox& box) {
     if (isImage(context)) {
         return getSurfaceTransform(context);
     }
     constexpr double unitsPerInch = 72.0;
+    constexpr double maxSide = 4096.0;
     cairo_matrix_t scale;
     cairo_matrix_init_identity(&scale);
     cairo_surface_get_fallback_resolution(cairo_get_target(context), &scale.xx, &scale.yy);
-    scale.xx /= unitsPerInch;
-    scale.yy /= unitsPerInch;
+    scale.xx = std::min(scale.xx / unitsPerInch, maxSide / (box.right - box.left));
+    scale.yy = std::min(scale.yy / unitsPerInch, maxSide / (box.bottom - box.top));
     return scale;
 }
 
@@ -94,7 +95,7 @@ PatternPtr toPixels(cairo_t* context, cairo_pattern_t* pattern, const DeviceBox&
     if (box.isEmpty()) {
         return nullptr;
     }
-    const cairo_matrix_t transform = getPixelTransform(context);
+    const cairo_matrix_t transform = getPixelTransform(context, box);
     const PixelArea area = getPixels(box, transform);
     const SurfacePtr image = makeImageSurface(area.width, area.rows);
     const ContextPtr drawing = makeContext(image.get());

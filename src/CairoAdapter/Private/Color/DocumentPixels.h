@@ -34,8 +34,8 @@ bool isExpressible(cairo_t* context, const FontEngine::RadialGradient& gradient)
 bool hasMeshes(cairo_t* context);
 
 /// From device units to the pixels of the surface if it is an image, else to pixels of the resolution that
-/// the surface has for images.
-cairo_matrix_t getPixelTransform(cairo_t* context);
+/// the surface has for images, or of a lower one if a side of the box would have more than 4,096 pixels.
+cairo_matrix_t getPixelTransform(cairo_t* context, const DeviceBox& box);
 
 /// Whole pixels.
 struct PixelArea {

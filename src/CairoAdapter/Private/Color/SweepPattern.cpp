@@ -29,7 +29,7 @@ double getRadius(const FontEngine::SweepGradient& gradient, const DeviceBox& box
 
 PatternPtr makeImagePattern(cairo_t* context, const FontEngine::SweepGradient& gradient, const DeviceBox& box,
                             const cairo_matrix_t& toGradient) {
-    const cairo_matrix_t toPixels = getPixelTransform(context);
+    const cairo_matrix_t toPixels = getPixelTransform(context, box);
     const auto fromPixels = tryInvert(toPixels);
     if (!fromPixels) {
         return nullptr;
