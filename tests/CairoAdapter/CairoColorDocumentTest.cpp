@@ -129,6 +129,87 @@ TEST(CairoColorDocument, PdfKeepsBlendModesOfGroups) {
     EXPECT_THAT(pdf, Not(HasSubstr("/Subtype /Image")));
 }
 
+/// A group within a group, as compositions of fonts are.
+void composeShapes(ColorPaintTarget& target, CompositeMode mode) {
+    target.pushGroup();
+    fillWithColor(target);
+    target.pushGroup();
+    fillLinearly(target);
+    target.popGroup(mode);
+    target.popGroup(CompositeMode::SourceOver);
+}
+
+std::size_t count(const std::string& text, const std::string& part) {
+    std::size_t found = 0;
+    for (std::size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + 1)) {
+        ++found;
+    }
+    return found;
+}
+
+/// The page around it keeps its vectors, and the image is as small as what the group covers.
+TEST(CairoColorDocument, AGroupThatADocumentCannotExpressIsOneSmallImage) {
+    const auto paint = [](ColorPaintTarget& target) {
+        fillRadially(target);
+        composeShapes(target, CompositeMode::SourceIn);
+    };
+    const std::string svg = makeSvg(paint);
+    EXPECT_EQ(count(svg, "<image"), 1U);
+    EXPECT_THAT(svg, HasSubstr("<radialGradient"));
+    EXPECT_THAT(svg, HasSubstr("width=\"167\" height=\"168\"")); // 40 units at 300 pixels per 72 units
+    const std::string pdf = makePdf(paint);
+    EXPECT_EQ(count(pdf, "/Subtype /Image"), 2U); // the other is its mask
+    EXPECT_THAT(pdf, HasSubstr("/ShadingType 3"));
+    EXPECT_THAT(pdf, HasSubstr("/Width 167"));
+}
+
+TEST(CairoColorDocument, ASweepInAnSvgDocumentIsAnImageOfItsClip) {
+    const std::string svg = makeSvg([](ColorPaintTarget& target) {
+        fillLinearly(target);
+        sweep(target);
+    });
+    EXPECT_EQ(count(svg, "<image"), 1U);
+    EXPECT_THAT(svg, HasSubstr("width=\"168\" height=\"168\"")); // 40 units at 300 pixels per 72 units
+    EXPECT_THAT(svg, HasSubstr("<linearGradient"));
+}
+
+TEST(CairoColorDocument, AHugeSweepIsAnImageOfALowerResolution) {
+    std::string svg;
+    const SurfacePtr surface =
+        adoptSurface(cairo_svg_surface_create_for_stream(appendBytes, &svg, 2000, 9000));
+    CairoPainter painter(surface.get());
+    ClipFont().draw(painter, [](ColorPaintTarget& target) {
+        target.pushClip(PaintBox{0, -9000, 1, 0});
+        target.fill(SweepGradient{line, {0, 0}, 1, 5});
+        target.popClip();
+    });
+    finishSurface(surface.get());
+    EXPECT_THAT(svg, HasSubstr("width=\"5\" height=\"4096\""));
+}
+
+/// In SVG, the focal point of a radial gradient must lie within its circle.
+TEST(CairoColorDocument, CirclesBesideEachOtherAreAnImageInSvg) {
+    for (const bool isBeside : {false, true}) {
+        const std::string svg = makeSvg([isBeside](ColorPaintTarget& target) {
+            target.pushClip(ClipFont::box);
+            target.fill(RadialGradient{line, {15, 25}, 5, {isBeside ? 30.0F : 16.0F, 25}, 10});
+            target.popClip();
+        });
+        EXPECT_EQ(count(svg, "<image"), isBeside ? 1U : 0U);
+        EXPECT_EQ(count(svg, "<radialGradient"), isBeside ? 0U : 1U);
+    }
+}
+
+TEST(CairoColorDocument, PdfKeepsTheColorBeforeASharpChangeAtTheBeginning) {
+    const std::string pdf = makePdf([](ColorPaintTarget& target) {
+        target.pushClip(ClipFont::box);
+        target.fill(LinearGradient{
+            {{{0, {51, 0, 0, 255}}, {0, blue}, {1, blue}}, GradientExtend::Pad}, {20, 0}, {30, 0}, {20, 9}});
+        target.popClip();
+    });
+    EXPECT_THAT(pdf, HasSubstr("/C0 [ 0.2 0 0 ]"));
+}
+
 /// The mean difference of the channels of two pictures, in levels.
 double getMeanDifference(const ColorCanvas& a, const ColorCanvas& b) {
     const std::vector<std::uint32_t> left = a.getPixels();

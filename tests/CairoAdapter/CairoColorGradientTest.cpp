@@ -39,6 +39,9 @@ Channels getChannels(const PaintColor& color) {
 }
 
 Channels getColor(const ColorLine& line, double offset) {
+    if (line.extend == GradientExtend::Pad && offset < 0.0) {
+        return getChannels(line.stops.front().color);
+    }
     const double place = extendOffset(offset, line.extend);
     std::size_t next = 1;
     while (next + 1 < line.stops.size() && double(line.stops[next].offset) <= place) {
@@ -126,6 +129,15 @@ TEST(CairoColorGradient, RunsAtRightAnglesToAnyLineToTheThirdPoint) {
                                    [](double x, double y) { // the normal of (-5, 15) is (15, 5)
                                        return ((x - 5) * 15 + (y - 5) * 5) / (25.0 * 15 + 5.0 * 5);
                                    }),
+                  1.0);
+    }
+}
+
+TEST(CairoColorGradient, MayChangeItsColorSharplyAtItsEnds) {
+    for (const GradientExtend extend : extends) {
+        const ColorLine line{{{0, red}, {0, {20, 200, 10, 255}}, {1, blue}, {1, {90, 90, 0, 255}}}, extend};
+        EXPECT_LE(getGreatestError(LinearGradient{line, {20, 0}, {32, 0}, {20, 9}},
+                                   [](double x, double) { return (x - 20.0) / 12.0; }),
                   1.0);
     }
 }

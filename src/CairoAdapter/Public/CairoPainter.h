@@ -64,9 +64,10 @@ public:
     /// CairoAdapterException for a path that no CairoPainter made and for errors of cairo.
     void drawPath(const Gfx::Path& path, bool isFilled) override;
 
-    /// Draws outlines, gradients and groups as what they are in documents, too, as far as the surface can
-    /// express them: cairo puts sweep gradients into SVG documents as images, and so it does with most
-    /// composite modes in SVG and PDF documents. The context's operator applies to the glyph as a whole.
+    /// Documents keep the vectors: outlines, gradients and groups. Only what a document cannot express
+    /// becomes an image of just that part, with the surface's fallback resolution: composite modes other than
+    /// source-over in SVG, and those before screen in PDF; in SVG also sweep gradients and radial ones of
+    /// circles beside each other. The context's operator applies to the glyph as a whole.
     bool drawColorGlyph(const FontEngine::ColorGlyphInfo& info, const NNPtr<const FontEngine::FontFace>& face,
                         const std::function<bool(FontEngine::ColorPaintTarget& target)>& paint) override;
 

@@ -125,15 +125,19 @@ void ColorTarget::fill(const FontEngine::LinearGradient& gradient) {
 }
 
 void ColorTarget::fill(const FontEngine::RadialGradient& gradient) {
-    fillWith(makeGradientPattern(gradient));
+    const PatternPtr pattern = makeGradientPattern(gradient);
+    if (isExpressible(_context, gradient)) {
+        fillWith(pattern);
+    } else if (const auto toGradient = tryInvert(_matrix)) {
+        applyClip(); // the image is as large as the clip
+        cairo_pattern_set_matrix(pattern.get(), &*toGradient);
+        paintDevicePattern(toPixels(_context, pattern.get(), getClip(_context)));
+    }
 }
 
 void ColorTarget::fill(const FontEngine::SweepGradient& gradient) {
     applyClip(); // the pattern is as large as the clip
-    if (const PatternPtr pattern = makeSweepPattern(_context, _matrix, gradient)) {
-        cairo_set_source(_context, pattern.get());
-        cairo_paint(_context);
-    }
+    paintDevicePattern(makeSweepPattern(_context, _matrix, gradient));
 }
 
 void ColorTarget::pushGroup() {
@@ -150,10 +154,19 @@ void ColorTarget::popGroup(FontEngine::CompositeMode mode) {
 void ColorTarget::popGroup(cairo_operator_t mode) {
     static_cast<void>(getTop(Kind::Group));
     pop();
-    cairo_pop_group_to_source(_context);
-    cairo_set_operator(_context, mode);
-    cairo_paint(_context);
-    cairo_set_operator(_context, CAIRO_OPERATOR_OVER);
+    PatternPtr group = adoptPattern(cairo_pop_group(_context));
+    if (isInGroup()) {
+        _needsPixels = _needsPixels || !isExpressible(_context, mode);
+    } else {
+        const DeviceBox box = std::exchange(_groupBox, DeviceBox());
+        group = std::exchange(_needsPixels, false) ? toPixels(_context, group.get(), box) : std::move(group);
+    }
+    if (group != nullptr) {
+        cairo_set_source(_context, group.get());
+        cairo_set_operator(_context, mode);
+        cairo_paint(_context);
+        cairo_set_operator(_context, CAIRO_OPERATOR_OVER);
+    }
 }
 
 void ColorTarget::drawImage(const FontEngine::BitmapGlyphImage& image, const FontEngine::PaintBox& box) {
@@ -167,7 +180,7 @@ void ColorTarget::drawImage(const FontEngine::BitmapGlyphImage& image, const Fon
             adoptPattern(cairo_pattern_create_for_surface(makeGlyphSurface(image).surface.get()));
         cairo_pattern_set_filter(pattern.get(), chooseFilter(_context, matrix, image.width, image.rows));
         setSource(pattern.get(), matrix);
-        cairo_paint(_context);
+        paintSource();
     }
 }
 
@@ -223,13 +236,37 @@ void ColorTarget::fillWith(const PatternPtr& pattern) {
     }
 }
 
+void ColorTarget::paintDevicePattern(const PatternPtr& pattern) {
+    if (pattern != nullptr) {
+        cairo_set_source(_context, pattern.get());
+        paintSource();
+    }
+}
+
 void ColorTarget::fillSource() {
     if (const Scope* const clip = findPendingClip()) {
         addPath(*clip);
+        if (isInGroup()) {
+            DeviceBox box{};
+            cairo_fill_extents(_context, &box.left, &box.top, &box.right, &box.bottom);
+            _groupBox = unite(_groupBox, box);
+        }
         cairo_fill(_context);
     } else {
-        cairo_paint(_context);
+        paintSource();
     }
+}
+
+void ColorTarget::paintSource() {
+    if (isInGroup()) {
+        _groupBox = unite(_groupBox, getClip(_context));
+    }
+    cairo_paint(_context);
+}
+
+bool ColorTarget::isInGroup() const {
+    return std::any_of(_scopes.begin(), _scopes.end(),
+                       [](const Scope& scope) { return scope.kind == Kind::Group; });
 }
 
 } // namespace Vell::CairoAdapter::Internal

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <CairoAdapter/Private/Color/DocumentPixels.h>
 #include <CairoAdapter/Public/CairoHandles.h>
 #include <FontEngine/Color/FE_ColorPaintTarget.h>
 #include <Gfx/Public/Painter.h>
@@ -72,13 +73,19 @@ private:
     void addPath(const Scope& clip);
     void setSource(cairo_pattern_t* pattern, const cairo_matrix_t& matrix);
     void fillWith(const PatternPtr& pattern);
+    /// Does nothing without a pattern, such as for an empty clip.
+    void paintDevicePattern(const PatternPtr& pattern);
     void fillSource();
+    void paintSource();
+    bool isInGroup() const;
 
     cairo_t* _context;
     cairo_operator_t _operator; ///< for the glyph as a whole
     cairo_matrix_t _matrix;     ///< the product of all transforms
     FindOutline _findOutline;
     std::vector<Scope> _scopes;
+    DeviceBox _groupBox{};     ///< what the groups cover
+    bool _needsPixels = false; ///< whether they are combined in a way that the surface cannot express
 };
 
 } // namespace Vell::CairoAdapter::Internal
