@@ -1,5 +1,6 @@
 #include <FontEngine/FE_FontFace.h>
 
+#include <FontEngine/Color/Private/FE_ColorFace.h>
 #include <FontEngine/FE_FontFactory.h>
 #include <FontEngine/Private/FE_FaceSizing.h>
 #include <FontEngine/Private/FE_FreeTypeUtilsInternal.h>

@@ -21,6 +21,7 @@ class BitmapGlyph;
 class FontFactory;
 
 namespace Internal {
+class ColorFace;
 class GlyphAccess;
 struct KnownSize;
 } // namespace Internal
@@ -81,6 +82,8 @@ public:
     Internal::KnownSize& getKnownSize() const { return *_knownSize; }
     /// Only for this library's text painters.
     const Internal::GlyphAccess& getGlyphAccess() const { return *_glyphAccess; }
+    /// Only for ColorGlyphs, under its lock. Null until somebody asks for colours.
+    std::shared_ptr<Internal::ColorFace>& getColorFace() const { return _colorFace; }
 
 private:
     // Each member depends on those above it: FreeType reads the face from the bytes.
@@ -91,6 +94,7 @@ private:
     FontLoaders::FTFacePtr _face;
     std::unique_ptr<Internal::KnownSize> _knownSize; // mutable state, because const services size the face
     Gfx::BasicMetrics _basicMetrics;
+    mutable std::shared_ptr<Internal::ColorFace> _colorFace;
 };
 
 } // namespace Vell::FontEngine

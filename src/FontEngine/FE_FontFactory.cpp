@@ -1,5 +1,6 @@
 #include <FontEngine/FE_FontFactory.h>
 
+#include <FontEngine/Color/FE_ColorGlyphs.h>
 #include <FontEngine/FE_FontDescriptions.h>
 #include <FontEngine/Private/FE_Fallback.h>
 #include <FontEngine/Private/FE_GlyphService.h>
@@ -60,6 +61,7 @@ FontFactory::FontFactory(NNPtr<const FontLoaders::FontLoader> loader, const std:
     : _fontLoader(std::move(loader))
     , _faces(std::make_unique<Internal::FaceCaches>())
     , _glyphs(std::make_unique<Internal::GlyphService>())
+    , _colorGlyphs(new ColorGlyphs)
     , _defaultFaceName(defaultFaceName) {}
 
 FontFactory::~FontFactory() = default;
@@ -72,6 +74,7 @@ FactoryCacheFigures FontFactory::getCacheFigures() const {
 void FontFactory::flush() {
     // Dependents go first: glyphs, then their faces, then the faces' files.
     _glyphs->clear();
+    _colorGlyphs->flush();
     _faces->faces.clear();
     _faces->files.clear();
 }

@@ -21,6 +21,7 @@
 namespace Vell::FontEngine {
 
 class BitmapGlyph;
+class ColorGlyphs;
 
 namespace Internal {
 struct FaceCaches;
@@ -35,7 +36,8 @@ class GlyphService;
 ///     const Font font = factory->getFont(description->getFontInfo());
 ///
 /// Five caches hold font files, faces, glyph bitmaps, coloured images and outline paths, each in the order of
-/// most recent use. They have no limits until `reset` sets them. Everything that the factory returns is
+/// most recent use. They have no limits until `reset` sets them. A client that draws colour glyphs finds a
+/// sixth one behind getColorGlyphs. Everything that the factory returns is
 /// shared, so it stays valid when a cache drops it and when the factory is destroyed. Faces refer to their
 /// factory weakly.
 ///
@@ -139,16 +141,20 @@ public:
     const std::shared_ptr<const Gfx::Path>&
     getOutlineGlyphPath(const GlyphInfo& info, NNPtr<const FontFace> face, Gfx::Painter& painter) const;
 
+    /// Returns the colour glyphs: a service of its own, with a cache of its own that has its own limit.
+    const ColorGlyphs& getColorGlyphs() const { return *_colorGlyphs; }
+    ColorGlyphs& getColorGlyphs() { return *_colorGlyphs; }
+
     /// Returns the contents and statistics of the caches. It reads each cache under its own lock, one after
     /// the other, so the five describe one moment only if no other thread uses the factory.
     FactoryCacheFigures getCacheFigures() const;
 
-    /// Empties all caches and keeps their limits.
+    /// Empties all caches, that of the colour glyphs included, and keeps their limits.
     void flush();
 
     /// Empties the caches of font files, faces, bitmaps and coloured images, and limits them: font files and
     /// faces to `maxFaceCount` entries each, bitmaps and coloured images to `maxBitmapBytes` each. 0 means no
-    /// limit. It neither empties nor limits the cache of outlines.
+    /// limit. It neither empties nor limits the caches of outlines and of colour glyphs.
     void reset(unsigned long maxFaceCount, unsigned long maxBitmapBytes);
 
     /// Only for the faces and text painters of this library.
@@ -164,6 +170,7 @@ private:
     NNPtr<const FontLoaders::FontLoader> _fontLoader;
     std::unique_ptr<Internal::FaceCaches> _faces;
     std::unique_ptr<Internal::GlyphService> _glyphs;
+    std::unique_ptr<ColorGlyphs> _colorGlyphs;
     std::string _defaultFaceName;
 };
 

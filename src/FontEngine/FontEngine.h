@@ -1,9 +1,14 @@
 #pragma once
 
 /// The umbrella header: the factory with its faces and fonts, descriptions, the functions that describe,
-/// measure and draw in one call, glyph keys and runs, the two text painters, and the glyphs for a layout of
-/// the client's own.
+/// measure and draw in one call, glyph keys and runs, the two text painters, the glyphs for a layout of
+/// the client's own, and colour glyphs.
 
+#include <FontEngine/Color/FE_ColorGlyphInfo.h>
+#include <FontEngine/Color/FE_ColorGlyphPainter.h>
+#include <FontEngine/Color/FE_ColorGlyphs.h>
+#include <FontEngine/Color/FE_ColorPaintTarget.h>
+#include <FontEngine/Color/FE_DrawColorGlyphs.h>
 #include <FontEngine/FE_BitmapGlyphPainter.h>
 #include <FontEngine/FE_CacheFigures.h>
 #include <FontEngine/FE_Font.h>

@@ -27,6 +27,9 @@ public:
     void addBytes(const Bytes& bytes) { _bytes.insert(_bytes.end(), bytes.begin(), bytes.end()); }
     void padTo4() { addZeros((4 - _bytes.size() % 4) % 4); }
 
+    void setU8(std::size_t position, unsigned int value) {
+        _bytes[position] = static_cast<unsigned char>(value & 0xFFU);
+    }
     void setU32(std::size_t position, std::uint32_t value) {
         for (std::size_t i = 0; i < 4; ++i) {
             _bytes[position + i] = static_cast<unsigned char>(value >> (24 - 8 * i) & 0xFFU);

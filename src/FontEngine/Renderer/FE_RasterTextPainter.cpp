@@ -2,6 +2,7 @@
 
 #include <FontEngine/FE_BitmapGlyphPainter.h>
 #include <FontEngine/FE_FontFactory.h>
+#include <FontEngine/Private/FE_GlyphRunScope.h>
 #include <FontEngine/Private/FE_GlyphService.h>
 #include <FontEngine/Private/FE_GlyphSources.h>
 #include <FontEngine/Renderer/FE_RasterSpace.h>
@@ -15,27 +16,6 @@
 namespace Vell::FontEngine {
 
 namespace {
-
-/// Notifies the run painter of a glyph painter, if there is one, when a run begins and ends.
-class GlyphRunScope {
-public:
-    explicit GlyphRunScope(BitmapGlyphPainter& painter)
-        : _painter(painter.getRunPainter()) {
-        if (_painter != nullptr) {
-            _painter->beginGlyphRun();
-        }
-    }
-    GlyphRunScope(const GlyphRunScope&) = delete;
-    GlyphRunScope& operator=(const GlyphRunScope&) = delete;
-    ~GlyphRunScope() {
-        if (_painter != nullptr) {
-            _painter->endGlyphRun();
-        }
-    }
-
-private:
-    BitmapGlyphRunPainter* _painter;
-};
 
 void setToBitmap(BitmapGlyphImage& view, const FT_Bitmap& bitmap) {
     view.rows = bitmap.rows;
@@ -104,7 +84,7 @@ void RasterTextPainter::drawGlyphRun(const BitmapGlyphRun& run, const Font& font
     if (run.getGlyphs().empty()) {
         return;
     }
-    const GlyphRunScope scope(_glyphPainter);
+    const Internal::GlyphRunScope scope(_glyphPainter);
     BitmapGlyphImage view; // one for all glyphs
     std::optional<Internal::ImageCache::Handle> strike;
     for (const BitmapGlyph& glyph : run.getGlyphs()) {
