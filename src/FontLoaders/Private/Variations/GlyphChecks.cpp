@@ -34,22 +34,35 @@ BigEndianBytes view(const Table& table) {
     return {reinterpret_cast<const unsigned char*>(table.data()), table.size()};
 }
 
-/// Tells which glyphs have an outline or parts.
+[[noreturn]] void throwUnreadable(unsigned int glyph) {
+    throw FontLoaderException(fmt::format("the variable font is damaged: glyph {} cannot be read", glyph));
+}
+
+/// The beginnings of the glyphs. Throws where HarfBuzz and others might read something else than this.
 class GlyphHeaders {
 public:
     explicit GlyphHeaders(hb_face_t* font)
         : _glyf(readTable(font, HB_TAG('g', 'l', 'y', 'f')))
         , _loca(readTable(font, HB_TAG('l', 'o', 'c', 'a'))) {
-        constexpr std::uint64_t formatAt = 50;
+        constexpr std::uint64_t offsetFormatAt = 50;
+        constexpr std::uint64_t glyphFormatAt = 52;
         const Table head = readTable(font, HB_TAG('h', 'e', 'a', 'd'));
-        _isLong = view(head).u16(formatAt).value_or(0) != 0;
+        const unsigned int offsetFormat = view(head).u16(offsetFormatAt).value_or(2);
+        if (offsetFormat > 1 || view(head).u16(glyphFormatAt).value_or(1) != 0) {
+            throw FontLoaderException("the variable font is damaged: its glyphs have an unknown format");
+        }
+        _isLong = offsetFormat == 1;
     }
 
+    /// Whether the glyph has an outline or parts.
     bool hasContent(unsigned int glyph) const {
         constexpr std::uint64_t headerBytes = 10;
         const std::optional<std::uint64_t> begin = getOffset(glyph);
         const std::optional<std::uint64_t> end = getOffset(std::uint64_t{glyph} + 1);
-        return begin && end && *begin + headerBytes <= *end && view(_glyf).u16(*begin).value_or(0) != 0;
+        if (!begin || !end || *begin > *end || *end > _glyf.size()) {
+            throwUnreadable(glyph);
+        }
+        return *begin + headerBytes <= *end && view(_glyf).u16(*begin).value_or(0) != 0;
     }
 
 private:
@@ -83,8 +96,7 @@ void checkGlyphs(hb_face_t* font, const AxisValues& values) {
             continue;
         }
         if (!hb_font_get_glyph_extents(varied.get(), glyph, &extents)) {
-            throw FontLoaderException(
-                fmt::format("the variable font is damaged: glyph {} cannot be read", glyph));
+            throwUnreadable(glyph);
         }
         if (isEmpty(extents)) {
             throw FontLoaderException(
