@@ -1,8 +1,10 @@
 #include <fuzz/seeds/Seeds.h>
 
 #include <support/Cff2Table.h>
+#include <support/VariableFont.h>
 
 #include <cstdint>
+#include <utility>
 
 namespace Vell::Fuzz {
 
@@ -91,12 +93,31 @@ Bytes makeCff2File() {
     return signAsCff(font.omitTable("glyf").omitTable("loca").build());
 }
 
+Bytes makeGvarFile() {
+    FontBuilder font = makeTwoBoxFont();
+    return font.setTable("fvar", makeFvar())
+        .setTable("avar", makeAvar())
+        .setTable("gvar", makeGvar())
+        .build();
+}
+
+/// All axes half way from the middle of their range to the maximum.
+Seed makeVarySeed(std::string name, const Bytes& file) {
+    Bytes bytes = {0xA0, 0, 0xA0, 0, 0xA0, 0};
+    bytes.insert(bytes.end(), file.begin(), file.end());
+    return {std::move(name), std::move(bytes)};
+}
+
 } // namespace
 
 std::vector<Seed> makeVariableSeeds() {
-    FontBuilder font = makeTwoBoxFont();
-    font.setTable("fvar", makeFvar()).setTable("avar", makeAvar()).setTable("gvar", makeGvar());
-    return {makeFontSeed("gvar", font.build()), makeFontSeed("cff2", makeCff2File())};
+    return {makeFontSeed("gvar", makeGvarFile()), makeFontSeed("cff2", makeCff2File())};
+}
+
+std::vector<Seed> makeVarySeeds() {
+    return {makeVarySeed("gvar", makeGvarFile()), makeVarySeed("cff2", makeCff2File()),
+            makeVarySeed("three-axes", Testing::makeThreeAxisFont().build()),
+            makeVarySeed("control-values", Testing::makeHintedVariableFont().build())};
 }
 
 } // namespace Vell::Fuzz

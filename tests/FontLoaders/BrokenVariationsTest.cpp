@@ -120,6 +120,24 @@ TEST(BrokenVariations, HaveBoundedCompositeGlyphs) {
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
 }
 
+TEST(BrokenVariations, MayHaveNoOutlineWithoutPoints) {
+    FontBuilder font("Pointless");
+    const unsigned int empty = font.addGlyph(FontGlyph());
+    FontGlyph copy;
+    copy.components = {{empty}};
+    font.map('A', font.addGlyph(copy));
+    addWeightAxis(font, 400);
+    EXPECT_EQ(getError(font), "glyph 2 of the variable font has an outline without points");
+}
+
+TEST(BrokenVariations, MayHaveNoGlyphThatCannotBeRead) {
+    FontBuilder font = makeVaryingFont();
+    Bytes glyphs = font.buildTables().at("glyf");
+    glyphs[10] = 0x7F; // the last point of the first contour
+    EXPECT_EQ(getError(font.setTable("glyf", glyphs)),
+              "the variable font is damaged: glyph 1 cannot be read");
+}
+
 TEST(BrokenVariations, WithManyAxesCountAsStatic) {
     ByteWriter axes;
     axes.addU32(0x00010000);

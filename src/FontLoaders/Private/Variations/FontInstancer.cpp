@@ -5,6 +5,7 @@
 #include <FontLoaders/Private/FreeTypeBounds/SfntTables.h>
 #include <FontLoaders/Private/HarfBuzz.h>
 #include <FontLoaders/Private/Variations/ControlValues.h>
+#include <FontLoaders/Private/Variations/GlyphChecks.h>
 #include <FontLoaders/Private/Variations/LineMetrics.h>
 #include <FontLoaders/Private/Variations/VariationTables.h>
 #include <FontLoaders/Public/Exceptions.h>
@@ -129,6 +130,7 @@ void checkInstanceable(const NNPtr<const std::vector<unsigned char>>& bytes, hb_
 }
 
 std::vector<unsigned char> instantiate(hb_face_t* face, const AxisValues& values) {
+    checkGlyphs(face, values);
     const SubsetInputPtr input(hb_subset_input_create_or_fail());
     if (!input) {
         throw std::bad_alloc();
