@@ -61,6 +61,7 @@ ShapePlan::ShapePlan(hb_font_t* font, ShapePlanKey key, std::uint32_t id)
     : _font(font)
     , _key(std::move(key))
     , _id(id)
+    , _runsAgainstScript(TextLayout::runsAgainstScript(_key.properties))
     , _mayDecompose(mayBeDecomposed(_key.properties.script))
     , _hasSyllables(TextLayout::hasSyllables(_key.properties.script))
     , _dottedCircle(findGlyph(font, 0x25CC))
@@ -78,11 +79,14 @@ void ShapePlan::execute(hb_buffer_t* buffer, const std::vector<hb_feature_t>& fe
 }
 
 const FreeGlyph* ShapePlan::findFreeGlyph(char32_t codePoint) {
-    const char32_t number = codePoint / pageSize;
-    if (_lastPage.second == nullptr || _lastPage.first != number) {
-        _lastPage = {number, &_pages[number]};
+    const std::size_t number = codePoint / pageSize;
+    if (number >= _pages.size()) {
+        _pages.resize(number + 1);
     }
-    Entry& entry = (*_lastPage.second)[codePoint % pageSize];
+    if (!_pages[number]) {
+        _pages[number] = std::make_unique<Page>();
+    }
+    Entry& entry = (*_pages[number])[codePoint % pageSize];
     if (entry.answer == Answer::Unknown) {
         entry = examine(codePoint);
     }

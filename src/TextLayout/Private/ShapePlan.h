@@ -7,9 +7,8 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <map>
+#include <memory>
 #include <optional>
-#include <utility>
 #include <vector>
 
 namespace Vell::TextLayout {
@@ -46,7 +45,8 @@ public:
     std::uint32_t getId() const { return _id; }
     hb_font_t* getFont() const { return _font; }
 
-    /// Of its script, see RunDependence.h.
+    /// Of its script and direction, see RunDependence.h.
+    bool runsAgainstScript() const { return _runsAgainstScript; }
     bool mayDecompose() const { return _mayDecompose; }
     bool hasSyllables() const { return _hasSyllables; }
     /// The glyph that stands under marks without a base; 0 if there is none.
@@ -76,14 +76,14 @@ private:
     hb_font_t* _font;
     ShapePlanKey _key;
     std::uint32_t _id;
+    bool _runsAgainstScript;
     bool _mayDecompose;
     bool _hasSyllables;
     std::uint16_t _dottedCircle;
     HarfBuzzPtr<hb_shape_plan_t> _plan;
     std::optional<HarfBuzzPtr<hb_set_t>>
         _reach; // found when it is needed; a null pointer if there is no telling
-    std::map<char32_t, Page> _pages;
-    std::pair<char32_t, Page*> _lastPage{0, nullptr};
+    std::vector<std::unique_ptr<Page>> _pages; // null until they are needed
 };
 
 } // namespace Vell::TextLayout
