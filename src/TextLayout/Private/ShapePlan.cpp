@@ -69,6 +69,11 @@ ShapePlan::ShapePlan(hb_font_t* font, ShapePlanKey key, std::uint32_t id)
 
 void ShapePlan::execute(hb_buffer_t* buffer, const std::vector<hb_feature_t>& features) const {
     hb_buffer_set_segment_properties(buffer, &_key.properties);
+    if (_key.properties.script == HB_SCRIPT_ARABIC) {
+        const unsigned int flags = hb_buffer_get_flags(buffer);
+        hb_buffer_set_flags(
+            buffer, static_cast<hb_buffer_flags_t>(flags | HB_BUFFER_FLAG_PRODUCE_SAFE_TO_INSERT_TATWEEL));
+    }
     // hb_shape_plan_execute() itself limits neither the glyphs nor the time; this call finds the same plan.
     const bool isDone = hb_shape_full(_font, buffer, features.data(),
                                       static_cast<unsigned int>(features.size()), nullptr) != 0;

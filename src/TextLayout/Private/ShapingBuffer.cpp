@@ -29,7 +29,9 @@ void describe(const hb_glyph_info_t& info, const hb_glyph_position_t& position, 
     glyph.xOffset = position.x_offset;
     glyph.yOffset = position.y_offset;
     glyph.index = static_cast<std::uint16_t>(std::min<hb_codepoint_t>(info.codepoint, 0xFFFF));
-    glyph.isSafeToBreak = (hb_glyph_info_get_glyph_flags(&info) & HB_GLYPH_FLAG_UNSAFE_TO_BREAK) == 0;
+    const hb_glyph_flags_t flags = hb_glyph_info_get_glyph_flags(&info);
+    glyph.isSafeToBreak = (flags & HB_GLYPH_FLAG_UNSAFE_TO_BREAK) == 0;
+    glyph.allowsElongation = (flags & HB_GLYPH_FLAG_SAFE_TO_INSERT_TATWEEL) != 0;
 }
 
 /// Completes the glyphs of clusters, from the last cluster of a text to the first one. `behind` is the

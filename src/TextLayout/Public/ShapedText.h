@@ -34,6 +34,9 @@ struct ShapedGlyph {
     bool isLast : 1;
     /// Whether a line that is broken before the glyph's cluster has the same glyphs as the unbroken one.
     bool isSafeToBreak : 1;
+    /// Whether a tatweel may stand in front of the glyph's cluster, in reading order, and nothing else
+    /// changes: between two joined letters of Arabic.
+    bool allowsElongation : 1;
 };
 
 /// The font of a run.
