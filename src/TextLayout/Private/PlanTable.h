@@ -27,7 +27,7 @@ public:
     const Entry* find(const RunToShape& run) const {
         for (const Entry& entry : _entries) {
             if (entry.face.get() == run.face.get() && entry.script == run.script &&
-                entry.isRightToLeft == run.isRightToLeft) {
+                entry.isRightToLeft == run.isRightToLeft && !entry.font->isSpoiled()) {
                 return &entry;
             }
         }

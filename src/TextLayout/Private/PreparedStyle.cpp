@@ -1,5 +1,6 @@
 #include <TextLayout/Private/PreparedStyle.h>
 
+#include <TextLayout/Private/AllocationWatch.h>
 #include <TextLayout/Private/CharacterTraits.h>
 #include <TextLayout/Private/StyleGroups.h>
 #include <TextLayout/Public/TextLayoutException.h>
@@ -10,6 +11,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <new>
 #include <string>
 #include <utility>
 
@@ -30,7 +32,12 @@ hb_language_t makeLanguage(const std::string& tag) {
     if (U_FAILURE(status) || static_cast<std::size_t>(parsed) != tag.size()) {
         throw TextLayoutException("\"" + tag + "\" is not a well-formed BCP 47 language tag");
     }
-    return hb_language_from_string(tag.data(), static_cast<int>(tag.size()));
+    const AllocationWatch watch;
+    const hb_language_t language = hb_language_from_string(tag.data(), static_cast<int>(tag.size()));
+    if (watch.hasFailed()) {
+        throw std::bad_alloc();
+    }
+    return language;
 }
 
 std::shared_ptr<const TextLook> makeLook(const FontEngine::FontFactory& factory, const TextStyle& style,

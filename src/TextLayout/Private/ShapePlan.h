@@ -1,10 +1,12 @@
 #pragma once
 
+#include <TextLayout/Private/AllocationWatch.h>
 #include <TextLayout/Private/HarfBuzzHandles.h>
 
 #include <hb.h>
 
 #include <array>
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -38,12 +40,17 @@ struct FreeGlyph {
 /// hasFreeGlyphs and findFreeGlyph.
 class ShapePlan {
 public:
-    /// `font` must outlive the plan. `id` distinguishes it from all other plans of the cache.
-    ShapePlan(hb_font_t* font, ShapePlanKey key, std::uint32_t id);
+    struct Font {
+        hb_font_t* handle;
+        std::atomic<bool>& isSpoiled; ///< becomes true if memory is short while HarfBuzz reads the font
+    };
+
+    /// `font` must outlive the plan. `id` distinguishes it from all other plans of the cache. Like all
+    /// functions that read the font, it throws std::bad_alloc if memory is short, or was so before.
+    ShapePlan(const Font& font, ShapePlanKey key, std::uint32_t id);
 
     const ShapePlanKey& getKey() const { return _key; }
     std::uint32_t getId() const { return _id; }
-    hb_font_t* getFont() const { return _font; }
 
     /// Of its script and direction, see RunDependence.h.
     bool runsAgainstScript() const { return _runsAgainstScript; }
@@ -70,10 +77,12 @@ private:
     static constexpr std::size_t pageSize = 256;
     using Page = std::array<Entry, pageSize>;
 
+    void check(const AllocationWatch& watch) const;
     const hb_set_t* getReach();
     Entry examine(char32_t codePoint);
 
     hb_font_t* _font;
+    std::atomic<bool>& _isSpoiled;
     ShapePlanKey _key;
     std::uint32_t _id;
     bool _runsAgainstScript;

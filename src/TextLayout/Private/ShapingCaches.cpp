@@ -55,7 +55,7 @@ std::shared_ptr<ShapingFont> ShapingCaches::getFont(const FontEngine::FontFace& 
     };
     FontPlace& place =
         *_fonts.getOrPut(bytes.get(), [&] { return decltype(_fonts)::DataNode(makePlace(), 0); }).getValue();
-    if (place.font->hasManyPlans()) {
+    if (place.font->hasManyPlans() || place.font->isSpoiled()) {
         place.font = std::make_shared<ShapingFont>(face);
     }
     return place.font;
