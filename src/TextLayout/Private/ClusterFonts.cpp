@@ -3,6 +3,7 @@
 #include <FontEngine/FE_FontDescriptions.h>
 #include <TextLayout/Private/CharacterTraits.h>
 #include <TextLayout/Private/IcuErrors.h>
+#include <TextLayout/Private/TextCharacters.h>
 #include <Utils/Public/Ptr/PtrUtils.h>
 #include <Utils/Public/Utf8.h>
 
@@ -76,17 +77,39 @@ std::u32string normalize(const std::u32string& cluster, GetNormalizer getNormali
 
 } // namespace
 
-ClusterFonts::ClusterFonts(const FontEngine::FontFactory& factory,
-                           const FontLoaders::CoverageFallback* fallback, ShapingCaches& caches,
-                           const TextStyle& style, std::vector<RunFont>& fonts)
-    : _factory(factory)
-    , _fallback(fallback)
-    , _caches(caches)
-    , _style(style)
+ClusterFonts::ClusterFonts(const FontSource& source, PreparedStyle& style, std::uint32_t ownFont,
+                           TextFonts& fonts)
+    : _source(source)
+    , _prepared(style)
+    , _style(style.getStyle())
+    , _ownFont(ownFont)
     , _fonts(fonts)
-    , _fontInfo(style.font->getFontInfo())
-    , _ownFont(addFont(_fontInfo->getFontFaceInfo(), _fontInfo))
-    , _ownCharMap(&fonts[_ownFont].font.getFace()->getBasicMetrics().getCharMap()) {}
+    , _ownCharMap(&style.getFace().getBasicMetrics().getCharMap()) {}
+
+std::uint32_t ClusterFonts::findEndOfOwn(std::string_view text, const ByteSet& clusterStarts,
+                                         const TextPart& part) const {
+    const char* const end = text.data() + part.end;
+    const char* position = text.data() + part.begin;
+    while (position != end) {
+        const auto byte = static_cast<unsigned char>(*position);
+        if (byte < _prepared.drawsAscii.size() && _prepared.drawsAscii[byte]) {
+            ++position;
+            continue;
+        }
+        const char* next = position;
+        const char32_t character = decodeNext(next, end);
+        const CharacterTraits traits = getTraits(character);
+        const bool mayBeEmoji =
+            traits.isEmoji() && (traits.hasEmojiPresentation() ||
+                                 !clusterStarts.test(static_cast<std::size_t>(next - text.data())));
+        if (mayBeEmoji || !ownFontHas(character)) {
+            break;
+        }
+        position = next;
+    }
+    const auto found = static_cast<std::uint32_t>(position - text.data());
+    return clusterStarts.test(found) ? found : static_cast<std::uint32_t>(clusterStarts.previous(found));
+}
 
 std::uint32_t ClusterFonts::find(std::string_view cluster) {
     const char* position = cluster.data();
@@ -98,10 +121,10 @@ std::uint32_t ClusterFonts::find(std::string_view cluster) {
     if (position != end) {
         return findFont(choose(decode(cluster)));
     }
-    if (!_answers) {
-        _answers = _caches.getFallbackAnswers(_fonts[_ownFont].faceInfo, _style);
+    if (!_prepared.answers) {
+        _prepared.answers = _source.caches.getFallbackAnswers(_fonts[_ownFont].faceInfo, _style);
     }
-    return findFont(_answers->find(first, [&] { return choose(std::u32string(1, first)); }));
+    return findFont(_prepared.answers->find(first, [&] { return choose(std::u32string(1, first)); }));
 }
 
 bool ClusterFonts::ownFontHas(char32_t character) const {
@@ -132,11 +155,12 @@ bool ClusterFonts::prefersFallback(const std::u32string& cluster) const {
 }
 
 FallbackFace ClusterFonts::choose(const std::u32string& cluster) const {
-    if (_fallback == nullptr || (!prefersFallback(cluster) && ownFontServes(cluster))) {
+    if (_source.fallback == nullptr || (!prefersFallback(cluster) && ownFontServes(cluster))) {
         return nullptr;
     }
-    const auto found =
-        _fallback->findFace({cluster, _fonts[_ownFont].faceInfo, _style.language, _style.fallbackFamilies});
+    const Unlocked unlocked(_source.lock);
+    const auto found = _source.fallback->findFace(
+        {cluster, _fonts[_ownFont].faceInfo, _style.language, _style.fallbackFamilies});
     return found ? FallbackFace(found->drawnFace) : nullptr;
 }
 
@@ -152,19 +176,20 @@ std::uint32_t ClusterFonts::findFont(const FallbackFace& face) {
 
 std::uint32_t ClusterFonts::addFallback(const FallbackFace& face) {
     const NNPtr<const Gfx::FontFaceInfo> faceInfo(face);
+    const NNPtr<const Gfx::FontInfo> own = _fonts[_ownFont].font.getFontInfo();
     const bool isOwn = *faceInfo == *_fonts[_ownFont].faceInfo;
     const std::uint32_t font =
         isOwn ? _ownFont
               : addFont(faceInfo, makeNNPtr<const FontEngine::Internal::FontInfo>(
-                                      faceInfo, _fontInfo->getSize(), _fontInfo->getTextPositionType()));
+                                      faceInfo, own->getSize(), own->getTextPositionType()));
     _fallbackFonts.push_back({face, font});
     return font;
 }
 
 std::uint32_t ClusterFonts::addFont(const NNPtr<const Gfx::FontFaceInfo>& faceInfo,
                                     const NNPtr<const Gfx::FontInfo>& fontInfo) {
-    _fonts.push_back({faceInfo, _factory.getFont(fontInfo), _style.font->getLetterSpacing()});
-    return static_cast<std::uint32_t>(_fonts.size() - 1);
+    const Unlocked unlocked(_source.lock);
+    return _fonts.add({faceInfo, _source.factory.getFont(fontInfo), _fonts[_ownFont].letterSpacing});
 }
 
 } // namespace Vell::TextLayout
