@@ -67,7 +67,7 @@ private:
 
 /// Returns the number of rows for which all layers and masks together fit into 32 MiB, at least one.
 int chooseBandRows(const PaintOperations& operations, std::size_t width) {
-    constexpr std::size_t maxPixels = 32 * 1024 * 1024 / sizeof(ColorPixel);
+    constexpr std::size_t maxPixels = (std::size_t(32) << 20U) / sizeof(ColorPixel);
     LayerCount layers;
     replay(operations, layers);
     const std::size_t rows = maxPixels / (std::max<std::size_t>(width, 1) * layers.get());

@@ -65,17 +65,20 @@ TEST(BrokenPaintGraph, IsAbsentBeyond64Levels) {
 }
 
 TEST(BrokenPaintGraph, IsAbsentBeyond65536Nodes) {
-    // Each of the outer layers has 257 nodes: itself, and 128 times two.
     ColrTable table;
     for (unsigned int i = 0; i < 128; ++i) {
         table.addLayer(makeScale(0, 0, makeSolid(0)));
     }
-    const unsigned int inner = 128;
-    for (unsigned int i = 0; i < 255; ++i) {
+    // 254 times 257 nodes, and 255 nodes
+    constexpr unsigned int outer = 128;
+    for (unsigned int i = 0; i < 254; ++i) {
         table.addLayer(makeLayers(128, 0));
     }
-    table.addGlyph(glyph, makeScale(0, 0, makeGlyph(PaintShape::bar, makeLayers(254, inner))));
-    table.addGlyph(glyph + 1, makeScale(0, 0, makeGlyph(PaintShape::bar, makeLayers(255, inner))));
+    table.addLayer(makeLayers(127, 0));
+    // three nodes more: 65,536 in all
+    const Paint paint = makeScale(0, 0, makeGlyph(PaintShape::bar, makeLayers(255, outer)));
+    table.addGlyph(glyph, paint);
+    table.addGlyph(glyph + 1, makeScale(1, 1, paint));
     EXPECT_NE(drawSoon(table), nullptr);
     EXPECT_EQ(drawSoon(table, glyph + 1), nullptr);
 }

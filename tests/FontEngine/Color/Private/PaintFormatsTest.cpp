@@ -9,7 +9,7 @@ namespace {
 using namespace Testing::Colr;
 
 constexpr int tolerance = 1; // of 255
-constexpr float size = 61;   // no edge of a shape falls on the edge of a pixel
+constexpr float size = 43; // no edge of a shape falls on the edge of a pixel
 
 ColrTable makeTable(const std::vector<PaintExample>& examples) {
     ColrTable table;
