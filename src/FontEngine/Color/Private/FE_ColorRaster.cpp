@@ -36,7 +36,9 @@ std::optional<PixelBox> findPixels(const PaintBox& box, const PixelMatrix& matri
             top = std::max(top, std::ceil(y));
         }
     }
-    if (!(left >= -maxPixel && bottom >= -maxPixel && right <= maxPixel && top <= maxPixel)) {
+    // A matrix that is not finite leaves the edges in the wrong order.
+    if (!(-maxPixel <= left && left <= right && right <= maxPixel && -maxPixel <= bottom && bottom <= top &&
+          top <= maxPixel)) {
         return std::nullopt;
     }
     return PixelBox{static_cast<int>(left), static_cast<int>(bottom), static_cast<int>(right),

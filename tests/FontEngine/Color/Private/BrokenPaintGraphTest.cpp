@@ -132,6 +132,32 @@ TEST(BrokenPaintGraph, IsAbsentIfItsTableEndsEarly) {
     }
 }
 
+TEST(BrokenPaintGraph, IsReadAcrossThePagesOfItsTable) {
+    // Layers of different colours; the paints and their colours cross the ends of many pages of 4096 bytes.
+    ColrTable table;
+    constexpr unsigned int count = 250;
+    for (unsigned int i = 0; i < count; ++i) {
+        Line line;
+        for (unsigned int stop = 0; stop < 17; ++stop) {
+            line.stops.push_back({stop / 16.0, (i + stop) % 8});
+        }
+        table.addLayer(makeGlyph(PaintShape::bar, makeLinear(line, {0, 0}, {900, 0}, {0, 900})));
+    }
+    table.addGlyph(glyph, makeLayers(count, 0));
+    ASSERT_GT(table.build().size(), 30000U);
+    const auto paints = PaintFont(table).walk(glyph);
+    ASSERT_NE(paints, nullptr);
+    for (unsigned int i = 0; i < count; ++i) {
+        const auto& gradient = std::get<LinearGradient>(paints->operations.at(3 * i + 1));
+        ASSERT_EQ(gradient.line.stops.size(), 17U);
+        for (unsigned int stop = 0; stop < 17; ++stop) {
+            const Color color = makeExamplePalettes().front().at((i + stop) % 8);
+            EXPECT_EQ(gradient.line.stops[stop].color.g, color.g) << i << ", " << stop;
+            EXPECT_EQ(gradient.line.stops[stop].offset, static_cast<float>(stop) / 16) << i << ", " << stop;
+        }
+    }
+}
+
 TEST(BrokenPaintGraph, DoesNotOverflowTransforms) {
     // Each matrix is harmless; all together they are beyond double precision.
     Paint shape = makeGlyph(PaintShape::disc, makeSolid(0));
