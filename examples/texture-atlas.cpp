@@ -4,13 +4,16 @@
 // a glyph has a bitmap for each fraction of a pixel that it starts at. From a device pixel ratio of 1.5 on it
 // has a single one.
 //
-//     texture-atlas [TEXT [TEXTURE.png [PICTURE.png]]]
+// Colour glyphs, of the family Noto Color Emoji if it is installed, go to a texture of their own.
+//
+//     texture-atlas [TEXT [TEXTURE.png [PICTURE.png [EMOJI [COLOURS.png]]]]]
 
 #include "AtlasPainter.h"
 
 #include <exception>
 #include <iostream>
 #include <string>
+#include <vector>
 
 using namespace Vell;
 
@@ -27,17 +30,50 @@ void recordText(const std::string& text, const FontEngine::FontFactory& factory,
     }
 }
 
+/// One glyph for each character. Sequences of several characters need shaped text.
+std::vector<FontEngine::PlacedGlyph> placeEmoji(const std::string& emoji, const FontEngine::FontFace& face,
+                                                float size) {
+    std::vector<FontEngine::PlacedGlyph> glyphs;
+    const char* position = emoji.data();
+    const char* const end = position + emoji.size();
+    for (float x = 0.0F; position != end; x += 1.25F * size) {
+        const unsigned int code = decodeUtf8(position, end);
+        const auto glyph = face.getBasicMetrics().getCharMap()[code];
+        glyphs.push_back({glyph.glyphIndex, true, code, {x, 0.0F}});
+    }
+    return glyphs;
+}
+
+void recordEmoji(const std::string& emoji, const FontEngine::FontFactory& factory, Gfx::Painter& painter,
+                 AtlasPainter& atlas) {
+    constexpr float size = 32.0F;
+    constexpr float pixelRatio = 1.0F;
+    const auto faceInfo =
+        FontEngine::describeFont("Noto Color Emoji", size)->getFontInfo()->getFontFaceInfo();
+    const auto face = factory.shareFace(faceInfo);
+    std::vector<FontEngine::PlacedGlyph> glyphs = placeEmoji(emoji, *face, size);
+    painter.translate({0.0F, 1.5F * size});
+    const FontEngine::RasterSpace space = FontEngine::getRasterSpace(painter);
+    painter.pushTransform();
+    FontEngine::enterRasterSpace(painter, space);
+    FontEngine::drawColorGlyphs(factory.getColorGlyphs(),
+                                {faceInfo, face, size, space.scale.x, pixelRatio, ink}, atlas, glyphs.data(),
+                                glyphs.size());
+    painter.popTransform();
+}
+
 /// What a GPU does with a quad: samples the texture, and multiplies coverage by the colour of the text.
-void drawQuad(cairo_t* context, cairo_surface_t* texture, const Quad& quad) {
+void drawQuad(cairo_t* context, const Quad& quad) {
     const float* const m = quad.transform.m;
     const cairo_matrix_t matrix{m[0], m[1], m[2], m[3], m[4], m[5]};
     const Place& place = quad.place;
+    cairo_surface_t* const texture = quad.page->texture.get();
     cairo_save(context);
     cairo_set_matrix(context, &matrix);
     cairo_translate(context, quad.position.x, quad.position.y);
     cairo_rectangle(context, 0.0, 0.0, place.width, place.height);
     cairo_clip(context);
-    if (place.isColored) {
+    if (quad.isColored) {
         cairo_set_source_surface(context, texture, -place.x, -place.y);
         cairo_paint(context);
     } else {
@@ -47,28 +83,50 @@ void drawQuad(cairo_t* context, cairo_surface_t* texture, const Quad& quad) {
     cairo_restore(context);
 }
 
-void writePictures(const std::string& text, const char* textureFile, const char* pictureFile) {
+void write(cairo_surface_t* surface, const std::string& file) {
+    CairoAdapter::throwIfFailed(cairo_surface_write_to_png(surface, file.c_str()));
+}
+
+struct Arguments {
+    std::string text = "Packed once, drawn often";
+    std::string texture = "texture.png";
+    std::string picture = "texture-atlas.png";
+    std::string emoji = "\U0001F600\U0001F680\U0001F33B\U0001F600";
+    std::string colors = "texture-colors.png";
+};
+
+void writePictures(const Arguments& arguments) {
     const auto factory = FontEngine::FontFactory::create("DejaVu Sans");
-    const auto picture = CairoAdapter::makeImageSurface(640, 140);
+    const auto picture = CairoAdapter::makeImageSurface(640, 180);
     CairoAdapter::CairoPainter painter(picture.get());
     AtlasPainter atlas(painter);
     painter.translate({10.0F, 4.0F});
-    recordText(text, *factory, painter, atlas);
-    cairo_surface_mark_dirty(atlas.texture.get()); // a GPU would get the texture here
-    for (const Quad& quad : atlas.quads) {
-        drawQuad(painter.getContext(), atlas.texture.get(), quad);
+    recordText(arguments.text, *factory, painter, atlas);
+    recordEmoji(arguments.emoji, *factory, painter, atlas);
+    for (const AtlasPage* page : {&atlas.bitmapPage, &atlas.colorPage}) {
+        cairo_surface_mark_dirty(page->texture.get()); // a GPU would get the texture here
     }
-    std::cout << atlas.quads.size() << " quads of " << atlas.places.size() << " bitmaps\n";
-    CairoAdapter::throwIfFailed(cairo_surface_write_to_png(atlas.texture.get(), textureFile));
-    CairoAdapter::throwIfFailed(cairo_surface_write_to_png(picture.get(), pictureFile));
+    for (const Quad& quad : atlas.quads) {
+        drawQuad(painter.getContext(), quad);
+    }
+    std::cout << atlas.quads.size() << " quads of " << atlas.places.size() << " bitmaps and "
+              << atlas.colorPlaces.size() << " colour images\n";
+    write(atlas.bitmapPage.texture.get(), arguments.texture);
+    write(atlas.colorPage.texture.get(), arguments.colors);
+    write(picture.get(), arguments.picture);
 }
 
 } // namespace
 
 int main(int argc, char** argv) {
     try {
-        writePictures(argc > 1 ? argv[1] : "Packed once, drawn often", argc > 2 ? argv[2] : "texture.png",
-                      argc > 3 ? argv[3] : "texture-atlas.png");
+        Arguments arguments;
+        std::string* const places[] = {&arguments.text, &arguments.texture, &arguments.picture,
+                                       &arguments.emoji, &arguments.colors};
+        for (int i = 1; i < argc && i <= 5; ++i) {
+            *places[i - 1] = argv[i];
+        }
+        writePictures(arguments);
     } catch (const std::exception& error) {
         std::cerr << "texture-atlas: " << error.what() << '\n';
         return 1;

@@ -22,7 +22,8 @@ ARGUMENTS = {
     "break-paragraph": ["280", "The library measures and draws lines. Breaking a paragraph into lines is the work of "
                         "whoever draws it: no line is wider than the edge on the right.", "break-paragraph.png"],
     "fonts-from-memory": ["FONT DejaVu Serif:Book", "FONT DejaVu Serif:Bold", "fonts-from-memory.png"],
-    "texture-atlas": ["Packed once, drawn often", "texture-atlas-texture.png", "texture-atlas.png"],
+    "texture-atlas": ["Packed once, drawn often", "texture-atlas-texture.png", "texture-atlas.png",
+                      "\U0001F600\U0001F680\U0001F33B\U0001F600", "texture-atlas-colors.png"],
     "text-to-pdf": ["Vector text", "text-to-pdf.pdf"],
     "two-threads": ["two-threads.png"],
     "mixed-scripts": ["460", "mixed-scripts.png", "mixed-scripts.pdf"],

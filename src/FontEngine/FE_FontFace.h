@@ -83,7 +83,7 @@ public:
     /// Only for this library's text painters.
     const Internal::GlyphAccess& getGlyphAccess() const { return *_glyphAccess; }
     /// Only for ColorGlyphs, under its lock. Null until somebody asks for colours.
-    std::shared_ptr<const Internal::ColorFace>& getColorFace() const { return _colorFace; }
+    std::shared_ptr<Internal::ColorFace>& getColorFace() const { return _colorFace; }
 
 private:
     // Each member depends on those above it: FreeType reads the face from the bytes.
@@ -94,7 +94,7 @@ private:
     FontLoaders::FTFacePtr _face;
     std::unique_ptr<Internal::KnownSize> _knownSize; // mutable state, because const services size the face
     Gfx::BasicMetrics _basicMetrics;
-    mutable std::shared_ptr<const Internal::ColorFace> _colorFace;
+    mutable std::shared_ptr<Internal::ColorFace> _colorFace;
 };
 
 } // namespace Vell::FontEngine

@@ -16,7 +16,7 @@ import subprocess
 import sys
 
 STRONG = "TDBR"
-OURS = re.compile(r"(vtable for |typeinfo for |typeinfo name for )?Vell::")
+OURS = re.compile(r"(vtable for |typeinfo for |typeinfo name for |non-virtual thunk to )?Vell::")
 CLASS_DATA = re.compile(r"(vtable|typeinfo|typeinfo name) for [^<]+$")
 KNOWN = STRONG + "WVu"
 

@@ -1,6 +1,8 @@
 #include <CairoAdapter/Private/RecordedPath.h>
 
 #include <CairoAdapter/Private/Polyline.h>
+#include <CairoAdapter/Public/CairoHandles.h>
+#include <Utils/Public/Vtable.h>
 
 #include <algorithm>
 #include <cmath>
@@ -158,6 +160,14 @@ void RecordedPath::startAt(const cinder::Vec2<float>& point) {
     if (_segments.empty()) {
         moveTo(point);
     }
+}
+
+const RecordedPath& getRecordedPath(const Gfx::Path& path) {
+    static const void* const recordedPathVtable = getVtable(RecordedPath());
+    if (getVtable(path) != recordedPathVtable) {
+        throw CairoAdapterException("cannot draw a path that no CairoPainter made");
+    }
+    return static_cast<const RecordedPath&>(path);
 }
 
 bool tryReplay(const RecordedPath& path, const cairo_matrix_t& matrix, PathUse use, cairo_t* context) {

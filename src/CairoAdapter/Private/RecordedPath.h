@@ -46,6 +46,9 @@ private:
     std::vector<cinder::Vec2<float>> _points;
 };
 
+/// Throws CairoAdapterException for a path that no CairoPainter made.
+const RecordedPath& getRecordedPath(const Gfx::Path& path);
+
 enum class PathUse { Fill, Stroke };
 
 /// Adds the path to the context's current path. The matrix is applied in double precision; the context's own

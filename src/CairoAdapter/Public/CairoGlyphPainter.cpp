@@ -97,6 +97,11 @@ void CairoGlyphPainter::drawGlyph(const FontEngine::BitmapGlyphImage& image,
     }
 }
 
+void CairoGlyphPainter::drawColorGlyph(const std::shared_ptr<const FontEngine::ColorGlyphImage>& image,
+                                       const cinder::Vec2<float>& position) {
+    drawGlyph(*image, position);
+}
+
 void CairoGlyphPainter::beginGlyphRun() {
     _blender->open();
     _isInRun = true;

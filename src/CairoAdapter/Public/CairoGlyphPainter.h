@@ -1,6 +1,7 @@
 #pragma once
 
 #include <CairoAdapter/Public/CairoPainter.h>
+#include <FontEngine/Color/FE_ColorGlyphPainter.h>
 #include <FontEngine/FE_BitmapGlyphPainter.h>
 #include <Utils/Public/Export.h>
 #include <cinder/Color.h>
@@ -14,7 +15,8 @@ namespace Internal {
 class GlyphBlender;
 }
 
-/// Draws glyph bitmaps on the surface of a CairoPainter, under that painter's current transform.
+/// Draws glyph bitmaps and the images of colour glyphs on the surface of a CairoPainter, under that painter's
+/// current transform.
 ///
 ///     CairoGlyphPainter glyphPainter(painter, color, devicePixelRatio);
 ///     RasterTextPainter(painter, glyphPainter, false)
@@ -40,7 +42,8 @@ class GlyphBlender;
 /// so must override beginGlyphRun and endGlyphRun with empty functions: each glyph is then a run of its own.
 ///
 /// Threads: the painter's thread.
-class VELL_API CairoGlyphPainter : public FontEngine::BitmapGlyphRunPainter {
+class VELL_API CairoGlyphPainter : public FontEngine::BitmapGlyphRunPainter,
+                                   public FontEngine::ColorGlyphPainter {
 public:
     /// The painter must outlive this object. Throws CairoAdapterException unless the ratio is finite and
     /// greater than 0.
@@ -56,6 +59,10 @@ public:
     /// nothing. Throws CairoAdapterException for other pixel modes, for a pitch that is too short for the
     /// width, and for errors of cairo.
     void drawGlyph(const FontEngine::BitmapGlyphImage& image, const cinder::Vec2<float>& position) override;
+
+    /// Draws the image of a colour glyph as drawGlyph draws it.
+    void drawColorGlyph(const std::shared_ptr<const FontEngine::ColorGlyphImage>& image,
+                        const cinder::Vec2<float>& position) override;
 
     /// Announces a run of glyphs, as a RasterTextPainter does. Glyphs outside of a run look the same, but
     /// take longer to draw.

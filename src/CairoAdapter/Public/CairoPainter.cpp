@@ -1,11 +1,11 @@
 #include <CairoAdapter/Public/CairoPainter.h>
 
 #include <CairoAdapter/Private/CairoContext.h>
+#include <CairoAdapter/Private/Color/ColorTarget.h>
 #include <CairoAdapter/Private/Polyline.h>
 #include <CairoAdapter/Private/RecordedPath.h>
 #include <CairoAdapter/Public/CairoHandles.h>
 #include <Utils/Public/Assert.h>
-#include <Utils/Public/Vtable.h>
 
 #include <algorithm>
 #include <cmath>
@@ -23,14 +23,6 @@ cairo_matrix_t getMatrix(cairo_t* context) {
     return matrix;
 }
 
-const Internal::RecordedPath& getRecordedPath(const Gfx::Path& path) {
-    static const void* const recordedPathVtable = getVtable(Internal::RecordedPath());
-    if (getVtable(path) != recordedPathVtable) {
-        throw CairoAdapterException("cannot draw a path that no CairoPainter made");
-    }
-    return static_cast<const Internal::RecordedPath&>(path);
-}
-
 void fill(cairo_t* context) {
     cairo_set_fill_rule(context, CAIRO_FILL_RULE_WINDING);
     cairo_fill(context);
@@ -45,6 +37,11 @@ void stroke(cairo_t* context, const cairo_matrix_t& matrix, double lineWidth) {
     cairo_set_matrix(context, &matrix);
     cairo_set_line_width(context, std::min(lineWidth, Internal::maxSurfaceCoordinate / magnification));
     cairo_stroke(context);
+}
+
+/// The matrix that leads from font units, y pointing up, to the units that the matrix for outlines leads to.
+cairo_matrix_t pointUp(const cairo_matrix_t& matrix) {
+    return Internal::chain({1.0, 0.0, 0.0, -1.0, 0.0, 0.0}, matrix);
 }
 
 } // namespace
@@ -90,7 +87,7 @@ std::shared_ptr<const Gfx::Path> CairoPainter::takePath() {
 }
 
 void CairoPainter::drawPath(const Gfx::Path& path, bool isFilled) {
-    const Internal::RecordedPath& recorded = getRecordedPath(path);
+    const Internal::RecordedPath& recorded = Internal::getRecordedPath(path);
     const cairo_matrix_t matrix = getDeviceTransform();
     const bool hasPen = std::isfinite(_lineWidth) && _lineWidth > 0.0F;
     if (!Internal::isDrawable(matrix) || !(isFilled || hasPen)) {
@@ -107,6 +104,25 @@ void CairoPainter::drawPath(const Gfx::Path& path, bool isFilled) {
         }
     }
     throwIfFailed(cairo_status(getContext()));
+}
+
+bool CairoPainter::drawColorGlyph(const FontEngine::ColorGlyphInfo& info,
+                                  const NNPtr<const FontEngine::FontFace>& face,
+                                  const std::function<bool(FontEngine::ColorPaintTarget& target)>& paint) {
+    const auto findOutline = [&](unsigned short glyphIndex) {
+        const FontEngine::GlyphInfo outline(info.getFaceInfo(), glyphIndex, info.getFontSize(),
+                                            FontEngine::GlyphTransform::None);
+        return face->getOutlineGlyphPath(outline, *this);
+    };
+    bool isDrawn = false;
+    {
+        const Internal::ContextState state(getContext());
+        Internal::ColorTarget target(getContext(), pointUp(getDeviceTransform()), findOutline);
+        isDrawn = paint(target);
+        target.finish();
+    }
+    throwIfFailed(cairo_status(getContext()));
+    return isDrawn;
 }
 
 void CairoPainter::resetTransform() {

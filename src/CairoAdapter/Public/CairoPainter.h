@@ -1,10 +1,12 @@
 #pragma once
 
 #include <CairoAdapter/Public/CairoHandles.h>
+#include <FontEngine/Color/FE_ColorVectorPainter.h>
 #include <Gfx/Public/Painter.h>
 #include <Utils/Public/Export.h>
 #include <cinder/Color.h>
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -14,8 +16,8 @@ namespace Internal {
 class RecordedPath;
 }
 
-/// Draws paths on any cairo surface. It is neither a window nor a document: pages, files and pixels remain
-/// the business of the surface's owner.
+/// Draws paths, and colour glyphs as vectors, on any cairo surface. It is neither a window nor a document:
+/// pages, files and pixels remain the business of the surface's owner.
 ///
 ///     CairoPainter painter(surface.get(), {2, 0, 0, 2, 0, 0}); // logical units of two pixels
 ///     painter.setColor({200, 0, 0, 255});
@@ -36,7 +38,7 @@ class RecordedPath;
 /// line caps, joins and dashes belong to the client, and the painter respects them.
 ///
 /// Threads: each painter belongs to one thread. Paths may be shared between threads.
-class VELL_API CairoPainter : public Gfx::Painter {
+class VELL_API CairoPainter : public Gfx::Painter, public FontEngine::ColorVectorPainter {
 public:
     /// Draws through the context and shares its ownership. Throws CairoAdapterException if the context or its
     /// surface is null, finished or in an error state.
@@ -61,6 +63,13 @@ public:
     /// it ends exactly where it began. A path with a point that is not finite draws nothing. Throws
     /// CairoAdapterException for a path that no CairoPainter made and for errors of cairo.
     void drawPath(const Gfx::Path& path, bool isFilled) override;
+
+    /// Documents keep the vectors: outlines, gradients and groups. Only what a document cannot express
+    /// becomes an image of just that part, with the surface's fallback resolution: composite modes other than
+    /// source-over in SVG, and those before screen in PDF; in SVG also sweep gradients and radial ones of
+    /// circles beside each other. The context's operator applies to the glyph as a whole.
+    bool drawColorGlyph(const FontEngine::ColorGlyphInfo& info, const NNPtr<const FontEngine::FontFace>& face,
+                        const std::function<bool(FontEngine::ColorPaintTarget& target)>& paint) override;
 
     void resetTransform() override;
     void translate(const cinder::Vec2<float>& offset) override;

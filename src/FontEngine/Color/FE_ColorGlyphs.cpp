@@ -2,9 +2,8 @@
 
 #include <FontEngine/Color/Private/FE_ColorBitmap.h>
 #include <FontEngine/Color/Private/FE_ColorFace.h>
+#include <FontEngine/Color/Private/FE_ColorGlyphSource.h>
 #include <FontEngine/Private/FE_LockedCache.h>
-
-#include FT_TRUETYPE_TABLES_H
 
 #include <utility>
 
@@ -19,6 +18,8 @@ struct ColorGlyphCache : LockedCache<ColorGlyphInfo, ColorImagePtr, ColorGlyphIn
 } // namespace Internal
 
 using Internal::ColorFace;
+using Internal::ColorGlyphCache;
+using Internal::ColorGlyphSource;
 using Internal::ColorImagePtr;
 using Internal::RecursiveLock;
 
@@ -36,22 +37,16 @@ bool mayHaveColors(const FontFace& face) {
 }
 
 /// The caller holds the lock of the colour glyphs.
-const ColorFace& openColorFace(const FontFace& face) {
-    std::shared_ptr<const ColorFace>& opened = face.getColorFace();
+ColorFace& openColorFace(const FontFace& face) {
+    std::shared_ptr<ColorFace>& opened = face.getColorFace();
     if (opened == nullptr) {
-        opened = std::make_shared<const ColorFace>(face.getFaceData());
+        opened = std::make_shared<ColorFace>(face.getFaceData());
     }
     return *opened;
 }
 
 ColorGlyphInfo resize(const ColorGlyphInfo& info, float pixelsPerEm) {
     return ColorGlyphInfo(info.getFaceInfo(), info.getGlyphIndex(), pixelsPerEm, 1.0F, 1.0F, nullptr, {});
-}
-
-/// The key of a bitmap, which has its own colours.
-ColorGlyphInfo dropColors(const ColorGlyphInfo& info) {
-    return ColorGlyphInfo(info.getFaceInfo(), info.getGlyphIndex(), info.getFontSize(), info.getScale(),
-                          info.getDevicePixelRatio(), nullptr, {});
 }
 
 /// The rectangle of an unscaled bitmap in font units.
@@ -61,6 +56,34 @@ PaintBox getBox(const ColorGlyphImage& image, float pixelsPerEm, float unitsPerE
     const auto top = static_cast<float>(image.top);
     return {left * scale, (top - static_cast<float>(image.rows)) * scale,
             (left + static_cast<float>(image.width)) * scale, top * scale};
+}
+
+ColorImagePtr findImage(const ColorGlyphCache& cache, const ColorGlyphInfo& info, const FontFace& face) {
+    const RecursiveLock lock(cache.getMutex());
+    ColorGlyphSource source(openColorFace(face), info);
+    const auto makeNode = [&] {
+        ColorImagePtr image = source.makeImage();
+        const std::uint64_t bytes = weigh(image.get());
+        return ColorGlyphCache::Node(std::move(image), bytes);
+    };
+    return cache.getOrPut(source.getKey(), makeNode).getValue();
+}
+
+/// What draws a glyph, without the cache and the face.
+struct Drawing {
+    std::shared_ptr<const Internal::ColorPaintList> paints;
+    ColorImagePtr bitmap; // if there are no paints
+    float pixelsPerEm;    // of the bitmap
+};
+
+Drawing findDrawing(const ColorGlyphCache& cache, const ColorGlyphInfo& info, const FontFace& face) {
+    const RecursiveLock lock(cache.getMutex());
+    ColorFace& colorFace = openColorFace(face);
+    if (auto paints = ColorGlyphSource(colorFace, info).getPaints()) {
+        return {std::move(paints), nullptr, 0.0F};
+    }
+    const float size = findColorStrikeSize(colorFace, info.getGlyphIndex(), info.getPixelsPerEm());
+    return {nullptr, size > 0.0F ? findImage(cache, resize(info, size), face) : nullptr, size};
 }
 
 } // namespace
@@ -82,40 +105,25 @@ ColorImagePtr ColorGlyphs::getImage(const ColorGlyphInfo& info, const NNPtr<cons
     if (!mayHaveColors(*face)) {
         return nullptr;
     }
-    const RecursiveLock lock(_cache->getMutex());
-    const ColorFace& colorFace = openColorFace(*face);
-    const auto makeNode = [&] {
-        ColorImagePtr image =
-            Internal::makeColorBitmap(colorFace, info.getGlyphIndex(), info.getPixelsPerEm());
-        const std::uint64_t bytes = weigh(image.get());
-        return Internal::ColorGlyphCache::Node(std::move(image), bytes);
-    };
-    return _cache->getOrPut(dropColors(info), makeNode).getValue();
+    return findImage(*_cache, info, *face);
 }
 
 float ColorGlyphs::getUnitsPerEm(const FontFace& face) {
-    constexpr unsigned short usual = 1000;
-    const FT_Face handle = face.getHandle().get();
-    const auto* const head = static_cast<const TT_Header*>(FT_Get_Sfnt_Table(handle, FT_SFNT_HEAD));
-    const unsigned short ofTable = head != nullptr && head->Units_Per_EM != 0 ? head->Units_Per_EM : usual;
-    return static_cast<float>(handle->units_per_EM != 0 ? handle->units_per_EM : ofTable);
+    return Internal::readUnitsPerEm(face.getHandle().get());
 }
 
 bool ColorGlyphs::paint(const ColorGlyphInfo& info, const NNPtr<const FontFace>& face,
                         ColorPaintTarget& target) const {
-    ColorImagePtr image;
-    float pixelsPerEm = 0.0F;
-    if (mayHaveColors(*face)) {
-        const RecursiveLock lock(_cache->getMutex());
-        const ColorFace& colorFace = openColorFace(*face);
-        pixelsPerEm = findColorStrikeSize(colorFace, info.getGlyphIndex(), info.getPixelsPerEm());
-        image = pixelsPerEm > 0.0F ? getImage(resize(info, pixelsPerEm), face) : nullptr;
-    }
-    if (image == nullptr) {
+    if (!mayHaveColors(*face)) {
         return false;
     }
-    target.drawImage(*image, getBox(*image, pixelsPerEm, getUnitsPerEm(*face)));
-    return true;
+    const Drawing drawing = findDrawing(*_cache, info, *face);
+    if (drawing.paints != nullptr) {
+        drawing.paints->paint(target);
+    } else if (drawing.bitmap != nullptr) {
+        target.drawImage(*drawing.bitmap, getBox(*drawing.bitmap, drawing.pixelsPerEm, getUnitsPerEm(*face)));
+    }
+    return drawing.paints != nullptr || drawing.bitmap != nullptr;
 }
 
 CacheFigures ColorGlyphs::getFigures() const {

@@ -18,7 +18,8 @@ struct ColorGlyphCache;
 }
 
 /// The colour glyphs of a factory: layers and paint graphs of COLR with the palettes of CPAL, and the bitmaps
-/// of CBDT and sbix. A font that has both kinds draws a glyph as a graph if it can. SVG tables are ignored.
+/// of CBDT and sbix. In a font with both kinds, graphs come first, if FreeType finds the outlines that they
+/// consist of: FreeType 2.12 finds none in a font with colour bitmaps. SVG tables are ignored.
 ///
 ///     const ColorGlyphs& colors = factory->getColorGlyphs();
 ///     const ColorGlyphInfo info(faceInfo, glyphIndex, 16.0F, 1.0F, 2.0F, nullptr, textColor);
@@ -30,8 +31,8 @@ struct ColorGlyphCache;
 /// first request for a face with colour tables opens a second FreeType face over the same bytes, which lives
 /// as long as the FontFace.
 ///
-/// Keys: glyphs that do not use the text's colour share an entry whatever the foreground is, and bitmaps do
-/// so whatever the palette is.
+/// Keys: a glyph that does not use the text's colour has one entry for all foregrounds, and a bitmap has one
+/// for all palettes, too.
 ///
 /// Bitmaps: a strike of the requested pixels per em is taken as it is. Otherwise the next larger strike that
 /// has the glyph, or else the largest, is scaled.
@@ -56,9 +57,9 @@ public:
     /// Whether the face has colour tables that can be drawn. Opens nothing for a face without any.
     bool hasColors(const FontFace& face) const;
 
-    /// Returns the image of a glyph, or null if it is absent, as it is if the size, the scale or the ratio is
-    /// NaN, infinite or not positive. The cache remembers either. `face` must be the face of this factory
-    /// that `info` describes.
+    /// Returns the image of a glyph, which has no pixels (no buffer) if its graph covers nothing. Returns
+    /// null if the glyph is absent, as it is if it has NaN, infinitely many or less than 0 pixels per em, or
+    /// 0. The cache remembers either. `face` must be the face of this factory that `info` describes.
     std::shared_ptr<const ColorGlyphImage> getImage(const ColorGlyphInfo& info,
                                                     const NNPtr<const FontFace>& face) const;
 

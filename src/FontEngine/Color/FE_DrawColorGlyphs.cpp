@@ -43,10 +43,11 @@ std::size_t drawColorGlyphs(const ColorGlyphs& colorGlyphs, const ColorGlyphStyl
         const PlacedGlyph glyph = glyphs[i];
         const ColorGlyphInfo info(style.faceInfo, glyph.glyphIndex, style.fontSize, style.scale,
                                   style.devicePixelRatio, style.palette, style.foreground);
-        if (auto image = colorGlyphs.getImage(info, style.face)) {
-            images.push_back(placeImage(std::move(image), glyph.position, style.devicePixelRatio));
-        } else {
+        auto image = colorGlyphs.getImage(info, style.face);
+        if (image == nullptr) {
             glyphs[others++] = glyph;
+        } else if (image->buffer != nullptr) {
+            images.push_back(placeImage(std::move(image), glyph.position, style.devicePixelRatio));
         }
     }
     if (!images.empty()) {

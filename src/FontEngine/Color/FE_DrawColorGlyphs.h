@@ -38,7 +38,7 @@ struct ColorGlyphStyle {
 /// Returns `count`, and draws nothing, if the glyph painter is no ColorGlyphPainter or the face has no
 /// colours. The positions are those of PlacedGlyph. An image stands on the nearest whole device pixel, in
 /// both directions. The glyph painter's getRunPainter() learns when the first glyph is drawn and when the
-/// last one has been.
+/// last one has been. An image without pixels is not drawn.
 ///
 /// Errors: those of ColorGlyphs, before anything is drawn, and what the painter throws.
 VELL_API std::size_t drawColorGlyphs(const ColorGlyphs& colorGlyphs, const ColorGlyphStyle& style,

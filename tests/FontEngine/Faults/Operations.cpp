@@ -1,5 +1,8 @@
 #include <FontEngine/Faults/Operations.h>
 
+#include <FontEngine/Color/ColorEngine.h>
+
+#include <FontEngine/Color/FE_DrawColorGlyphs.h>
 #include <FontEngine/Renderer/FE_BitmapGlyphRun.h>
 #include <FontEngine/Renderer/FE_GlyphOutlines.h>
 #include <FontEngine/Renderer/FE_PlacedGlyphRun.h>
@@ -164,6 +167,51 @@ std::string drawVector(World& world) {
     return line;
 }
 
+std::string getColorImage(World& world, const char* family, unsigned int glyph) {
+    const Testing::FaceInfoPtr faceInfo = makeFaceInfo(family);
+    const ColorGlyphInfo key(faceInfo, glyph, 15.0F, 1.0F, 1.0F, nullptr, color);
+    return FontEngine::describe(
+        world.factory->getColorGlyphs().getImage(key, world.factory->shareFace(faceInfo)).get());
+}
+
+std::string scalePicture(World& world) {
+    return getColorImage(world, "Test Pictures", TestGlyph::a);
+}
+
+std::string drawLayers(World& world) {
+    return getColorImage(world, "Test Layers", TestGlyph::a);
+}
+
+std::string lookForColors(World& world) {
+    const auto& colors = world.factory->getColorGlyphs();
+    return colors.hasColors(*world.getFace("Test Layers")) ? "colours" : "no colours";
+}
+
+/// Keeps the colour images as text, in place of drawing them.
+struct ImagePrinter : Testing::RecordingGlyphPainter, ColorGlyphPainter {
+    void drawColorGlyph(const ColorImagePtr& image, const cinder::Vec2<float>& position) override {
+        text += std::to_string(position.x) + ' ' + std::to_string(position.y) + ' ' +
+                FontEngine::describe(image.get()) + '\n';
+    }
+
+    std::string text;
+};
+
+std::string drawPictures(World& world) {
+    const Testing::FaceInfoPtr faceInfo = makeFaceInfo("Test Pictures");
+    std::vector<PlacedGlyph> glyphs = {{TestGlyph::a, true, 'A', {0, 0}}, {TestGlyph::x, true, 'x', {9, 1}}};
+    ImagePrinter printer;
+    drawColorGlyphs(world.factory->getColorGlyphs(),
+                    {faceInfo, world.factory->shareFace(faceInfo), 20.0F, 1.0F, 1.0F, color}, printer,
+                    glyphs.data(), glyphs.size());
+    return printer.text;
+}
+
+void openColorFaces(World& world) {
+    world.getFace("Test Pictures");
+    world.getFace("Test Layers");
+}
+
 std::string flush(World& world) {
     world.factory->flush();
     return "flushed";
@@ -181,6 +229,11 @@ void nothing(World&) {}
 World::World() {
     loader->setDefaultFont(false, false, makeTestFont("Default Sans").build());
     loader->setRangeFamily(1, "Test Sans");
+    static const auto pictures =
+        std::make_shared<const Testing::Bytes>(makeSbixFont(makeTwoStrikes()).build());
+    static const auto layers = std::make_shared<const Testing::Bytes>(makeLayerFont().build());
+    loader->setFont("Test Pictures", false, false, pictures);
+    loader->setFont("Test Layers", false, false, layers);
 }
 
 const std::vector<Operation>& getOperations() {
@@ -204,6 +257,10 @@ const std::vector<Operation>& getOperations() {
         {"fetchOutlines", openFace, fetchPaths},
         {"RasterTextPainter::drawText", openFace, drawRaster},
         {"VectorTextPainter::drawText", openFace, drawVector},
+        {"ColorGlyphs::hasColors", openColorFaces, lookForColors},
+        {"ColorGlyphs::getImage of a bitmap", openColorFaces, scalePicture},
+        {"ColorGlyphs::getImage of layers", openColorFaces, drawLayers},
+        {"drawColorGlyphs", openColorFaces, drawPictures},
         {"flush", openFace, flush, false},
         {"reset", openFace, reset}};
     return operations;

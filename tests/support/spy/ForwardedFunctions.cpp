@@ -5,6 +5,8 @@
 #include <support/spy/SpiedCall.h>
 
 #include FT_ADVANCES_H
+#include FT_BBOX_H
+#include FT_COLOR_H
 #include FT_GLYPH_H
 #include FT_LCD_FILTER_H
 #include FT_MODULE_H
@@ -184,4 +186,40 @@ FT_Error FT_Outline_Decompose(FT_Outline* outline, const FT_Outline_Funcs* funct
     NEXT(FT_Outline_Decompose);
     RECORD(FT_Outline_Decompose, outline, functions->shift, functions->delta);
     return call.forward(next, outline, functions, user);
+}
+
+FT_Error FT_Load_Sfnt_Table(FT_Face face, FT_ULong tag, FT_Long offset, FT_Byte* buffer, FT_ULong* length) {
+    NEXT(FT_Load_Sfnt_Table);
+    RECORD(FT_Load_Sfnt_Table, face, Tag{tag}, offset);
+    return call.forward(next, face, tag, offset, buffer, length);
+}
+
+FT_Error FT_Select_Size(FT_Face face, FT_Int strike) {
+    NEXT(FT_Select_Size);
+    RECORD(FT_Select_Size, face, strike);
+    return call.forward(next, face, strike);
+}
+
+FT_Error FT_Palette_Data_Get(FT_Face face, FT_Palette_Data* data) {
+    NEXT(FT_Palette_Data_Get);
+    RECORD(FT_Palette_Data_Get, face);
+    return call.forward(next, face, data);
+}
+
+FT_Error FT_Palette_Select(FT_Face face, FT_UShort index, FT_Color** palette) {
+    NEXT(FT_Palette_Select);
+    RECORD(FT_Palette_Select, face, index);
+    return call.forward(next, face, index, palette);
+}
+
+FT_Error FT_Outline_Get_BBox(FT_Outline* outline, FT_BBox* box) {
+    NEXT(FT_Outline_Get_BBox);
+    RECORD(FT_Outline_Get_BBox, outline);
+    return call.forward(next, outline, box);
+}
+
+FT_Error FT_Outline_Get_Bitmap(FT_Library library, FT_Outline* outline, const FT_Bitmap* bitmap) {
+    NEXT(FT_Outline_Get_Bitmap);
+    RECORD(FT_Outline_Get_Bitmap, library, outline->n_points);
+    return call.forward(next, library, outline, bitmap);
 }

@@ -1,13 +1,13 @@
 #include <FontEngine/Color/Private/FE_ColorBitmap.h>
 
+#include <FontEngine/Color/Private/FE_ColorErrors.h>
 #include <FontEngine/Color/Private/FE_ColorScaling.h>
-#include <FontLoaders/Public/Exceptions.h>
 #include <FontLoaders/Public/FreeTypeMemory.h>
-
-#include <fmt/format.h>
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
+#include <cstdint>
 #include <cstring>
 #include <optional>
 
@@ -16,7 +16,8 @@ namespace Vell::FontEngine::Internal {
 namespace {
 
 // Never the outline: loading that has bounds of its own.
-constexpr int loadFlags = FT_LOAD_COLOR | FT_LOAD_SBITS_ONLY | FT_LOAD_NO_HINTING | FT_LOAD_NO_AUTOHINT;
+constexpr int loadFlags =
+    FT_LOAD_COLOR | FT_LOAD_SBITS_ONLY | FT_LOAD_NO_HINTING | FT_LOAD_NO_AUTOHINT | FT_LOAD_IGNORE_TRANSFORM;
 
 /// The bitmap of a glyph in a strike, which the face has as its size.
 struct StrikeBitmap {
@@ -24,18 +25,11 @@ struct StrikeBitmap {
     ColorBox box;
 };
 
-/// Whether FreeType has succeeded. An error is the font's, unless there is no memory.
-bool checkError(FT_Error error) {
-    if (error == FT_Err_Out_Of_Memory) {
-        throw FontLoaders::FreeTypeException(fmt::format("FT_Load_Glyph() failed, error: {}", error));
-    }
-    return error == FT_Err_Ok;
-}
-
 /// Reads only the size of the bitmap: it is not decoded, and takes no memory.
 std::optional<StrikeBitmap> findInStrike(FT_Face face, const ColorStrike& strike, FT_UInt glyphIndex) {
-    if (!checkError(FT_Select_Size(face, strike.index)) ||
-        !checkError(FT_Load_Glyph(face, glyphIndex, loadFlags | FT_LOAD_BITMAP_METRICS_ONLY))) {
+    if (!isColorCallDone(FT_Select_Size(face, strike.index), "FT_Select_Size") ||
+        !isColorCallDone(FT_Load_Glyph(face, glyphIndex, loadFlags | FT_LOAD_BITMAP_METRICS_ONLY),
+                         "FT_Load_Glyph")) {
         return std::nullopt;
     }
     const FT_GlyphSlot slot = face->glyph;
@@ -100,9 +94,29 @@ void copyRows(const FT_Bitmap& bitmap, ColorGlyphImage& image) {
     }
 }
 
+bool hasMemory(FT_Memory memory, std::size_t bytes) {
+    void* const block = memory->alloc(memory, static_cast<long>(bytes));
+    if (block != nullptr) {
+        memory->free(memory, block);
+    }
+    return block != nullptr;
+}
+
+/// FreeType does not report a lack of memory if it could use an outline instead, so this looks whether there
+/// is memory, and tries again.
+FT_Error loadWithMemory(FT_Face face, FT_UInt glyphIndex, const ColorBox& box) {
+    constexpr std::size_t channels = 4;
+    const FT_Error error = FT_Load_Glyph(face, glyphIndex, loadFlags);
+    if (error == FT_Err_Ok || error == FT_Err_Out_Of_Memory) {
+        return error;
+    }
+    const std::size_t bytes = channels * box.width * box.rows;
+    return hasMemory(face->memory, bytes) ? FT_Load_Glyph(face, glyphIndex, loadFlags) : FT_Err_Out_Of_Memory;
+}
+
 /// Decodes the bitmap of the strike that the face has as its size.
 std::shared_ptr<ColorGlyphImage> loadBitmap(FT_Face face, FT_UInt glyphIndex, const ColorBox& box) {
-    if (!checkError(FT_Load_Glyph(face, glyphIndex, loadFlags))) {
+    if (!isColorCallDone(loadWithMemory(face, glyphIndex, box), "FT_Load_Glyph")) {
         return nullptr;
     }
     const FT_Bitmap& bitmap = face->glyph->bitmap;

@@ -6,6 +6,8 @@
 #include FT_TRUETYPE_TAGS_H
 
 #include <algorithm>
+#include <cstddef>
+#include <utility>
 
 namespace Vell::FontEngine::Internal {
 
@@ -44,17 +46,26 @@ std::vector<ColorStrike> findStrikes(FT_Face face) {
             strikes.push_back({i, toPixels(size.x_ppem), toPixels(size.y_ppem)});
         }
     }
-    std::stable_sort(strikes.begin(), strikes.end(),
-                     [](const ColorStrike& lhs, const ColorStrike& rhs) { return lhs.ppemY < rhs.ppemY; });
+    std::sort(strikes.begin(), strikes.end(), [](const ColorStrike& lhs, const ColorStrike& rhs) {
+        return std::pair(lhs.ppemY, lhs.index) < std::pair(rhs.ppemY, rhs.index);
+    });
     return strikes;
 }
 
 } // namespace
 
+float readUnitsPerEm(FT_Face face) {
+    constexpr unsigned short usual = 1000;
+    const auto* const head = static_cast<const TT_Header*>(FT_Get_Sfnt_Table(face, FT_SFNT_HEAD));
+    const unsigned short ofTable = head != nullptr && head->Units_Per_EM != 0 ? head->Units_Per_EM : usual;
+    return static_cast<float>(face->units_per_EM != 0 ? face->units_per_EM : ofTable);
+}
+
 ColorFace::ColorFace(const FaceData& data)
     : _library(FontLoaders::createFreeTypeLibrary())
     , _face(openFace(_library, data))
     , _hasLayers(hasTable(_face.get(), colrTag) && hasTable(_face.get(), cpalTag))
-    , _strikes(findStrikes(_face.get())) {}
+    , _strikes(findStrikes(_face.get()))
+    , _kinds(_hasLayers ? static_cast<std::size_t>(_face->num_glyphs) : 0) {}
 
 } // namespace Vell::FontEngine::Internal
