@@ -136,6 +136,11 @@ def judge_making(results):
             + at_most_times(results, "face open: at most 1.12 x opening and the bare walk", faces, "floor: walk", 1.12))
 
 
+def judge_emoji(results):
+    return at_most_times(results, "warm colour glyph: at most cairo painting the same image",
+                         [f"emoji/{size} px" for size in (12, 20, 64, 109)], "floor: cairo paints the images", 1.0)
+
+
 def judge_start(results):
     return at_most_times(results, "one line, whole process: no slower than pango-view", ["whole process/one line"],
                          "pango-view", 1.0)
@@ -144,5 +149,5 @@ def judge_start(results):
 def judge(results):
     """Judges every target for every case."""
     parts = (judge_layout, judge_shaping, judge_drawing, judge_threads, judge_growth, judge_memory, judge_vector,
-             judge_making, judge_start)
+             judge_making, judge_emoji, judge_start)
     return [verdict for judge_part in parts for verdict in judge_part(results)]

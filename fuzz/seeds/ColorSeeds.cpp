@@ -1,117 +1,75 @@
 #include <fuzz/seeds/Seeds.h>
 
-#include <CairoAdapter/Public/CairoHandles.h>
-
-#include <cstdint>
+#include <FontEngine/Color/HostilePaints.h>
+#include <support/PictureTables.h>
 
 namespace Vell::Fuzz {
 
-using Testing::ByteWriter;
 using Testing::FontBuilder;
+using Testing::GlyphPicture;
+using Testing::makeGlyphPicture;
+using Testing::makeMixedPicture;
+using Testing::PictureStrike;
 
 namespace {
 
 constexpr unsigned int side = 8; ///< of the pictures, in pixels
-constexpr unsigned int glyphCount = 3;
 
-/// A picture in half-transparent red.
-Bytes makePng() {
-    const CairoAdapter::SurfacePtr surface = CairoAdapter::makeImageSurface(side, side);
-    const CairoAdapter::ContextPtr context = CairoAdapter::makeContext(surface.get());
-    cairo_set_source_rgba(context.get(), 1.0, 0.0, 0.0, 0.5);
-    cairo_paint(context.get());
-    Bytes png;
-    const auto append = [](void* closure, const unsigned char* bytes, unsigned int count) {
-        auto& target = *static_cast<Bytes*>(closure);
-        target.insert(target.end(), bytes, bytes + count);
-        return CAIRO_STATUS_SUCCESS;
-    };
-    cairo_surface_write_to_png_stream(surface.get(), append, &png);
-    return png;
+GlyphPicture makePicture(unsigned int glyph, Bytes file, const char* type = "png ") {
+    return {glyph, 1, static_cast<int>(side), side, side, std::move(file), type};
 }
 
-Bytes makeSbix() {
-    const Bytes png = makePng();
-    ByteWriter writer;
-    writer.addU16(1);
-    writer.addU16(1);
-    writer.addU32(1); // one strike
-    writer.addU32(12);
-    writer.addU16(side);
-    writer.addU16(72);
-    const std::size_t glyphBytes = 8 + png.size();
-    for (std::size_t glyph = 0; glyph <= glyphCount; ++glyph) {
-        writer.addU32(static_cast<std::uint32_t>(4 + 4 * (glyphCount + 1) + glyph * glyphBytes));
-    }
-    for (unsigned int glyph = 0; glyph < glyphCount; ++glyph) {
-        writer.addI16(1);
-        writer.addI16(-2);
-        writer.addText("png ");
-        writer.addBytes(png);
-    }
-    return writer.getBytes();
-}
-
-void addLineMetrics(ByteWriter& writer) {
-    for (const unsigned int byte : {7U, 0xFFU, 8U, 1U, 0U, 0U, 0U, 0U, 7U, 0xFFU, 0U, 0U}) {
-        writer.addU8(byte);
-    }
-}
-
-/// The positions of the pictures in CBDT: one strike, one range of glyphs with 32-bit offsets.
-Bytes makeCblc(std::size_t glyphBytes) {
-    constexpr std::uint32_t strikeBytes = 48;
-    constexpr std::uint32_t arrayAt = 8 + strikeBytes;
-    ByteWriter writer;
-    writer.addU32(0x00030000);
-    writer.addU32(1);
-    for (const std::uint32_t field : {arrayAt, 8U + 8U + 4U * (glyphCount + 1), 1U, 0U}) {
-        writer.addU32(field);
-    }
-    addLineMetrics(writer);
-    addLineMetrics(writer);
-    writer.addU16(0);
-    writer.addU16(glyphCount - 1);
-    for (const unsigned int byte : {side, side, 32U, 1U}) { // ppem, bits, horizontal metrics
-        writer.addU8(byte);
-    }
-    writer.addU16(0);
-    writer.addU16(glyphCount - 1);
-    writer.addU32(8);
-    writer.addU16(1);  // 32-bit offsets
-    writer.addU16(17); // small metrics and a PNG
-    writer.addU32(4);
-    for (std::size_t glyph = 0; glyph <= glyphCount; ++glyph) {
-        writer.addU32(static_cast<std::uint32_t>(glyph * glyphBytes));
-    }
-    return writer.getBytes();
-}
-
-Bytes makeCbdt(const Bytes& png) {
-    ByteWriter writer;
-    writer.addU32(0x00030000);
-    for (unsigned int glyph = 0; glyph < glyphCount; ++glyph) {
-        for (const unsigned int byte : {side, side, 0U, 7U, side + 1}) {
-            writer.addU8(byte);
-        }
-        writer.addU32(static_cast<std::uint32_t>(png.size()));
-        writer.addBytes(png);
-    }
-    return writer.getBytes();
-}
-
-FontBuilder makeCbdtFont() {
-    const Bytes png = makePng();
+Bytes buildSbixFont(const std::vector<PictureStrike>& strikes) {
     FontBuilder font = makeTwoBoxFont();
-    font.setTable("CBLC", makeCblc(9 + png.size())).setTable("CBDT", makeCbdt(png));
-    return font.omitTable("glyf").omitTable("loca");
+    return font.setTable("sbix", Testing::buildSbix(strikes, font.getGlyphCount())).build();
+}
+
+Bytes buildCbdtFont(const std::vector<PictureStrike>& strikes) {
+    Testing::CbdtTables tables = Testing::buildCbdt(strikes);
+    FontBuilder font = makeTwoBoxFont();
+    font.setTable("CBLC", std::move(tables.cblc)).setTable("CBDT", std::move(tables.cbdt));
+    return font.omitTable("glyf").omitTable("loca").build();
+}
+
+void addBoth(std::vector<Seed>& seeds, const std::string& name, const std::vector<PictureStrike>& strikes) {
+    seeds.push_back(makeFontSeed("sbix" + name, buildSbixFont(strikes)));
+    seeds.push_back(makeFontSeed("cbdt" + name, buildCbdtFont(strikes)));
+}
+
+void addPictureSeeds(std::vector<Seed>& seeds) {
+    const Testing::Picture picture = makeMixedPicture(side, side);
+    const Bytes png = buildPng(picture);
+    addBoth(seeds, "", {{side, {makePicture(0, png), makePicture(1, png), makePicture(2, png)}}});
+    addBoth(seeds, "-two-strikes",
+            {{4, {makePicture(1, png)}},
+             {40, {makePicture(1, png), makeGlyphPicture(2, -9, 30, makeMixedPicture(35, 41))}}});
+    addBoth(seeds, "-huge-png", {{side, {makePicture(1, buildMislabelledPng(picture, 60000, 60000))}}});
+    addBoth(seeds, "-broken-png", {{side, {makePicture(1, Bytes(png.begin(), png.begin() + 60))}}});
+    addBoth(seeds, "-of-one-pixel-per-em", {{1, {makePicture(1, png)}}});
+    seeds.push_back(makeFontSeed(
+        "sbix-duplicates", buildSbixFont({{side, {makePicture(1, png), makePicture(2, {0, 1}, "dupe")}}})));
+    seeds.push_back(makeFontSeed(
+        "sbix-cycle",
+        buildSbixFont({{side, {makePicture(1, {0, 2}, "dupe"), makePicture(2, {0, 1}, "dupe")}}})));
+}
+
+void addPaintSeeds(std::vector<Seed>& seeds) {
+    FontSteering steering;
+    steering.glyphs[0] = FontEngine::PaintShape::firstFree;
+    steering.glyphs[1] = FontEngine::PaintShape::firstFree + 1;
+    unsigned int number = 0;
+    for (const Bytes& font : FontEngine::makePaintSeeds()) {
+        seeds.push_back(makeFontSeed("paints-" + std::to_string(number++), font, steering));
+    }
 }
 
 } // namespace
 
 std::vector<Seed> makeColorSeeds() {
-    return {makeFontSeed("sbix", makeTwoBoxFont().setTable("sbix", makeSbix()).build()),
-            makeFontSeed("cbdt", makeCbdtFont().build())};
+    std::vector<Seed> seeds;
+    addPictureSeeds(seeds);
+    addPaintSeeds(seeds);
+    return seeds;
 }
 
 } // namespace Vell::Fuzz

@@ -62,7 +62,7 @@ std::vector<Seed> makeCompositeSeeds(); ///< fonts with composite glyphs
 std::vector<Seed> makeHostileSeeds();   ///< fonts that demand too much
 std::vector<Seed> makeWrappedSeeds();   ///< WOFF, WOFF2, Type 42
 std::vector<Seed> makeFormatSeeds();    ///< PCF, PFR, CID-keyed Type 1
-std::vector<Seed> makeColorSeeds();     ///< fonts with pictures as glyphs
+std::vector<Seed> makeColorSeeds();     ///< fonts with pictures and paint graphs as glyphs
 std::vector<Seed> makeVariableSeeds();  ///< variable fonts
 std::vector<Seed> makeCairoSeeds();
 std::vector<Seed> makeTextSeeds();

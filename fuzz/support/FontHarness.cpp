@@ -3,9 +3,11 @@
 #include <fuzz/support/Finding.h>
 #include <fuzz/support/FontScript.h>
 #include <fuzz/support/GlyphRules.h>
+#include <fuzz/support/PaintNesting.h>
 #include <fuzz/support/TextCalls.h>
 #include <fuzz/support/Tolerate.h>
 
+#include <FontEngine/Color/FE_ColorGlyphs.h>
 #include <FontEngine/FE_FontFace.h>
 #include <FontEngine/FE_FontFactory.h>
 #include <FontEngine/Renderer/FE_BitmapGlyphRun.h>
@@ -89,6 +91,9 @@ private:
         if (_script.asksFor(Service::outlines)) {
             renderOutline(glyph);
         }
+        if (_script.asksFor(Service::colors)) {
+            renderColors(glyph);
+        }
     }
 
     void renderBitmap(unsigned int glyph) const {
@@ -117,6 +122,30 @@ private:
         tolerate<FreeTypeException>([&] { path = _face->getOutlineGlyphPath(key, painter); });
         if (path) {
             checkPath(dynamic_cast<const Testing::RecordedPath&>(*path));
+        }
+    }
+
+    /// Large images only take time.
+    void renderColors(unsigned int glyph) const {
+        constexpr float largest = 200.0F;
+        constexpr FontEngine::PaintColor foreground(10, 20, 200, 128);
+        const FontEngine::ColorGlyphs& colors = _face->getFontFactory().getColorGlyphs();
+        const FontEngine::ColorGlyphInfo key(_fontInfo->getFontFaceInfo(), glyph, _script.fontSize,
+                                             _script.scale.x, _script.devicePixelRatio, nullptr, foreground);
+        if (key.getPixelsPerEm() > largest) {
+            return;
+        }
+        PaintNesting nesting;
+        bool isPainted = false;
+        std::shared_ptr<const FontEngine::ColorGlyphImage> image;
+        tolerate<FreeTypeException>([&] {
+            image = colors.getImage(key, _face);
+            isPainted = colors.paint(key, _face, nesting);
+        });
+        nesting.check();
+        if (image) {
+            require(isPainted, "a glyph that has an image can be painted");
+            checkColorImage(*image);
         }
     }
 

@@ -18,7 +18,8 @@ constexpr unsigned int outlines = 4;     ///< requests the paths of the glyphs
 constexpr unsigned int rasterText = 8;   ///< draws a text as bitmaps
 constexpr unsigned int vectorText = 16;  ///< draws the text as paths
 constexpr unsigned int cornerCases = 32; ///< includes the first, the last and a missing glyph
-constexpr unsigned int all = 63;
+constexpr unsigned int colors = 64;      ///< requests the glyphs in colour
+constexpr unsigned int all = 127;
 } // namespace Service
 
 /// How glyphs are requested from a fuzzed font: the 17 bytes before the file, in this order.

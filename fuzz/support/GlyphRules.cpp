@@ -2,6 +2,8 @@
 
 #include <fuzz/support/Finding.h>
 
+#include <FontEngine/Color/FE_ColorGlyphInfo.h>
+
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
@@ -77,6 +79,21 @@ void checkImage(const FontEngine::BitmapGlyphImage& image, const FT_Bitmap& bitm
         std::uint32_t pixel = 0;
         std::memcpy(&pixel, image.buffer + i * sizeof(pixel), sizeof(pixel));
         require(pixel == 0 || pixel >> 24 == 0xFF, "a pixel of a coloured image is opaque or 0");
+    }
+}
+
+void checkColorImage(const FontEngine::ColorGlyphImage& image) {
+    constexpr std::size_t channels = 4;
+    const std::size_t pixels = std::size_t{image.width} * image.rows;
+    require(image.pixelMode == FT_PIXEL_MODE_BGRA, "the image of a colour glyph has colours");
+    require(pixels <= FontEngine::maxColorGlyphPixels, "the image of a colour glyph is not too large");
+    require((image.buffer != nullptr) == (pixels != 0), "an image with pixels has a buffer");
+    require(pixels == 0 || static_cast<std::size_t>(image.pitch) == channels * image.width,
+            "the rows of a colour glyph have no gaps");
+    for (std::size_t i = 0; i != pixels; ++i) {
+        const unsigned char* const pixel = image.buffer + channels * i;
+        require(pixel[0] <= pixel[3] && pixel[1] <= pixel[3] && pixel[2] <= pixel[3],
+                "colours are premultiplied");
     }
 }
 

@@ -1,5 +1,6 @@
 #include <fuzz/support/Finding.h>
 #include <fuzz/support/GlyphRules.h>
+#include <fuzz/support/PaintNesting.h>
 
 #include <gtest/gtest.h>
 
@@ -53,6 +54,40 @@ TEST(GlyphRulesOfImages, RequireOpaquePixelsInTheSizeOfTheBitmap) {
     EXPECT_THROW(checkImage(image, bitmap), Finding);
     image.rows = 1;
     EXPECT_THROW(checkImage(image, bitmap), Finding);
+}
+
+TEST(GlyphRulesOfColorImages, RequirePremultipliedPixelsWithoutGaps) {
+    FontEngine::ColorGlyphImage image;
+    image.pixelMode = FT_PIXEL_MODE_BGRA;
+    EXPECT_NO_THROW(checkColorImage(image)) << "no pixels";
+    image.rows = 1;
+    image.width = 2;
+    EXPECT_THROW(checkColorImage(image), Finding) << "no buffer";
+    image.buffer = new unsigned char[8]{0, 100, 128, 128, 255, 255, 255, 255};
+    image.pitch = 8;
+    EXPECT_NO_THROW(checkColorImage(image));
+    image.pitch = 12;
+    EXPECT_THROW(checkColorImage(image), Finding);
+    image.pitch = 8;
+    image.buffer[1] = 129;
+    EXPECT_THROW(checkColorImage(image), Finding);
+    image.buffer[1] = 0;
+    image.pixelMode = FT_PIXEL_MODE_LCD;
+    EXPECT_THROW(checkColorImage(image), Finding);
+}
+
+TEST(GlyphRulesOfDrawings, RequirePairedCallsAndClippedFills) {
+    PaintNesting sound;
+    sound.pushClip(1);
+    sound.pushGroup();
+    sound.fill(FontEngine::PaintColor());
+    EXPECT_THROW(sound.popClip(), Finding);
+    EXPECT_THROW(sound.check(), Finding);
+    sound.popGroup(FontEngine::CompositeMode::SourceOver);
+    sound.popClip();
+    EXPECT_NO_THROW(sound.check());
+    EXPECT_THROW(sound.popClip(), Finding);
+    EXPECT_THROW(sound.fill(FontEngine::PaintColor()), Finding) << "no clip";
 }
 
 TEST(GlyphRulesOfPaths, RequireFiniteContoursThatStartWithAMove) {

@@ -23,6 +23,8 @@ const std::set<std::string> textsWithoutMemory = {"FT_New_Library() failed: out 
                                                   "FT_Load_Glyph() failed, error: 64, glyph index: ",
                                                   "FT_Get_Glyph() failed, error: 64, glyph index: ",
                                                   "Failed to get bitmap for glyph, error: 64, glyph index: ",
+                                                  "FT_Load_Glyph() failed: out of memory (error 64)",
+                                                  "FT_Outline_Get_Bitmap() failed: out of memory (error 64)",
                                                   std::bad_alloc().what()};
 
 /// Returns whether the outcome is one that FreeType can give when it lacks memory, or does not need it.

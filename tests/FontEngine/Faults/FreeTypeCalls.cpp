@@ -63,12 +63,19 @@ const std::vector<FaceFault>& getFaceFaults() {
     return faults;
 }
 
+const std::vector<const char*>& getColorCalls() {
+    static const std::vector<const char*> calls = {
+        "FT_Load_Sfnt_Table", "FT_Select_Size",      "FT_Load_Glyph",        "FT_Palette_Data_Get",
+        "FT_Palette_Select",  "FT_Outline_Get_BBox", "FT_Outline_Get_Bitmap"};
+    return calls;
+}
+
 const std::set<std::string>& getInfallibleCalls() {
     static const std::set<std::string> calls = {
         "FT_Add_Default_Modules", // only the allocator can make it fail
-        "FT_Done_Face",           "FT_Done_Glyph",        "FT_Done_Library",  "FT_Get_Char_Index",
-        "FT_Get_First_Char",      "FT_Get_Font_Format",   "FT_Get_Next_Char", "FT_MulFix",
-        "FT_Outline_Get_CBox",    "FT_Outline_Transform", "FT_Set_Transform"};
+        "FT_Done_Face",           "FT_Done_Glyph",        "FT_Done_Library",      "FT_Get_Char_Index",
+        "FT_Get_First_Char",      "FT_Get_Font_Format",   "FT_Get_Next_Char",     "FT_MulFix",
+        "FT_Outline_Get_CBox",    "FT_Outline_Transform", "FT_Outline_Translate", "FT_Set_Transform"};
     return calls;
 }
 

@@ -38,6 +38,9 @@ struct FaceFault {
 
 const std::vector<FaceFault>& getFaceFaults();
 
+/// The calls that are made for a colour glyph and may fail.
+const std::vector<const char*>& getColorCalls();
+
 /// Calls that return no error, and calls that release, after whose errors nothing can be done.
 const std::set<std::string>& getInfallibleCalls();
 

@@ -200,12 +200,6 @@ FT_Error FT_Select_Size(FT_Face face, FT_Int strike) {
     return call.forward(next, face, strike);
 }
 
-FT_Error FT_Set_Pixel_Sizes(FT_Face face, FT_UInt width, FT_UInt height) {
-    NEXT(FT_Set_Pixel_Sizes);
-    RECORD(FT_Set_Pixel_Sizes, face, width, height);
-    return call.forward(next, face, width, height);
-}
-
 FT_Error FT_Palette_Data_Get(FT_Face face, FT_Palette_Data* data) {
     NEXT(FT_Palette_Data_Get);
     RECORD(FT_Palette_Data_Get, face);
@@ -216,44 +210,6 @@ FT_Error FT_Palette_Select(FT_Face face, FT_UShort index, FT_Color** palette) {
     NEXT(FT_Palette_Select);
     RECORD(FT_Palette_Select, face, index);
     return call.forward(next, face, index, palette);
-}
-
-FT_Bool FT_Get_Color_Glyph_Layer(FT_Face face, FT_UInt glyph, FT_UInt* layerGlyph, FT_UInt* color,
-                                 FT_LayerIterator* layers) {
-    NEXT(FT_Get_Color_Glyph_Layer);
-    RECORD(FT_Get_Color_Glyph_Layer, face, glyph);
-    return call.getInjectedError() ? FT_Bool{0} : next(face, glyph, layerGlyph, color, layers);
-}
-
-FT_Bool FT_Get_Color_Glyph_Paint(FT_Face face, FT_UInt glyph, FT_Color_Root_Transform transform,
-                                 FT_OpaquePaint* paint) {
-    NEXT(FT_Get_Color_Glyph_Paint);
-    RECORD(FT_Get_Color_Glyph_Paint, face, glyph);
-    return call.getInjectedError() ? FT_Bool{0} : next(face, glyph, transform, paint);
-}
-
-FT_Bool FT_Get_Color_Glyph_ClipBox(FT_Face face, FT_UInt glyph, FT_ClipBox* box) {
-    NEXT(FT_Get_Color_Glyph_ClipBox);
-    RECORD(FT_Get_Color_Glyph_ClipBox, face, glyph);
-    return call.getInjectedError() ? FT_Bool{0} : next(face, glyph, box);
-}
-
-FT_Bool FT_Get_Paint(FT_Face face, FT_OpaquePaint opaque, FT_COLR_Paint* paint) {
-    NEXT(FT_Get_Paint);
-    RECORD(FT_Get_Paint, face);
-    return call.getInjectedError() ? FT_Bool{0} : next(face, opaque, paint);
-}
-
-FT_Bool FT_Get_Paint_Layers(FT_Face face, FT_LayerIterator* layers, FT_OpaquePaint* paint) {
-    NEXT(FT_Get_Paint_Layers);
-    RECORD(FT_Get_Paint_Layers, face);
-    return call.getInjectedError() ? FT_Bool{0} : next(face, layers, paint);
-}
-
-FT_Bool FT_Get_Colorline_Stops(FT_Face face, FT_ColorStop* stop, FT_ColorStopIterator* stops) {
-    NEXT(FT_Get_Colorline_Stops);
-    RECORD(FT_Get_Colorline_Stops, face);
-    return call.getInjectedError() ? FT_Bool{0} : next(face, stop, stops);
 }
 
 FT_Error FT_Outline_Get_BBox(FT_Outline* outline, FT_BBox* box) {

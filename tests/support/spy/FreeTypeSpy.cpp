@@ -47,7 +47,13 @@ constexpr const char* failingFunctions[] = {"FT_Set_Char_Size",
                                             "FT_Done_Library",
                                             "FT_Open_Face",
                                             "FT_Done_Face",
-                                            "FT_Reference_Library"};
+                                            "FT_Reference_Library",
+                                            "FT_Load_Sfnt_Table",
+                                            "FT_Select_Size",
+                                            "FT_Palette_Data_Get",
+                                            "FT_Palette_Select",
+                                            "FT_Outline_Get_BBox",
+                                            "FT_Outline_Get_Bitmap"};
 
 constexpr const char* otherUsers[] = {"libfreetype", "libcairo", "libfontconfig", "libharfbuzz"};
 

@@ -5,6 +5,7 @@
 #include <FontEngine/Color/Private/FE_PixelBox.h>
 #include <FontEngine/Color/Private/FE_PixelMatrix.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <vector>
@@ -13,11 +14,13 @@ namespace Vell::FontEngine::Internal {
 
 /// What the raster of one glyph may still do.
 struct RasterBudget {
-    std::int64_t outlineWork; ///< in the unit of estimateRasterWork
-    std::int64_t pixelWork;   ///< in pixels of a plain fill
+    std::int64_t nanoseconds; ///< an estimate, as that of estimateRasterWork
 
-    bool isExhausted() const { return outlineWork < 0 || pixelWork < 0; }
-    void refuse() { pixelWork = -1; }
+    void spend(std::size_t pixels, std::int64_t nanosecondsPerPixel) {
+        nanoseconds -= static_cast<std::int64_t>(pixels) * nanosecondsPerPixel;
+    }
+    bool isExhausted() const { return nanoseconds < 0; }
+    void refuse() { nanoseconds = -1; }
 };
 
 /// How much of each pixel clips leave.

@@ -1,10 +1,8 @@
 #include <FontEngine/Color/Private/FE_ColorBitmap.h>
 
+#include <FontEngine/Color/Private/FE_ColorErrors.h>
 #include <FontEngine/Color/Private/FE_ColorScaling.h>
-#include <FontLoaders/Public/Exceptions.h>
 #include <FontLoaders/Public/FreeTypeMemory.h>
-
-#include <fmt/format.h>
 
 #include <algorithm>
 #include <cmath>
@@ -27,19 +25,11 @@ struct StrikeBitmap {
     ColorBox box;
 };
 
-/// Whether FreeType has succeeded. An error is the font's, unless there is no memory.
-bool checkError(FT_Error error, FT_UInt glyphIndex) {
-    if (error == FT_Err_Out_Of_Memory) {
-        throw FontLoaders::FreeTypeException(
-            fmt::format("FT_Load_Glyph() failed, error: {}, glyph index: {} ", error, glyphIndex));
-    }
-    return error == FT_Err_Ok;
-}
-
 /// Reads only the size of the bitmap: it is not decoded, and takes no memory.
 std::optional<StrikeBitmap> findInStrike(FT_Face face, const ColorStrike& strike, FT_UInt glyphIndex) {
-    if (!checkError(FT_Select_Size(face, strike.index), glyphIndex) ||
-        !checkError(FT_Load_Glyph(face, glyphIndex, loadFlags | FT_LOAD_BITMAP_METRICS_ONLY), glyphIndex)) {
+    if (!isColorCallDone(FT_Select_Size(face, strike.index), "FT_Select_Size") ||
+        !isColorCallDone(FT_Load_Glyph(face, glyphIndex, loadFlags | FT_LOAD_BITMAP_METRICS_ONLY),
+                         "FT_Load_Glyph")) {
         return std::nullopt;
     }
     const FT_GlyphSlot slot = face->glyph;
@@ -126,7 +116,7 @@ FT_Error loadWithMemory(FT_Face face, FT_UInt glyphIndex, const ColorBox& box) {
 
 /// Decodes the bitmap of the strike that the face has as its size.
 std::shared_ptr<ColorGlyphImage> loadBitmap(FT_Face face, FT_UInt glyphIndex, const ColorBox& box) {
-    if (!checkError(loadWithMemory(face, glyphIndex, box), glyphIndex)) {
+    if (!isColorCallDone(loadWithMemory(face, glyphIndex, box), "FT_Load_Glyph")) {
         return nullptr;
     }
     const FT_Bitmap& bitmap = face->glyph->bitmap;

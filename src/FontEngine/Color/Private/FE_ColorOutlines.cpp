@@ -1,5 +1,6 @@
 #include <FontEngine/Color/Private/FE_ColorOutlines.h>
 
+#include <FontEngine/Color/Private/FE_ColorErrors.h>
 #include <FontEngine/Private/FE_GlyphChecks.h>
 #include <FontLoaders/Public/CompositeGlyphs.h>
 
@@ -24,18 +25,16 @@ double readThreadTime() {
 bool loadSlot(FT_Face face, unsigned int glyphIndex) {
     constexpr int flags = FT_LOAD_NO_SCALE | FT_LOAD_NO_HINTING | FT_LOAD_NO_BITMAP;
     return hasGlyph(*face, glyphIndex) && FontLoaders::findGlyphError(face, glyphIndex, flags) == FT_Err_Ok &&
-           FT_Load_Glyph(face, glyphIndex, flags) == FT_Err_Ok &&
+           isColorCallDone(FT_Load_Glyph(face, glyphIndex, flags), "FT_Load_Glyph") &&
            face->glyph->format == FT_GLYPH_FORMAT_OUTLINE;
 }
 
-ColorOutline copy(FT_Outline& outline) {
-    ColorOutline copied{{outline.points, outline.points + outline.n_points},
+ColorOutline copy(const FT_Outline& outline, const FT_BBox& box) {
+    return ColorOutline{{outline.points, outline.points + outline.n_points},
                         {outline.tags, outline.tags + outline.n_points},
                         {outline.contours, outline.contours + outline.n_contours},
                         outline.flags & ~(FT_OUTLINE_OWNER | FT_OUTLINE_OVERLAP),
-                        {0, 0, 0, 0}};
-    FT_Outline_Get_BBox(&outline, &copied.box);
-    return copied;
+                        box};
 }
 
 } // namespace
@@ -46,20 +45,30 @@ FT_Outline ColorOutline::view(FT_Vector* movedPoints) const {
             const_cast<char*>(tags.data()),      const_cast<short*>(contours.data()), flags};
 }
 
+bool ColorOutlines::hasTime() {
+    constexpr std::size_t loadsBetweenChecks = 16; // reading the thread's time is expensive
+    if (_outlines.size() % loadsBetweenChecks != 0) {
+        return true;
+    }
+    const double now = readThreadTime();
+    _start = _outlines.empty() ? now : _start;
+    return now - _start <= maxSeconds;
+}
+
 bool ColorOutlines::load(FT_Face face, unsigned int glyphIndex) {
     if (_outlines.count(glyphIndex) != 0) {
         return true;
     }
-    const double start = readThreadTime();
-    if (!loadSlot(face, glyphIndex)) {
+    if (!hasTime() || !loadSlot(face, glyphIndex)) {
         return false;
     }
-    _seconds += readThreadTime() - start;
     _pointCount += static_cast<std::size_t>(face->glyph->outline.n_points);
-    if (_pointCount > maxPoints || _seconds > maxSeconds) {
+    FT_BBox box;
+    if (_pointCount > maxPoints ||
+        !isColorCallDone(FT_Outline_Get_BBox(&face->glyph->outline, &box), "FT_Outline_Get_BBox")) {
         return false;
     }
-    _outlines.emplace(glyphIndex, copy(face->glyph->outline));
+    _outlines.emplace(glyphIndex, copy(face->glyph->outline, box));
     return true;
 }
 

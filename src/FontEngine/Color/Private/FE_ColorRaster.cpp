@@ -36,7 +36,9 @@ std::optional<PixelBox> findPixels(const PaintBox& box, const PixelMatrix& matri
             top = std::max(top, std::ceil(y));
         }
     }
-    if (!(left >= -maxPixel && bottom >= -maxPixel && right <= maxPixel && top <= maxPixel)) {
+    // A matrix that is not finite leaves the edges in the wrong order.
+    if (!(-maxPixel <= left && left <= right && right <= maxPixel && -maxPixel <= bottom && bottom <= top &&
+          top <= maxPixel)) {
         return std::nullopt;
     }
     return PixelBox{static_cast<int>(left), static_cast<int>(bottom), static_cast<int>(right),
@@ -67,7 +69,7 @@ private:
 
 /// Returns the number of rows for which all layers and masks together fit into 32 MiB, at least one.
 int chooseBandRows(const PaintOperations& operations, std::size_t width) {
-    constexpr std::size_t maxPixels = 32 * 1024 * 1024 / sizeof(ColorPixel);
+    constexpr std::size_t maxPixels = (std::size_t(32) << 20U) / sizeof(ColorPixel);
     LayerCount layers;
     replay(operations, layers);
     const std::size_t rows = maxPixels / (std::max<std::size_t>(width, 1) * layers.get());
@@ -77,13 +79,6 @@ int chooseBandRows(const PaintOperations& operations, std::size_t width) {
 unsigned int getPixelsPerEm(FT_Face face, const PixelMatrix& matrix) {
     const double area = std::abs(matrix.m[0] * matrix.m[3] - matrix.m[1] * matrix.m[2]);
     return static_cast<unsigned int>(std::min(std::sqrt(area) * face->units_per_EM, maxPixel));
-}
-
-/// Allows as much as a hundred times what any glyph of the common fonts needs.
-RasterBudget makeBudget(const PixelBox& box, unsigned int pixelsPerEm) {
-    constexpr std::int64_t least = std::int64_t(1) << 24U;
-    constexpr std::int64_t workPerPixel = 64;
-    return {getMaxRasterWork(pixelsPerEm), least + workPerPixel * static_cast<std::int64_t>(box.getArea())};
 }
 
 std::shared_ptr<ColorGlyphImage> makeImage(const PixelBox& box) {
@@ -110,7 +105,7 @@ std::shared_ptr<ColorGlyphImage> renderColorGlyph(FT_Face face, const ColorPaint
     if (!box || box->getArea() > maxPixels) {
         return nullptr;
     }
-    RasterBudget budget = makeBudget(*box, getPixelsPerEm(face, matrix));
+    RasterBudget budget{getMaxRasterWork(getPixelsPerEm(face, matrix))};
     std::shared_ptr<ColorGlyphImage> image = makeImage(*box);
     const int bandRows = chooseBandRows(paints.operations, box->getWidth());
     for (int top = box->top; top > box->bottom && !box->isEmpty(); top -= bandRows) {

@@ -16,10 +16,9 @@ namespace Vell::FontEngine::Internal {
 /// `toDevice` leads from font units to device pixels, both with y pointing up and the glyph's origin at
 /// (0, 0). Of the face, only the library is used, for its rasteriser.
 ///
-/// Returns null if the image would have more than `maxPixels`, if a part of it lies beyond FreeType's
-/// coordinates (32,767 pixels), if the estimated time of FreeType to render the outlines exceeds the bound
-/// for one glyph of the core, or if the fills and groups of the glyph, each with its area, exceed a bound
-/// that grows with the image. Throws std::bad_alloc.
+/// Returns null if the image would have more than `maxPixels`, if a part of it or of a clip lies beyond
+/// FreeType's coordinates (32,767 pixels), or if the estimated time to draw it exceeds getMaxRasterWork.
+/// Layers and masks take at most 32 MiB, or what one row of pixels takes. Throws std::bad_alloc.
 std::shared_ptr<ColorGlyphImage> renderColorGlyph(FT_Face face, const ColorPaintList& paints,
                                                   const cinder::MatrixAffine2<float>& toDevice,
                                                   std::uint64_t maxPixels);

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <ft2build.h>
+#include FT_FREETYPE_H
+
+namespace Vell::FontEngine::Internal {
+
+/// Whether a call of FreeType has succeeded. What fails because of the font makes a glyph absent; what fails
+/// for lack of memory is no property of the font, so this throws FreeTypeException.
+bool isColorCallDone(FT_Error error, const char* call);
+
+} // namespace Vell::FontEngine::Internal
