@@ -7,8 +7,6 @@ namespace Vell::Testing {
 
 namespace {
 
-constexpr std::size_t channels = 4;
-
 std::uint32_t computeCrc(const Bytes& bytes) {
     std::uint32_t crc = 0xFFFFFFFF;
     for (const unsigned char byte : bytes) {
@@ -117,34 +115,91 @@ void addStrikeRecord(ByteWriter& cblc, const PictureStrike& strike, std::uint32_
     }
 }
 
-/// Adds the pictures of a strike to the data, and their positions, for each glyph of the range, to the
-/// result.
-Bytes addPictures(const PictureStrike& strike, ByteWriter& cbdt) {
-    ByteWriter offsets;
+void addMetrics(ByteWriter& writer, const GlyphPicture& picture) {
+    for (const int byte : {static_cast<int>(picture.rows), static_cast<int>(picture.width), picture.left,
+                           picture.top, static_cast<int>(picture.width)}) {
+        writer.addU8(static_cast<unsigned int>(byte));
+    }
+}
+
+bool isUniform(const PictureStrike& strike) {
+    return strike.indexFormat == 2 || strike.indexFormat == 5;
+}
+
+void addPicture(ByteWriter& cbdt, const PictureStrike& strike, const GlyphPicture& picture) {
+    if (!isUniform(strike)) {
+        addMetrics(cbdt, picture);
+    }
+    cbdt.addU32(static_cast<std::uint32_t>(picture.file.size()));
+    cbdt.addBytes(picture.file);
+}
+
+/// The length of each picture and the metrics of all of them.
+void addUniformMetrics(ByteWriter& index, const GlyphPicture& first) {
+    index.addU32(static_cast<std::uint32_t>(4 + first.file.size()));
+    addMetrics(index, first);
+    index.addZeros(3); // vertical metrics
+}
+
+/// Adds the pictures of every glyph of the range to the data, and their offsets to the index.
+void addDensePictures(const PictureStrike& strike, ByteWriter& cbdt, ByteWriter& index) {
     const std::size_t begin = cbdt.size();
-    const unsigned int first = strike.pictures.front().glyph;
-    const unsigned int last = strike.pictures.back().glyph;
-    offsets.addU16(first);
-    offsets.addU16(last);
-    offsets.addU32(8);
-    offsets.addU16(1);  // 32-bit offsets
-    offsets.addU16(17); // small metrics and a PNG
-    offsets.addU32(static_cast<std::uint32_t>(begin));
+    const auto addOffset = [&] {
+        const auto offset = static_cast<std::uint32_t>(cbdt.size() - begin);
+        strike.indexFormat == 1 ? index.addU32(offset) : index.addU16(offset);
+    };
     auto picture = strike.pictures.begin();
-    for (unsigned int glyph = first; glyph <= last; ++glyph) {
-        offsets.addU32(static_cast<std::uint32_t>(cbdt.size() - begin));
+    for (unsigned int glyph = picture->glyph; glyph <= strike.pictures.back().glyph; ++glyph) {
+        addOffset();
         if (picture->glyph == glyph) {
-            for (const int byte : {static_cast<int>(picture->rows), static_cast<int>(picture->width),
-                                   picture->left, picture->top, static_cast<int>(picture->width)}) {
-                cbdt.addU8(static_cast<unsigned int>(byte));
-            }
-            cbdt.addU32(static_cast<std::uint32_t>(picture->file.size()));
-            cbdt.addBytes(picture->file);
+            addPicture(cbdt, strike, *picture);
             ++picture;
         }
     }
-    offsets.addU32(static_cast<std::uint32_t>(cbdt.size() - begin));
-    return offsets.getBytes();
+    addOffset();
+    index.padTo4();
+}
+
+/// Adds the pictures to the data, and the glyphs that have some to the index.
+void addSparsePictures(const PictureStrike& strike, ByteWriter& cbdt, ByteWriter& index) {
+    const std::size_t begin = cbdt.size();
+    if (isUniform(strike)) {
+        addUniformMetrics(index, strike.pictures.front());
+    }
+    if (strike.indexFormat != 2) {
+        index.addU32(static_cast<std::uint32_t>(strike.pictures.size()));
+    }
+    for (const GlyphPicture& picture : strike.pictures) {
+        if (strike.indexFormat != 2) {
+            index.addU16(picture.glyph);
+        }
+        if (strike.indexFormat == 4) {
+            index.addU16(static_cast<unsigned int>(cbdt.size() - begin));
+        }
+        addPicture(cbdt, strike, picture);
+    }
+    if (strike.indexFormat == 4) {
+        index.addU16(0xFFFF);
+        index.addU16(static_cast<unsigned int>(cbdt.size() - begin));
+    }
+    index.padTo4();
+}
+
+/// Adds the pictures of a strike to the data, and returns the index of their positions.
+Bytes addPictures(const PictureStrike& strike, ByteWriter& cbdt) {
+    ByteWriter index;
+    index.addU16(strike.pictures.front().glyph);
+    index.addU16(strike.pictures.back().glyph);
+    index.addU32(8);
+    index.addU16(strike.indexFormat);
+    index.addU16(isUniform(strike) ? 19 : 17); // a PNG without metrics, or after small ones
+    index.addU32(static_cast<std::uint32_t>(cbdt.size()));
+    if (strike.indexFormat == 1 || strike.indexFormat == 3) {
+        addDensePictures(strike, cbdt, index);
+    } else {
+        addSparsePictures(strike, cbdt, index);
+    }
+    return index.getBytes();
 }
 
 } // namespace
@@ -181,6 +236,15 @@ Bytes buildMislabelledPng(const Picture& picture, std::uint32_t width, std::uint
     addChunk(png, "IDAT", store(filterRows(picture)));
     addChunk(png, "IEND", {});
     return png.getBytes();
+}
+
+Bytes addPngChunk(const Bytes& png, const std::string& type, const Bytes& content) {
+    constexpr std::ptrdiff_t headerEnd = 33;
+    ByteWriter writer;
+    writer.addBytes(Bytes(png.begin(), png.begin() + headerEnd));
+    addChunk(writer, type, content);
+    writer.addBytes(Bytes(png.begin() + headerEnd, png.end()));
+    return writer.getBytes();
 }
 
 GlyphPicture makeGlyphPicture(unsigned int glyph, int left, int top, const Picture& picture) {

@@ -28,6 +28,9 @@ Bytes buildPng(const Picture& picture);
 /// The same picture with another size in its header.
 Bytes buildMislabelledPng(const Picture& picture, std::uint32_t width, std::uint32_t rows);
 
+/// Adds a chunk to a PNG file, before the pixels.
+Bytes addPngChunk(const Bytes& png, const std::string& type, const Bytes& content);
+
 /// A picture that a font has for a glyph. The distances are in pixels, from the origin to the left edge and
 /// up to the top edge.
 struct GlyphPicture {
@@ -45,6 +48,9 @@ GlyphPicture makeGlyphPicture(unsigned int glyph, int left, int top, const Pictu
 struct PictureStrike {
     unsigned int ppem;
     std::vector<GlyphPicture> pictures; ///< in the order of the glyphs
+    /// Of the positions in CBLC: 1 to 5. With 2 and 5, all pictures have the place and extent of the first
+    /// one and files of one length, and with 2 no glyph between them lacks a picture.
+    unsigned int indexFormat = 1;
 };
 
 /// Builds the sbix table.

@@ -18,16 +18,10 @@ struct ColorGlyphCache : LockedCache<ColorGlyphInfo, ColorImagePtr, ColorGlyphIn
 } // namespace Internal
 
 using Internal::ColorFace;
+using Internal::ColorGlyphCache;
 using Internal::ColorGlyphSource;
 using Internal::ColorImagePtr;
 using Internal::RecursiveLock;
-
-/// What draws a glyph, without the cache and the face.
-struct ColorGlyphs::Drawing {
-    std::shared_ptr<const Internal::ColorPaintList> paints;
-    ColorImagePtr bitmap; // if there are no paints
-    float pixelsPerEm;    // of the bitmap
-};
 
 namespace {
 
@@ -64,6 +58,34 @@ PaintBox getBox(const ColorGlyphImage& image, float pixelsPerEm, float unitsPerE
             (left + static_cast<float>(image.width)) * scale, top * scale};
 }
 
+ColorImagePtr findImage(const ColorGlyphCache& cache, const ColorGlyphInfo& info, const FontFace& face) {
+    const RecursiveLock lock(cache.getMutex());
+    ColorGlyphSource source(openColorFace(face), info);
+    const auto makeNode = [&] {
+        ColorImagePtr image = source.makeImage();
+        const std::uint64_t bytes = weigh(image.get());
+        return ColorGlyphCache::Node(std::move(image), bytes);
+    };
+    return cache.getOrPut(source.getKey(), makeNode).getValue();
+}
+
+/// What draws a glyph, without the cache and the face.
+struct Drawing {
+    std::shared_ptr<const Internal::ColorPaintList> paints;
+    ColorImagePtr bitmap; // if there are no paints
+    float pixelsPerEm;    // of the bitmap
+};
+
+Drawing findDrawing(const ColorGlyphCache& cache, const ColorGlyphInfo& info, const FontFace& face) {
+    const RecursiveLock lock(cache.getMutex());
+    ColorFace& colorFace = openColorFace(face);
+    if (auto paints = ColorGlyphSource(colorFace, info).getPaints()) {
+        return {std::move(paints), nullptr, 0.0F};
+    }
+    const float size = findColorStrikeSize(colorFace, info.getGlyphIndex(), info.getPixelsPerEm());
+    return {nullptr, size > 0.0F ? findImage(cache, resize(info, size), face) : nullptr, size};
+}
+
 } // namespace
 
 ColorGlyphs::ColorGlyphs()
@@ -83,14 +105,7 @@ ColorImagePtr ColorGlyphs::getImage(const ColorGlyphInfo& info, const NNPtr<cons
     if (!mayHaveColors(*face)) {
         return nullptr;
     }
-    const RecursiveLock lock(_cache->getMutex());
-    ColorGlyphSource source(openColorFace(*face), info);
-    const auto makeNode = [&] {
-        ColorImagePtr image = source.makeImage();
-        const std::uint64_t bytes = weigh(image.get());
-        return Internal::ColorGlyphCache::Node(std::move(image), bytes);
-    };
-    return _cache->getOrPut(source.getKey(), makeNode).getValue();
+    return findImage(*_cache, info, *face);
 }
 
 float ColorGlyphs::getUnitsPerEm(const FontFace& face) {
@@ -102,24 +117,13 @@ bool ColorGlyphs::paint(const ColorGlyphInfo& info, const NNPtr<const FontFace>&
     if (!mayHaveColors(*face)) {
         return false;
     }
-    const Drawing drawing = prepare(info, face);
+    const Drawing drawing = findDrawing(*_cache, info, *face);
     if (drawing.paints != nullptr) {
         drawing.paints->paint(target);
     } else if (drawing.bitmap != nullptr) {
         target.drawImage(*drawing.bitmap, getBox(*drawing.bitmap, drawing.pixelsPerEm, getUnitsPerEm(*face)));
     }
     return drawing.paints != nullptr || drawing.bitmap != nullptr;
-}
-
-ColorGlyphs::Drawing ColorGlyphs::prepare(const ColorGlyphInfo& info,
-                                          const NNPtr<const FontFace>& face) const {
-    const RecursiveLock lock(_cache->getMutex());
-    ColorFace& colorFace = openColorFace(*face);
-    if (auto paints = ColorGlyphSource(colorFace, info).getPaints()) {
-        return {std::move(paints), nullptr, 0.0F};
-    }
-    const float size = findColorStrikeSize(colorFace, info.getGlyphIndex(), info.getPixelsPerEm());
-    return {nullptr, size > 0.0F ? getImage(resize(info, size), face) : nullptr, size};
 }
 
 CacheFigures ColorGlyphs::getFigures() const {

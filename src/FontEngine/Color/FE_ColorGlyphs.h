@@ -80,10 +80,8 @@ public:
     void reset(std::uint64_t maxBytes);
 
 private:
-    struct Drawing;
     friend class FontFactory;
     ColorGlyphs();
-    Drawing prepare(const ColorGlyphInfo& info, const NNPtr<const FontFace>& face) const;
 
     std::unique_ptr<Internal::ColorGlyphCache> _cache;
 };

@@ -13,6 +13,7 @@
 namespace Vell::FontEngine {
 namespace {
 
+using Testing::addPngChunk;
 using Testing::Bytes;
 using Testing::GlyphPicture;
 using Testing::makeGlyphPicture;
@@ -55,6 +56,35 @@ TEST(ColorBitmaps, OfTheRequestedSizeAreThoseOfFreeType) {
         expectSame(engine.getImage(TestGlyph::a, 8.0F), loadByFreeType(font, 0, TestGlyph::a));
         expectSame(engine.getImage(TestGlyph::a, 20.0F), loadByFreeType(font, 1, TestGlyph::a));
         expectSame(engine.getImage(TestGlyph::x, 20.0F), loadByFreeType(font, 1, TestGlyph::x));
+    }
+}
+
+TEST(ColorBitmaps, AreFoundInEveryFormatOfPositions) {
+    const PictureStrike strike = {
+        10,
+        {makeGlyphPicture(TestGlyph::a, 1, 7, makeMixedPicture(9, 8)),
+         makeGlyphPicture(TestGlyph::underscore, 1, 7, makeMixedPicture(9, 8)),
+         makeGlyphPicture(TestGlyph::x, 1, 7, Testing::makeFlatPicture(9, 8, {1, 2, 3, 255}))}};
+    for (const unsigned int format : {1U, 2U, 3U, 4U, 5U}) {
+        SCOPED_TRACE(format);
+        PictureStrike formatted = strike;
+        formatted.indexFormat = format;
+        const Bytes file = makeCbdtFont({makeTwoStrikes().front(), formatted}).build();
+        const ColorEngine engine(file);
+        const OpenedFont font(file);
+        for (const unsigned int glyph : {TestGlyph::a, TestGlyph::underscore, TestGlyph::x}) {
+            expectSame(engine.getImage(glyph, 10.0F), loadByFreeType(font, 1, glyph));
+        }
+        EXPECT_EQ(engine.getImage(TestGlyph::space, 10.0F), nullptr);
+    }
+}
+
+TEST(ColorBitmaps, MayHaveShortTextsInTheirFiles) {
+    GlyphPicture picture = makeGlyphPicture(TestGlyph::a, 1, 8, makeMixedPicture(8, 8));
+    picture.file = addPngChunk(picture.file, "tEXt", Bytes(1000, 'a'));
+    for (const Bytes& file :
+         {makeSbixFont({{8, {picture}}}).build(), makeCbdtFont({{8, {picture}}}).build()}) {
+        EXPECT_NE(ColorEngine(file).getImage(TestGlyph::a, 8.0F), nullptr);
     }
 }
 

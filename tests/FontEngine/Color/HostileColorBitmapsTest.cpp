@@ -12,6 +12,7 @@
 namespace Vell::FontEngine {
 namespace {
 
+using Testing::addPngChunk;
 using Testing::buildMislabelledPng;
 using Testing::Bytes;
 using Testing::GlyphPicture;
@@ -68,6 +69,31 @@ TEST(HostileColorBitmaps, OfTooManyPixelsAreNotDecoded) {
         }
     }
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(2));
+}
+
+// The PNG library would unpack each text to a thousand times its length, and keep it.
+TEST(HostileColorBitmaps, WithLongTextsAreNotUnpacked) {
+    const Bytes sound = makeGlyphPicture(TestGlyph::a, 1, 8, makeMixedPicture(8, 8)).file;
+    for (const char* const type : {"zTXt", "iTXt", "iCCP", "tEXt"}) {
+        for (const Bytes& font : makeFonts({{8, {makePicture(addPngChunk(sound, type, Bytes(70000, 1)))}}})) {
+            expectAbsentAndCached(font, 8.0F);
+        }
+    }
+    Bytes many = sound;
+    for (int i = 0; i != 70; ++i) {
+        many = addPngChunk(many, "zTXt", Bytes(1000, 1));
+    }
+    for (const Bytes& font : makeFonts({{8, {makePicture(many)}}})) {
+        expectAbsentAndCached(font, 8.0F);
+    }
+}
+
+TEST(HostileColorBitmaps, WhoseIndexRefersToItselfAreAbsent) {
+    Testing::CbdtTables tables = Testing::buildCbdt({{8, {makePicture({1, 2, 3})}}});
+    for (std::size_t at = 0; at != 4; ++at) {
+        tables.cblc[56 + 4 + at] = 0; // the range describes itself
+    }
+    expectAbsentAndCached(makeCbdtFont(makeTwoStrikes()).setTable("CBLC", tables.cblc).build(), 8.0F);
 }
 
 TEST(HostileColorBitmaps, OfAnotherSizeThanTheTableSaysAreAbsent) {

@@ -2,6 +2,7 @@
 
 #include <FontEngine/Color/Private/FE_ColorErrors.h>
 #include <FontEngine/Color/Private/FE_ColorScaling.h>
+#include <FontEngine/Color/Private/FE_PictureBounds.h>
 #include <FontLoaders/Public/FreeTypeMemory.h>
 
 #include <algorithm>
@@ -27,7 +28,8 @@ struct StrikeBitmap {
 
 /// Reads only the size of the bitmap: it is not decoded, and takes no memory.
 std::optional<StrikeBitmap> findInStrike(FT_Face face, const ColorStrike& strike, FT_UInt glyphIndex) {
-    if (!isColorCallDone(FT_Select_Size(face, strike.index), "FT_Select_Size") ||
+    if (!isPictureBounded(face, strike, glyphIndex) ||
+        !isColorCallDone(FT_Select_Size(face, strike.index), "FT_Select_Size") ||
         !isColorCallDone(FT_Load_Glyph(face, glyphIndex, loadFlags | FT_LOAD_BITMAP_METRICS_ONLY),
                          "FT_Load_Glyph")) {
         return std::nullopt;

@@ -3,14 +3,9 @@
 #include <FontEngine/Color/FE_ColorGlyphPainter.h>
 #include <FontEngine/Color/Private/FE_ColorFace.h>
 
-#include <cstdint>
 #include <memory>
 
 namespace Vell::FontEngine::Internal {
-
-/// The largest number of pixels of a bitmap in a font: a square of 4,096 pixels. Fonts in use have bitmaps of
-/// a few hundred pixels in each direction.
-constexpr std::uint64_t maxStrikePixels = std::uint64_t(1) << 24U;
 
 /// Makes the image of a glyph from the face's bitmaps: that of the strike of this size if there is one, else
 /// a scaled one, from the next larger strike that has the glyph, or from the largest. Null if no strike has

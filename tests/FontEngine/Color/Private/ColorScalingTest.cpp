@@ -80,7 +80,7 @@ double sample(const ColorGlyphImage& source, const ColorGlyphImage& result, cons
     double total = 0;
     for (int i = 0; i != samples; ++i) {
         for (int k = 0; k != samples; ++k) {
-            const double deviceX = result.left + x + (i + 0.5) / samples;
+            const double deviceX = result.left + static_cast<double>(x) + (i + 0.5) / samples;
             const double deviceY = -result.top + static_cast<double>(y) + (k + 0.5) / samples;
             total += reconstruct(source, deviceX / scale.x - source.left, deviceY / scale.y + source.top,
                                  scale.x > 1, channel);
