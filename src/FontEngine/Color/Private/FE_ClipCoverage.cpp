@@ -4,6 +4,7 @@
 #include <FontEngine/Private/FE_RasterWork.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 namespace Vell::FontEngine::Internal {
@@ -14,20 +15,24 @@ using Points = std::vector<FT_Vector>;
 
 constexpr double maxCoordinate = 32767.0 * 64;
 
-/// Transforms points to 26.6 device pixels. Returns false if one is beyond FreeType's coordinates.
-bool toPixels(const Points& points, const PixelMatrix& matrix, Points& pixels) {
-    pixels.reserve(points.size());
-    for (const FT_Vector& point : points) {
-        const cinder::Vec2<double> pixel =
-            apply(matrix, static_cast<double>(point.x), static_cast<double>(point.y));
-        const double x = pixel.x * 64;
-        const double y = pixel.y * 64;
-        if (!(std::abs(x) <= maxCoordinate && std::abs(y) <= maxCoordinate)) {
-            return false;
-        }
-        pixels.push_back({std::lround(x), std::lround(y)});
+/// Transforms a point to 26.6 device pixels. Returns false if it is beyond FreeType's coordinates.
+bool toPixel(const PixelMatrix& matrix, double fontX, double fontY, FT_Vector& pixel) {
+    const cinder::Vec2<double> position = apply(matrix, fontX, fontY);
+    const double x = position.x * 64;
+    const double y = position.y * 64;
+    if (!(std::abs(x) <= maxCoordinate && std::abs(y) <= maxCoordinate)) {
+        return false;
     }
+    pixel = {std::lround(x), std::lround(y)};
     return true;
+}
+
+bool toPixels(const Points& points, const PixelMatrix& matrix, Points& pixels) {
+    pixels.resize(points.size());
+    std::size_t i = 0;
+    return std::all_of(points.begin(), points.end(), [&](const FT_Vector& point) {
+        return toPixel(matrix, static_cast<double>(point.x), static_cast<double>(point.y), pixels[i++]);
+    });
 }
 
 PixelBox roundOutwards(const FT_BBox& box) {
@@ -132,20 +137,20 @@ bool covers(const Corners& corners, const PixelBox& box) {
            corners.top >= box.top;
 }
 
-PixelClip clipToPoints(const PixelClip& clip, const std::vector<cinder::Vec2<double>>& points,
-                       const PixelMatrix& matrix, FT_Library library, RasterBudget& budget) {
-    // Font units are too coarse for corners that have been confined, so they are scaled up.
-    constexpr double scale = 64;
-    ColorOutline outline{{},
-                         std::vector<char>(points.size(), FT_CURVE_TAG_ON),
-                         {static_cast<short>(points.size() - 1)},
-                         FT_OUTLINE_NONE,
-                         {0, 0, 0, 0}};
-    for (const cinder::Vec2<double>& point : points) {
-        outline.points.push_back({std::lround(point.x * scale), std::lround(point.y * scale)});
+PixelClip clipToCorners(const PixelClip& clip, const Corners& corners, const PixelMatrix& matrix,
+                        FT_Library library, RasterBudget& budget) {
+    std::array<FT_Vector, 4> points{};
+    if (!toPixel(matrix, corners.left, corners.bottom, points[0]) ||
+        !toPixel(matrix, corners.left, corners.top, points[1]) ||
+        !toPixel(matrix, corners.right, corners.top, points[2]) ||
+        !toPixel(matrix, corners.right, corners.bottom, points[3])) {
+        budget.refuse();
+        return {};
     }
-    return clipToOutline(clip, outline, matrix * PixelMatrix(1 / scale, 0, 0, 1 / scale, 0, 0), library,
-                         budget);
+    std::array<char, 4> tags{FT_CURVE_TAG_ON, FT_CURVE_TAG_ON, FT_CURVE_TAG_ON, FT_CURVE_TAG_ON};
+    short lastPoint = 3;
+    FT_Outline outline{1, 4, points.data(), tags.data(), &lastPoint, FT_OUTLINE_NONE};
+    return clipToPixels(clip, outline, library, budget);
 }
 
 } // namespace
@@ -166,11 +171,11 @@ PixelClip clipToOutline(const PixelClip& clip, const ColorOutline& outline, cons
 
 PixelClip clipToBox(const PixelClip& clip, const PaintBox& box, const PixelMatrix& matrix, FT_Library library,
                     RasterBudget& budget) {
+    if (clip.box.isEmpty()) {
+        return {};
+    }
     if (!isUpright(matrix)) {
-        return clipToPoints(
-            clip,
-            {{box.left, box.bottom}, {box.left, box.top}, {box.right, box.top}, {box.right, box.bottom}},
-            matrix, library, budget);
+        return clipToCorners(clip, {box.left, box.bottom, box.right, box.top}, matrix, library, budget);
     }
     const Corners corners = transform(box, matrix);
     if (covers(corners, clip.box)) {
@@ -180,10 +185,7 @@ PixelClip clipToBox(const PixelClip& clip, const PaintBox& box, const PixelMatri
     if (seen.left >= seen.right || seen.bottom >= seen.top) {
         return {};
     }
-    return clipToPoints(
-        clip,
-        {{seen.left, seen.bottom}, {seen.left, seen.top}, {seen.right, seen.top}, {seen.right, seen.bottom}},
-        PixelMatrix(), library, budget);
+    return clipToCorners(clip, seen, PixelMatrix(), library, budget);
 }
 
 } // namespace Vell::FontEngine::Internal

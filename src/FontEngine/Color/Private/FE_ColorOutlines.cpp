@@ -45,18 +45,26 @@ FT_Outline ColorOutline::view(FT_Vector* movedPoints) const {
             const_cast<char*>(tags.data()),      const_cast<short*>(contours.data()), flags};
 }
 
+bool ColorOutlines::hasTime() {
+    constexpr std::size_t loadsBetweenChecks = 16; // reading the thread's time is expensive
+    if (_outlines.size() % loadsBetweenChecks != 0) {
+        return true;
+    }
+    const double now = readThreadTime();
+    _start = _outlines.empty() ? now : _start;
+    return now - _start <= maxSeconds;
+}
+
 bool ColorOutlines::load(FT_Face face, unsigned int glyphIndex) {
     if (_outlines.count(glyphIndex) != 0) {
         return true;
     }
-    const double start = readThreadTime();
-    if (!loadSlot(face, glyphIndex)) {
+    if (!hasTime() || !loadSlot(face, glyphIndex)) {
         return false;
     }
-    _seconds += readThreadTime() - start;
     _pointCount += static_cast<std::size_t>(face->glyph->outline.n_points);
     FT_BBox box;
-    if (_pointCount > maxPoints || _seconds > maxSeconds ||
+    if (_pointCount > maxPoints ||
         !isColorCallDone(FT_Outline_Get_BBox(&face->glyph->outline, &box), "FT_Outline_Get_BBox")) {
         return false;
     }

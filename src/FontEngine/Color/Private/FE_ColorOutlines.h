@@ -34,9 +34,12 @@ public:
     const ColorOutline& get(unsigned int glyphIndex) const;
 
 private:
+    /// Whether the time is not up that all outlines together may take.
+    bool hasTime();
+
     std::map<unsigned int, ColorOutline> _outlines;
     std::size_t _pointCount = 0;
-    double _seconds = 0;
+    double _start = 0; ///< the thread's time when the first outline was loaded, in seconds
 };
 
 } // namespace Vell::FontEngine::Internal

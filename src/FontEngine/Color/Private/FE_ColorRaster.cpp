@@ -36,7 +36,9 @@ std::optional<PixelBox> findPixels(const PaintBox& box, const PixelMatrix& matri
             top = std::max(top, std::ceil(y));
         }
     }
-    if (!(left >= -maxPixel && bottom >= -maxPixel && right <= maxPixel && top <= maxPixel)) {
+    // A matrix that is not finite leaves the edges in the wrong order.
+    if (!(-maxPixel <= left && left <= right && right <= maxPixel && -maxPixel <= bottom && bottom <= top &&
+          top <= maxPixel)) {
         return std::nullopt;
     }
     return PixelBox{static_cast<int>(left), static_cast<int>(bottom), static_cast<int>(right),
@@ -67,7 +69,7 @@ private:
 
 /// Returns the number of rows for which all layers and masks together fit into 32 MiB, at least one.
 int chooseBandRows(const PaintOperations& operations, std::size_t width) {
-    constexpr std::size_t maxPixels = 32 * 1024 * 1024 / sizeof(ColorPixel);
+    constexpr std::size_t maxPixels = (std::size_t(32) << 20U) / sizeof(ColorPixel);
     LayerCount layers;
     replay(operations, layers);
     const std::size_t rows = maxPixels / (std::max<std::size_t>(width, 1) * layers.get());

@@ -5,7 +5,9 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <map>
 #include <optional>
+#include <vector>
 
 namespace Vell::FontEngine::Internal {
 
@@ -38,7 +40,8 @@ private:
     std::size_t _position = 0;
 };
 
-/// A table of a font file, read piece by piece.
+/// A table of a font file. Reads it in pages, because FreeType searches the directory of the file, however
+/// long, for each piece.
 class FontTable {
 public:
     /// A table that the font lacks has no bytes.
@@ -49,9 +52,14 @@ public:
     std::optional<TableFields> read(std::size_t offset, std::size_t size) const;
 
 private:
+    using Page = std::vector<unsigned char>;
+
+    const Page& getPage(std::size_t index) const;
+
     FT_Face _face;
     FT_ULong _tag;
     FT_ULong _size = 0;
+    mutable std::map<std::size_t, Page> _pages;
 };
 
 } // namespace Vell::FontEngine::Internal

@@ -236,7 +236,8 @@ Pixel over(const Pixel& source, const Pixel& destination) {
 }
 
 unsigned char toByte(float value) {
-    return static_cast<unsigned char>(std::clamp(value, 0.0F, 1.0F) * 255.0F + 0.5F);
+    constexpr float half = 0.5F; // rounds, because the cast truncates
+    return static_cast<unsigned char>(std::clamp(value, 0.0F, 1.0F) * 255.0F + half);
 }
 
 } // namespace

@@ -65,17 +65,20 @@ TEST(BrokenPaintGraph, IsAbsentBeyond64Levels) {
 }
 
 TEST(BrokenPaintGraph, IsAbsentBeyond65536Nodes) {
-    // Each of the outer layers has 257 nodes: itself, and 128 times two.
     ColrTable table;
     for (unsigned int i = 0; i < 128; ++i) {
         table.addLayer(makeScale(0, 0, makeSolid(0)));
     }
-    const unsigned int inner = 128;
-    for (unsigned int i = 0; i < 255; ++i) {
+    // 254 times 257 nodes, and 255 nodes
+    constexpr unsigned int outer = 128;
+    for (unsigned int i = 0; i < 254; ++i) {
         table.addLayer(makeLayers(128, 0));
     }
-    table.addGlyph(glyph, makeScale(0, 0, makeGlyph(PaintShape::bar, makeLayers(254, inner))));
-    table.addGlyph(glyph + 1, makeScale(0, 0, makeGlyph(PaintShape::bar, makeLayers(255, inner))));
+    table.addLayer(makeLayers(127, 0));
+    // three nodes more: 65,536 in all
+    const Paint paint = makeScale(0, 0, makeGlyph(PaintShape::bar, makeLayers(255, outer)));
+    table.addGlyph(glyph, paint);
+    table.addGlyph(glyph + 1, makeScale(1, 1, paint));
     EXPECT_NE(drawSoon(table), nullptr);
     EXPECT_EQ(drawSoon(table, glyph + 1), nullptr);
 }
@@ -126,6 +129,32 @@ TEST(BrokenPaintGraph, IsAbsentIfItsTableEndsEarly) {
         const auto paints = Internal::makeColorPaintList(font.get(), glyph,
                                                          Internal::resolvePalette(font.get(), {}, textColor));
         EXPECT_EQ(paints != nullptr, length == whole.size()) << length;
+    }
+}
+
+TEST(BrokenPaintGraph, IsReadAcrossThePagesOfItsTable) {
+    // Layers of different colours; the paints and their colours cross the ends of many pages of 4096 bytes.
+    ColrTable table;
+    constexpr unsigned int count = 250;
+    for (unsigned int i = 0; i < count; ++i) {
+        Line line;
+        for (unsigned int stop = 0; stop < 17; ++stop) {
+            line.stops.push_back({stop / 16.0, (i + stop) % 8});
+        }
+        table.addLayer(makeGlyph(PaintShape::bar, makeLinear(line, {0, 0}, {900, 0}, {0, 900})));
+    }
+    table.addGlyph(glyph, makeLayers(count, 0));
+    ASSERT_GT(table.build().size(), 30000U);
+    const auto paints = PaintFont(table).walk(glyph);
+    ASSERT_NE(paints, nullptr);
+    for (unsigned int i = 0; i < count; ++i) {
+        const auto& gradient = std::get<LinearGradient>(paints->operations.at(3 * i + 1));
+        ASSERT_EQ(gradient.line.stops.size(), 17U);
+        for (unsigned int stop = 0; stop < 17; ++stop) {
+            const Color color = makeExamplePalettes().front().at((i + stop) % 8);
+            EXPECT_EQ(gradient.line.stops[stop].color.g, color.g) << i << ", " << stop;
+            EXPECT_EQ(gradient.line.stops[stop].offset, static_cast<float>(stop) / 16) << i << ", " << stop;
+        }
     }
 }
 

@@ -143,6 +143,19 @@ TEST(ColorPaintWalker, DrawsVariablePaintsAsTheDefaultInstance) {
     EXPECT_EQ(std::get<PaintColor>(paints->operations.at(2)), PaintColor(20, 180, 70, 255));
 }
 
+TEST(ColorPaintWalker, ReadsTheStopsOfVariableGradients) {
+    // PaintVarLinearGradient from (0, 0) to (256, 0), and a line of two stops with variations
+    Bytes linear{5, 0, 0, 20, 0, 0, 0, 0, 1, 0, 0, 0, 0, 0, 1, 0, 0, 0, 0, 0};
+    linear.insert(linear.end(), {0, 0, 2});
+    linear.insert(linear.end(), {0, 0, 0, 1, 0x40, 0, 0, 0, 0, 7});
+    linear.insert(linear.end(), {0x40, 0, 0, 2, 0x20, 0, 0, 0, 0, 9});
+    const auto gradient = walkToGradient<LinearGradient>(makeRaw(linear));
+    ASSERT_EQ(gradient.line.stops.size(), 2U);
+    EXPECT_EQ(gradient.line.stops.front().color, PaintColor(20, 180, 70, 255));
+    EXPECT_EQ(gradient.line.stops.back().color, PaintColor(30, 60, 200, 128));
+    EXPECT_EQ(gradient.p1, cinder::Vec2<float>(256, 0));
+}
+
 TEST(ColorPaintWalkerPalette, IsTheFirstOneIfTheFontLacksTheIndex) {
     Testing::FontBuilder builder = makePaintFont(1);
     builder.setTable("CPAL",

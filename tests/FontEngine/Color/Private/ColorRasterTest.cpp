@@ -4,7 +4,8 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
+#include <cstdint>
+#include <limits>
 
 namespace Vell::FontEngine {
 
@@ -99,6 +100,15 @@ TEST(ColorRaster, RefusesCoordinatesBeyondFreeType) {
                                                            makeGlyph(PaintShape::square, makeSolid(0))))));
     EXPECT_NE(draw(clipped, {0.01F, 0, 0, 0.01F, 0, 0}), nullptr);
     EXPECT_EQ(draw(clipped, {0.1F, 0, 0, 0.1F, 0, 0}), nullptr);
+}
+
+TEST(ColorRaster, RefusesMatricesThatAreNotFinite) {
+    const PaintFont font(makeTable(makeGlyph(PaintShape::bar, makeSolid(0))));
+    for (const float entry :
+         {std::numeric_limits<float>::infinity(), std::numeric_limits<float>::quiet_NaN()}) {
+        EXPECT_EQ(draw(font, {entry, 0, 0, entry, 0, 0}), nullptr);
+        EXPECT_EQ(draw(font, {1, 0, 0, 1, 0, entry}), nullptr);
+    }
 }
 
 TEST(ColorRaster, CountsTheAreaOfFillsAndGroups) {
