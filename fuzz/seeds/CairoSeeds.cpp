@@ -1,6 +1,7 @@
 #include <fuzz/seeds/Seeds.h>
 
 #include <fuzz/support/CairoScript.h>
+#include <fuzz/support/ColorPaintScript.h>
 
 #include <ft2build.h>
 #include FT_FREETYPE_H
@@ -112,6 +113,62 @@ Seed makeAbsurdSeed(unsigned int absurd) {
     return script.build("absurd-" + std::to_string(absurd));
 }
 
+ScriptWriter& addLine(ScriptWriter& script, unsigned int extend) {
+    script.addByte(extend + 3); // three stops
+    for (const unsigned int byte :
+         {0U, 255U, 0U, 0U, 255U, 128U, 20U, 200U, 30U, 90U, 255U, 0U, 0U, 255U, 255U}) {
+        script.addByte(byte);
+    }
+    return script;
+}
+
+void addNumbers(ScriptWriter& script, const std::vector<unsigned int>& numbers) {
+    for (const unsigned int number : numbers) {
+        script.addByte(number >> 8).addByte(number & 0xFF);
+    }
+}
+
+void addStep(ScriptWriter& script, ColorPaintStep step) {
+    script.addByte(static_cast<unsigned int>(step));
+}
+
+void addFills(ScriptWriter& script, unsigned int extend) {
+    addStep(script, ColorPaintStep::Linear);
+    addNumbers(addLine(script, extend), {at(2), at(3), at(9), at(5), at(1), at(12)});
+    addStep(script, ColorPaintStep::Radial);
+    addNumbers(addLine(script, extend), {at(9), at(9), at(1), at(12), at(10), at(8)});
+    addStep(script, ColorPaintStep::Sweep);
+    addNumbers(addLine(script, extend), {at(10), at(11), 0x4800, 0x6000});
+    addStep(script, ColorPaintStep::Solid);
+    addNumbers(script, {0x10C0, 0x2080});
+}
+
+Seed makeColorSeed(std::string name, unsigned int flags, unsigned int mode) {
+    using Step = ColorPaintStep;
+    ScriptWriter script(flags);
+    script.add(CairoOperation::Translate, {at(3), at(20)}).add(CairoOperation::ColorGlyph);
+    addStep(script, Step::GlyphClip);
+    script.addByte(2);
+    addFills(script, mode % 3);
+    addStep(script, Step::Group);
+    addStep(script, Step::Transform);
+    addNumbers(script, {oneFold, oneFold / 4, oneFold / 3, oneFold, at(1), at(-2)});
+    addStep(script, Step::BoxClip);
+    addNumbers(script, {at(1), at(2), at(30), at(14)});
+    addFills(script, (mode + 1) % 3);
+    addStep(script, Step::Image);
+    for (const unsigned int byte : {7U, 9U, 7U, 16U, 0U, 12U}) {
+        script.addByte(byte);
+    }
+    addNumbers(script, {at(4), at(1), at(13), at(9)});
+    addStep(script, Step::Pop);
+    addStep(script, Step::Pop);
+    addStep(script, Step::Pop);
+    script.addByte(mode);
+    addStep(script, mode % 4 == 0 ? Step::Exception : Step::End);
+    return script.build(std::move(name));
+}
+
 Seed makeBrokenSeed(std::string name, unsigned int way) {
     ScriptWriter script;
     addShape(script);
@@ -134,6 +191,9 @@ std::vector<Seed> makeCairoSeeds() {
     for (unsigned int flag = 1; flag < 256; flag *= 2) {
         seeds.push_back(makePathSeed("paths-flag-" + std::to_string(flag), flag, 0));
         seeds.push_back(makeGlyphSeed("glyphs-flag-" + std::to_string(flag), flag, 0, 0x55));
+    }
+    for (unsigned int mode = 0; mode < 28; ++mode) {
+        seeds.push_back(makeColorSeed("colors-" + std::to_string(mode), 1U << mode % 8, mode));
     }
     for (unsigned int absurd = 0; absurd < 23; ++absurd) {
         seeds.push_back(makeAbsurdSeed(absurd));

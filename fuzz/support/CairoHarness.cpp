@@ -4,6 +4,7 @@
 #include <fuzz/support/CairoPicture.h>
 #include <fuzz/support/CairoRules.h>
 #include <fuzz/support/CairoScript.h>
+#include <fuzz/support/ColorPaintScript.h>
 #include <fuzz/support/Finding.h>
 #include <fuzz/support/Tolerate.h>
 
@@ -109,6 +110,8 @@ private:
             return setColor();
         case Kind::Break:
             return breakContexts();
+        case Kind::ColorGlyph:
+            return drawColors();
         default:
             return changeTransforms(operation);
         }
@@ -203,6 +206,13 @@ private:
         checkContexts();
         draw(_referenceEasel, glyph, position);
         compare(glyph);
+    }
+
+    void drawColors() {
+        const bool isDrawn = tolerate<CairoAdapterException>(
+            [&] { static_cast<void>(drawScriptedColors(_reader, _easel.painter)); });
+        require(isDrawn || _isBroken, "a context that works draws every colour glyph");
+        checkContexts();
     }
 
     void draw(Easel& easel, const ScriptedGlyph& glyph, const Point& position) {

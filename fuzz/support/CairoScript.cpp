@@ -19,7 +19,7 @@ constexpr unsigned int hasBase = 128;
 
 constexpr cairo_format_t formats[] = {CAIRO_FORMAT_ARGB32, CAIRO_FORMAT_RGB24, CAIRO_FORMAT_A8,
                                       CAIRO_FORMAT_RGB16_565};
-constexpr unsigned int operationCount = static_cast<unsigned int>(CairoOperation::Break) + 1;
+constexpr unsigned int operationCount = static_cast<unsigned int>(CairoOperation::ColorGlyph) + 1;
 
 /// A number that surfaces and painters accept as a scale.
 float takeScale(ByteReader& reader) {

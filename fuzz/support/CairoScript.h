@@ -58,7 +58,8 @@ enum class CairoOperation {
     Reset,
     Push,
     Pop,
-    Break ///< 1 byte: a singular matrix, or the end of the surface
+    Break,     ///< 1 byte: a singular matrix, or the end of the surface
+    ColorGlyph ///< see ColorPaintStep
 };
 
 CairoOperation takeCairoOperation(ByteReader& reader);

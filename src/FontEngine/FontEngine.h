@@ -8,6 +8,7 @@
 #include <FontEngine/Color/FE_ColorGlyphPainter.h>
 #include <FontEngine/Color/FE_ColorGlyphs.h>
 #include <FontEngine/Color/FE_ColorPaintTarget.h>
+#include <FontEngine/Color/FE_ColorVectorPainter.h>
 #include <FontEngine/Color/FE_DrawColorGlyphs.h>
 #include <FontEngine/FE_BitmapGlyphPainter.h>
 #include <FontEngine/FE_CacheFigures.h>

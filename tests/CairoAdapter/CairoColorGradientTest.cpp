@@ -251,6 +251,24 @@ TEST(CairoColorGradient, FollowsTheTransformsAroundIt) {
     EXPECT_EQ(canvas.getPixelAt(20, 20), bluePixel);
 }
 
+/// cairo's image code cannot hold such numbers, and would leave the context in an error state for good.
+TEST(CairoColorGradient, MayLieFarAway) {
+    const ColorCanvas canvas([](ColorPaintTarget& target) {
+        const ColorLine line{{{0, red}, {1, blue}}, GradientExtend::Pad};
+        target.pushClip(ClipFont::box);
+        target.pushTransform(cinder::MatrixAffine2<float>(0.009F, 0.008F, 0.006F, 0.002F, 3e11F, 1e12F));
+        target.fill(LinearGradient{line, {-95, -96}, {-104, -87}, {0, 1}});
+        target.fill(RadialGradient{line, {-95, -96}, 3, {-104, -87}, 9});
+        target.fill(SweepGradient{line, {-95, -96}, 0, 1});
+        target.popTransform();
+        target.pushTransform(cinder::MatrixAffine2<float>(1, 0, 0, 1, -200000, 0));
+        target.fill(LinearGradient{line, {0, 0}, {1, 0}, {0, 1}});
+        target.popTransform();
+        target.popClip();
+    });
+    EXPECT_TRUE(canvas.isBoxOf(bluePixel, 10, 10, 30, 40)); // behind the end of the last gradient
+}
+
 TEST(CairoColorGradient, DrawsNothingUnderASingularTransform) {
     const ColorCanvas canvas([](ColorPaintTarget& target) {
         const ColorLine line{{{0, red}, {1, blue}}, GradientExtend::Pad};

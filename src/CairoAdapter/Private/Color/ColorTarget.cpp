@@ -121,15 +121,16 @@ void ColorTarget::fill(const FontEngine::PaintColor& color) {
 }
 
 void ColorTarget::fill(const FontEngine::LinearGradient& gradient) {
-    fillWith(makeGradientPattern(gradient));
+    fillWithGradient(gradient);
 }
 
 void ColorTarget::fill(const FontEngine::RadialGradient& gradient) {
-    const PatternPtr pattern = makeGradientPattern(gradient);
     if (isExpressible(_context, gradient)) {
-        fillWith(pattern);
-    } else if (const auto toGradient = tryInvert(_matrix)) {
-        applyClip(); // the image is as large as the clip
+        return fillWithGradient(gradient);
+    }
+    applyClip(); // the image is as large as the clip
+    if (const auto toGradient = tryInvert(_matrix)) {
+        const PatternPtr pattern = makeGradientPattern(gradient, 1.0);
         cairo_pattern_set_matrix(pattern.get(), &*toGradient);
         paintDevicePattern(toPixels(_context, pattern.get(), getClip(_context)));
     }
@@ -180,7 +181,7 @@ void ColorTarget::drawImage(const FontEngine::BitmapGlyphImage& image, const Fon
             adoptPattern(cairo_pattern_create_for_surface(makeGlyphSurface(image).surface.get()));
         cairo_pattern_set_filter(pattern.get(), chooseFilter(_context, matrix, image.width, image.rows));
         setSource(pattern.get(), matrix);
-        paintSource();
+        fillSource();
     }
 }
 
@@ -229,39 +230,53 @@ void ColorTarget::setSource(cairo_pattern_t* pattern, const cairo_matrix_t& matr
     cairo_identity_matrix(_context);
 }
 
-void ColorTarget::fillWith(const PatternPtr& pattern) {
-    if (isDrawable(_matrix)) {
-        setSource(pattern.get(), _matrix);
+template <class Gradient>
+void ColorTarget::fillWithGradient(const Gradient& gradient) {
+    const auto toGradient = tryInvert(_matrix);
+    const DeviceBox box = getFillBox();
+    if (!toGradient || box.isEmpty()) {
+        return;
+    }
+    const double scale = choosePatternScale(getExtent(gradient), box, *toGradient);
+    const cairo_matrix_t matrix = chain({1.0 / scale, 0.0, 0.0, 1.0 / scale, 0.0, 0.0}, _matrix);
+    if (isDrawable(matrix)) {
+        setSource(makeGradientPattern(gradient, scale).get(), matrix);
         fillSource();
     }
+}
+
+/// What the next fill can change.
+DeviceBox ColorTarget::getFillBox() {
+    const DeviceBox clip = getClip(_context);
+    const Scope* const pending = findPendingClip();
+    if (pending == nullptr) {
+        return clip;
+    }
+    addPath(*pending);
+    DeviceBox path{};
+    cairo_path_extents(_context, &path.left, &path.top, &path.right, &path.bottom);
+    cairo_new_path(_context);
+    return {std::max(path.left, clip.left), std::max(path.top, clip.top), std::min(path.right, clip.right),
+            std::min(path.bottom, clip.bottom)};
 }
 
 void ColorTarget::paintDevicePattern(const PatternPtr& pattern) {
     if (pattern != nullptr) {
         cairo_set_source(_context, pattern.get());
-        paintSource();
+        fillSource();
     }
 }
 
 void ColorTarget::fillSource() {
+    if (isDocument(_context) && isInGroup()) {
+        _groupBox = unite(_groupBox, getFillBox());
+    }
     if (const Scope* const clip = findPendingClip()) {
         addPath(*clip);
-        if (isInGroup()) {
-            DeviceBox box{};
-            cairo_fill_extents(_context, &box.left, &box.top, &box.right, &box.bottom);
-            _groupBox = unite(_groupBox, box);
-        }
         cairo_fill(_context);
     } else {
-        paintSource();
+        cairo_paint(_context);
     }
-}
-
-void ColorTarget::paintSource() {
-    if (isInGroup()) {
-        _groupBox = unite(_groupBox, getClip(_context));
-    }
-    cairo_paint(_context);
 }
 
 bool ColorTarget::isInGroup() const {

@@ -72,11 +72,12 @@ private:
     void applyClip();
     void addPath(const Scope& clip);
     void setSource(cairo_pattern_t* pattern, const cairo_matrix_t& matrix);
-    void fillWith(const PatternPtr& pattern);
+    template <class Gradient>
+    void fillWithGradient(const Gradient& gradient);
+    DeviceBox getFillBox();
     /// Does nothing without a pattern, such as for an empty clip.
     void paintDevicePattern(const PatternPtr& pattern);
     void fillSource();
-    void paintSource();
     bool isInGroup() const;
 
     cairo_t* _context;

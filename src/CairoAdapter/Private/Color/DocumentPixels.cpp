@@ -36,16 +36,15 @@ DeviceBox getClip(cairo_t* context) {
             std::min(box.bottom, limits.y)};
 }
 
+bool isDocument(cairo_t* context) {
+    const cairo_surface_type_t type = getType(context);
+    return type == CAIRO_SURFACE_TYPE_SVG || type == CAIRO_SURFACE_TYPE_PDF || type == CAIRO_SURFACE_TYPE_PS;
+}
+
 bool isExpressible(cairo_t* context, cairo_operator_t mode) {
-    switch (getType(context)) {
-    case CAIRO_SURFACE_TYPE_PDF:
-        return mode == CAIRO_OPERATOR_OVER || mode >= CAIRO_OPERATOR_MULTIPLY;
-    case CAIRO_SURFACE_TYPE_SVG:
-    case CAIRO_SURFACE_TYPE_PS:
-        return mode == CAIRO_OPERATOR_OVER;
-    default:
-        return true;
-    }
+    const bool isBlendMode = mode >= CAIRO_OPERATOR_MULTIPLY;
+    return !isDocument(context) || mode == CAIRO_OPERATOR_OVER ||
+           (isBlendMode && getType(context) == CAIRO_SURFACE_TYPE_PDF);
 }
 
 bool isExpressible(cairo_t* context, const FontEngine::RadialGradient& gradient) {

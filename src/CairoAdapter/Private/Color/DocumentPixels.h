@@ -23,6 +23,9 @@ DeviceBox unite(const DeviceBox& a, const DeviceBox& b);
 /// The clip, as far as cairo's numbers reach. The context's own matrix must be the identity.
 DeviceBox getClip(cairo_t* context);
 
+/// Whether the surface below the context is an SVG, PDF or PostScript document.
+bool isDocument(cairo_t* context);
+
 /// Whether the surface below the context keeps a group that is combined in this way. Images and recordings
 /// keep everything.
 bool isExpressible(cairo_t* context, cairo_operator_t mode);

@@ -1,5 +1,7 @@
 #include <CairoAdapter/Private/Color/GradientPatterns.h>
 
+#include <algorithm>
+#include <cmath>
 #include <vector>
 
 namespace Vell::CairoAdapter::Internal {
@@ -46,9 +48,11 @@ PatternPtr addLine(PatternPtr pattern, const FontEngine::ColorLine& line, const 
 }
 
 struct GradientPoint {
-    explicit GradientPoint(const cinder::Vec2<float>& point)
-        : x(point.x)
-        , y(point.y) {}
+    explicit GradientPoint(const cinder::Vec2<float>& point, double scale = 1.0)
+        : x(static_cast<double>(point.x) * scale)
+        , y(static_cast<double>(point.y) * scale) {}
+
+    double getExtent() const { return std::max(std::abs(x), std::abs(y)); }
 
     double x;
     double y;
@@ -56,10 +60,20 @@ struct GradientPoint {
 
 } // namespace
 
-PatternPtr makeGradientPattern(const FontEngine::LinearGradient& gradient) {
-    const GradientPoint p0(gradient.p0);
-    const GradientPoint p1(gradient.p1);
-    const GradientPoint p2(gradient.p2);
+double getExtent(const FontEngine::LinearGradient& gradient) {
+    return std::max({GradientPoint(gradient.p0).getExtent(), GradientPoint(gradient.p1).getExtent(),
+                     GradientPoint(gradient.p2).getExtent()});
+}
+
+double getExtent(const FontEngine::RadialGradient& gradient) {
+    return std::max({GradientPoint(gradient.center0).getExtent(), GradientPoint(gradient.center1).getExtent(),
+                     static_cast<double>(gradient.radius0), static_cast<double>(gradient.radius1)});
+}
+
+PatternPtr makeGradientPattern(const FontEngine::LinearGradient& gradient, double scale) {
+    const GradientPoint p0(gradient.p0, scale);
+    const GradientPoint p1(gradient.p1, scale);
+    const GradientPoint p2(gradient.p2, scale);
     // The colours of cairo's gradients are constant at right angles to their line. The line to p1 is
     // therefore projected on the normal of the one to p2.
     const double normalX = p0.y - p2.y;
@@ -75,13 +89,25 @@ PatternPtr makeGradientPattern(const FontEngine::LinearGradient& gradient) {
         gradient.line, span);
 }
 
-PatternPtr makeGradientPattern(const FontEngine::RadialGradient& gradient) {
-    const GradientPoint center0(gradient.center0);
-    const GradientPoint center1(gradient.center1);
-    return addLine(adoptPattern(cairo_pattern_create_radial(
-                       center0.x, center0.y, static_cast<double>(gradient.radius0), center1.x, center1.y,
-                       static_cast<double>(gradient.radius1))),
+PatternPtr makeGradientPattern(const FontEngine::RadialGradient& gradient, double scale) {
+    const GradientPoint center0(gradient.center0, scale);
+    const GradientPoint center1(gradient.center1, scale);
+    const double radius0 = static_cast<double>(gradient.radius0) * scale;
+    const double radius1 = static_cast<double>(gradient.radius1) * scale;
+    return addLine(adoptPattern(cairo_pattern_create_radial(center0.x, center0.y, radius0, center1.x,
+                                                            center1.y, radius1)),
                    gradient.line, Span());
+}
+
+double choosePatternScale(double extent, const DeviceBox& box, const cairo_matrix_t& toGradient) {
+    constexpr double maxCoordinate = 16000.0; // half of what its 16.16 numbers hold
+    for (double x : {box.left, box.right}) {
+        for (double y : {box.top, box.bottom}) {
+            cairo_matrix_transform_point(&toGradient, &x, &y);
+            extent = std::max({extent, std::abs(x), std::abs(y)});
+        }
+    }
+    return extent > maxCoordinate ? maxCoordinate / extent : 1.0;
 }
 
 } // namespace Vell::CairoAdapter::Internal

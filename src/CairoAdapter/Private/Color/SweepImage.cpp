@@ -25,7 +25,8 @@ StraightColor getColor(const std::vector<Sector>& sectors, double angle) {
     const auto found = std::upper_bound(sectors.begin(), sectors.end() - 1, positive,
                                         [](double value, const Sector& sector) { return value < sector.to; });
     const double share = (positive - found->from) / (found->to - found->from);
-    return mix(found->fromColor, found->toColor, std::clamp(share, 0.0, 1.0));
+    const double known = share > 0.0 ? std::min(share, 1.0) : 0.0; // also if it is no number
+    return mix(found->fromColor, found->toColor, known);
 }
 
 } // namespace
