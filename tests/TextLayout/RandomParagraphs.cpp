@@ -48,7 +48,11 @@ const Samples installedSamples = {"a",
                                   "\u00A0",
                                   "\u0434",
                                   "-",
-                                  "\u0644\u064E\u0627"};
+                                  "\u0644\u064E\u0627",
+                                  "\U0001F600",
+                                  "\u2764\uFE0F",
+                                  "\U0001F469\U0001F3FD\u200D\U0001F680",
+                                  "\U0001F1E9\U0001F1EA"};
 
 std::string makeText(std::mt19937& random, const Samples& samples) {
     std::string text;

@@ -35,9 +35,9 @@ private:
 
     bool ownFontHas(char32_t character) const;
     bool ownFontHas(const std::u32string& cluster) const;
-    bool ownFontServes(const std::u32string& cluster) const;
+    bool ownFontServes(const std::u32string& cluster);
     bool prefersFallback(const std::u32string& cluster) const;
-    FallbackFace choose(const std::u32string& cluster) const;
+    FallbackFace choose(const std::u32string& cluster);
     std::uint32_t findFont(const FallbackFace& face);
     std::uint32_t addFallback(const FallbackFace& face);
     std::uint32_t addFont(const NNPtr<const Gfx::FontFaceInfo>& faceInfo,
@@ -51,7 +51,8 @@ private:
     NNPtr<const Gfx::FontInfo> _fontInfo;
     std::uint32_t _ownFont;
     const Gfx::CharMap* _ownCharMap;
-    std::shared_ptr<FallbackAnswers> _answers; // null until they are needed
+    std::shared_ptr<ShapingFont> _ownShapingFont; // null until it is needed
+    std::shared_ptr<FallbackAnswers> _answers;    // null until they are needed
     std::vector<FallbackFont> _fallbackFonts;
 };
 
