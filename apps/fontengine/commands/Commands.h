@@ -78,6 +78,7 @@ struct DemoOptions {
 struct SpecimenOptions {
     std::string familyOrFile;
     std::string folder;
+    unsigned short palette = 0; ///< of colour glyphs
 };
 
 /// The longest text that is analysed, in bytes.

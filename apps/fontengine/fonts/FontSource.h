@@ -25,6 +25,9 @@ public:
     /// lacks. Throws ToolError if the file cannot be used. If the family is missing, makeFont throws it.
     explicit FontSource(const FontRequest& request);
 
+    /// For colour glyphs of the fonts that are made from now on with the first makeFont.
+    void setPalette(unsigned short palette) { _palette = palette; }
+
     bool isFile() const { return _isFile; }
 
     /// A font from a file has at least the style of the file: a bold file has no regular face to show.
@@ -51,6 +54,7 @@ private:
     bool _isFile;
     bool _isAlwaysBold = false;
     bool _isAlwaysItalic = false;
+    unsigned short _palette = 0;
     NNPtr<const RecordingFontLoader> _loader;
     FactoryPtr _factory;
 };
