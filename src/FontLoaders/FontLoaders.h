@@ -4,6 +4,7 @@
 /// language, variable fonts, the functions that open font files with FreeType, and the bounds that keep a
 /// hostile font from taking all memory or time.
 
+#include <FontLoaders/Public/ClusterPresentation.h>
 #include <FontLoaders/Public/CompositeGlyphs.h>
 #include <FontLoaders/Public/CoverageFallback.h>
 #include <FontLoaders/Public/Exceptions.h>

@@ -8,6 +8,7 @@
 namespace Vell::Testing {
 
 using namespace FontLoaders::Internal;
+using FontLoaders::ClusterPresentation;
 
 namespace {
 
@@ -50,7 +51,8 @@ TEST(ClusterNeeds, IncludeEmojiPresentationForEveryEmojiInUnicodesTest) {
     std::size_t count = 0;
     for (const SequenceLine& line : readSequences("emoji-test.txt")) {
         if (line.kind == "fully-qualified" || line.kind == "minimally-qualified") {
-            EXPECT_EQ(findClusterNeeds(line.codes).presentation, Presentation::Emoji) << spell(line.codes);
+            EXPECT_EQ(findClusterNeeds(line.codes).presentation, ClusterPresentation::Emoji)
+                << spell(line.codes);
             ++count;
         }
     }
@@ -60,7 +62,7 @@ TEST(ClusterNeeds, IncludeEmojiPresentationForEveryEmojiInUnicodesTest) {
 TEST(ClusterNeeds, IncludeThePresentationThatASelectorAsksFor) {
     std::size_t count = 0;
     for (const SequenceLine& line : readSequences("emoji-variation-sequences.txt")) {
-        const auto expected = line.kind == "text" ? Presentation::Text : Presentation::Emoji;
+        const auto expected = line.kind == "text" ? ClusterPresentation::Text : ClusterPresentation::Emoji;
         EXPECT_EQ(findClusterNeeds(line.codes).presentation, expected) << spell(line.codes);
         ++count;
     }
@@ -71,7 +73,7 @@ TEST(ClusterNeeds, IncludeNoPresentationOfTextThatIsNoEmoji) {
     for (const char32_t* text :
          {U"", U"A", U"1", U"#", U"A\uFE0F", U"A\uFE0E", U"\u00A9", U"1\u20E3", U"\u200D\u200D",
           U"\u0915\u094D\u200D\u0937", U"\u2764\u200D", U"\u2764\u200DA"}) {
-        EXPECT_EQ(findClusterNeeds(text).presentation, Presentation::Plain) << spell(text);
+        EXPECT_EQ(findClusterNeeds(text).presentation, ClusterPresentation::Plain) << spell(text);
     }
 }
 
@@ -80,6 +82,12 @@ TEST(ClusterNeeds, LeaveOutIgnorableCodePointsAndRepetitions) {
     EXPECT_EQ(findClusterNeeds(U"\u200D\u0915").base, U"\u0915");
     EXPECT_EQ(findClusterNeeds(U"\u200D\uFE0F").spellings, Spellings{U""});
     EXPECT_EQ(findClusterNeeds(U"\u200D\uFE0F").base, U"");
+}
+
+TEST(ClusterNeeds, IncludeIgnorableCodePointsThatHarfBuzzShows) {
+    for (const char32_t* filler : {U"\u115F", U"\u1160", U"\u3164", U"\uFFA0", U"\U0001BCA0"}) {
+        EXPECT_EQ(findClusterNeeds(filler).base, filler);
+    }
 }
 
 TEST(ClusterNeeds, ListEquivalentSpellings) {

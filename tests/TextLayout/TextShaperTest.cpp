@@ -14,6 +14,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -153,6 +154,47 @@ TEST(TextShaper, FallsBackByRangesIfTheLoaderKnowsNoMore) {
                                    "Other 1-3 Cyrl 0\n"
                                    "Own 3-5 Cyrl 0\n");
     EXPECT_FLOAT_EQ(text->getRuns()[1].width, 7.0F);
+}
+
+/// Covers everything with one family.
+class OneFamilyFallback : public FontLoaders::CoverageFallback {
+public:
+    std::optional<FontLoaders::CoveringFace>
+    findFace(const FontLoaders::CoverageRequest& /*request*/) const override {
+        return FontLoaders::CoveringFace{_face, _face};
+    }
+
+private:
+    NNPtr<const Gfx::FontFaceInfo> _face = describeFont("Other", 10.0F)->getFontInfo()->getFontFaceInfo();
+};
+
+TEST(TextShaper, FallsBackWhereHarfBuzzWouldShowThatAGlyphIsMissing) {
+    auto loader = std::make_shared<CountingLoader>();
+    FontBuilder own("Own");
+    for (const std::uint32_t code : {0x20U, 0x61U, 0xE2U, 0x301U, 0x2010U}) {
+        own.map(code, own.addGlyph(makeBoxGlyph(600, 100, 0, 500, 700)));
+    }
+    FontBuilder other("Other");
+    other.addGlyph(makeBoxGlyph(700, 100, 0, 500, 700));
+    other.mapRange({0x20, 0x10FFFD, 1});
+    loader->setFont("Own", false, false, own.build());
+    loader->setFont("Other", false, false, other.build());
+    const TextShaper shaper(FontFactory::create(NNPtr<const FontLoaders::FontLoader>(loader), "Own"),
+                            std::make_shared<const OneFamilyFallback>());
+    const auto findFamily = [&](const char* cluster) {
+        const auto text = shaper.shape(cluster, describeFont("Own", 10.0F));
+        return text->getFont(text->getRuns().front()).faceInfo->getName();
+    };
+    // Spaces are made of the space, U+2011 of U+2010, and accents are composed and decomposed in part.
+    for (const char* cluster : {"\u00A0", "\u2003", "\u3000", "\u2011", "\u1EA5", "a\u0302\u0301", "a\u200D",
+                                "a\uFE0F", "\u00AD", "\t", "\n", "\u2028"}) {
+        EXPECT_EQ(findFamily(cluster), "Own") << cluster;
+    }
+    // A format character that is drawn, fillers, and a composition without all of its parts.
+    for (const char* cluster :
+         {"b", "\u0600", "\u06DD", "\u3164", "\u1160", "\u1EA7", "a\u0302\u0300", "\u0928\u0947"}) {
+        EXPECT_EQ(findFamily(cluster), "Other") << cluster;
+    }
 }
 
 TEST(TextShaper, CountsIllFormedPartsAsReplacementCharacters) {

@@ -14,9 +14,9 @@
 namespace Vell::Testing {
 
 /// A PNG file, read back.
-class Picture {
+class RenderedPicture {
 public:
-    explicit Picture(const std::string& path)
+    explicit RenderedPicture(const std::string& path)
         : _surface(CairoAdapter::adoptSurface(cairo_image_surface_create_from_png(path.c_str()))) {}
 
     int getWidth() const { return cairo_image_surface_get_width(_surface.get()); }
@@ -57,10 +57,11 @@ protected:
         return runTool(arguments, input);
     }
 
-    Picture renderPicture(const std::vector<std::string>& arguments, const std::string& input = "") const {
+    RenderedPicture renderPicture(const std::vector<std::string>& arguments,
+                                  const std::string& input = "") const {
         const ProcessResult result = render(arguments, "picture.png", input);
         EXPECT_EQ(result.status, 0) << result.err;
-        return Picture(folder.getPath("picture.png"));
+        return RenderedPicture(folder.getPath("picture.png"));
     }
 
     void expectFailure(const ProcessResult& result, int status, const std::string& message) const {

@@ -96,6 +96,26 @@ TEST(ShapedText, TakesFallbackFonts) {
     EXPECT_EQ(plain.shape("骨", font)->getGlyphs()[0].index, 0U);
 }
 
+TEST(ShapedText, HasEmoji) {
+    const auto factory = FontFactory::create("DejaVu Sans");
+    const TextShaper shaper(factory);
+    const auto getFamily = [](const TextLayout::ShapedText& text) {
+        return text.getFont(text.getRuns()[0]).faceInfo->getName();
+    };
+    //! [emoji]
+    const TextStyle style = describeFont("DejaVu Sans", 16.0F);
+    const auto emoji = shaper.shape("👩🏽‍🚀", style); // one glyph of an installed colour font
+    const auto heart = shaper.shape("❤\uFE0E", style);         // text, in DejaVu Sans
+    const auto own = shaper.shape("😀", TextStyle(style).setEmojiFont(TextLayout::EmojiFont::OwnFont));
+    const auto dark = TextStyle(style).setPalette({1, {}}); // the second palette of fonts that have one
+    //! [emoji]
+    EXPECT_EQ(emoji->getGlyphs().size(), 1U);
+    EXPECT_EQ(getFamily(*emoji), "Noto Color Emoji");
+    EXPECT_EQ(getFamily(*heart), "DejaVu Sans");
+    EXPECT_EQ(getFamily(*own), "DejaVu Sans");
+    EXPECT_EQ(dark.palette->index, 1);
+}
+
 TEST(ShapedText, IsBrokenIntoLines) {
     const auto factory = FontFactory::create("DejaVu Sans");
     const TextShaper shaper(factory);

@@ -152,6 +152,7 @@ CLI::App* addSpecimen(CLI::App& app, SpecimenOptions& options) {
         app.add_subcommand("specimen", "Write a page about a font for the browser: index.html");
     addFamilyOrFile(*specimen, options.familyOrFile);
     addVariations(*specimen, options.variations);
+    addPalette(*specimen, options.palette);
     specimen->add_option("-o,--output", options.folder, "the folder to write to")
         ->required()
         ->type_name("FOLDER");
@@ -267,7 +268,7 @@ private:
     CLI::App* _compare = addCompare(_app, _parsed);
     CLI::App* _demo = addDemo(_app, _parsed);
     CLI::App* _specimen = addSpecimen(_app, _parsed.specimen);
-    LayoutOptions _layout{*_render, *_fallback};
+    LayoutOptions _layout{*_render, _parsed.render.font.palette, *_fallback};
     AnalysisCommands _analysis{_app};
 };
 

@@ -80,6 +80,7 @@ struct SpecimenOptions {
     std::string familyOrFile;
     std::string variations; ///< as FontLoaders::parseVariations reads them
     std::string folder;
+    unsigned short palette = 0; ///< of colour glyphs
 };
 
 /// The longest text that is analysed, in bytes.

@@ -34,6 +34,12 @@ void addFont(CLI::App& app, FontRequest& font, std::string& fontFile) {
     addStyle(app, font.isBold, font.isItalic);
 }
 
+void addPalette(CLI::App& app, unsigned short& palette) {
+    addNumber(app, paletteLimits, palette,
+              "the palette of colour glyphs, counted from 0; the first one if the font lacks it")
+        ->type_name("NUMBER");
+}
+
 std::optional<std::string> getIfGiven(const CLI::App& app, const char* option, const std::string& value) {
     return app.count(option) > 0 ? std::optional<std::string>(value) : std::nullopt;
 }

@@ -36,6 +36,8 @@ CLI::Option* addNumber(CLI::App& app, const NumberLimits& limits, Number& number
         ->capture_default_str();
 }
 
+void addPalette(CLI::App& app, unsigned short& palette);
+
 std::optional<std::string> getIfGiven(const CLI::App& app, const char* option, const std::string& value);
 
 /// What addSource has read.

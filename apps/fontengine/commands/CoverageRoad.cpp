@@ -87,17 +87,10 @@ private:
     }
 
     std::string explain(const std::u32string& cluster, const CoveringFace& found) const {
-        const bool isEmoji = isChosenAsEmoji(cluster, found);
+        const bool isEmoji =
+            FontLoaders::findPresentation(cluster) == FontLoaders::ClusterPresentation::Emoji;
         return fmt::format("{}{}, {}", isEmoji ? "emoji presentation, " : "", describeFace(found),
                            isEmoji ? "first in the order for emoji" : describeOrder(found));
-    }
-
-    /// Whether the cluster would have another font if it asked for text presentation.
-    bool isChosenAsEmoji(std::u32string cluster, const CoveringFace& found) const {
-        constexpr char32_t textSelector = 0xFE0E;
-        cluster.insert(1, 1, textSelector);
-        const auto asText = _shaper.getCoverage()->findFace({cluster, _ownFaceInfo, _options.language});
-        return !asText || *asText->face != *found.face;
     }
 
     std::string describeFace(const CoveringFace& found) const {

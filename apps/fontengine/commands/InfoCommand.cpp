@@ -27,12 +27,16 @@ void printFace(const FontEngine::Font& font, const RecordingFontLoader& loader, 
     printProperty(out, "outlines", yesOrNo(FT_IS_SCALABLE(&record)));
     printProperty(out, "faces in the file", fmt::format("{}", countFaces(font, loader)));
     printProperty(out, "glyphs", fmt::format("{}", record.num_glyphs));
-    printProperty(out, "units per em", fmt::format("{}", record.units_per_EM));
+    printProperty(out, "units per em", fmt::format("{}", getUnitsPerEm(face)));
 }
 
-/// Rounds away the noise of single precision, in which differences of metrics are seldom exactly 0.
+/// Rounds away the noise of single precision, in which differences of metrics are seldom exactly 0. Fonts
+/// that consist of bitmaps have none.
 std::string printLength(float length) {
     constexpr double precision = 1e5;
+    if (!std::isfinite(length)) {
+        return "none";
+    }
     return fmt::format("{:.7g}", std::round(static_cast<double>(length) * precision) / precision + 0.0);
 }
 

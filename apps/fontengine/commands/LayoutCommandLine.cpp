@@ -31,7 +31,7 @@ void checkLayout(const std::string& word) {
 
 } // namespace
 
-LayoutOptions::LayoutOptions(CLI::App& render, CLI::App& fallback)
+LayoutOptions::LayoutOptions(CLI::App& render, unsigned short& palette, CLI::App& fallback)
     : _render(render)
     , _fallback(fallback) {
     addShaping(render, _request.shaping);
@@ -46,11 +46,13 @@ LayoutOptions::LayoutOptions(CLI::App& render, CLI::App& fallback)
         .add_option("--layout", _layout,
                     "shaped, or plain: one glyph for each character, from left to right; shaped if not given")
         ->type_name("shaped|plain");
+    addPalette(render, palette);
     addLanguage(fallback, _language);
 }
 
 void LayoutOptions::refuseWithPlainLayout() const {
-    for (const char* option : {"--features", "--language", "--direction", "--width", "--align"}) {
+    for (const char* option :
+         {"--features", "--language", "--direction", "--width", "--align", "--palette"}) {
         if (_render.count(option) > 0) {
             throw UsageError(fmt::format("--layout plain takes no {}", option));
         }

@@ -13,8 +13,8 @@ namespace Vell::Tool {
 /// TextLayout.
 class LayoutOptions {
 public:
-    /// Both must outlive this object.
-    LayoutOptions(CLI::App& render, CLI::App& fallback);
+    /// All three must outlive this object. The option `--palette` of `render` writes to `palette`.
+    LayoutOptions(CLI::App& render, unsigned short& palette, CLI::App& fallback);
 
     /// How to lay out the text; nothing for one glyph for each character. Throws UsageError.
     std::optional<LayoutRequest> takeLayout() const;

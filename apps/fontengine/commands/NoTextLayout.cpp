@@ -14,7 +14,7 @@ std::optional<AnalysisOptions> AnalysisCommands::take() const {
     return std::nullopt;
 }
 
-LayoutOptions::LayoutOptions(CLI::App& render, CLI::App& fallback)
+LayoutOptions::LayoutOptions(CLI::App& render, unsigned short& /*palette*/, CLI::App& fallback)
     : _render(render)
     , _fallback(fallback) {}
 

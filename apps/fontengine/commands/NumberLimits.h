@@ -21,6 +21,7 @@ constexpr NumberLimits spacingLimits{"--letter-spacing", -4096.0, 4096.0};
 constexpr NumberLimits widthLimits{"--width", 0.0, 1e6};
 constexpr NumberLimits rotationLimits{"--rotate", -36000.0, 36000.0};
 constexpr NumberLimits passLimits{"--passes", 1.0, 1e6, true};
+constexpr NumberLimits paletteLimits{"--palette", 0.0, 65535.0, true};
 constexpr NumberLimits faceLimits{"--max-faces", 0.0, 1e15, true};
 constexpr NumberLimits bitmapLimits{"--max-bitmap-bytes", 0.0, 1e15, true};
 

@@ -9,7 +9,8 @@
 namespace Vell::Tool {
 
 void writeSpecimen(const SpecimenOptions& options) {
-    const FontSource source(options.familyOrFile, options.variations);
+    FontSource source(options.familyOrFile, options.variations);
+    source.setPalette(options.palette);
     std::optional<Progress> bar; // appears once the number of glyphs is known
     std::size_t shown = 0;
     const auto showProgress = [&](std::size_t done, std::size_t total) {

@@ -74,6 +74,8 @@ void addShapedSection(DemoPageBuilder& page) {
     page.addSection("Shaped, in both directions: joined letters, marks, ligatures, kerning");
     page.addDrawing(
         drawAlone(shaper, makeScriptLines(), ParagraphStyle().setWidth(width).setTabStops({80.0F})));
+    page.addSection("Emoji, in their own colours");
+    page.addDrawing(drawAlone(shaper, makeEmojiLines(), ParagraphStyle().setWidth(width)));
     page.addSection("Wrapped and justified, in a wide column and in narrow ones");
     page.addDrawing(
         drawAlone(shaper, makeMixedParagraph(),

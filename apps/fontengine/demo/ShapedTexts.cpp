@@ -93,6 +93,19 @@ StyledText makeMixedParagraph() {
         .finish();
 }
 
+StyledText makeEmojiLines() {
+    TextWriter writer;
+    writer.add("Joined: 👩🏽‍🚀 👨‍👩‍👧 🏳️‍🌈, flags: 🇪🇺 🇯🇵 "
+               "🏴󠁧󠁢󠁳󠁣󠁴󠁿, "
+               "keycaps: "
+               "1️⃣ #️⃣, text: ❤︎, emoji: ❤️\n",
+               describeFont("DejaVu Sans", 12.0F));
+    writer.add("😀 😍 🚀 🌍 🍎 🐧 🎉 and text between 👍🏿\n",
+               describeFont("DejaVu Sans", 20.0F));
+    writer.add("😀🚀🌍🍎🐧", describeFont("DejaVu Sans", 64.0F));
+    return writer.finish();
+}
+
 std::vector<StyledText> makeNarrowTexts() {
     constexpr float size = 14.0F;
     const TextStyle body(describeFont("DejaVu Serif", size));

@@ -22,4 +22,7 @@ StyledText makeMixedParagraph();
 /// Texts for narrow columns: in Latin, Arabic and Japanese.
 std::vector<StyledText> makeNarrowTexts();
 
+/// Emoji in three sizes, a line each.
+StyledText makeEmojiLines();
+
 } // namespace Vell::Tool

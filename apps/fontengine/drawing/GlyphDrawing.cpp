@@ -4,6 +4,8 @@
 
 #include <FontEngine/Renderer/FE_BitmapGlyphRun.h>
 
+#include <cmath>
+
 namespace Vell::Tool {
 
 namespace {
@@ -41,6 +43,22 @@ bool GlyphDrawing::tryDraw(unsigned int codePoint, const cinder::Vec2<float>& or
     } catch (const FontLoaders::FreeTypeException&) {
         return false;
     }
+}
+
+bool GlyphDrawing::tryDrawInColor(unsigned int codePoint, const cinder::Vec2<float>& corner, float side) {
+    const FontEngine::ColorGlyphInfo info(_font.font->getFontInfo()->getFontFaceInfo(),
+                                          describe(codePoint).getGlyphIndex(), _font.font->getFontSize(),
+                                          1.0F, _look.pixelRatio, _font.palette, black);
+    const auto image = _font.font->getFontFactory().getColorGlyphs().getImage(info, _font.font->getFace());
+    if (image == nullptr) {
+        return false;
+    }
+    const auto place = [&](float edge, unsigned int length) {
+        const float middle = (side * _look.pixelRatio - static_cast<float>(length)) / 2.0F;
+        return edge + std::round(middle) / _look.pixelRatio;
+    };
+    _painter.drawColorGlyph(image, {place(corner.x, image->width), place(corner.y, image->rows)});
+    return true;
 }
 
 void GlyphDrawing::drawBitmap(const FontEngine::BitmapGlyphInfo& info, const cinder::Vec2<float>& origin) {

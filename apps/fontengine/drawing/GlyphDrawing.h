@@ -23,6 +23,10 @@ public:
     /// is in logical units and should lie on whole pixels. Returns false if FreeType cannot render the glyph.
     bool tryDraw(unsigned int codePoint, const cinder::Vec2<float>& origin);
 
+    /// Draws the glyph of a character in its own colours, in the middle of a square. Returns false if it has
+    /// none.
+    bool tryDrawInColor(unsigned int codePoint, const cinder::Vec2<float>& corner, float side);
+
 private:
     FontEngine::BitmapGlyphInfo describe(unsigned int codePoint) const;
     void drawBitmap(const FontEngine::BitmapGlyphInfo& info, const cinder::Vec2<float>& origin);

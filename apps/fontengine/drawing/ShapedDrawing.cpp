@@ -38,11 +38,15 @@ TextLayout::ParagraphStyle makeStyle(const LayoutRequest& request) {
         .setAlignment(parseAlignment(request.alignment));
 }
 
+bool hasColors(const FontEngine::Font& font) {
+    return font.getFontFactory().getColorGlyphs().hasColors(*font.getFace());
+}
+
 class ShapedDrawing : public TextDrawing {
 public:
     ShapedDrawing(const RenderOptions& options, const std::string& text)
         : _shaper(options.font, options.layout->shaping)
-        , _paragraph(_shaper.shape(trimLineEnd(text)), makeStyle(*options.layout))
+        , _paragraph(_shaper.shape(trimLineEnd(text), options.color), makeStyle(*options.layout))
         , _width(options.layout->width.value_or(_paragraph.getWidth())) {
         if (!std::isfinite(_width) || !std::isfinite(_paragraph.getHeight())) {
             throw ToolError(
@@ -80,7 +84,9 @@ private:
 
     void drawVector(CairoPainter& painter, const TextPaint& paint) const {
         for (const TextLayout::RunFont& font : _paragraph.getText()->getFonts()) {
-            checkOutlines(font.font, getFamilyName(*font.font.getFace()));
+            if (!hasColors(font.font)) {
+                checkOutlines(font.font, getFamilyName(*font.font.getFace()));
+            }
         }
         painter.setColor(paint.color);
         TextLayout::drawVector(_paragraph, painter, paint.color);

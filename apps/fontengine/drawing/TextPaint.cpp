@@ -10,6 +10,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <memory>
 #include <vector>
 
 namespace Vell::Tool {
@@ -26,11 +27,16 @@ boost::string_ref toStringRef(std::string_view text) {
 
 /// Turns images of underscores into coverage, for colours and backgrounds that the images do not suit. The
 /// images are opaque, text on white, and light text would disappear in them; drawn in black, they show how
-/// far each pixel is covered.
-class CoveragePainter : public FontEngine::BitmapGlyphPainter {
+/// far each pixel is covered. Colour glyphs pass through.
+class CoveragePainter : public FontEngine::BitmapGlyphPainter, public FontEngine::ColorGlyphPainter {
 public:
-    explicit CoveragePainter(FontEngine::BitmapGlyphPainter& target)
+    explicit CoveragePainter(CairoGlyphPainter& target)
         : _target(target) {}
+
+    void drawColorGlyph(const std::shared_ptr<const FontEngine::ColorGlyphImage>& image,
+                        const cinder::Vec2<float>& position) override {
+        _target.drawColorGlyph(image, position);
+    }
 
     void drawGlyph(const BitmapGlyphImage& image, const cinder::Vec2<float>& position) override {
         if (image.pixelMode != FT_PIXEL_MODE_LCD) {
@@ -63,7 +69,7 @@ private:
         return coverage;
     }
 
-    FontEngine::BitmapGlyphPainter& _target;
+    CairoGlyphPainter& _target;
 };
 
 bool suitsColoredImages(const TextPaint& paint) {

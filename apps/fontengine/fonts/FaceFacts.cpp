@@ -2,6 +2,10 @@
 
 #include FT_TRUETYPE_TABLES_H
 
+#include <algorithm>
+#include <cmath>
+#include <iterator>
+
 namespace Vell::Tool {
 
 namespace {
@@ -38,6 +42,18 @@ bool hasCapHeight(const FontEngine::FontFace& face) {
     const auto* const os2 =
         static_cast<const TT_OS2*>(FT_Get_Sfnt_Table(face.getHandle().get(), FT_SFNT_OS2));
     return os2 != nullptr && os2->version >= firstVersionWithCapHeight && os2->sCapHeight != 0;
+}
+
+unsigned int getUnitsPerEm(const FontEngine::FontFace& face) {
+    const bool hasEm = FT_IS_SCALABLE(face.getHandle().get()) || FT_IS_SFNT(face.getHandle().get());
+    return hasEm ? static_cast<unsigned int>(FontEngine::ColorGlyphs::getUnitsPerEm(face)) : 0;
+}
+
+bool hasUsableMetrics(const FontEngine::Font& font) {
+    const float lengths[] = {font.getHeight(), font.getAscent(), font.getDescent(), font.getCapHeight(),
+                             font.getStrikeOutPosition()};
+    return std::all_of(std::begin(lengths), std::end(lengths),
+                       [](float length) { return std::isfinite(length); });
 }
 
 std::vector<CodeRange> findMappedRanges(const Gfx::CharMap& map) {

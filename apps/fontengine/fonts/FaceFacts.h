@@ -23,6 +23,12 @@ std::string describeSynthesis(FontEngine::GlyphTransform transform);
 /// an OS/2 table of version 2 or later, and 0 for a file that leaves the field at 0.
 bool hasCapHeight(const FontEngine::FontFace& face);
 
+/// 0 for a bitmap font that is not in the format of TrueType and OpenType.
+unsigned int getUnitsPerEm(const FontEngine::FontFace& face);
+
+/// Whether the metrics of the font are numbers. Those of a bitmap font without an em are not.
+bool hasUsableMetrics(const FontEngine::Font& font);
+
 /// Adjacent character codes, both ends included.
 struct CodeRange {
     unsigned int first;

@@ -10,8 +10,9 @@ namespace {
 
 TextLayout::TextStyle makeStyle(const TextFont& font, const FontRequest& request,
                                 const ShapingRequest& shaping) {
-    return TextLayout::TextStyle(font.setting)
-        .setLanguage(shaping.language)
+    TextLayout::TextStyle style(font.setting);
+    style.palette = font.palette;
+    return style.setLanguage(shaping.language)
         .setFeatures(parseFeatures(shaping.features))
         .setEmojiFont(request.file ? TextLayout::EmojiFont::OwnFont : TextLayout::EmojiFont::Fallback);
 }
@@ -77,6 +78,10 @@ void FontShaper::checkLanguage() const {
 
 NNPtr<const TextLayout::ShapedText> FontShaper::shape(std::string_view text) const {
     return _shaper.shape(text, _style, _direction);
+}
+
+NNPtr<const TextLayout::ShapedText> FontShaper::shape(std::string_view text, const Color& color) const {
+    return _shaper.shape(text, TextLayout::TextStyle(_style).setColor(color), _direction);
 }
 
 } // namespace Vell::Tool

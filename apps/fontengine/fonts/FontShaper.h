@@ -1,5 +1,6 @@
 #pragma once
 
+#include "drawing/Color.h"
 #include "fonts/FontSource.h"
 #include "fonts/RecordingCoverage.h"
 #include "fonts/ShapingRequest.h"
@@ -28,6 +29,8 @@ public:
     FontShaper(const FontRequest& font, const ShapingRequest& request, bool recordsCoverage = false);
 
     NNPtr<const TextLayout::ShapedText> shape(std::string_view text) const;
+    /// In a colour, for the layers of colour glyphs that take it.
+    NNPtr<const TextLayout::ShapedText> shape(std::string_view text, const Color& color) const;
 
     const FontSource& getSource() const { return _source; }
     const TextFont& getFont() const { return _font; }

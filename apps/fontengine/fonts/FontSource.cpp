@@ -80,12 +80,16 @@ RecordingFontLoader::LoaderPtr FontSource::openFile(const std::string& variation
 }
 
 TextFont FontSource::makeFont(bool isBold, bool isItalic, float size) const {
-    return makeFont({"", isBold, isItalic, size, 0.0F});
+    FontRequest request{"", isBold, isItalic, size};
+    request.palette = _palette;
+    return makeFont(request);
 }
 
 TextFont FontSource::makeFont(const FontRequest& request) const {
-    return makeTextFont(_factory, {_name, request.isBold || _isAlwaysBold,
-                                   request.isItalic || _isAlwaysItalic, request.size, request.letterSpacing});
+    FontRequest named{_name, request.isBold || _isAlwaysBold, request.isItalic || _isAlwaysItalic,
+                      request.size, request.letterSpacing};
+    named.palette = request.palette;
+    return makeTextFont(_factory, named);
 }
 
 FontBytes FontSource::readWholeFont(const FontEngine::Font& font) const {

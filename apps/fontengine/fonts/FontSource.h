@@ -18,13 +18,16 @@ class FontSource {
 public:
     /// The font that FAMILY|FILE[:INDEX] names, by itself: a file has no fallback fonts here. A name with a
     /// slash is a file; any other name is a family unless a file of that name exists. The variations, as
-    /// FontLoaders::parseVariations reads them, set the axes of a variable font. Throws UsageError if the name
-    /// is empty, ToolError if there is no such family or the file cannot be used so.
+    /// FontLoaders::parseVariations reads them, set the axes of a variable font. Throws UsageError if the
+    /// name is empty, ToolError if there is no such family or the file cannot be used so.
     explicit FontSource(const std::string& familyOrFile, const std::string& variations = {});
 
     /// The font that --family or --font names, for drawing text: installed fonts draw the characters that it
     /// lacks. Throws ToolError if the file cannot be used. If the family is missing, makeFont throws it.
     explicit FontSource(const FontRequest& request);
+
+    /// For colour glyphs of the fonts that are made from now on with the first makeFont.
+    void setPalette(unsigned short palette) { _palette = palette; }
 
     bool isFile() const { return _isFile; }
 
@@ -55,6 +58,7 @@ private:
     bool _isFile;
     bool _isAlwaysBold = false;
     bool _isAlwaysItalic = false;
+    unsigned short _palette = 0;
     NNPtr<const RecordingFontLoader> _loader;
     FactoryPtr _factory;
 };

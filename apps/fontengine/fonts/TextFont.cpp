@@ -41,7 +41,12 @@ TextFont makeTextFont(const FactoryPtr& factory, const FontRequest& request) {
     const FontInfoPtr fontInfo = makeNNPtr<const FontEngine::Internal::FontInfo>(
         makeFaceInfo(request), request.size, Gfx::TextPositionType::Normal);
     return {openFont(factory, fontInfo),
-            makeNNPtr<const FontEngine::Internal::ExtFontInfo>(fontInfo, request.letterSpacing)};
+            makeNNPtr<const FontEngine::Internal::ExtFontInfo>(fontInfo, request.letterSpacing),
+            std::make_shared<const FontEngine::ColorPalette>(FontEngine::ColorPalette{request.palette, {}})};
+}
+
+bool hasColors(const TextFont& font) {
+    return font.font->getFontFactory().getColorGlyphs().hasColors(*font.font->getFace());
 }
 
 bool hasGlyph(const TextFont& font, unsigned int codePoint) {
@@ -57,8 +62,10 @@ TextFont chooseFont(const TextFont& font, unsigned int codePoint) {
     if (!fallback) {
         return font;
     }
-    return {fallback, makeNNPtr<const FontEngine::Internal::ExtFontInfo>(fallback->getFontInfo(),
-                                                                         font.setting->getLetterSpacing())};
+    return {fallback,
+            makeNNPtr<const FontEngine::Internal::ExtFontInfo>(fallback->getFontInfo(),
+                                                               font.setting->getLetterSpacing()),
+            font.palette};
 }
 
 std::string getAskedName(const TextFont& font) {

@@ -22,12 +22,14 @@ struct FontRequest {
     float letterSpacing = 0.0F;
     std::optional<std::string> file = std::nullopt; ///< FILE[:INDEX], instead of a family
     std::string variations = {};                    ///< as FontLoaders::parseVariations reads them
+    unsigned short palette = 0;                     ///< of colour glyphs
 };
 
 /// A font, and how text is set in it.
 struct TextFont {
     std::shared_ptr<const FontEngine::Font> font; ///< never null
     NNPtr<const Gfx::ExtFontInfo> setting;
+    std::shared_ptr<const FontEngine::ColorPalette> palette; ///< null for the first one
 };
 
 /// Whether the family has a font in any style. The empty one always has.
@@ -42,6 +44,9 @@ TextFont makeTextFont(const FactoryPtr& factory, const FontRequest& request);
 TextFont chooseFont(const TextFont& font, unsigned int codePoint);
 
 bool hasGlyph(const TextFont& font, unsigned int codePoint);
+
+/// Whether the engine may draw glyphs of the font in their own colours.
+bool hasColors(const TextFont& font);
 
 /// The name of the font for messages: the family or file that was asked for, or the family name in the file
 /// of the default font.

@@ -32,4 +32,11 @@ constexpr float sampleColumnWidth = 272.0F;
 /// fit the column. `own` is the font that the specimen is of. Throws what drawing throws.
 DrawnSample drawSample(const FontSource& source, const TextFont& font, const TextFont& own, const char* text);
 
+/// Whether drawColorLine shows the font's colours: the font has some, and the tool has TextLayout.
+bool drawsColorText(const TextFont& font);
+
+/// An img element with a line of text in the colours of the font. Throws what drawing throws.
+std::string drawColorLine(const FontSource& source, const TextFont& font, const std::string& text,
+                          const std::string& alternative);
+
 } // namespace Vell::Tool

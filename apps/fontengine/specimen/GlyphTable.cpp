@@ -7,6 +7,8 @@
 
 #include <fmt/format.h>
 
+#include FT_ADVANCES_H
+
 #include <algorithm>
 #include <cmath>
 
@@ -43,6 +45,14 @@ std::vector<unsigned int> listCharacters(const std::vector<CodeRange>& ranges, s
     return codes;
 }
 
+/// FreeType has no em for a font that consists of bitmaps.
+float readAdvance(const FontEngine::FontFace& face, unsigned int glyphIndex) {
+    FT_Fixed units = 0;
+    const bool isRead = FontLoaders::isFTSucceeded(
+        FT_Get_Advance(face.getHandle().get(), glyphIndex, FT_LOAD_NO_SCALE, &units));
+    return isRead ? static_cast<float>(units) / FontEngine::ColorGlyphs::getUnitsPerEm(face) : 0.0F;
+}
+
 /// Hostile fonts have any advance, infinite ones included.
 int toThousandths(float ems) {
     constexpr float most = 1e6F;
@@ -51,7 +61,9 @@ int toThousandths(float ems) {
 
 GlyphEntry makeEntry(const TextFont& font, unsigned int code) {
     const auto glyph = font.font->getFace()->getBasicMetrics().getCharMap()[code];
-    return {glyph.glyphIndex, toThousandths(glyph.advance)};
+    const bool hasEm = font.font->getFace()->getHandle()->units_per_EM != 0;
+    const float advance = hasEm ? glyph.advance : readAdvance(*font.font->getFace(), glyph.glyphIndex);
+    return {glyph.glyphIndex, toThousandths(advance)};
 }
 
 /// The size at which a line fits a cell, within limits, because some fonts ask for very tall lines.
@@ -61,7 +73,8 @@ float chooseSize(const FontSource& source) {
     constexpr float greatest = 28.0F;
     const TextFont font = source.makeFont(false, false, 1.0F);
     const float line = font.font->getAscent() + font.font->getDescent();
-    return std::clamp(std::floor(usable / std::max(line, 1.0F)), least, greatest);
+    return std::isfinite(line) ? std::clamp(std::floor(usable / std::max(line, 1.0F)), least, greatest)
+                               : greatest;
 }
 
 /// Draws the glyphs of a sheet, each clipped to its cell.
@@ -70,6 +83,7 @@ public:
     SheetDrawing(CairoPainter& painter, const TextFont& font, int pixelRatio)
         : _painter(painter)
         , _font(font)
+        , _hasColors(hasColors(font))
         , _glyphs(painter, font, {FT_RENDER_MODE_NORMAL, 0, static_cast<float>(pixelRatio)}) {}
 
     void draw(unsigned int code, std::size_t cell) {
@@ -84,7 +98,9 @@ public:
         cairo_set_matrix(context, &device);
         cairo_rectangle(context, left, top, side, side);
         cairo_clip(context);
-        _glyphs.tryDraw(code, {left + getIndent(code), top + getBaseLine()}); // a broken glyph stays blank
+        if (!_hasColors || !_glyphs.tryDrawInColor(code, {left, top}, side)) {
+            _glyphs.tryDraw(code, {left + getIndent(code), top + getBaseLine()}); // a broken one stays blank
+        }
         cairo_restore(context);
     }
 
@@ -106,6 +122,7 @@ private:
 
     CairoPainter& _painter;
     const TextFont& _font;
+    bool _hasColors;
     GlyphDrawing _glyphs;
 };
 
@@ -117,8 +134,10 @@ std::string drawSheet(const TextFont& font, const unsigned int* codes, std::size
             sheet.draw(codes[cell], cell);
         }
     };
-    return makeDataUri(
-        drawInk(GlyphTable::columns * GlyphTable::cellSide, rows * GlyphTable::cellSide, pixelRatio, draw));
+    const int width = GlyphTable::columns * GlyphTable::cellSide;
+    const int height = rows * GlyphTable::cellSide;
+    return makeDataUri(hasColors(font) ? drawInColor(width, height, pixelRatio, draw)
+                                       : drawInk(width, height, pixelRatio, draw));
 }
 
 /// `[1,2,3]`
@@ -138,6 +157,7 @@ GlyphTable makeGlyphTable(const FontSource& source, std::size_t pictureLimit,
                           const PictureProgress& progress) {
     const TextFont font = source.makeFont(false, false, chooseSize(source));
     GlyphTable table;
+    table.isInColor = hasColors(font);
     table.ranges = findMappedRanges(font.font->getFace()->getBasicMetrics().getCharMap());
     table.blocks = findBlocks(table.ranges);
     const std::vector<unsigned int> codes = listCharacters(table.ranges, pictureLimit);
@@ -164,11 +184,12 @@ std::string printJson(const GlyphTable& table) {
     const auto printEntry = [](const GlyphEntry& entry) {
         return fmt::format("{},{}", entry.glyphIndex, entry.advance);
     };
-    return fmt::format("{{\"cell\":{},\"columns\":{},\"cellsInSheet\":{},\n\"ranges\":{},\n\"blocks\":{},\n"
-                       "\"entries\":{},\n\"sheets\":{}}}",
-                       GlyphTable::cellSide, GlyphTable::columns, GlyphTable::cellsInSheet,
-                       printList(table.ranges, printRange), printList(table.blocks, printBlock),
-                       printList(table.entries, printEntry), printList(table.sheets, quoteJson));
+    return fmt::format(
+        "{{\"cell\":{},\"columns\":{},\"cellsInSheet\":{},\"isInColor\":{},\n\"ranges\":{},\n\"blocks\":{},\n"
+        "\"entries\":{},\n\"sheets\":{}}}",
+        GlyphTable::cellSide, GlyphTable::columns, GlyphTable::cellsInSheet, table.isInColor,
+        printList(table.ranges, printRange), printList(table.blocks, printBlock),
+        printList(table.entries, printEntry), printList(table.sheets, quoteJson));
 }
 
 } // namespace Vell::Tool

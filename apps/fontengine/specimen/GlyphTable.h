@@ -36,6 +36,7 @@ struct GlyphTable {
     std::vector<NamedBlock> blocks;  ///< with a mapped character, in order
     std::vector<GlyphEntry> entries; ///< of the characters that have pictures
     std::vector<std::string> sheets; ///< as data URIs
+    bool isInColor = false;          ///< the pictures; otherwise they are ink
 };
 
 /// More than a font of 65,535 glyphs needs, unless it maps many characters to each glyph.

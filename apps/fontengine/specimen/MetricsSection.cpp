@@ -44,6 +44,9 @@ std::string makeMetricsSection(const FontSource& source) {
     constexpr float size = 96.0F;
     const TextFont font = source.makeFont(false, false, size);
     const FontEngine::Font& metrics = *font.font;
+    if (!hasUsableMetrics(metrics)) {
+        return "<p class=\"note\">The engine has no metrics for a font without outlines.</p>\n";
+    }
     const std::string text = chooseShortSample(font);
     const LinePicture sample = drawLine(font, text);
     std::string html = "<div class=\"metrics\">\n" + makeImage(sample.picture, "ink", text) + "\n";

@@ -71,13 +71,13 @@ Picture drawInk(int width, int height, int pixelRatio, const PictureDrawing& dra
     return {width, height, encodePng(makeGreySurface(surface.get()).get())};
 }
 
-Picture drawInColor(int width, int height, const PictureDrawing& draw) {
-    const SurfacePtr surface =
-        CairoAdapter::adoptSurface(cairo_image_surface_create(CAIRO_FORMAT_RGB24, width, height));
+Picture drawInColor(int width, int height, int pixelRatio, const PictureDrawing& draw) {
+    const SurfacePtr surface = CairoAdapter::adoptSurface(
+        cairo_image_surface_create(CAIRO_FORMAT_RGB24, width * pixelRatio, height * pixelRatio));
     const auto paper = CairoAdapter::makeContext(surface.get());
     cairo_set_source_rgb(paper.get(), 1.0, 1.0, 1.0);
     cairo_paint(paper.get());
-    drawOn(surface.get(), 1, draw);
+    drawOn(surface.get(), pixelRatio, draw);
     return {width, height, encodePng(surface.get())};
 }
 

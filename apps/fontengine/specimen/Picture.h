@@ -25,7 +25,7 @@ using PictureDrawing = CallableRef<void(CairoAdapter::CairoPainter&)>;
 Picture drawInk(int width, int height, int pixelRatio, const PictureDrawing& draw);
 
 /// Draws in colour on white.
-Picture drawInColor(int width, int height, const PictureDrawing& draw);
+Picture drawInColor(int width, int height, int pixelRatio, const PictureDrawing& draw);
 
 /// The picture as a data URI.
 std::string makeDataUri(const Picture& picture);

@@ -36,4 +36,13 @@ DrawnSample drawSample(const FontSource& /*source*/, const TextFont& font, const
     return sample;
 }
 
+bool drawsColorText(const TextFont& /*font*/) {
+    return false;
+}
+
+std::string drawColorLine(const FontSource& /*source*/, const TextFont& font, const std::string& text,
+                          const std::string& alternative) {
+    return makeImage(drawLine(font, text).picture, "ink", alternative);
+}
+
 } // namespace Vell::Tool

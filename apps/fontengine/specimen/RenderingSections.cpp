@@ -1,4 +1,5 @@
 #include "drawing/GlyphDrawing.h"
+#include "fonts/FaceFacts.h"
 #include "specimen/Html.h"
 #include "specimen/Picture.h"
 #include "specimen/SampleText.h"
@@ -61,7 +62,12 @@ Picture drawLetters(const TextFont& font, const std::vector<unsigned int>& lette
             pen += getAdvance(font, letter);
         }
     };
-    return drawInColor(width, ascent + toPixels(font.font->getDescent()), draw);
+    return drawInColor(width, ascent + toPixels(font.font->getDescent()), 1, draw);
+}
+
+/// Instead of what only outlines have.
+std::string makeNoOutlinesNote() {
+    return "<p class=\"note\">The glyphs are pictures, which have neither outlines nor sub-pixels.</p>\n";
 }
 
 } // namespace
@@ -70,6 +76,9 @@ std::string makeRenderingSection(const FontSource& source) {
     constexpr int zoom = 8;
     constexpr std::size_t letterCount = 3;
     const TextFont font = source.makeFont(false, false, glyphSize);
+    if (!hasUsableMetrics(*font.font)) {
+        return makeNoOutlinesNote();
+    }
     const std::string sample = coversText(font, "Rag") ? "Rag" : chooseSample(font);
     const std::vector<unsigned int> letters = takeLetters(sample, letterCount);
     const Picture grey = drawLetters(font, letters, {FT_RENDER_MODE_NORMAL, 0, 1.0F});
@@ -87,6 +96,9 @@ std::string makeOffsetsSection(const FontSource& source) {
     constexpr unsigned int offsetCount = 16;
     constexpr unsigned int unitsInPixel = 64;
     const TextFont font = source.makeFont(false, false, glyphSize);
+    if (!hasUsableMetrics(*font.font)) {
+        return makeNoOutlinesNote();
+    }
     const unsigned int letter = hasGlyph(font, 'a') ? 'a' : getFirstLetter(chooseSample(font));
     std::string html = "<div class=\"row offsets\">\n";
     for (unsigned int i = 0; i < offsetCount; ++i) {

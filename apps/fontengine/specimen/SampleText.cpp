@@ -73,6 +73,7 @@ const std::vector<ScriptSample>& getScriptSamples() {
         {"Han", "天地玄黃宇宙洪荒"},
         {"Mathematics", "∀x∈ℝ: ∑√∞ ≤ ∫ ≠ ⊂"},
         {"Symbols", "☀ ☂ ☯ ♞ ♫ ⚙ ✈"},
+        {"Emoji", "😀😍🚀🌍🍎🐧👩🏽‍🚀🇪🇺"},
     };
     return samples;
 }

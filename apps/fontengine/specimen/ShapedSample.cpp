@@ -49,7 +49,15 @@ SampleFaces findFaces(const ShapedText& text, const TextFont& own) {
     return faces;
 }
 
-Picture drawParagraph(const Paragraph& paragraph) {
+bool hasColors(const ShapedText& text) {
+    return std::any_of(text.getRuns().begin(), text.getRuns().end(), [&](const ShapedRun& run) {
+        const FontEngine::Font& font = text.getFont(run).font;
+        return font.getFontFactory().getColorGlyphs().hasColors(*font.getFace());
+    });
+}
+
+/// As an img element.
+std::string drawParagraph(const Paragraph& paragraph, const std::string& alternative) {
     constexpr float mostWidth = 2000.0F;
     constexpr float mostHeight = 400.0F;
     constexpr int pixelRatio = 2;
@@ -58,8 +66,29 @@ Picture drawParagraph(const Paragraph& paragraph) {
         painter.translate({static_cast<float>(sideRoom), 1.0F});
         TextLayout::drawRaster(paragraph, {painter, glyphPainter, black, pixelRatio});
     };
-    return drawInk(toPixels(paragraph.getWidth(), mostWidth) + 2 * sideRoom,
-                   toPixels(paragraph.getHeight(), mostHeight) + 2, pixelRatio, draw);
+    const int width = toPixels(paragraph.getWidth(), mostWidth) + 2 * sideRoom;
+    const int height = toPixels(paragraph.getHeight(), mostHeight) + 2;
+    return hasColors(*paragraph.getText())
+               ? makeImage(drawInColor(width, height, pixelRatio, draw), "color", alternative)
+               : makeImage(drawInk(width, height, pixelRatio, draw), "ink", alternative);
+}
+
+NNPtr<const ShapedText> shape(const FontSource& source, const TextFont& font, const std::string& text) {
+    const TextLayout::TextShaper shaper(source.getFactory(), source.makeCoverageFallback());
+    TextLayout::TextStyle style(font.setting);
+    style.palette = font.palette;
+    return shaper.shape(text, style);
+}
+
+/// The errors of FreeType are the font's.
+template <class Draw>
+auto drawInFont(const TextFont& font, const Draw& draw) {
+    try {
+        return draw();
+    } catch (const FontLoaders::FreeTypeException& error) {
+        throw ToolError(
+            fmt::format("the text cannot be drawn with the font '{}': {}", getAskedName(font), error.what()));
+    }
 }
 
 } // namespace
@@ -67,16 +96,21 @@ Picture drawParagraph(const Paragraph& paragraph) {
 DrawnSample drawSample(const FontSource& source, const TextFont& font, const TextFont& own,
                        const char* text) {
     const float width = sampleColumnWidth - 2.0F * static_cast<float>(sideRoom);
-    try {
-        const TextLayout::TextShaper shaper(source.getFactory(), source.makeCoverageFallback());
-        const auto shaped = shaper.shape(text, font.setting);
+    return drawInFont(font, [&]() -> DrawnSample {
+        const auto shaped = shape(source, font, text);
         const Paragraph paragraph(shaped, TextLayout::ParagraphStyle().setWidth(width).setAlignment(
                                               TextLayout::TextAlignment::Left));
-        return {makeImage(drawParagraph(paragraph), "ink", text), findFaces(*shaped, own)};
-    } catch (const FontLoaders::FreeTypeException& error) {
-        throw ToolError(
-            fmt::format("the text cannot be drawn with the font '{}': {}", getAskedName(font), error.what()));
-    }
+        return {drawParagraph(paragraph, text), findFaces(*shaped, own)};
+    });
+}
+
+bool drawsColorText(const TextFont& font) {
+    return hasColors(font);
+}
+
+std::string drawColorLine(const FontSource& source, const TextFont& font, const std::string& text,
+                          const std::string& alternative) {
+    return drawInFont(font, [&] { return drawParagraph(Paragraph(shape(source, font, text)), alternative); });
 }
 
 } // namespace Vell::Tool

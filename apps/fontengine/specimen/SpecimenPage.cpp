@@ -2,12 +2,11 @@
 
 #include "Errors.h"
 #include "fonts/FaceFacts.h"
+#include "specimen/DrawnSample.h"
 #include "specimen/Html.h"
 #include "specimen/SpecimenSections.h"
 
 #include <fmt/format.h>
-
-#include <cmath>
 
 namespace Vell::Tool {
 
@@ -17,12 +16,8 @@ namespace {
 
 void checkMetrics(const FontSource& source) {
     const TextFont font = source.makeFont(false, false, 1.0F);
-    const FontEngine::Font& metrics = *font.font;
-    for (const float length : {metrics.getHeight(), metrics.getAscent(), metrics.getDescent(),
-                               metrics.getCapHeight(), metrics.getStrikeOutPosition()}) {
-        if (!std::isfinite(length)) {
-            throw ToolError(fmt::format("the font '{}' has no usable metrics", getAskedName(font)));
-        }
+    if (!hasUsableMetrics(*font.font) && !drawsColorText(font)) {
+        throw ToolError(fmt::format("the font '{}' has no usable metrics", getAskedName(font)));
     }
 }
 

@@ -1,6 +1,7 @@
 #include "specimen/SpecimenSections.h"
 
 #include "fonts/FaceFacts.h"
+#include "specimen/DrawnSample.h"
 #include "specimen/GlyphTable.h"
 #include "specimen/Html.h"
 #include "specimen/Picture.h"
@@ -31,11 +32,17 @@ struct Style {
 constexpr Style styles[] = {
     {"Regular", false, false}, {"Bold", true, false}, {"Italic", false, true}, {"Bold italic", true, true}};
 
+std::string drawSampleLine(const FontSource& source, const TextFont& font, const std::string& text,
+                           const std::string& alternative) {
+    return drawsColorText(font) ? drawColorLine(source, font, text, alternative)
+                                : makeImage(drawLine(font, text).picture, "ink", alternative);
+}
+
 std::string makeStyle(const FontSource& source, const Style& style) {
     constexpr float size = 28.0F;
     const TextFont font = source.makeFont(style.isBold, style.isItalic, size);
     const std::string text = chooseSample(font);
-    const std::string picture = makeImage(drawLine(font, text).picture, "ink", text);
+    const std::string picture = drawSampleLine(source, font, text, text);
     return fmt::format("<h3>{}</h3>\n{}<p class=\"note\">Drawn with {}; synthesised: {}.</p>\n", style.name,
                        makeScroller(std::string(style.name) + " sample", picture),
                        escapeHtml(getFullName(*font.font->getFace())),
@@ -55,7 +62,7 @@ std::string makeFactsSection(const FontSource& source) {
            printFact(
                "Mapped characters",
                fmt::format("{}", countCharacters(findMappedRanges(face.getBasicMetrics().getCharMap())))) +
-           printFact("Units per em", fmt::format("{}", record.units_per_EM)) +
+           printFact("Units per em", fmt::format("{}", getUnitsPerEm(face))) +
            printFact("Outlines", FT_IS_SCALABLE(&record) ? "yes" : "no") + "</dl>\n";
 }
 
@@ -66,7 +73,7 @@ std::string makeWaterfallSection(const FontSource& source) {
         const std::string text = chooseSample(font);
         const std::string alternative = fmt::format("{} at {} pixels", text, size);
         rows += fmt::format("<div class=\"step\"><span class=\"note\">{}</span>{}</div>\n", size,
-                            makeImage(drawLine(font, text).picture, "ink", alternative));
+                            drawSampleLine(source, font, text, alternative));
     }
     return makeScroller("Waterfall of sizes", rows);
 }

@@ -19,10 +19,11 @@ namespace Vell::FontLoaders {
 ///
 /// Coverage. A face covers a cluster if it has all of its code points, in the spelling of the text or in a
 /// canonically equivalent one, composed or decomposed. Code points that are ignorable by default, such as
-/// joiners, variation selectors and tags, stay with their base and may be missing. So every face covers a
-/// cluster of nothing but those. If no face covers the whole cluster, the answer is the face that covers its
-/// first code point that is not ignorable, so that its marks alone are missing. What a face's GSUB table
-/// makes of the characters is not considered.
+/// joiners, variation selectors and tags, stay with their base and may be missing, but for the few that
+/// HarfBuzz shows, such as Hangul fillers. So every face covers a cluster of nothing but the others. If no
+/// face covers the whole cluster, the answer is the face that covers its first code point that is not
+/// ignorable, so that its marks alone are missing. What a face's GSUB table makes of the characters is not
+/// considered.
 ///
 /// Order. The text's own family comes first, or the loader's default family if the own one is not installed;
 /// an empty name means the default family, too. The families of the request follow, and names mean what they
@@ -32,11 +33,10 @@ namespace Vell::FontLoaders {
 /// the others by language, and by a few regions. If the tag is empty or "und", fontconfig takes the language
 /// of the process. Fonts of symbols without Unicode codes serve only a text that names them.
 ///
-/// Emoji. A cluster has emoji presentation if its first character has it by default or is followed by U+FE0F,
-/// a skin tone, or a joiner and another emoji. It goes to the first colour font that covers it, else to an
-/// outline font for emoji, even if the text's own family has it. fontconfig orders these as it orders the
-/// family "emoji". Before U+FE0E and for all other characters, a colour font serves only if no other does, or
-/// if it is the text's own family or one of the request and the text does not ask for U+FE0E.
+/// Emoji. A cluster with emoji presentation (findPresentation) goes to the first colour font that covers it,
+/// else to an outline font for emoji, even if the text's own family has it. fontconfig orders these as it
+/// orders the family "emoji". Before U+FE0E and for all other characters, a colour font serves only if no
+/// other does, or if it is the text's own family or one of the request and the text does not ask for U+FE0E.
 ///
 /// Styles. In each family, the face that a font factory takes for the text's style comes first, then the
 /// family's other styles. An answer is a face that the loader can serve: it has been read, FreeType opens

@@ -1,18 +1,17 @@
 #include <TextLayout/Private/ClusterFonts.h>
 
 #include <FontEngine/FE_FontDescriptions.h>
+#include <FontLoaders/Public/ClusterPresentation.h>
 #include <TextLayout/Private/CharacterTraits.h>
-#include <TextLayout/Private/IcuErrors.h>
+#include <TextLayout/Private/MissingGlyphs.h>
 #include <TextLayout/Private/TextCharacters.h>
 #include <Utils/Public/Ptr/PtrUtils.h>
 #include <Utils/Public/Utf8.h>
 
 #include <unicode/uchar.h>
-#include <unicode/unorm2.h>
-#include <unicode/ustring.h>
 
 #include <algorithm>
-#include <array>
+#include <cstddef>
 
 namespace Vell::TextLayout {
 
@@ -28,51 +27,14 @@ std::u32string decode(std::string_view text) {
     return characters;
 }
 
-bool isEmoji(char32_t character) {
-    return u_hasBinaryProperty(static_cast<UChar32>(character), UCHAR_EMOJI) != 0;
-}
-
-bool isSkinTone(char32_t character) {
-    return character >= 0x1F3FB && character <= 0x1F3FF;
-}
-
-/// Whether the cluster is to look like an emoji: by its first character, or by what follows that.
-bool hasEmojiPresentation(const std::u32string& cluster) {
-    constexpr char32_t textSelector = 0xFE0E;
-    constexpr char32_t emojiSelector = 0xFE0F;
-    constexpr char32_t joiner = 0x200D;
-    if (cluster.size() > 1 && cluster[1] == textSelector) {
-        return false;
-    }
-    if (getTraits(cluster.front()).hasEmojiPresentation()) {
-        return true;
-    }
-    return cluster.size() > 1 && isEmoji(cluster.front()) &&
-           (cluster[1] == emojiSelector || isSkinTone(cluster[1]) ||
-            (cluster[1] == joiner && cluster.size() > 2 && isEmoji(cluster[2])));
-}
-
+/// What a font may lack without harm: HarfBuzz hides the first kinds, and nobody draws the others.
 bool needsNoGlyph(char32_t character) {
-    return getTraits(character).isDefaultIgnorable() || u_iscntrl(static_cast<UChar32>(character)) != 0;
-}
-
-using GetNormalizer = const UNormalizer2* (*)(UErrorCode*);
-
-/// A canonically equivalent spelling of a short cluster; empty if it is too long.
-std::u32string normalize(const std::u32string& cluster, GetNormalizer getNormalizer) {
-    constexpr std::int32_t capacity = 64;
-    std::array<UChar, capacity> units{};
-    std::array<UChar, capacity> normalized{};
-    std::array<UChar32, capacity> characters{};
-    std::int32_t length = 0;
-    UErrorCode status = U_ZERO_ERROR;
-    u_strFromUTF32(units.data(), capacity, &length, reinterpret_cast<const UChar32*>(cluster.data()),
-                   static_cast<std::int32_t>(cluster.size()), &status);
-    const UNormalizer2* const normalizer = getNormalizer(&status);
-    length = unorm2_normalize(normalizer, units.data(), length, normalized.data(), capacity, &status);
-    u_strToUTF32(characters.data(), capacity, &length, normalized.data(), length, &status);
-    return U_SUCCESS(status) ? std::u32string(characters.data(), characters.data() + length)
-                             : std::u32string();
+    constexpr char32_t nonJoiner = 0x200C;
+    constexpr char32_t joiner = 0x200D;
+    constexpr std::uint32_t controls = U_GC_CC_MASK | U_GC_ZL_MASK | U_GC_ZP_MASK;
+    const auto code = static_cast<UChar32>(character);
+    return character == nonJoiner || character == joiner || (U_GET_GC_MASK(code) & controls) != 0 ||
+           u_hasBinaryProperty(code, UCHAR_VARIATION_SELECTOR) != 0;
 }
 
 } // namespace
@@ -136,25 +98,31 @@ bool ClusterFonts::ownFontHas(const std::u32string& cluster) const {
                        [&](char32_t character) { return ownFontHas(character) || needsNoGlyph(character); });
 }
 
-/// HarfBuzz composes and decomposes characters as the font needs it.
-bool ClusterFonts::ownFontServes(const std::u32string& cluster) const {
+/// Whether the font draws the whole cluster, as it is or as HarfBuzz spells it.
+bool ClusterFonts::ownFontServes(const std::u32string& cluster) {
     if (ownFontHas(cluster)) {
         return true;
     }
-    for (const GetNormalizer getNormalizer : {&unorm2_getNFCInstance, &unorm2_getNFDInstance}) {
-        const std::u32string equivalent = normalize(cluster, getNormalizer);
-        if (!equivalent.empty() && ownFontHas(equivalent)) {
-            return true;
-        }
+    if (!ownFontHas(cluster.front()) && !mayDoWithoutFirst(cluster)) {
+        return false;
     }
-    return false;
+    if (!_ownShapingFont) {
+        _ownShapingFont = _source.caches.getFont(*_fonts[_ownFont].font.getFace());
+    }
+    constexpr std::size_t longCluster = 64; // HarfBuzz's time grows with the square of the length
+    return _ownShapingFont->canShape() && cluster.size() <= longCluster
+               ? hasAllGlyphs(*_ownShapingFont, cluster)
+               : std::all_of(cluster.begin(), cluster.end(), [&](char32_t character) {
+                     return ownFontHas(character) || getTraits(character).isDefaultIgnorable();
+                 });
 }
 
 bool ClusterFonts::prefersFallback(const std::u32string& cluster) const {
-    return _style.emojiFont == EmojiFont::Fallback && hasEmojiPresentation(cluster);
+    return _style.emojiFont == EmojiFont::Fallback && getTraits(cluster.front()).takesScriptOfOthers() &&
+           FontLoaders::findPresentation(cluster) == FontLoaders::ClusterPresentation::Emoji;
 }
 
-FallbackFace ClusterFonts::choose(const std::u32string& cluster) const {
+FallbackFace ClusterFonts::choose(const std::u32string& cluster) {
     if (_source.fallback == nullptr || (!prefersFallback(cluster) && ownFontServes(cluster))) {
         return nullptr;
     }

@@ -52,9 +52,9 @@ private:
 
     bool ownFontHas(char32_t character) const;
     bool ownFontHas(const std::u32string& cluster) const;
-    bool ownFontServes(const std::u32string& cluster) const;
+    bool ownFontServes(const std::u32string& cluster);
     bool prefersFallback(const std::u32string& cluster) const;
-    FallbackFace choose(const std::u32string& cluster) const;
+    FallbackFace choose(const std::u32string& cluster);
     std::uint32_t findFont(const FallbackFace& face);
     std::uint32_t addFallback(const FallbackFace& face);
     std::uint32_t addFont(const NNPtr<const Gfx::FontFaceInfo>& faceInfo,
@@ -66,6 +66,7 @@ private:
     std::uint32_t _ownFont;
     TextFonts& _fonts;
     const Gfx::CharMap* _ownCharMap;
+    std::shared_ptr<ShapingFont> _ownShapingFont; // null until it is needed
     std::vector<FallbackFont> _fallbackFonts;
 };
 

@@ -1,5 +1,7 @@
 #include <TextLayout/Private/FontMeasures.h>
 
+#include <TextLayout/Private/BitmapFontLines.h>
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -20,15 +22,28 @@ double getFontUnit(const RunFont& font) {
     return std::isfinite(unit) ? unit : 0.0;
 }
 
+void takeLines(const BitmapFontLines& lines, FontMeasures& measures) {
+    const auto measure = [&](int units) { return makeFinite(static_cast<float>(measures.fontUnit * units)); };
+    measures.ascent = measure(lines.ascent);
+    measures.descent = measure(lines.descent);
+    measures.leading = measure(lines.leading);
+    measures.strikeOut = measure(lines.strikeOut);
+}
+
 } // namespace
 
 FontMeasures measureFont(const RunFont& font) {
-    return {getFontUnit(font),
-            static_cast<double>(makeFinite(font.letterSpacing)),
-            makeFinite(font.font.getBaseLineShift()),
-            makeFinite(font.font.getAscent()),
-            makeFinite(font.font.getDescent()),
-            makeFinite(font.font.getLeading())};
+    FontMeasures measures{getFontUnit(font),
+                          static_cast<double>(makeFinite(font.letterSpacing)),
+                          makeFinite(font.font.getBaseLineShift()),
+                          makeFinite(font.font.getAscent()),
+                          makeFinite(font.font.getDescent()),
+                          makeFinite(font.font.getLeading()),
+                          makeFinite(font.font.getStrikeOutPosition())};
+    if (font.font.getFace()->getHandle()->units_per_EM == 0) {
+        takeLines(readBitmapFontLines(*font.font.getFace()), measures);
+    }
+    return measures;
 }
 
 float toFloat(double value) {

@@ -20,4 +20,16 @@ struct GlyphPiece {
     bool continuesLast = false;
 };
 
+inline const ShapedRun& getRun(const GlyphPiece& piece) {
+    return piece.text->getRuns()[piece.run];
+}
+
+inline const RunFont& getFont(const GlyphPiece& piece) {
+    return piece.text->getFont(getRun(piece));
+}
+
+inline const TextStyle& getStyle(const GlyphPiece& piece) {
+    return piece.text->getStyle(getRun(piece));
+}
+
 } // namespace Vell::TextLayout

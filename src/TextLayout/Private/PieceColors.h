@@ -18,7 +18,7 @@ public:
         , _current(color) {}
 
     TextColor get(const GlyphPiece& piece) const {
-        const TextStyle& style = piece.text->getStyle(piece.text->getRuns()[piece.run]);
+        const TextStyle& style = getStyle(piece);
         return _setColor && style.color ? *style.color : _textColor;
     }
     void use(const TextColor& color) {

@@ -1,5 +1,6 @@
 #include <TextLayout/Private/PieceLines.h>
 
+#include <TextLayout/Private/FontMeasures.h>
 #include <TextLayout/Private/StyleGroups.h>
 
 #include <cmath>
@@ -16,16 +17,8 @@ struct Rectangle {
     float height;
 };
 
-const ShapedRun& getRun(const GlyphPiece& piece) {
-    return piece.text->getRuns()[piece.run];
-}
-
-const TextStyle& getStyle(const GlyphPiece& piece) {
-    return piece.text->getStyle(getRun(piece));
-}
-
 float measure(const GlyphPiece& piece) {
-    const RunFont& font = piece.text->getFont(getRun(piece));
+    const RunFont& font = getFont(piece);
     float width = 0.0F;
     for (std::uint32_t i = piece.glyphBegin; i != piece.glyphEnd; ++i) {
         const ShapedGlyph& glyph = piece.text->getGlyphs()[i];
@@ -39,14 +32,14 @@ float measure(const GlyphPiece& piece) {
 struct LinePositions {
     explicit LinePositions(const RunFont& font) {
         const FT_Face face = font.font.getFace()->getHandle().get();
-        const auto unitsPerEM = static_cast<float>(face->units_per_EM);
+        const auto unitsPerEM = static_cast<float>(font.getUnitsPerEM());
         // A font that says nothing gets lines in the usual proportions.
         const bool isSilent = face->underline_thickness <= 0;
         thickness = font.toUnits(isSilent ? unitsPerEM / 20 : static_cast<float>(face->underline_thickness));
         const float center =
             font.toUnits(isSilent ? unitsPerEM / -10 : static_cast<float>(face->underline_position));
         underline = -center - thickness / 2;
-        strikeOut = -font.font.getStrikeOutPosition() - thickness;
+        strikeOut = -measureFont(font).strikeOut - thickness;
     }
 
     float thickness;
@@ -91,7 +84,7 @@ void drawLines(const std::vector<GlyphPiece>& pieces, Gfx::Painter& painter, Pie
         const GlyphPiece& piece = pieces[first];
         const TextStyle& style = getStyle(piece);
         if (hasLines(style)) {
-            const LinePositions positions(piece.text->getFont(getRun(piece)));
+            const LinePositions positions(getFont(piece));
             const float width = pieces[last].x + measure(pieces[last]) - piece.x;
             colors.use(colors.get(piece));
             if (style.isUnderlined) {

@@ -2,9 +2,12 @@
 
 #include <TextLayout/Private/PieceDrawing.h>
 
+#include <FontEngine/Color/FE_DrawColorGlyphs.h>
+#include <FontEngine/FE_FontFactory.h>
 #include <FontEngine/Renderer/FE_PlacedGlyphRun.h>
 #include <FontEngine/Renderer/FE_RasterSpace.h>
 #include <FontEngine/Renderer/FE_RasterTextPainter.h>
+#include <TextLayout/Private/ColorFonts.h>
 #include <TextLayout/Private/PieceColors.h>
 #include <TextLayout/Private/PieceLines.h>
 #include <TextLayout/Private/TextCharacters.h>
@@ -13,6 +16,7 @@
 
 #include <cmath>
 #include <cstddef>
+#include <memory>
 #include <utility>
 
 namespace Vell::TextLayout {
@@ -27,17 +31,49 @@ float snap(float distance, float devicePixelRatio) {
     return std::round(distance * devicePixelRatio) / devicePixelRatio;
 }
 
-/// Appends the glyphs of a piece. The pen moves as it does in RasterTextPainter, in single precision. `penX`
-/// is where the last piece has left it. `scale` is the painter's.
-void append(const GlyphPiece& piece, const cinder::Vec2<float>& scale, float devicePixelRatio, float& penX,
-            PlacedGlyphRun& placed) {
+/// Draws the colour glyphs among those of a piece.
+class RasterColors {
+public:
+    RasterColors(const GlyphPiece& piece, const FontEngine::RasterTarget& target,
+                 const cinder::Vec2<float>& scale)
+        : _piece(piece)
+        , _target(target)
+        , _scale(scale.x)
+        , _factory(findColorFactory(getFont(piece))) {}
+
+    /// Moves the other glyphs to the front and returns how many they are.
+    std::size_t draw(PlacedGlyph* glyphs, std::size_t count) const {
+        if (_factory == nullptr) {
+            return count;
+        }
+        const RunFont& font = getFont(_piece);
+        const TextStyle& text = getStyle(_piece);
+        const FontEngine::ColorGlyphStyle style{
+            font.faceInfo, font.font.getFace(),      font.font.getFontSize(),
+            _scale,        _target.devicePixelRatio, text.color.value_or(_target.color),
+            text.palette};
+        return drawColorGlyphs(_factory->getColorGlyphs(), style, _target.glyphPainter, glyphs, count);
+    }
+
+private:
+    const GlyphPiece& _piece;
+    const FontEngine::RasterTarget& _target;
+    float _scale;
+    std::shared_ptr<const FontEngine::FontFactory> _factory;
+};
+
+/// Appends the glyphs of a piece, and draws those that have colours. The pen moves as it does in
+/// RasterTextPainter, in single precision. `penX` is where the last piece has left it. `scale` is the
+/// painter's.
+void append(const GlyphPiece& piece, const cinder::Vec2<float>& scale, float devicePixelRatio,
+            const RasterColors& colors, float& penX, PlacedGlyphRun& placed) {
     constexpr std::size_t batchSize = 64; // what one lock of the cache serves
     boost::container::static_vector<PlacedGlyph, batchSize> batch;
     const ShapedText& text = *piece.text;
-    const RunFont& font = text.getFont(text.getRuns()[piece.run]);
+    const RunFont& font = getFont(piece);
     const auto flush = [&] {
-        placed.append(font.faceInfo, font.font.getFace(), font.font.getFontSize(), batch.data(),
-                      batch.size());
+        const std::size_t count = colors.draw(batch.data(), batch.size());
+        placed.append(font.faceInfo, font.font.getFace(), font.font.getFontSize(), batch.data(), count);
         batch.clear();
     };
     if (!piece.continuesLast) {
@@ -73,9 +109,9 @@ void drawAlike(const GlyphPiece* begin, const GlyphPiece* end, const FontEngine:
                const FontEngine::RasterSpace& space, const TextColor& color, float& penX) {
     PlacedGlyphRun placed(target.devicePixelRatio, space.scale, target.isBottomUp, countGlyphs(begin, end));
     for (const GlyphPiece* piece = begin; piece != end; ++piece) {
-        append(*piece, space.scale, target.devicePixelRatio, penX, placed);
+        append(*piece, space.scale, target.devicePixelRatio, {*piece, target, space.scale}, penX, placed);
     }
-    const RunFont& font = begin->text->getFont(begin->text->getRuns()[begin->run]);
+    const RunFont& font = getFont(*begin);
     FontEngine::RasterTextPainter(target.painter, target.glyphPainter, target.isBottomUp)
         .drawGlyphRun(std::move(placed).finish(), font.font, color, target.devicePixelRatio);
 }

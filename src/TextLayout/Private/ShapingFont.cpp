@@ -47,6 +47,15 @@ ShapingFont::ShapingFont(const FontEngine::FontFace& face, const AllocationWatch
     }
 }
 
+void ShapingFont::check(const AllocationWatch& watch) {
+    if (watch.hasFailed()) {
+        _isSpoiled = true;
+    }
+    if (_isSpoiled) {
+        throw std::bad_alloc();
+    }
+}
+
 ShapePlan& ShapingFont::getPlan(const ShapePlanKey& key, std::uint32_t& lastId) {
     const auto found =
         std::find_if(_plans.begin(), _plans.end(), [&](const auto& plan) { return plan->getKey() == key; });

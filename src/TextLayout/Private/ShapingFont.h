@@ -30,6 +30,10 @@ public:
     /// thread may ask.
     bool isSpoiled() const { return _isSpoiled; }
 
+    /// Throws std::bad_alloc if memory was short while the watch was there, or before. The font is spoiled
+    /// then.
+    void check(const AllocationWatch& watch);
+
     /// Whether it has so many plans that a new font should take its place: no plan is ever given up alone.
     bool hasManyPlans() const { return _plans.size() >= manyPlans; }
 

@@ -36,7 +36,9 @@ bool haveEqualPaint(const TextStyle& lhs, const TextStyle& rhs) {
                (!left ||
                 (left->r == right->r && left->g == right->g && left->b == right->b && left->a == right->a));
     };
-    return areSame(lhs.color, rhs.color) && lhs.isUnderlined == rhs.isUnderlined &&
+    const bool havePalettes = lhs.palette && rhs.palette;
+    const bool haveSamePalette = havePalettes ? *lhs.palette == *rhs.palette : lhs.palette == rhs.palette;
+    return areSame(lhs.color, rhs.color) && haveSamePalette && lhs.isUnderlined == rhs.isUnderlined &&
            lhs.isStruckOut == rhs.isStruckOut;
 }
 

@@ -1,5 +1,6 @@
 #include <TextLayout/Public/ShapedText.h>
 
+#include <TextLayout/Private/BitmapFontLines.h>
 #include <TextLayout/Private/ShapingService.h>
 #include <TextLayout/Private/TextMeasures.h>
 
@@ -9,6 +10,11 @@
 #include <utility>
 
 namespace Vell::TextLayout {
+
+/// FreeType leaves it out of the face.
+unsigned short RunFont::readUnitsPerEM() const {
+    return readBitmapFontLines(*font.getFace()).unitsPerEM;
+}
 
 namespace {
 

@@ -50,7 +50,14 @@ struct RunFont {
     float toUnits(float fontUnits) const {
         return font.getFontSize() * (fontUnits / static_cast<float>(getUnitsPerEM()));
     }
-    unsigned short getUnitsPerEM() const { return font.getFace()->getHandle()->units_per_EM; }
+    /// 0 for bitmap fonts that are not in the format of TrueType and OpenType.
+    unsigned short getUnitsPerEM() const {
+        const unsigned short unitsPerEM = font.getFace()->getHandle()->units_per_EM;
+        return unitsPerEM != 0 ? unitsPerEM : readUnitsPerEM();
+    }
+
+private:
+    VELL_API unsigned short readUnitsPerEM() const; ///< of a font without outlines
 };
 
 /// Adjacent characters of one style, font, script and level. Its glyphs are in visual order, from left to

@@ -14,6 +14,11 @@
 /// In one font, from left to right, without kerning and ligatures, drawRaster and drawVector draw what
 /// RasterTextPainter and VectorTextPainter draw.
 ///
+/// Colour glyphs, such as emoji, go to painters that also implement ColorGlyphPainter or ColorVectorPainter,
+/// before the other glyphs of their run. They look alike in every colour of the text and at every alpha, but
+/// for layers that take the colour of the text or of their span. To other painters, they are what the font
+/// has beside its colours: outlines, or nothing.
+///
 /// Threads: any thread may call; one thread at a time uses the painters. Errors: those of the glyph services
 /// and what the painters throw. The painter's transform then stays pushed, for the caller to restore.
 
@@ -41,7 +46,8 @@ using TextColorSetter = std::function<void(const TextColor& color)>;
 VELL_API void drawRaster(const ShapedText& text, const FontEngine::RasterTarget& target,
                          const TextColorSetter& setColor = {});
 
-/// Draws outlines. The painter has the colour `color`. Fonts without outlines draw nothing.
+/// Draws outlines. The painter has the colour `color`. Fonts without outlines draw only their colour
+/// glyphs.
 VELL_API void drawVector(const ShapedText& text, Gfx::Painter& painter, const TextColor& color,
                          const TextColorSetter& setColor = {});
 

@@ -1,11 +1,13 @@
 #pragma once
 
+#include <FontEngine/Color/FE_ColorGlyphInfo.h>
 #include <Gfx/Public/FontInfo.h>
 #include <TextLayout/Public/TextFeatures.h>
 #include <Utils/Public/Ptr/CheckedPtr.h>
 #include <cinder/Color.h>
 
 #include <cstddef>
+#include <memory>
 #include <optional>
 #include <string>
 #include <utility>
@@ -37,8 +39,11 @@ struct TextStyle {
     /// To try before all other fonts when the style's own font lacks a character, most preferred first.
     std::vector<std::string> fallbackFamilies = {};
     EmojiFont emojiFont = EmojiFont::Fallback;
-    /// Instead of the colour that the whole text is drawn in.
+    /// Instead of the colour that the whole text is drawn in. Colour glyphs ignore it, and its alpha, but for
+    /// the layers that ask for the text's colour.
     std::optional<cinder::ColorAT<unsigned char>> color = {};
+    /// For colour glyphs, in whichever font they are. Null for the first palette of each font.
+    std::shared_ptr<const FontEngine::ColorPalette> palette = nullptr;
     bool isUnderlined = false;
     bool isStruckOut = false;
 
@@ -60,6 +65,10 @@ struct TextStyle {
     }
     TextStyle& setColor(const cinder::ColorAT<unsigned char>& value) {
         color = value;
+        return *this;
+    }
+    TextStyle& setPalette(FontEngine::ColorPalette value) {
+        palette = std::make_shared<const FontEngine::ColorPalette>(std::move(value));
         return *this;
     }
     TextStyle& setUnderlined(bool value = true) {

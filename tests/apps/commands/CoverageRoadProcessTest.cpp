@@ -23,12 +23,12 @@ std::string explain(std::vector<std::string> arguments) {
 TEST(CoverageRoadProcess, TellsWhyEachClusterHasItsFont) {
     const FontSandbox sandbox(makeColorRule("Color"));
     install(sandbox, "Own", {{'a', 'z'}, {0x301, 0x301}, {0x2764, 0x2764}, {0x1F600, 0x1F600}});
-    install(sandbox, "Color", {{0x2764, 0x2764}, {0x1F600, 0x1F600}});
+    install(sandbox, "Color", {{0x2764, 0x2764}, {0x1F600, 0x1F600}, {0x1F680, 0x1F680}});
     install(sandbox, "Greek", {{0x3B1, 0x3C9}});
     const std::string color = "Color Regular, " + sandbox.getPath("Color-400.ttf") + " (face 0), ";
     const std::string greek = "Greek Regular, " + sandbox.getPath("Greek-400.ttf") + " (face 0), ";
-    EXPECT_EQ(explain({"aae\u0301\u03B1\n\u2764\u2764\uFE0F\U0001F600\u4E2D", "--family", "Own", "--language",
-                       "el"}),
+    EXPECT_EQ(explain({"aae\u0301\u03B1\n\u2764\u2764\uFE0F\U0001F600\U0001F680\u4E2D", "--family", "Own",
+                       "--language", "el"}),
               "  U+0061 a: own font\n"
               "  U+0065 U+0301 e\u0301: own font\n"
               "  U+03B1 \u03B1: " +
@@ -39,6 +39,9 @@ TEST(CoverageRoadProcess, TellsWhyEachClusterHasItsFont) {
                   color +
                   "first in the order for emoji\n"
                   "  U+1F600 \U0001F600: emoji presentation, " +
+                  color +
+                  "first in the order for emoji\n"
+                  "  U+1F680 \U0001F680: emoji presentation, " +
                   color +
                   "first in the order for emoji\n"
                   "  U+4E2D \u4E2D: none\n");

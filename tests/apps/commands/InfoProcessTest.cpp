@@ -1,3 +1,4 @@
+#include <apps/ColorFont.h>
 #include <apps/ToolProcess.h>
 
 #include <gmock/gmock.h>
@@ -23,6 +24,17 @@ TEST(InfoProcess, PrintsMetricsForASize) {
     EXPECT_THAT(runTool({"info", "DejaVu Sans"}).out, HasSubstr("height:            1.16406\n"));
     EXPECT_THAT(runTool({"info", "DejaVu Sans", "--size", "1000"}).out,
                 HasSubstr("height:            1164.06"));
+}
+
+TEST(InfoProcess, SaysThatAFontOfPicturesHasNoMetrics) {
+    const TemporaryFolder folder;
+    const std::vector<unsigned char> bytes = makePictureFont("Pictures").build();
+    writeBytes(folder.getPath("pictures.ttf"), std::string(bytes.begin(), bytes.end()));
+    const ProcessResult result = runTool({"info", folder.getPath("pictures.ttf")});
+    EXPECT_EQ(result.status, 0) << result.err;
+    EXPECT_THAT(result.out, HasSubstr("\noutlines:          no\n"));
+    EXPECT_THAT(result.out, HasSubstr("\nunits per em:      1000\n"));
+    EXPECT_THAT(result.out, HasSubstr("\nascent:            none\n"));
 }
 
 TEST(InfoProcess, SaysThatAFileHasNoCapHeight) {

@@ -49,6 +49,22 @@ TEST(LayoutCommandLine, ReadsEveryOption) {
     EXPECT_EQ(parseLayout({"--width=0"})->width, 0.0F);
 }
 
+TEST(LayoutCommandLine, ReadsThePalette) {
+    const auto parsePalette = [](std::vector<const char*> arguments) {
+        arguments.insert(arguments.begin(), {"fontengine", "render", "text", "-o", "out.png"});
+        const Command command = parseCommandLine(static_cast<int>(arguments.size()), arguments.data());
+        return std::get<RenderOptions>(command).font.palette;
+    };
+    EXPECT_EQ(parsePalette({}), 0);
+    EXPECT_EQ(parsePalette({"--palette", "3"}), 3);
+    EXPECT_EQ(parsePalette({"--palette=65535"}), 65535);
+    for (const char* palette : {"-1", "65536", "1.5", "x", ""}) {
+        EXPECT_EQ(getMistake({"--palette", palette}),
+                  std::string("--palette must be a whole number from 0 to 65535, not '") + palette + "'");
+    }
+    EXPECT_EQ(getMistake({"--layout", "plain", "--palette", "0"}), "--layout plain takes no --palette");
+}
+
 TEST(LayoutCommandLine, NamesTheMalformedValue) {
     for (const char* width : {"nan", "-1", "inf", "1e7", "x", ""}) {
         EXPECT_EQ(getMistake({"--width", width}),

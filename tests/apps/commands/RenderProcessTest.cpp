@@ -20,47 +20,48 @@ TEST_F(RenderProcess, WritesAPictureWithTheTextInsideAMargin) {
     const ProcessResult result = render({"Text_gj"}, "a.png");
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.out + result.err, "");
-    const Picture picture(folder.getPath("a.png"));
+    const RenderedPicture picture(folder.getPath("a.png"));
     EXPECT_GT(picture.countInk(), 200);
     EXPECT_EQ(picture.countInkAtTheEdges(), 0);
     EXPECT_THAT(folder.list(), ElementsAre("a.png"));
 }
 
 TEST_F(RenderProcess, MakesRoomForEveryLine) {
-    const Picture one = renderPicture({"line", "--size", "20"});
-    const Picture three = renderPicture({"-", "--size", "20"}, "line\r\nline\nline\n");
+    const RenderedPicture one = renderPicture({"line", "--size", "20"});
+    const RenderedPicture three = renderPicture({"-", "--size", "20"}, "line\r\nline\nline\n");
     EXPECT_EQ(three.getWidth(), one.getWidth());
     // The height of DejaVu Sans is 1.164 em.
     EXPECT_NEAR(three.getHeight() - one.getHeight(), 2 * 1.164 * 20, 1.5);
 }
 
 TEST_F(RenderProcess, DoublesThePixelsForARatioOfTwo) {
-    const Picture one = renderPicture({"text"});
-    const Picture two = renderPicture({"text", "--dpr", "2"});
+    const RenderedPicture one = renderPicture({"text"});
+    const RenderedPicture two = renderPicture({"text", "--dpr", "2"});
     EXPECT_NEAR(two.getWidth(), 2 * one.getWidth(), 2);
     EXPECT_NEAR(two.getHeight(), 2 * one.getHeight(), 2);
     EXPECT_NEAR(two.countInk(), 4 * one.countInk(), one.countInk());
 }
 
 TEST_F(RenderProcess, FitsTheCanvasToTurnedText) {
-    const Picture upright = renderPicture({"a long text"});
-    const Picture turned = renderPicture({"a long text", "--rotate", "90"});
+    const RenderedPicture upright = renderPicture({"a long text"});
+    const RenderedPicture turned = renderPicture({"a long text", "--rotate", "90"});
     EXPECT_NEAR(turned.getWidth(), upright.getHeight(), 2);
     EXPECT_NEAR(turned.getHeight(), upright.getWidth(), 2);
-    const Picture slanted = renderPicture({"a long text", "--rotate", "-30", "--scale", "1.5"});
+    const RenderedPicture slanted = renderPicture({"a long text", "--rotate", "-30", "--scale", "1.5"});
     EXPECT_GT(slanted.getHeight(), upright.getHeight() * 2);
     EXPECT_EQ(slanted.countInkAtTheEdges(), 0);
 }
 
 TEST_F(RenderProcess, UsesTheColors) {
-    const Picture picture = renderPicture({"\xE2\x96\x88", "--color", "#f00", "--background", "navy"});
+    const RenderedPicture picture =
+        renderPicture({"\xE2\x96\x88", "--color", "#f00", "--background", "navy"});
     EXPECT_EQ(picture.getPixel(0, 0), 0x000080U);
     EXPECT_EQ(picture.getPixel(picture.getWidth() / 2, picture.getHeight() / 2), 0xFF0000U);
 }
 
 TEST_F(RenderProcess, DrawsIllFormedTextAsReplacementCharacters) {
-    const Picture bad = renderPicture({"-"}, "a\xFF\xC0z");
-    const Picture good = renderPicture({"-"}, "a\xEF\xBF\xBD\xEF\xBF\xBDz");
+    const RenderedPicture bad = renderPicture({"-"}, "a\xFF\xC0z");
+    const RenderedPicture good = renderPicture({"-"}, "a\xEF\xBF\xBD\xEF\xBF\xBDz");
     EXPECT_EQ(bad.getWidth(), good.getWidth());
     EXPECT_EQ(bad.countInk(), good.countInk());
 }
@@ -87,11 +88,11 @@ TEST_F(RenderProcess, WritesDocumentsThatOtherProgramsRead) {
         EXPECT_EQ(render({"text_\xCE\xB1", "--painter", painter}, "a.pdf").status, 0);
         const std::string svgPicture = folder.getPath("svg.png");
         EXPECT_EQ(runShell("rsvg-convert -o " + quote(svgPicture) + " " + quote(folder.getPath("a.svg"))), 0);
-        EXPECT_GT(Picture(svgPicture).countInk(), 200);
+        EXPECT_GT(RenderedPicture(svgPicture).countInk(), 200);
         EXPECT_EQ(runShell("pdftoppm -png -singlefile " + quote(folder.getPath("a.pdf")) + " " +
                            quote(folder.getPath("pdf"))),
                   0);
-        EXPECT_GT(Picture(folder.getPath("pdf.png")).countInk(), 200);
+        EXPECT_GT(RenderedPicture(folder.getPath("pdf.png")).countInk(), 200);
     }
 }
 
@@ -110,10 +111,10 @@ TEST_F(RenderProcess, RefusesWrongUseWithStatusTwo) {
 TEST_F(RenderProcess, DrawsWithAFontFile) {
     writeCollection(folder.getPath("fonts.ttc"), {"First", "Second"});
     const std::string font = folder.getPath("fonts.ttc") + ":1";
-    const Picture own = renderPicture({"AA", "--font", font, "--size", "40"});
+    const RenderedPicture own = renderPicture({"AA", "--font", font, "--size", "40"});
     // Two boxes of 0.4 by 0.7 em.
     EXPECT_NEAR(own.countInk(), 2 * 16 * 28, 2 * 28);
-    const Picture more = renderPicture({"AA中", "--font", font, "--size", "40"});
+    const RenderedPicture more = renderPicture({"AA中", "--font", font, "--size", "40"});
     EXPECT_GT(more.countInk(), own.countInk() + 100);
     EXPECT_EQ(render({"AA中", "--font", font, "--bold"}, "v.svg").status, 0);
 }

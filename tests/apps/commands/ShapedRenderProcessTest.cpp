@@ -1,3 +1,4 @@
+#include <apps/ColorFont.h>
 #include <apps/RenderFixture.h>
 
 #include <gmock/gmock.h>
@@ -23,7 +24,7 @@ protected:
 };
 
 /// The columns of the first and the last ink.
-std::pair<int, int> findInk(const Picture& picture) {
+std::pair<int, int> findInk(const RenderedPicture& picture) {
     std::pair<int, int> ends(picture.getWidth(), -1);
     for (int x = 0; x < picture.getWidth(); ++x) {
         for (int y = 0; y < picture.getHeight(); ++y) {
@@ -37,7 +38,7 @@ std::pair<int, int> findInk(const Picture& picture) {
 }
 
 /// The grey levels of the rows from `top` on, as many as make a line.
-std::vector<std::uint32_t> readRows(const Picture& picture, int top, int count) {
+std::vector<std::uint32_t> readRows(const RenderedPicture& picture, int top, int count) {
     std::vector<std::uint32_t> pixels;
     for (int y = top; y < top + count; ++y) {
         for (int x = 0; x < picture.getWidth(); ++x) {
@@ -48,9 +49,9 @@ std::vector<std::uint32_t> readRows(const Picture& picture, int top, int count) 
 }
 
 TEST_F(ShapedRenderProcess, KernsAndJoinsUnlessToldOtherwise) {
-    const Picture shaped = renderPicture({"AVAVAV"});
-    const Picture unkerned = renderPicture({"AVAVAV", "--features=-kern"});
-    const Picture plain = renderPicture({"AVAVAV", "--layout", "plain"});
+    const RenderedPicture shaped = renderPicture({"AVAVAV"});
+    const RenderedPicture unkerned = renderPicture({"AVAVAV", "--features=-kern"});
+    const RenderedPicture plain = renderPicture({"AVAVAV", "--layout", "plain"});
     EXPECT_LT(shaped.getWidth(), plain.getWidth() - 4);
     EXPECT_EQ(unkerned.getWidth(), plain.getWidth());
     EXPECT_NE(renderBytes({"fi"}), renderBytes({"fi", "--features", "-liga"}));
@@ -76,9 +77,39 @@ TEST_F(ShapedRenderProcess, JoinsArabicLetters) {
     EXPECT_NE(joined, renderBytes({beh + beh, "--layout", "plain"}));
 }
 
+TEST_F(ShapedRenderProcess, DrawsColorGlyphsInTheirOwnColours) {
+    const std::vector<unsigned char> bytes = makeLayeredFont("Colors").build();
+    writeBytes(folder.getPath("colors.ttf"), std::string(bytes.begin(), bytes.end()));
+    for (const char* painter : {"raster", "vector"}) {
+        const auto drawMiddle = [&](std::vector<std::string> arguments) {
+            arguments.insert(arguments.end(),
+                             {"--font", folder.getPath("colors.ttf"), "--size", "40", "--painter", painter});
+            const RenderedPicture picture = renderPicture(arguments);
+            return picture.getPixel(picture.getWidth() / 2, picture.getHeight() / 2);
+        };
+        EXPECT_EQ(drawMiddle({"A"}), 0xFF0000U) << painter;
+        EXPECT_EQ(drawMiddle({"A", "--color", "blue", "--background", "black"}), 0xFF0000U) << painter;
+        EXPECT_EQ(drawMiddle({"A", "--color", "#0000ff80"}), 0xFF0000U) << painter;
+        EXPECT_EQ(drawMiddle({"A", "--palette", "1"}), 0x00FF00U) << painter;
+        EXPECT_EQ(drawMiddle({"A", "--palette=9"}), 0xFF0000U) << painter;
+        EXPECT_EQ(drawMiddle({"B", "--color", "#0000ff"}), 0x0000FFU) << painter;
+        EXPECT_EQ(drawMiddle({"B", "--color", "#0000ff", "--background", "black"}), 0x0000FFU) << painter;
+    }
+}
+
+TEST_F(ShapedRenderProcess, DrawsPicturesOfAFontIntoDocuments) {
+    const std::vector<unsigned char> bytes = makePictureFont("Pictures").build();
+    writeBytes(folder.getPath("pictures.ttf"), std::string(bytes.begin(), bytes.end()));
+    const std::vector<std::string> arguments = {"A", "--font", folder.getPath("pictures.ttf")};
+    EXPECT_THAT(renderBytes(arguments, "picture.svg"), HasSubstr("<image "));
+    EXPECT_THAT(renderBytes(arguments, "picture.pdf"), HasSubstr("/Subtype /Image"));
+    EXPECT_EQ(
+        render({"A", "--font", folder.getPath("pictures.ttf"), "--layout", "plain"}, "plain.svg").status, 1);
+}
+
 TEST_F(ShapedRenderProcess, BreaksLinesAtTheWidth) {
-    const Picture one = renderPicture({"four words in lines", "--size", "20"});
-    const Picture many = renderPicture({"four words in lines", "--size", "20", "--width", "80"});
+    const RenderedPicture one = renderPicture({"four words in lines", "--size", "20"});
+    const RenderedPicture many = renderPicture({"four words in lines", "--size", "20", "--width", "80"});
     EXPECT_NEAR(many.getWidth(), 80 + 20, 2);
     // The height of DejaVu Sans is 1.164 em.
     EXPECT_NEAR(many.getHeight() - one.getHeight(), 2 * 1.164 * 20, 2);
@@ -86,7 +117,7 @@ TEST_F(ShapedRenderProcess, BreaksLinesAtTheWidth) {
 
 TEST_F(ShapedRenderProcess, DrawsEveryLineOnWholePixels) {
     const int size = 14;
-    const Picture lines = renderPicture({"-", "--size", std::to_string(size)}, "line\nline\nline");
+    const RenderedPicture lines = renderPicture({"-", "--size", std::to_string(size)}, "line\nline\nline");
     int top = 0;
     while (readRows(lines, top, 1) == readRows(lines, 0, 1)) {
         ++top;
@@ -112,8 +143,9 @@ TEST_F(ShapedRenderProcess, AlignsLines) {
     EXPECT_NEAR(center.first - start.first, end.first - center.first, 2);
     EXPECT_EQ(findAligned("start", "rtl"), end);
     EXPECT_EQ(findAligned("end", "rtl"), start);
-    const Picture justified = renderPicture({"-", "--size", "20", "--width", "200", "--align", "justify"},
-                                            "ten words in a line that is broken here");
+    const RenderedPicture justified =
+        renderPicture({"-", "--size", "20", "--width", "200", "--align", "justify"},
+                      "ten words in a line that is broken here");
     EXPECT_NEAR(findInk(justified).second, 210, 3);
 }
 

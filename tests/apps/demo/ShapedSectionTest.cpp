@@ -57,7 +57,7 @@ InkCount countInk(const PlacedDrawing& placed) {
 TEST_F(ShapedSection, ShowsEveryDrawingRasterBesideVector) {
     const auto left = select(page, PainterKind::Raster);
     const auto right = select(page, PainterKind::Vector);
-    ASSERT_EQ(left.size(), 3U);
+    ASSERT_EQ(left.size(), 4U);
     ASSERT_EQ(right.size(), left.size());
     for (std::size_t i = 0; i < left.size(); ++i) {
         EXPECT_EQ(left[i].start.y, right[i].start.y);
@@ -91,7 +91,8 @@ TEST_F(ShapedSection, DrawsTheSameInkWithBothPainters) {
         EXPECT_NEAR(raster.all, vector.all, raster.all / 5) << i;
         EXPECT_NEAR(raster.colored, vector.colored, raster.colored / 3) << i;
     }
-    EXPECT_GT(countInk(left[1]).colored, 500); // the spans of the paragraph
+    EXPECT_GT(countInk(left[1]).colored, 5000); // the emoji
+    EXPECT_GT(countInk(left[2]).colored, 500);  // the spans of the paragraph
 }
 
 } // namespace

@@ -3,7 +3,7 @@
 #include "Errors.h"
 
 #include <apps/ToolFonts.h>
-#include <support/TemporaryFolder.h>
+#include <support/FontSandbox.h>
 
 #include <gtest/gtest.h>
 
@@ -25,6 +25,8 @@ TEST(FontShaper, RecordsTheQuestionsToTheFallbackOnRequest) {
 }
 
 TEST(FontShaper, TakesTheDefaultFamilyForAFallbackToItself) {
+    const Testing::FontSandbox sandbox;
+    sandbox.link(std::string(Testing::dejaVu) + "DejaVuSans.ttf");
     const FontShaper shaper({""}, {});
     const auto text = shaper.shape("a\U0001F600");
     EXPECT_EQ(text->getRuns().size(), 1U);

@@ -1,5 +1,6 @@
 #include "specimen/GlyphTable.h"
 
+#include <apps/ColorFont.h>
 #include <apps/Pixels.h>
 #include <apps/ToolFonts.h>
 
@@ -20,18 +21,26 @@ constexpr std::size_t noLimit = 100000;
 /// A font with a solid letter of 0.6 em for each code.
 class GlyphTableOf {
 public:
-    explicit GlyphTableOf(const std::vector<unsigned int>& codes, std::size_t limit = noLimit) {
+    explicit GlyphTableOf(const FontBuilder& font, unsigned short palette = 0, std::size_t limit = noLimit) {
+        const TemporaryFolder folder;
+        writeFont(folder.getPath("font.ttf"), font);
+        FontSource source(folder.getPath("font.ttf"));
+        source.setPalette(palette);
+        table = makeGlyphTable(
+            source, limit, [this](std::size_t done, std::size_t all) { progress.emplace_back(done, all); });
+    }
+
+    explicit GlyphTableOf(const std::vector<unsigned int>& codes, std::size_t limit = noLimit)
+        : GlyphTableOf(makeFont(codes), 0, limit) {}
+
+    static FontBuilder makeFont(const std::vector<unsigned int>& codes) {
         FontBuilder font("Test Sans");
         font.addCharMap(Vell::Testing::CharMapKind::Unicode);
         for (const unsigned int code : codes) {
             font.map(code, code == ' ' ? font.addGlyph({250, {}, {}})
                                        : font.addGlyph(makeBoxGlyph(600, 100, 0, 500, 700)));
         }
-        const TemporaryFolder folder;
-        writeFont(folder.getPath("font.ttf"), font);
-        const FontSource source(folder.getPath("font.ttf"));
-        table = makeGlyphTable(
-            source, limit, [this](std::size_t done, std::size_t all) { progress.emplace_back(done, all); });
+        return font;
     }
 
     /// The middle of a cell.
@@ -56,7 +65,7 @@ std::vector<unsigned int> makeRange(unsigned int first, unsigned int count) {
 TEST(GlyphTable, ListsRangesBlocksAndEntriesInTheOrderOfCodes) {
     const GlyphTable table = GlyphTableOf({'B', 'A', ' ', 0x4E2D, 0x2FE0}).table;
     EXPECT_EQ(printJson({table.ranges, table.blocks, table.entries, {}}),
-              "{\"cell\":40,\"columns\":32,\"cellsInSheet\":512,\n"
+              "{\"cell\":40,\"columns\":32,\"cellsInSheet\":512,\"isInColor\":false,\n"
               "\"ranges\":[[32,32],[65,66],[12256,12256],[20013,20013]],\n"
               "\"blocks\":[[0,127,\"Basic Latin\"],[12256,12271,\"No block\"],"
               "[19968,40959,\"CJK Unified Ideographs\"]],\n"
@@ -72,6 +81,21 @@ TEST(GlyphTable, DrawsEachGlyphInItsCell) {
     EXPECT_EQ(table.readCell(0, 1, 0), 0x000000U);
     EXPECT_EQ(table.readCell(0, 2, 0), 0x000000U);
     EXPECT_EQ(table.readCell(0, 3, 0), 0xFFFFFFU);
+}
+
+TEST(GlyphTable, DrawsGlyphsInTheirColours) {
+    const GlyphTableOf table(Vell::Testing::makeLayeredFont("Colors"));
+    EXPECT_TRUE(table.table.isInColor);
+    EXPECT_EQ(table.readCell(0, 0, 0), 0xFF0000U);
+    EXPECT_EQ(table.readCell(0, 1, 0), 0x000000U);
+    EXPECT_EQ(table.readCell(0, 2, 0), 0xFFFFFFU);
+    EXPECT_EQ(GlyphTableOf(Vell::Testing::makeLayeredFont("Colors"), 1).readCell(0, 0, 0), 0x00FF00U);
+}
+
+TEST(GlyphTable, ShowsPicturesOfFontsWithoutOutlines) {
+    const GlyphTableOf table(Vell::Testing::makePictureFont("Pictures"));
+    EXPECT_EQ(table.readCell(0, 0, 0), 0xFF0000U);
+    EXPECT_EQ(table.table.entries.at(0).advance, 1000);
 }
 
 TEST(GlyphTable, GoesOnInTheNextRowAndInTheNextSheet) {

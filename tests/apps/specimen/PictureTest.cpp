@@ -54,7 +54,7 @@ TEST(Picture, RoundsCoverageToSixteenLevels) {
 
 TEST(Picture, KeepsColoursOnWhite) {
     const Picture picture =
-        drawInColor(4, 2, [](CairoPainter& painter) { fillLeftHalf(painter, Color(200, 100, 0, 255)); });
+        drawInColor(4, 2, 1, [](CairoPainter& painter) { fillLeftHalf(painter, Color(200, 100, 0, 255)); });
     const auto surface = readPng(picture.png);
     EXPECT_EQ(readPixel(surface.get(), 1, 1) & rgb, 0xC86400U);
     EXPECT_EQ(readPixel(surface.get(), 2, 1) & rgb, 0xFFFFFFU);

@@ -4,6 +4,7 @@
 #include "specimen/SpecimenSections.h"
 
 #include <FontLoaders/VaryingFonts.h>
+#include <apps/ColorFont.h>
 #include <apps/Pixels.h>
 #include <apps/ToolFonts.h>
 #include <support/BdfFont.h>
@@ -224,6 +225,26 @@ TEST_F(SpecimenPage, WorksForAFontWithoutCharacters) {
     FontBuilder font("Empty");
     font.addCharMap(Vell::Testing::CharMapKind::Unicode);
     EXPECT_THAT(makePage(open(font)), HasSubstr("\"ranges\":[]"));
+}
+
+TEST_F(SpecimenPage, ShowsColours) {
+    const FontSource source = open(Vell::Testing::makeLayeredFont("Colors"));
+    const std::string waterfall = makeWaterfallSection(source);
+    EXPECT_THAT(waterfall, HasSubstr("<img class=\"color\""));
+    const auto picture = readPng(readDataUri(findPictures(waterfall).back()));
+    std::set<std::uint32_t> colors;
+    for (int x = 0; x < cairo_image_surface_get_width(picture.get()); ++x) {
+        colors.insert(readPixel(picture.get(), x, cairo_image_surface_get_height(picture.get()) / 2) &
+                      0xFFFFFFU);
+    }
+    EXPECT_THAT(colors, ::testing::IsSupersetOf({0x000000U, 0xFF0000U}));
+}
+
+TEST_F(SpecimenPage, WorksForAFontOfPictures) {
+    const std::string page = makePage(open(Vell::Testing::makePictureFont("Pictures")));
+    EXPECT_EQ(count(page, "neither outlines nor sub-pixels"), 2U);
+    EXPECT_THAT(page, HasSubstr("<img class=\"color\""));
+    EXPECT_THAT(page, HasSubstr("<dt>Units per em</dt><dd>1000</dd>"));
 }
 
 TEST_F(SpecimenPage, RefusesAFontWithoutAnEm) {

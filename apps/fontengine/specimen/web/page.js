@@ -68,7 +68,7 @@
       const cell = index % table.cellsInSheet;
       const sheet = Math.floor(index / table.cellsInSheet);
       useSheet(sheet);
-      glyph.className = `glyph sheet${sheet}`;
+      glyph.className = `glyph sheet${sheet}${table.isInColor ? " color" : ""}`;
       const x = (cell % table.columns) * table.cell;
       const y = Math.floor(cell / table.columns) * table.cell;
       glyph.style.backgroundPosition = `${-x}px ${-y}px`;

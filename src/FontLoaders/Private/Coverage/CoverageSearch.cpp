@@ -23,11 +23,11 @@ int rankForText(const InstalledFace& face) {
     return face.isScalable ? 0 : 1;
 }
 
-int rank(const InstalledFace& face, Presentation presentation, bool isPreferred) {
-    if (presentation == Presentation::Emoji) {
+int rank(const InstalledFace& face, ClusterPresentation presentation, bool isPreferred) {
+    if (presentation == ClusterPresentation::Emoji) {
         return rankForEmoji(face);
     }
-    return presentation == Presentation::Plain && isPreferred ? 0 : rankForText(face);
+    return presentation == ClusterPresentation::Plain && isPreferred ? 0 : rankForText(face);
 }
 
 bool hasAll(const InstalledFace& face, const std::u32string& codes) {
@@ -44,7 +44,7 @@ bool covers(const InstalledFace& face, const std::vector<std::u32string>& spelli
 /// One search through the families.
 class CoverageSearch {
 public:
-    CoverageSearch(Presentation presentation, const std::vector<std::u32string>& spellings,
+    CoverageSearch(ClusterPresentation presentation, const std::vector<std::u32string>& spellings,
                    const CandidateFamilies& candidates)
         : _presentation(presentation)
         , _spellings(spellings)
@@ -77,7 +77,7 @@ private:
         return std::nullopt;
     }
 
-    Presentation _presentation;
+    ClusterPresentation _presentation;
     const std::vector<std::u32string>& _spellings;
     const CandidateFamilies& _candidates;
 };

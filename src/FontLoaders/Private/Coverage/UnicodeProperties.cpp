@@ -25,6 +25,11 @@ constexpr CodePointRange defaultIgnorable[] = {
 #include <DefaultIgnorableTable.inc>
 };
 
+/// Those among them for which HarfBuzz shows the glyph of missing characters.
+constexpr CodePointRange shownIgnorable[] = {
+    {0x115F, 0x1160}, {0x180F, 0x180F}, {0x3164, 0x3164}, {0xFFA0, 0xFFA0}, {0x1BCA0, 0x1BCA3},
+};
+
 template <std::size_t size>
 bool contains(const CodePointRange (&ranges)[size], char32_t code) {
     const auto* const found =
@@ -43,8 +48,8 @@ bool hasEmojiPresentation(char32_t code) {
     return contains(emojiPresentation, code);
 }
 
-bool isDefaultIgnorable(char32_t code) {
-    return contains(defaultIgnorable, code);
+bool isIgnorable(char32_t code) {
+    return contains(defaultIgnorable, code) && !contains(shownIgnorable, code);
 }
 
 } // namespace Vell::FontLoaders::Internal

@@ -8,6 +8,7 @@ bool isEmoji(char32_t code);
 /// Whether an emoji has emoji presentation unless a selector asks for text.
 bool hasEmojiPresentation(char32_t code);
 /// Whether a code point is invisible where a font has no glyph for it: joiners, variation selectors, tags.
-bool isDefaultIgnorable(char32_t code);
+/// HarfBuzz decides: it shows Hangul fillers, for example, although Unicode ignores them by default.
+bool isIgnorable(char32_t code);
 
 } // namespace Vell::FontLoaders::Internal

@@ -221,7 +221,7 @@ std::optional<CoveringFamily> InstalledFonts::findCovering(const CoverageQuery& 
 }
 
 std::optional<CoveringFamily> InstalledFonts::findCandidate(const CoverageQuery& query) {
-    const bool isEmoji = query.cluster.presentation == Presentation::Emoji;
+    const bool isEmoji = query.cluster.presentation == ClusterPresentation::Emoji;
     SortRequest request{query.family, query.language, query.style.bold, query.style.italic};
     if (isEmoji) {
         request.family = emojiFamily;
