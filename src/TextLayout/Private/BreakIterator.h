@@ -7,8 +7,8 @@
 
 namespace Vell::TextLayout {
 
-/// ICU's iterator over the boundaries of texts, by the rules for no language in particular. A few wait for the
-/// next text when they are not needed any more: opening one takes as long as to divide a line.
+/// ICU's iterator over the boundaries of texts, by the rules for no language in particular. A few wait for
+/// the next text when they are not needed any more: opening one takes as long as to divide a line.
 class BreakIterator {
 public:
     /// UBRK_CHARACTER, UBRK_WORD or UBRK_LINE.
