@@ -3,6 +3,8 @@
 #include <TextLayout/Private/AllocationWatch.h>
 #include <TextLayout/Private/IcuErrors.h>
 
+#include <array>
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -47,8 +49,8 @@ const Rules& getRules(UBreakIteratorType type) {
     }
 }
 
-/// An iterator with rules that are known already, which is as fast as a copy. ubrk_clone() is not used
-/// because it writes through a null pointer if memory is short.
+/// An iterator with rules that are known already. ubrk_clone() is not used because it writes through a null
+/// pointer if memory is short.
 UBreakIterator* open(UBreakIteratorType type) {
     const Rules& rules = getRules(type);
     UErrorCode status = U_ZERO_ERROR;
@@ -58,33 +60,72 @@ UBreakIterator* open(UBreakIteratorType type) {
     return opened;
 }
 
+/// Iterators that wait for the next text, because opening one takes as long as to divide a line. Never
+/// released, as the rules.
+using Waiting = std::array<std::atomic<UBreakIterator*>, 4>;
+std::array<Waiting, UBRK_LINE + 1> waitingIterators;
+
+static_assert(UBRK_CHARACTER < UBRK_LINE && UBRK_WORD < UBRK_LINE, "the index of the last type");
+
+UBreakIterator* take(UBreakIteratorType type) {
+    for (std::atomic<UBreakIterator*>& waiting : waitingIterators[type]) {
+        if (UBreakIterator* const taken = waiting.exchange(nullptr, std::memory_order_acquire)) {
+            return taken;
+        }
+    }
+    return open(type);
+}
+
+void giveBack(UBreakIteratorType type, UBreakIterator* iterator) {
+    for (std::atomic<UBreakIterator*>& waiting : waitingIterators[type]) {
+        UBreakIterator* none = nullptr;
+        if (waiting.compare_exchange_strong(none, iterator, std::memory_order_release,
+                                            std::memory_order_relaxed)) {
+            return;
+        }
+    }
+    ubrk_close(iterator);
+}
+
 } // namespace
 
 BreakIterator::BreakIterator(UBreakIteratorType type)
-    : _iterator(open(type), &ubrk_close) {}
+    : _type(type)
+    , _iterator(take(type)) {}
+
+BreakIterator::~BreakIterator() {
+    if (_hasFailed) {
+        ubrk_close(_iterator);
+    } else {
+        giveBack(_type, _iterator);
+    }
+}
 
 void BreakIterator::setText(const std::u16string& units) {
     UErrorCode status = U_ZERO_ERROR;
-    ubrk_setText(_iterator.get(), units.data(), static_cast<std::int32_t>(units.size()), &status);
+    _hasFailed = true;
+    ubrk_setText(_iterator, units.data(), static_cast<std::int32_t>(units.size()), &status);
     throwIfFailed("ubrk_setText", status);
+    _hasFailed = false;
 }
 
 bool BreakIterator::next() {
     const AllocationWatch watch;
-    _boundary = ubrk_next(_iterator.get());
-    if (watch.hasFailed()) { // or else a word of a dictionary may be missing
+    _boundary = ubrk_next(_iterator);
+    _hasFailed = watch.hasFailed();
+    if (_hasFailed) { // or else a word of a dictionary may be missing
         throw std::bad_alloc();
     }
     return _boundary != UBRK_DONE;
 }
 
 bool BreakIterator::isHard() const {
-    const std::int32_t status = ubrk_getRuleStatus(_iterator.get());
+    const std::int32_t status = ubrk_getRuleStatus(_iterator);
     return status >= UBRK_LINE_HARD && status < UBRK_LINE_HARD_LIMIT;
 }
 
 bool BreakIterator::isBehindWord() const {
-    return ubrk_getRuleStatus(_iterator.get()) >= UBRK_WORD_NONE_LIMIT;
+    return ubrk_getRuleStatus(_iterator) >= UBRK_WORD_NONE_LIMIT;
 }
 
 } // namespace Vell::TextLayout

@@ -3,17 +3,19 @@
 #include <unicode/ubrk.h>
 
 #include <cstddef>
-#include <memory>
 #include <string>
 
 namespace Vell::TextLayout {
 
-/// ICU's iterator over the boundaries of texts, by the rules for no language in particular. Making one copies
-/// a prototype, which costs far less than reading the rules again.
+/// ICU's iterator over the boundaries of texts, by the rules for no language in particular. A few wait for
+/// the next text when they are not needed any more: opening one takes as long as to divide a line.
 class BreakIterator {
 public:
     /// UBRK_CHARACTER, UBRK_WORD or UBRK_LINE.
     explicit BreakIterator(UBreakIteratorType type);
+    ~BreakIterator();
+    BreakIterator(const BreakIterator&) = delete;
+    BreakIterator& operator=(const BreakIterator&) = delete;
 
     /// Starts at the beginning of another text. `units` must neither change nor end while the iterator is
     /// used.
@@ -32,7 +34,9 @@ public:
     bool isBehindWord() const;
 
 private:
-    std::unique_ptr<UBreakIterator, decltype(&ubrk_close)> _iterator;
+    UBreakIteratorType _type;
+    UBreakIterator* _iterator; // owned
+    bool _hasFailed = false;   // and must not be used again
     std::int32_t _boundary = 0;
 };
 
