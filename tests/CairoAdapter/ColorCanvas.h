@@ -77,11 +77,11 @@ struct ColorCanvas : Canvas {
     std::uint32_t getPixelAt(int x, int y) const { return getPixel(x, side - 1 - y); }
 
     /// Whether the pixels of the box, y pointing up, have the colour, and all others none.
-    bool isBoxOf(std::uint32_t color, int left, int bottom, int right, int top) const {
+    bool isBoxOf(std::uint32_t expected, int left, int bottom, int right, int top) const {
         for (int y = 0; y < side; ++y) {
             for (int x = 0; x < side; ++x) {
                 const bool isInside = x >= left && x < right && y >= bottom && y < top;
-                if (getPixelAt(x, y) != (isInside ? color : 0U)) {
+                if (getPixelAt(x, y) != (isInside ? expected : 0U)) {
                     return false;
                 }
             }

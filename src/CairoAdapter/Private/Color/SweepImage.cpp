@@ -14,7 +14,7 @@ namespace Vell::CairoAdapter::Internal {
 namespace {
 
 std::uint32_t premultiply(const StraightColor& color) {
-    const auto toByte = [](double value) { return static_cast<std::uint32_t>(value * 255.0 + 0.5); };
+    const auto toByte = [](double value) { return static_cast<std::uint32_t>(std::lround(value * 255.0)); };
     return toByte(color.alpha) << 24 | toByte(color.red * color.alpha) << 16 |
            toByte(color.green * color.alpha) << 8 | toByte(color.blue * color.alpha);
 }

@@ -45,10 +45,10 @@ void addPatch(cairo_pattern_t* mesh, const Disc& disc, const Sector& sector) {
 
 void addSector(cairo_pattern_t* mesh, const Disc& disc, const Sector& sector) {
     const double angle = sector.to - sector.from;
-    const double count = std::ceil(angle / maxPatchAngle);
-    for (double i = 0.0; i < count; ++i) {
-        const double begin = i / count;
-        const double end = (i + 1.0) / count;
+    const int count = static_cast<int>(std::ceil(angle / maxPatchAngle));
+    for (int i = 0; i < count; ++i) {
+        const double begin = static_cast<double>(i) / count;
+        const double end = static_cast<double>(i + 1) / count;
         addPatch(mesh, disc,
                  {sector.from + begin * angle, sector.from + end * angle,
                   mix(sector.fromColor, sector.toColor, begin), mix(sector.fromColor, sector.toColor, end)});
