@@ -53,7 +53,7 @@ step_tsan() { # runs every test that starts threads under the thread sanitizer
 }
 
 step_fuzz() { # runs each fuzzer for twenty seconds, two at a time
-  fuzz/run.sh 20 font text cache sfnt cairo shape
+  fuzz/run.sh 20 font text cache sfnt cairo shape vary
 }
 
 step_bench() { # runs each benchmark once, compares the pixels of floors with the engine's, and tests the reports

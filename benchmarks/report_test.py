@@ -171,6 +171,14 @@ class Judging(unittest.TestCase):
         self.assertEqual(verdicts, {"draw/E": False, "draw/form": True, "draw at ratio 2/E": True,
                                     "draw at ratio 2/code": True})
 
+    def test_instances_are_judged_by_their_time_and_by_what_they_cost_again(self):
+        outcome = make_results({"instance/Inter": {"engine": 40e6, "engine, again": 100e3}})
+        verdicts = targets.judge_variations(outcome)
+        self.assertEqual(find(verdicts, "an instance of Inter", "instance/Inter").value, 40.0)
+        again = find(verdicts, "an instance again", "instance/Inter")
+        self.assertAlmostEqual(again.value, 0.0025)
+        self.assertFalse(again.is_met)
+
     def test_the_replay_of_outlines_is_judged_by_the_difference(self):
         outcome = make_results({"vector replay/E": {"engine": 100.0, "floor: by hand": 60.0}})
         verdict = find(targets.judge_vector(outcome), "warm vector text", "vector replay/E")
@@ -198,7 +206,7 @@ class Judging(unittest.TestCase):
 
     def test_every_judged_time_names_the_rows_that_it_depends_on(self):
         for verdict in targets.judge(make_results({})):
-            self.assertEqual(len(verdict.rows), 0 if verdict.unit == "bytes" else 2, verdict.target)
+            self.assertEqual(len(verdict.rows), {"bytes": 0, "ms": 1}.get(verdict.unit, 2), verdict.target)
 
 
 class WholeProcess(unittest.TestCase):

@@ -20,8 +20,8 @@ while [ $# -gt 0 ] && [ "$1" != -- ]; do fuzzers+=("$1"); shift; done
 for folder in "$@"; do folders+=("$(realpath -e "$folder")"); done
 cd "$(dirname "$0")/.."
 
-[ ${#fuzzers[@]} -gt 0 ] || fuzzers=(font text cache sfnt cairo shape)
-declare -A longest=([font]=150000 [text]=600 [cache]=3000 [sfnt]=150000 [cairo]=2000 [shape]=2000)
+[ ${#fuzzers[@]} -gt 0 ] || fuzzers=(font text cache sfnt cairo shape vary)
+declare -A longest=([font]=150000 [text]=600 [cache]=3000 [sfnt]=150000 [cairo]=2000 [shape]=2000 [vary]=20000)
 for fuzzer in "${fuzzers[@]}"; do
   [ -n "${longest[$fuzzer]:-}" ] || { echo "run.sh: there is no fuzzer '$fuzzer'" >&2; exit 2; }
 done

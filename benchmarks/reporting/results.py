@@ -14,11 +14,12 @@ NOT_INSTALLED = "not installed"
 # The order of the report, which does not depend on the order of the run. Other tasks follow.
 TASKS = ("layout", "fallback", "threads", "growth", "draw", "draw at ratio 2", "vector replay", "vector fill",
          "first shaping", "shaping again", "shaped draw", "shaped draw at ratio 2", "break anew", "cold glyph", "cold glyph, two sizes in turn",
-         "byte budget", "colour", "open", "scan", "cache hit", "whole process")
+         "byte budget", "instance", "varied layout",
+         "varied draw", "varied cold line", "colour", "open", "scan", "cache hit", "whole process")
 
 # What an item is, by the first part of a group's name. Otherwise it is a glyph.
-ITEMS = {"break anew": "byte", "open": "face", "scan": "face", "colour": "pixel", "cache hit": "hit",
-         "whole process": "run"}
+ITEMS = {"break anew": "byte", "instance": "font", "varied cold line": "line", "open": "face", "scan": "face",
+         "colour": "pixel", "cache hit": "hit", "whole process": "run"}
 
 # A greater variation shows that other programs used the machine.
 TOLERATED_VARIATION = 0.10

@@ -59,6 +59,10 @@ def subtract(minuend, subtrahend):
     return minuend - subtrahend
 
 
+def to_milliseconds(nanoseconds):
+    return nanoseconds / 1e6
+
+
 def at_most_times(results, target, groups, reference, factor):
     """The engine's time as a multiple of another contestant's time."""
     return [compare(results, target, group, divide, [(group, "engine"), (group, reference)], "x", factor)
@@ -136,6 +140,16 @@ def judge_making(results):
             + at_most_times(results, "face open: at most 1.12 x opening and the bare walk", faces, "floor: walk", 1.12))
 
 
+def judge_variations(results):
+    group = "instance/Inter"
+    made, again = (group, "engine"), (group, "engine, again")
+    return ([compare(results, "an instance of Inter: at most 50 ms", group, to_milliseconds, [made], "ms", 50.0),
+             compare(results, "an instance again: at most 0.001 x its making", group, divide, [again, made], "x",
+                     0.001)]
+            + at_most_times(results, "warm text with variations: at most 1.05 x the same in a static font",
+                            [f"varied {task}/Inter" for task in ("layout", "draw")], "engine, static font", 1.05))
+
+
 def judge_emoji(results):
     return at_most_times(results, "warm colour glyph: at most cairo painting the same image",
                          [f"emoji/{size} px" for size in (12, 20, 64, 109)], "floor: cairo paints the images", 1.0)
@@ -149,5 +163,5 @@ def judge_start(results):
 def judge(results):
     """Judges every target for every case."""
     parts = (judge_layout, judge_shaping, judge_drawing, judge_threads, judge_growth, judge_memory, judge_vector,
-             judge_making, judge_emoji, judge_start)
+             judge_making, judge_variations, judge_emoji, judge_start)
     return [verdict for judge_part in parts for verdict in judge_part(results)]

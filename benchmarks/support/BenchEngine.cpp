@@ -50,8 +50,12 @@ BenchEngine::BenchEngine(const Workload& workload, const std::string& fallbackFi
 
 BenchEngine::BenchEngine(const FontLoaders::FontBytes& bytes, const FontLoaders::FontBytes& fallback,
                          float size)
-    : factory(FontEngine::FontFactory::create(makeNNPtr<OneFontLoader>(bytes, fallback), family))
-    , faceInfo(makeNNPtr<const FontEngine::Internal::FontFaceInfo>(family, false, false))
+    : BenchEngine(makeNNPtr<const OneFontLoader>(bytes, fallback), family, size) {}
+
+BenchEngine::BenchEngine(const NNPtr<const FontLoaders::FontLoader>& loader, const std::string& name,
+                         float size)
+    : factory(FontEngine::FontFactory::create(loader, name))
+    , faceInfo(makeNNPtr<const FontEngine::Internal::FontFaceInfo>(name, false, false))
     , fontInfo(makeNNPtr<const FontEngine::Internal::FontInfo>(faceInfo, size, Gfx::TextPositionType::Normal))
     , extFontInfo(makeNNPtr<const FontEngine::Internal::ExtFontInfo>(fontInfo, 0.0F))
     , font(factory->getFont(fontInfo)) {}

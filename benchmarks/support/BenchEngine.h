@@ -35,6 +35,8 @@ struct BenchEngine {
     explicit BenchEngine(const Workload& workload, const std::string& fallbackFile = {});
     explicit BenchEngine(const FontLoaders::FontBytes& bytes,
                          const FontLoaders::FontBytes& fallback = nullptr, float size = usualPixelSize);
+    BenchEngine(const NNPtr<const FontLoaders::FontLoader>& loader, const std::string& family,
+                float size = usualPixelSize);
 
     NNPtr<FontEngine::FontFactory> factory;
     NNPtr<const Gfx::FontFaceInfo> faceInfo;

@@ -26,6 +26,7 @@ ARGUMENTS = {
                       "\U0001F600\U0001F680\U0001F33B\U0001F600", "texture-atlas-colors.png"],
     "text-to-pdf": ["Vector text", "text-to-pdf.pdf"],
     "two-threads": ["two-threads.png"],
+    "moving-axis": ["--frames", "38", "moving-axis.png"],
     "mixed-scripts": ["460", "mixed-scripts.png", "mixed-scripts.pdf"],
 }
 # The texts that windows show.

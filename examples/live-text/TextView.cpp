@@ -1,28 +1,18 @@
 #include "TextView.h"
 
+#include "../CacheLines.h"
 #include "../EditorDrawing.h"
 
 #include <cmath>
-#include <sstream>
+#include <vector>
 
 using namespace Vell;
 
 namespace {
 
 constexpr cinder::ColorAT<unsigned char> ink(20, 60, 160, 255);
-constexpr cinder::ColorAT<unsigned char> figuresInk(90, 90, 90, 255);
 constexpr cinder::Vec2<float> topLeft{20.0F, 30.0F}; // of the paragraph, in logical units
 constexpr float radiansInDegree = 3.14159265F / 180.0F;
-
-std::string describe(const char* name, const FontEngine::CacheFigures& figures) {
-    std::ostringstream line;
-    line << name << ": " << figures.entries << " entries, " << figures.hits << " hits, " << figures.misses
-         << " misses, " << figures.evictions << " evictions";
-    if (figures.maxBytes != 0) {
-        line << ", " << figures.bytes << " of " << figures.maxBytes << " bytes";
-    }
-    return line.str();
-}
 
 NNPtr<FontEngine::FontFactory> makeSmallFactory() {
     auto factory = FontEngine::FontFactory::create("DejaVu Sans");
@@ -45,8 +35,9 @@ void TextView::draw(cairo_surface_t* surface) {
     cairo_paint(context.get());
     CairoAdapter::CairoPainter painter(surface, {devicePixelRatio, 0.0F, 0.0F, devicePixelRatio, 0.0F, 0.0F});
     drawText(painter);
-    CairoAdapter::CairoPainter figuresPainter(surface);
-    drawFigures(figuresPainter, static_cast<float>(cairo_image_surface_get_height(surface)));
+    std::vector<std::string> figures = describeCaches(*_factory);
+    figures.insert(figures.begin(), describeCache("shaped words", _editor.getWordFigures()));
+    drawCacheLines(surface, *_figuresFactory, figures);
 }
 
 cinder::Vec2<float> TextView::toParagraph(int x, int y) const {
@@ -70,22 +61,4 @@ void TextView::drawText(CairoAdapter::CairoPainter& painter) const {
         TextLayout::drawRaster(_editor.getParagraph(), {painter, glyphPainter, ink, devicePixelRatio});
     }
     drawCaret(painter, _editor);
-}
-
-void TextView::drawFigures(CairoAdapter::CairoPainter& painter, float bottom) const {
-    constexpr float lineHeight = 14.0F;
-    const FontEngine::FactoryCacheFigures figures = _factory->getCacheFigures();
-    const auto font = FontEngine::describeFont("DejaVu Sans Mono", 12.0F);
-    const std::string lines[] = {describe("shaped words", _editor.getWordFigures()),
-                                 describe("font files", figures.fontFiles),
-                                 describe("faces", figures.faces),
-                                 describe("bitmaps", figures.bitmaps),
-                                 describe("coloured images", figures.coloredImages),
-                                 describe("outlines", figures.outlines)};
-    CairoAdapter::CairoGlyphPainter glyphPainter(painter, figuresInk);
-    painter.translate({10.0F, bottom - lineHeight * 6.0F});
-    for (const std::string& line : lines) {
-        FontEngine::drawRasterText(*_figuresFactory, line, font, {painter, glyphPainter, figuresInk});
-        painter.translate({0.0F, lineHeight});
-    }
 }

@@ -28,7 +28,6 @@ private:
     using FactoryPtr = Vell::NNPtr<Vell::FontEngine::FontFactory>;
 
     void drawText(Vell::CairoAdapter::CairoPainter& painter) const;
-    void drawFigures(Vell::CairoAdapter::CairoPainter& painter, float bottom) const;
 
     FactoryPtr _factory;
     FactoryPtr _figuresFactory; ///< so that drawing the figures does not change them

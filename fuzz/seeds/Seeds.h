@@ -69,5 +69,6 @@ std::vector<Seed> makeTextSeeds();
 std::vector<Seed> makeCacheSeeds();
 std::vector<Seed> makeSfntSeeds();
 std::vector<Seed> makeShapeSeeds();
+std::vector<Seed> makeVarySeeds();
 
 } // namespace Vell::Fuzz

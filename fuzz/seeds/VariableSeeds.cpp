@@ -1,14 +1,15 @@
 #include <fuzz/seeds/Seeds.h>
 
-#include <support/CffTables.h>
+#include <support/Cff2Table.h>
+#include <support/VariableFont.h>
 
 #include <cstdint>
+#include <utility>
 
 namespace Vell::Fuzz {
 
 using Testing::ByteWriter;
 using Testing::FontBuilder;
-using Testing::Cff::addNumber;
 
 namespace {
 
@@ -86,77 +87,37 @@ Bytes makeGvar() {
     return writer.getBytes();
 }
 
-/// One region, the heavy half of the axis, and data that refers to it.
-Bytes makeVariationStore() {
-    ByteWriter writer;
-    writer.addU16(1);
-    writer.addU32(12);
-    writer.addU16(1);
-    writer.addU32(12 + 10);
-    for (const unsigned int field : {1U, 1U, 0U, 0x4000U, 0x4000U, 0U, 0U, 1U, 0U}) {
-        writer.addU16(field);
-    }
-    return writer.getBytes();
-}
-
-Bytes makeIndex(const std::vector<Bytes>& items) {
-    return Testing::Cff::makeIndex(Testing::Cff::Version::Two, items);
-}
-
-/// A box whose left side is blended: it is at 100, and 50 further at the heavy end.
-Bytes makeBlendedCharString() {
-    constexpr unsigned char zero = 139;
-    constexpr unsigned char plus = zero + 100;
-    constexpr unsigned char minus = zero - 100;
-    return {plus, zero + 50, zero + 1, 16, zero, 21, plus, plus, minus, 6}; // blend; rmoveto; hlineto
-}
-
-Bytes makeCff2() {
-    constexpr std::size_t headerBytes = 5;
-    constexpr std::size_t topDictBytes = 5 + 1 + 5 + 2 + 5 + 1;
-    const Bytes subroutines = makeIndex({});
-    const Bytes glyphs = makeIndex(std::vector<Bytes>(glyphCount, makeBlendedCharString()));
-    const Bytes store = makeVariationStore();
-    const std::size_t storeAt = headerBytes + topDictBytes + subroutines.size();
-    const std::size_t glyphsAt = storeAt + 2 + store.size();
-    const std::size_t fontsAt = glyphsAt + glyphs.size();
-    ByteWriter fontDict;
-    addNumber(fontDict, 0);
-    addNumber(fontDict, fontsAt);
-    fontDict.addU8(18); // Private: empty
-
-    ByteWriter writer;
-    for (const unsigned int byte : {2U, 0U, 5U}) {
-        writer.addU8(byte);
-    }
-    writer.addU16(topDictBytes);
-    addNumber(writer, glyphsAt);
-    writer.addU8(17); // CharStrings
-    addNumber(writer, fontsAt);
-    writer.addU8(12);
-    writer.addU8(36); // FDArray
-    addNumber(writer, storeAt);
-    writer.addU8(24); // vstore
-    writer.addBytes(subroutines);
-    writer.addU16(static_cast<unsigned int>(store.size()));
-    for (const Bytes& part : {store, glyphs, makeIndex({fontDict.getBytes()})}) {
-        writer.addBytes(part);
-    }
-    return writer.getBytes();
-}
-
 Bytes makeCff2File() {
     FontBuilder font = makeTwoBoxFont();
-    font.setTable("CFF2", makeCff2()).setTable("fvar", makeFvar());
+    font.setTable("CFF2", Testing::makeCff2Table(glyphCount)).setTable("fvar", makeFvar());
     return signAsCff(font.omitTable("glyf").omitTable("loca").build());
+}
+
+Bytes makeGvarFile() {
+    FontBuilder font = makeTwoBoxFont();
+    return font.setTable("fvar", makeFvar())
+        .setTable("avar", makeAvar())
+        .setTable("gvar", makeGvar())
+        .build();
+}
+
+/// All axes half way from the middle of their range to the maximum.
+Seed makeVarySeed(std::string name, const Bytes& file) {
+    Bytes bytes = {0xA0, 0, 0xA0, 0, 0xA0, 0};
+    bytes.insert(bytes.end(), file.begin(), file.end());
+    return {std::move(name), std::move(bytes)};
 }
 
 } // namespace
 
 std::vector<Seed> makeVariableSeeds() {
-    FontBuilder font = makeTwoBoxFont();
-    font.setTable("fvar", makeFvar()).setTable("avar", makeAvar()).setTable("gvar", makeGvar());
-    return {makeFontSeed("gvar", font.build()), makeFontSeed("cff2", makeCff2File())};
+    return {makeFontSeed("gvar", makeGvarFile()), makeFontSeed("cff2", makeCff2File())};
+}
+
+std::vector<Seed> makeVarySeeds() {
+    return {makeVarySeed("gvar", makeGvarFile()), makeVarySeed("cff2", makeCff2File()),
+            makeVarySeed("three-axes", Testing::makeThreeAxisFont().build()),
+            makeVarySeed("control-values", Testing::makeHintedVariableFont().build())};
 }
 
 } // namespace Vell::Fuzz

@@ -49,6 +49,7 @@ void writeAll(const std::filesystem::path& folder) {
     write(folder / "cache", Vell::Fuzz::makeCacheSeeds());
     write(folder / "sfnt", Vell::Fuzz::makeSfntSeeds());
     write(folder / "shape", Vell::Fuzz::makeShapeSeeds());
+    write(folder / "vary", Vell::Fuzz::makeVarySeeds());
 }
 
 void writeFurther(const std::filesystem::path& folder, const char* fonts) {

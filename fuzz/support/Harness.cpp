@@ -13,7 +13,8 @@ struct NamedHarness {
 };
 
 constexpr NamedHarness harnesses[] = {{"font", runFont}, {"text", runText},   {"cache", runCache},
-                                      {"sfnt", runSfnt}, {"cairo", runCairo}, {"shape", runShape}};
+                                      {"sfnt", runSfnt}, {"cairo", runCairo}, {"shape", runShape},
+                                      {"vary", runVary}};
 
 } // namespace
 

@@ -50,7 +50,12 @@ void runCairo(const Bytes& input);
 /// Input: what ShapeScript describes, then the text, which need not be UTF-8.
 void runShape(const Bytes& input);
 
-/// Runs the harness with this name: "font", "text", "cache", "sfnt", "cairo" or "shape". Throws
+/// Makes an instance of a variable font twice, opens it and loads glyphs of it.
+///
+/// Input: 2 bytes for the value of each of three axes, then the file.
+void runVary(const Bytes& input);
+
+/// Runs the harness with this name: "font", "text", "cache", "sfnt", "cairo", "shape" or "vary". Throws
 /// std::invalid_argument for any other name.
 void runHarness(std::string_view name, const Bytes& input);
 

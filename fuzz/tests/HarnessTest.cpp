@@ -8,7 +8,7 @@ namespace Vell::Fuzz {
 
 TEST(Harness, IsFoundByItsName) {
     EXPECT_THROW(runHarness("nothing", {}), std::invalid_argument);
-    for (const char* const name : {"font", "text", "cache", "sfnt", "cairo", "shape"}) {
+    for (const char* const name : {"font", "text", "cache", "sfnt", "cairo", "shape", "vary"}) {
         EXPECT_NO_THROW(runHarness(name, {})) << name;
     }
 }

@@ -1,5 +1,6 @@
 #include <fuzz/seeds/Seeds.h>
 
+#include <FontLoaders/FontLoaders.h>
 #include <fuzz/support/FontScript.h>
 #include <support/OpenedFont.h>
 #include <support/TemporaryFolder.h>
@@ -10,6 +11,7 @@
 
 #include <algorithm>
 #include <fstream>
+#include <memory>
 #include <stdexcept>
 #include <tuple>
 
@@ -89,6 +91,19 @@ TEST(SeedsOfFolders, FollowTheirSteering) {
     EXPECT_NE(seeds.font[0].bytes, seeds.font[1].bytes);
     ASSERT_EQ(seeds.sfnt.size(), 1U);
     EXPECT_THAT(seeds.sfnt[0].bytes, testing::ElementsAre(0, 'f', 'o', 'n', 't'));
+}
+
+TEST(SeedsOfVary, AreVariableFontsWithInstancesButForCff2) {
+    for (const Seed& seed : makeVarySeeds()) {
+        constexpr std::ptrdiff_t steeringBytes = 6;
+        const auto font = std::make_shared<const Bytes>(seed.bytes.begin() + steeringBytes, seed.bytes.end());
+        EXPECT_FALSE(FontLoaders::readVariations(font).axes.empty()) << seed.name;
+        if (seed.name == "cff2") {
+            EXPECT_THROW(FontLoaders::makeFontInstance(font, {}), FontLoaders::FontLoaderException);
+        } else {
+            EXPECT_NO_THROW(FontLoaders::makeFontInstance(font, {})) << seed.name;
+        }
+    }
 }
 
 } // namespace Vell::Fuzz

@@ -72,6 +72,7 @@ FactoryCacheFigures FontFactory::getCacheFigures() const {
 }
 
 void FontFactory::flush() {
+    ++_resetCount;
     // Dependents go first: glyphs, then their faces, then the faces' files.
     _glyphs->clear();
     _colorGlyphs->flush();
@@ -85,6 +86,7 @@ void FontFactory::reset(unsigned long maxFaceCount, unsigned long maxBitmapBytes
     decltype(Internal::FaceCaches::files)::Cache files(maxFaceCount, 0);
     decltype(Internal::FaceCaches::faces)::Cache faces(maxFaceCount, 0);
     Internal::GlyphService::Budget glyphs(maxBitmapBytes);
+    ++_resetCount;
     _glyphs->exchange(glyphs);
     _faces->faces.exchange(faces);
     _faces->files.exchange(files);

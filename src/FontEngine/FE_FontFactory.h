@@ -14,6 +14,7 @@
 
 #include FT_GLYPH_H
 
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
@@ -157,6 +158,10 @@ public:
     /// limit. It neither empties nor limits the caches of outlines and of colour glyphs.
     void reset(unsigned long maxFaceCount, unsigned long maxBitmapBytes);
 
+    /// How often flush() and reset() were called. As long as the number stays, getFace() returns the face
+    /// that it returned before for a description, unless a limit has evicted that.
+    std::uint64_t getResetCount() const { return _resetCount; }
+
     /// Only for the faces and text painters of this library.
     const Internal::GlyphService& getGlyphService() const { return *_glyphs; }
 
@@ -172,6 +177,7 @@ private:
     std::unique_ptr<Internal::GlyphService> _glyphs;
     std::unique_ptr<ColorGlyphs> _colorGlyphs;
     std::string _defaultFaceName;
+    std::uint64_t _resetCount = 0;
 };
 
 } // namespace Vell::FontEngine

@@ -3,6 +3,7 @@
 #include "VaryingFonts.h"
 
 #include <support/ErrorText.h>
+#include <support/VariableFont.h>
 
 #include <gtest/gtest.h>
 
@@ -77,6 +78,27 @@ TEST(BrokenVariations, MayEndAnywhereInTheirTables) {
     }
 }
 
+TEST(BrokenVariations, MayHaveAnyByteInWhatVariesMetricsAndControlValues) {
+    const auto expectToSurvive = [](const FontBuilder& font, const char* tag, std::size_t step) {
+        const Bytes table = font.buildTables().at(tag);
+        for (std::size_t position = 0; position < table.size(); position += step) {
+            for (const unsigned char value : hostileBytes) {
+                Bytes broken = table;
+                broken[position] = value;
+                tryInstance(FontBuilder(font).setTable(tag, broken).build());
+            }
+            tryInstance(FontBuilder(font)
+                            .setTable(tag, Bytes(table.begin(),
+                                                 table.begin() + static_cast<std::ptrdiff_t>(position)))
+                            .build());
+        }
+    };
+    expectToSurvive(makeHintedVariableFont(), "cvar", 1);
+    for (const char* tag : {"avar", "HVAR", "MVAR"}) {
+        expectToSurvive(makeThreeAxisFont(), tag, 7);
+    }
+}
+
 TEST(BrokenVariations, OfGlyphsMayNotOverlap) {
     FontBuilder font = makeVaryingFont();
     EXPECT_EQ(getError(font.setTable("gvar", makeOverlappingVariations(font.getGlyphCount()))),
@@ -96,6 +118,24 @@ TEST(BrokenVariations, HaveBoundedCompositeGlyphs) {
     const auto start = std::chrono::steady_clock::now();
     EXPECT_EQ(getError(font), "the glyphs of the variable font have too many parts");
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
+}
+
+TEST(BrokenVariations, MayHaveNoOutlineWithoutPoints) {
+    FontBuilder font("Pointless");
+    const unsigned int empty = font.addGlyph(FontGlyph());
+    FontGlyph copy;
+    copy.components = {{empty}};
+    font.map('A', font.addGlyph(copy));
+    addWeightAxis(font, 400);
+    EXPECT_EQ(getError(font), "glyph 2 of the variable font has an outline without points");
+}
+
+TEST(BrokenVariations, MayHaveNoGlyphThatCannotBeRead) {
+    FontBuilder font = makeVaryingFont();
+    Bytes glyphs = font.buildTables().at("glyf");
+    glyphs[10] = 0x7F; // the last point of the first contour
+    EXPECT_EQ(getError(font.setTable("glyf", glyphs)),
+              "the variable font is damaged: glyph 1 cannot be read");
 }
 
 TEST(BrokenVariations, WithManyAxesCountAsStatic) {

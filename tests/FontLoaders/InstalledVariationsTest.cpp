@@ -101,6 +101,22 @@ TEST_F(InstalledVariations, ThatCannotBeInstancedAreRefusedByNameOnly) {
                   ": the glyphs of the variable font overlap");
 }
 
+TEST_F(InstalledVariations, WithCff2OutlinesAreRefusedByNameAndServedAsTheyAre) {
+    const Bytes bytes = buildVaryingCff2Font();
+    _sandbox.write("vary.otf", bytes);
+    const OpenedFont font(bytes);
+    ASSERT_EQ(FT_Load_Char(font.get(), 'A', FT_LOAD_NO_SCALE), 0);
+    EXPECT_EQ(font->glyph->metrics.width, 100);
+    const auto loader = createVariationLoader(createPlatformDefaultFontLoader(""));
+    EXPECT_EQ(*load(loader, "Vary"), bytes);
+    EXPECT_EQ(load(loader, "Vary", true), nullptr); // so that the engine synthesises it
+    const std::string reason =
+        "cannot fix the axes of a font with CFF2 outlines, only of one with TrueType outlines";
+    EXPECT_EQ(getErrorText<FontLoaderException>([&] { load(loader, "Vary:wght=650"); }), reason);
+    EXPECT_EQ(getErrorText<FontLoaderException>([&] { load(loader, "Vary Bold"); }),
+              "cannot make an instance of " + _sandbox.getPath("vary.otf") + ": " + reason);
+}
+
 TEST_F(InstalledVariations, OfInterAreFoundByNameAndByStyle) {
     _sandbox.link(interFolder + std::string("Inter.var.ttf"));
     const auto loader = createPlatformDefaultFontLoader("");
@@ -121,6 +137,21 @@ TEST_F(InstalledVariations, OfInterTakeItsItalicFileForItalic) {
               readFile(interFolder + std::string("Inter-italic.var.ttf")));
     EXPECT_EQ(*load(loader, "Inter", true, true),
               *makeInterInstance("Inter-italic.var.ttf", {{"wght", 700.0F}}));
+}
+
+TEST_F(InstalledVariations, OfSeveralFilesServeFromTheOneWithTheAxes) {
+    for (const char* file : {"Inter-roman.var.ttf", "Inter-italic.var.ttf", "Inter.var.ttf"}) {
+        _sandbox.link(interFolder + std::string(file));
+    }
+    const auto loader = createVariationLoader(createPlatformDefaultFontLoader(""));
+    EXPECT_EQ(*load(loader, "Inter:wght=650"), *makeInterInstance("Inter-roman.var.ttf", {{"wght", 650.0F}}));
+    const FontBytes slanted = makeInterInstance("Inter.var.ttf", {{"wght", 650.0F}, {"slnt", -5.0F}});
+    EXPECT_EQ(*load(loader, "Inter:wght=650,slnt=-5"), *slanted);
+    EXPECT_EQ(*load(loader, "Inter:wght=650,slnt=-5", true, true), *slanted);
+    EXPECT_EQ(*load(loader, "Inter:wght=650", false, true),
+              *makeInterInstance("Inter-italic.var.ttf", {{"wght", 650.0F}}));
+    EXPECT_EQ(getErrorText<FontLoaderException>([&] { load(loader, "Inter:slnt=-5,wdth=90"); }),
+              "the font has no axis \"wdth\"; it has wght, slnt");
 }
 
 TEST_F(InstalledVariations, ServeOtherSettingsThroughTheVariationLoader) {

@@ -2,9 +2,12 @@
 
 #include "LoaderFonts.h"
 
+#include <support/Cff2Table.h>
 #include <support/FontAxis.h>
 
+#include <algorithm>
 #include <cstdint>
+#include <string>
 #include <vector>
 
 namespace Vell::Testing {
@@ -85,6 +88,16 @@ inline FontBuilder makeVaryingFont(const std::string& family = "Vary") {
     }
     addWeightAxis(font, 400);
     return font.setTable("gvar", makeBoxVariations(font.getGlyphCount()));
+}
+
+/// The same family and axis with CFF2 outlines.
+inline Bytes buildVaryingCff2Font() {
+    FontBuilder font = makeVaryingFont();
+    font.omitTable("glyf").omitTable("loca").omitTable("gvar");
+    Bytes bytes = font.setTable("CFF2", makeCff2Table(font.getGlyphCount())).build();
+    const std::string signature = "OTTO";
+    std::copy(signature.begin(), signature.end(), bytes.begin());
+    return bytes;
 }
 
 inline NNPtr<const Bytes> buildVaryingFont() {

@@ -142,7 +142,7 @@ AnalysisModel analyseByIcu(std::string_view text, ParagraphDirection direction) 
 
 AnalysisModel describe(const TextAnalysis& analysis, std::size_t textSize) {
     AnalysisModel model{{}, {}, {}, analysis.isPlain};
-    for (const BidiParagraph& paragraph : analysis.paragraphs) {
+    for (const DirectedParagraph& paragraph : analysis.paragraphs) {
         model.paragraphs.push_back(describeRange(paragraph.begin, paragraph.end, paragraph.baseLevel));
     }
     for (const TextItem& item : analysis.items) {

@@ -20,16 +20,13 @@ TEST(CharacterTraits, TellScriptsAndBidiClassesOfEveryCodePoint) {
     }
 }
 
-TEST(CharacterTraits, TellWhatMayRaiseLevels) {
-    for (const char32_t character :
-         std::u32string_view(U"\u05D0\u0627\u0661\u202A\u202B\u202D\u202E\u2066\u2067\u2068")) {
-        EXPECT_TRUE(getTraits(character).mayRaiseLevels()) << character;
+TEST(CharacterTraits, TellWhatBeginsAClusterAndNothingElse) {
+    for (const char32_t character : std::u32string_view(U"a1 !\u05D0\u6F22\u202F\U0001F600")) {
+        EXPECT_TRUE(getTraits(character).isPlain()) << character;
     }
-    for (const char32_t character : std::u32string_view(U"a1 \t\u202C\u2069\u200D\u0301\U0001F600")) {
-        EXPECT_FALSE(getTraits(character).mayRaiseLevels()) << character;
+    for (const char32_t character : std::u32string_view(U"\t\n(]\u0301\u094D\u200D\u1100\u2029\uFFFD")) {
+        EXPECT_FALSE(getTraits(character).isPlain()) << character;
     }
-    EXPECT_TRUE(getTraits(U'a').isStrongLeft());
-    EXPECT_FALSE(getTraits(U'1').isStrongLeft());
 }
 
 TEST(CharacterTraits, TellWhatRuleL1Resets) {
@@ -65,10 +62,10 @@ TEST(CharacterTraits, TellWhatAShaperAsksFor) {
     EXPECT_TRUE(getTraits(U' ').takesScriptOfOthers());
     EXPECT_TRUE(getTraits(U'(').isPairedBracket());
     EXPECT_TRUE(getTraits(U'\u00AD').isDefaultIgnorable());
-    EXPECT_TRUE(getTraits(U'\uFE0F').isVariationSelector());
     EXPECT_TRUE(getTraits(U'\U0001F600').hasEmojiPresentation());
-    EXPECT_TRUE(getTraits(U'\U0001F600').isExtendedPictographic());
-    EXPECT_TRUE(getTraits(U'\u2764').isExtendedPictographic());
+    EXPECT_TRUE(getTraits(U'\U0001F600').isEmoji());
+    EXPECT_TRUE(getTraits(U'\u2764').isEmoji());
+    EXPECT_TRUE(getTraits(U'1').isEmoji());
     EXPECT_FALSE(getTraits(U'\u2764').hasEmojiPresentation());
     EXPECT_TRUE(getTraits(U'\u6F22').isIdeographOrKana());
     EXPECT_TRUE(getTraits(U'\u3042').isIdeographOrKana());
@@ -77,8 +74,7 @@ TEST(CharacterTraits, TellWhatAShaperAsksFor) {
     EXPECT_FALSE(getTraits(U'\u3001').isIdeographOrKana()); // a comma
     const CharacterTraits letter = getTraits(U'a');
     EXPECT_FALSE(letter.isMark() || letter.takesScriptOfOthers() || letter.isPairedBracket() ||
-                 letter.isDefaultIgnorable() || letter.isVariationSelector() ||
-                 letter.hasEmojiPresentation() || letter.isExtendedPictographic() ||
+                 letter.isDefaultIgnorable() || letter.hasEmojiPresentation() || letter.isEmoji() ||
                  letter.isIdeographOrKana());
 }
 

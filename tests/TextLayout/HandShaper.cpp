@@ -106,7 +106,7 @@ private:
     void addGlyph(std::size_t cluster, int glyphAdvance, unsigned int code, const RunFont& font) {
         const auto index = font.font.getFace()->getBasicMetrics().getCharMap()[code].glyphIndex;
         _parts.glyphs.push_back(
-            {static_cast<std::uint32_t>(cluster), glyphAdvance, 0, 0, index, false, false, true});
+            {static_cast<std::uint32_t>(cluster), glyphAdvance, 0, 0, index, false, false, true, false});
     }
 
     ShapedTextParts& _parts;

@@ -54,6 +54,9 @@ const Samples installedSamples = {"a",
                                   "\U0001F469\U0001F3FD\u200D\U0001F680",
                                   "\U0001F1E9\U0001F1EA"};
 
+const Samples arabicSamples = {"\u0628", "\u0633", "\u0627", "\u0644", "\u0647",       "\u062F", "\u0629",
+                               " ",      "\u064E", "\u0640", "1",      "\u0643\u0627", "a",      " "};
+
 std::string makeText(std::mt19937& random, const Samples& samples) {
     std::string text;
     const std::size_t count = random() % 40;
@@ -97,12 +100,14 @@ void forEachRandomParagraph(const std::function<void(const Paragraph&)>& check) 
     const auto factory = FontEngine::FontFactory::create("DejaVu Sans");
     const TextShaper shaper(factory);
     const TextStyle style = FontEngine::describeFont("DejaVu Sans", 20.0F);
-    checkRandomParagraphs(
-        600, installedSamples,
-        [&](const std::string& text, ParagraphDirection direction) {
-            return shaper.shape(text, style, direction);
-        },
-        check);
+    const auto shape = [&](const std::string& text, ParagraphDirection direction) {
+        return shaper.shape(text, style, direction);
+    };
+    checkRandomParagraphs(600, installedSamples, shape, check);
+    checkRandomParagraphs(100, arabicSamples, shape, [&](const Paragraph& paragraph) {
+        check(Paragraph(paragraph.getText(),
+                        ParagraphStyle(paragraph.getStyle()).setAlignment(TextAlignment::Justify)));
+    });
 }
 
 } // namespace Vell::Testing

@@ -3,6 +3,7 @@
 #include "RandomText.h"
 
 #include <TextLayout/Private/TextAnalysis.h>
+#include <TextLayout/Private/TextCharacters.h>
 #include <TextLayout/Public/TextLayoutException.h>
 
 #include <gmock/gmock.h>
@@ -102,6 +103,32 @@ TEST(TextAnalysis, IsThatOfIcuForRandomTexts) {
         for (const ParagraphDirection direction : directions) {
             ASSERT_EQ(describeAnalysis(text, direction), analyseByIcu(text, direction))
                 << ::testing::PrintToString(text);
+        }
+    }
+}
+
+TEST(TextAnalysis, TellsWhetherAPartMayBeIllFormed) {
+    const auto isWellFormed = [](std::string_view text) {
+        return analyse(text, ParagraphDirection::Auto).isWellFormed;
+    };
+    EXPECT_TRUE(isWellFormed("a\u00E9\u0915\u6F22\U0001F600\n\uD7FF\uE000"));
+    for (const char* const text :
+         {"a\xFF", "\xC3", "a\xED\xA0\x80", "\xE0\x80\x80", "\xF0\x9F\x98", "\u6F22\xC0\x80"}) {
+        EXPECT_FALSE(isWellFormed(text)) << text;
+    }
+}
+
+TEST(TextAnalysis, DecodesAnyBytesInTheSameWay) {
+    for (unsigned int bytes = 0; bytes < 0x10000; ++bytes) {
+        for (const char third : {'\x7F', '\x80', '\xBF', '\xC0'}) {
+            const std::string text{static_cast<char>(bytes >> 8U), static_cast<char>(bytes), third, '\x80'};
+            for (std::size_t size = 1; size <= text.size(); ++size) {
+                const char* position = text.data();
+                const char* expectedPosition = text.data();
+                const char* const end = text.data() + size;
+                ASSERT_EQ(decodeNext(position, end), decodeUtf8(expectedPosition, end)) << bytes;
+                ASSERT_EQ(position, expectedPosition) << bytes;
+            }
         }
     }
 }

@@ -364,6 +364,47 @@ TEST(TextShaper, DistinguishesWordsByWhatInfluencesThem) {
     expectHit(TextStyle(style).setUnderlined(), "lines");
 }
 
+TEST(TextShaper, SharesStylesAndFontsAmongTextsInOneStyle) {
+    const TextShaper shaper(makeBuiltFonts());
+    const TextStyle style = describeFont("Test Sans", 10.0F);
+    const auto first = shaper.shape("abc", style);
+    const auto second = shaper.shape("cab", style);
+    EXPECT_EQ(&first->getStyles(), &second->getStyles());
+    EXPECT_EQ(&first->getFonts(), &second->getFonts());
+}
+
+TEST(TextShaper, GivesEachTextItsOwnStyle) {
+    const TextShaper shaper(getInstalledFonts());
+    const TextStyle plain = describeFont("DejaVu Sans", 10.0F);
+    const auto base = shaper.shape("ab", plain);
+    for (const bool isAgain : {false, true}) {
+        SCOPED_TRACE(isAgain);
+        EXPECT_TRUE(shaper.shape("ab", TextStyle(plain).setUnderlined())->getStyles()[0].isUnderlined);
+        EXPECT_FALSE(shaper.shape("ab", plain)->getStyles()[0].isUnderlined);
+        EXPECT_TRUE(shaper.shape("ab", TextStyle(plain).setColor({1, 2, 3, 4}))->getStyles()[0].color);
+        const auto large = shaper.shape("ab", describeFont("DejaVu Sans", 20.0F));
+        EXPECT_FLOAT_EQ(large->getWidth(), 2.0F * base->getWidth());
+        const TextStyle equal = describeFont("DejaVu Sans", 10.0F);
+        EXPECT_EQ(shaper.shape("ab", equal)->getStyles()[0].font.get(), equal.font.get());
+        const auto spaced =
+            shaper.shape("ab", describeFont("DejaVu Sans", 10.0F, FontStyle().setLetterSpacing(2.0F)));
+        EXPECT_FLOAT_EQ(spaced->getWidth(), base->getWidth() + 4.0F);
+        const auto mixed = shaper.shape("a\u6F22", plain);
+        EXPECT_EQ(mixed->getFonts().size(), 2U);
+        EXPECT_EQ(shaper.shape("ab", plain)->getFonts().size(), 1U);
+    }
+}
+
+TEST(TextShaper, ShapesInMoreStylesThanItRemembers) {
+    const TextShaper shaper(makeBuiltFonts());
+    for (int round = 0; round < 2; ++round) {
+        for (int size = 1; size <= 40; ++size) {
+            const auto text = shaper.shape("ab", describeFont("Test Sans", static_cast<float>(size)));
+            EXPECT_FLOAT_EQ(text->getWidth(), 1.2F * static_cast<float>(size));
+        }
+    }
+}
+
 NNPtr<const FontFactory> serve(const Bytes& font) {
     auto loader = std::make_shared<CountingLoader>();
     loader->setFont("Test Sans", false, false, font);
@@ -395,6 +436,28 @@ TEST(TextShaper, ShapesWebFonts) {
         const TextShaper shaper(serve(file));
         EXPECT_FLOAT_EQ(shaper.shape("ab", describeFont("Test Sans", 10.0F))->getWidth(), 11.0F);
     }
+}
+
+TEST(TextShaper, TakesTheFaceThatAResetFactoryHas) {
+    const auto makeFont = [](int width) {
+        FontBuilder font("Test Sans");
+        font.map('a', font.addGlyph(makeBoxGlyph(width, 100, 0, 500, 700)));
+        return font.build();
+    };
+    const auto loader = std::make_shared<CountingLoader>();
+    loader->setFont("Test Sans", false, false, makeFont(600));
+    const auto factory = FontFactory::create(NNPtr<const FontLoaders::FontLoader>(loader), "Test Sans");
+    const TextShaper shaper(factory);
+    const TextStyle style = describeFont("Test Sans", 10.0F);
+    EXPECT_FLOAT_EQ(shaper.shape("a", style)->getWidth(), 6.0F);
+    loader->setFont("Test Sans", false, false, makeFont(700));
+    EXPECT_FLOAT_EQ(shaper.shape("a", style)->getWidth(), 6.0F);
+    factory->flush();
+    EXPECT_FLOAT_EQ(shaper.shape("a", style)->getWidth(), 7.0F);
+    loader->setFont("Test Sans", false, false, makeFont(800));
+    factory->reset(0, 0);
+    EXPECT_FLOAT_EQ(shaper.shape("a", style)->getWidth(), 8.0F);
+    EXPECT_EQ(factory->getResetCount(), 2U);
 }
 
 TEST(TextShaper, GivesCharactersOfOtherFontFormatsOneGlyphEach) {

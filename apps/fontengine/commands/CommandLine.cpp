@@ -92,6 +92,7 @@ void addFamilyOrFile(CLI::App& app, std::string& familyOrFile) {
 CLI::App* addInfo(CLI::App& app, InfoOptions& options) {
     CLI::App* info = app.add_subcommand("info", "Describe a font: an installed family or a font file");
     addFamilyOrFile(*info, options.familyOrFile);
+    addVariations(*info, options.variations);
     addStyle(*info, options.isBold, options.isItalic);
     addNumber(*info, sizeLimits, options.size, "the font size that the metrics are for");
     info->add_flag("--characters", options.listsCharacters, "list the mapped characters");
@@ -150,6 +151,7 @@ CLI::App* addSpecimen(CLI::App& app, SpecimenOptions& options) {
     CLI::App* specimen =
         app.add_subcommand("specimen", "Write a page about a font for the browser: index.html");
     addFamilyOrFile(*specimen, options.familyOrFile);
+    addVariations(*specimen, options.variations);
     addPalette(*specimen, options.palette);
     specimen->add_option("-o,--output", options.folder, "the folder to write to")
         ->required()
@@ -213,6 +215,7 @@ private:
             return takeRender();
         }
         if (_info->parsed()) {
+            checkVariations(_parsed.info.variations);
             return _parsed.info;
         }
         if (_fallback->parsed()) {
@@ -222,6 +225,7 @@ private:
             return _parsed.fallback;
         }
         if (_specimen->parsed()) {
+            checkVariations(_parsed.specimen.variations);
             return _parsed.specimen;
         }
         if (_cacheStats->parsed()) {

@@ -39,6 +39,7 @@ struct RenderOptions {
 
 struct InfoOptions {
     std::string familyOrFile;
+    std::string variations = {}; ///< as FontLoaders::parseVariations reads them
     bool isBold = false;
     bool isItalic = false;
     float size = 1.0F;
@@ -77,6 +78,7 @@ struct DemoOptions {
 
 struct SpecimenOptions {
     std::string familyOrFile;
+    std::string variations; ///< as FontLoaders::parseVariations reads them
     std::string folder;
     unsigned short palette = 0; ///< of colour glyphs
 };

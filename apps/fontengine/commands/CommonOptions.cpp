@@ -8,18 +8,6 @@
 
 namespace Vell::Tool {
 
-namespace {
-
-void checkVariations(const std::string& list) {
-    try {
-        FontLoaders::parseVariations(list);
-    } catch (const FontLoaders::FontLoaderException& error) {
-        throw UsageError(fmt::format("--variations '{}' is malformed: {}", list, error.what()));
-    }
-}
-
-} // namespace
-
 void addSource(CLI::App& app, TextWords& words) {
     app.add_option("TEXT", words.text, "the text; '-' reads standard input")->type_name("");
     app.add_option("--file", words.file, "read the text from this file")->type_name("FILE");
@@ -30,15 +18,19 @@ void addStyle(CLI::App& app, bool& isBold, bool& isItalic) {
     app.add_flag("--italic", isItalic, "the italic style; synthesised if the font has none");
 }
 
+void addVariations(CLI::App& app, std::string& variations) {
+    app.add_option("--variations", variations,
+                   "values for the axes of a variable font, as in wght=650,wdth=90")
+        ->type_name("LIST");
+}
+
 void addFont(CLI::App& app, FontRequest& font, std::string& fontFile) {
     app.add_option("--family", font.family,
                    std::string("an installed font family; ") + defaultFamily + " if not given")
         ->type_name("NAME");
     app.add_option("--font", fontFile, "a font file instead; INDEX counts the faces of a collection from 0")
         ->type_name("FILE[:INDEX]");
-    app.add_option("--variations", font.variations,
-                   "values for the axes of a variable font, as in wght=650,wdth=90")
-        ->type_name("LIST");
+    addVariations(app, font.variations);
     addStyle(app, font.isBold, font.isItalic);
 }
 
@@ -54,6 +46,14 @@ std::optional<std::string> getIfGiven(const CLI::App& app, const char* option, c
 
 TextSource getSource(const CLI::App& app, const TextWords& words) {
     return {getIfGiven(app, "TEXT", words.text), getIfGiven(app, "--file", words.file)};
+}
+
+void checkVariations(const std::string& list) {
+    try {
+        FontLoaders::parseVariations(list);
+    } catch (const FontLoaders::FontLoaderException& error) {
+        throw UsageError(fmt::format("--variations '{}' is malformed: {}", list, error.what()));
+    }
 }
 
 /// An empty family means the default one to the commands, but writing it out is a mistake.

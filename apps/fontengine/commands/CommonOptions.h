@@ -21,6 +21,7 @@ struct TextWords {
 
 void addSource(CLI::App& app, TextWords& words);
 void addStyle(CLI::App& app, bool& isBold, bool& isItalic);
+void addVariations(CLI::App& app, std::string& variations);
 void addFont(CLI::App& app, FontRequest& font, std::string& fontFile);
 
 /// The check sees the number as the user typed it.
@@ -41,6 +42,9 @@ std::optional<std::string> getIfGiven(const CLI::App& app, const char* option, c
 
 /// What addSource has read.
 TextSource getSource(const CLI::App& app, const TextWords& words);
+
+/// Checks what addVariations has read. Throws UsageError.
+void checkVariations(const std::string& list);
 
 /// Completes what addFont has read. Throws UsageError.
 void completeFont(const CLI::App& app, const std::string& fontFile, FontRequest& font);

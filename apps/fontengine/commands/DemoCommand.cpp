@@ -30,7 +30,9 @@ std::string replaceTabs(std::string text) {
 } // namespace
 
 void writeDemo(const DemoOptions& options) {
-    const FactoryPtr factory = FontEngine::FontFactory::create(defaultFamily);
+    const auto loader =
+        FontLoaders::createVariationLoader(FontLoaders::createPlatformDefaultFontLoader(defaultFamily));
+    const FactoryPtr factory = FontEngine::FontFactory::create(loader, defaultFamily);
     const DemoPage page = composeDemoPage(factory, replaceTabs(chooseText(options)));
     const auto draw = [&](CairoAdapter::CairoPainter& painter) { drawDemoPage(painter, page); };
     std::vector<NamedFile> files;

@@ -68,9 +68,8 @@ void printMetrics(const FontEngine::Font& font, std::ostream& out) {
 }
 
 /// Prints the axes of a variable font, and the names of its instances.
-void printVariations(const FontEngine::Font& font, std::ostream& out) {
-    const FontLoaders::FontVariations variations =
-        FontLoaders::readVariations(font.getFace()->getFaceData().bytes);
+void printVariations(const FontBytes& wholeFont, std::ostream& out) {
+    const FontLoaders::FontVariations variations = FontLoaders::readVariations(wholeFont);
     for (const FontLoaders::FontAxis& axis : variations.axes) {
         printProperty(out, ("axis " + axis.tag).c_str(),
                       fmt::format("{:g} to {:g}, {:g} by default{}", axis.minimum, axis.maximum,
@@ -106,12 +105,12 @@ void printReasons(const FontEngine::Font& font, const FontSource& source, std::o
 } // namespace
 
 void printInfo(const InfoOptions& options, std::ostream& out) {
-    const FontSource source(options.familyOrFile);
+    const FontSource source(options.familyOrFile, options.variations);
     const TextFont textFont = source.makeFont(options.isBold, options.isItalic, options.size);
     const FontEngine::Font& font = *textFont.font;
     printFace(font, *source.getLoader(), out);
     printMetrics(font, out);
-    printVariations(font, out);
+    printVariations(source.readWholeFont(font), out);
     printCharacters(font.getFace()->getBasicMetrics().getCharMap(), options.listsCharacters, out);
     if (options.explains) {
         printReasons(font, source, out);

@@ -9,7 +9,7 @@
 namespace Vell::Tool {
 
 void writeSpecimen(const SpecimenOptions& options) {
-    FontSource source(options.familyOrFile);
+    FontSource source(options.familyOrFile, options.variations);
     source.setPalette(options.palette);
     std::optional<Progress> bar; // appears once the number of glyphs is known
     std::size_t shown = 0;
@@ -20,7 +20,7 @@ void writeSpecimen(const SpecimenOptions& options) {
         bar->advance(done - shown);
         shown = done;
     };
-    const std::string page = makeSpecimenPage(source, showProgress);
+    const std::string page = makeSpecimenPage(source, showProgress, options.variations);
     writeFiles(options.folder, {{"index.html", page}});
 }
 

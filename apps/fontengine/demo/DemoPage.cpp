@@ -3,6 +3,7 @@
 #include "Errors.h"
 #include "demo/DemoPageBuilder.h"
 #include "demo/ShapedSection.h"
+#include "demo/WeightSection.h"
 #include "fonts/FaceFacts.h"
 
 #include <fmt/format.h>
@@ -134,6 +135,7 @@ DemoPage composeDemoPage(const FactoryPtr& factory, const std::string& text) {
                                 "vector painter on the right");
     addStyles(page, text);
     addSizes(page, text);
+    addWeightSection(page);
     addUnderscores(page);
     addSpacing(page, text);
     addRotation(page, text);

@@ -42,9 +42,9 @@ struct Rule {
     float y;
 };
 
-/// A page of examples of what the library draws: styles, sizes, underscores, letter spacing, rotation,
-/// scripts, shaped text if the tool has TextLayout, and device pixel ratios. The raster painter draws the
-/// left column, the vector painter the right one.
+/// A page of examples of what the library draws: styles, sizes, weights, underscores, letter spacing,
+/// rotation, scripts, shaped text if the tool has TextLayout, and device pixel ratios. The raster painter
+/// draws the left column, the vector painter the right one.
 struct DemoPage {
     PageSize size;
     std::vector<PlacedText> texts;

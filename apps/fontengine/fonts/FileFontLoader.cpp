@@ -107,6 +107,10 @@ FontFilePlace parseFontFileName(const std::string& name) {
     return isIndex ? FontFilePlace{name.substr(0, colon), readIndex(digits)} : FontFilePlace{name, 0};
 }
 
+FontBytes readFontFace(const FontFilePlace& place) {
+    return takeFace(place.file, readFont(place.file, place.file), place.index);
+}
+
 FileFontLoader::FileFontLoader(const std::string& name, OtherLoader others, const std::string& variations)
     : _name(name)
     , _place(parseFontFileName(name))

@@ -12,6 +12,10 @@ namespace Vell::Tool {
 /// is the file, and its first face is meant. Otherwise digits after the last colon are the index.
 FontLoaders::FontFilePlace parseFontFileName(const std::string& name);
 
+/// The bytes of a face, as a file of its own if the file is a collection and the face is not its first one.
+/// Throws ToolError if it cannot be read.
+FontLoaders::FontBytes readFontFace(const FontLoaders::FontFilePlace& place);
+
 /// Serves one face of a font file, in the one style that the face has.
 ///
 ///     const auto installed = FontLoaders::createPlatformDefaultFontLoader("DejaVu Sans");

@@ -19,7 +19,7 @@ TextLayout::TextStyle makeStyle(const TextFont& font, const FontRequest& request
 
 /// Names the default family, so that a fallback to it is none.
 TextFont openFont(const FontSource& source, FontRequest request) {
-    const bool isDefault = !request.file && request.family.empty();
+    const bool isDefault = !request.file && request.family.empty() && request.variations.empty();
     if (!isDefault || !isInstalled(source.getFactory(), {defaultFamily})) {
         return source.makeFont(request);
     }

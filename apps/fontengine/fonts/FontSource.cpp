@@ -2,6 +2,7 @@
 
 #include "Errors.h"
 #include "fonts/FileFontLoader.h"
+#include "fonts/FontOrigin.h"
 
 #include <fmt/format.h>
 
@@ -17,9 +18,9 @@ RecordingFontLoader::LoaderPtr openInstalledFonts() {
 }
 
 /// An installed family, in the notation of a variation loader if it has variations.
-std::string makeFamilyName(const FontRequest& request) {
-    const std::string& family = request.family.empty() ? defaultFamily : request.family;
-    return request.variations.empty() ? request.family : family + ":" + request.variations;
+std::string makeFamilyName(const std::string& family, const std::string& variations) {
+    return variations.empty() ? family
+                              : (family.empty() ? std::string(defaultFamily) : family) + ":" + variations;
 }
 
 RecordingFontLoader::LoaderPtr openFamily(const std::string& variations) {
@@ -40,24 +41,25 @@ void checkFamily(const std::string& name) {
     }
 }
 
-const std::string& checkName(const std::string& name) {
-    if (name.empty()) {
+std::string makeName(const std::string& familyOrFile, const std::string& variations) {
+    if (familyOrFile.empty()) {
         throw UsageError("the name of the font is empty");
     }
-    if (!namesFile(name)) {
-        checkFamily(name);
+    if (namesFile(familyOrFile)) {
+        return familyOrFile;
     }
-    return name;
+    checkFamily(familyOrFile);
+    return makeFamilyName(familyOrFile, variations);
 }
 
 } // namespace
 
-FontSource::FontSource(const std::string& familyOrFile)
-    : FontSource(checkName(familyOrFile), namesFile(familyOrFile), {}, Fallback::None) {}
+FontSource::FontSource(const std::string& familyOrFile, const std::string& variations)
+    : FontSource(makeName(familyOrFile, variations), namesFile(familyOrFile), variations, Fallback::None) {}
 
 FontSource::FontSource(const FontRequest& request)
-    : FontSource(request.file.value_or(makeFamilyName(request)), request.file.has_value(), request.variations,
-                 Fallback::Installed) {}
+    : FontSource(request.file.value_or(makeFamilyName(request.family, request.variations)),
+                 request.file.has_value(), request.variations, Fallback::Installed) {}
 
 FontSource::FontSource(std::string name, bool isFile, const std::string& variations, Fallback fallback)
     : _name(std::move(name))
@@ -88,6 +90,12 @@ TextFont FontSource::makeFont(const FontRequest& request) const {
                       request.size, request.letterSpacing};
     named.palette = request.palette;
     return makeTextFont(_factory, named);
+}
+
+FontBytes FontSource::readWholeFont(const FontEngine::Font& font) const {
+    const FontBytes served = font.getFace()->getFaceData().bytes;
+    const auto place = findPlace(*_loader, served);
+    return place ? readFontFace(*place) : served;
 }
 
 std::shared_ptr<const FontLoaders::CoverageFallback> FontSource::makeCoverageFallback() const {

@@ -17,9 +17,10 @@ namespace Vell::Tool {
 class FontSource {
 public:
     /// The font that FAMILY|FILE[:INDEX] names, by itself: a file has no fallback fonts here. A name with a
-    /// slash is a file; any other name is a family unless a file of that name exists. Throws UsageError if
-    /// the name is empty, ToolError if there is no such family or the file cannot be used.
-    explicit FontSource(const std::string& familyOrFile);
+    /// slash is a file; any other name is a family unless a file of that name exists. The variations, as
+    /// FontLoaders::parseVariations reads them, set the axes of a variable font. Throws UsageError if the name
+    /// is empty, ToolError if there is no such family or the file cannot be used so.
+    explicit FontSource(const std::string& familyOrFile, const std::string& variations = {});
 
     /// The font that --family or --font names, for drawing text: installed fonts draw the characters that it
     /// lacks. Throws ToolError if the file cannot be used. If the family is missing, makeFont throws it.
@@ -36,6 +37,9 @@ public:
     TextFont makeFont(const FontRequest& request) const;
 
     const FactoryPtr& getFactory() const { return _factory; }
+
+    /// The font as it is in its file: the variable font, if this is an instance of one.
+    FontBytes readWholeFont(const FontEngine::Font& font) const;
 
     /// Finds installed fonts for what the font lacks. Null for a file by itself.
     std::shared_ptr<const FontLoaders::CoverageFallback> makeCoverageFallback() const;

@@ -6,7 +6,6 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
 #include <vector>
 
 namespace Vell::Tool {
@@ -18,22 +17,6 @@ struct MetricLine {
     float value;       ///< above the baseline
     const char* place; ///< of the name: above or below the line
 };
-
-std::string chooseText(const TextFont& font) {
-    constexpr const char* tallAndDeep = "Hxg";
-    constexpr std::size_t fewBytes = 6;
-    if (coversText(font, tallAndDeep)) {
-        return tallAndDeep;
-    }
-    const std::string sample = chooseSample(font);
-    std::size_t end = std::min(sample.size(), fewBytes);
-    constexpr unsigned int trailMask = 0xC0;
-    constexpr unsigned int trail = 0x80;
-    while (end < sample.size() && (static_cast<unsigned char>(sample[end]) & trailMask) == trail) {
-        ++end; // do not split a character
-    }
-    return sample.substr(0, end);
-}
 
 /// In their usual order from top to bottom.
 std::vector<MetricLine> listLines(const FontEngine::Font& metrics) {
@@ -64,7 +47,7 @@ std::string makeMetricsSection(const FontSource& source) {
     if (!hasUsableMetrics(metrics)) {
         return "<p class=\"note\">The engine has no metrics for a font without outlines.</p>\n";
     }
-    const std::string text = chooseText(font);
+    const std::string text = chooseShortSample(font);
     const LinePicture sample = drawLine(font, text);
     std::string html = "<div class=\"metrics\">\n" + makeImage(sample.picture, "ink", text) + "\n";
     for (const MetricLine& line : listLines(metrics)) {

@@ -91,6 +91,10 @@ std::string makeImage(const Picture& picture, std::string_view kind, std::string
                        escapeHtml(alternative), makeDataUri(picture));
 }
 
+std::string makeFigure(std::string_view image, std::string_view caption) {
+    return fmt::format("<figure>{}<figcaption>{}</figcaption></figure>\n", image, escapeHtml(caption));
+}
+
 LinePicture drawLine(const TextFont& font, const std::string& text) {
     constexpr int greatestWidth = 2000;
     constexpr int greatestHeight = 400;

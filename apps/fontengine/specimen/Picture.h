@@ -34,6 +34,9 @@ std::string makeDataUri(const Picture& picture);
 std::string makeImage(const Picture& picture, std::string_view kind, std::string_view alternative,
                       int zoom = 1);
 
+/// A figure element of an image and the text below it.
+std::string makeFigure(std::string_view image, std::string_view caption);
+
 /// A line of text as ink, and the position of its baseline.
 struct LinePicture {
     Picture picture;

@@ -65,10 +65,6 @@ Picture drawLetters(const TextFont& font, const std::vector<unsigned int>& lette
     return drawInColor(width, ascent + toPixels(font.font->getDescent()), 1, draw);
 }
 
-std::string makeFigure(const std::string& image, const std::string& caption) {
-    return fmt::format("<figure>{}<figcaption>{}</figcaption></figure>\n", image, caption);
-}
-
 /// Instead of what only outlines have.
 std::string makeNoOutlinesNote() {
     return "<p class=\"note\">The glyphs are pictures, which have neither outlines nor sub-pixels.</p>\n";

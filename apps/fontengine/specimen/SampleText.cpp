@@ -88,6 +88,22 @@ std::string chooseSample(const TextFont& font) {
                : takeFirstCharacters(font.font->getFace()->getBasicMetrics().getCharMap());
 }
 
+std::string chooseShortSample(const TextFont& font) {
+    constexpr const char* tallAndDeep = "Hxg";
+    constexpr std::size_t fewBytes = 6;
+    if (coversText(font, tallAndDeep)) {
+        return tallAndDeep;
+    }
+    const std::string sample = chooseSample(font);
+    std::size_t end = std::min(sample.size(), fewBytes);
+    constexpr unsigned int trailMask = 0xC0;
+    constexpr unsigned int trail = 0x80;
+    while (end < sample.size() && (static_cast<unsigned char>(sample[end]) & trailMask) == trail) {
+        ++end; // do not split a character
+    }
+    return sample.substr(0, end);
+}
+
 bool coversText(const TextFont& font, const std::string& text) {
     return allOf(text, [&](unsigned int code) { return hasGlyph(font, code); });
 }

@@ -20,6 +20,9 @@ const std::vector<ScriptSample>& getScriptSamples();
 /// characters. Empty if the font has no characters.
 std::string chooseSample(const TextFont& font);
 
+/// A few characters, tall and deep ones if the font has them.
+std::string chooseShortSample(const TextFont& font);
+
 /// Whether the font has every character of the text.
 bool coversText(const TextFont& font, const std::string& text);
 

@@ -36,10 +36,19 @@ std::string describeLimit(const GlyphTable& table) {
         table.entries.size(), count);
 }
 
+/// The section with its heading; nothing for a static font.
+std::string frameAxes(const std::string& rows) {
+    return rows.empty()
+               ? ""
+               : "<section aria-labelledby=\"axes\">\n<h2 id=\"axes\">Axes</h2>\n" + rows + "</section>\n";
+}
+
 } // namespace
 
-std::string makeSpecimenPage(const FontSource& source, const PictureProgress& progress) {
+std::string makeSpecimenPage(const FontSource& source, const PictureProgress& progress,
+                             const std::string& variations) {
     checkMetrics(source);
+    const std::string axes = frameAxes(makeAxesSection(source, FontLoaders::parseVariations(variations)));
     const GlyphTable table = makeGlyphTable(source, maxPictureCount, progress);
     return fillTemplate(pageTemplate, {
                                           {"title", escapeHtml(getName(source))},
@@ -48,6 +57,8 @@ std::string makeSpecimenPage(const FontSource& source, const PictureProgress& pr
                                           {"facts", makeFactsSection(source)},
                                           {"waterfall", makeWaterfallSection(source)},
                                           {"styles", makeStylesSection(source)},
+                                          {"axesLink", axes.empty() ? "" : "<a href=\"#axes\">Axes</a>\n"},
+                                          {"axes", axes},
                                           {"rendering", makeRenderingSection(source)},
                                           {"offsets", makeOffsetsSection(source)},
                                           {"metrics", makeMetricsSection(source)},

@@ -3,6 +3,7 @@
 #include "fonts/FontSource.h"
 
 #include <string>
+#include <vector>
 
 /// The sections of a specimen page, as HTML with embedded pictures. Each throws what drawing throws.
 namespace Vell::Tool {
@@ -15,6 +16,11 @@ std::string makeWaterfallSection(const FontSource& source);
 
 /// Regular, bold, italic and bold italic, and what is synthesised for them.
 std::string makeStylesSection(const FontSource& source);
+
+/// A row of instances for each axis of a variable font, and one of its named instances. The settings hold for
+/// the axes that do not move. Empty for a static font.
+std::string makeAxesSection(const FontSource& source,
+                            const std::vector<FontLoaders::AxisSetting>& settings);
 
 /// A few letters in grey and in LCD colours, enlarged.
 std::string makeRenderingSection(const FontSource& source);

@@ -13,8 +13,8 @@ namespace Vell::FontEngine {
 
 /// A palette of a font, some of its colours replaced.
 ///
-///     const auto palette = std::make_shared<const ColorPalette>(ColorPalette{1, {{3, PaintColor(255, 0, 0,
-///     255)}}});
+///     const ColorPalette reddened{1, {{3, PaintColor(255, 0, 0, 255)}}};
+///     const auto palette = std::make_shared<const ColorPalette>(reddened);
 struct ColorPalette {
     struct Override {
         unsigned short entry; ///< one that the palette lacks changes nothing

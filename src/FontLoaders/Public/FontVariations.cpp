@@ -28,11 +28,13 @@ bool isTag(std::string_view text) {
 
 /// NaN for a text that is no finite number.
 float parseValue(std::string_view text) {
-    float value = 0.0F;
+    using Limits = std::numeric_limits<float>;
+    double value = 0.0;
     const char* const end = text.data() + text.size();
     const auto [rest, error] = std::from_chars(text.data(), end, value);
     const bool isNumber = error == std::errc() && rest == end && std::isfinite(value);
-    return isNumber ? value : std::numeric_limits<float>::quiet_NaN();
+    return isNumber ? static_cast<float>(std::clamp<double>(value, Limits::lowest(), Limits::max()))
+                    : Limits::quiet_NaN();
 }
 
 AxisSetting parseSetting(std::string_view text) {
@@ -78,8 +80,8 @@ FontBytes makeFontInstance(const NNPtr<const std::vector<unsigned char>>& bytes,
     if (values.empty()) {
         return bytes;
     }
-    Internal::checkInstanceable(bytes, face.get());
-    auto instance = makeNNPtr<const std::vector<unsigned char>>(Internal::instantiate(face.get(), values));
+    auto instance =
+        makeNNPtr<const std::vector<unsigned char>>(Internal::makeStaticFont(bytes, face.get(), values));
     if (const auto reason = findReasonNotToServe(instance)) {
         throw FontLoaderException("the variable font is damaged: " + *reason);
     }

@@ -59,7 +59,7 @@ struct AxisSetting {
 
 /// Reads settings such as "wght=650,wdth=90". An empty text has none. Throws FontLoaderException, with the
 /// setting in its text, unless each one is a tag of one to four printable characters of ASCII, an equals
-/// sign, and a finite decimal number.
+/// sign, and a finite decimal number; one beyond the range of a float is its nearer end.
 VELL_API std::vector<AxisSetting> parseVariations(std::string_view text);
 
 /// A static font file: a variable font with every axis fixed. Axes without a setting have their default
@@ -67,15 +67,16 @@ VELL_API std::vector<AxisSetting> parseVariations(std::string_view text);
 /// last one counts. Without settings, a static font comes back as it is.
 ///
 /// Glyphs keep their indices, names and characters, and the layout tables their features, for the values that
-/// the axes have. Names and style flags are those of the variable font. Glyph programs are left out if the
-/// font varies the control values that they read (the table cvar), since these stay as they are at the
-/// default values.
+/// the axes have. Names and style flags are those of the variable font. Glyph programs stay, and the control
+/// values that they read are those for the values of the axes, in whole font units. Both are left out if the
+/// changes of the control values (the table cvar) are damaged.
 ///
 /// Throws FontLoaderException if a value is NaN; if the font has no axis with a setting's tag (the text names
 /// it and lists those that there are); if the font is not one with TrueType outlines, as one with CFF2
-/// outlines; and if it is damaged, or its glyphs overlap in the file or have more than maxInstanceParts parts
-/// together. FreeTypeException if FreeType cannot open it. Cost: a few dozen milliseconds for a font of a few
-/// thousand glyphs.
+/// outlines; and if it is damaged, or its glyphs overlap in the file, have more than maxInstanceParts parts
+/// together, or have outlines or parts without any points. Builds without FONTENGINE_BUILD_VARIABLE_FONTS
+/// throw it for every variable font. FreeTypeException if FreeType cannot open it. Cost: a few dozen
+/// milliseconds for a font of a few thousand glyphs.
 VELL_API FontBytes makeFontInstance(const NNPtr<const std::vector<unsigned char>>& bytes,
                                     const std::vector<AxisSetting>& settings);
 

@@ -1,5 +1,6 @@
 #include <FontLoaders/Public/VariationLoader.h>
 
+#include <FontLoaders/Private/Installed/PlatformFonts.h>
 #include <FontLoaders/Private/PlainFaceInfo.h>
 #include <FontLoaders/Private/Variations/StyleSettings.h>
 #include <FontLoaders/Private/Variations/VariationSources.h>
@@ -87,6 +88,8 @@ private:
         return _loader->loadFont(makeNNPtr<const Internal::PlainFaceInfo>(family, style.bold, style.italic));
     }
     bool hasFamily(const std::string& name) const;
+    FontBytes findFace(const std::string& family, const Style& style,
+                       const std::vector<AxisSetting>& settings) const;
     HeldInstance makeInstance(const VariedName& name, const Style& wanted) const;
     FontBytes findKept(const std::string& key) const;
     void keep(const std::string& key, const FontBytes& instance, const FontBytes& source) const;
@@ -136,30 +139,43 @@ bool VariationLoader::hasFamily(const std::string& name) const {
     return false;
 }
 
-/// An instance of the first face whose axes give what it lacks of the style. If the family has no axes at
-/// all, its first face reports that.
+/// The family's face of a style. If another installed face of the style has more of the axes, that one.
+FontBytes VariationLoader::findFace(const std::string& family, const Style& style,
+                                    const std::vector<AxisSetting>& settings) const {
+    FontBytes face = load(family, style);
+    const std::size_t count = face ? Internal::countAxes(face, settings) : settings.size();
+    const auto installed = count < settings.size() ? Internal::findPlatformFonts(*_loader) : nullptr;
+    if (!installed) {
+        return face;
+    }
+    FontBytes other = installed->ask(
+        [&](Internal::InstalledFonts& fonts) { return fonts.loadVariable(family, style, settings); });
+    return other && Internal::countAxes(other, settings) > count ? other : face;
+}
+
+/// An instance of the first face whose axes give what it lacks of the style. If no face has the axes of the
+/// settings, a variable one reports that, or else a static one.
 HeldInstance VariationLoader::makeInstance(const VariedName& name, const Style& wanted) const {
     const std::vector<AxisSetting> settings = parseVariations(name.getSettings());
-    FontBytes staticFace;
-    bool hasAxes = false;
+    FontBytes lacking;
+    bool isFound = false;
     for (const Style& style : Internal::listServingStyles(wanted)) {
-        const FontBytes face = load(name.getFamily(), style);
+        const FontBytes face = findFace(name.getFamily(), style, settings);
         if (!face) {
             continue;
         }
         const std::vector<FontAxis> axes = readVariations(face).axes;
-        hasAxes = hasAxes || !axes.empty();
-        staticFace = axes.empty() && !staticFace ? face : staticFace;
         const Internal::MissingStyle missing{wanted.bold && !style.bold, wanted.italic && !style.italic};
-        const auto complete = Internal::addStyle(axes, settings, missing);
-        if (!axes.empty() && complete) {
+        if (axes.empty() || Internal::countAxes(face, settings) < settings.size()) {
+            const bool isBetter = !lacking || (readVariations(lacking).axes.empty() && !axes.empty());
+            lacking = isBetter ? face : lacking;
+        } else if (const auto complete = Internal::addStyle(axes, settings, missing)) {
             return {makeFontInstance(face, *complete), face};
+        } else {
+            isFound = true;
         }
     }
-    if (staticFace && !hasAxes) {
-        return {makeFontInstance(staticFace, settings), staticFace};
-    }
-    return {};
+    return lacking && !isFound ? HeldInstance{makeFontInstance(lacking, settings), lacking} : HeldInstance();
 }
 
 FontBytes VariationLoader::findKept(const std::string& key) const {

@@ -24,6 +24,10 @@ namespace Vell::FontLoaders {
 /// bold request. Null if there is neither such a face nor such an axis, so that a font factory synthesises
 /// the style from the plain instance.
 ///
+/// Families. If `loader` is that of the installed fonts, and its face of a style lacks an axis of the
+/// settings that another installed face of the family and of the style has, that one serves: "Inter:slnt=-5"
+/// finds the file with a slant among those of Inter.
+///
 /// Bytes. They are those of makeFontInstance. The loader keeps the 64 instances that were last requested, of
 /// at most 64 MiB together; while it keeps one, the same request returns the same vector. Each is made once.
 ///

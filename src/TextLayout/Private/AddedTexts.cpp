@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace Vell::TextLayout {
 
@@ -11,6 +12,7 @@ namespace {
 
 constexpr const char* hyphen = "\u2010";
 constexpr const char* hyphenMinus = "-";
+constexpr const char* tatweel = "\u0640";
 
 /// Features for a part of the text mean nothing to an added text.
 void removePartialFeatures(std::vector<TextFeature>& features) {
@@ -36,7 +38,7 @@ std::uint32_t AddedTexts::getHyphen(const ShapedRun& run) {
     if (!_text.getService()) {
         return none;
     }
-    const Key key(run.font, run.style, run.isRightToLeft(), false);
+    const Key key(run.font, run.style, run.isRightToLeft(), Kind::Hyphen);
     const auto known = _numbers.find(key);
     return known != _numbers.end() ? known->second : add(key, shapeHyphen(run));
 }
@@ -47,9 +49,25 @@ std::uint32_t AddedTexts::getEllipsis(const ShapedRun& run, const std::string& e
         return none;
     }
     const bool isRightToLeft = baseLevel % 2 != 0;
-    const Key key(0U, run.style, isRightToLeft, true);
+    const Key key(0U, run.style, isRightToLeft, Kind::Ellipsis);
     const auto known = _numbers.find(key);
     return known != _numbers.end() ? known->second : add(key, shape(ellipsis, run, isRightToLeft));
+}
+
+std::uint32_t AddedTexts::getTatweel(const ShapedRun& run) {
+    if (!_text.getService()) {
+        return none;
+    }
+    const Key key(run.font, run.style, run.isRightToLeft(), Kind::Tatweel);
+    const auto known = _numbers.find(key);
+    if (known != _numbers.end()) {
+        return known->second;
+    }
+    NNPtr<const ShapedText> text = shape(tatweel, run, run.isRightToLeft());
+    const bool isUsable = isInFace(*text, *_text.getFont(run).font.getFace()) &&
+                          text->getGlyphs().size() == 1 && text->getGlyphs()[0].yOffset == 0 &&
+                          text->getWidth() > 0.0F;
+    return isUsable ? add(key, std::move(text)) : _numbers.emplace(key, none).first->second;
 }
 
 double AddedTexts::getWidth(std::uint32_t number) const {

@@ -11,8 +11,8 @@
 
 namespace Vell::TextLayout {
 
-/// The hyphens and ellipses that a paragraph adds to its text. Each is shaped once for each style that it
-/// follows.
+/// The hyphens, ellipses and elongations that a paragraph adds to its text. Each is shaped once for each
+/// style that it follows.
 class AddedTexts {
 public:
     static constexpr std::uint32_t none = 0xFFFFFFFF;
@@ -28,14 +28,19 @@ public:
     /// The ellipsis in the style of the run. Its number, or none.
     std::uint32_t getEllipsis(const ShapedRun& run, const std::string& ellipsis, BidiLevel baseLevel);
 
+    /// The glyph that the font of the run has for a tatweel, U+0640. Its number, or none if there is no such
+    /// glyph, or one without width.
+    std::uint32_t getTatweel(const ShapedRun& run);
+
     /// In the units of the font size; 0 for none.
     double getWidth(std::uint32_t number) const;
 
     const ShapedText& get(std::uint32_t number) const { return *_added[number]; }
 
 private:
-    /// A font of the text (0 for ellipses), a style, the direction, and whether it is an ellipsis.
-    using Key = std::tuple<std::uint32_t, std::uint32_t, bool, bool>;
+    enum class Kind : unsigned char { Hyphen, Ellipsis, Tatweel };
+    /// A font of the text (0 for ellipses), a style and the direction.
+    using Key = std::tuple<std::uint32_t, std::uint32_t, bool, Kind>;
 
     std::uint32_t add(const Key& key, NNPtr<const ShapedText> text);
     NNPtr<const ShapedText> shape(std::string_view text, const ShapedRun& run, bool isRightToLeft) const;

@@ -53,4 +53,16 @@ std::size_t ByteSet::count(std::size_t begin, std::size_t end) const {
     return count;
 }
 
+void ByteSet::insertAll(std::size_t begin, std::size_t end) {
+    while (begin < end) {
+        const std::size_t wordEnd = (begin / wordBits + 1) * wordBits;
+        std::uint64_t bits = ~std::uint64_t{0} << (begin % wordBits);
+        if (end < wordEnd) {
+            bits &= (std::uint64_t{1} << (end % wordBits)) - 1;
+        }
+        _words[begin / wordBits] |= bits;
+        begin = wordEnd;
+    }
+}
+
 } // namespace Vell::TextLayout

@@ -1,8 +1,9 @@
 #pragma once
 
+#include <boost/container/small_vector.hpp>
+
 #include <cstddef>
 #include <cstdint>
-#include <vector>
 
 namespace Vell::TextLayout {
 
@@ -38,10 +39,13 @@ public:
     /// Requires an offset within the limit.
     void insert(std::size_t offset) { _words[offset / wordBits] |= std::uint64_t{1} << (offset % wordBits); }
 
+    /// Inserts all offsets from `begin` up to, but not including, `end`, which is within the limit.
+    void insertAll(std::size_t begin, std::size_t end);
+
 private:
     static constexpr std::size_t wordBits = 64;
 
-    std::vector<std::uint64_t> _words;
+    boost::container::small_vector<std::uint64_t, 5> _words; // short texts need no allocation
 };
 
 } // namespace Vell::TextLayout

@@ -8,6 +8,8 @@ namespace Vell::TextLayout {
 
 namespace {
 
+constexpr char32_t replacement = 0xFFFD; // ill-formed parts of texts are decoded to it
+
 static_assert(USCRIPT_CODE_LIMIT <= 256, "a script has one byte");
 
 UScriptCode findScript(UChar32 codePoint) {
@@ -65,14 +67,13 @@ CharacterTraits::CharacterTraits(char32_t character) {
     };
     add(scriptOfOthers, script == USCRIPT_COMMON || script == USCRIPT_INHERITED);
     add(pairedBracket, u_getIntPropertyValue(codePoint, UCHAR_BIDI_PAIRED_BRACKET_TYPE) != U_BPT_NONE);
-    add(raisesLevels, (classMask & BidiClasses::raisingInLeftToRight) != 0);
+    add(plain, getClusterRole() == ClusterRole::Base && !isPairedBracket() && character != replacement);
     add(removed, (classMask & BidiClasses::removed) != 0);
     add(spaceAtLineEnd, (classMask & BidiClasses::spaceAtLineEnd) != 0);
     add(mark, (U_GET_GC_MASK(codePoint) & U_GC_M_MASK) != 0);
     add(defaultIgnorable, u_hasBinaryProperty(codePoint, UCHAR_DEFAULT_IGNORABLE_CODE_POINT) != 0);
-    add(variationSelector, u_hasBinaryProperty(codePoint, UCHAR_VARIATION_SELECTOR) != 0);
+    add(emoji, u_hasBinaryProperty(codePoint, UCHAR_EMOJI) != 0);
     add(emojiPresentation, u_hasBinaryProperty(codePoint, UCHAR_EMOJI_PRESENTATION) != 0);
-    add(extendedPictographic, u_hasBinaryProperty(codePoint, UCHAR_EXTENDED_PICTOGRAPHIC) != 0);
     add(ideographOrKana, isIdeographic(codePoint, script));
     add(joining, u_getIntPropertyValue(codePoint, UCHAR_JOINING_TYPE) != U_JT_NON_JOINING);
 }

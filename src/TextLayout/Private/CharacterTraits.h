@@ -39,10 +39,6 @@ public:
     /// Opens or closes a pair in the sense of UAX #9.
     bool isPairedBracket() const { return has(pairedBracket); }
 
-    bool isStrongLeft() const { return _bidiClass == U_LEFT_TO_RIGHT; }
-    /// Without such a character, all levels of a paragraph that runs from left to right are 0: the classes R,
-    /// AL and AN, and what begins an embedding, an override or an isolate.
-    bool mayRaiseLevels() const { return has(raisesLevels); }
     /// Rule X9 removes it from the line.
     bool isRemovedFromLine() const { return has(removed); }
     /// The class B.
@@ -53,11 +49,14 @@ public:
 
     bool isMark() const { return has(mark); }
     bool isDefaultIgnorable() const { return has(defaultIgnorable); }
-    bool isVariationSelector() const { return has(variationSelector); }
     bool hasEmojiPresentation() const { return has(emojiPresentation); }
-    bool isExtendedPictographic() const { return has(extendedPictographic); }
+    /// Has the property Emoji, as also digits have.
+    bool isEmoji() const { return has(emoji); }
     /// An ideograph or kana: scripts without spaces, whose characters do not depend on their neighbours.
     bool isIdeographOrKana() const { return has(ideographOrKana); }
+    /// A Base of clusters that is no bracket and no U+FFFD. Between two characters of its script, it begins a
+    /// cluster and nothing else.
+    bool isPlain() const { return has(plain); }
     /// May join the characters beside it, as the letters of Arabic do.
     bool isJoining() const { return has(joining); }
 
@@ -65,16 +64,15 @@ private:
     enum Flag : std::uint16_t {
         scriptOfOthers = 1U << 0U,
         pairedBracket = 1U << 1U,
-        raisesLevels = 1U << 2U,
+        plain = 1U << 2U,
         removed = 1U << 3U,
         spaceAtLineEnd = 1U << 4U,
         mark = 1U << 5U,
         defaultIgnorable = 1U << 6U,
-        variationSelector = 1U << 7U,
+        emoji = 1U << 7U,
         emojiPresentation = 1U << 8U,
-        extendedPictographic = 1U << 9U,
-        ideographOrKana = 1U << 10U,
-        joining = 1U << 11U
+        ideographOrKana = 1U << 9U,
+        joining = 1U << 10U
     };
 
     static constexpr unsigned int roleShift = 14;

@@ -1,7 +1,7 @@
 #include <TextLayout/Private/ClusterFinder.h>
 
+#include <TextLayout/Private/TextCharacters.h>
 #include <TextLayout/Private/Utf16Text.h>
-#include <Utils/Public/Utf8.h>
 
 #include <utility>
 
@@ -71,7 +71,7 @@ void ClusterFinder::divideWindow() {
     _hasWindow = false;
 }
 
-ByteSet ClusterFinder::finish() {
+void ClusterFinder::finish() {
     if (_before == Before::Complex) {
         _windowEnd = _text.size();
     }
@@ -80,18 +80,19 @@ ByteSet ClusterFinder::finish() {
     }
     _starts.insert(0);
     _starts.insert(_text.size());
-    return std::move(_starts);
 }
 
 ByteSet findClusterStarts(std::string_view text) {
-    ClusterFinder clusters(text);
+    ByteSet starts;
+    ClusterFinder clusters(text, starts);
     const char* const end = text.data() + text.size();
     for (const char* position = text.data(); position != end;) {
         const auto begin = static_cast<std::size_t>(position - text.data());
-        const CharacterTraits traits = getTraits(decodeUtf8(position, end));
+        const CharacterTraits traits = getTraits(decodeNext(position, end));
         clusters.add(begin, static_cast<std::size_t>(position - text.data()), traits);
     }
-    return clusters.finish();
+    clusters.finish();
+    return starts;
 }
 
 } // namespace Vell::TextLayout

@@ -13,15 +13,18 @@ namespace Vell::TextLayout {
 /// Finds where the extended grapheme clusters of a text begin. Most characters tell by their ClusterRole; the
 /// others are given to ICU, from the base before them up to the one behind them.
 ///
-///     ClusterFinder clusters(text);
+///     ByteSet starts;
+///     ClusterFinder clusters(text, starts);
 ///     // for each code point: clusters.add(begin, end, getTraits(codePoint));
-///     const ByteSet starts = clusters.finish();
+///     clusters.finish(); // now `starts` has the beginnings of all clusters, and the end of the text
 class ClusterFinder {
 public:
-    /// `text` must outlive the object.
-    explicit ClusterFinder(std::string_view text)
+    /// The arguments must outlive the object.
+    ClusterFinder(std::string_view text, ByteSet& starts)
         : _text(text)
-        , _starts(text.size()) {}
+        , _starts(starts) {
+        _starts = ByteSet(text.size());
+    }
 
     /// Takes the next character of the text, which stands from `begin` up to `end`.
     void add(std::size_t begin, std::size_t end, CharacterTraits traits) {
@@ -32,8 +35,21 @@ public:
         }
     }
 
-    /// The beginnings of all clusters, and the end of the text.
-    ByteSet finish();
+    /// Whether the next character begins a cluster if it is a Base.
+    bool isBehindSimple() const { return _before != Before::Complex; }
+
+    /// Does what add() does with a Base behind something simple.
+    void addBase(std::size_t begin) { startCluster(begin, Before::Base); }
+
+    /// The same for several of one byte each.
+    void addBases(std::size_t begin, std::size_t end) {
+        _starts.insertAll(begin, end);
+        _base = end - 1;
+        _before = Before::Base;
+    }
+
+    /// Adds what is not yet in the set.
+    void finish();
 
 private:
     enum class Before : unsigned char { Base, Control, Complex };
@@ -51,7 +67,7 @@ private:
     void divideWindow();
 
     std::string_view _text;
-    ByteSet _starts;
+    ByteSet& _starts;
     std::size_t _base = 0; ///< where the last character began that is neither extending nor complex
     Before _before = Before::Control;
 

@@ -4,6 +4,7 @@
 #include <FontLoaders/Public/ClusterPresentation.h>
 #include <TextLayout/Private/CharacterTraits.h>
 #include <TextLayout/Private/MissingGlyphs.h>
+#include <TextLayout/Private/TextCharacters.h>
 #include <Utils/Public/Ptr/PtrUtils.h>
 #include <Utils/Public/Utf8.h>
 
@@ -31,23 +32,46 @@ bool needsNoGlyph(char32_t character) {
     constexpr char32_t nonJoiner = 0x200C;
     constexpr char32_t joiner = 0x200D;
     constexpr std::uint32_t controls = U_GC_CC_MASK | U_GC_ZL_MASK | U_GC_ZP_MASK;
-    return getTraits(character).isVariationSelector() || character == nonJoiner || character == joiner ||
-           (U_GET_GC_MASK(static_cast<UChar32>(character)) & controls) != 0;
+    const auto codePoint = static_cast<UChar32>(character);
+    return character == nonJoiner || character == joiner || (U_GET_GC_MASK(codePoint) & controls) != 0 ||
+           u_hasBinaryProperty(codePoint, UCHAR_VARIATION_SELECTOR) != 0;
 }
 
 } // namespace
 
-ClusterFonts::ClusterFonts(const FontEngine::FontFactory& factory,
-                           const FontLoaders::CoverageFallback* fallback, ShapingCaches& caches,
-                           const TextStyle& style, std::vector<RunFont>& fonts)
-    : _factory(factory)
-    , _fallback(fallback)
-    , _caches(caches)
-    , _style(style)
+ClusterFonts::ClusterFonts(const FontSource& source, PreparedStyle& style, std::uint32_t ownFont,
+                           TextFonts& fonts)
+    : _source(source)
+    , _prepared(style)
+    , _style(style.getStyle())
+    , _ownFont(ownFont)
     , _fonts(fonts)
-    , _fontInfo(style.font->getFontInfo())
-    , _ownFont(addFont(_fontInfo->getFontFaceInfo(), _fontInfo))
-    , _ownCharMap(&fonts[_ownFont].font.getFace()->getBasicMetrics().getCharMap()) {}
+    , _ownCharMap(&style.getFace().getBasicMetrics().getCharMap()) {}
+
+std::uint32_t ClusterFonts::findEndOfOwn(std::string_view text, const ByteSet& clusterStarts,
+                                         const TextPart& part) const {
+    const char* const end = text.data() + part.end;
+    const char* position = text.data() + part.begin;
+    while (position != end) {
+        const auto byte = static_cast<unsigned char>(*position);
+        if (byte < _prepared.drawsAscii.size() && _prepared.drawsAscii[byte]) {
+            ++position;
+            continue;
+        }
+        const char* next = position;
+        const char32_t character = decodeNext(next, end);
+        const CharacterTraits traits = getTraits(character);
+        const bool mayBeEmoji =
+            traits.isEmoji() && (traits.hasEmojiPresentation() ||
+                                 !clusterStarts.test(static_cast<std::size_t>(next - text.data())));
+        if (mayBeEmoji || !ownFontHas(character)) {
+            break;
+        }
+        position = next;
+    }
+    const auto found = static_cast<std::uint32_t>(position - text.data());
+    return clusterStarts.test(found) ? found : static_cast<std::uint32_t>(clusterStarts.previous(found));
+}
 
 std::uint32_t ClusterFonts::find(std::string_view cluster) {
     const char* position = cluster.data();
@@ -59,10 +83,10 @@ std::uint32_t ClusterFonts::find(std::string_view cluster) {
     if (position != end) {
         return findFont(choose(decode(cluster)));
     }
-    if (!_answers) {
-        _answers = _caches.getFallbackAnswers(_fonts[_ownFont].faceInfo, _style);
+    if (!_prepared.answers) {
+        _prepared.answers = _source.caches.getFallbackAnswers(_fonts[_ownFont].faceInfo, _style);
     }
-    return findFont(_answers->find(first, [&] { return choose(std::u32string(1, first)); }));
+    return findFont(_prepared.answers->find(first, [&] { return choose(std::u32string(1, first)); }));
 }
 
 bool ClusterFonts::ownFontHas(char32_t character) const {
@@ -83,7 +107,7 @@ bool ClusterFonts::ownFontServes(const std::u32string& cluster) {
         return false;
     }
     if (!_ownShapingFont) {
-        _ownShapingFont = _caches.getFont(*_fonts[_ownFont].font.getFace());
+        _ownShapingFont = _source.caches.getFont(*_fonts[_ownFont].font.getFace());
     }
     constexpr std::size_t longCluster = 64; // HarfBuzz's time grows with the square of the length
     return _ownShapingFont->canShape() && cluster.size() <= longCluster
@@ -99,11 +123,12 @@ bool ClusterFonts::prefersFallback(const std::u32string& cluster) const {
 }
 
 FallbackFace ClusterFonts::choose(const std::u32string& cluster) {
-    if (_fallback == nullptr || (!prefersFallback(cluster) && ownFontServes(cluster))) {
+    if (_source.fallback == nullptr || (!prefersFallback(cluster) && ownFontServes(cluster))) {
         return nullptr;
     }
-    const auto found =
-        _fallback->findFace({cluster, _fonts[_ownFont].faceInfo, _style.language, _style.fallbackFamilies});
+    const Unlocked unlocked(_source.lock);
+    const auto found = _source.fallback->findFace(
+        {cluster, _fonts[_ownFont].faceInfo, _style.language, _style.fallbackFamilies});
     return found ? FallbackFace(found->drawnFace) : nullptr;
 }
 
@@ -119,19 +144,20 @@ std::uint32_t ClusterFonts::findFont(const FallbackFace& face) {
 
 std::uint32_t ClusterFonts::addFallback(const FallbackFace& face) {
     const NNPtr<const Gfx::FontFaceInfo> faceInfo(face);
+    const NNPtr<const Gfx::FontInfo> own = _fonts[_ownFont].font.getFontInfo();
     const bool isOwn = *faceInfo == *_fonts[_ownFont].faceInfo;
     const std::uint32_t font =
         isOwn ? _ownFont
               : addFont(faceInfo, makeNNPtr<const FontEngine::Internal::FontInfo>(
-                                      faceInfo, _fontInfo->getSize(), _fontInfo->getTextPositionType()));
+                                      faceInfo, own->getSize(), own->getTextPositionType()));
     _fallbackFonts.push_back({face, font});
     return font;
 }
 
 std::uint32_t ClusterFonts::addFont(const NNPtr<const Gfx::FontFaceInfo>& faceInfo,
                                     const NNPtr<const Gfx::FontInfo>& fontInfo) {
-    _fonts.push_back({faceInfo, _factory.getFont(fontInfo), _style.font->getLetterSpacing()});
-    return static_cast<std::uint32_t>(_fonts.size() - 1);
+    const Unlocked unlocked(_source.lock);
+    return _fonts.add({faceInfo, _source.factory.getFont(fontInfo), _fonts[_ownFont].letterSpacing});
 }
 
 } // namespace Vell::TextLayout

@@ -1,8 +1,8 @@
 #include <TextLayout/Private/ItemLevels.h>
 
 #include <TextLayout/Private/BidiLevels.h>
+#include <TextLayout/Private/TextCharacters.h>
 #include <TextLayout/Private/Utf16Text.h>
-#include <Utils/Public/Utf8.h>
 
 #include <algorithm>
 #include <utility>
@@ -14,12 +14,12 @@ namespace {
 /// Takes items without levels, and makes those with levels.
 class ItemDivider {
 public:
-    ItemDivider(std::string_view text, ParagraphDirection direction, const std::vector<TextItem>& items)
+    ItemDivider(std::string_view text, ParagraphDirection direction, const TextItems& items)
         : _text(text)
         , _direction(direction)
         , _item(items.begin()) {}
 
-    void addParagraph(BidiParagraph& paragraph) {
+    void addParagraph(DirectedParagraph& paragraph) {
         if (paragraph.baseLevel != mixedLevels) {
             addUniform(paragraph);
         } else {
@@ -27,17 +27,17 @@ public:
         }
     }
 
-    std::vector<TextItem> finish() { return std::move(_items); }
+    TextItems finish() { return std::move(_items); }
 
 private:
-    void addUniform(const BidiParagraph& paragraph) {
+    void addUniform(const DirectedParagraph& paragraph) {
         do {
             _items.push_back(*_item);
             _items.back().level = paragraph.baseLevel;
         } while (_item++->end < paragraph.end);
     }
 
-    void addMixed(BidiParagraph& paragraph) {
+    void addMixed(DirectedParagraph& paragraph) {
         const std::string_view text = _text.substr(paragraph.begin, paragraph.end - paragraph.begin);
         toUtf16(text, _units);
         const ParagraphLevels levels = resolveLevels(_units, _direction);
@@ -49,7 +49,7 @@ private:
             const auto begin = static_cast<std::uint32_t>(position - _text.data());
             current = level == removedFromLine ? current : level;
             addCharacter(begin, current);
-            decodeUtf8(position, end);
+            decodeNext(position, end);
         }
         ++_item;
     }
@@ -68,8 +68,8 @@ private:
 
     std::string_view _text;
     ParagraphDirection _direction;
-    std::vector<TextItem>::const_iterator _item;
-    std::vector<TextItem> _items;
+    TextItems::const_iterator _item;
+    TextItems _items;
     std::u16string _units;
 };
 
@@ -77,7 +77,7 @@ private:
 
 void raiseLevels(std::string_view text, ParagraphDirection direction, TextAnalysis& analysis) {
     ItemDivider divider(text, direction, analysis.items);
-    for (BidiParagraph& paragraph : analysis.paragraphs) {
+    for (DirectedParagraph& paragraph : analysis.paragraphs) {
         divider.addParagraph(paragraph);
     }
     analysis.items = divider.finish();

@@ -94,12 +94,31 @@ void LineLayout::orderVisually() {
 }
 
 double LineLayout::getStretch(std::uint32_t begin, std::uint32_t end) const {
-    if (_details.stretch == 0.0) {
-        return 0.0;
+    double stretch = 0.0;
+    if (_details.stretch != 0.0) {
+        const std::uint32_t* const first = std::upper_bound(_gaps.begin, _gaps.end, begin);
+        const std::uint32_t* const last = std::upper_bound(first, _gaps.end, end);
+        stretch += _details.stretch * static_cast<double>(last - first);
     }
-    const std::uint32_t* const first = std::upper_bound(_gaps.begin, _gaps.end, begin);
-    const std::uint32_t* const last = std::upper_bound(first, _gaps.end, end);
-    return _details.stretch * static_cast<double>(last - first);
+    if (_details.elongation != 0.0) {
+        const Places places = findElongated(begin, end);
+        stretch += _details.elongation * static_cast<double>(places.end - places.begin);
+    }
+    return stretch;
+}
+
+LineLayout::Places LineLayout::findElongated(std::uint32_t begin, std::uint32_t end) const {
+    const ElongatedPlace* const all = _layout.elongated.data();
+    const auto findBehind = [&](std::uint32_t offset) {
+        return std::partition_point(all, all + _layout.elongated.size(),
+                                    [&](const ElongatedPlace& place) { return place.offset <= offset; });
+    };
+    const ElongatedPlace* const first = findBehind(begin);
+    return {first, std::max(first, findBehind(end))};
+}
+
+double LineLayout::getStretchAt(std::uint32_t offset) const {
+    return offset == 0 ? 0.0 : getStretch(offset - 1, offset);
 }
 
 double LineLayout::getDistance(const LinePart& part, std::uint32_t offset) const {

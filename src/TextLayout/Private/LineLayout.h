@@ -39,6 +39,18 @@ public:
     const ParagraphLine& getLine() const { return _line; }
     const LineDetails& getDetails() const { return _details; }
     const LineGaps& getGaps() const { return _gaps; }
+
+    /// Elongated places between two bytes, in logical order.
+    struct Places {
+        const ElongatedPlace* begin;
+        const ElongatedPlace* end;
+    };
+    /// Those behind `begin`, and up to `end`.
+    Places findElongated(std::uint32_t begin, std::uint32_t end) const;
+
+    /// What the line is widened by in front of an offset.
+    double getStretchAt(std::uint32_t offset) const;
+
     const std::vector<LinePart>& getParts() const { return _parts; }
     BidiLevel getBaseLevel() const { return _line.isRightToLeft ? 1 : 0; }
 

@@ -3,10 +3,13 @@
 #include <TextLayout/Private/LineLayout.h>
 
 #include <algorithm>
+#include <cmath>
 
 namespace Vell::TextLayout {
 
 namespace {
+
+constexpr double tolerance = 1e-6; // a sum of rounded numbers needs no other tatweel
 
 class PieceMaker {
 public:
@@ -26,7 +29,7 @@ public:
     }
 
 private:
-    /// Divides a part at hidden characters and behind the gaps that are widened.
+    /// Divides a part at hidden characters, behind the gaps that are widened, and where it is elongated.
     void addText(const LinePart& part) {
         const auto firstPiece = static_cast<std::ptrdiff_t>(_pieces.size());
         const std::vector<std::uint32_t>& hidden = _paragraph.measures.getLineAtoms().hidden;
@@ -43,15 +46,43 @@ private:
     }
 
     void addBetweenGaps(const LinePart& part, std::uint32_t begin, std::uint32_t end) {
-        if (_layout.getDetails().stretch != 0.0) {
-            const LineGaps& gaps = _layout.getGaps();
-            for (const std::uint32_t* gap = std::upper_bound(gaps.begin, gaps.end, begin);
-                 gap != gaps.end && *gap < end; ++gap) {
-                addPiece(part, begin, *gap);
-                begin = *gap;
+        const LineDetails& details = _layout.getDetails();
+        const LineGaps& gaps = _layout.getGaps();
+        const std::uint32_t* gap =
+            details.stretch != 0.0 ? std::upper_bound(gaps.begin, gaps.end, begin) : gaps.end;
+        LineLayout::Places places = _layout.findElongated(begin, end);
+        while (true) {
+            const std::uint32_t nextGap = gap != gaps.end ? *gap : end;
+            const std::uint32_t nextPlace = places.begin != places.end ? places.begin->offset : end;
+            const std::uint32_t next = std::min(nextGap, nextPlace);
+            if (next >= end) {
+                break;
             }
+            addPiece(part, begin, next);
+            if (next == nextPlace) {
+                addTatweels(part, *places.begin++);
+            } else {
+                ++gap;
+            }
+            begin = next;
         }
         addPiece(part, begin, end);
+    }
+
+    /// As many tatweels as cover the place. Each overlaps the next one by the same distance.
+    void addTatweels(const LinePart& part, const ElongatedPlace& place) {
+        const ShapedText& text = _paragraph.added.get(place.tatweel);
+        const double width = _layout.getDetails().elongation;
+        const double each = _paragraph.added.getWidth(place.tatweel);
+        const auto count = static_cast<std::uint32_t>(std::ceil(width / each - tolerance));
+        const double left = _layout.getX(part, place.offset);
+        const float shift = _paragraph.measures.getPens().getFont(*part.run).shift;
+        for (std::uint32_t i = count; i-- != 0;) { // from the right, as the part runs
+            const double x = count > 1 ? (width - each) * i / (count - 1) : 0.0;
+            const ShapedRun& run = text.getRuns().front();
+            _pieces.push_back({&text, 0, run.glyphBegin, run.glyphEnd, toFloat(left + x),
+                               _layout.getLine().baseLine - shift});
+        }
     }
 
     void addPiece(const LinePart& part, std::uint32_t begin, std::uint32_t end) {
@@ -69,14 +100,10 @@ private:
                            _layout.getLine().baseLine - shift});
     }
 
-    /// A gap at the end of a piece stands at its left if the piece runs from right to left.
+    /// What is widened at the end of a piece stands at its left if the piece runs from right to left.
     double getLeft(const LinePart& part, std::uint32_t begin, std::uint32_t end) const {
-        if (!part.isRightToLeft()) {
-            return _layout.getX(part, begin);
-        }
-        const LineGaps& gaps = _layout.getGaps();
-        const bool endsWithGap = std::binary_search(gaps.begin, gaps.end, end);
-        return _layout.getX(part, end) + (endsWithGap ? _layout.getDetails().stretch : 0.0);
+        return part.isRightToLeft() ? _layout.getX(part, end) + _layout.getStretchAt(end)
+                                    : _layout.getX(part, begin);
     }
 
     void addAddition(const LinePart& part) {

@@ -1,6 +1,7 @@
 #include <TextLayout/Private/LinePlacement.h>
 
 #include <TextLayout/Private/LineBreaker.h>
+#include <TextLayout/Private/LineStretch.h>
 
 #include <algorithm>
 #include <cmath>
@@ -30,12 +31,14 @@ public:
         line.endsWithHyphen = broken.added != AddedTexts::none && !broken.hasEllipsis;
         placeVertically(line);
         const double slack = std::max(0.0, boxWidth - broken.width);
-        const double stretch = findStretch(line, slack);
-        const bool isFilled = stretch > 0.0;
+        const LineStretch stretch =
+            mayStretch(line, slack) ? findLineStretch(_layout, line, slack) : LineStretch();
+        const bool isFilled = stretch.gap > 0.0 || stretch.elongation > 0.0;
         line.width = toFloat(isFilled ? boxWidth : broken.width);
         line.x = toFloat(findX(line, isFilled ? 0.0 : slack, boxWidth - broken.width));
         _layout.lines.push_back(line);
-        _layout.details.push_back({stretch, broken.added});
+        _layout.details.push_back({stretch.gap, stretch.elongation, broken.added});
+        _layout.elongated.insert(_layout.elongated.end(), stretch.elongated.begin(), stretch.elongated.end());
     }
 
     double getHeight() const { return _top; }
@@ -72,14 +75,10 @@ private:
         return _measures.getPens().getFont(_measures.getRun(_measures.findRun(line.begin)));
     }
 
-    double findStretch(const ParagraphLine& line, double slack) const {
+    bool mayStretch(const ParagraphLine& line, double slack) const {
         const bool isLast = line.endsWithMandatoryBreak || line.endsWithEllipsis;
-        if (_layout.style.alignment != TextAlignment::Justify || isLast || slack == 0.0 ||
-            _measures.endsParagraph(line.end)) {
-            return 0.0;
-        }
-        const std::size_t gaps = findGaps(_measures.getLineAtoms(), line).count();
-        return gaps == 0 ? 0.0 : slack / static_cast<double>(gaps);
+        return _layout.style.alignment == TextAlignment::Justify && !isLast && slack != 0.0 &&
+               !_measures.endsParagraph(line.end);
     }
 
     /// What does not fit in the box stands out at the end.
@@ -131,10 +130,13 @@ void placeLines(ParagraphLayout& layout, const std::vector<BrokenLine>& lines) {
     layout.height = toFloat(placer.getHeight());
 }
 
-LineGaps findGaps(const LineAtoms& atoms, const ParagraphLine& line) {
+std::uint32_t findJustifiedBegin(const LineAtoms& atoms, const ParagraphLine& line) {
     const auto tab = std::lower_bound(atoms.tabs.begin(), atoms.tabs.end(), line.visibleEnd);
-    const std::uint32_t begin =
-        tab == atoms.tabs.begin() ? line.begin : std::max(line.begin, *std::prev(tab));
+    return tab == atoms.tabs.begin() ? line.begin : std::max(line.begin, *std::prev(tab));
+}
+
+LineGaps findGaps(const LineAtoms& atoms, const ParagraphLine& line) {
+    const std::uint32_t begin = findJustifiedBegin(atoms, line);
     const std::uint32_t* const all = atoms.gaps.data();
     const std::uint32_t* const end = all + atoms.gaps.size();
     const std::uint32_t* const first = std::upper_bound(all, end, begin);

@@ -17,6 +17,9 @@ struct LineGaps {
     std::size_t count() const { return static_cast<std::size_t>(end - begin); }
 };
 
+/// Where justification begins: the line, or its last tab.
+std::uint32_t findJustifiedBegin(const LineAtoms& atoms, const ParagraphLine& line);
+
 /// The gaps of a line behind its last tab, without those at its end.
 LineGaps findGaps(const LineAtoms& atoms, const ParagraphLine& line);
 

@@ -11,9 +11,16 @@
 
 namespace Vell::TextLayout {
 
+/// A place where a word is elongated.
+struct ElongatedPlace {
+    std::uint32_t offset;  ///< of the letter behind it
+    std::uint32_t tatweel; ///< the number of the added text
+};
+
 /// What a line has beside a ParagraphLine.
 struct LineDetails {
     double stretch;      ///< what each of its gaps is widened by
+    double elongation;   ///< what each of its words with an elongated place is widened by
     std::uint32_t added; ///< the number of its hyphen or ellipsis
 };
 
@@ -34,7 +41,8 @@ struct ParagraphLayout {
     TabStops tabs;
     AddedTexts added;
     std::vector<ParagraphLine> lines;
-    std::vector<LineDetails> details; ///< of each line
+    std::vector<LineDetails> details;      ///< of each line
+    std::vector<ElongatedPlace> elongated; ///< of all lines, in logical order
     float width = 0.0F;
     float height = 0.0F;
 };

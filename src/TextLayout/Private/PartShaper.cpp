@@ -55,6 +55,8 @@ void PartShaper::checkGlyphCount(std::size_t count) const {
 }
 
 void PartShaper::appendPiece(const Settings& settings, const TextPart& piece) {
+    _buffer.open();
+    const Unlocked unlocked(_lock);
     settings.plan.execute(_buffer.fill(piece), settings.features);
     _buffer.appendTo(_glyphs);
     checkGlyphCount(_glyphs.size());

@@ -1,8 +1,10 @@
 #pragma once
 
 #include <TextLayout/Private/ByteSet.h>
+#include <TextLayout/Private/CachesLock.h>
 #include <TextLayout/Private/ShapePlan.h>
 #include <TextLayout/Private/ShapingBuffer.h>
+#include <TextLayout/Private/TextToShape.h>
 #include <TextLayout/Public/ShapedText.h>
 
 #include <cstddef>
@@ -18,6 +20,8 @@ namespace Vell::TextLayout {
 ///
 /// A piece ends where breaking changes no glyph, as far as there is such a place. A grapheme cluster of more
 /// than 512 bytes is divided: each piece of it is a cluster of its own.
+///
+/// Requires the lock of the caches, and lets go of it while HarfBuzz works.
 class PartShaper {
 public:
     struct Settings {
@@ -26,13 +30,15 @@ public:
     };
     using FindSettings = std::function<Settings(const TextPart&)>;
 
-    /// The arguments must outlive the object.
-    PartShaper(std::string_view text, const ByteSet& clusterStarts, ScratchPool& pool,
-               std::vector<ShapedGlyph>& glyphs)
-        : _text(text)
-        , _clusterStarts(clusterStarts)
-        , _glyphs(glyphs)
-        , _buffer(text, pool) {}
+    explicit PartShaper(const TextToShape& text)
+        : _text(text.text)
+        , _clusterStarts(text.clusterStarts)
+        , _lock(text.lock)
+        , _glyphs(text.glyphs)
+        , _buffer(text.text, text.isWellFormed, text.caches.scratch) {}
+
+    /// For when there are no more parts.
+    void close() noexcept { _buffer.close(); }
 
     /// Appends the glyphs of a part in visual order.
     void append(const Settings& settings, const TextPart& part);
@@ -52,6 +58,7 @@ private:
 
     std::string_view _text;
     const ByteSet& _clusterStarts;
+    CachesLock& _lock;
     std::vector<ShapedGlyph>& _glyphs;
     ShapingBuffer _buffer;
 };

@@ -1,6 +1,7 @@
 #include <TextLayout/Private/PieceLines.h>
 
 #include <TextLayout/Private/FontMeasures.h>
+#include <TextLayout/Private/StyleGroups.h>
 
 #include <cmath>
 #include <cstddef>
@@ -65,7 +66,11 @@ bool hasLines(const TextStyle& style) {
 
 /// Whether both stand on one base line in one style.
 bool continues(const GlyphPiece& lhs, const GlyphPiece& rhs) {
-    return &getStyle(lhs) == &getStyle(rhs) && lhs.y == rhs.y;
+    const TextStyle& left = getStyle(lhs);
+    const TextStyle& right = getStyle(rhs);
+    const bool isSameStyle =
+        &left == &right || (left.font.get() == right.font.get() && haveEqualPaint(left, right));
+    return isSameStyle && lhs.y == rhs.y;
 }
 
 } // namespace

@@ -1,58 +1,45 @@
 #pragma once
 
-#include <FontEngine/FE_FontFace.h>
-#include <TextLayout/Private/ByteSet.h>
 #include <TextLayout/Private/FeatureSettings.h>
 #include <TextLayout/Private/PartShaper.h>
+#include <TextLayout/Private/PreparedStyle.h>
 #include <TextLayout/Private/RunToShape.h>
-#include <TextLayout/Private/ShapingCaches.h>
-#include <TextLayout/Public/ShapedText.h>
+#include <TextLayout/Private/TextToShape.h>
 
 #include <hb.h>
 
-#include <array>
-#include <cstddef>
 #include <cstdint>
-#include <memory>
-#include <string_view>
-#include <vector>
 
 namespace Vell::TextLayout {
 
 /// Finds the glyphs of the runs of one text, with a plan for each face, script, direction and selection of
-/// features.
+/// features. Requires the lock.
 class RunShaper {
 public:
-    /// The arguments must outlive the shaper. `clusterStarts` are those of the text.
-    RunShaper(ShapingCaches& caches, std::string_view text, const ByteSet& clusterStarts,
-              std::vector<ShapedGlyph>& glyphs);
+    explicit RunShaper(const TextToShape& text);
 
-    /// Appends the glyphs of a run in visual order.
-    void append(const RunToShape& run);
+    /// Appends the glyphs of a run in visual order. `features` are those of the style.
+    void append(const RunToShape& run, PreparedStyle& style, FeatureSettings& features);
+
+    /// For when there are no more runs.
+    void close() noexcept { _parts.close(); }
 
 private:
-    /// The plan for a face, a script, a direction and a selection of features.
-    struct KnownPlan {
-        const FontEngine::FontFace* face = nullptr;
-        hb_segment_properties_t properties{};
-        const FeatureSettings* features = nullptr;
-        std::uint32_t selection = 0;
-        std::shared_ptr<ShapingFont> font;
-        ShapePlan* plan = nullptr; // null if the font cannot be shaped
-    };
-
-    const KnownPlan& findPlan(const RunToShape& run, const SelectedFeatures& selected);
-    KnownPlan makePlan(const RunToShape& run, const SelectedFeatures& selected);
+    const PlanTable::Entry& findPlan(const RunToShape& run, PreparedStyle& style,
+                                     const SelectedFeatures& selected);
+    PlanTable& findTable(const RunToShape& run, PreparedStyle& style, const SelectedFeatures& selected);
+    PlanTable::Entry makePlan(const RunToShape& run, hb_language_t language,
+                              const SelectedFeatures& selected);
     void appendUnshaped(const RunToShape& run);
-    void appendPartlySet(const RunToShape& run);
+    void appendPartlySet(const RunToShape& run, hb_language_t language, FeatureSettings& features);
 
-    ShapingCaches& _caches;
-    std::string_view _text;
-    const ByteSet& _clusterStarts;
-    std::vector<ShapedGlyph>& _glyphs;
+    TextToShape _text;
     PartShaper _parts;
-    std::array<KnownPlan, 4> _knownPlans; // most texts have one or two of them
-    std::size_t _oldestPlan = 0;
+
+    /// The plans of the selection that was used last, for a style that has settings for parts of the text.
+    PlanTable _plansOfSelection;
+    const PreparedStyle* _selectingStyle = nullptr;
+    std::uint32_t _selection = 0;
 };
 
 } // namespace Vell::TextLayout

@@ -3,12 +3,27 @@
 #include <TextLayout/Private/PairedBrackets.h>
 
 #include <algorithm>
+#include <vector>
 
 namespace Vell::TextLayout {
 
+namespace {
+
+std::vector<ScriptCode> listScriptCodes() {
+    std::vector<ScriptCode> codes;
+    for (int script = 0; script != USCRIPT_CODE_LIMIT; ++script) {
+        const char* const name = uscript_getShortName(static_cast<UScriptCode>(script));
+        codes.push_back(name != nullptr ? ScriptCode({name[0], name[1], name[2], name[3], '\0'})
+                                        : ScriptCode("Zzzz"));
+    }
+    return codes;
+}
+
+} // namespace
+
 ScriptCode getScriptCode(UScriptCode script) {
-    const char* const name = uscript_getShortName(script);
-    return ScriptCode({name[0], name[1], name[2], name[3], '\0'});
+    static const std::vector<ScriptCode> codes = listScriptCodes();
+    return codes[static_cast<std::size_t>(script)];
 }
 
 void ScriptResolver::followBracket(UChar32 codePoint) {

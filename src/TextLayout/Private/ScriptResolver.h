@@ -40,7 +40,7 @@ private:
 
     /// The innermost brackets; when the room is full, the outermost one is forgotten.
     static constexpr std::size_t maxOpen = 64;
-    std::array<OpenBracket, maxOpen> _open{};
+    std::array<OpenBracket, maxOpen> _open; // NOLINT(cppcoreguidelines-pro-type-member-init): takes time
     std::size_t _openCount = 0;
     UScriptCode _current = USCRIPT_COMMON;
 };

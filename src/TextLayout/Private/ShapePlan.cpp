@@ -57,20 +57,42 @@ bool ShapePlanKey::operator==(const ShapePlanKey& other) const {
                       areSameFeature);
 }
 
-ShapePlan::ShapePlan(hb_font_t* font, ShapePlanKey key, std::uint32_t id)
-    : _font(font)
+ShapePlan::ShapePlan(const Font& font, ShapePlanKey key, std::uint32_t id)
+    : _font(font.handle)
+    , _isSpoiled(font.isSpoiled)
     , _key(std::move(key))
     , _id(id)
+    , _runsAgainstScript(TextLayout::runsAgainstScript(_key.properties))
     , _mayDecompose(mayBeDecomposed(_key.properties.script))
     , _hasSyllables(TextLayout::hasSyllables(_key.properties.script))
-    , _dottedCircle(findGlyph(font, 0x25CC))
-    , _plan(makePlan(font, _key)) {}
+    , _dottedCircle(0) {
+    const AllocationWatch watch;
+    _dottedCircle = findGlyph(_font, 0x25CC);
+    _plan = makePlan(_font, _key);
+    check(watch);
+}
+
+void ShapePlan::check(const AllocationWatch& watch) const {
+    if (watch.hasFailed()) {
+        _isSpoiled = true;
+    }
+    if (_isSpoiled) {
+        throw std::bad_alloc();
+    }
+}
 
 void ShapePlan::execute(hb_buffer_t* buffer, const std::vector<hb_feature_t>& features) const {
     hb_buffer_set_segment_properties(buffer, &_key.properties);
+    if (_key.properties.script == HB_SCRIPT_ARABIC) {
+        const unsigned int flags = hb_buffer_get_flags(buffer);
+        hb_buffer_set_flags(
+            buffer, static_cast<hb_buffer_flags_t>(flags | HB_BUFFER_FLAG_PRODUCE_SAFE_TO_INSERT_TATWEEL));
+    }
+    const AllocationWatch watch;
     // hb_shape_plan_execute() itself limits neither the glyphs nor the time; this call finds the same plan.
     const bool isDone = hb_shape_full(_font, buffer, features.data(),
                                       static_cast<unsigned int>(features.size()), nullptr) != 0;
+    check(watch);
     if (!isDone || hb_buffer_allocation_successful(buffer) == 0) {
         throw TextLayoutException(
             "hb_shape_full: out of memory, or the font makes too many glyphs or takes too many steps");
@@ -78,11 +100,14 @@ void ShapePlan::execute(hb_buffer_t* buffer, const std::vector<hb_feature_t>& fe
 }
 
 const FreeGlyph* ShapePlan::findFreeGlyph(char32_t codePoint) {
-    const char32_t number = codePoint / pageSize;
-    if (_lastPage.second == nullptr || _lastPage.first != number) {
-        _lastPage = {number, &_pages[number]};
+    const std::size_t number = codePoint / pageSize;
+    if (number >= _pages.size()) {
+        _pages.resize(number + 1);
     }
-    Entry& entry = (*_lastPage.second)[codePoint % pageSize];
+    if (!_pages[number]) {
+        _pages[number] = std::make_unique<Page>();
+    }
+    Entry& entry = (*_pages[number])[codePoint % pageSize];
     if (entry.answer == Answer::Unknown) {
         entry = examine(codePoint);
     }
@@ -91,19 +116,23 @@ const FreeGlyph* ShapePlan::findFreeGlyph(char32_t codePoint) {
 
 const hb_set_t* ShapePlan::getReach() {
     if (!_reach) {
-        _reach = findReachOfLookups(hb_font_get_face(_font), _key.properties, _plan.get());
+        const AllocationWatch watch;
+        auto reach = findReachOfLookups(hb_font_get_face(_font), _key.properties, _plan.get());
+        check(watch);
+        _reach = std::move(reach);
     }
     return _reach->get();
 }
 
 ShapePlan::Entry ShapePlan::examine(char32_t codePoint) {
+    constexpr Entry bound{Answer::Bound, {}};
     const hb_set_t* const reach = getReach();
-    hb_codepoint_t glyph = 0;
-    if (reach == nullptr || hb_font_get_nominal_glyph(_font, codePoint, &glyph) == 0 || glyph == 0 ||
-        glyph > std::numeric_limits<std::uint16_t>::max() || hb_set_has(reach, glyph) != 0) {
-        return {Answer::Bound, {}};
-    }
-    return {Answer::Free, {static_cast<std::uint16_t>(glyph), hb_font_get_glyph_h_advance(_font, glyph)}};
+    const AllocationWatch watch;
+    const std::uint16_t glyph = findGlyph(_font, codePoint);
+    const hb_position_t advance = glyph != 0 ? hb_font_get_glyph_h_advance(_font, glyph) : 0;
+    check(watch);
+    const bool isFree = reach != nullptr && glyph != 0 && hb_set_has(reach, glyph) == 0;
+    return isFree ? Entry{Answer::Free, {glyph, advance}} : bound;
 }
 
 } // namespace Vell::TextLayout

@@ -1,15 +1,16 @@
 #pragma once
 
+#include <TextLayout/Private/AllocationWatch.h>
 #include <TextLayout/Private/HarfBuzzHandles.h>
 
 #include <hb.h>
 
 #include <array>
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
-#include <map>
+#include <memory>
 #include <optional>
-#include <utility>
 #include <vector>
 
 namespace Vell::TextLayout {
@@ -39,14 +40,20 @@ struct FreeGlyph {
 /// hasFreeGlyphs and findFreeGlyph.
 class ShapePlan {
 public:
-    /// `font` must outlive the plan. `id` distinguishes it from all other plans of the cache.
-    ShapePlan(hb_font_t* font, ShapePlanKey key, std::uint32_t id);
+    struct Font {
+        hb_font_t* handle;
+        std::atomic<bool>& isSpoiled; ///< becomes true if memory is short while HarfBuzz reads the font
+    };
+
+    /// `font` must outlive the plan. `id` distinguishes it from all other plans of the cache. Like all
+    /// functions that read the font, it throws std::bad_alloc if memory is short, or was so before.
+    ShapePlan(const Font& font, ShapePlanKey key, std::uint32_t id);
 
     const ShapePlanKey& getKey() const { return _key; }
     std::uint32_t getId() const { return _id; }
-    hb_font_t* getFont() const { return _font; }
 
-    /// Of its script, see RunDependence.h.
+    /// Of its script and direction, see RunDependence.h.
+    bool runsAgainstScript() const { return _runsAgainstScript; }
     bool mayDecompose() const { return _mayDecompose; }
     bool hasSyllables() const { return _hasSyllables; }
     /// The glyph that stands under marks without a base; 0 if there is none.
@@ -70,20 +77,22 @@ private:
     static constexpr std::size_t pageSize = 256;
     using Page = std::array<Entry, pageSize>;
 
+    void check(const AllocationWatch& watch) const;
     const hb_set_t* getReach();
     Entry examine(char32_t codePoint);
 
     hb_font_t* _font;
+    std::atomic<bool>& _isSpoiled;
     ShapePlanKey _key;
     std::uint32_t _id;
+    bool _runsAgainstScript;
     bool _mayDecompose;
     bool _hasSyllables;
     std::uint16_t _dottedCircle;
     HarfBuzzPtr<hb_shape_plan_t> _plan;
     std::optional<HarfBuzzPtr<hb_set_t>>
         _reach; // found when it is needed; a null pointer if there is no telling
-    std::map<char32_t, Page> _pages;
-    std::pair<char32_t, Page*> _lastPage{0, nullptr};
+    std::vector<std::unique_ptr<Page>> _pages; // null until they are needed
 };
 
 } // namespace Vell::TextLayout

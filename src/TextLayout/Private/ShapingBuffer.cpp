@@ -4,6 +4,7 @@
 #include <TextLayout/Private/TextCharacters.h>
 
 #include <algorithm>
+#include <iterator>
 #include <new>
 #include <utility>
 
@@ -21,45 +22,57 @@ HarfBuzzPtr<hb_buffer_t> makeBuffer() {
     return buffer;
 }
 
-ShapedGlyph makeGlyph(const hb_glyph_info_t& info, const hb_glyph_position_t& position) {
-    ShapedGlyph glyph{};
+/// Writes in place: the processor waits for a glyph that is put together from small parts and then copied.
+void describe(const hb_glyph_info_t& info, const hb_glyph_position_t& position, ShapedGlyph& glyph) {
     glyph.cluster = info.cluster;
     glyph.advance = position.x_advance;
     glyph.xOffset = position.x_offset;
     glyph.yOffset = position.y_offset;
     glyph.index = static_cast<std::uint16_t>(std::min<hb_codepoint_t>(info.codepoint, 0xFFFF));
-    glyph.isSafeToBreak = (hb_glyph_info_get_glyph_flags(&info) & HB_GLYPH_FLAG_UNSAFE_TO_BREAK) == 0;
-    return glyph;
+    const hb_glyph_flags_t flags = hb_glyph_info_get_glyph_flags(&info);
+    glyph.isSafeToBreak = (flags & HB_GLYPH_FLAG_UNSAFE_TO_BREAK) == 0;
+    glyph.allowsElongation = (flags & HB_GLYPH_FLAG_SAFE_TO_INSERT_TATWEEL) != 0;
 }
 
-/// Completes the glyphs of a cluster. `next` is where the cluster behind it begins in the text.
-void describeCluster(std::string_view text, ShapedGlyph* begin, ShapedGlyph* end, std::uint32_t next) {
-    const bool isLast = isOtherCharacter(text, begin->cluster, next);
-    for (ShapedGlyph* glyph = begin; glyph != end; ++glyph) {
-        glyph->isLast = isLast;
-        glyph->isSpaced = false;
+/// Completes the glyphs of clusters, from the last cluster of a text to the first one. `behind` is the
+/// character behind them.
+template <class Iterator>
+void completeClusters(std::string_view text, Iterator glyph, Iterator end, bool beginsAtTheRight,
+                      char32_t behind) {
+    while (glyph != end) {
+        const std::uint32_t cluster = glyph->cluster;
+        const char32_t first = decodeAt(text, cluster);
+        Iterator right = glyph;
+        for (; glyph != end && glyph->cluster == cluster; ++glyph) {
+            glyph->isLast = first != behind;
+            right = beginsAtTheRight ? right : glyph;
+        }
+        right->isSpaced = !getTraits(first).isJoining();
+        behind = first;
     }
-    (end - 1)->isSpaced = !getTraits(decodeAt(text, begin->cluster)).isJoining();
 }
 
 } // namespace
 
-ShapingBuffer::~ShapingBuffer() {
-    if (_isFilled) {
+void ShapingBuffer::open() {
+    if (!_isOpen) {
+        _scratch = _pool.take();
+        _isOpen = true;
+    }
+}
+
+void ShapingBuffer::close() noexcept {
+    if (_isOpen) {
         _pool.giveBack(std::move(_scratch));
+        _isOpen = false;
     }
 }
 
 hb_buffer_t* ShapingBuffer::fill(const TextPart& part) {
-    if (!_isFilled) {
-        _scratch = _pool.take();
-        _isFilled = true;
-    }
     if (!_scratch.buffer || hb_buffer_allocation_successful(_scratch.buffer.get()) == 0) {
         _scratch.buffer = makeBuffer();
     }
     _part = part;
-    decode(part);
     hb_buffer_t* const buffer = _scratch.buffer.get();
     hb_buffer_clear_contents(buffer);
     unsigned int flags = HB_BUFFER_FLAG_DEFAULT;
@@ -70,20 +83,30 @@ hb_buffer_t* ShapingBuffer::fill(const TextPart& part) {
         flags |= HB_BUFFER_FLAG_EOT;
     }
     hb_buffer_set_flags(buffer, static_cast<hb_buffer_flags_t>(flags));
-    const auto first = std::lower_bound(_scratch.offsets.begin(), _scratch.offsets.end(), part.begin);
-    const auto last = std::lower_bound(first, _scratch.offsets.end(), part.end);
-    hb_buffer_add_utf32(buffer, _scratch.characters.data(), static_cast<int>(_scratch.characters.size()),
-                        static_cast<unsigned int>(first - _scratch.offsets.begin()),
-                        static_cast<int>(last - first));
+    if (_isWellFormed) { // HarfBuzz decodes ill-formed parts in another way
+        hb_buffer_add_utf8(buffer, _text.data(), static_cast<int>(_text.size()), part.begin,
+                           static_cast<int>(part.end - part.begin));
+    } else {
+        addDecoded(buffer);
+    }
     if (hb_buffer_allocation_successful(buffer) == 0) {
         throw std::bad_alloc();
     }
+    return buffer;
+}
+
+void ShapingBuffer::addDecoded(hb_buffer_t* buffer) {
+    decode(_part);
+    const auto first = std::lower_bound(_scratch.offsets.begin(), _scratch.offsets.end(), _part.begin);
+    const auto last = std::lower_bound(first, _scratch.offsets.end(), _part.end);
+    hb_buffer_add_utf32(buffer, _scratch.characters.data(), static_cast<int>(_scratch.characters.size()),
+                        static_cast<unsigned int>(first - _scratch.offsets.begin()),
+                        static_cast<int>(last - first));
     unsigned int length = 0;
     hb_glyph_info_t* const infos = hb_buffer_get_glyph_infos(buffer, &length);
     for (unsigned int i = 0; i < length; ++i) {
         infos[i].cluster = first[i];
     }
-    return buffer;
 }
 
 void ShapingBuffer::decode(const TextPart& part) {
@@ -110,21 +133,18 @@ void ShapingBuffer::appendTo(std::vector<ShapedGlyph>& glyphs) const {
     const hb_glyph_position_t* const positions =
         hb_buffer_get_glyph_positions(_scratch.buffer.get(), nullptr);
     const std::size_t first = glyphs.size();
-    for (unsigned int i = 0; i < length; ++i) {
-        glyphs.push_back(makeGlyph(infos[i], positions[i]));
+    glyphs.resize(first + length);
+    ShapedGlyph* const made = glyphs.data() + first;
+    for (unsigned int i = 0; i != length; ++i) {
+        describe(infos[i], positions[i], made[i]);
     }
-    const bool isRightToLeft = HB_DIRECTION_IS_BACKWARD(hb_buffer_get_direction(_scratch.buffer.get()));
-    std::uint32_t before = _part.end; // the cluster to the left of this one
-    for (std::size_t begin = first; begin != glyphs.size();) {
-        const std::uint32_t cluster = glyphs[begin].cluster;
-        std::size_t end = begin + 1;
-        while (end != glyphs.size() && glyphs[end].cluster == cluster) {
-            ++end;
-        }
-        const std::uint32_t behind = end != glyphs.size() ? glyphs[end].cluster : _part.end;
-        describeCluster(_text, glyphs.data() + begin, glyphs.data() + end, isRightToLeft ? before : behind);
-        before = cluster;
-        begin = end;
+    constexpr char32_t none = 0x110000;
+    const char32_t behind = _part.end < _text.size() ? decodeAt(_text, _part.end) : none;
+    if (HB_DIRECTION_IS_BACKWARD(hb_buffer_get_direction(_scratch.buffer.get()))) {
+        completeClusters(_text, made, made + length, false, behind);
+    } else {
+        completeClusters(_text, std::make_reverse_iterator(made + length), std::make_reverse_iterator(made),
+                         true, behind);
     }
 }
 

@@ -1,18 +1,61 @@
 #include <TextLayout/Private/ShapingCaches.h>
 
 #include <algorithm>
+#include <iterator>
+#include <utility>
 
 namespace Vell::TextLayout {
 
+namespace {
+
+/// Makes the element the latest one.
+template <class Pointer>
+const Pointer& makeLatest(std::vector<Pointer>& pointers, typename std::vector<Pointer>::iterator found) {
+    if (found + 1 != pointers.end()) {
+        std::rotate(found, found + 1, pointers.end());
+    }
+    return pointers.back();
+}
+
+} // namespace
+
+StyleInUse ShapingCaches::findStyle(const TextStyle& style, const Gfx::FontInfo& fontInfo,
+                                    std::uint64_t resetCount) {
+    const auto isExactly = [&](const auto& known) { return known->isExactly(style, fontInfo); };
+    const auto isFor = [&](const auto& known) { return known->isFor(style, fontInfo); };
+    bool isExact = true;
+    auto found = std::find_if(_styles.rbegin(), _styles.rend(), isExactly);
+    if (found == _styles.rend()) {
+        isExact = false;
+        found = std::find_if(_styles.rbegin(), _styles.rend(), isFor);
+    }
+    if (found == _styles.rend() || (*found)->resetCount != resetCount) {
+        return {nullptr, false};
+    }
+    return {makeLatest(_styles, std::prev(found.base())), isExact};
+}
+
+std::shared_ptr<PreparedStyle> ShapingCaches::put(std::shared_ptr<PreparedStyle> style) {
+    _styles.reserve(maxStyles);
+    const auto found = std::find_if(_styles.begin(), _styles.end(), [&](const auto& known) {
+        return known->isFor(style->getStyle(), *style->fontInfo);
+    });
+    if (found == _styles.end() && _styles.size() != maxStyles) {
+        _styles.push_back(std::move(style));
+        return nullptr;
+    }
+    makeLatest(_styles, found != _styles.end() ? found : _styles.begin());
+    return std::exchange(_styles.back(), std::move(style));
+}
+
 std::shared_ptr<ShapingFont> ShapingCaches::getFont(const FontEngine::FontFace& face) {
     const NNPtr<const Bytes> bytes = face.getFaceData().bytes;
-    const std::lock_guard<std::mutex> lock(mutex);
     const auto makePlace = [&] {
         return std::make_shared<FontPlace>(FontPlace{std::make_shared<ShapingFont>(face)});
     };
     FontPlace& place =
         *_fonts.getOrPut(bytes.get(), [&] { return decltype(_fonts)::DataNode(makePlace(), 0); }).getValue();
-    if (place.font->hasManyPlans()) {
+    if (place.font->hasManyPlans() || place.font->isSpoiled()) {
         place.font = std::make_shared<ShapingFont>(face);
     }
     return place.font;
@@ -20,12 +63,10 @@ std::shared_ptr<ShapingFont> ShapingCaches::getFont(const FontEngine::FontFace& 
 
 std::shared_ptr<FallbackAnswers>
 ShapingCaches::getFallbackAnswers(const NNPtr<const Gfx::FontFaceInfo>& faceInfo, const TextStyle& style) {
-    const std::lock_guard<std::mutex> lock(mutex);
     const auto found = std::find_if(_answers.begin(), _answers.end(),
                                     [&](const auto& answers) { return answers->areFor(*faceInfo, style); });
     if (found != _answers.end()) {
-        std::rotate(found, found + 1, _answers.end());
-        return _answers.back();
+        return makeLatest(_answers, found);
     }
     if (_answers.size() == maxAnswers) {
         _answers.erase(_answers.begin());
@@ -34,7 +75,6 @@ ShapingCaches::getFallbackAnswers(const NNPtr<const Gfx::FontFaceInfo>& faceInfo
 }
 
 ShapePlan& ShapingCaches::getPlan(ShapingFont& font, const ShapePlanKey& key) {
-    const std::lock_guard<std::mutex> lock(mutex);
     return font.getPlan(key, _lastPlanId);
 }
 
@@ -44,10 +84,13 @@ FontEngine::CacheFigures ShapingCaches::getFigures() const {
 }
 
 void ShapingCaches::clear() {
+    std::vector<std::shared_ptr<FallbackAnswers>> answers; // destroyed without the lock: see put()
+    std::vector<std::shared_ptr<PreparedStyle>> styles;
     const std::lock_guard<std::mutex> lock(mutex);
     words.clear();
     _fonts.clear();
-    _answers.clear();
+    answers.swap(_answers);
+    styles.swap(_styles);
 }
 
 } // namespace Vell::TextLayout

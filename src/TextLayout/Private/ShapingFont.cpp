@@ -30,6 +30,9 @@ bool sharesCharMap(hb_font_t* font, const Gfx::CharMap& charMap) {
 } // namespace
 
 ShapingFont::ShapingFont(const FontEngine::FontFace& face)
+    : ShapingFont(face, AllocationWatch()) {}
+
+ShapingFont::ShapingFont(const FontEngine::FontFace& face, const AllocationWatch& watch)
     : _bytes(face.getFaceData().bytes)
     , _face(makeHarfBuzzFace(face))
     , _font(hb_font_create(_face.get())) {
@@ -39,6 +42,9 @@ ShapingFont::ShapingFont(const FontEngine::FontFace& face)
     hb_font_make_immutable(_font.get());
     _canShape = hb_face_get_glyph_count(_face.get()) != 0 &&
                 sharesCharMap(_font.get(), face.getBasicMetrics().getCharMap());
+    if (watch.hasFailed()) {
+        throw std::bad_alloc();
+    }
 }
 
 ShapePlan& ShapingFont::getPlan(const ShapePlanKey& key, std::uint32_t& lastId) {
@@ -47,7 +53,8 @@ ShapePlan& ShapingFont::getPlan(const ShapePlanKey& key, std::uint32_t& lastId) 
     if (found != _plans.end()) {
         return **found;
     }
-    return *_plans.emplace_back(std::make_unique<ShapePlan>(_font.get(), key, ++lastId));
+    return *_plans.emplace_back(
+        std::make_unique<ShapePlan>(ShapePlan::Font{_font.get(), _isSpoiled}, key, ++lastId));
 }
 
 } // namespace Vell::TextLayout

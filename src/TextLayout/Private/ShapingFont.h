@@ -1,10 +1,12 @@
 #pragma once
 
 #include <FontEngine/FE_FontFace.h>
+#include <TextLayout/Private/AllocationWatch.h>
 #include <TextLayout/Private/HarfBuzzHandles.h>
 #include <TextLayout/Private/ShapePlan.h>
 #include <Utils/Public/Ptr/CheckedPtr.h>
 
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -24,6 +26,10 @@ public:
 
     hb_font_t* getHandle() const { return _font.get(); }
 
+    /// Whether memory was short while HarfBuzz read the font, so that a new one must take its place. Any
+    /// thread may ask.
+    bool isSpoiled() const { return _isSpoiled; }
+
     /// Whether it has so many plans that a new font should take its place: no plan is ever given up alone.
     bool hasManyPlans() const { return _plans.size() >= manyPlans; }
 
@@ -32,12 +38,15 @@ public:
     ShapePlan& getPlan(const ShapePlanKey& key, std::uint32_t& lastId);
 
 private:
+    ShapingFont(const FontEngine::FontFace& face, const AllocationWatch& watch);
+
     static constexpr std::size_t manyPlans = 64;
 
     NNPtr<const std::vector<unsigned char>> _bytes; // the unpacked web font does not keep them
     HarfBuzzPtr<hb_face_t> _face;
     HarfBuzzPtr<hb_font_t> _font;
     bool _canShape = false;
+    std::atomic<bool> _isSpoiled{false};
     std::vector<std::unique_ptr<ShapePlan>> _plans;
 };
 

@@ -8,7 +8,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
-#include <mutex>
 #include <utility>
 #include <vector>
 
@@ -21,19 +20,15 @@ struct ShapingScratch {
     std::vector<std::uint32_t> offsets;    ///< of the characters, in bytes
 };
 
-/// Scratch memory that waits for the next text: allocating it would take longer than to shape a label. Any
-/// thread may call it.
+/// Scratch memory that waits for the next text: allocating it would take longer than to shape a label. The
+/// owner serialises all calls.
 class ScratchPool {
 public:
     /// Empty scratch memory if none waits.
-    ShapingScratch take() {
-        const std::lock_guard<std::mutex> lock(_mutex);
-        return _count != 0 ? std::move(_waiting[--_count]) : ShapingScratch();
-    }
+    ShapingScratch take() { return _count != 0 ? std::move(_waiting[--_count]) : ShapingScratch(); }
 
     /// Releases the memory of long texts.
     void giveBack(ShapingScratch scratch) noexcept {
-        const std::lock_guard<std::mutex> lock(_mutex);
         if (_count != _waiting.size() && !isLarge(scratch)) {
             _waiting[_count++] = std::move(scratch);
         }
@@ -46,7 +41,6 @@ private:
                (scratch.buffer && hb_buffer_get_length(scratch.buffer.get()) > many);
     }
 
-    std::mutex _mutex;
     std::array<ShapingScratch, 4> _waiting;
     std::size_t _count = 0;
 };

@@ -17,6 +17,14 @@ bool areEqual(const NNPtr<const Gfx::ExtFontInfo>& lhs, const NNPtr<const Gfx::E
            *left->getFontFaceInfo() == *right->getFontFaceInfo();
 }
 
+void assertCovered(bool isCovered) {
+    if (!isCovered) {
+        doFailAssert("TextLayout/Public/TextShaper", 50, "spans are in order and cover the text");
+    }
+}
+
+} // namespace
+
 bool haveEqualGlyphs(const TextStyle& lhs, const TextStyle& rhs) {
     return areEqual(lhs.font, rhs.font) && lhs.language == rhs.language && lhs.features == rhs.features &&
            lhs.fallbackFamilies == rhs.fallbackFamilies && lhs.emojiFont == rhs.emojiFont;
@@ -34,14 +42,6 @@ bool haveEqualPaint(const TextStyle& lhs, const TextStyle& rhs) {
            lhs.isStruckOut == rhs.isStruckOut;
 }
 
-void assertCovered(bool isCovered) {
-    if (!isCovered) {
-        doFailAssert("TextLayout/Public/TextShaper", 50, "spans are in order and cover the text");
-    }
-}
-
-} // namespace
-
 StyleGroups::StyleGroups(std::string_view text, const std::vector<TextSpan>& spans) {
     std::size_t covered = 0;
     for (const TextSpan& span : spans) {
@@ -54,15 +54,30 @@ StyleGroups::StyleGroups(std::string_view text, const std::vector<TextSpan>& spa
     assertCovered(covered == text.size());
 }
 
+StyleGroups::StyleGroups(std::string_view text, const TextStyle& style)
+    : _groupCount(1) {
+    _styles.push_back(&style);
+    _spans.push_back({0, static_cast<std::uint32_t>(text.size()), 0, 0});
+}
+
+std::vector<TextStyle> StyleGroups::copyStyles() const {
+    std::vector<TextStyle> copies;
+    copies.reserve(_styles.size());
+    for (const TextStyle* const style : _styles) {
+        copies.push_back(*style);
+    }
+    return copies;
+}
+
 void StyleGroups::add(const TextSpan& span) {
     const auto begin = static_cast<std::uint32_t>(span.begin);
     const auto end = static_cast<std::uint32_t>(span.end);
-    const bool isOfLastGroup = !_styles.empty() && haveEqualGlyphs(_styles.back(), span.style);
-    if (isOfLastGroup && haveEqualPaint(_styles.back(), span.style)) {
+    const bool isOfLastGroup = !_styles.empty() && haveEqualGlyphs(*_styles.back(), span.style);
+    if (isOfLastGroup && haveEqualPaint(*_styles.back(), span.style)) {
         _spans.back().end = end;
         return;
     }
-    _styles.push_back(span.style);
+    _styles.push_back(&span.style);
     _groupCount += isOfLastGroup ? 0 : 1;
     _spans.push_back({begin, end, static_cast<std::uint32_t>(_styles.size() - 1), _groupCount - 1});
 }

@@ -4,11 +4,10 @@
 #include <TextLayout/Private/ClusterFinder.h>
 #include <TextLayout/Private/ItemLevels.h>
 #include <TextLayout/Private/ScriptResolver.h>
+#include <TextLayout/Private/TextCharacters.h>
 #include <TextLayout/Private/Utf16Text.h>
-#include <Utils/Public/Utf8.h>
 
 #include <algorithm>
-#include <utility>
 
 namespace Vell::TextLayout {
 
@@ -17,16 +16,19 @@ namespace {
 /// The pass over a text that finds everything but the levels of paragraphs that need a closer look.
 class Scanner {
 public:
-    Scanner(std::string_view text, ParagraphDirection direction)
+    Scanner(std::string_view text, ParagraphDirection direction, TextAnalysis& analysis)
         : _text(text)
         , _direction(direction)
-        , _clusters(text) {}
+        , _paragraphs(analysis.paragraphs)
+        , _items(analysis.items)
+        , _isWellFormed(analysis.isWellFormed)
+        , _clusters(text, analysis.clusterStarts) {}
 
     void scan() {
         const char* const end = _text.data() + _text.size();
-        for (const char* position = _text.data(); position != end;) {
+        for (const char* position = _text.data(); (position = takePlain(position, end)) != end;) {
             const auto begin = static_cast<std::uint32_t>(position - _text.data());
-            const char32_t codePoint = decodeUtf8(position, end);
+            const char32_t codePoint = decodeNext(position, end);
             const CharacterTraits traits = getTraits(codePoint);
             _clusters.add(begin, static_cast<std::size_t>(position - _text.data()), traits);
             if (_isAfterSeparator && !isSecondOfCrLf(begin)) {
@@ -38,17 +40,64 @@ public:
             }
             _isAfterSeparator = traits.isParagraphSeparator();
             _classes |= U_MASK(traits.getBidiClass());
+            _isWellFormed &= codePoint != replacementCharacter;
         }
     }
 
-    TextAnalysis finish() {
+    void finish() {
         if (!_items.empty()) {
             endParagraph(static_cast<std::uint32_t>(_text.size()));
         }
-        return {std::move(_paragraphs), std::move(_items), _clusters.finish(), true};
+        _clusters.finish();
     }
 
 private:
+    /// Takes the characters that begin clusters and change neither script nor paragraph. Returns where
+    /// another one or the end of the text follows.
+    const char* takePlain(const char* position, const char* end) {
+        if (_isAfterSeparator || !_clusters.isBehindSimple()) {
+            return position;
+        }
+        while (position != end) {
+            const char* const behindAscii = takePlainAscii(position, end);
+            const char* next = behindAscii;
+            if (next == end) {
+                return end;
+            }
+            const CharacterTraits traits = getTraits(decodeNext(next, end));
+            if (!isPlain(traits)) {
+                return behindAscii;
+            }
+            _clusters.addBase(static_cast<std::size_t>(behindAscii - _text.data()));
+            _classes |= U_MASK(traits.getBidiClass());
+            position = next;
+        }
+        return position;
+    }
+
+    const char* takePlainAscii(const char* const begin, const char* end) {
+        const CharacterTraitsPages::Page& page = characterTraitsPages.get(0);
+        std::uint32_t classes = 0;
+        const char* position = begin;
+        for (; position != end; ++position) {
+            const auto byte = static_cast<unsigned char>(*position);
+            if (byte >= 0x80U || !isPlain(page[byte])) {
+                break;
+            }
+            classes |= U_MASK(page[byte].getBidiClass());
+        }
+        if (position != begin) {
+            _clusters.addBases(static_cast<std::size_t>(begin - _text.data()),
+                               static_cast<std::size_t>(position - _text.data()));
+            _classes |= classes;
+        }
+        return position;
+    }
+
+    bool isPlain(CharacterTraits traits) const {
+        return traits.isPlain() && (traits.takesScriptOfOthers() || traits.getScript() == _script);
+    }
+
     bool isSecondOfCrLf(std::uint32_t begin) const {
         return begin > 0 && _text[begin] == '\n' && _text[begin - 1] == '\r';
     }
@@ -90,17 +139,18 @@ private:
 
     std::string_view _text;
     ParagraphDirection _direction;
+    std::vector<DirectedParagraph>& _paragraphs;
+    TextItems& _items;
+    bool& _isWellFormed;
     ClusterFinder _clusters;
     ScriptResolver _scripts;
     UScriptCode _script = USCRIPT_COMMON;
     ScriptCode _scriptCode{"Zyyy"};
     bool _isAfterSeparator = true; ///< the next character starts a paragraph, unless it ends CR LF
     std::uint32_t _classes = 0;    ///< masks of the bidi classes in the paragraph
-    std::vector<BidiParagraph> _paragraphs;
-    std::vector<TextItem> _items;
 };
 
-bool hasNoLevels(const BidiParagraph& paragraph) {
+bool hasNoLevels(const DirectedParagraph& paragraph) {
     return paragraph.baseLevel == 0;
 }
 
@@ -108,9 +158,10 @@ bool hasNoLevels(const BidiParagraph& paragraph) {
 
 TextAnalysis analyse(std::string_view text, ParagraphDirection direction) {
     checkLength(text);
-    Scanner scanner(text, direction);
+    TextAnalysis analysis{};
+    Scanner scanner(text, direction, analysis);
     scanner.scan();
-    TextAnalysis analysis = scanner.finish();
+    scanner.finish();
     const auto& paragraphs = analysis.paragraphs;
     analysis.isPlain = std::all_of(paragraphs.begin(), paragraphs.end(), hasNoLevels);
     if (!analysis.isPlain) {

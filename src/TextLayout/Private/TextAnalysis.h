@@ -3,6 +3,9 @@
 #include <TextLayout/Private/ByteSet.h>
 #include <TextLayout/Public/BidiLine.h>
 #include <TextLayout/Public/ScriptRuns.h>
+#include <TextLayout/Public/ShapedText.h>
+
+#include <boost/container/small_vector.hpp>
 
 #include <cstdint>
 #include <string_view>
@@ -21,20 +24,17 @@ struct TextItem {
     ScriptCode script; ///< as findScriptRuns resolves it
 };
 
-/// A part of a text up to and including its separator, such as a line feed or CR LF.
-struct BidiParagraph {
-    std::uint32_t begin;
-    std::uint32_t end;
-    BidiLevel baseLevel;
-};
+/// Short texts have so few items that they need no allocation.
+using TextItems = boost::container::small_vector<TextItem, 4>;
 
 /// What must be known about a text before it is shaped: the results of BidiLine, findScriptRuns and
 /// findGraphemeBoundaries from one pass over the text.
 struct TextAnalysis {
-    std::vector<BidiParagraph> paragraphs; ///< cover the text; none if it is empty
-    std::vector<TextItem> items;           ///< cover the text, in logical order
-    ByteSet clusterStarts; ///< where extended grapheme clusters begin, and the end of the text
-    bool isPlain;          ///< all levels are 0
+    std::vector<DirectedParagraph> paragraphs; ///< cover the text; none if it is empty
+    TextItems items;                           ///< cover the text, in logical order
+    ByteSet clusterStarts;    ///< where extended grapheme clusters begin, and the end of the text
+    bool isPlain;             ///< all levels are 0
+    bool isWellFormed = true; ///< false if there may be ill-formed parts
 };
 
 /// Analyses a text. ICU sees only what needs it: texts with right-to-left or formatting characters for their

@@ -8,16 +8,43 @@
 /// Single characters of a UTF-8 text, ill-formed parts as decodeUtf8 decodes them.
 namespace Vell::TextLayout {
 
+/// The same as decodeUtf8(), with a short way for each well-formed sequence of up to three bytes.
+inline char32_t decodeNext(const char*& position, const char* end) {
+    constexpr char32_t firstOfThreeBytes = 0x800;
+    constexpr char32_t firstSurrogate = 0xD800;
+    constexpr char32_t surrogates = 0x800;
+    const auto getByte = [&](int index) { return static_cast<unsigned char>(position[index]); };
+    const auto isTrailing = [&](int index) { return (getByte(index) & 0xC0U) == 0x80U; };
+    const unsigned int lead = getByte(0);
+    if (lead < 0x80U) {
+        ++position;
+        return lead;
+    }
+    if (lead >= 0xC2U && lead < 0xE0U && end - position > 1 && isTrailing(1)) {
+        const char32_t code = (lead & 0x1FU) << 6U | (getByte(1) & 0x3FU);
+        position += 2;
+        return code;
+    }
+    if (lead >= 0xE0U && lead < 0xF0U && end - position > 2 && isTrailing(1) && isTrailing(2)) {
+        const char32_t code = (lead & 0x0FU) << 12U | (getByte(1) & 0x3FU) << 6U | (getByte(2) & 0x3FU);
+        if (code >= firstOfThreeBytes && code - firstSurrogate >= surrogates) {
+            position += 3;
+            return code;
+        }
+    }
+    return decodeUtf8(position, end);
+}
+
 /// The character that begins at `offset`, which is before the end.
 inline char32_t decodeAt(std::string_view text, std::uint32_t offset) {
     const char* position = text.data() + offset;
-    return decodeUtf8(position, text.data() + text.size());
+    return decodeNext(position, text.data() + text.size());
 }
 
 /// Where the character behind the one at `offset` begins.
 inline std::uint32_t findCharacterBehind(std::string_view text, std::uint32_t offset) {
     const char* position = text.data() + offset;
-    decodeUtf8(position, text.data() + text.size());
+    decodeNext(position, text.data() + text.size());
     return static_cast<std::uint32_t>(position - text.data());
 }
 

@@ -47,6 +47,11 @@ const WordBoundaries& TextMeasures::getWords() const {
     return *_words;
 }
 
+const std::vector<Elongation>& TextMeasures::getElongations() const {
+    std::call_once(_elongationsOnce, [this] { _elongations = findElongations(_text, _runs); });
+    return _elongations;
+}
+
 std::uint32_t TextMeasures::findGrapheme(std::uint32_t offset) const {
     if (offset == 0 || _graphemes.test(offset)) {
         return offset;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <TextLayout/Private/ByteSet.h>
+#include <TextLayout/Private/Elongations.h>
 #include <TextLayout/Private/LineAtoms.h>
 #include <TextLayout/Private/PenPositions.h>
 #include <TextLayout/Private/WordBoundaries.h>
@@ -35,6 +36,8 @@ public:
     const LineAtoms& getLineAtoms() const { return _atoms; }
     /// Computed on the first call.
     const WordBoundaries& getWords() const;
+    /// Computed on the first call.
+    const std::vector<Elongation>& getElongations() const;
 
     /// The number of runs before the one that holds a byte, in logical order.
     std::size_t findRun(std::uint32_t offset) const;
@@ -68,6 +71,8 @@ private:
     FontMeasures _fontOfEmptyText;
     mutable std::once_flag _wordsOnce;
     mutable std::unique_ptr<const WordBoundaries> _words;
+    mutable std::once_flag _elongationsOnce;
+    mutable std::vector<Elongation> _elongations;
 };
 
 } // namespace Vell::TextLayout

@@ -4,104 +4,99 @@
 #include <TextLayout/Private/FeatureSettings.h>
 #include <TextLayout/Private/RunShaper.h>
 #include <TextLayout/Private/StyleGroups.h>
+#include <TextLayout/Private/StylesInUse.h>
 #include <TextLayout/Private/TextAnalysis.h>
+#include <TextLayout/Private/TextFonts.h>
 #include <TextLayout/Private/VisualOrder.h>
-#include <TextLayout/Public/TextLayoutException.h>
 #include <Utils/Public/Ptr/PtrUtils.h>
 
-#include <hb.h>
-#include <unicode/uloc.h>
+#include <boost/container/small_vector.hpp>
 
 #include <algorithm>
-#include <array>
-#include <string>
 #include <utility>
 
 namespace Vell::TextLayout {
 
 namespace {
 
-/// Throws TextLayoutException if the tag is not well-formed.
-hb_language_t makeLanguage(const std::string& tag) {
-    if (tag.empty()) {
-        return HB_LANGUAGE_INVALID;
-    }
-    std::array<char, ULOC_FULLNAME_CAPACITY> locale{};
-    std::int32_t parsed = 0;
-    UErrorCode status = U_ZERO_ERROR;
-    uloc_forLanguageTag(tag.c_str(), locale.data(), static_cast<std::int32_t>(locale.size()), &parsed,
-                        &status);
-    if (U_FAILURE(status) || static_cast<std::size_t>(parsed) != tag.size()) {
-        throw TextLayoutException("\"" + tag + "\" is not a well-formed BCP 47 language tag");
-    }
-    return hb_language_from_string(tag.data(), static_cast<int>(tag.size()));
-}
-
-/// Shapes one text.
+/// Shapes one text, which is not without a style. Has the lock of the caches meanwhile.
 class Shaping {
 public:
-    Shaping(const FontEngine::FontFactory& factory, const FontLoaders::CoverageFallback* fallback,
-            ShapingCaches& caches, std::string_view text, const std::vector<TextSpan>& spans,
-            ParagraphDirection direction)
-        : _groups(text, spans)
-        , _analysis(analyse(text, direction))
-        , _runShaper(caches, text, _analysis.clusterStarts, _parts.glyphs) {
-        _parts.text = text;
-        _parts.glyphs.reserve(text.size());
-        prepareFonts(factory, fallback, caches);
-    }
+    struct Input {
+        FontSource source;
+        std::string_view text;
+        const StyleGroups& groups;
+        const StylesInUse& styles; ///< of the groups
+        const TextAnalysis& analysis;
+    };
 
-    ShapedTextParts shape() {
+    explicit Shaping(const Input& input)
+        : _input(input)
+        , _clusterStarts(input.analysis.clusterStarts)
+        , _fonts(*input.styles.front().prepared->look)
+        , _glyphs(takeSpare(input.source.caches, input.text.size()))
+        , _runShaper({input.source.caches, input.source.lock, input.text, input.analysis.isWellFormed,
+                      _clusterStarts, _glyphs}) {
+        for (const StyleInUse& style : input.styles) {
+            const std::uint32_t ownFont = _fontGroups.empty() ? 0 : _fonts.add(style.prepared->getOwnFont());
+            _fontGroups.push_back({ClusterFonts(input.source, *style.prepared, ownFont, _fonts),
+                                   FeatureSettings(style.prepared->getStyle().features), *style.prepared});
+        }
+    }
+    ~Shaping() { // descriptions are the client's: they end without the lock
+        if (_input.source.lock.owns_lock()) {
+            _input.source.lock.unlock();
+        }
+    }
+    Shaping(const Shaping&) = delete;
+    Shaping& operator=(const Shaping&) = delete;
+
+    void shape() {
         std::uint32_t begin = 0;
-        for (const TextItem& item : _analysis.items) {
+        for (const TextItem& item : _input.analysis.items) {
             if (item.end > begin) { // or else a cluster begins before the item and ends behind it
                 const std::uint32_t end = findClusterFrom(item.end);
                 shape(item, {begin, end});
                 begin = end;
             }
         }
-        orderRuns();
-        for (const BidiParagraph& paragraph : _analysis.paragraphs) {
-            _parts.paragraphs.push_back({paragraph.begin, paragraph.end, paragraph.baseLevel});
+    }
+
+    void takeTo(ShapedTextParts& parts) {
+        _runShaper.close();
+        orderRuns(parts.runs);
+        takeGlyphs(parts.glyphs);
+    }
+
+    std::shared_ptr<const TextLook> takeLook() {
+        const StyleInUse& style = _input.styles.front();
+        if (_input.groups.getStyleCount() == 1 && style.isExact && _fonts.isShared()) {
+            return style.prepared->look;
         }
-        _parts.glyphs.shrink_to_fit();
-        _parts.styles = _groups.takeStyles();
-        return std::move(_parts);
+        return std::make_shared<const TextLook>(TextLook{_input.groups.copyStyles(), _fonts.take()});
     }
 
 private:
     struct Group {
         ClusterFonts fonts;
-        hb_language_t language;
         FeatureSettings features;
+        PreparedStyle& style;
     };
-
-    void prepareFonts(const FontEngine::FontFactory& factory, const FontLoaders::CoverageFallback* fallback,
-                      ShapingCaches& caches) {
-        _fontGroups.reserve(_groups.getGroupCount());
-        for (const StyleGroups::Span& span : _groups.getSpans()) {
-            if (span.group == _fontGroups.size()) {
-                const TextStyle& style = _groups.getStyles()[span.style];
-                _fontGroups.push_back({ClusterFonts(factory, fallback, caches, style, _parts.fonts),
-                                       makeLanguage(style.language), FeatureSettings(style.features)});
-            }
-        }
-    }
 
     /// The first cluster that begins at `position` or behind it. A cluster is never divided: all of it
     /// belongs to the item and the style of its first character.
     std::uint32_t findClusterFrom(std::uint32_t position) const {
-        const ByteSet& starts = _analysis.clusterStarts;
-        return starts.test(position) ? position : static_cast<std::uint32_t>(starts.next(position));
+        return _clusterStarts.test(position) ? position
+                                             : static_cast<std::uint32_t>(_clusterStarts.next(position));
     }
 
     /// Divides a part of the text where the group of styles changes.
     void shape(const TextItem& item, const TextPart& part) {
         for (std::uint32_t begin = part.begin; begin != part.end;) {
-            while (_groups.getSpans()[_span].end <= begin) {
+            while (_input.groups.getSpans()[_span].end <= begin) {
                 ++_span;
             }
-            const std::uint32_t group = _groups.getSpans()[_span].group;
+            const std::uint32_t group = _input.groups.getSpans()[_span].group;
             const std::uint32_t end = findEndOfGroup(group, part.end);
             shape(item, {begin, end}, _fontGroups[group]);
             begin = end;
@@ -110,7 +105,7 @@ private:
 
     /// Up to, but not beyond, `limit`, where a cluster begins.
     std::uint32_t findEndOfGroup(std::uint32_t group, std::uint32_t limit) const {
-        const auto& spans = _groups.getSpans();
+        const auto& spans = _input.groups.getSpans();
         std::size_t last = _span;
         while (spans[last].end < limit && spans[last + 1].group == group) {
             ++last;
@@ -121,11 +116,15 @@ private:
     /// Divides a part of an item where the font changes.
     void shape(const TextItem& item, const TextPart& part, Group& group) {
         TextPart run{part.begin, part.begin};
-        std::uint32_t runFont = 0;
+        std::uint32_t runFont = group.fonts.getOwnFont();
         while (run.end != part.end) {
-            const auto end = static_cast<std::uint32_t>(_analysis.clusterStarts.next(run.end));
-            const std::uint32_t font =
-                group.fonts.find(std::string_view(_parts.text).substr(run.end, end - run.end));
+            const TextPart rest{run.end, part.end};
+            std::uint32_t end = group.fonts.findEndOfOwn(_input.text, _clusterStarts, rest);
+            std::uint32_t font = group.fonts.getOwnFont();
+            if (end == rest.begin) {
+                end = static_cast<std::uint32_t>(_clusterStarts.next(end));
+                font = group.fonts.find(_input.text.substr(rest.begin, end - rest.begin));
+            }
             if (font != runFont && run.begin != run.end) {
                 shapeRun(item, run, runFont, group);
                 run.begin = run.end;
@@ -137,21 +136,32 @@ private:
     }
 
     void shapeRun(const TextItem& item, const TextPart& part, std::uint32_t font, Group& group) {
-        const auto firstGlyph = static_cast<std::uint32_t>(_parts.glyphs.size());
-        hb_segment_properties_t properties = HB_SEGMENT_PROPERTIES_DEFAULT;
-        properties.direction = item.level % 2 != 0 ? HB_DIRECTION_RTL : HB_DIRECTION_LTR;
-        const std::string_view script = item.script.getLetters();
-        properties.script = hb_script_from_iso15924_tag(HB_TAG(script[0], script[1], script[2], script[3]));
-        properties.language = group.language;
-        _runShaper.append({part, *_parts.fonts[font].font.getFace(), properties, group.features});
-        addRuns({part.begin, part.end, firstGlyph, static_cast<std::uint32_t>(_parts.glyphs.size()), font, 0,
-                 item.script, item.level, 0.0F});
+        const auto firstGlyph = static_cast<std::uint32_t>(_glyphs.size());
+        const RunToShape run{part, _fonts[font].font.getFace(), item.script, item.level % 2 != 0};
+        _runShaper.append(run, group.style, group.features);
+        // Written in place: the processor waits for a run that is put together elsewhere and then copied.
+        ShapedRun& added = _runs.emplace_back(noRun);
+        added.begin = part.begin;
+        added.end = part.end;
+        added.glyphBegin = firstGlyph;
+        added.glyphEnd = static_cast<std::uint32_t>(_glyphs.size());
+        added.font = font;
+        added.script = item.script;
+        added.level = item.level;
+        if (const StyleGroups::Span& span = _input.groups.getSpans()[_span]; span.end >= part.end) {
+            added.style = span.style;
+            added.width = measure(added);
+        } else {
+            const ShapedRun divided = added;
+            _runs.pop_back();
+            addRuns(divided);
+        }
     }
 
     /// Divides a run where its style changes. A cluster has the style of its first character.
     void addRuns(ShapedRun rest) {
         for (std::size_t span = _span; rest.begin != rest.end; ++span) {
-            const StyleGroups::Span& style = _groups.getSpans()[span];
+            const StyleGroups::Span& style = _input.groups.getSpans()[span];
             ShapedRun run = cut(rest, style.end);
             if (run.begin != run.end) {
                 run.style = style.style;
@@ -163,7 +173,7 @@ private:
 
     /// Takes the clusters that begin before the byte `at` from `rest`.
     ShapedRun cut(ShapedRun& rest, std::uint32_t at) const {
-        const auto glyph = [&](std::uint32_t index) { return _parts.glyphs.begin() + index; };
+        const auto glyph = [&](std::uint32_t index) { return _glyphs.begin() + index; };
         const bool isRightToLeft = rest.isRightToLeft();
         const auto found = std::partition_point(
             glyph(rest.glyphBegin), glyph(rest.glyphEnd),
@@ -182,35 +192,61 @@ private:
     }
 
     float measure(const ShapedRun& run) const {
-        const RunFont& font = _parts.fonts[run.font];
+        const RunFont& font = _fonts[run.font];
         std::int64_t units = 0;
         std::int64_t spaces = 0;
         for (std::uint32_t i = run.glyphBegin; i != run.glyphEnd; ++i) {
-            units += _parts.glyphs[i].advance;
-            spaces += _parts.glyphs[i].isSpaced ? 1 : 0;
+            units += _glyphs[i].advance;
+            spaces += _glyphs[i].isSpaced ? 1 : 0;
         }
         return font.toUnits(static_cast<float>(units)) + font.letterSpacing * static_cast<float>(spaces);
     }
 
-    void orderRuns() {
+    void orderRuns(std::vector<ShapedRun>& ordered) const {
+        ordered.reserve(_runs.size());
+        if (_input.analysis.isPlain) {
+            ordered.assign(_runs.begin(), _runs.end());
+            return;
+        }
         std::vector<BidiLevel> levels(_runs.size());
         std::transform(_runs.begin(), _runs.end(), levels.begin(),
                        [](const ShapedRun& run) { return run.level; });
         std::vector<std::uint32_t> order;
         reorderVisually(levels.data(), levels.size(), order);
-        _parts.runs.reserve(order.size());
         for (const std::uint32_t run : order) {
-            _parts.runs.push_back(_runs[run]);
+            ordered.push_back(_runs[run]);
         }
     }
 
-    StyleGroups _groups;
-    TextAnalysis _analysis;
-    ShapedTextParts _parts;
+    /// The memory that waits for the next text, unless that needs more.
+    static std::vector<ShapedGlyph> takeSpare(ShapingCaches& caches, std::size_t textSize) {
+        std::vector<ShapedGlyph> glyphs = std::move(caches.spareGlyphs);
+        glyphs.reserve(std::max(textSize, spareSize));
+        return glyphs;
+    }
+
+    void takeGlyphs(std::vector<ShapedGlyph>& glyphs) {
+        if (_glyphs.capacity() == spareSize) {
+            glyphs = _glyphs;
+            _glyphs.clear();
+            _input.source.caches.spareGlyphs = std::move(_glyphs);
+        } else {
+            _glyphs.shrink_to_fit();
+            glyphs = std::move(_glyphs);
+        }
+    }
+
+    static constexpr std::size_t spareSize = 512;
+    static constexpr ShapedRun noRun{0, 0, 0, 0, 0, 0, ScriptCode("Zyyy"), 0, 0.0F};
+
+    const Input _input;
+    const ByteSet& _clusterStarts;
+    TextFonts _fonts;
+    std::vector<ShapedGlyph> _glyphs;
     RunShaper _runShaper;
-    std::vector<Group> _fontGroups;
-    std::vector<ShapedRun> _runs; // in logical order
-    std::size_t _span = 0;        // of the part that is being shaped
+    boost::container::small_vector<Group, 1> _fontGroups;
+    boost::container::small_vector<ShapedRun, 4> _runs; // in logical order
+    std::size_t _span = 0;                              // of the part that is being shaped
 };
 
 } // namespace
@@ -224,8 +260,31 @@ TextShaping::TextShaping(NNPtr<const FontEngine::FontFactory> factory,
 
 NNPtr<const ShapedText> TextShaping::shape(std::string_view text, const std::vector<TextSpan>& spans,
                                            ParagraphDirection direction) const {
-    Shaping shaping(*_factory, _fallback.get(), _caches, text, spans, direction);
-    return makeNNPtr<const ShapedText>(shaping.shape(), shared_from_this());
+    return shape(text, StyleGroups(text, spans), direction);
+}
+
+NNPtr<const ShapedText> TextShaping::shape(std::string_view text, const TextStyle& style,
+                                           ParagraphDirection direction) const {
+    return shape(text, StyleGroups(text, style), direction);
+}
+
+NNPtr<const ShapedText> TextShaping::shape(std::string_view text, const StyleGroups& groups,
+                                           ParagraphDirection direction) const {
+    TextAnalysis analysis = analyse(text, direction);
+    CachesLock lock(_caches.mutex, std::defer_lock);
+    ShapedTextParts parts;
+    auto look = std::shared_ptr<const TextLook>();
+    if (const StylesInUse styles = prepareStyles(*_factory, _caches, groups, lock); !styles.empty()) {
+        Shaping shaping({{*_factory, _fallback.get(), _caches, lock}, text, groups, styles, analysis});
+        shaping.shape();
+        shaping.takeTo(parts);
+        look = shaping.takeLook();
+    } else {
+        look = std::make_shared<const TextLook>();
+    }
+    parts.text = text;
+    parts.paragraphs = std::move(analysis.paragraphs);
+    return makeNNPtr<const ShapedText>(std::move(parts), std::move(look), shared_from_this());
 }
 
 } // namespace Vell::TextLayout

@@ -13,6 +13,8 @@
 
 namespace Vell::TextLayout {
 
+class StyleGroups;
+
 /// Shapes texts with the fonts of one factory.
 class TextShaping final : public ShapingService {
 public:
@@ -23,9 +25,16 @@ public:
     NNPtr<const ShapedText> shape(std::string_view text, const std::vector<TextSpan>& spans,
                                   ParagraphDirection direction) const override;
 
+    /// A text in one style.
+    NNPtr<const ShapedText> shape(std::string_view text, const TextStyle& style,
+                                  ParagraphDirection direction) const;
+
     ShapingCaches& getCaches() const { return _caches; }
 
 private:
+    NNPtr<const ShapedText> shape(std::string_view text, const StyleGroups& groups,
+                                  ParagraphDirection direction) const;
+
     NNPtr<const FontEngine::FontFactory> _factory;
     std::shared_ptr<const FontLoaders::CoverageFallback> _fallback;
     mutable ShapingCaches _caches; // has a lock of its own

@@ -10,17 +10,31 @@ namespace Vell::TextLayout {
 
 namespace {
 
+template <class Number>
+std::uint64_t read(const char* bytes) {
+    Number number = 0;
+    std::memcpy(&number, bytes, sizeof(number));
+    return number;
+}
+
+/// The bytes of up to eight. Reads some of them twice, which is faster than to read them one by one.
+std::uint64_t readShort(const char* bytes, std::size_t size) {
+    if (size >= sizeof(std::uint32_t)) {
+        return read<std::uint32_t>(bytes) << 32U | read<std::uint32_t>(bytes + size - sizeof(std::uint32_t));
+    }
+    if (size >= sizeof(std::uint16_t)) {
+        return read<std::uint16_t>(bytes) << 16U | read<std::uint16_t>(bytes + size - sizeof(std::uint16_t));
+    }
+    return size != 0 ? read<std::uint8_t>(bytes) : 0;
+}
+
 std::size_t hashText(std::uint32_t plan, std::string_view text) {
     std::uint64_t hash = combineHash(plan, text.size());
-    while (text.size() >= sizeof(std::uint64_t)) {
-        std::uint64_t part = 0;
-        std::memcpy(&part, text.data(), sizeof(part));
-        hash = combineHash(hash, part);
-        text.remove_prefix(sizeof(part));
+    while (text.size() > sizeof(std::uint64_t)) {
+        hash = combineHash(hash, read<std::uint64_t>(text.data()));
+        text.remove_prefix(sizeof(std::uint64_t));
     }
-    std::uint64_t rest = 0;
-    std::memcpy(&rest, text.data(), text.size());
-    return combineHash(hash, rest);
+    return combineHash(hash, readShort(text.data(), text.size()));
 }
 
 std::unique_ptr<char[]> copyText(std::string_view text) { // NOLINT(modernize-avoid-c-arrays)

@@ -9,17 +9,22 @@
 
 namespace Vell::TextLayout {
 
-WordShaper::WordShaper(const TextToShape& text, const RunToShape& run, ShapePlan& plan)
-    : _caches(text.caches)
-    , _text(text.text)
-    , _clusterStarts(text.clusterStarts)
-    , _glyphs(text.glyphs)
-    , _parts(text.parts)
+namespace {
+
+constexpr char32_t firstIdeographic = 0x2E80;
+constexpr unsigned char firstIdeographicLead = 0xE2; // of its UTF-8
+
+} // namespace
+
+WordShaper::WordShaper(const Context& context, const RunToShape& run, ShapePlan& plan)
+    : _caches(context.text.caches)
+    , _text(context.text.text)
+    , _clusterStarts(context.text.clusterStarts)
+    , _glyphs(context.text.glyphs)
+    , _parts(context.parts)
     , _run(run)
     , _plan(plan)
-    , _lock(text.caches.mutex)
-    , _isOneWord(runsAgainstScript(run.properties))
-    , _hasFreeGlyphs(!_isOneWord && plan.hasFreeGlyphs())
+    , _hasFreeGlyphs(!plan.runsAgainstScript() && plan.hasFreeGlyphs())
     , _hasFreeSpaces(_hasFreeGlyphs && plan.findFreeGlyph(U' ') != nullptr) {}
 
 void WordShaper::append() {
@@ -31,7 +36,7 @@ void WordShaper::append() {
     if (_needsWholeRun) {
         _glyphs.resize(first);
         shapeWholeRun();
-    } else if (_run.isRightToLeft()) {
+    } else if (_run.isRightToLeft) {
         turn(first);
     }
 }
@@ -55,21 +60,30 @@ WordShaper::Character WordShaper::read(std::uint32_t position) {
     if (position != _last.begin) {
         const char* end = _text.data() + position;
         const bool isAtEnd = position == _text.size();
-        const char32_t code = isAtEnd ? 0 : decodeUtf8(end, _text.data() + _text.size());
+        const char32_t code = isAtEnd ? 0 : decodeNext(end, _text.data() + _text.size());
         _last = {code, position, static_cast<std::uint32_t>(end - _text.data())};
     }
     return _last;
 }
 
 const FreeGlyph* WordShaper::findFree(const Character& character) {
-    const bool isCandidate = character.code == U' ' ? _hasFreeSpaces : isIdeographic(character.code);
-    return isCandidate && _clusterStarts.test(character.end) && !isMark(read(character.end).code)
-               ? _plan.findFreeGlyph(character.code)
-               : nullptr;
+    if (!mayBeFree(character.code)) {
+        return nullptr;
+    }
+    if (character.begin != _lastAsked) {
+        const std::uint32_t behind = character.end;
+        const char32_t code = character.code;
+        _lastAsked = character.begin;
+        _lastFree =
+            _clusterStarts.test(behind) && !isMark(read(behind).code) ? _plan.findFreeGlyph(code) : nullptr;
+    }
+    return _lastFree;
 }
 
-bool WordShaper::isIdeographic(char32_t character) const {
-    constexpr char32_t firstIdeographic = 0x2E80;
+bool WordShaper::mayBeFree(char32_t character) const {
+    if (character == U' ') {
+        return _hasFreeSpaces;
+    }
     return character >= firstIdeographic && _hasFreeGlyphs && getTraits(character).isIdeographOrKana();
 }
 
@@ -86,11 +100,17 @@ void WordShaper::append(const FreeGlyph& free, const Character& character) {
 }
 
 WordShaper::Word WordShaper::findWord(std::uint32_t begin) {
-    std::uint32_t end = begin;
-    do {
-        end = static_cast<std::uint32_t>(_clusterStarts.next(end));
-    } while (end < _run.part.end && findFree(read(end)) == nullptr);
-    return {begin, std::min(end, _run.part.end)};
+    const std::uint32_t limit = _run.part.end;
+    std::uint32_t end = _hasFreeGlyphs ? findCharacterBehind(_text, begin) : limit;
+    while (end < limit) {
+        const auto lead = static_cast<unsigned char>(_text[end]);
+        if ((lead == ' ' || lead >= firstIdeographicLead) && _clusterStarts.test(end) &&
+            findFree(read(end)) != nullptr) {
+            break;
+        }
+        ++end;
+    }
+    return {begin, end};
 }
 
 WordKey WordShaper::makeKey(const Word& word) const {
@@ -112,7 +132,7 @@ void WordShaper::appendCached(const std::vector<ShapedGlyph>& cached, const Word
 }
 
 std::uint32_t WordShaper::shapeFrom(const Word& word) {
-    std::vector<Word> missing{word};
+    Words missing{word};
     std::vector<ShapedGlyph> nextGlyphs; // of the first word that is not missing
     Word next{0, 0};
     const std::uint32_t end = _run.part.end;
@@ -147,7 +167,7 @@ std::uint32_t WordShaper::shapeFrom(const Word& word) {
     return next.end;
 }
 
-void WordShaper::shape(const std::vector<Word>& words) {
+void WordShaper::shape(const Words& words) {
     const Word block{words.front().begin, words.back().end};
     beginBlock();
     const std::size_t first = _glyphs.size();
@@ -161,9 +181,7 @@ void WordShaper::shape(const std::vector<Word>& words) {
 }
 
 void WordShaper::execute(const Word& block) {
-    _lock.unlock();
     _parts.append(PartShaper::Settings{_plan, _plan.getKey().features}, block);
-    _lock.lock();
 }
 
 void WordShaper::shapeWholeRun() {
@@ -174,8 +192,8 @@ void WordShaper::shapeWholeRun() {
     }
 }
 
-std::vector<WordShaper::Word> WordShaper::listWords() {
-    std::vector<Word> words;
+WordShaper::Words WordShaper::listWords() {
+    Words words;
     for (std::uint32_t position = _run.part.begin; position != _run.part.end;) {
         const Character character = read(position);
         if (findFree(character) != nullptr) {
@@ -201,9 +219,9 @@ bool WordShaper::beginsWithJoiner(const Word& word) const {
     return _plan.hasSyllables() && isJoinerAt(_text, word.begin);
 }
 
-void WordShaper::remember(const std::vector<Word>& words, std::size_t first) {
+void WordShaper::remember(const Words& words, std::size_t first) {
     const auto block = _glyphs.begin() + static_cast<std::ptrdiff_t>(first);
-    if (_run.isRightToLeft()) {
+    if (_run.isRightToLeft) {
         std::reverse(block, _glyphs.end());
     }
     auto begin = block;
@@ -220,7 +238,7 @@ void WordShaper::remember(const std::vector<Word>& words, std::size_t first) {
         }
         begin = end;
     }
-    if (_run.isRightToLeft()) {
+    if (_run.isRightToLeft) {
         std::reverse(block, _glyphs.end());
     }
 }
@@ -229,7 +247,7 @@ void WordShaper::put(const Word& word, std::vector<ShapedGlyph> glyphs) const {
     for (ShapedGlyph& glyph : glyphs) {
         glyph.cluster -= word.begin;
     }
-    if (_run.isRightToLeft()) {
+    if (_run.isRightToLeft) {
         std::reverse(glyphs.begin(), glyphs.end());
     }
     _caches.words.put(makeKey(word), word.end - word.begin, std::move(glyphs));
@@ -241,7 +259,7 @@ bool WordShaper::mayRemember(const Word& word) const {
 }
 
 void WordShaper::beginBlock() {
-    if (_run.isRightToLeft()) {
+    if (_run.isRightToLeft) {
         _blocks.push_back(_glyphs.size());
     }
 }

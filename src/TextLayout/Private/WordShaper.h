@@ -5,39 +5,38 @@
 #include <TextLayout/Private/RunToShape.h>
 #include <TextLayout/Private/ShapePlan.h>
 #include <TextLayout/Private/ShapingCaches.h>
+#include <TextLayout/Private/TextToShape.h>
 #include <TextLayout/Public/ShapedText.h>
+
+#include <boost/container/small_vector.hpp>
 
 #include <cstddef>
 #include <cstdint>
 #include <limits>
-#include <mutex>
 #include <string_view>
 #include <vector>
 
 namespace Vell::TextLayout {
 
-/// What all runs of a text have in common.
-struct TextToShape {
-    ShapingCaches& caches;
-    std::string_view text;
-    const ByteSet& clusterStarts;
-    PartShaper& parts;
-    std::vector<ShapedGlyph>& glyphs; ///< where the glyphs go
-};
-
 /// Shapes a run word by word. A word is what stands between characters that stand for themselves, such as
 /// spaces. Words come from the cache. Those that follow each other and are not there are shaped at once,
-/// because a call of HarfBuzz for each of them takes longer.
+/// because a call of HarfBuzz for each of them takes longer. Requires the lock of the caches.
 class WordShaper {
 public:
-    /// Takes the lock of the caches. The arguments must outlive the object.
-    WordShaper(const TextToShape& text, const RunToShape& run, ShapePlan& plan);
+    struct Context {
+        const TextToShape& text;
+        PartShaper& parts;
+    };
+
+    /// The arguments must outlive the object.
+    WordShaper(const Context& context, const RunToShape& run, ShapePlan& plan);
 
     /// Appends the glyphs of the run in visual order.
     void append();
 
 private:
     using Word = TextPart;
+    using Words = boost::container::small_vector<Word, 16>;
 
     static constexpr std::uint32_t longBlock = 8192; // bytes; more words at once are not shaped any faster
 
@@ -59,7 +58,7 @@ private:
     /// takes all marks into the cluster before them, also those that begin a grapheme cluster.
     const FreeGlyph* findFree(const Character& character);
 
-    bool isIdeographic(char32_t character) const;
+    bool mayBeFree(char32_t character) const;
 
     void append(const FreeGlyph& free, const Character& character);
 
@@ -75,14 +74,14 @@ private:
     /// that it appended.
     std::uint32_t shapeFrom(const Word& word);
 
-    void shape(const std::vector<Word>& words);
+    void shape(const Words& words);
 
     void execute(const Word& block);
 
     /// For runs with a word whose glyphs depend on other words.
     void shapeWholeRun();
 
-    std::vector<Word> listWords();
+    Words listWords();
 
     /// Whether there is a dotted circle, which HarfBuzz puts under marks without a base. It may take a broken
     /// syllable for the one 15 syllables before it, so what it does to a word depends on the whole run.
@@ -93,7 +92,7 @@ private:
     bool beginsWithJoiner(const Word& word) const;
 
     /// Puts the words of a block into the cache.
-    void remember(const std::vector<Word>& words, std::size_t first);
+    void remember(const Words& words, std::size_t first);
 
     void put(const Word& word, std::vector<ShapedGlyph> glyphs) const;
 
@@ -115,13 +114,13 @@ private:
     PartShaper& _parts;
     const RunToShape& _run;
     ShapePlan& _plan;
-    std::unique_lock<std::mutex> _lock;
-    bool _isOneWord;
     bool _hasFreeGlyphs;
     bool _hasFreeSpaces;
     bool _needsWholeRun = false;
     Character _last{0, std::numeric_limits<std::uint32_t>::max(), 0};
-    std::vector<std::size_t> _blocks; // where they begin, in a run to the left
+    std::uint32_t _lastAsked = std::numeric_limits<std::uint32_t>::max(); // for a free glyph
+    const FreeGlyph* _lastFree = nullptr;
+    boost::container::small_vector<std::size_t, 32> _blocks; // where they begin, in a run to the left
 };
 
 } // namespace Vell::TextLayout

@@ -15,9 +15,9 @@ enum class TextAlignment : unsigned char {
     Left,
     Right,
     Center,
-    /// Widens spaces, and the space between ideographs and kana, so that the lines fill the width. Lines
-    /// before a mandatory break and the last lines of paragraphs stand at the start, and so do lines without
-    /// anything to widen. Arabic letters are not elongated. Behind a tab, only what follows it is widened.
+    /// Widens spaces, and the space between ideographs and kana, and elongates words of Arabic, so that the
+    /// lines fill the width. Lines before a mandatory break and the last lines of paragraphs stand at the
+    /// start, and so do lines without anything to widen. Behind a tab, only what follows it is widened.
     Justify,
 };
 
@@ -32,6 +32,9 @@ struct ParagraphStyle {
     /// With unlimitedWidth, lines end only at mandatory breaks, and alignment refers to the widest line.
     float width = unlimitedWidth;
     TextAlignment alignment = TextAlignment::Start;
+    /// Whether Justify draws tatweels between joined letters of Arabic, at most one place in each word and
+    /// half an em there, if the font has them. Spaces take the rest.
+    bool elongates = true;
     /// The height of lines, as a multiple of the fonts' own. Half of what it adds stands above the text.
     float lineHeight = 1.0F;
     /// The distance from the start of a line to each stop, in ascending order.
@@ -49,6 +52,10 @@ struct ParagraphStyle {
     }
     ParagraphStyle& setAlignment(TextAlignment value) {
         alignment = value;
+        return *this;
+    }
+    ParagraphStyle& setElongates(bool value) {
+        elongates = value;
         return *this;
     }
     ParagraphStyle& setLineHeight(float value) {

@@ -16,11 +16,6 @@ unsigned short RunFont::readUnitsPerEM() const {
     return readBitmapFontLines(*font.getFace()).unitsPerEM;
 }
 
-struct ShapedText::LazyMeasures {
-    std::once_flag once;
-    std::unique_ptr<const TextMeasures> measures;
-};
-
 namespace {
 
 float sumWidths(const std::vector<ShapedRun>& runs) {
@@ -32,16 +27,22 @@ float sumWidths(const std::vector<ShapedRun>& runs) {
 
 ShapedText::ShapedText(ShapedTextParts parts, std::shared_ptr<const ShapingService> service)
     : _parts(std::move(parts))
+    , _look(std::make_shared<const TextLook>(TextLook{std::move(_parts.styles), std::move(_parts.fonts)}))
     , _service(std::move(service))
-    , _measures(std::make_unique<LazyMeasures>())
+    , _width(sumWidths(_parts.runs)) {}
+
+ShapedText::ShapedText(ShapedTextParts&& parts, std::shared_ptr<const TextLook> look,
+                       std::shared_ptr<const ShapingService> service)
+    : _parts(std::move(parts))
+    , _look(std::move(look))
+    , _service(std::move(service))
     , _width(sumWidths(_parts.runs)) {}
 
 ShapedText::~ShapedText() = default;
 
 const TextMeasures& ShapedText::getMeasures() const {
-    std::call_once(_measures->once,
-                   [this] { _measures->measures = std::make_unique<const TextMeasures>(*this); });
-    return *_measures->measures;
+    std::call_once(_measuresOnce, [this] { _measures = std::make_unique<const TextMeasures>(*this); });
+    return *_measures;
 }
 
 } // namespace Vell::TextLayout

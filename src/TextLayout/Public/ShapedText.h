@@ -11,6 +11,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <mutex>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -33,6 +34,9 @@ struct ShapedGlyph {
     bool isLast : 1;
     /// Whether a line that is broken before the glyph's cluster has the same glyphs as the unbroken one.
     bool isSafeToBreak : 1;
+    /// Whether a tatweel may stand in front of the glyph's cluster, in reading order, and nothing else
+    /// changes: between two joined letters of Arabic.
+    bool allowsElongation : 1;
 };
 
 /// The font of a run.
@@ -80,6 +84,12 @@ struct DirectedParagraph {
     BidiLevel baseLevel; ///< 0 or 1
 };
 
+/// What the runs of a text refer to. Texts in one style share it.
+struct TextLook {
+    std::vector<TextStyle> styles = {};
+    std::vector<RunFont> fonts = {};
+};
+
 /// What a ShapedText holds. Everything that refers to bytes or glyphs must be in range; nothing is checked.
 struct ShapedTextParts {
     std::string text = {};
@@ -107,6 +117,9 @@ public:
     /// For shapers. `service` shapes hyphens and ellipses for paragraphs, which have none if it is null.
     VELL_API explicit ShapedText(ShapedTextParts parts,
                                  std::shared_ptr<const ShapingService> service = nullptr);
+    /// For shapers whose texts share their styles and fonts. Those of `parts` do not count.
+    ShapedText(ShapedTextParts&& parts, std::shared_ptr<const TextLook> look,
+               std::shared_ptr<const ShapingService> service);
     VELL_API ~ShapedText();
 
     ShapedText(const ShapedText&) = delete;
@@ -117,14 +130,14 @@ public:
     /// In visual order, as on one line.
     const std::vector<ShapedRun>& getRuns() const { return _parts.runs; }
     const std::vector<ShapedGlyph>& getGlyphs() const { return _parts.glyphs; }
-    const std::vector<RunFont>& getFonts() const { return _parts.fonts; }
-    const std::vector<TextStyle>& getStyles() const { return _parts.styles; }
+    const std::vector<RunFont>& getFonts() const { return _look->fonts; }
+    const std::vector<TextStyle>& getStyles() const { return _look->styles; }
     const std::vector<DirectedParagraph>& getParagraphs() const { return _parts.paragraphs; }
     /// The sum of the runs' widths, in the units of the font size.
     float getWidth() const { return _width; }
 
-    const RunFont& getFont(const ShapedRun& run) const { return _parts.fonts[run.font]; }
-    const TextStyle& getStyle(const ShapedRun& run) const { return _parts.styles[run.style]; }
+    const RunFont& getFont(const ShapedRun& run) const { return _look->fonts[run.font]; }
+    const TextStyle& getStyle(const ShapedRun& run) const { return _look->styles[run.style]; }
 
     /// Only for Paragraph: what it needs to know of the text at every width. Computed on the first call.
     const TextMeasures& getMeasures() const;
@@ -132,11 +145,11 @@ public:
     const std::shared_ptr<const ShapingService>& getService() const { return _service; }
 
 private:
-    struct LazyMeasures;
-
-    ShapedTextParts _parts;
+    ShapedTextParts _parts; // its styles and fonts are empty
+    std::shared_ptr<const TextLook> _look;
     std::shared_ptr<const ShapingService> _service;
-    std::unique_ptr<LazyMeasures> _measures;
+    mutable std::once_flag _measuresOnce;
+    mutable std::unique_ptr<const TextMeasures> _measures; // null until they are needed
     float _width;
 };
 

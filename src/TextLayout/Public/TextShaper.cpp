@@ -31,9 +31,7 @@ TextShaper::~TextShaper() = default;
 
 NNPtr<const ShapedText> TextShaper::shape(std::string_view text, const TextStyle& style,
                                           ParagraphDirection direction) const {
-    std::vector<TextSpan> spans;
-    spans.push_back({0, text.size(), style});
-    return shape(text, spans, direction);
+    return _service->shape(text, style, direction);
 }
 
 NNPtr<const ShapedText> TextShaper::shape(std::string_view text, const std::vector<TextSpan>& spans,

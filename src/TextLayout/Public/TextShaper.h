@@ -64,7 +64,8 @@ public:
     /// The contents and statistics of the cache of words.
     VELL_API FontEngine::CacheFigures getCacheFigures() const;
 
-    /// Empties the cache of words and lets go of the fonts. Texts stay valid.
+    /// Empties the cache of words and lets go of the fonts, also of those that the factory has dropped. Texts
+    /// stay valid.
     VELL_API void flush();
 
 private:

@@ -219,6 +219,8 @@ TEST(ColorGlyphs, MayBeUsedByTheDestructorsOfDescriptions) {
     engine.getImage(TestGlyph::x, 20.0F);
     request(20.0F); // evicts the one of 8 pixels, whose description asks for the x
     EXPECT_EQ(calls, 3);
+    engine.getColors().flush();
+    EXPECT_EQ(calls, 4);
 }
 
 TEST(ColorGlyphs, MayBeFlushedByTheDestructorsOfDescriptions) {

@@ -3,10 +3,12 @@
 #include "Errors.h"
 #include "specimen/SpecimenSections.h"
 
+#include <FontLoaders/VaryingFonts.h>
 #include <apps/ColorFont.h>
 #include <apps/Pixels.h>
 #include <apps/ToolFonts.h>
 #include <support/BdfFont.h>
+#include <support/VariableFont.h>
 
 #include <gmock/gmock.h>
 
@@ -120,6 +122,59 @@ TEST_F(SpecimenPage, ShowsSixteenDifferentPositions) {
     const std::vector<std::string> pictures = findPictures(makeOffsetsSection(open(makeFont())));
     EXPECT_EQ(pictures.size(), 16U);
     EXPECT_EQ(std::set<std::string>(pictures.begin(), pictures.end()).size(), 16U);
+}
+
+TEST_F(SpecimenPage, ShowsEachAxisAsARowOfDifferentInstances) {
+    const std::string rows = makeAxesSection(open(Testing::makeThreeAxisFont()), {});
+    EXPECT_EQ(count(rows, "<h3>"), 3U);
+    EXPECT_THAT(rows, HasSubstr("<h3>Regular (wght): 100 to 900, 400 by default</h3>"));
+    EXPECT_THAT(rows, HasSubstr("<figcaption>-10</figcaption>"));
+    const std::vector<std::string> pictures = findPictures(rows);
+    EXPECT_EQ(pictures.size(), 3U + 3U + 2U);
+    EXPECT_EQ(std::set<std::string>(pictures.begin(), pictures.end()).size(), 6U) << "the default thrice";
+}
+
+TEST_F(SpecimenPage, ShowsNamedInstances) {
+    const std::string rows = makeAxesSection(open(Testing::makeVaryingFont()), {});
+    for (const char* caption : {"100", "400", "700", "900", "Bold", "Regular"}) {
+        EXPECT_THAT(rows, HasSubstr("<figcaption>" + std::string(caption) + "</figcaption>"));
+    }
+    EXPECT_THAT(rows, HasSubstr("<h3>Named instances</h3>"));
+    const std::vector<std::string> pictures = findPictures(rows);
+    ASSERT_EQ(pictures.size(), 6U);
+    EXPECT_EQ(pictures[4], pictures[2]);
+    EXPECT_EQ(pictures[5], pictures[1]);
+}
+
+TEST_F(SpecimenPage, KeepsTheSettingsOfTheAxesThatDoNotMove) {
+    const FontSource source = open(Testing::makeThreeAxisFont());
+    const std::vector<std::string> plain = findPictures(makeAxesSection(source, {}));
+    const std::vector<std::string> wide = findPictures(makeAxesSection(source, {{"wdth", 200.0F}}));
+    ASSERT_EQ(wide.size(), plain.size());
+    EXPECT_NE(wide[0], plain[0]);
+    EXPECT_EQ(wide[1], plain[5]);
+    EXPECT_EQ(wide[3], plain[3]) << "of the axis that moves, the setting does not count";
+}
+
+TEST_F(SpecimenPage, ShowsInstancesAsTheCommandDrawsThem) {
+    writeFont(_folder.getPath("three.ttf"), Testing::makeThreeAxisFont());
+    const FontSource varied(_folder.getPath("three.ttf"), "wght=900,wdth=200");
+    EXPECT_NE(makeWaterfallSection(varied), makeWaterfallSection(open(Testing::makeThreeAxisFont())));
+    EXPECT_THAT(makePage(varied), HasSubstr("<a href=\"#axes\">Axes</a>"));
+}
+
+TEST_F(SpecimenPage, HasNoAxesForAStaticFont) {
+    EXPECT_EQ(makeAxesSection(open(makeFont()), {}), "");
+    EXPECT_THAT(makePage(open(makeFont())), Not(HasSubstr("axes")));
+}
+
+TEST_F(SpecimenPage, SaysWhyAFontHasNoInstances) {
+    const Testing::Bytes font = Testing::buildVaryingCff2Font();
+    writeBytes(_folder.getPath("vary.otf"), std::string(font.begin(), font.end()));
+    const std::string rows = makeAxesSection(FontSource(_folder.getPath("vary.otf")), {});
+    EXPECT_THAT(rows, HasSubstr("(wght): 100 to 900, 400 by default"));
+    EXPECT_THAT(rows, HasSubstr("There are no pictures: cannot fix the axes of a font with CFF2 outlines"));
+    EXPECT_TRUE(findPictures(rows).empty());
 }
 
 TEST_F(SpecimenPage, DrawsMetricsWhereTheyAre) {

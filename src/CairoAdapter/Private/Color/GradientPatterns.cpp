@@ -76,12 +76,12 @@ PatternPtr makeGradientPattern(const FontEngine::LinearGradient& gradient, doubl
     const GradientPoint p2(gradient.p2, scale);
     // The colours of cairo's gradients are constant at right angles to their line. The line to p1 is
     // therefore projected on the normal of the one to p2.
-    const double normalX = p0.y - p2.y;
-    const double normalY = p2.x - p0.x;
+    const double acrossX = p0.y - p2.y;
+    const double acrossY = p2.x - p0.x;
     const double share =
-        ((p1.x - p0.x) * normalX + (p1.y - p0.y) * normalY) / (normalX * normalX + normalY * normalY);
-    const double axisX = share * normalX;
-    const double axisY = share * normalY;
+        ((p1.x - p0.x) * acrossX + (p1.y - p0.y) * acrossY) / (acrossX * acrossX + acrossY * acrossY);
+    const double axisX = share * acrossX;
+    const double axisY = share * acrossY;
     const Span span = chooseSpan(gradient.line);
     return addLine(
         adoptPattern(cairo_pattern_create_linear(p0.x + span.from * axisX, p0.y + span.from * axisY,

@@ -21,13 +21,13 @@ FontLoaders::FTFacePtr openFace(const FontLoaders::FTLibraryPtr& library, const 
     return FontLoaders::createFontFace(library, data.bytes);
 }
 
-bool hasTable(FT_Face face, FT_ULong tag) {
+bool containsTable(FT_Face face, FT_ULong tag) {
     FT_ULong length = 0; // 0 asks for the length of the table
     return FT_Load_Sfnt_Table(face, tag, 0, nullptr, &length) == FT_Err_Ok && length != 0;
 }
 
 bool hasColorBitmaps(FT_Face face) {
-    return FT_HAS_SBIX(face) || (hasTable(face, TTAG_CBLC) && hasTable(face, TTAG_CBDT));
+    return FT_HAS_SBIX(face) || (containsTable(face, TTAG_CBLC) && containsTable(face, TTAG_CBDT));
 }
 
 float toPixels(FT_Pos value) {
@@ -64,7 +64,7 @@ float readUnitsPerEm(FT_Face face) {
 ColorFace::ColorFace(const FaceData& data)
     : _library(FontLoaders::createFreeTypeLibrary())
     , _face(openFace(_library, data))
-    , _hasLayers(hasTable(_face.get(), colrTag) && hasTable(_face.get(), cpalTag))
+    , _hasLayers(containsTable(_face.get(), colrTag) && containsTable(_face.get(), cpalTag))
     , _strikes(findStrikes(_face.get()))
     , _kinds(_hasLayers ? static_cast<std::size_t>(_face->num_glyphs) : 0) {}
 

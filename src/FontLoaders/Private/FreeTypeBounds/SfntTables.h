@@ -18,6 +18,10 @@ public:
 
     std::size_t size() const { return _size; }
 
+    std::optional<unsigned int> u8(std::uint64_t at) const {
+        return holds(at, 1) ? std::optional<unsigned int>(_data[at]) : std::nullopt;
+    }
+
     std::optional<unsigned int> u16(std::uint64_t at) const {
         if (!holds(at, 2)) {
             return std::nullopt;

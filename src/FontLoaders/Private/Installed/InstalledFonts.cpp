@@ -1,7 +1,6 @@
 #include <FontLoaders/Private/Installed/InstalledFonts.h>
 
 #include <FontLoaders/Private/Installed/Fontconfig.h>
-#include <FontLoaders/Private/Variations/StyleSettings.h>
 #include <FontLoaders/Public/Exceptions.h>
 #include <FontLoaders/Public/FontVariations.h>
 
@@ -49,6 +48,28 @@ FontBytes InstalledFonts::load(const std::string& name, bool bold, bool italic) 
     }
     const Faces* const faces = find(name);
     return faces != nullptr ? loadVariedStyle(faces, bold, italic) : loadNamedInstance(name, bold, italic);
+}
+
+FontBytes InstalledFonts::loadVariable(const std::string& name, const RequestedStyle& style,
+                                       const std::vector<AxisSetting>& settings) {
+    const Faces* const faces = find(name);
+    std::set<std::pair<std::string, unsigned int>> places;
+    for (const InstalledFace* face : faces != nullptr ? *faces : Faces()) {
+        if (face->isVariable && face->isBold() == style.bold && face->isItalic() == style.italic) {
+            places.emplace(face->file, face->index);
+        }
+    }
+    FontBytes best;
+    std::size_t bestCount = 0;
+    for (const auto& [file, index] : places) {
+        const FontBytes font = _files.load(file, index);
+        const std::size_t count = font ? countAxes(font, settings) : 0;
+        if (count > bestCount) {
+            best = font;
+            bestCount = count;
+        }
+    }
+    return best;
 }
 
 FontBytes InstalledFonts::loadDefault(bool bold, bool italic) {

@@ -6,6 +6,7 @@
 #include <FontLoaders/Private/Installed/FontFileCache.h>
 #include <FontLoaders/Private/Installed/Fontconfig.h>
 #include <FontLoaders/Private/Installed/RangeFamilies.h>
+#include <FontLoaders/Private/Variations/StyleSettings.h>
 #include <FontLoaders/Public/FontLoader.h>
 #include <Utils/Public/CallableRef.h>
 
@@ -32,6 +33,11 @@ public:
     /// that serves a generic name, or a family that the configuration binds to the name as the same. Null if
     /// there is none.
     FontBytes load(const std::string& name, bool bold, bool italic);
+
+    /// The variable face of this style that has the axes of most settings, the first by path among equals.
+    /// Null if none has any.
+    FontBytes loadVariable(const std::string& name, const RequestedStyle& style,
+                           const std::vector<AxisSetting>& settings);
 
     /// A face of the default family, or of fontconfig's best match for it. The plain request takes the
     /// nearest style and is null only if there are no fonts. Any other request takes exactly this style.

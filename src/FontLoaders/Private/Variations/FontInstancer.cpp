@@ -4,6 +4,8 @@
 #include <FontLoaders/Private/FreeTypeBounds/LibraryMemory.h>
 #include <FontLoaders/Private/FreeTypeBounds/SfntTables.h>
 #include <FontLoaders/Private/HarfBuzz.h>
+#include <FontLoaders/Private/Variations/ControlValues.h>
+#include <FontLoaders/Private/Variations/GlyphChecks.h>
 #include <FontLoaders/Private/Variations/LineMetrics.h>
 #include <FontLoaders/Private/Variations/VariationTables.h>
 #include <FontLoaders/Public/Exceptions.h>
@@ -13,12 +15,10 @@
 #include <hb-subset.h>
 
 #include <algorithm>
-#include <cmath>
 #include <initializer_list>
 #include <memory>
 #include <new>
 #include <optional>
-#include <string>
 
 namespace Vell::FontLoaders::Internal {
 
@@ -43,17 +43,6 @@ using SubsetInputPtr = std::unique_ptr<hb_subset_input_t, SubsetInputDeleter>;
 bool containsTable(hb_face_t* face, hb_tag_t tag) {
     const BlobPtr table(hb_face_reference_table(face, tag));
     return hb_blob_get_length(table.get()) > 0;
-}
-
-[[noreturn]] void throwUnknownAxis(const std::vector<hb_ot_var_axis_info_t>& axes, const std::string& tag) {
-    if (axes.empty()) {
-        throw FontLoaderException(fmt::format("the font has no axis \"{}\": it is not a variable font", tag));
-    }
-    std::string tags;
-    for (const hb_ot_var_axis_info_t& axis : axes) {
-        tags += (tags.empty() ? "" : ", ") + getTagText(axis.tag);
-    }
-    throw FontLoaderException(fmt::format("the font has no axis \"{}\"; it has {}", tag, tags));
 }
 
 /// The offset of a glyph's entry in gvar, relative to the first one.
@@ -100,17 +89,18 @@ void keepAll(hb_subset_input_t* input, std::initializer_list<hb_subset_sets_t> k
     }
 }
 
-/// Asks for the whole font, without its signature, which a change of the font makes wrong. The charmaps stay
-/// as they are, because HarfBuzz would keep only those of Unicode.
-void keepEverything(hb_subset_input_t* input, hb_face_t* face) {
-    const auto hints = containsTable(face, cvar) ? HB_SUBSET_FLAGS_NO_HINTING : HB_SUBSET_FLAGS_DEFAULT;
+/// Asks for the whole font, without its signature, which a change of the font makes wrong, and without the
+/// changes of control values, which are applied by themselves. The charmaps stay as they are, because
+/// HarfBuzz would keep only those of Unicode.
+void keepEverything(hb_subset_input_t* input, hb_face_t* face, bool hasGlyphPrograms) {
+    const auto hints = hasGlyphPrograms ? HB_SUBSET_FLAGS_DEFAULT : HB_SUBSET_FLAGS_NO_HINTING;
     hb_subset_input_set_flags(input, HB_SUBSET_FLAGS_RETAIN_GIDS | HB_SUBSET_FLAGS_NOTDEF_OUTLINE |
                                          HB_SUBSET_FLAGS_NAME_LEGACY | HB_SUBSET_FLAGS_GLYPH_NAMES |
                                          HB_SUBSET_FLAGS_NO_PRUNE_UNICODE_RANGES |
                                          HB_SUBSET_FLAGS_PASSTHROUGH_UNRECOGNIZED | hints);
     keepAll(input, {HB_SUBSET_SETS_LAYOUT_FEATURE_TAG, HB_SUBSET_SETS_LAYOUT_SCRIPT_TAG,
                     HB_SUBSET_SETS_NAME_ID, HB_SUBSET_SETS_NAME_LANG_ID});
-    addTags(hb_subset_input_set(input, HB_SUBSET_SETS_DROP_TABLE_TAG), {signature});
+    addTags(hb_subset_input_set(input, HB_SUBSET_SETS_DROP_TABLE_TAG), {signature, cvar});
     addTags(hb_subset_input_set(input, HB_SUBSET_SETS_NO_SUBSET_TABLE_TAG), {cmap});
     const unsigned int glyphCount = hb_face_get_glyph_count(face);
     if (glyphCount > 0) {
@@ -119,33 +109,8 @@ void keepEverything(hb_subset_input_t* input, hb_face_t* face) {
     hb_face_collect_unicodes(face, hb_subset_input_unicode_set(input));
 }
 
-} // namespace
-
-AxisValues resolveSettings(hb_face_t* face, const std::vector<AxisSetting>& settings) {
-    const std::vector<hb_ot_var_axis_info_t> axes = readAxes(face);
-    AxisValues values;
-    for (const hb_ot_var_axis_info_t& axis : axes) {
-        values.emplace_back(axis.tag, axis.default_value);
-    }
-    for (const AxisSetting& setting : settings) {
-        if (std::isnan(setting.value)) {
-            throw FontLoaderException(
-                fmt::format("the value of the setting \"{}\" is not a number", setting.tag));
-        }
-        bool isKnown = false;
-        for (std::size_t i = 0; i < axes.size(); ++i) {
-            if (getTagText(axes[i].tag) == setting.tag) {
-                values[i].second = std::clamp(setting.value, axes[i].min_value, axes[i].max_value);
-                isKnown = true;
-            }
-        }
-        if (!isKnown) {
-            throwUnknownAxis(axes, setting.tag);
-        }
-    }
-    return values;
-}
-
+/// Throws if the font has other outlines than those that `instantiate` can fix, or if it is made to consume
+/// all memory or time.
 void checkInstanceable(const NNPtr<const std::vector<unsigned char>>& bytes, hb_face_t* face) {
     if (containsTable(face, cff2) || !containsTable(face, glyf)) {
         throw FontLoaderException(
@@ -165,11 +130,13 @@ void checkInstanceable(const NNPtr<const std::vector<unsigned char>>& bytes, hb_
 }
 
 std::vector<unsigned char> instantiate(hb_face_t* face, const AxisValues& values) {
+    checkGlyphs(face, values);
     const SubsetInputPtr input(hb_subset_input_create_or_fail());
     if (!input) {
         throw std::bad_alloc();
     }
-    keepEverything(input.get(), face);
+    const std::optional<std::vector<float>> controlValues = readControlValueChanges(face, values);
+    keepEverything(input.get(), face, controlValues.has_value());
     for (const auto& [tag, value] : values) {
         hb_subset_input_pin_axis_location(input.get(), face, tag, value);
     }
@@ -178,7 +145,18 @@ std::vector<unsigned char> instantiate(hb_face_t* face, const AxisValues& values
         throw FontLoaderException("the variable font is damaged: HarfBuzz cannot fix its axes");
     }
     varyLineMetrics(face, values, instance.get());
+    if (controlValues) {
+        varyControlValues(instance.get(), *controlValues);
+    }
     return serialize(instance.get());
+}
+
+} // namespace
+
+std::vector<unsigned char> makeStaticFont(const NNPtr<const std::vector<unsigned char>>& bytes,
+                                          hb_face_t* face, const AxisValues& values) {
+    checkInstanceable(bytes, face);
+    return instantiate(face, values);
 }
 
 } // namespace Vell::FontLoaders::Internal

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <FontLoaders/Private/Variations/FontInstancer.h>
+#include <FontLoaders/Private/Variations/AxisValues.h>
 
 #include <hb-ot.h>
 

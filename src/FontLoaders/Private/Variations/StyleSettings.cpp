@@ -55,6 +55,14 @@ bool addItalic(const std::vector<FontAxis>& axes, std::vector<AxisSetting>& sett
 
 } // namespace
 
+std::size_t countAxes(const FontBytes& font, const std::vector<AxisSetting>& settings) {
+    const std::vector<FontAxis> axes = FontLoaders::readVariations(font).axes;
+    return static_cast<std::size_t>(
+        std::count_if(settings.begin(), settings.end(), [&axes](const AxisSetting& setting) {
+            return findAxis(axes, setting.tag.c_str()) != nullptr;
+        }));
+}
+
 std::vector<RequestedStyle> listServingStyles(const RequestedStyle& wanted) {
     std::vector<RequestedStyle> styles = {wanted};
     if (wanted.bold && wanted.italic) {

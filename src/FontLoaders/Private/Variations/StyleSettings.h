@@ -2,6 +2,7 @@
 
 #include <FontLoaders/Public/FontVariations.h>
 
+#include <cstddef>
 #include <optional>
 #include <vector>
 
@@ -14,6 +15,9 @@ struct RequestedStyle {
 
 /// The styles of the faces whose axes may serve a request, from the one that has all of it.
 std::vector<RequestedStyle> listServingStyles(const RequestedStyle& wanted);
+
+/// Of how many settings a font has the axes.
+std::size_t countAxes(const FontBytes& font, const std::vector<AxisSetting>& settings);
 
 /// What a request wants beyond the style that a face has already.
 struct MissingStyle {

@@ -17,6 +17,12 @@ constexpr unsigned int glyph = PaintShape::firstFree;
 constexpr unsigned int pixelsPerEm = 64;
 constexpr int margin = 4;
 constexpr int side = pixelsPerEm + 2 * margin;
+constexpr std::size_t pixelCount = std::size_t(side) * side;
+
+std::size_t indexOf(int x, int y) {
+    const int index = (y + margin) * side + x + margin;
+    return static_cast<std::size_t>(index);
+}
 
 /// Composites FreeType's own layers by hand: its unhinted bitmaps, in the colours of its palette.
 class LayersByHand {
@@ -38,9 +44,7 @@ public:
         }
     }
 
-    PlainPixel at(int x, int y) const {
-        return _pixels[static_cast<std::size_t>((y + margin) * side + x + margin)];
-    }
+    PlainPixel at(int x, int y) const { return _pixels[indexOf(x, y)]; }
 
 private:
     void drawLayer(unsigned int glyphIndex, const FT_Color& color) {
@@ -54,7 +58,7 @@ private:
         }
     }
     void blend(int x, int y, const FT_Color& color, double coverage) {
-        PlainPixel& pixel = _pixels[static_cast<std::size_t>((y + margin) * side + x + margin)];
+        PlainPixel& pixel = _pixels[indexOf(x, y)];
         const double alpha = coverage * color.alpha / 255;
         const double source[4] = {color.red / 255.0, color.green / 255.0, color.blue / 255.0, 1};
         for (std::size_t i = 0; i < 4; ++i) {
@@ -64,7 +68,7 @@ private:
 
     FT_Face _face;
     FT_Color* _palette = nullptr;
-    std::vector<PlainPixel> _pixels = std::vector<PlainPixel>(side * side, PlainPixel{});
+    std::vector<PlainPixel> _pixels = std::vector<PlainPixel>(pixelCount, PlainPixel{});
 };
 
 void expectLikeByHand(const ColorGlyphImage& image, const LayersByHand& expected) {

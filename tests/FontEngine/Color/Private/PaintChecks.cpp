@@ -24,8 +24,8 @@ const unsigned char* findPixel(const ColorGlyphImage& image, int x, int y) {
     const int row = image.top - 1 - y;
     const bool isInside = column >= 0 && row >= 0 && column < static_cast<int>(image.width) &&
                           row < static_cast<int>(image.rows);
-    return isInside ? image.buffer + static_cast<std::ptrdiff_t>(row) * image.pitch + column * 4
-                    : transparent;
+    const std::ptrdiff_t offset = static_cast<std::ptrdiff_t>(row) * image.pitch + std::ptrdiff_t(column) * 4;
+    return isInside ? image.buffer + offset : transparent;
 }
 
 int compare(const unsigned char* bgra, const PlainPixel& plain) {
@@ -71,7 +71,8 @@ PaintDifference compareWithPlainPainter(const PaintFont& font, unsigned int glyp
     PaintDifference difference{0, 0, 0};
     for (int row = 0; row < size; ++row) {
         for (int column = 0; column < size; ++column) {
-            const PlainPixel& expected = plain.pixels[static_cast<std::size_t>(row * size + column)];
+            const int index = row * size + column;
+            const PlainPixel& expected = plain.pixels[static_cast<std::size_t>(index)];
             const int found =
                 compare(findPixel(*image, plain.left + column, plain.bottom + size - 1 - row), expected);
             difference.max = std::max(difference.max, found);

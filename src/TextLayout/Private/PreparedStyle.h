@@ -1,0 +1,48 @@
+#pragma once
+
+#include <FontEngine/FE_FontFactory.h>
+#include <TextLayout/Private/FallbackAnswers.h>
+#include <TextLayout/Private/PlanTable.h>
+#include <TextLayout/Public/ShapedText.h>
+#include <TextLayout/Public/TextStyle.h>
+
+#include <hb.h>
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+namespace Vell::TextLayout {
+
+/// What shaping finds out about a style once for all texts in it. The lock of the caches guards what changes.
+struct PreparedStyle {
+    /// Throws TextLayoutException if the language is no well-formed BCP 47 tag, and what the factory throws.
+    PreparedStyle(const FontEngine::FontFactory& factory, const TextStyle& style);
+
+    const TextStyle& getStyle() const { return look->styles.front(); }
+    const RunFont& getOwnFont() const { return look->fonts.front(); }
+    const FontEngine::FontFace& getFace() const { return *getOwnFont().font.getFace(); }
+
+    /// Whether texts in `style` may share the look. `styleInfo` is that of the style.
+    bool isExactly(const TextStyle& style, const Gfx::FontInfo& styleInfo) const;
+    /// Whether texts in `style` have the same glyphs, as long as the face is the same.
+    bool isFor(const TextStyle& style, const Gfx::FontInfo& styleInfo) const;
+
+    const std::uint64_t resetCount; ///< of the factory
+    const NNPtr<const Gfx::FontInfo> fontInfo;
+    const std::shared_ptr<const TextLook> look; ///< the style and its own font
+    const std::array<bool, 128> drawsAscii;     ///< which characters its own font has that cannot be emoji
+    const hb_language_t language;
+    const bool hasPartialFeatures;            ///< some are not for whole texts
+    PlanTable plans;                          ///< if all features are for whole texts
+    std::shared_ptr<FallbackAnswers> answers; ///< null until they are needed
+};
+
+/// What is known of a style that a text has.
+struct StyleInUse {
+    std::shared_ptr<PreparedStyle> prepared;
+    bool isExact; ///< whether texts in this style may share the look
+};
+
+} // namespace Vell::TextLayout
