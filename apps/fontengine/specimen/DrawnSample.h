@@ -32,6 +32,9 @@ constexpr float sampleColumnWidth = 272.0F;
 /// fit the column. `own` is the font that the specimen is of. Throws what drawing throws.
 DrawnSample drawSample(const FontSource& source, const TextFont& font, const TextFont& own, const char* text);
 
+/// Whether drawSample shapes, which it does if the tool has TextLayout.
+bool areSamplesShaped();
+
 /// Whether drawColorLine shows the font's colours: the font has some, and the tool has TextLayout.
 bool drawsColorText(const TextFont& font);
 

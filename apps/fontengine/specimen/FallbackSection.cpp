@@ -63,7 +63,11 @@ std::string makeFallbackSection(const FontSource& source) {
     for (const ScriptSample& sample : getScriptSamples()) {
         rows += makeRow(source, installed, sample);
     }
-    return "<div class=\"scripts\">\n" + rows + "</div>\n";
+    const std::string note =
+        areSamplesShaped() ? ""
+                           : "<p class=\"note\">One character is one glyph: ligatures, joined forms and "
+                             "right-to-left order need a shaper.</p>\n";
+    return note + "<div class=\"scripts\">\n" + rows + "</div>\n";
 }
 
 } // namespace Vell::Tool

@@ -36,6 +36,10 @@ DrawnSample drawSample(const FontSource& /*source*/, const TextFont& font, const
     return sample;
 }
 
+bool areSamplesShaped() {
+    return false;
+}
+
 bool drawsColorText(const TextFont& /*font*/) {
     return false;
 }

@@ -104,6 +104,10 @@ DrawnSample drawSample(const FontSource& source, const TextFont& font, const Tex
     });
 }
 
+bool areSamplesShaped() {
+    return true;
+}
+
 bool drawsColorText(const TextFont& font) {
     return hasColors(font);
 }

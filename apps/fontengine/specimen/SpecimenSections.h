@@ -19,8 +19,7 @@ std::string makeStylesSection(const FontSource& source);
 
 /// A row of instances for each axis of a variable font, and one of its named instances. The settings hold for
 /// the axes that do not move. Empty for a static font.
-std::string makeAxesSection(const FontSource& source,
-                            const std::vector<FontLoaders::AxisSetting>& settings);
+std::string makeAxesSection(const FontSource& source, const std::vector<FontLoaders::AxisSetting>& settings);
 
 /// A few letters in grey and in LCD colours, enlarged.
 std::string makeRenderingSection(const FontSource& source);
