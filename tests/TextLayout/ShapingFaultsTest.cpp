@@ -1,5 +1,5 @@
-// Makes every allocation by operator new fail in turn, and what clients implement. MallocFaultsTest.cpp does the same
-// with the allocations of HarfBuzz and ICU.
+// Makes every allocation by operator new fail in turn, and what clients implement. MallocFaultsTest.cpp does
+// the same with the allocations of HarfBuzz and ICU.
 
 #include "ShapedGlyphs.h"
 

@@ -17,18 +17,15 @@ void setLines(BitmapFontLines& lines, int ascender, int descender, int lineGap) 
     lines.leading = lineGap;
 }
 
-void takeTypographicLines(BitmapFontLines& lines, const TT_OS2& os2) {
-    setLines(lines, os2.sTypoAscender, os2.sTypoDescender, os2.sTypoLineGap);
-}
-
 void readLines(const TT_HoriHeader* header, const TT_OS2* os2, BitmapFontLines& lines) {
     constexpr FT_UShort usesTypographicMetrics = 1U << 7U;
-    if (os2 != nullptr && (os2->fsSelection & usesTypographicMetrics) != 0) {
-        takeTypographicLines(lines, *os2);
-    } else if (header != nullptr && (header->Ascender != 0 || header->Descender != 0)) {
+    const bool prefersTypographic = os2 != nullptr && (os2->fsSelection & usesTypographicMetrics) != 0;
+    const bool hasTypographic = os2 != nullptr && (os2->sTypoAscender != 0 || os2->sTypoDescender != 0);
+    const bool hasHeader = header != nullptr && (header->Ascender != 0 || header->Descender != 0);
+    if (prefersTypographic || (!hasHeader && hasTypographic)) {
+        setLines(lines, os2->sTypoAscender, os2->sTypoDescender, os2->sTypoLineGap);
+    } else if (hasHeader) {
         setLines(lines, header->Ascender, header->Descender, header->Line_Gap);
-    } else if (os2 != nullptr && (os2->sTypoAscender != 0 || os2->sTypoDescender != 0)) {
-        takeTypographicLines(lines, *os2);
     } else if (os2 != nullptr) {
         setLines(lines, os2->usWinAscent, -static_cast<int>(os2->usWinDescent), 0);
     }

@@ -8,7 +8,7 @@
 namespace Vell::TextLayout {
 
 /// A set of byte offsets into a text, its end included. Costs a bit for each byte.
-class ByteSet {
+class ByteSet { // NOLINT(bugprone-exception-escape): small_vector moves into equal room, which cannot throw
 public:
     /// What next() and previous() return if there is no such offset.
     static constexpr std::size_t none = SIZE_MAX;

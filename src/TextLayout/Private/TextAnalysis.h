@@ -29,7 +29,7 @@ using TextItems = boost::container::small_vector<TextItem, 4>;
 
 /// What must be known about a text before it is shaped: the results of BidiLine, findScriptRuns and
 /// findGraphemeBoundaries from one pass over the text.
-struct TextAnalysis {
+struct TextAnalysis {                          // NOLINT(bugprone-exception-escape): see ByteSet
     std::vector<DirectedParagraph> paragraphs; ///< cover the text; none if it is empty
     TextItems items;                           ///< cover the text, in logical order
     ByteSet clusterStarts;    ///< where extended grapheme clusters begin, and the end of the text

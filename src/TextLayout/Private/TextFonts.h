@@ -36,7 +36,12 @@ public:
     }
 
     /// The fonts themselves, when they are not needed any more.
-    std::vector<RunFont> take() { return isShared() ? _look->fonts : std::move(_fonts); }
+    std::vector<RunFont> take() {
+        if (isShared()) {
+            return _look->fonts;
+        }
+        return std::move(_fonts);
+    }
 
 private:
     const TextLook* _look;

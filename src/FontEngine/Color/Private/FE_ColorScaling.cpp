@@ -126,7 +126,9 @@ void mixPixels(const std::vector<float>& line, const Weights::Span& span, unsign
     }
     for (std::size_t channel = 0; channel != channels; ++channel) {
         constexpr float max = 255.0F;
-        pixel[channel] = static_cast<unsigned char>(std::min(sum[channel], max) + 0.5F);
+        constexpr float half = 0.5F; // the sum is not negative, so truncation rounds it
+        const float raised = std::min(sum[channel], max) + half;
+        pixel[channel] = static_cast<unsigned char>(raised);
     }
 }
 
