@@ -121,7 +121,7 @@ TEST(ParagraphElongation, TakesAtMostHalfAnEm) {
 TEST(ParagraphElongation, ChoosesThePlaceOfEachWordAsTypesettersDo) {
     using ::testing::ElementsAre;
     EXPECT_THAT(findElongatedIn("\u0628\u0633\u0628\u0629"), ElementsAre(2, 11));       // behind seen
-    EXPECT_THAT(findElongatedIn("\u0628\u0628\u0628\u0629"), ElementsAre(4, 13));       // before teh marbuta
+    EXPECT_THAT(findElongatedIn("\u0628\u0628\u0628\u0629"), ElementsAre(4, 13));       // before U+0629
     EXPECT_THAT(findElongatedIn("\u0628\u0643\u0628\u0628"), ElementsAre(4, 13));       // the last joint
     EXPECT_THAT(findElongatedIn("\u0628\u0627\u0628\u0628"), ElementsAre(0, 9));        // before alef
     EXPECT_THAT(findElongatedIn("\u0628\u0640\u0633\u0628"), ElementsAre(2, 11));       // at a tatweel
