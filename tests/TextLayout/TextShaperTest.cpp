@@ -439,22 +439,22 @@ TEST(TextShaper, ShapesWebFonts) {
 }
 
 TEST(TextShaper, TakesTheFaceThatAResetFactoryHas) {
-    const auto makeFont = [](int width) {
+    const auto makeFont = [](unsigned int width) {
         FontBuilder font("Test Sans");
         font.map('a', font.addGlyph(makeBoxGlyph(width, 100, 0, 500, 700)));
         return font.build();
     };
     const auto loader = std::make_shared<CountingLoader>();
-    loader->setFont("Test Sans", false, false, makeFont(600));
+    loader->setFont("Test Sans", false, false, makeFont(600U));
     const auto factory = FontFactory::create(NNPtr<const FontLoaders::FontLoader>(loader), "Test Sans");
     const TextShaper shaper(factory);
     const TextStyle style = describeFont("Test Sans", 10.0F);
     EXPECT_FLOAT_EQ(shaper.shape("a", style)->getWidth(), 6.0F);
-    loader->setFont("Test Sans", false, false, makeFont(700));
+    loader->setFont("Test Sans", false, false, makeFont(700U));
     EXPECT_FLOAT_EQ(shaper.shape("a", style)->getWidth(), 6.0F);
     factory->flush();
     EXPECT_FLOAT_EQ(shaper.shape("a", style)->getWidth(), 7.0F);
-    loader->setFont("Test Sans", false, false, makeFont(800));
+    loader->setFont("Test Sans", false, false, makeFont(800U));
     factory->reset(0, 0);
     EXPECT_FLOAT_EQ(shaper.shape("a", style)->getWidth(), 8.0F);
     EXPECT_EQ(factory->getResetCount(), 2U);
