@@ -12,6 +12,7 @@
 #include <gmock/gmock.h>
 
 #include <functional>
+#include <memory>
 #include <new>
 #include <string>
 
@@ -38,6 +39,24 @@ std::string failAt(std::size_t number, const std::function<std::string()>& call,
     return result;
 }
 
+using Call = std::function<std::string()>;
+
+/// Makes each allocation of a call fail in turn, until none fails, and calls again. Both times the result
+/// must be the expected one, unless the first says that memory is short. `makeCall` gives the call for each
+/// allocation. Returns how often it tried.
+std::size_t failEachIn(const std::function<Call()>& makeCall, const std::string& expected) {
+    bool hasFailed = true;
+    std::size_t number = 0;
+    while (hasFailed) {
+        ++number;
+        const Call call = makeCall();
+        const std::string result = failAt(number, call, hasFailed);
+        EXPECT_TRUE(result.empty() || result == expected) << number << "\n" << result;
+        EXPECT_EQ(call(), expected) << "again, " << number;
+    }
+    return number;
+}
+
 NNPtr<const FontFactory> getFactory() {
     static const auto factory = FontFactory::create("DejaVu Sans");
     return factory;
@@ -49,17 +68,12 @@ const std::string variedText = "office \u05D0\u05B8 12 \u0628\u064E\u0633\u0645 
 TEST(MallocFaults, GiveNoWrongGlyphs) {
     const std::string expected = describeGlyphs(
         *TextShaper(getFactory(), nullptr).shape(variedText, describeFont("DejaVu Sans", 16.0F)));
-    bool hasFailed = true;
-    std::size_t number = 1;
-    for (; hasFailed; ++number) {
-        const TextShaper shaper(getFactory(), nullptr);
+    const auto makeShape = [] {
+        const auto shaper = std::make_shared<TextShaper>(getFactory(), nullptr);
         const TextStyle style = describeFont("DejaVu Sans", 16.0F);
-        const auto shape = [&] { return describeGlyphs(*shaper.shape(variedText, style)); };
-        const std::string result = failAt(number, shape, hasFailed);
-        EXPECT_TRUE(result.empty() || result == expected) << number << "\n" << result;
-        EXPECT_EQ(shape(), expected) << "again, " << number;
-    }
-    EXPECT_GT(number, 100U);
+        return [shaper, style] { return describeGlyphs(*shaper->shape(variedText, style)); };
+    };
+    EXPECT_GT(failEachIn(makeShape, expected), 100U);
 }
 
 TEST(MallocFaults, GiveNoWrongLines) {
@@ -75,15 +89,7 @@ TEST(MallocFaults, GiveNoWrongLines) {
         }
         return lines;
     };
-    const std::string expected = breakLines();
-    bool hasFailed = true;
-    std::size_t number = 1;
-    for (; hasFailed; ++number) {
-        const std::string result = failAt(number, breakLines, hasFailed);
-        EXPECT_TRUE(result.empty() || result == expected) << number << "\n" << result;
-        EXPECT_EQ(breakLines(), expected) << "again, " << number;
-    }
-    EXPECT_GT(number, 3U);
+    EXPECT_GT(failEachIn([&] { return breakLines; }, breakLines()), 3U);
 }
 
 TEST(MallocFaults, GiveNoWrongParagraphs) {
@@ -101,15 +107,7 @@ TEST(MallocFaults, GiveNoWrongParagraphs) {
         return result + std::to_string(paragraph.getCaret(4).x) + " " +
                std::to_string(paragraph.getPieces(0).size());
     };
-    const std::string expected = breakLines();
-    bool hasFailed = true;
-    std::size_t number = 1;
-    for (; hasFailed; ++number) {
-        const std::string result = failAt(number, breakLines, hasFailed);
-        EXPECT_TRUE(result.empty() || result == expected) << number << "\n" << result;
-        EXPECT_EQ(breakLines(), expected) << "again, " << number;
-    }
-    EXPECT_GT(number, 30U);
+    EXPECT_GT(failEachIn([&] { return breakLines; }, breakLines()), 30U);
 }
 
 /// ICU leaks a block if it cannot open an iterator, so no cluster of the text needs one.

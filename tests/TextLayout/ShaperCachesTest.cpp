@@ -1,6 +1,6 @@
-#include "GlyphFields.h"
 #include "InstalledFonts.h"
 #include "LetterFont.h"
+#include "ShapedGlyphs.h"
 
 #include <support/CountingLoader.h>
 #include <support/Descriptions.h>
@@ -29,11 +29,11 @@ TEST(ShaperCaches, CountsTheWordsThatItRemembers) {
     shaper.shape("one two one", style);
     EXPECT_EQ(shaper.getCacheFigures().misses, 3U);
     EXPECT_EQ(shaper.getCacheFigures().entries, 2U);
-    const auto first = getGlyphs(*shaper.shape("two one four", style));
+    const auto first = describeGlyphs(*shaper.shape("two one four", style));
     EXPECT_EQ(shaper.getCacheFigures().hits, 2U);
     EXPECT_EQ(shaper.getCacheFigures().misses, 4U);
     EXPECT_EQ(shaper.getCacheFigures().maxBytes, TextShaper::defaultMaxWordBytes);
-    EXPECT_EQ(getGlyphs(*shaper.shape("two one four", style)), first);
+    EXPECT_EQ(describeGlyphs(*shaper.shape("two one four", style)), first);
     EXPECT_EQ(shaper.getCacheFigures().hits, 5U);
 }
 
@@ -41,8 +41,8 @@ TEST(ShaperCaches, ShapesAWordAlikeWhenOthersAreCached) {
     const std::string marksWithoutBase = "a\1\u05B0 12 \u0633\u0644 \u05B0";
     const TextShaper shaper(makeBuiltFonts(), std::shared_ptr<const FontLoaders::CoverageFallback>());
     const auto style = describeFont("Test Sans", 10.0F);
-    const auto first = getGlyphs(*shaper.shape(marksWithoutBase, style));
-    EXPECT_EQ(getGlyphs(*shaper.shape(marksWithoutBase, style)), first);
+    const auto first = describeGlyphs(*shaper.shape(marksWithoutBase, style));
+    EXPECT_EQ(describeGlyphs(*shaper.shape(marksWithoutBase, style)), first);
 }
 
 TEST(ShaperCaches, KeepsWordsWithinTheBudget) {

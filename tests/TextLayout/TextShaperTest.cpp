@@ -1,4 +1,3 @@
-#include "GlyphFields.h"
 #include "InstalledFonts.h"
 #include "LetterFont.h"
 
@@ -47,6 +46,32 @@ std::vector<std::uint32_t> getClusters(const ShapedText& text) {
         }
     }
     return clusters;
+}
+
+/// What a glyph of a shaped text is, for comparisons.
+struct GlyphFields {
+    std::uint32_t cluster;
+    std::int32_t advance;
+    std::int32_t xOffset;
+    std::int32_t yOffset;
+    std::uint16_t index;
+
+    friend bool operator==(const GlyphFields& lhs, const GlyphFields& rhs) {
+        return lhs.cluster == rhs.cluster && lhs.advance == rhs.advance && lhs.xOffset == rhs.xOffset &&
+               lhs.yOffset == rhs.yOffset && lhs.index == rhs.index;
+    }
+};
+
+/// In visual order.
+std::vector<GlyphFields> getGlyphs(const ShapedText& text) {
+    std::vector<GlyphFields> fields;
+    for (const ShapedRun& run : text.getRuns()) {
+        for (std::uint32_t i = run.glyphBegin; i != run.glyphEnd; ++i) {
+            const ShapedGlyph& glyph = text.getGlyphs()[i];
+            fields.push_back({glyph.cluster, glyph.advance, glyph.xOffset, glyph.yOffset, glyph.index});
+        }
+    }
+    return fields;
 }
 
 TEST(TextShaper, KernsAndLigates) {

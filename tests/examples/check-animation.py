@@ -3,10 +3,9 @@
 
     check-animation.py MOVING_AXIS
 """
-import subprocess
 import sys
 
-from windows import PATIENCE, Screen, Window, get_ink
+from windows import check_program, get_ink
 
 
 def check_movement(window):
@@ -16,16 +15,5 @@ def check_movement(window):
                     p.figures != first.figures)
 
 
-def main():
-    with Screen() as screen:
-        program = subprocess.Popen([sys.argv[1]], env=screen.environment)
-        try:
-            check_movement(Window(screen, "moving-axis"))
-        finally:
-            program.terminate()  # asks the window to close
-            status = program.wait(timeout=PATIENCE)
-    assert status == 0, f"moving-axis ended with {status}"
-
-
 if __name__ == "__main__":
-    main()
+    check_program([sys.argv[1]], "moving-axis", check_movement)

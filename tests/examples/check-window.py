@@ -3,10 +3,9 @@
 
     check-window.py LIVE_TEXT
 """
-import subprocess
 import sys
 
-from windows import PATIENCE, SELECTION, Screen, Window, get_ink
+from windows import SELECTION, check_program, get_ink
 
 
 def check_keys(window):
@@ -60,16 +59,5 @@ def check_all(window):
     check_caret(window)
 
 
-def main():
-    with Screen() as screen:
-        program = subprocess.Popen([sys.argv[1], "Live text"], env=screen.environment)
-        try:
-            check_all(Window(screen, "live-text"))
-        finally:
-            program.terminate()  # asks the window to close
-            status = program.wait(timeout=PATIENCE)
-    assert status == 0, f"live-text ended with {status}"
-
-
 if __name__ == "__main__":
-    main()
+    check_program([sys.argv[1], "Live text"], "live-text", check_all)

@@ -108,3 +108,15 @@ class Window:
                 return ink, picture
             assert time.monotonic() < end, f"{what}: not seen, ink {ink}"
             time.sleep(0.1)
+
+
+def check_program(command, title, check):
+    """Runs a program on a screen of its own, checks its window of this title, and closes the window."""
+    with Screen() as screen:
+        program = subprocess.Popen(command, env=screen.environment)
+        try:
+            check(Window(screen, title))
+        finally:
+            program.terminate()  # asks the window to close
+            status = program.wait(timeout=PATIENCE)
+    assert status == 0, f"{title} ended with {status}"
