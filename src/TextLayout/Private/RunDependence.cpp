@@ -11,6 +11,12 @@ namespace Vell::TextLayout {
 
 namespace {
 
+/// Their letters neither form syllables nor join.
+constexpr hb_script_t simpleScripts[] = {
+    HB_SCRIPT_COMMON,   HB_SCRIPT_UNKNOWN,  HB_SCRIPT_LATIN,    HB_SCRIPT_GREEK, HB_SCRIPT_CYRILLIC,
+    HB_SCRIPT_ARMENIAN, HB_SCRIPT_GEORGIAN, HB_SCRIPT_HEBREW,   HB_SCRIPT_THAI,  HB_SCRIPT_LAO,
+    HB_SCRIPT_HIRAGANA, HB_SCRIPT_HAN,      HB_SCRIPT_KATAKANA, HB_SCRIPT_HANGUL};
+
 template <class Predicate>
 bool hasAny(std::string_view text, const TextPart& part, const Predicate& predicate) {
     for (std::uint32_t position = part.begin; position < part.end;
@@ -55,12 +61,11 @@ bool staysDecomposed(std::string_view text, const TextPart& part) {
 }
 
 bool hasSyllables(hb_script_t script) {
-    constexpr hb_script_t others[] = {
-        HB_SCRIPT_COMMON,   HB_SCRIPT_UNKNOWN,  HB_SCRIPT_LATIN,    HB_SCRIPT_GREEK,
-        HB_SCRIPT_CYRILLIC, HB_SCRIPT_ARMENIAN, HB_SCRIPT_GEORGIAN, HB_SCRIPT_HEBREW,
-        HB_SCRIPT_ARABIC,   HB_SCRIPT_SYRIAC,   HB_SCRIPT_THAI,     HB_SCRIPT_LAO,
-        HB_SCRIPT_HIRAGANA, HB_SCRIPT_HAN,      HB_SCRIPT_KATAKANA, HB_SCRIPT_HANGUL};
-    return !contains(others, script);
+    return script != HB_SCRIPT_ARABIC && script != HB_SCRIPT_SYRIAC && !contains(simpleScripts, script);
+}
+
+bool mayJoin(hb_script_t script) {
+    return !contains(simpleScripts, script);
 }
 
 bool isJoinerAt(std::string_view text, std::uint32_t offset) {

@@ -35,7 +35,12 @@ bool hasSyllables(hb_script_t script);
 /// what follows, spaces included.
 bool isJoinerAt(std::string_view text, std::uint32_t offset);
 
-/// Whether letters at the ends of a word may join letters beyond its run. Marks in between join, too.
+/// Whether letters of the script may join those beside them. For some scripts, the answer is true without
+/// need.
+bool mayJoin(hb_script_t script);
+
+/// Whether letters at the ends of a word may join letters beyond its run, in a script whose letters may join.
+/// Marks in between join, too.
 bool joinsOutside(std::string_view text, const TextPart& run, const TextPart& word);
 
 } // namespace Vell::TextLayout

@@ -65,6 +65,7 @@ ShapePlan::ShapePlan(const Font& font, ShapePlanKey key, std::uint32_t id)
     , _runsAgainstScript(TextLayout::runsAgainstScript(_key.properties))
     , _mayDecompose(mayBeDecomposed(_key.properties.script))
     , _hasSyllables(TextLayout::hasSyllables(_key.properties.script))
+    , _mayJoin(TextLayout::mayJoin(_key.properties.script))
     , _dottedCircle(0) {
     const AllocationWatch watch;
     _dottedCircle = findGlyph(_font, 0x25CC);
@@ -99,29 +100,24 @@ void ShapePlan::execute(hb_buffer_t* buffer, const std::vector<hb_feature_t>& fe
     }
 }
 
-const FreeGlyph* ShapePlan::findFreeGlyph(char32_t codePoint) {
-    const std::size_t number = codePoint / pageSize;
-    if (number >= _pages.size()) {
-        _pages.resize(number + 1);
+const FreeGlyph* ShapePlan::findNewFreeGlyph(char32_t codePoint) {
+    const std::size_t page = codePoint / pageSize;
+    if (page >= _pages.size()) {
+        _pages.resize(page + 1);
     }
-    if (!_pages[number]) {
-        _pages[number] = std::make_unique<Page>();
+    if (!_pages[page]) {
+        _pages[page] = std::make_unique<Page>();
     }
-    Entry& entry = (*_pages[number])[codePoint % pageSize];
-    if (entry.answer == Answer::Unknown) {
-        entry = examine(codePoint);
-    }
+    Entry& entry = (*_pages[page])[codePoint % pageSize];
+    entry = examine(codePoint);
     return entry.answer == Answer::Free ? &entry.glyph : nullptr;
 }
 
-const hb_set_t* ShapePlan::getReach() {
-    if (!_reach) {
-        const AllocationWatch watch;
-        auto reach = findReachOfLookups(hb_font_get_face(_font), _key.properties, _plan.get());
-        check(watch);
-        _reach = std::move(reach);
-    }
-    return _reach->get();
+const HarfBuzzPtr<hb_set_t>& ShapePlan::findReach() {
+    const AllocationWatch watch;
+    auto reach = findReachOfLookups(hb_font_get_face(_font), _key.properties, _plan.get());
+    check(watch);
+    return _reach.emplace(std::move(reach));
 }
 
 ShapePlan::Entry ShapePlan::examine(char32_t codePoint) {

@@ -56,6 +56,7 @@ public:
     bool runsAgainstScript() const { return _runsAgainstScript; }
     bool mayDecompose() const { return _mayDecompose; }
     bool hasSyllables() const { return _hasSyllables; }
+    bool mayJoin() const { return _mayJoin; }
     /// The glyph that stands under marks without a base; 0 if there is none.
     std::uint16_t getDottedCircle() const { return _dottedCircle; }
 
@@ -66,7 +67,16 @@ public:
     /// Whether there may be characters that stand for themselves.
     bool hasFreeGlyphs() { return getReach() != nullptr; }
     /// Null if the character does not stand for itself. Valid as long as the plan.
-    const FreeGlyph* findFreeGlyph(char32_t codePoint);
+    const FreeGlyph* findFreeGlyph(char32_t codePoint) {
+        const std::size_t page = codePoint / pageSize;
+        if (page < _pages.size() && _pages[page]) {
+            const Entry& entry = (*_pages[page])[codePoint % pageSize];
+            if (entry.answer != Answer::Unknown) {
+                return entry.answer == Answer::Free ? &entry.glyph : nullptr;
+            }
+        }
+        return findNewFreeGlyph(codePoint);
+    }
 
 private:
     enum class Answer : unsigned char { Unknown, Free, Bound };
@@ -77,8 +87,10 @@ private:
     static constexpr std::size_t pageSize = 256;
     using Page = std::array<Entry, pageSize>;
 
+    const FreeGlyph* findNewFreeGlyph(char32_t codePoint);
     void check(const AllocationWatch& watch) const;
-    const hb_set_t* getReach();
+    const hb_set_t* getReach() { return (_reach ? *_reach : findReach()).get(); }
+    const HarfBuzzPtr<hb_set_t>& findReach();
     Entry examine(char32_t codePoint);
 
     hb_font_t* _font;
@@ -88,6 +100,7 @@ private:
     bool _runsAgainstScript;
     bool _mayDecompose;
     bool _hasSyllables;
+    bool _mayJoin;
     std::uint16_t _dottedCircle;
     HarfBuzzPtr<hb_shape_plan_t> _plan;
     std::optional<HarfBuzzPtr<hb_set_t>>

@@ -4,7 +4,6 @@
 #include <TextLayout/Private/TextCharacters.h>
 
 #include <algorithm>
-#include <iterator>
 #include <new>
 #include <utility>
 
@@ -12,6 +11,7 @@ namespace Vell::TextLayout {
 
 namespace {
 
+constexpr char32_t firstBeyondAscii = 0x80;
 constexpr std::size_t contextLength = 5; // HarfBuzz keeps no more characters before and behind a part
 
 HarfBuzzPtr<hb_buffer_t> makeBuffer() {
@@ -22,35 +22,81 @@ HarfBuzzPtr<hb_buffer_t> makeBuffer() {
     return buffer;
 }
 
-/// Writes in place: the processor waits for a glyph that is put together from small parts and then copied.
-void describe(const hb_glyph_info_t& info, const hb_glyph_position_t& position, ShapedGlyph& glyph) {
-    glyph.cluster = info.cluster;
-    glyph.advance = position.x_advance;
-    glyph.xOffset = position.x_offset;
-    glyph.yOffset = position.y_offset;
-    glyph.index = static_cast<std::uint16_t>(std::min<hb_codepoint_t>(info.codepoint, 0xFFFF));
-    const hb_glyph_flags_t flags = hb_glyph_info_get_glyph_flags(&info);
-    glyph.isSafeToBreak = (flags & HB_GLYPH_FLAG_UNSAFE_TO_BREAK) == 0;
-    glyph.allowsElongation = (flags & HB_GLYPH_FLAG_SAFE_TO_INSERT_TATWEEL) != 0;
-}
+/// Reads the glyphs of clusters from the last one of a part to its first one.
+class GlyphReader {
+public:
+    GlyphReader(hb_buffer_t* buffer, std::string_view text, ShapedGlyph* made)
+        : _infos(hb_buffer_get_glyph_infos(buffer, &_length))
+        , _positions(hb_buffer_get_glyph_positions(buffer, nullptr))
+        , _text(text)
+        , _made(made) {}
 
-/// Completes the glyphs of clusters, from the last cluster of a text to the first one. `behind` is the
-/// character behind them.
-template <class Iterator>
-void completeClusters(std::string_view text, Iterator glyph, Iterator end, bool beginsAtTheRight,
-                      char32_t behind) {
-    while (glyph != end) {
-        const std::uint32_t cluster = glyph->cluster;
-        const char32_t first = decodeAt(text, cluster);
-        Iterator right = glyph;
-        for (; glyph != end && glyph->cluster == cluster; ++glyph) {
-            glyph->isLast = first != behind;
-            right = beginsAtTheRight ? right : glyph;
+    /// `behind` is the character behind the part.
+    void readLeftToRight(char32_t behind) {
+        for (unsigned int end = _length; end != 0;) {
+            const unsigned int last = end - 1;
+            const std::uint32_t cluster = _infos[last].cluster;
+            unsigned int first = last;
+            while (first != 0 && _infos[first - 1].cluster == cluster) {
+                --first;
+            }
+            readCluster(first, last, behind);
+            end = first;
         }
-        right->isSpaced = !getTraits(first).isJoining();
-        behind = first;
     }
-}
+
+    void readRightToLeft(char32_t behind) {
+        for (unsigned int first = 0; first != _length;) {
+            const std::uint32_t cluster = _infos[first].cluster;
+            unsigned int last = first;
+            while (last + 1 != _length && _infos[last + 1].cluster == cluster) {
+                ++last;
+            }
+            readCluster(first, last, behind);
+            first = last + 1;
+        }
+    }
+
+private:
+    /// `behind` is the character behind the cluster, and becomes its first one.
+    void readCluster(unsigned int first, unsigned int last, char32_t& behind) {
+        const char32_t character = decodeAt(_text, _infos[last].cluster);
+        const bool isLast = character != behind;
+        for (unsigned int i = first; i != last; ++i) {
+            read(i, isLast, false);
+        }
+        read(last, isLast, !isJoining(character));
+        behind = character;
+    }
+
+    static bool isJoining(char32_t character) {
+        return character >= firstBeyondAscii && getTraits(character).isJoining();
+    }
+
+    /// Writes in place: the processor waits for a glyph that is put together from small parts and then
+    /// copied.
+    void read(unsigned int index, bool isLast, bool isSpaced) {
+        const hb_glyph_info_t& info = _infos[index];
+        const hb_glyph_position_t& position = _positions[index];
+        ShapedGlyph& glyph = _made[index];
+        glyph.cluster = info.cluster;
+        glyph.advance = position.x_advance;
+        glyph.xOffset = position.x_offset;
+        glyph.yOffset = position.y_offset;
+        glyph.index = static_cast<std::uint16_t>(std::min<hb_codepoint_t>(info.codepoint, 0xFFFF));
+        const hb_glyph_flags_t flags = hb_glyph_info_get_glyph_flags(&info);
+        glyph.isSpaced = isSpaced;
+        glyph.isLast = isLast;
+        glyph.isSafeToBreak = (flags & HB_GLYPH_FLAG_UNSAFE_TO_BREAK) == 0;
+        glyph.allowsElongation = (flags & HB_GLYPH_FLAG_SAFE_TO_INSERT_TATWEEL) != 0;
+    }
+
+    unsigned int _length = 0;
+    const hb_glyph_info_t* _infos;
+    const hb_glyph_position_t* _positions;
+    std::string_view _text;
+    ShapedGlyph* _made;
+};
 
 } // namespace
 
@@ -128,23 +174,16 @@ void ShapingBuffer::decode(const TextPart& part) {
 }
 
 void ShapingBuffer::appendTo(std::vector<ShapedGlyph>& glyphs) const {
-    unsigned int length = 0;
-    const hb_glyph_info_t* const infos = hb_buffer_get_glyph_infos(_scratch.buffer.get(), &length);
-    const hb_glyph_position_t* const positions =
-        hb_buffer_get_glyph_positions(_scratch.buffer.get(), nullptr);
+    hb_buffer_t* const buffer = _scratch.buffer.get();
     const std::size_t first = glyphs.size();
-    glyphs.resize(first + length);
-    ShapedGlyph* const made = glyphs.data() + first;
-    for (unsigned int i = 0; i != length; ++i) {
-        describe(infos[i], positions[i], made[i]);
-    }
+    glyphs.resize(first + hb_buffer_get_length(buffer));
     constexpr char32_t none = 0x110000;
     const char32_t behind = _part.end < _text.size() ? decodeAt(_text, _part.end) : none;
-    if (HB_DIRECTION_IS_BACKWARD(hb_buffer_get_direction(_scratch.buffer.get()))) {
-        completeClusters(_text, made, made + length, false, behind);
+    GlyphReader reader(buffer, _text, glyphs.data() + first);
+    if (HB_DIRECTION_IS_BACKWARD(hb_buffer_get_direction(buffer))) {
+        reader.readRightToLeft(behind);
     } else {
-        completeClusters(_text, std::make_reverse_iterator(made + length), std::make_reverse_iterator(made),
-                         true, behind);
+        reader.readLeftToRight(behind);
     }
 }
 

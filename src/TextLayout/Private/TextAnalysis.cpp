@@ -52,8 +52,8 @@ public:
     }
 
 private:
-    /// Takes the characters that begin clusters and change neither script nor paragraph. Returns where
-    /// another one or the end of the text follows.
+    /// Takes the characters that begin clusters and change at most the script. Returns where another one or
+    /// the end of the text follows.
     const char* takePlain(const char* position, const char* end) {
         if (_isAfterSeparator || !_clusters.isBehindSimple()) {
             return position;
@@ -64,11 +64,16 @@ private:
             if (next == end) {
                 return end;
             }
-            const CharacterTraits traits = getTraits(decodeNext(next, end));
-            if (!isPlain(traits)) {
+            const char32_t codePoint = decodeNext(next, end);
+            const CharacterTraits traits = getTraits(codePoint);
+            if (!traits.isPlain()) {
                 return behindAscii;
             }
-            _clusters.addBase(static_cast<std::size_t>(behindAscii - _text.data()));
+            const auto begin = static_cast<std::uint32_t>(behindAscii - _text.data());
+            _clusters.addBase(begin);
+            if (!keepsScript(traits)) {
+                changeScript(begin, _scripts.resolve(codePoint, traits));
+            }
             _classes |= U_MASK(traits.getBidiClass());
             position = next;
         }
@@ -81,7 +86,7 @@ private:
         const char* position = begin;
         for (; position != end; ++position) {
             const auto byte = static_cast<unsigned char>(*position);
-            if (byte >= 0x80U || !isPlain(page[byte])) {
+            if (byte >= 0x80U || !page[byte].isPlain() || !keepsScript(page[byte])) {
                 break;
             }
             classes |= U_MASK(page[byte].getBidiClass());
@@ -94,8 +99,8 @@ private:
         return position;
     }
 
-    bool isPlain(CharacterTraits traits) const {
-        return traits.isPlain() && (traits.takesScriptOfOthers() || traits.getScript() == _script);
+    bool keepsScript(CharacterTraits traits) const {
+        return traits.takesScriptOfOthers() || traits.getScript() == _script;
     }
 
     bool isSecondOfCrLf(std::uint32_t begin) const {
@@ -158,7 +163,7 @@ bool hasNoLevels(const DirectedParagraph& paragraph) {
 
 TextAnalysis analyse(std::string_view text, ParagraphDirection direction) {
     checkLength(text);
-    TextAnalysis analysis{};
+    TextAnalysis analysis;
     Scanner scanner(text, direction, analysis);
     scanner.scan();
     scanner.finish();

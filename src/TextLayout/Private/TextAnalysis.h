@@ -25,7 +25,7 @@ struct TextItem {
 };
 
 /// Short texts have so few items that they need no allocation.
-using TextItems = boost::container::small_vector<TextItem, 4>;
+using TextItems = boost::container::small_vector<TextItem, 32>;
 
 /// What must be known about a text before it is shaped: the results of BidiLine, findScriptRuns and
 /// findGraphemeBoundaries from one pass over the text.
@@ -33,7 +33,7 @@ struct TextAnalysis {                          // NOLINT(bugprone-exception-esca
     std::vector<DirectedParagraph> paragraphs; ///< cover the text; none if it is empty
     TextItems items;                           ///< cover the text, in logical order
     ByteSet clusterStarts;    ///< where extended grapheme clusters begin, and the end of the text
-    bool isPlain;             ///< all levels are 0
+    bool isPlain = true;      ///< all levels are 0
     bool isWellFormed = true; ///< false if there may be ill-formed parts
 };
 

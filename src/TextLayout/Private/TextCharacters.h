@@ -10,26 +10,31 @@ namespace Vell::TextLayout {
 
 /// The same as decodeUtf8(), with a short way for each well-formed sequence of up to three bytes.
 inline char32_t decodeNext(const char*& position, const char* end) {
+    constexpr unsigned int trailingMark = 0x80; // of a byte behind the first one, which has six bits more
+    constexpr unsigned int trailingLimit = 0x40;
     constexpr char32_t firstOfThreeBytes = 0x800;
     constexpr char32_t firstSurrogate = 0xD800;
     constexpr char32_t surrogates = 0x800;
     const auto getByte = [&](int index) { return static_cast<unsigned char>(position[index]); };
-    const auto isTrailing = [&](int index) { return (getByte(index) & 0xC0U) == 0x80U; };
     const unsigned int lead = getByte(0);
     if (lead < 0x80U) {
         ++position;
         return lead;
     }
-    if (lead >= 0xC2U && lead < 0xE0U && end - position > 1 && isTrailing(1)) {
-        const char32_t code = (lead & 0x1FU) << 6U | (getByte(1) & 0x3FU);
-        position += 2;
-        return code;
-    }
-    if (lead >= 0xE0U && lead < 0xF0U && end - position > 2 && isTrailing(1) && isTrailing(2)) {
-        const char32_t code = (lead & 0x0FU) << 12U | (getByte(1) & 0x3FU) << 6U | (getByte(2) & 0x3FU);
-        if (code >= firstOfThreeBytes && code - firstSurrogate >= surrogates) {
+    if (lead >= 0xE0U && lead < 0xF0U && end - position > 2) {
+        const unsigned int second = getByte(1) ^ trailingMark;
+        const unsigned int third = getByte(2) ^ trailingMark;
+        const char32_t code = (lead & 0x0FU) << 12U | second << 6U | third;
+        if ((second | third) < trailingLimit && code >= firstOfThreeBytes &&
+            code - firstSurrogate >= surrogates) {
             position += 3;
             return code;
+        }
+    } else if (lead >= 0xC2U && lead < 0xE0U && end - position > 1) {
+        const unsigned int second = getByte(1) ^ trailingMark;
+        if (second < trailingLimit) {
+            position += 2;
+            return (lead & 0x1FU) << 6U | second;
         }
     }
     return decodeUtf8(position, end);

@@ -119,7 +119,7 @@ private:
         std::uint32_t runFont = group.fonts.getOwnFont();
         while (run.end != part.end) {
             const TextPart rest{run.end, part.end};
-            std::uint32_t end = group.fonts.findEndOfOwn(_input.text, _clusterStarts, rest);
+            std::uint32_t end = findEndOfOwn(rest, group);
             std::uint32_t font = group.fonts.getOwnFont();
             if (end == rest.begin) {
                 end = static_cast<std::uint32_t>(_clusterStarts.next(end));
@@ -133,6 +133,18 @@ private:
             run.end = end;
         }
         shapeRun(item, run, runFont, group);
+    }
+
+    /// The end of the clusters at the front of a part that the group's own font draws, as far as that is
+    /// easily found.
+    std::uint32_t findEndOfOwn(const TextPart& part, const Group& group) {
+        if (part.begin >= _endOfOwn) {
+            const auto endOfText = static_cast<std::uint32_t>(_input.text.size());
+            const TextPart ofGroup{part.begin,
+                                   findEndOfGroup(_input.groups.getSpans()[_span].group, endOfText)};
+            _endOfOwn = group.fonts.findEndOfOwn(_input.text, _clusterStarts, ofGroup);
+        }
+        return std::min(_endOfOwn, part.end);
     }
 
     void shapeRun(const TextItem& item, const TextPart& part, std::uint32_t font, Group& group) {
@@ -245,8 +257,10 @@ private:
     std::vector<ShapedGlyph> _glyphs;
     RunShaper _runShaper;
     boost::container::small_vector<Group, 1> _fontGroups;
-    boost::container::small_vector<ShapedRun, 4> _runs; // in logical order
-    std::size_t _span = 0;                              // of the part that is being shaped
+    boost::container::small_vector<ShapedRun, 32> _runs; // in logical order
+    std::size_t _span = 0;                               // of the part that is being shaped
+    std::uint32_t _endOfOwn =
+        0; // up to where the own font of the group at work is known to draw all clusters
 };
 
 } // namespace

@@ -30,8 +30,12 @@ WordShaper::WordShaper(const Context& context, const RunToShape& run, ShapePlan&
 void WordShaper::append() {
     const std::size_t first = _glyphs.size();
     _needsWholeRun = staysDecomposed(_run.part);
-    for (std::uint32_t position = _run.part.begin; position != _run.part.end && !_needsWholeRun;) {
-        position = appendNext(position);
+    const std::uint32_t end = _run.part.end;
+    for (std::uint32_t position = _run.part.begin; position != end && !_needsWholeRun;) {
+        position = appendFree(position);
+        if (position != end) {
+            position = appendWord(position);
+        }
     }
     if (_needsWholeRun) {
         _glyphs.resize(first);
@@ -41,12 +45,22 @@ void WordShaper::append() {
     }
 }
 
-std::uint32_t WordShaper::appendNext(std::uint32_t position) {
-    const Character character = read(position);
-    if (const FreeGlyph* const free = findFree(character)) {
-        append(*free, character);
-        return character.end;
+std::uint32_t WordShaper::appendFree(std::uint32_t position) {
+    Character character = read(position);
+    while (position != _run.part.end && mayBeFree(character.code)) {
+        const Character next = read(character.end);
+        const FreeGlyph* const free = findFree(character, next);
+        if (free == nullptr) {
+            break;
+        }
+        append(*free, character, next);
+        character = next;
+        position = next.begin;
     }
+    return position;
+}
+
+std::uint32_t WordShaper::appendWord(std::uint32_t position) {
     const Word word = findWord(position);
     const std::vector<ShapedGlyph>* const cached = find(word);
     if (cached == nullptr) {
@@ -56,28 +70,22 @@ std::uint32_t WordShaper::appendNext(std::uint32_t position) {
     return word.end;
 }
 
-WordShaper::Character WordShaper::read(std::uint32_t position) {
-    if (position != _last.begin) {
-        const char* end = _text.data() + position;
-        const bool isAtEnd = position == _text.size();
-        const char32_t code = isAtEnd ? 0 : decodeNext(end, _text.data() + _text.size());
-        _last = {code, position, static_cast<std::uint32_t>(end - _text.data())};
+WordShaper::Character WordShaper::read(std::uint32_t position) const {
+    if (position == _text.size()) {
+        return {0, position, position};
     }
-    return _last;
+    const char* end = _text.data() + position;
+    const char32_t code = decodeNext(end, _text.data() + _text.size());
+    return {code, position, static_cast<std::uint32_t>(end - _text.data())};
 }
 
-const FreeGlyph* WordShaper::findFree(const Character& character) {
-    if (!mayBeFree(character.code)) {
-        return nullptr;
-    }
-    if (character.begin != _lastAsked) {
-        const std::uint32_t behind = character.end;
-        const char32_t code = character.code;
-        _lastAsked = character.begin;
-        _lastFree =
-            _clusterStarts.test(behind) && !isMark(read(behind).code) ? _plan.findFreeGlyph(code) : nullptr;
-    }
-    return _lastFree;
+const FreeGlyph* WordShaper::findFree(const Character& character) const {
+    return mayBeFree(character.code) ? findFree(character, read(character.end)) : nullptr;
+}
+
+const FreeGlyph* WordShaper::findFree(const Character& character, const Character& next) const {
+    return _clusterStarts.test(next.begin) && !isMark(next.code) ? _plan.findFreeGlyph(character.code)
+                                                                 : nullptr;
 }
 
 bool WordShaper::mayBeFree(char32_t character) const {
@@ -87,19 +95,19 @@ bool WordShaper::mayBeFree(char32_t character) const {
     return character >= firstIdeographic && _hasFreeGlyphs && getTraits(character).isIdeographOrKana();
 }
 
-void WordShaper::append(const FreeGlyph& free, const Character& character) {
+void WordShaper::append(const FreeGlyph& free, const Character& character, const Character& next) {
     beginBlock();
     ShapedGlyph glyph{};
     glyph.cluster = character.begin;
     glyph.advance = free.advance;
     glyph.index = free.index;
     glyph.isSpaced = true;
-    glyph.isLast = read(character.end).code != character.code || character.end == _text.size();
+    glyph.isLast = next.code != character.code || next.begin == _text.size();
     glyph.isSafeToBreak = true;
     _glyphs.push_back(glyph);
 }
 
-WordShaper::Word WordShaper::findWord(std::uint32_t begin) {
+WordShaper::Word WordShaper::findWord(std::uint32_t begin) const {
     const std::uint32_t limit = _run.part.end;
     std::uint32_t end = _hasFreeGlyphs ? findCharacterBehind(_text, begin) : limit;
     while (end < limit) {
@@ -118,7 +126,7 @@ WordKey WordShaper::makeKey(const Word& word) const {
 }
 
 const std::vector<ShapedGlyph>* WordShaper::find(const Word& word) const {
-    return joinsOutside(_text, _run.part, word) ? nullptr : _caches.words.find(makeKey(word));
+    return joinsOutside(word) ? nullptr : _caches.words.find(makeKey(word));
 }
 
 void WordShaper::appendCached(const std::vector<ShapedGlyph>& cached, const Word& word) {
@@ -158,11 +166,7 @@ std::uint32_t WordShaper::shapeFrom(const Word& word) {
     if (nextGlyphs.empty()) {
         return missing.back().end;
     }
-    for (std::uint32_t position = missing.back().end; position != next.begin;) {
-        const Character character = read(position);
-        append(*findFree(character), character);
-        position = character.end;
-    }
+    appendFree(missing.back().end);
     appendCached(nextGlyphs, next);
     return next.end;
 }
@@ -192,7 +196,7 @@ void WordShaper::shapeWholeRun() {
     }
 }
 
-WordShaper::Words WordShaper::listWords() {
+WordShaper::Words WordShaper::listWords() const {
     Words words;
     for (std::uint32_t position = _run.part.begin; position != _run.part.end;) {
         const Character character = read(position);
@@ -213,6 +217,10 @@ bool WordShaper::hasCircle(std::size_t first) const {
 
 bool WordShaper::staysDecomposed(const Word& block) const {
     return _plan.mayDecompose() && TextLayout::staysDecomposed(_text, block);
+}
+
+bool WordShaper::joinsOutside(const Word& word) const {
+    return _plan.mayJoin() && TextLayout::joinsOutside(_text, _run.part, word);
 }
 
 bool WordShaper::beginsWithJoiner(const Word& word) const {
@@ -254,8 +262,7 @@ void WordShaper::put(const Word& word, std::vector<ShapedGlyph> glyphs) const {
 }
 
 bool WordShaper::mayRemember(const Word& word) const {
-    return !isMark(decodeAt(_text, word.begin)) && !beginsWithJoiner(word) &&
-           !joinsOutside(_text, _run.part, word);
+    return !isMark(decodeAt(_text, word.begin)) && !beginsWithJoiner(word) && !joinsOutside(word);
 }
 
 void WordShaper::beginBlock() {

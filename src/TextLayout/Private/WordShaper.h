@@ -12,7 +12,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <limits>
 #include <string_view>
 #include <vector>
 
@@ -46,23 +45,27 @@ private:
         std::uint32_t end;
     };
 
-    /// Appends what begins at `position`: a character that stands for itself, or a word and all that must be
-    /// shaped together with it. Returns its end.
-    std::uint32_t appendNext(std::uint32_t position);
+    /// Appends the characters that stand for themselves, from `position` up to what it returns: the end of
+    /// the run, or the beginning of a word.
+    std::uint32_t appendFree(std::uint32_t position);
 
-    /// Decodes each character once if they are read one after the other. At the end of the text there is
-    /// none.
-    Character read(std::uint32_t position);
+    /// Appends the word that begins at `position`, and all that must be shaped together with it. Returns its
+    /// end.
+    std::uint32_t appendWord(std::uint32_t position);
+
+    /// The character 0 at the end of the text.
+    Character read(std::uint32_t position) const;
 
     /// The glyph of a character that is a cluster by itself and that nothing around it changes. HarfBuzz
     /// takes all marks into the cluster before them, also those that begin a grapheme cluster.
-    const FreeGlyph* findFree(const Character& character);
+    const FreeGlyph* findFree(const Character& character) const;
+    const FreeGlyph* findFree(const Character& character, const Character& next) const;
 
     bool mayBeFree(char32_t character) const;
 
-    void append(const FreeGlyph& free, const Character& character);
+    void append(const FreeGlyph& free, const Character& character, const Character& next);
 
-    Word findWord(std::uint32_t begin);
+    Word findWord(std::uint32_t begin) const;
 
     WordKey makeKey(const Word& word) const;
 
@@ -81,13 +84,15 @@ private:
     /// For runs with a word whose glyphs depend on other words.
     void shapeWholeRun();
 
-    Words listWords();
+    Words listWords() const;
 
     /// Whether there is a dotted circle, which HarfBuzz puts under marks without a base. It may take a broken
     /// syllable for the one 15 syllables before it, so what it does to a word depends on the whole run.
     bool hasCircle(std::size_t first) const;
 
     bool staysDecomposed(const Word& block) const;
+
+    bool joinsOutside(const Word& word) const;
 
     bool beginsWithJoiner(const Word& word) const;
 
@@ -117,9 +122,6 @@ private:
     bool _hasFreeGlyphs;
     bool _hasFreeSpaces;
     bool _needsWholeRun = false;
-    Character _last{0, std::numeric_limits<std::uint32_t>::max(), 0};
-    std::uint32_t _lastAsked = std::numeric_limits<std::uint32_t>::max(); // for a free glyph
-    const FreeGlyph* _lastFree = nullptr;
     boost::container::small_vector<std::size_t, 32> _blocks; // where they begin, in a run to the left
 };
 
