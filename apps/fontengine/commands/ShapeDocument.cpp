@@ -40,7 +40,7 @@ public:
     }
 
     void print() {
-        const std::vector<ShapedRun>& runs = _text.getRuns();
+        const ShapedRuns& runs = _text.getRuns();
         _out << R"({"runs":[)";
         for (auto run = runs.begin(); run != runs.end();) {
             auto end = run + 1;
@@ -55,7 +55,7 @@ public:
     }
 
 private:
-    using RunIterator = std::vector<ShapedRun>::const_iterator;
+    using RunIterator = ShapedRuns::const_iterator;
 
     /// Whether nothing that the document shows differs between neighbours, such as those of two paragraphs.
     bool looksLikeOneRun(const ShapedRun& left, const ShapedRun& right) const {

@@ -19,6 +19,9 @@ public:
     explicit ByteSet(std::size_t last)
         : _words(last / wordBits + 1) {}
 
+    /// Makes the set an empty one of offsets up to `last`, inclusive.
+    void reset(std::size_t last) { _words.assign(last / wordBits + 1, 0); }
+
     /// Requires an offset within the limit.
     bool test(std::size_t offset) const {
         return (_words[offset / wordBits] >> (offset % wordBits) & 1U) != 0;

@@ -23,7 +23,7 @@ public:
     ClusterFinder(std::string_view text, ByteSet& starts)
         : _text(text)
         , _starts(starts) {
-        _starts = ByteSet(text.size());
+        _starts.reset(text.size());
     }
 
     /// Takes the next character of the text, which stands from `begin` up to `end`.

@@ -71,8 +71,8 @@ PreparedStyle::PreparedStyle(const FontEngine::FontFactory& factory, const TextS
     , language(makeLanguage(style.language))
     , hasPartialFeatures(std::any_of(style.features.begin(), style.features.end(), isPartial)) {}
 
-bool PreparedStyle::isExactly(const TextStyle& style, const Gfx::FontInfo& styleInfo) const {
-    return getStyle().font.get() == style.font.get() && isFor(style, styleInfo) &&
+bool PreparedStyle::isExactly(const TextStyle& style) const {
+    return getStyle().font.get() == style.font.get() && haveEqualGlyphs(getStyle(), style) &&
            haveEqualPaint(getStyle(), style);
 }
 

@@ -24,9 +24,10 @@ struct PreparedStyle {
     const RunFont& getOwnFont() const { return look->fonts.front(); }
     const FontEngine::FontFace& getFace() const { return *getOwnFont().font.getFace(); }
 
-    /// Whether texts in `style` may share the look. `styleInfo` is that of the style.
-    bool isExactly(const TextStyle& style, const Gfx::FontInfo& styleInfo) const;
-    /// Whether texts in `style` have the same glyphs, as long as the face is the same.
+    /// Whether texts in `style` may share the look.
+    bool isExactly(const TextStyle& style) const;
+    /// Whether texts in `style` have the same glyphs, as long as the face is the same. `styleInfo` is that of
+    /// the style.
     bool isFor(const TextStyle& style, const Gfx::FontInfo& styleInfo) const;
 
     const std::uint64_t resetCount; ///< of the factory

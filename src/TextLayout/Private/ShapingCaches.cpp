@@ -17,22 +17,31 @@ const Pointer& makeLatest(std::vector<Pointer>& pointers, typename std::vector<P
     return pointers.back();
 }
 
+using Styles = std::vector<std::shared_ptr<PreparedStyle>>;
+
+template <class Predicate>
+std::shared_ptr<PreparedStyle> findStyle(Styles& styles, const Predicate& isWanted,
+                                         std::uint64_t resetCount) {
+    const auto found =
+        std::find_if(styles.rbegin(), styles.rend(), [&](const auto& known) { return isWanted(*known); });
+    if (found == styles.rend() || (*found)->resetCount != resetCount) {
+        return nullptr;
+    }
+    return makeLatest(styles, std::prev(found.base()));
+}
+
 } // namespace
 
-StyleInUse ShapingCaches::findStyle(const TextStyle& style, const Gfx::FontInfo& fontInfo,
-                                    std::uint64_t resetCount) {
-    const auto isExactly = [&](const auto& known) { return known->isExactly(style, fontInfo); };
-    const auto isFor = [&](const auto& known) { return known->isFor(style, fontInfo); };
-    bool isExact = true;
-    auto found = std::find_if(_styles.rbegin(), _styles.rend(), isExactly);
-    if (found == _styles.rend()) {
-        isExact = false;
-        found = std::find_if(_styles.rbegin(), _styles.rend(), isFor);
-    }
-    if (found == _styles.rend() || (*found)->resetCount != resetCount) {
-        return {nullptr, false};
-    }
-    return {makeLatest(_styles, std::prev(found.base())), isExact};
+std::shared_ptr<PreparedStyle> ShapingCaches::findStyle(const TextStyle& style, std::uint64_t resetCount) {
+    return TextLayout::findStyle(
+        _styles, [&](const PreparedStyle& known) { return known.isExactly(style); }, resetCount);
+}
+
+std::shared_ptr<PreparedStyle> ShapingCaches::findEqualStyle(const TextStyle& style,
+                                                             const Gfx::FontInfo& fontInfo,
+                                                             std::uint64_t resetCount) {
+    return TextLayout::findStyle(
+        _styles, [&](const PreparedStyle& known) { return known.isFor(style, fontInfo); }, resetCount);
 }
 
 std::shared_ptr<PreparedStyle> ShapingCaches::put(std::shared_ptr<PreparedStyle> style) {

@@ -24,9 +24,12 @@ struct ShapingCaches {
     explicit ShapingCaches(std::uint64_t maxWordBytes)
         : words(maxWordBytes) {}
 
-    /// What is known of a style since the factory was reset for the last time. `fontInfo` is that of the
-    /// style. Null if nothing is known.
-    StyleInUse findStyle(const TextStyle& style, const Gfx::FontInfo& fontInfo, std::uint64_t resetCount);
+    /// What is known of a style since the factory was reset for the last time, if texts in it may share the
+    /// look. Null if nothing is known.
+    std::shared_ptr<PreparedStyle> findStyle(const TextStyle& style, std::uint64_t resetCount);
+    /// The same if texts in it have the same glyphs. `fontInfo` is that of the style.
+    std::shared_ptr<PreparedStyle> findEqualStyle(const TextStyle& style, const Gfx::FontInfo& fontInfo,
+                                                  std::uint64_t resetCount);
     /// Returns what gives way. Destroy it without the lock, because descriptions are the client's.
     std::shared_ptr<PreparedStyle> put(std::shared_ptr<PreparedStyle> style);
 

@@ -7,7 +7,7 @@ namespace Vell::TextLayout {
 namespace {
 
 bool areEqual(const NNPtr<const Gfx::ExtFontInfo>& lhs, const NNPtr<const Gfx::ExtFontInfo>& rhs) {
-    if (lhs == rhs) {
+    if (lhs.get() == rhs.get()) {
         return true;
     }
     const auto left = lhs->getFontInfo();

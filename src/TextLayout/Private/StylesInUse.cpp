@@ -21,10 +21,17 @@ std::shared_ptr<PreparedStyle> prepare(const FontEngine::FontFactory& factory, S
 
 StyleInUse find(const FontEngine::FontFactory& factory, ShapingCaches& caches, const TextStyle& style,
                 CachesLock& lock) {
+    lock.lock();
+    if (auto known = caches.findStyle(style, factory.getResetCount())) {
+        return {std::move(known), true};
+    }
+    lock.unlock();
     const NNPtr<const Gfx::FontInfo> fontInfo = style.font->getFontInfo();
     lock.lock();
-    StyleInUse found = caches.findStyle(style, *fontInfo, factory.getResetCount());
-    return found.prepared ? found : StyleInUse{prepare(factory, caches, style, lock), true};
+    if (auto known = caches.findEqualStyle(style, *fontInfo, factory.getResetCount())) {
+        return {std::move(known), false};
+    }
+    return {prepare(factory, caches, style, lock), true};
 }
 
 } // namespace

@@ -144,7 +144,7 @@ private:
 
     std::string_view _text;
     ParagraphDirection _direction;
-    std::vector<DirectedParagraph>& _paragraphs;
+    DirectedParagraphs& _paragraphs;
     TextItems& _items;
     bool& _isWellFormed;
     ClusterFinder _clusters;

@@ -9,7 +9,6 @@
 
 #include <cstdint>
 #include <string_view>
-#include <vector>
 
 namespace Vell::TextLayout {
 
@@ -29,12 +28,12 @@ using TextItems = boost::container::small_vector<TextItem, 32>;
 
 /// What must be known about a text before it is shaped: the results of BidiLine, findScriptRuns and
 /// findGraphemeBoundaries from one pass over the text.
-struct TextAnalysis {                          // NOLINT(bugprone-exception-escape): see ByteSet
-    std::vector<DirectedParagraph> paragraphs; ///< cover the text; none if it is empty
-    TextItems items;                           ///< cover the text, in logical order
-    ByteSet clusterStarts;    ///< where extended grapheme clusters begin, and the end of the text
-    bool isPlain = true;      ///< all levels are 0
-    bool isWellFormed = true; ///< false if there may be ill-formed parts
+struct TextAnalysis {              // NOLINT(bugprone-exception-escape): see ByteSet
+    DirectedParagraphs paragraphs; ///< cover the text; none if it is empty
+    TextItems items;               ///< cover the text, in logical order
+    ByteSet clusterStarts;         ///< where extended grapheme clusters begin, and the end of the text
+    bool isPlain = true;           ///< all levels are 0
+    bool isWellFormed = true;      ///< false if there may be ill-formed parts
 };
 
 /// Analyses a text. ICU sees only what needs it: texts with right-to-left or formatting characters for their

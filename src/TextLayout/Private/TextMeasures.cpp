@@ -12,7 +12,7 @@ namespace Vell::TextLayout {
 
 namespace {
 
-std::vector<std::uint32_t> orderLogically(const std::vector<ShapedRun>& runs) {
+std::vector<std::uint32_t> orderLogically(const ShapedRuns& runs) {
     std::vector<std::uint32_t> order(runs.size());
     std::iota(order.begin(), order.end(), 0U);
     std::sort(order.begin(), order.end(),
@@ -71,7 +71,7 @@ std::size_t TextMeasures::findRun(std::uint32_t offset) const {
 }
 
 BidiLevel TextMeasures::getBaseLevel(std::uint32_t offset) const {
-    const std::vector<DirectedParagraph>& paragraphs = _text.getParagraphs();
+    const DirectedParagraphs& paragraphs = _text.getParagraphs();
     const auto behind =
         std::partition_point(paragraphs.begin(), paragraphs.end(),
                              [&](const DirectedParagraph& paragraph) { return paragraph.begin <= offset; });
@@ -79,7 +79,7 @@ BidiLevel TextMeasures::getBaseLevel(std::uint32_t offset) const {
 }
 
 bool TextMeasures::endsParagraph(std::uint32_t offset) const {
-    const std::vector<DirectedParagraph>& paragraphs = _text.getParagraphs();
+    const DirectedParagraphs& paragraphs = _text.getParagraphs();
     const auto paragraph =
         std::partition_point(paragraphs.begin(), paragraphs.end(),
                              [&](const DirectedParagraph& other) { return other.end < offset; });

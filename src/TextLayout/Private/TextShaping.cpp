@@ -26,7 +26,7 @@ public:
         FontSource source;
         std::string_view text;
         const StyleGroups& groups;
-        const StylesInUse& styles; ///< of the groups
+        StylesInUse& styles; ///< of the groups
         const TextAnalysis& analysis;
     };
 
@@ -39,8 +39,7 @@ public:
                       _clusterStarts, _glyphs}) {
         for (const StyleInUse& style : input.styles) {
             const std::uint32_t ownFont = _fontGroups.empty() ? 0 : _fonts.add(style.prepared->getOwnFont());
-            _fontGroups.push_back({ClusterFonts(input.source, *style.prepared, ownFont, _fonts),
-                                   FeatureSettings(style.prepared->getStyle().features), *style.prepared});
+            _fontGroups.emplace_back(input.source, *style.prepared, ownFont, _fonts);
         }
     }
     ~Shaping() { // descriptions are the client's: they end without the lock
@@ -68,16 +67,23 @@ public:
         takeGlyphs(parts.glyphs);
     }
 
+    /// The look of a prepared style keeps that alive, which takes less time than to count references to both.
     std::shared_ptr<const TextLook> takeLook() {
-        const StyleInUse& style = _input.styles.front();
+        StyleInUse& style = _input.styles.front();
         if (_input.groups.getStyleCount() == 1 && style.isExact && _fonts.isShared()) {
-            return style.prepared->look;
+            const TextLook* const look = style.prepared->look.get();
+            return {std::move(style.prepared), look};
         }
         return std::make_shared<const TextLook>(TextLook{_input.groups.copyStyles(), _fonts.take()});
     }
 
 private:
     struct Group {
+        Group(const FontSource& source, PreparedStyle& preparedStyle, std::uint32_t ownFont, TextFonts& used)
+            : fonts(source, preparedStyle, ownFont, used)
+            , features(preparedStyle.getStyle().features)
+            , style(preparedStyle) {}
+
         ClusterFonts fonts;
         FeatureSettings features;
         PreparedStyle& style;
@@ -214,12 +220,12 @@ private:
         return font.toUnits(static_cast<float>(units)) + font.letterSpacing * static_cast<float>(spaces);
     }
 
-    void orderRuns(std::vector<ShapedRun>& ordered) const {
-        ordered.reserve(_runs.size());
+    void orderRuns(ShapedRuns& ordered) const {
         if (_input.analysis.isPlain) {
             ordered.assign(_runs.begin(), _runs.end());
             return;
         }
+        ordered.reserve(_runs.size());
         std::vector<BidiLevel> levels(_runs.size());
         std::transform(_runs.begin(), _runs.end(), levels.begin(),
                        [](const ShapedRun& run) { return run.level; });
@@ -286,19 +292,17 @@ NNPtr<const ShapedText> TextShaping::shape(std::string_view text, const StyleGro
                                            ParagraphDirection direction) const {
     TextAnalysis analysis = analyse(text, direction);
     CachesLock lock(_caches.mutex, std::defer_lock);
-    ShapedTextParts parts;
-    auto look = std::shared_ptr<const TextLook>();
-    if (const StylesInUse styles = prepareStyles(*_factory, _caches, groups, lock); !styles.empty()) {
+    auto shaped = std::make_shared<ShapedText>(text, shared_from_this());
+    shaped->_parts.paragraphs = std::move(analysis.paragraphs);
+    if (StylesInUse styles = prepareStyles(*_factory, _caches, groups, lock); !styles.empty()) {
         Shaping shaping({{*_factory, _fallback.get(), _caches, lock}, text, groups, styles, analysis});
         shaping.shape();
-        shaping.takeTo(parts);
-        look = shaping.takeLook();
+        shaping.takeTo(shaped->_parts);
+        shaped->complete(shaping.takeLook());
     } else {
-        look = std::make_shared<const TextLook>();
+        shaped->complete(std::make_shared<const TextLook>());
     }
-    parts.text = text;
-    parts.paragraphs = std::move(analysis.paragraphs);
-    return makeNNPtr<const ShapedText>(std::move(parts), std::move(look), shared_from_this());
+    return shaped;
 }
 
 } // namespace Vell::TextLayout

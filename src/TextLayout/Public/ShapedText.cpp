@@ -18,7 +18,7 @@ unsigned short RunFont::readUnitsPerEM() const {
 
 namespace {
 
-float sumWidths(const std::vector<ShapedRun>& runs) {
+float sumWidths(const ShapedRuns& runs) {
     return std::accumulate(runs.begin(), runs.end(), 0.0F,
                            [](float width, const ShapedRun& run) { return width + run.width; });
 }
@@ -31,14 +31,16 @@ ShapedText::ShapedText(ShapedTextParts parts, std::shared_ptr<const ShapingServi
     , _service(std::move(service))
     , _width(sumWidths(_parts.runs)) {}
 
-ShapedText::ShapedText(ShapedTextParts&& parts, std::shared_ptr<const TextLook> look,
-                       std::shared_ptr<const ShapingService> service)
-    : _parts(std::move(parts))
-    , _look(std::move(look))
-    , _service(std::move(service))
-    , _width(sumWidths(_parts.runs)) {}
+ShapedText::ShapedText(std::string_view text, std::shared_ptr<const ShapingService> service)
+    : _parts{std::string(text)}
+    , _service(std::move(service)) {}
 
 ShapedText::~ShapedText() = default;
+
+void ShapedText::complete(std::shared_ptr<const TextLook> look) {
+    _look = std::move(look);
+    _width = sumWidths(_parts.runs);
+}
 
 const TextMeasures& ShapedText::getMeasures() const {
     std::call_once(_measuresOnce, [this] { _measures = std::make_unique<const TextMeasures>(*this); });

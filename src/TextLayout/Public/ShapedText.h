@@ -8,6 +8,8 @@
 #include <Utils/Public/Export.h>
 #include <Utils/Public/Ptr/CheckedPtr.h>
 
+#include <boost/container/small_vector.hpp>
+
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -84,6 +86,9 @@ struct DirectedParagraph {
     BidiLevel baseLevel; ///< 0 or 1
 };
 
+using ShapedRuns = boost::container::small_vector<ShapedRun, 1>;                 ///< most texts have one
+using DirectedParagraphs = boost::container::small_vector<DirectedParagraph, 1>; ///< the same
+
 /// What the runs of a text refer to. Texts in one style share it.
 struct TextLook {
     std::vector<TextStyle> styles = {};
@@ -96,8 +101,8 @@ struct ShapedTextParts {
     std::vector<TextStyle> styles = {};
     std::vector<RunFont> fonts = {};
     std::vector<ShapedGlyph> glyphs = {};
-    std::vector<ShapedRun> runs = {};               ///< in visual order
-    std::vector<DirectedParagraph> paragraphs = {}; ///< in order; they cover the text
+    ShapedRuns runs = {};               ///< in visual order
+    DirectedParagraphs paragraphs = {}; ///< in order; they cover the text
 };
 
 /// A text as glyphs, on a single line of any length. TextShaper makes it, and a Paragraph breaks it into
@@ -117,9 +122,8 @@ public:
     /// For shapers. `service` shapes hyphens and ellipses for paragraphs, which have none if it is null.
     VELL_API explicit ShapedText(ShapedTextParts parts,
                                  std::shared_ptr<const ShapingService> service = nullptr);
-    /// For shapers whose texts share their styles and fonts. Those of `parts` do not count.
-    ShapedText(ShapedTextParts&& parts, std::shared_ptr<const TextLook> look,
-               std::shared_ptr<const ShapingService> service);
+    /// For TextShaping, which completes it in place.
+    ShapedText(std::string_view text, std::shared_ptr<const ShapingService> service);
     VELL_API ~ShapedText();
 
     ShapedText(const ShapedText&) = delete;
@@ -128,11 +132,11 @@ public:
     /// As it was shaped, ill-formed UTF-8 included.
     const std::string& getText() const { return _parts.text; }
     /// In visual order, as on one line.
-    const std::vector<ShapedRun>& getRuns() const { return _parts.runs; }
+    const ShapedRuns& getRuns() const { return _parts.runs; }
     const std::vector<ShapedGlyph>& getGlyphs() const { return _parts.glyphs; }
     const std::vector<RunFont>& getFonts() const { return _look->fonts; }
     const std::vector<TextStyle>& getStyles() const { return _look->styles; }
-    const std::vector<DirectedParagraph>& getParagraphs() const { return _parts.paragraphs; }
+    const DirectedParagraphs& getParagraphs() const { return _parts.paragraphs; }
     /// The sum of the runs' widths, in the units of the font size.
     float getWidth() const { return _width; }
 
@@ -145,12 +149,17 @@ public:
     const std::shared_ptr<const ShapingService>& getService() const { return _service; }
 
 private:
+    friend class TextShaping;
+
+    /// Texts in one style share their look.
+    void complete(std::shared_ptr<const TextLook> look);
+
     ShapedTextParts _parts; // its styles and fonts are empty
     std::shared_ptr<const TextLook> _look;
     std::shared_ptr<const ShapingService> _service;
     mutable std::once_flag _measuresOnce;
     mutable std::unique_ptr<const TextMeasures> _measures; // null until they are needed
-    float _width;
+    float _width = 0.0F;
 };
 
 } // namespace Vell::TextLayout
