@@ -50,21 +50,23 @@ ClusterFonts::ClusterFonts(const FontSource& source, PreparedStyle& style, std::
 
 std::uint32_t ClusterFonts::findEndOfOwn(std::string_view text, const ByteSet& clusterStarts,
                                          const TextPart& part) const {
+    const auto isAlone = [&](const char* behind) {
+        return clusterStarts.test(static_cast<std::size_t>(behind - text.data()));
+    };
+    DrawnCharacters& drawn = _prepared.drawnCharacters;
+    const DrawnCharacters::Page& ascii = drawn.getPage(0);
     const char* const end = text.data() + part.end;
     const char* position = text.data() + part.begin;
     while (position != end) {
         const auto byte = static_cast<unsigned char>(*position);
-        if (byte < _prepared.drawsAscii.size() && _prepared.drawsAscii[byte]) {
+        if (byte < 0x80U && ascii[byte]) {
             ++position;
             continue;
         }
         const char* next = position;
         const char32_t character = decodeNext(next, end);
-        const CharacterTraits traits = getTraits(character);
-        const bool mayBeEmoji =
-            traits.isEmoji() && (traits.hasEmojiPresentation() ||
-                                 !clusterStarts.test(static_cast<std::size_t>(next - text.data())));
-        if (mayBeEmoji || !ownFontHas(character)) {
+        if (!drawn.has(character) &&
+            !(ownFontHas(character) && isAlone(next) && !getTraits(character).hasEmojiPresentation())) {
             break;
         }
         position = next;

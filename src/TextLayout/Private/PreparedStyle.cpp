@@ -1,7 +1,6 @@
 #include <TextLayout/Private/PreparedStyle.h>
 
 #include <TextLayout/Private/AllocationWatch.h>
-#include <TextLayout/Private/CharacterTraits.h>
 #include <TextLayout/Private/StyleGroups.h>
 #include <TextLayout/Public/TextLayoutException.h>
 
@@ -49,14 +48,6 @@ std::shared_ptr<const TextLook> makeLook(const FontEngine::FontFactory& factory,
     return look;
 }
 
-std::array<bool, 128> findAscii(const Gfx::CharMap& charMap) {
-    std::array<bool, 128> found{};
-    for (unsigned int code = 0; code != found.size(); ++code) {
-        found[code] = charMap[code].glyphIndex != 0 && !getTraits(code).isEmoji();
-    }
-    return found;
-}
-
 bool isPartial(const TextFeature& feature) {
     return feature.begin != 0 || feature.end != TextFeature::endOfText;
 }
@@ -67,7 +58,7 @@ PreparedStyle::PreparedStyle(const FontEngine::FontFactory& factory, const TextS
     : resetCount(factory.getResetCount())
     , fontInfo(style.font->getFontInfo())
     , look(makeLook(factory, style, fontInfo))
-    , drawsAscii(findAscii(getFace().getBasicMetrics().getCharMap()))
+    , drawnCharacters(getFace().getBasicMetrics().getCharMap())
     , language(makeLanguage(style.language))
     , hasPartialFeatures(std::any_of(style.features.begin(), style.features.end(), isPartial)) {}
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <FontEngine/FE_FontFactory.h>
+#include <TextLayout/Private/DrawnCharacters.h>
 #include <TextLayout/Private/FallbackAnswers.h>
 #include <TextLayout/Private/PlanTable.h>
 #include <TextLayout/Public/ShapedText.h>
@@ -8,7 +9,6 @@
 
 #include <hb.h>
 
-#include <array>
 #include <cstdint>
 #include <memory>
 #include <vector>
@@ -33,7 +33,7 @@ struct PreparedStyle {
     const std::uint64_t resetCount; ///< of the factory
     const NNPtr<const Gfx::FontInfo> fontInfo;
     const std::shared_ptr<const TextLook> look; ///< the style and its own font
-    const std::array<bool, 128> drawsAscii;     ///< which characters its own font has that cannot be emoji
+    DrawnCharacters drawnCharacters;            ///< of its own font
     const hb_language_t language;
     const bool hasPartialFeatures;            ///< some are not for whole texts
     PlanTable plans;                          ///< if all features are for whole texts

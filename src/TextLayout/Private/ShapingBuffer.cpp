@@ -4,6 +4,7 @@
 #include <TextLayout/Private/TextCharacters.h>
 
 #include <algorithm>
+#include <limits>
 #include <new>
 #include <utility>
 
@@ -33,60 +34,55 @@ public:
 
     /// `behind` is the character behind the part.
     void readLeftToRight(char32_t behind) {
-        for (unsigned int end = _length; end != 0;) {
-            const unsigned int last = end - 1;
-            const std::uint32_t cluster = _infos[last].cluster;
-            unsigned int first = last;
-            while (first != 0 && _infos[first - 1].cluster == cluster) {
-                --first;
+        Cluster cluster{noCluster, behind, true, true};
+        for (unsigned int i = _length; i-- != 0;) {
+            const bool isRightmost = _infos[i].cluster != cluster.begin;
+            if (isRightmost) {
+                cluster = findBefore(cluster, _infos[i].cluster);
             }
-            readCluster(first, last, behind);
-            end = first;
+            read(i, cluster, isRightmost);
         }
     }
 
     void readRightToLeft(char32_t behind) {
-        for (unsigned int first = 0; first != _length;) {
-            const std::uint32_t cluster = _infos[first].cluster;
-            unsigned int last = first;
-            while (last + 1 != _length && _infos[last + 1].cluster == cluster) {
-                ++last;
+        Cluster cluster{noCluster, behind, true, true};
+        for (unsigned int i = 0; i != _length; ++i) {
+            if (_infos[i].cluster != cluster.begin) {
+                cluster = findBefore(cluster, _infos[i].cluster);
             }
-            readCluster(first, last, behind);
-            first = last + 1;
+            read(i, cluster, i + 1 == _length || _infos[i + 1].cluster != cluster.begin);
         }
     }
 
 private:
-    /// `behind` is the character behind the cluster, and becomes its first one.
-    void readCluster(unsigned int first, unsigned int last, char32_t& behind) {
-        const char32_t character = decodeAt(_text, _infos[last].cluster);
-        const bool isLast = character != behind;
-        for (unsigned int i = first; i != last; ++i) {
-            read(i, isLast, false);
-        }
-        read(last, isLast, !isJoining(character));
-        behind = character;
-    }
+    struct Cluster {
+        std::uint32_t begin;
+        char32_t character; ///< the first one
+        bool isLast;
+        bool isSpaced;
+    };
+    static constexpr std::uint32_t noCluster = std::numeric_limits<std::uint32_t>::max();
 
-    static bool isJoining(char32_t character) {
-        return character >= firstBeyondAscii && getTraits(character).isJoining();
+    Cluster findBefore(const Cluster& behind, std::uint32_t begin) const {
+        const char32_t character = decodeAt(_text, begin);
+        const bool isJoining = character >= firstBeyondAscii && getTraits(character).isJoining();
+        return {begin, character, character != behind.character, !isJoining};
     }
 
     /// Writes in place: the processor waits for a glyph that is put together from small parts and then
     /// copied.
-    void read(unsigned int index, bool isLast, bool isSpaced) {
+    void read(unsigned int index, const Cluster& cluster, bool isRightmost) {
         const hb_glyph_info_t& info = _infos[index];
         const hb_glyph_position_t& position = _positions[index];
         ShapedGlyph& glyph = _made[index];
-        glyph.cluster = info.cluster;
+        glyph.cluster = cluster.begin;
         glyph.advance = position.x_advance;
         glyph.xOffset = position.x_offset;
         glyph.yOffset = position.y_offset;
         glyph.index = static_cast<std::uint16_t>(std::min<hb_codepoint_t>(info.codepoint, 0xFFFF));
         const hb_glyph_flags_t flags = hb_glyph_info_get_glyph_flags(&info);
-        glyph.isSpaced = isSpaced;
-        glyph.isLast = isLast;
+        glyph.isSpaced = isRightmost && cluster.isSpaced;
+        glyph.isLast = cluster.isLast;
         glyph.isSafeToBreak = (flags & HB_GLYPH_FLAG_UNSAFE_TO_BREAK) == 0;
         glyph.allowsElongation = (flags & HB_GLYPH_FLAG_SAFE_TO_INSERT_TATWEEL) != 0;
     }

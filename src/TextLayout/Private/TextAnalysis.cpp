@@ -60,23 +60,36 @@ private:
         }
         while (position != end) {
             const char* const behindAscii = takePlainAscii(position, end);
-            const char* next = behindAscii;
-            if (next == end) {
-                return end;
+            position = takePlainOthers(behindAscii, end);
+            if (position == behindAscii) {
+                break;
             }
+        }
+        return position;
+    }
+
+    /// The same, up to an ASCII character, unless that comes first.
+    const char* takePlainOthers(const char* position, const char* end) {
+        std::uint32_t classes = 0;
+        const char* next = position;
+        for (; next != end; position = next) {
             const char32_t codePoint = decodeNext(next, end);
             const CharacterTraits traits = getTraits(codePoint);
             if (!traits.isPlain()) {
-                return behindAscii;
+                break;
             }
-            const auto begin = static_cast<std::uint32_t>(behindAscii - _text.data());
+            const auto begin = static_cast<std::uint32_t>(position - _text.data());
             _clusters.addBase(begin);
             if (!keepsScript(traits)) {
                 changeScript(begin, _scripts.resolve(codePoint, traits));
             }
-            _classes |= U_MASK(traits.getBidiClass());
-            position = next;
+            classes |= U_MASK(traits.getBidiClass());
+            if (next != end && static_cast<unsigned char>(*next) < 0x80U) {
+                position = next;
+                break;
+            }
         }
+        _classes |= classes;
         return position;
     }
 
