@@ -80,16 +80,13 @@ CharacterTraits::CharacterTraits(char32_t character) {
 
 CharacterTraitsPages characterTraitsPages;
 
-const CharacterTraitsPages::Page& CharacterTraitsPages::make(std::size_t index) {
-    auto made = std::make_unique<Page>();
-    auto codePoint = static_cast<char32_t>(index * pageSize);
+const CharacterTraitsPages::Page& makeTraitsPage(std::size_t number) {
+    auto made = std::make_unique<CharacterTraitsPages::Page>();
+    auto codePoint = static_cast<char32_t>(number * CharacterTraitsPages::pageSize);
     for (CharacterTraits& traits : *made) {
         traits = CharacterTraits(codePoint++);
     }
-    const Page* known = nullptr;
-    const bool isFirst = _pages[index].compare_exchange_strong(known, made.get(), std::memory_order_acq_rel,
-                                                               std::memory_order_acquire);
-    return isFirst ? *made.release() : *known;
+    return characterTraitsPages.put(number, std::move(made));
 }
 
 } // namespace Vell::TextLayout

@@ -1,10 +1,10 @@
 #pragma once
 
+#include <TextLayout/Private/LazyPages.h>
+
 #include <unicode/uchar.h>
 #include <unicode/uscript.h>
 
-#include <array>
-#include <atomic>
 #include <cstddef>
 #include <cstdint>
 
@@ -84,30 +84,24 @@ private:
     std::uint16_t _flags = 0; ///< and the cluster role above them
 };
 
-/// The traits of 256 characters each, made at the first question for one of them and never released.
-class CharacterTraitsPages {
-public:
-    static constexpr std::size_t pageSize = 256;
-    using Page = std::array<CharacterTraits, pageSize>;
+using CharacterTraitsPages = LazyPages<CharacterTraits, 0x110000>;
 
-    const Page& get(std::size_t index) {
-        const Page* const page = _pages[index].load(std::memory_order_acquire);
-        return page != nullptr ? *page : make(index);
-    }
+extern CharacterTraitsPages characterTraitsPages; // never released
 
-private:
-    const Page& make(std::size_t index);
+const CharacterTraitsPages::Page& makeTraitsPage(std::size_t number);
 
-    std::array<std::atomic<const Page*>, 0x110000 / pageSize> _pages{};
-};
-
-extern CharacterTraitsPages characterTraitsPages;
+/// The traits of 256 characters from `number` times 256 on. Any thread may call it. Throws std::bad_alloc if
+/// memory is short.
+inline const CharacterTraitsPages::Page& getTraitsPage(std::size_t number) {
+    const CharacterTraitsPages::Page* const page = characterTraitsPages.find(number);
+    return page != nullptr ? *page : makeTraitsPage(number);
+}
 
 /// The traits of a code point, at most U+10FFFF. Costs two loads when its page exists. Any thread may call
 /// it. Throws std::bad_alloc if memory is short.
 inline CharacterTraits getTraits(char32_t codePoint) {
     constexpr std::size_t pageSize = CharacterTraitsPages::pageSize;
-    return characterTraitsPages.get(codePoint / pageSize)[codePoint % pageSize];
+    return getTraitsPage(codePoint / pageSize)[codePoint % pageSize];
 }
 
 } // namespace Vell::TextLayout

@@ -68,6 +68,12 @@ bool mayJoin(hb_script_t script) {
     return !contains(simpleScripts, script);
 }
 
+bool mayHaveIdeographs(hb_script_t script) {
+    constexpr hb_script_t scripts[] = {HB_SCRIPT_COMMON,   HB_SCRIPT_HAN,      HB_SCRIPT_HIRAGANA,
+                                       HB_SCRIPT_KATAKANA, HB_SCRIPT_BOPOMOFO, HB_SCRIPT_HANGUL};
+    return contains(scripts, script);
+}
+
 bool isJoinerAt(std::string_view text, std::uint32_t offset) {
     const char32_t character = decodeAt(text, offset);
     return character == U'\u200C' || character == U'\u200D' || character == U'\u2060';

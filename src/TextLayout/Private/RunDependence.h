@@ -31,6 +31,9 @@ bool staysDecomposed(std::string_view text, const TextPart& part);
 /// Whether HarfBuzz divides the script into syllables. For some scripts, the answer is true without need.
 bool hasSyllables(hb_script_t script);
 
+/// Whether there may be more than a few ideographs and kana in runs of the script.
+bool mayHaveIdeographs(hb_script_t script);
+
 /// Whether a joiner without a base is at `offset`. In scripts with syllables, what becomes of it depends on
 /// what follows, spaces included.
 bool isJoinerAt(std::string_view text, std::uint32_t offset);

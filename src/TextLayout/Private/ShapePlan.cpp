@@ -66,6 +66,7 @@ ShapePlan::ShapePlan(const Font& font, ShapePlanKey key, std::uint32_t id)
     , _mayDecompose(mayBeDecomposed(_key.properties.script))
     , _hasSyllables(TextLayout::hasSyllables(_key.properties.script))
     , _mayJoin(TextLayout::mayJoin(_key.properties.script))
+    , _mayHaveIdeographs(TextLayout::mayHaveIdeographs(_key.properties.script))
     , _dottedCircle(0) {
     const AllocationWatch watch;
     _dottedCircle = findGlyph(_font, 0x25CC);

@@ -57,6 +57,7 @@ public:
     bool mayDecompose() const { return _mayDecompose; }
     bool hasSyllables() const { return _hasSyllables; }
     bool mayJoin() const { return _mayJoin; }
+    bool mayHaveIdeographs() const { return _mayHaveIdeographs; }
     /// The glyph that stands under marks without a base; 0 if there is none.
     std::uint16_t getDottedCircle() const { return _dottedCircle; }
 
@@ -101,6 +102,7 @@ private:
     bool _mayDecompose;
     bool _hasSyllables;
     bool _mayJoin;
+    bool _mayHaveIdeographs;
     std::uint16_t _dottedCircle;
     HarfBuzzPtr<hb_shape_plan_t> _plan;
     std::optional<HarfBuzzPtr<hb_set_t>>

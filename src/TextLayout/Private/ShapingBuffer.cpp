@@ -4,7 +4,6 @@
 #include <TextLayout/Private/TextCharacters.h>
 
 #include <algorithm>
-#include <limits>
 #include <new>
 #include <utility>
 
@@ -12,7 +11,6 @@ namespace Vell::TextLayout {
 
 namespace {
 
-constexpr char32_t firstBeyondAscii = 0x80;
 constexpr std::size_t contextLength = 5; // HarfBuzz keeps no more characters before and behind a part
 
 HarfBuzzPtr<hb_buffer_t> makeBuffer() {
@@ -26,15 +24,16 @@ HarfBuzzPtr<hb_buffer_t> makeBuffer() {
 /// Reads the glyphs of clusters from the last one of a part to its first one.
 class GlyphReader {
 public:
-    GlyphReader(hb_buffer_t* buffer, std::string_view text, ShapedGlyph* made)
+    GlyphReader(hb_buffer_t* buffer, std::string_view text, bool isWellFormed, ShapedGlyph* made)
         : _infos(hb_buffer_get_glyph_infos(buffer, &_length))
         , _positions(hb_buffer_get_glyph_positions(buffer, nullptr))
         , _text(text)
+        , _isWellFormed(isWellFormed)
         , _made(made) {}
 
-    /// `behind` is the character behind the part.
-    void readLeftToRight(char32_t behind) {
-        Cluster cluster{noCluster, behind, true, true};
+    /// `end` is that of the part.
+    void readLeftToRight(std::uint32_t end) {
+        Cluster cluster{end, true, true};
         for (unsigned int i = _length; i-- != 0;) {
             const bool isRightmost = _infos[i].cluster != cluster.begin;
             if (isRightmost) {
@@ -44,8 +43,8 @@ public:
         }
     }
 
-    void readRightToLeft(char32_t behind) {
-        Cluster cluster{noCluster, behind, true, true};
+    void readRightToLeft(std::uint32_t end) {
+        Cluster cluster{end, true, true};
         for (unsigned int i = 0; i != _length; ++i) {
             if (_infos[i].cluster != cluster.begin) {
                 cluster = findBefore(cluster, _infos[i].cluster);
@@ -57,16 +56,24 @@ public:
 private:
     struct Cluster {
         std::uint32_t begin;
-        char32_t character; ///< the first one
         bool isLast;
         bool isSpaced;
     };
-    static constexpr std::uint32_t noCluster = std::numeric_limits<std::uint32_t>::max();
 
     Cluster findBefore(const Cluster& behind, std::uint32_t begin) const {
-        const char32_t character = decodeAt(_text, begin);
-        const bool isJoining = character >= firstBeyondAscii && getTraits(character).isJoining();
-        return {begin, character, character != behind.character, !isJoining};
+        return {begin, isOther(begin, behind.begin), !isJoining(begin)};
+    }
+
+    /// Whether the characters at two offsets are different ones, as isOtherCharacter() says it. Does not
+    /// decode them if their first bytes tell.
+    bool isOther(std::uint32_t offset, std::uint32_t other) const {
+        return other == _text.size() || (_isWellFormed && _text[offset] != _text[other]) ||
+               isOtherCharacter(_text, offset, other);
+    }
+
+    bool isJoining(std::uint32_t offset) const {
+        return static_cast<unsigned char>(_text[offset]) >= 0x80U &&
+               getTraits(decodeAt(_text, offset)).isJoining();
     }
 
     /// Writes in place: the processor waits for a glyph that is put together from small parts and then
@@ -91,6 +98,7 @@ private:
     const hb_glyph_info_t* _infos;
     const hb_glyph_position_t* _positions;
     std::string_view _text;
+    bool _isWellFormed;
     ShapedGlyph* _made;
 };
 
@@ -173,13 +181,11 @@ void ShapingBuffer::appendTo(std::vector<ShapedGlyph>& glyphs) const {
     hb_buffer_t* const buffer = _scratch.buffer.get();
     const std::size_t first = glyphs.size();
     glyphs.resize(first + hb_buffer_get_length(buffer));
-    constexpr char32_t none = 0x110000;
-    const char32_t behind = _part.end < _text.size() ? decodeAt(_text, _part.end) : none;
-    GlyphReader reader(buffer, _text, glyphs.data() + first);
+    GlyphReader reader(buffer, _text, _isWellFormed, glyphs.data() + first);
     if (HB_DIRECTION_IS_BACKWARD(hb_buffer_get_direction(buffer))) {
-        reader.readRightToLeft(behind);
+        reader.readRightToLeft(_part.end);
     } else {
-        reader.readLeftToRight(behind);
+        reader.readLeftToRight(_part.end);
     }
 }
 

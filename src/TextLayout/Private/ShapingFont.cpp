@@ -27,6 +27,15 @@ bool sharesCharMap(hb_font_t* font, const Gfx::CharMap& charMap) {
     return !hasAny;
 }
 
+HarfBuzzPtr<hb_font_t> makeFont(hb_face_t* face) {
+    HarfBuzzPtr<hb_font_t> font(hb_font_create(face));
+    if (font.get() == hb_font_get_empty()) {
+        throw std::bad_alloc();
+    }
+    hb_font_make_immutable(font.get());
+    return font;
+}
+
 } // namespace
 
 ShapingFont::ShapingFont(const FontEngine::FontFace& face)
@@ -35,11 +44,9 @@ ShapingFont::ShapingFont(const FontEngine::FontFace& face)
 ShapingFont::ShapingFont(const FontEngine::FontFace& face, const AllocationWatch& watch)
     : _bytes(face.getFaceData().bytes)
     , _face(makeHarfBuzzFace(face))
-    , _font(hb_font_create(_face.get())) {
-    if (_font.get() == hb_font_get_empty()) {
-        throw std::bad_alloc();
-    }
-    hb_font_make_immutable(_font.get());
+    , _font(makeFont(_face.get()))
+    , _lookups(_font.get())
+    , _fastFont(_lookups.makeFont()) {
     _canShape = hb_face_get_glyph_count(_face.get()) != 0 &&
                 sharesCharMap(_font.get(), face.getBasicMetrics().getCharMap());
     if (watch.hasFailed()) {
@@ -63,7 +70,7 @@ ShapePlan& ShapingFont::getPlan(const ShapePlanKey& key, std::uint32_t& lastId) 
         return **found;
     }
     return *_plans.emplace_back(
-        std::make_unique<ShapePlan>(ShapePlan::Font{_font.get(), _isSpoiled}, key, ++lastId));
+        std::make_unique<ShapePlan>(ShapePlan::Font{getHandle(), _isSpoiled}, key, ++lastId));
 }
 
 } // namespace Vell::TextLayout

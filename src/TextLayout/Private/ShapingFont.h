@@ -2,6 +2,7 @@
 
 #include <FontEngine/FE_FontFace.h>
 #include <TextLayout/Private/AllocationWatch.h>
+#include <TextLayout/Private/GlyphLookups.h>
 #include <TextLayout/Private/HarfBuzzHandles.h>
 #include <TextLayout/Private/ShapePlan.h>
 #include <Utils/Public/Ptr/CheckedPtr.h>
@@ -24,7 +25,7 @@ public:
     /// have a charmap that only FreeType knows. Their characters have one glyph each.
     bool canShape() const { return _canShape; }
 
-    hb_font_t* getHandle() const { return _font.get(); }
+    hb_font_t* getHandle() const { return _fastFont.get(); }
 
     /// Whether memory was short while HarfBuzz read the font, so that a new one must take its place. Any
     /// thread may ask.
@@ -49,6 +50,8 @@ private:
     NNPtr<const std::vector<unsigned char>> _bytes; // the unpacked web font does not keep them
     HarfBuzzPtr<hb_face_t> _face;
     HarfBuzzPtr<hb_font_t> _font;
+    GlyphLookups _lookups;
+    HarfBuzzPtr<hb_font_t> _fastFont; // with the lookups
     bool _canShape = false;
     std::atomic<bool> _isSpoiled{false};
     std::vector<std::unique_ptr<ShapePlan>> _plans;

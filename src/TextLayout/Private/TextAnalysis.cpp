@@ -94,7 +94,7 @@ private:
     }
 
     const char* takePlainAscii(const char* const begin, const char* end) {
-        const CharacterTraitsPages::Page& page = characterTraitsPages.get(0);
+        const CharacterTraitsPages::Page& page = getTraitsPage(0);
         std::uint32_t classes = 0;
         const char* position = begin;
         for (; position != end; ++position) {

@@ -110,15 +110,24 @@ void WordShaper::append(const FreeGlyph& free, const Character& character, const
 WordShaper::Word WordShaper::findWord(std::uint32_t begin) const {
     const std::uint32_t limit = _run.part.end;
     std::uint32_t end = _hasFreeGlyphs ? findCharacterBehind(_text, begin) : limit;
-    while (end < limit) {
-        const auto lead = static_cast<unsigned char>(_text[end]);
-        if ((lead == ' ' || lead >= firstIdeographicLead) && _clusterStarts.test(end) &&
-            findFree(read(end)) != nullptr) {
-            break;
-        }
+    while ((end = findNextThatMayBeFree(end)) != limit &&
+           !(_clusterStarts.test(end) && findFree(read(end)) != nullptr)) {
         ++end;
     }
     return {begin, end};
+}
+
+/// Finds ideographs only in the scripts in which they are common: elsewhere they may stand in words.
+std::uint32_t WordShaper::findNextThatMayBeFree(std::uint32_t position) const {
+    const std::string_view rest = _text.substr(position, _run.part.end - position);
+    const auto mayBegin = [](char byte) {
+        return byte == ' ' || static_cast<unsigned char>(byte) >= firstIdeographicLead;
+    };
+    const std::size_t found =
+        _plan.mayHaveIdeographs()
+            ? static_cast<std::size_t>(std::find_if(rest.begin(), rest.end(), mayBegin) - rest.begin())
+            : std::min(rest.find(' '), rest.size());
+    return position + static_cast<std::uint32_t>(found);
 }
 
 WordKey WordShaper::makeKey(const Word& word) const {

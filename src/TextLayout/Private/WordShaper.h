@@ -67,6 +67,8 @@ private:
 
     Word findWord(std::uint32_t begin) const;
 
+    std::uint32_t findNextThatMayBeFree(std::uint32_t position) const;
+
     WordKey makeKey(const Word& word) const;
 
     const std::vector<ShapedGlyph>* find(const Word& word) const;
