@@ -1,5 +1,6 @@
 // Texts of all scripts as glyphs. "first shaping" finds nothing in the cache of words; faces and HarfBuzz's
-// plans are there. "shaping again" finds all words.
+// plans are there. The cache takes no words, or, "remembering", so few that they are gone before they come
+// again. "shaping again" finds all words.
 
 #include "support/Items.h"
 #include "support/LayoutLoops.h"
@@ -14,6 +15,7 @@ namespace {
 
 using TextLayout::ShapedText;
 using TextLayout::TextShaper;
+using TextLayout::TextStyle;
 
 std::vector<NNPtr<const ShapedText>> shapeAll(const TextShaper& shaper, const BenchEngine& engine,
                                               const Workload& workload) {
@@ -27,10 +29,11 @@ std::vector<NNPtr<const ShapedText>> shapeAll(const TextShaper& shaper, const Be
 void shape(benchmark::State& state, const Workload& workload, std::uint64_t maxWordBytes) {
     const BenchEngine engine(workload);
     const TextShaper shaper(engine.factory, maxWordBytes);
+    const TextStyle style = engine.extFontInfo;
     shapeAll(shaper, engine, workload);
     for (auto step : state) {
         for (const std::string& line : workload.lines) {
-            benchmark::DoNotOptimize(shaper.shape(line, engine.extFontInfo));
+            benchmark::DoNotOptimize(shaper.shape(line, style));
         }
     }
     countItems(state, workload.countCharacters());
@@ -71,10 +74,12 @@ void layOutUnshaped(benchmark::State& state, const Workload& workload) {
 
 const bool areRegistered = [] {
     constexpr std::uint64_t noWords = 1;
+    constexpr std::uint64_t fewWords = 4096;
     for (const Workload* workload : getShapedWorkloads()) {
         const std::string first = "first shaping/" + workload->name;
         const std::string again = "shaping again/" + workload->name;
         benchmark::RegisterBenchmark((first + "/engine").c_str(), shape, *workload, noWords);
+        benchmark::RegisterBenchmark((first + "/engine, remembering").c_str(), shape, *workload, fewWords);
         benchmark::RegisterBenchmark((first + "/floor: hb_shape").c_str(), shapePlainly, *workload);
         benchmark::RegisterBenchmark((first + "/Pango").c_str(), shapeWithPango, *workload);
         benchmark::RegisterBenchmark((again + "/engine").c_str(), shape, *workload,

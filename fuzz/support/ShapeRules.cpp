@@ -45,7 +45,7 @@ bool haveEqualGlyphs(const ShapedText& text, const ShapedRun& run, const ShapedT
 } // namespace
 
 void checkText(const ShapedText& text) {
-    std::vector<ShapedRun> runs = text.getRuns();
+    auto runs = text.getRuns();
     std::sort(runs.begin(), runs.end(),
               [](const ShapedRun& lhs, const ShapedRun& rhs) { return lhs.begin < rhs.begin; });
     std::size_t end = 0;

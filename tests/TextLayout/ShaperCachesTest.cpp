@@ -13,6 +13,7 @@
 
 #include <memory>
 #include <string>
+#include <utility>
 
 namespace Vell::Testing {
 
@@ -22,6 +23,24 @@ using FontEngine::FontFactory;
 using FontEngine::FontStyle;
 
 namespace {
+
+/// A description of a client that counts how often it is asked.
+class AskedDescription : public Gfx::ExtFontInfo {
+public:
+    explicit AskedDescription(NNPtr<const Gfx::ExtFontInfo> description)
+        : _description(std::move(description)) {}
+
+    NNPtr<const Gfx::FontInfo> getFontInfo() const override {
+        ++askCount;
+        return _description->getFontInfo();
+    }
+    float getLetterSpacing() const override { return _description->getLetterSpacing(); }
+
+    mutable int askCount = 0;
+
+private:
+    NNPtr<const Gfx::ExtFontInfo> _description;
+};
 
 TEST(ShaperCaches, CountsTheWordsThatItRemembers) {
     const TextShaper shaper(makeBuiltFonts());
@@ -114,6 +133,26 @@ TEST(ShaperCaches, GivesEachTextItsOwnStyle) {
         EXPECT_EQ(mixed->getFonts().size(), 2U);
         EXPECT_EQ(shaper.shape("ab", plain)->getFonts().size(), 1U);
     }
+}
+
+TEST(ShaperCaches, AsksTheDescriptionOfAStyleThatItRemembersNoMore) {
+    const TextShaper shaper(makeBuiltFonts());
+    const auto description = makeNNPtr<const AskedDescription>(describeFont("Test Sans", 10.0F));
+    const auto first = shaper.shape("ab", TextStyle(description));
+    EXPECT_GT(description->askCount, 0);
+    description->askCount = 0;
+    EXPECT_EQ(describeGlyphs(*shaper.shape("ab", TextStyle(description))), describeGlyphs(*first));
+    EXPECT_EQ(description->askCount, 0);
+}
+
+TEST(ShaperCaches, LeavesTheTextsOfAStyleWholeWhenItForgetsThat) {
+    auto shaper = std::make_unique<TextShaper>(makeBuiltFonts());
+    const auto text = shaper->shape("ab", describeFont("Test Sans", 10.0F));
+    shaper->flush();
+    shaper.reset();
+    EXPECT_EQ(text->getStyles().size(), 1U);
+    EXPECT_EQ(text->getFonts()[0].faceInfo->getName(), "Test Sans");
+    EXPECT_FLOAT_EQ(text->getWidth(), 12.0F);
 }
 
 TEST(ShaperCaches, ShapesInMoreStylesThanItRemembers) {

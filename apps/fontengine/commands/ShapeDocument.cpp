@@ -19,6 +19,7 @@ namespace {
 using TextLayout::RunFont;
 using TextLayout::ShapedGlyph;
 using TextLayout::ShapedRun;
+using TextLayout::ShapedRuns;
 using TextLayout::ShapedText;
 
 /// The members of a run that name its font.

@@ -39,7 +39,7 @@ void addRun(const ShapedText& text, const ShapedRun& run, const TextFont& own, S
 }
 
 SampleFaces findFaces(const ShapedText& text, const TextFont& own) {
-    ShapedRuns runs = text.getRuns();
+    auto runs = text.getRuns();
     std::sort(runs.begin(), runs.end(),
               [](const ShapedRun& a, const ShapedRun& b) { return a.begin < b.begin; });
     SampleFaces faces;

@@ -29,7 +29,8 @@ struct TextStyle {
     TextStyle(NNPtr<const Gfx::ExtFontInfo> styleFont) // NOLINT(google-explicit-constructor)
         : font(std::move(styleFont)) {}
 
-    /// Family, bold, italic, size, position and letter spacing.
+    /// Family, bold, italic, size, position and letter spacing. A description never changes: a shaper asks
+    /// each of them once, as long as it remembers the style.
     NNPtr<const Gfx::ExtFontInfo> font;
     /// A BCP 47 tag ("ja", "zh-Hant"), for the shapes of letters and for the choice of fallback fonts. Empty
     /// if it is not known: fallback then goes by the language of the process.
