@@ -4,6 +4,7 @@
 #include <support/CountingLoader.h>
 #include <support/FontBuilder.h>
 #include <support/PictureTables.h>
+#include <support/RecordingGlyphPainter.h>
 #include <support/RecordingPainter.h>
 
 #include <FontEngine/FontEngine.h>
@@ -100,6 +101,25 @@ TEST(Emoji, HasTheEmOfTheHeadTable) {
     EXPECT_EQ(text->getFonts()[0].getUnitsPerEM(), 2000);
     EXPECT_EQ(text->getGlyphs()[0].advance, 1000);
     EXPECT_FLOAT_EQ(text->getWidth(), 20.0F);
+}
+
+/// Records where images are drawn.
+class PlaceRecorder : public RecordingGlyphPainter, public FontEngine::ColorGlyphPainter {
+public:
+    void drawColorGlyph(const std::shared_ptr<const FontEngine::ColorGlyphImage>& /*image*/,
+                        const cinder::Vec2<float>& position) override {
+        places.push_back(position.x);
+    }
+
+    std::vector<float> places;
+};
+
+TEST(Emoji, StandsAtDistancesOfThatEm) {
+    const TextShaper shaper(makeFactory(buildFontWithoutOutlines()));
+    RecordingPainter painter;
+    PlaceRecorder recorder;
+    drawRaster(*shaper.shape("AAA", describeFont("Bitmaps", 20.0F)), {painter, recorder, {}});
+    EXPECT_THAT(recorder.places, testing::ElementsAre(0.0F, 10.0F, 20.0F));
 }
 
 /// Ascent, descent and height of a line of 20 units and the lower edge of its strike-out, in thousandths.

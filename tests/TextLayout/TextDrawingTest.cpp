@@ -71,6 +71,8 @@ const std::vector<PlainCase>& getPlainCases() {
         {"DejaVu Sans", "scaled and moved", {}, 11.0F, 1.0F, {1.5F, 0, 0, 1.5F, 10.25F, 20}},
         {"DejaVu Sans", "rotated", {}, 12.0F, 1.25F, {0, 1, -1, 0, 7, 9}},
         {"DejaVu Sans", "spaced out", FontStyle().setLetterSpacing(0.7F), 12.0F, 1.0F, {}},
+        {"DejaVu Sans", "wide", FontStyle().setLetterSpacing(0.7F), 12.0F, 1.0F, {3, 0, 0, 3, 0, 0}},
+        {"DejaVu Sans", "dense and scaled", {}, 11.3F, 2.0F, {1.3F, 0, 0, 1.3F, 5, 6}},
         {"Liberation Sans", "bold AVAVA oblique", FontStyle().setBold().setItalic(), 17.0F, 1.0F, {}},
         {"Noto Sans CJK JP", "\u65E5\u672C\u8A9E\u306E\u6587\u5B57", {}, 18.0F, 1.0F, {}},
     };

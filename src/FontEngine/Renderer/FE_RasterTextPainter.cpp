@@ -47,13 +47,37 @@ float getTop(const BitmapGlyph& glyph, const FT_BBox& box, float devicePixelRati
     return snapTop(static_cast<float>(offset) / devicePixelRatio + glyph.getPos().y);
 }
 
-/// Like FontFace::getGlyphBitmapWithSubpixels. The key in the glyph names the right face even if the glyph
-/// comes from a fallback font.
-Internal::ImagePtr shareImage(std::optional<Internal::ImageCache::Handle>& strike, const BitmapGlyph& glyph,
-                              const Font& font, const cinder::ColorAT<unsigned char>& color) {
-    const auto factory = font.getFace()->shareFontFactory();
-    return factory ? factory->getGlyphService().copyImage(strike, glyph, color) : nullptr;
-}
+/// The coloured images of a run, like those of FontFace::getGlyphBitmapWithSubpixels. The key in a glyph
+/// names the right face even if the glyph comes from a fallback font.
+class RunImages {
+public:
+    /// If `keepsFactory` is set, this object keeps the factory alive from its first image on. A reference to
+    /// the factory for each image would take about as long as looking the image up.
+    RunImages(const Font& font, const cinder::ColorAT<unsigned char>& color, bool keepsFactory)
+        : _font(font)
+        , _color(color)
+        , _keepsFactory(keepsFactory) {}
+
+    /// Null if the factory is gone.
+    Internal::ImagePtr share(const BitmapGlyph& glyph) {
+        if (_factory == nullptr) {
+            _factory = _font.getFace()->shareFontFactory();
+        }
+        Internal::ImagePtr image =
+            _factory != nullptr ? _factory->getGlyphService().copyImage(_strike, glyph, _color) : nullptr;
+        if (!_keepsFactory) {
+            _factory.reset();
+        }
+        return image;
+    }
+
+private:
+    const Font& _font;
+    const cinder::ColorAT<unsigned char>& _color;
+    bool _keepsFactory;
+    Internal::FactoryPin _factory;
+    std::optional<Internal::ImageCache::Handle> _strike;
+};
 
 } // namespace
 
@@ -84,15 +108,16 @@ void RasterTextPainter::drawGlyphRun(const BitmapGlyphRun& run, const Font& font
     if (run.getGlyphs().empty()) {
         return;
     }
+    const bool hasRunPainter = _glyphPainter.getRunPainter() != nullptr;
     const Internal::GlyphRunScope scope(_glyphPainter);
+    RunImages images(font, color, /*keepsFactory=*/hasRunPainter);
     BitmapGlyphImage view; // one for all glyphs
-    std::optional<Internal::ImageCache::Handle> strike;
     for (const BitmapGlyph& glyph : run.getGlyphs()) {
         const FT_Bitmap& bitmap = glyph.getData()->bitmap;
         const cinder::Vec2<float> position(getLeft(glyph, devicePixelRatio),
                                            getTop(glyph, run.getBBox(), devicePixelRatio));
         if (bitmap.pixel_mode == FT_PIXEL_MODE_LCD) {
-            const Internal::ImagePtr image = shareImage(strike, glyph, font, color);
+            const Internal::ImagePtr image = images.share(glyph);
             _glyphPainter.drawGlyph(derefNN(image.get()), position);
         } else {
             setToBitmap(view, bitmap);

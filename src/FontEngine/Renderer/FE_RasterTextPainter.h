@@ -50,6 +50,10 @@ public:
     /// `devicePixelRatio` should be that of the layout. Below a ratio of 1.5, glyphs stand horizontally on
     /// whole logical units, and their bitmaps contain the fraction of the pen position. From 1.5 on they
     /// stand at fractions: dense screens need no bitmaps for parts of a pixel.
+    ///
+    /// Underscores need the factory of `font`. If there is a run painter, the factory is kept alive from the
+    /// first underscore to the last glyph of the run. Other glyph painters may destroy the factory while they
+    /// draw a glyph, but no underscore may follow then.
     void drawGlyphRun(const BitmapGlyphRun& run, const Font& font,
                       const cinder::ColorAT<unsigned char>& color, float devicePixelRatio);
 

@@ -62,11 +62,35 @@ private:
     std::shared_ptr<const FontEngine::FontFactory> _factory;
 };
 
+/// Scales the distances of a font as RunFont::toUnits does, but reads the font only once for many glyphs.
+class GlyphScale {
+public:
+    /// `scale` is the painter's.
+    GlyphScale(const RunFont& font, float scale)
+        : _fontSize(font.font.getFontSize())
+        , _unitsPerEM(static_cast<float>(font.getUnitsPerEM()))
+        , _scale(scale)
+        , _letterSpacing(scale * font.letterSpacing) {}
+
+    float apply(std::int32_t fontUnits) const {
+        return _fontSize * (static_cast<float>(fontUnits) / _unitsPerEM) * _scale;
+    }
+    float getAdvance(const ShapedGlyph& glyph) const {
+        return apply(glyph.advance) + (glyph.isSpaced ? _letterSpacing : 0.0F);
+    }
+
+private:
+    float _fontSize;
+    float _unitsPerEM;
+    float _scale;
+    float _letterSpacing;
+};
+
 /// Appends the glyphs of a piece, and draws those that have colours. The pen moves as it does in
-/// RasterTextPainter, in single precision. `penX` is where the last piece has left it. `scale` is the
-/// painter's.
-void append(const GlyphPiece& piece, const cinder::Vec2<float>& scale, float devicePixelRatio,
-            const RasterColors& colors, float& penX, PlacedGlyphRun& placed) {
+/// RasterTextPainter, in single precision. `lastX` is where the last piece has left it. `scale` is the
+/// painter's. Returns where this piece leaves the pen.
+float append(const GlyphPiece& piece, const cinder::Vec2<float>& scale, float devicePixelRatio,
+             const RasterColors& colors, float lastX, PlacedGlyphRun& placed) {
     constexpr std::size_t batchSize = 64; // what one lock of the cache serves
     boost::container::static_vector<PlacedGlyph, batchSize> batch;
     const ShapedText& text = *piece.text;
@@ -76,24 +100,22 @@ void append(const GlyphPiece& piece, const cinder::Vec2<float>& scale, float dev
         placed.append(font.faceInfo, font.font.getFace(), font.font.getFontSize(), batch.data(), count);
         batch.clear();
     };
-    if (!piece.continuesLast) {
-        penX = piece.x * scale.x;
-    }
+    const GlyphScale glyphScale(font, scale.x);
+    float penX = piece.continuesLast ? lastX : piece.x * scale.x;
     // Bitmaps have the horizontal scale in both directions.
     const float penY = snap(piece.y * scale.x, devicePixelRatio);
     for (std::uint32_t i = piece.glyphBegin; i != piece.glyphEnd; ++i) {
         const ShapedGlyph& glyph = text.getGlyphs()[i];
-        const float x = penX + font.toUnits(static_cast<float>(glyph.xOffset)) * scale.x;
-        const float y = penY - font.toUnits(static_cast<float>(glyph.yOffset)) * scale.x;
+        const float x = penX + glyphScale.apply(glyph.xOffset);
+        const float y = penY - glyphScale.apply(glyph.yOffset);
         batch.push_back({glyph.index, glyph.isLast, decodeAt(text.getText(), glyph.cluster), {x, y}});
-        const float advance = font.toUnits(static_cast<float>(glyph.advance)) * scale.x +
-                              (glyph.isSpaced ? scale.x * font.letterSpacing : 0.0F);
-        penX = advance + penX;
+        penX = glyphScale.getAdvance(glyph) + penX;
         if (batch.size() == batchSize) {
             flush();
         }
     }
     flush();
+    return penX;
 }
 
 std::size_t countGlyphs(const GlyphPiece* begin, const GlyphPiece* end) {
@@ -109,7 +131,8 @@ void drawAlike(const GlyphPiece* begin, const GlyphPiece* end, const FontEngine:
                const FontEngine::RasterSpace& space, const TextColor& color, float& penX) {
     PlacedGlyphRun placed(target.devicePixelRatio, space.scale, target.isBottomUp, countGlyphs(begin, end));
     for (const GlyphPiece* piece = begin; piece != end; ++piece) {
-        append(*piece, space.scale, target.devicePixelRatio, {*piece, target, space.scale}, penX, placed);
+        penX =
+            append(*piece, space.scale, target.devicePixelRatio, {*piece, target, space.scale}, penX, placed);
     }
     const RunFont& font = getFont(*begin);
     FontEngine::RasterTextPainter(target.painter, target.glyphPainter, target.isBottomUp)

@@ -1,6 +1,7 @@
 #include <FontEngine/Engine.h>
 
 #include <support/InjectedError.h>
+#include <support/RecordingGlyphPainter.h>
 #include <support/RecordingPainter.h>
 
 #include <FontEngine/FE_BitmapGlyphPainter.h>
@@ -8,6 +9,7 @@
 
 #include <gmock/gmock.h>
 
+#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
@@ -114,6 +116,82 @@ TEST(GlyphRunPainter, IsNotRequiredOfPlainPainters) {
     EXPECT_EQ(recorder.getRunPainter(), nullptr);
     draw("Ax", recorder);
     EXPECT_THAT(recorder.calls, ElementsAre("glyph", "glyph"));
+}
+
+/// Releases an engine whenever it draws a glyph, and records whether the factory survives.
+struct EngineReleaser {
+    void drawGlyph(const BitmapGlyphImage& image, const cinder::Vec2<float>& position) {
+        drawn.drawGlyph(image, position);
+        engine.reset();
+        recordSurvival();
+    }
+    void recordSurvival() { survivals.push_back(!factory.expired()); }
+
+    std::unique_ptr<Engine> engine = std::make_unique<Engine>();
+    std::weak_ptr<const FontFactory> factory = std::shared_ptr<const FontFactory>(engine->factory);
+    Testing::RecordingGlyphPainter drawn;
+    std::vector<bool> survivals;
+};
+
+class ReleasingPainter : public BitmapGlyphPainter {
+public:
+    explicit ReleasingPainter(EngineReleaser& releaser)
+        : _releaser(releaser) {}
+
+    void drawGlyph(const BitmapGlyphImage& image, const cinder::Vec2<float>& position) override {
+        _releaser.drawGlyph(image, position);
+    }
+
+private:
+    EngineReleaser& _releaser;
+};
+
+class ReleasingRunPainter : public BitmapGlyphRunPainter {
+public:
+    explicit ReleasingRunPainter(EngineReleaser& releaser)
+        : _releaser(releaser) {}
+
+    void beginGlyphRun() override {}
+    void drawGlyph(const BitmapGlyphImage& image, const cinder::Vec2<float>& position) override {
+        _releaser.drawGlyph(image, position);
+    }
+    void endGlyphRun() noexcept override { _releaser.recordSurvival(); }
+
+private:
+    EngineReleaser& _releaser;
+};
+
+/// Draws the text with a font of the engine that the painter releases.
+template <class Painter>
+EngineReleaser drawAndRelease(const char* text) {
+    EngineReleaser releaser;
+    Painter glyphPainter(releaser);
+    Testing::RecordingPainter painter;
+    const Font font = releaser.engine->getFont();
+    RasterTextPainter(painter, glyphPainter, false)
+        .drawText(text, Testing::makeExtFontInfo(), font, red, 1.0F);
+    return releaser;
+}
+
+TEST(GlyphRunPainter, KeepsTheFactoryFromTheFirstUnderscoreToTheLastGlyph) {
+    const EngineReleaser releaser = drawAndRelease<ReleasingRunPainter>("_x_A");
+    EXPECT_THAT(releaser.survivals, ElementsAre(true, true, true, true, false)) << "gone at the end";
+    Testing::RecordingGlyphPainter undisturbed;
+    draw("_x_A", undisturbed);
+    ASSERT_EQ(releaser.drawn.getDrawnGlyphs().size(), 4U);
+    for (std::size_t i = 0; i != 4; ++i) {
+        EXPECT_EQ(releaser.drawn.getDrawnGlyphs()[i].pixels, undisturbed.getDrawnGlyphs()[i].pixels) << i;
+    }
+}
+
+TEST(GlyphRunPainter, KeepsNoFactoryWithoutUnderscores) {
+    const EngineReleaser releaser = drawAndRelease<ReleasingRunPainter>("xA");
+    EXPECT_THAT(releaser.survivals, ElementsAre(false, false, false));
+}
+
+TEST(GlyphRunPainter, AloneKeepsTheFactory) {
+    const EngineReleaser releaser = drawAndRelease<ReleasingPainter>("_xA");
+    EXPECT_THAT(releaser.survivals, ElementsAre(false, false, false)) << "a plain painter may destroy it";
 }
 
 } // namespace
