@@ -1,7 +1,7 @@
 #include <fuzz/seeds/Seeds.h>
 
 #include <FontEngine/Color/HostilePaints.h>
-#include <support/PictureTables.h>
+#include <support/CompoundPictures.h>
 
 namespace Vell::Fuzz {
 
@@ -24,8 +24,7 @@ Bytes buildSbixFont(const std::vector<PictureStrike>& strikes) {
     return font.setTable("sbix", Testing::buildSbix(strikes, font.getGlyphCount())).build();
 }
 
-Bytes buildCbdtFont(const std::vector<PictureStrike>& strikes) {
-    Testing::CbdtTables tables = Testing::buildCbdt(strikes);
+Bytes buildCbdtFont(Testing::CbdtTables tables) {
     FontBuilder font = makeTwoBoxFont();
     font.setTable("CBLC", std::move(tables.cblc)).setTable("CBDT", std::move(tables.cbdt));
     return font.omitTable("glyf").omitTable("loca").build();
@@ -33,7 +32,7 @@ Bytes buildCbdtFont(const std::vector<PictureStrike>& strikes) {
 
 void addBoth(std::vector<Seed>& seeds, const std::string& name, const std::vector<PictureStrike>& strikes) {
     seeds.push_back(makeFontSeed("sbix" + name, buildSbixFont(strikes)));
-    seeds.push_back(makeFontSeed("cbdt" + name, buildCbdtFont(strikes)));
+    seeds.push_back(makeFontSeed("cbdt" + name, buildCbdtFont(Testing::buildCbdt(strikes))));
 }
 
 void addPictureSeeds(std::vector<Seed>& seeds) {
@@ -46,6 +45,8 @@ void addPictureSeeds(std::vector<Seed>& seeds) {
     addBoth(seeds, "-huge-png", {{side, {makePicture(1, buildMislabelledPng(picture, 60000, 60000))}}});
     addBoth(seeds, "-broken-png", {{side, {makePicture(1, Bytes(png.begin(), png.begin() + 60))}}});
     addBoth(seeds, "-of-one-pixel-per-em", {{1, {makePicture(1, png)}}});
+    seeds.push_back(makeFontSeed(
+        "cbdt-compound", buildCbdtFont(Testing::buildCompoundCbdt(side, {{2, 2}}, makePicture(2, png)))));
     seeds.push_back(makeFontSeed(
         "sbix-duplicates", buildSbixFont({{side, {makePicture(1, png), makePicture(2, {0, 1}, "dupe")}}})));
     seeds.push_back(makeFontSeed(

@@ -1,6 +1,7 @@
 #include <fuzz/seeds/Seeds.h>
 
 #include <support/Cff2Table.h>
+#include <support/FontWithSpaces.h>
 #include <support/VariableFont.h>
 
 #include <cstdint>
@@ -117,7 +118,8 @@ std::vector<Seed> makeVariableSeeds() {
 std::vector<Seed> makeVarySeeds() {
     return {makeVarySeed("gvar", makeGvarFile()), makeVarySeed("cff2", makeCff2File()),
             makeVarySeed("three-axes", Testing::makeThreeAxisFont().build()),
-            makeVarySeed("control-values", Testing::makeHintedVariableFont().build())};
+            makeVarySeed("control-values", Testing::makeHintedVariableFont().build()),
+            makeVarySeed("empty-parts", Testing::makeFontWithVerticalSpaces().build())};
 }
 
 } // namespace Vell::Fuzz

@@ -120,14 +120,36 @@ TEST(BrokenVariations, HaveBoundedCompositeGlyphs) {
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
 }
 
-TEST(BrokenVariations, MayHaveNoOutlineWithoutPoints) {
-    FontBuilder font("Pointless");
-    const unsigned int empty = font.addGlyph(FontGlyph());
+TEST(BrokenVariations, MayHaveNoPartsWithoutExtent) {
+    FontBuilder font("Flat");
+    const unsigned int line = font.addGlyph({500, {{{50, 0}, {450, 0}}}, {}});
     FontGlyph copy;
-    copy.components = {{empty}};
+    copy.components = {{line}};
     font.map('A', font.addGlyph(copy));
     addWeightAxis(font, 400);
-    EXPECT_EQ(getError(font), "glyph 2 of the variable font has an outline without points");
+    EXPECT_EQ(getError(font), "the parts of glyph 2 of the variable font have no extent");
+}
+
+TEST(BrokenVariations, MayHaveAnyByteInGlyphsWithoutPoints) {
+    FontBuilder font("Pointless");
+    const unsigned int space = font.addGlyph(FontGlyph());
+    FontGlyph copy;
+    copy.components = {{space}, {space}};
+    const unsigned int noBreakSpace = font.addGlyph(copy);
+    copy.components = {{noBreakSpace}};
+    font.map('A', font.addGlyph(copy));
+    addWeightAxis(font, 400);
+    EXPECT_TRUE(tryInstance(font.build()));
+    for (const char* tag : {"glyf", "loca", "hmtx"}) {
+        const Bytes table = font.buildTables().at(tag);
+        for (std::size_t position = 0; position < table.size(); ++position) {
+            for (const unsigned char value : hostileBytes) {
+                Bytes broken = table;
+                broken[position] = value;
+                tryInstance(FontBuilder(font).setTable(tag, broken).build());
+            }
+        }
+    }
 }
 
 TEST(BrokenVariations, MayHaveNoGlyphThatCannotBeRead) {

@@ -2,6 +2,7 @@
 
 #include "VaryingFonts.h"
 
+#include <support/FontWithSpaces.h>
 #include <support/OpenedFont.h>
 #include <support/VariableFont.h>
 
@@ -65,6 +66,13 @@ bool haveEqualOutlines(const FT_Outline& one, const FT_Outline& other) {
     return true;
 }
 
+/// Whether a font that has vertical metrics has the same advance for the loaded glyphs, within a font unit.
+bool haveEqualHeights(FT_Face varied, FT_Face instance) {
+    return !FT_HAS_VERTICAL(varied) ||
+           (isNear(varied->glyph->metrics.vertAdvance, instance->glyph->metrics.vertAdvance) &&
+            isNear(varied->glyph->metrics.vertBearingY, instance->glyph->metrics.vertBearingY));
+}
+
 /// The number of glyphs that differ by more than one font unit.
 int countDifferences(FT_Face varied, FT_Face instance) {
     int differences = 0;
@@ -73,6 +81,7 @@ int countDifferences(FT_Face varied, FT_Face instance) {
                                FT_Load_Glyph(instance, i, FT_LOAD_NO_SCALE) == 0;
         const bool areEqual =
             areLoaded && isNear(varied->glyph->metrics.horiAdvance, instance->glyph->metrics.horiAdvance) &&
+            haveEqualHeights(varied, instance) &&
             haveEqualOutlines(varied->glyph->outline, instance->glyph->outline);
         differences += areEqual ? 0 : 1;
     }
@@ -129,6 +138,62 @@ TEST(FontInstances, OfThreeAxesHaveTheirAxesParts) {
     EXPECT_EQ(measure("wght=900,wdth=200", 'A'), 500 + 140 + 333 + 45);
     EXPECT_EQ(measure("wdth=50,slnt=-10", 'A'), 349);
     EXPECT_EQ(measure("wdth=200", 'C'), 1700);
+}
+
+TEST(FontInstances, OfGlyphsWhosePartsAreEmptyAreEqualToTheVariedFont) {
+    const FontSandbox sandbox;
+    FontBuilder font = makeFontWithSpaces();
+    sandbox.write("spaces.ttf", font.build());
+    expectEqualInstances(sandbox.getPath("spaces.ttf"));
+    font.setTable("HVAR", makeAdvancesOfSpaces());
+    sandbox.write("hvar.ttf", font.build());
+    expectEqualInstances(sandbox.getPath("hvar.ttf"));
+}
+
+TEST(FontInstances, OfGlyphsWhosePartsAreEmptyMayHaveTheMetricsOfAPart) {
+    constexpr std::size_t noBreakSpaceAt = 36; // behind the only box
+    constexpr std::size_t flagsAt = 10;
+    FontBuilder font = makeFontWithSpaces();
+    Bytes glyphs = font.buildTables().at("glyf");
+    ASSERT_EQ(glyphs.at(noBreakSpaceAt), 0xFF) << "has parts";
+    glyphs.at(noBreakSpaceAt + flagsAt) |= 0x02U; // has the metrics of this part
+    Bytes metrics = font.buildTables().at("hmtx");
+    metrics.at(std::size_t{4} * Spaces::noBreakSpace) = 3; // not of this advance
+    const FontSandbox sandbox;
+    sandbox.write("same.ttf", font.setTable("glyf", glyphs).setTable("hmtx", metrics).build());
+    expectEqualInstances(sandbox.getPath("same.ttf"));
+}
+
+TEST(FontInstances, OfGlyphsWhosePartsAreEmptyHaveVerticalMetrics) {
+    const FontSandbox sandbox;
+    sandbox.write("vertical.ttf", makeFontWithVerticalSpaces().build());
+    expectEqualInstances(sandbox.getPath("vertical.ttf"));
+}
+
+TEST(FontInstances, OfGlyphsWhosePartsAreEmptyKeepSharedAdvances) {
+    FontBuilder font = makeFontWithSpaces();
+    Bytes header = font.buildTables().at("hhea");
+    header[35] = 3; // the no-break space and what follows have the advance of the space
+    const Bytes metrics = font.buildTables().at("hmtx");
+    Bytes shared(metrics.begin(), metrics.begin() + 12);
+    for (const std::size_t glyph : {3U, 4U, 5U}) {
+        shared.push_back(metrics.at(4 * glyph + 2)); // its bearing
+        shared.push_back(metrics.at(4 * glyph + 3));
+    }
+    font.setTable("hhea", header).setTable("hmtx", shared);
+    const FontSandbox sandbox;
+    sandbox.write("shared.ttf", font.build());
+    expectEqualInstances(sandbox.getPath("shared.ttf"));
+}
+
+TEST(FontInstances, OfFlatGlyphsAreEqualToTheVariedFont) {
+    FontBuilder font("Flat");
+    font.map('A', font.addGlyph({500, {{{50, 0}, {450, 0}}}, {}}));
+    font.map('B', font.addGlyph({500, {{{50, 10}}}, {}}));
+    addWeightAxis(font, 400);
+    const FontSandbox sandbox;
+    sandbox.write("flat.ttf", font.build());
+    expectEqualInstances(sandbox.getPath("flat.ttf"));
 }
 
 TEST(FontInstances, AreHintedAsTheVariedFont) {

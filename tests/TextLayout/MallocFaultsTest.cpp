@@ -3,6 +3,7 @@
 #include "ParagraphText.h"
 #include "ShapedGlyphs.h"
 
+#include <support/ChildProcess.h>
 #include <support/FailingMalloc.h>
 
 #include <FontEngine/FontEngine.h>
@@ -76,30 +77,79 @@ TEST(MallocFaults, GiveNoWrongGlyphs) {
     EXPECT_GT(failEachIn(makeShape, expected), 100U);
 }
 
-TEST(MallocFaults, GiveNoWrongLines) {
-    const std::string sentence = "\u0E40\u0E1B\u0E47\u0E19\u0E01\u0E32\u0E23\u0E17\u0E33\u0E07\u0E32\u0E19";
-    std::string thai;
-    for (int i = 0; i < 20; ++i) {
-        thai += sentence;
+/// Like failEachIn, but in a process of its own for each allocation, in which ICU has not read the dictionary
+/// that the call needs. `prepare` makes what ICU makes once for all dictionaries: if that fails, ICU calls
+/// through a null pointer, or never finds a dictionary again.
+std::size_t failEachInChildren(const std::function<void()>& prepare, const Call& call) {
+    constexpr char separator = '\x1F';
+    const std::string expected = callInChild(call);
+    EXPECT_FALSE(expected.empty());
+    bool hasFailed = true;
+    std::size_t number = 0;
+    while (hasFailed) {
+        ++number;
+        const std::string both = callInChild([&] {
+            prepare();
+            const std::string result = failAt(number, call, hasFailed);
+            return (hasFailed ? "!" : "=") + result + separator + call();
+        });
+        hasFailed = both.front() == '!';
+        const std::size_t end = both.find(separator);
+        const std::string result = both.substr(1, end - 1);
+        EXPECT_TRUE(result.empty() || result == expected) << number << "\n" << result;
+        EXPECT_EQ(both.substr(end + 1), expected) << "again, " << number;
     }
-    const auto breakLines = [&] {
+    return number;
+}
+
+std::string repeat(const std::string& text, int count) {
+    std::string repeated;
+    for (int i = 0; i < count; ++i) {
+        repeated += text;
+    }
+    return repeated;
+}
+
+const std::string lao = "\u0E9E\u0EB2\u0EAA\u0EB2";
+
+void prepareForWords() {
+    findLineBreaks(lao);
+}
+
+void prepareForLines() {
+    findWordBoundaries(lao);
+}
+
+const std::string thaiSentence = "\u0E40\u0E1B\u0E47\u0E19\u0E01\u0E32\u0E23\u0E17\u0E33\u0E07\u0E32\u0E19";
+
+TEST(MallocFaults, GiveNoWrongLines) {
+    const auto breakLines = [text = repeat(thaiSentence, 20)] {
         std::string lines;
-        for (const LineBreak& found : findLineBreaks(thai)) {
+        for (const LineBreak& found : findLineBreaks(text)) {
             lines += std::to_string(found.offset) + (found.isMandatory ? "! " : " ");
         }
         return lines;
     };
-    EXPECT_GT(failEachIn([&] { return breakLines; }, breakLines()), 3U);
+    EXPECT_GT(failEachInChildren(prepareForLines, breakLines), 30U);
+}
+
+/// Not of Chinese: if ICU cannot make what only its dictionary needs, it never finds that again.
+TEST(MallocFaults, GiveNoWrongWords) {
+    const auto findWords = [text = repeat(thaiSentence, 20)] {
+        std::string words;
+        for (const WordBoundary& found : findWordBoundaries(text)) {
+            words += std::to_string(found.offset) + (found.isBehindWord ? "! " : " ");
+        }
+        return words;
+    };
+    EXPECT_GT(failEachInChildren(prepareForWords, findWords), 30U);
 }
 
 TEST(MallocFaults, GiveNoWrongParagraphs) {
-    const TextShaper shaper(getFactory(), nullptr);
-    const std::string words =
-        "\u0628\u0633\u0645 \u0628\u0628 \u0628\u0628\u0628 \u0E40\u0E1B\u0E47\u0E19\u0E01\u0E32\u0E23";
-    const TextStyle style = describeFont("DejaVu Sans", 16.0F);
+    const std::string words = "\u0628\u0633\u0645 \u0628\u0628 \u0628\u0628\u0628 " + repeat(thaiSentence, 2);
+    const auto shaped = TextShaper(getFactory(), nullptr).shape(words, describeFont("DejaVu Sans", 16.0F));
     const auto breakLines = [&] {
-        const Paragraph paragraph(shaper.shape(words, style),
-                                  withWidth(60.0F).setAlignment(TextAlignment::Justify));
+        const Paragraph paragraph(shaped, withWidth(70.0F).setAlignment(TextAlignment::Justify));
         std::string result = describeLines(paragraph); // a stream would swallow failures
         for (const ParagraphLine& line : paragraph.getLines()) {
             result += std::to_string(line.width) + " ";
@@ -107,7 +157,7 @@ TEST(MallocFaults, GiveNoWrongParagraphs) {
         return result + std::to_string(paragraph.getCaret(4).x) + " " +
                std::to_string(paragraph.getPieces(0).size());
     };
-    EXPECT_GT(failEachIn([&] { return breakLines; }, breakLines()), 30U);
+    EXPECT_GT(failEachInChildren(prepareForLines, breakLines), 30U);
 }
 
 /// ICU leaks a block if it cannot open an iterator, so no cluster of the text needs one.

@@ -115,20 +115,13 @@ void addStrikeRecord(ByteWriter& cblc, const PictureStrike& strike, std::uint32_
     }
 }
 
-void addMetrics(ByteWriter& writer, const GlyphPicture& picture) {
-    for (const int byte : {static_cast<int>(picture.rows), static_cast<int>(picture.width), picture.left,
-                           picture.top, static_cast<int>(picture.width)}) {
-        writer.addU8(static_cast<unsigned int>(byte));
-    }
-}
-
 bool isUniform(const PictureStrike& strike) {
     return strike.indexFormat == 2 || strike.indexFormat == 5;
 }
 
 void addPicture(ByteWriter& cbdt, const PictureStrike& strike, const GlyphPicture& picture) {
     if (!isUniform(strike)) {
-        addMetrics(cbdt, picture);
+        addPictureMetrics(cbdt, picture);
     }
     cbdt.addU32(static_cast<std::uint32_t>(picture.file.size()));
     cbdt.addBytes(picture.file);
@@ -137,7 +130,7 @@ void addPicture(ByteWriter& cbdt, const PictureStrike& strike, const GlyphPictur
 /// The length of each picture and the metrics of all of them.
 void addUniformMetrics(ByteWriter& index, const GlyphPicture& first) {
     index.addU32(static_cast<std::uint32_t>(4 + first.file.size()));
-    addMetrics(index, first);
+    addPictureMetrics(index, first);
     index.addZeros(3); // vertical metrics
 }
 
@@ -249,6 +242,13 @@ Bytes addPngChunk(const Bytes& png, const std::string& type, const Bytes& conten
 
 GlyphPicture makeGlyphPicture(unsigned int glyph, int left, int top, const Picture& picture) {
     return {glyph, left, top, picture.width, picture.rows, buildPng(picture)};
+}
+
+void addPictureMetrics(ByteWriter& writer, const GlyphPicture& picture) {
+    for (const int byte : {static_cast<int>(picture.rows), static_cast<int>(picture.width), picture.left,
+                           picture.top, static_cast<int>(picture.width)}) {
+        writer.addU8(static_cast<unsigned int>(byte));
+    }
 }
 
 Bytes buildSbix(const std::vector<PictureStrike>& strikes, unsigned int glyphCount) {

@@ -45,6 +45,9 @@ struct GlyphPicture {
 
 GlyphPicture makeGlyphPicture(unsigned int glyph, int left, int top, const Picture& picture);
 
+/// The small metrics of CBDT: extent, bearings, and the width as the advance.
+void addPictureMetrics(ByteWriter& writer, const GlyphPicture& picture);
+
 struct PictureStrike {
     unsigned int ppem;
     std::vector<GlyphPicture> pictures; ///< in the order of the glyphs

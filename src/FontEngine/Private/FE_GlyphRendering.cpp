@@ -4,12 +4,15 @@
 #include <FontEngine/Private/FE_FreeTypeUtilsInternal.h>
 #include <FontEngine/Private/FE_GlyphCaches.h>
 #include <FontEngine/Private/FE_GlyphChecks.h>
+#include <FontEngine/Private/FE_PictureBounds.h>
 #include <FontEngine/Private/FE_RasterWork.h>
 #include <FontLoaders/Public/CompositeGlyphs.h>
 #include <FontLoaders/Public/FreeTypeMemory.h>
 #include <Utils/Public/Assert.h>
 
 #include <array>
+#include <cstdint>
+#include <limits>
 #include <string_view>
 #include <utility>
 
@@ -115,11 +118,26 @@ int restrainAutoHinter(FT_Face face, int flags) {
     return (flags & unhinted) != 0 || FontLoaders::hasBoundedGlyphs(face) ? flags : flags | withoutAutoHinter;
 }
 
+/// Whether FreeType would load a picture that may take all memory or time. Only faces without outlines load
+/// pictures at all.
+bool isPictureRefused(FT_Face face, FT_UInt glyphIndex, int flags) {
+    constexpr int withoutPictures = FT_LOAD_NO_BITMAP | FT_LOAD_NO_SCALE;
+    constexpr auto anyNumber = std::numeric_limits<std::uint64_t>::max(); // FreeType's memory bounds it
+    if ((flags & withoutPictures) != 0 || !FT_IS_SFNT(face)) {
+        return false;
+    }
+    const FT_Size_Metrics& size = face->size->metrics;
+    return checkPicture(face, {glyphIndex, size.x_ppem, size.y_ppem, anyNumber}) == PictureVerdict::Refused;
+}
+
 FT_Error tryLoadGlyph(FT_Face face, unsigned long index, int flags) {
     if (!hasGlyph(*face, index)) {
         return FT_Err_Invalid_Argument;
     }
     const auto glyphIndex = static_cast<FT_UInt>(index);
+    if (isPictureRefused(face, glyphIndex, flags)) {
+        return FT_Err_Invalid_File_Format; // as for a broken picture
+    }
     const int restrained = restrainAutoHinter(face, flags);
     const FT_Error error = FontLoaders::findGlyphError(face, glyphIndex, restrained);
     return error == FT_Err_Ok ? FT_Load_Glyph(face, glyphIndex, restrained) : error;

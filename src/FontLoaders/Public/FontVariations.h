@@ -74,7 +74,7 @@ VELL_API std::vector<AxisSetting> parseVariations(std::string_view text);
 /// Throws FontLoaderException if a value is NaN; if the font has no axis with a setting's tag (the text names
 /// it and lists those that there are); if the font is not one with TrueType outlines, as one with CFF2
 /// outlines; and if it is damaged, or its glyphs overlap in the file, have more than maxInstanceParts parts
-/// together, or have outlines or parts without any points. Builds without FONTENGINE_BUILD_VARIABLE_FONTS
+/// together, or have parts whose points all lie on one line. Builds without FONTENGINE_BUILD_VARIABLE_FONTS
 /// throw it for every variable font. FreeTypeException if FreeType cannot open it. Cost: a few dozen
 /// milliseconds for a font of a few thousand glyphs.
 VELL_API FontBytes makeFontInstance(const NNPtr<const std::vector<unsigned char>>& bytes,

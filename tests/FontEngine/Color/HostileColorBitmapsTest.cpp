@@ -2,6 +2,8 @@
 
 #include <FontEngine/Color/ColorEngine.h>
 
+#include <support/CompoundPictures.h>
+
 #include <FontLoaders/Public/Exceptions.h>
 
 #include <gtest/gtest.h>
@@ -86,6 +88,33 @@ TEST(HostileColorBitmaps, WithLongTextsAreNotUnpacked) {
     for (const Bytes& font : makeFonts({{8, {makePicture(many)}}})) {
         expectAbsentAndCached(font, 8.0F);
     }
+}
+
+// The PNG library would unpack all of it to find its end.
+TEST(HostileColorBitmaps, WithFarTooLongPixelDataAreNotUnpacked) {
+    constexpr std::size_t headerBytes = 33;
+    Bytes file = makeGlyphPicture(TestGlyph::a, 1, 8, makeMixedPicture(8, 8)).file;
+    const Bytes padding = addPngChunk(Bytes(headerBytes), "IDAT", Bytes(70000, 1));
+    constexpr std::ptrdiff_t trailerBytes = 12;
+    file.insert(file.end() - trailerBytes, padding.begin() + headerBytes, padding.end());
+    for (const Bytes& font : makeFonts({{8, {makePicture(file)}}})) {
+        expectAbsentAndCached(font, 8.0F);
+    }
+}
+
+TEST(HostileColorBitmaps, ThatConsistOfTooManyOthersAreAbsent) {
+    constexpr unsigned int levels = 10; // each with two parts
+    std::vector<Testing::PictureParts> compounds;
+    for (unsigned int level = 1; level <= levels; ++level) {
+        compounds.push_back({level + 1, level + 1});
+    }
+    const auto last = makeGlyphPicture(levels + 1, 1, 8, makeMixedPicture(8, 8));
+    const Testing::CbdtTables tables = Testing::buildCompoundCbdt(8, compounds, last);
+    Testing::FontBuilder font = makeTestFont();
+    font.addGlyphs(levels, {});
+    font.omitTable("glyf").omitTable("loca").setTable("CBLC", tables.cblc).setTable("CBDT", tables.cbdt);
+    expectAbsentAndCached(font.build(), 8.0F);
+    EXPECT_NE(ColorEngine(font.build()).getImage(levels, 8.0F), nullptr) << "that of two parts";
 }
 
 TEST(HostileColorBitmaps, WhoseIndexRefersToItselfAreAbsent) {

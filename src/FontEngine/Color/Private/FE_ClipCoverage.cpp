@@ -1,6 +1,6 @@
 #include <FontEngine/Color/Private/FE_ClipCoverage.h>
 
-#include <FontEngine/Color/Private/FE_ColorErrors.h>
+#include <FontEngine/Private/FE_CallErrors.h>
 #include <FontEngine/Private/FE_RasterWork.h>
 
 #include <algorithm>
@@ -62,7 +62,7 @@ FT_Bitmap view(CoverageMask& mask) {
 bool render(FT_Library library, FT_Outline& outline, CoverageMask& mask) {
     FT_Outline_Translate(&outline, -FT_Pos(mask.box.left) * 64, -FT_Pos(mask.box.bottom) * 64);
     const FT_Bitmap bitmap = view(mask);
-    return isColorCallDone(FT_Outline_Get_Bitmap(library, &outline, &bitmap), "FT_Outline_Get_Bitmap");
+    return isCallDone(FT_Outline_Get_Bitmap(library, &outline, &bitmap), "FT_Outline_Get_Bitmap");
 }
 
 unsigned char multiply(unsigned char a, unsigned char b) {

@@ -1,8 +1,8 @@
 #include <FontEngine/Color/Private/FE_ColorBitmap.h>
 
-#include <FontEngine/Color/Private/FE_ColorErrors.h>
 #include <FontEngine/Color/Private/FE_ColorScaling.h>
-#include <FontEngine/Color/Private/FE_PictureBounds.h>
+#include <FontEngine/Private/FE_CallErrors.h>
+#include <FontEngine/Private/FE_PictureBounds.h>
 #include <FontLoaders/Public/FreeTypeMemory.h>
 
 #include <algorithm>
@@ -20,18 +20,28 @@ namespace {
 constexpr int loadFlags =
     FT_LOAD_COLOR | FT_LOAD_SBITS_ONLY | FT_LOAD_NO_HINTING | FT_LOAD_NO_AUTOHINT | FT_LOAD_IGNORE_TRANSFORM;
 
+/// The largest number of pixels of a bitmap in a font: a square of 4,096 pixels. Fonts in use have bitmaps of
+/// a few hundred pixels in each direction.
+constexpr std::uint64_t maxStrikePixels = std::uint64_t(1) << 24U;
+
 /// The bitmap of a glyph in a strike, which the face has as its size.
 struct StrikeBitmap {
     ColorStrike strike;
     ColorBox box;
 };
 
+bool isPictureBounded(FT_Face face, const ColorStrike& strike, FT_UInt glyphIndex) {
+    const auto ppemX = static_cast<unsigned int>(strike.ppemX);
+    const auto ppemY = static_cast<unsigned int>(strike.ppemY);
+    return checkPicture(face, {glyphIndex, ppemX, ppemY, maxStrikePixels}) == PictureVerdict::Bounded;
+}
+
 /// Reads only the size of the bitmap: it is not decoded, and takes no memory.
 std::optional<StrikeBitmap> findInStrike(FT_Face face, const ColorStrike& strike, FT_UInt glyphIndex) {
     if (!isPictureBounded(face, strike, glyphIndex) ||
-        !isColorCallDone(FT_Select_Size(face, strike.index), "FT_Select_Size") ||
-        !isColorCallDone(FT_Load_Glyph(face, glyphIndex, loadFlags | FT_LOAD_BITMAP_METRICS_ONLY),
-                         "FT_Load_Glyph")) {
+        !isCallDone(FT_Select_Size(face, strike.index), "FT_Select_Size") ||
+        !isCallDone(FT_Load_Glyph(face, glyphIndex, loadFlags | FT_LOAD_BITMAP_METRICS_ONLY),
+                    "FT_Load_Glyph")) {
         return std::nullopt;
     }
     const FT_GlyphSlot slot = face->glyph;
@@ -118,7 +128,7 @@ FT_Error loadWithMemory(FT_Face face, FT_UInt glyphIndex, const ColorBox& box) {
 
 /// Decodes the bitmap of the strike that the face has as its size.
 std::shared_ptr<ColorGlyphImage> loadBitmap(FT_Face face, FT_UInt glyphIndex, const ColorBox& box) {
-    if (!isColorCallDone(loadWithMemory(face, glyphIndex, box), "FT_Load_Glyph")) {
+    if (!isCallDone(loadWithMemory(face, glyphIndex, box), "FT_Load_Glyph")) {
         return nullptr;
     }
     const FT_Bitmap& bitmap = face->glyph->bitmap;

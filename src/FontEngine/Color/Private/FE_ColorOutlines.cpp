@@ -1,6 +1,6 @@
 #include <FontEngine/Color/Private/FE_ColorOutlines.h>
 
-#include <FontEngine/Color/Private/FE_ColorErrors.h>
+#include <FontEngine/Private/FE_CallErrors.h>
 #include <FontEngine/Private/FE_GlyphChecks.h>
 #include <FontLoaders/Public/CompositeGlyphs.h>
 
@@ -25,7 +25,7 @@ double readThreadTime() {
 bool loadSlot(FT_Face face, unsigned int glyphIndex) {
     constexpr int flags = FT_LOAD_NO_SCALE | FT_LOAD_NO_HINTING | FT_LOAD_NO_BITMAP;
     return hasGlyph(*face, glyphIndex) && FontLoaders::findGlyphError(face, glyphIndex, flags) == FT_Err_Ok &&
-           isColorCallDone(FT_Load_Glyph(face, glyphIndex, flags), "FT_Load_Glyph") &&
+           isCallDone(FT_Load_Glyph(face, glyphIndex, flags), "FT_Load_Glyph") &&
            face->glyph->format == FT_GLYPH_FORMAT_OUTLINE;
 }
 
@@ -65,7 +65,7 @@ bool ColorOutlines::load(FT_Face face, unsigned int glyphIndex) {
     _pointCount += static_cast<std::size_t>(face->glyph->outline.n_points);
     FT_BBox box;
     if (_pointCount > maxPoints ||
-        !isColorCallDone(FT_Outline_Get_BBox(&face->glyph->outline, &box), "FT_Outline_Get_BBox")) {
+        !isCallDone(FT_Outline_Get_BBox(&face->glyph->outline, &box), "FT_Outline_Get_BBox")) {
         return false;
     }
     _outlines.emplace(glyphIndex, copy(face->glyph->outline, box));

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <FontEngine/Color/FE_ColorPaintTarget.h>
-#include <FontEngine/Color/Private/FE_FontTable.h>
+#include <FontEngine/Private/FE_FontTable.h>
 
 #include <cstddef>
 #include <cstdint>

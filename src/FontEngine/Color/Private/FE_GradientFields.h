@@ -1,7 +1,7 @@
 #pragma once
 
-#include <FontEngine/Color/Private/FE_FontTable.h>
 #include <FontEngine/Color/Private/FE_GradientPaints.h>
+#include <FontEngine/Private/FE_FontTable.h>
 
 namespace Vell::FontEngine::Internal {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <FontEngine/Color/Private/FE_FontTable.h>
+#include <FontEngine/Private/FE_FontTable.h>
 #include <cinder/MatrixAffine2.h>
 
 #include <cstddef>

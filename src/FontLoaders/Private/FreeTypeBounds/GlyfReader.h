@@ -27,6 +27,9 @@ public:
     /// The work of a glyph's programs in the interpreter; maxProgramWork defines the unit.
     std::uint64_t measureProgramWork(unsigned int glyphIndex) const { return measure(glyphIndex).work; }
 
+    /// Whether a glyph or one of its parts has points.
+    bool hasPoints(unsigned int glyphIndex) const { return measure(glyphIndex).pointCount > 0; }
+
     /// What it takes to read all glyphs of the font, one after the other, with their components.
     struct Totals {
         std::uint64_t partCount = 0; ///< counting stops after `maxParts`

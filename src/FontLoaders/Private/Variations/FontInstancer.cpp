@@ -5,6 +5,7 @@
 #include <FontLoaders/Private/FreeTypeBounds/SfntTables.h>
 #include <FontLoaders/Private/HarfBuzz.h>
 #include <FontLoaders/Private/Variations/ControlValues.h>
+#include <FontLoaders/Private/Variations/EmptyComposites.h>
 #include <FontLoaders/Private/Variations/GlyphChecks.h>
 #include <FontLoaders/Private/Variations/LineMetrics.h>
 #include <FontLoaders/Private/Variations/VariationTables.h>
@@ -109,40 +110,48 @@ void keepEverything(hb_subset_input_t* input, hb_face_t* face, bool hasGlyphProg
     hb_face_collect_unicodes(face, hb_subset_input_unicode_set(input));
 }
 
-/// Throws if the font has other outlines than those that `instantiate` can fix, or if it is made to consume
-/// all memory or time.
-void checkInstanceable(const NNPtr<const std::vector<unsigned char>>& bytes, hb_face_t* face) {
+void throwIfNoTrueType(hb_face_t* face) {
     if (containsTable(face, cff2) || !containsTable(face, glyf)) {
         throw FontLoaderException(
             fmt::format("cannot fix the axes of a font with {} outlines, only of one with TrueType outlines",
                         containsTable(face, cff2) ? "CFF2" : "no TrueType"));
     }
-    const FTLibraryPtr library = createFreeTypeLibrary();
-    const FTFacePtr opened = createFontFace(library, bytes);
-    const GlyfReader* const reader = LibraryMemory::findReader(opened.get());
-    const GlyfReader::Totals totals = reader->measureAll(maxInstanceParts);
+}
+
+/// Throws if the font is made to consume all memory or time.
+void throwIfUnbounded(hb_face_t* face, const GlyfReader& reader) {
+    const GlyfReader::Totals totals = reader.measureAll(maxInstanceParts);
     if (totals.partCount > maxInstanceParts) {
         throw FontLoaderException("the glyphs of the variable font have too many parts");
     }
-    if (totals.byteCount > maxOverlap * reader->getTableSize() || doVariationsOverlap(face)) {
+    if (totals.byteCount > maxOverlap * reader.getTableSize() || doVariationsOverlap(face)) {
         throw FontLoaderException("the glyphs of the variable font overlap");
     }
 }
 
-std::vector<unsigned char> instantiate(hb_face_t* face, const AxisValues& values) {
-    checkGlyphs(face, values);
+HarfBuzzFacePtr fixAxes(hb_face_t* face, const AxisValues& values, bool hasGlyphPrograms) {
     const SubsetInputPtr input(hb_subset_input_create_or_fail());
     if (!input) {
         throw std::bad_alloc();
     }
-    const std::optional<std::vector<float>> controlValues = readControlValueChanges(face, values);
-    keepEverything(input.get(), face, controlValues.has_value());
+    keepEverything(input.get(), face, hasGlyphPrograms);
     for (const auto& [tag, value] : values) {
         hb_subset_input_pin_axis_location(input.get(), face, tag, value);
     }
-    const HarfBuzzFacePtr instance(hb_subset_or_fail(face, input.get()));
+    HarfBuzzFacePtr instance(hb_subset_or_fail(face, input.get()));
     if (!instance || containsTable(instance.get(), fvar) || containsTable(instance.get(), gvar)) {
         throw FontLoaderException("the variable font is damaged: HarfBuzz cannot fix its axes");
+    }
+    return instance;
+}
+
+/// `plain` is the font for HarfBuzz: without the parts of these glyphs.
+std::vector<unsigned char> instantiate(hb_face_t* face, hb_face_t* plain, const AxisValues& values,
+                                       const EmptyComposites& composites) {
+    const std::optional<std::vector<float>> controlValues = readControlValueChanges(face, values);
+    const HarfBuzzFacePtr instance = fixAxes(plain, values, controlValues.has_value());
+    if (!composites.empty()) {
+        varyMetrics(face, values, composites, instance.get());
     }
     varyLineMetrics(face, values, instance.get());
     if (controlValues) {
@@ -151,12 +160,30 @@ std::vector<unsigned char> instantiate(hb_face_t* face, const AxisValues& values
     return serialize(instance.get());
 }
 
+std::vector<unsigned char> instantiateWithoutParts(hb_face_t* face, const AxisValues& values,
+                                                   const EmptyComposites& composites,
+                                                   const GlyfReader& reader) {
+    const std::vector<unsigned char> changed = removeParts(face, composites);
+    const BlobPtr file = makeView(changed);
+    const HarfBuzzFacePtr plain(hb_face_create(file.get(), 0));
+    if (!checkGlyphs(plain.get(), values, reader).empty()) {
+        throw FontLoaderException("the glyphs of the variable font overlap");
+    }
+    return instantiate(face, plain.get(), values, composites);
+}
+
 } // namespace
 
 std::vector<unsigned char> makeStaticFont(const NNPtr<const std::vector<unsigned char>>& bytes,
                                           hb_face_t* face, const AxisValues& values) {
-    checkInstanceable(bytes, face);
-    return instantiate(face, values);
+    throwIfNoTrueType(face);
+    const FTLibraryPtr library = createFreeTypeLibrary();
+    const FTFacePtr opened = createFontFace(library, bytes);
+    const GlyfReader& reader = *LibraryMemory::findReader(opened.get());
+    throwIfUnbounded(face, reader);
+    const EmptyComposites composites = checkGlyphs(face, values, reader);
+    return composites.empty() ? instantiate(face, face, values, composites)
+                              : instantiateWithoutParts(face, values, composites, reader);
 }
 
 } // namespace Vell::FontLoaders::Internal

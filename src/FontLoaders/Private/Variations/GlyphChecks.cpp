@@ -30,10 +30,6 @@ HarfBuzzFacePtr keepOutlines(hb_face_t* font) {
     return HarfBuzzFacePtr(hb_face_create_for_tables(reference, font, nullptr));
 }
 
-BigEndianBytes view(const Table& table) {
-    return {reinterpret_cast<const unsigned char*>(table.data()), table.size()};
-}
-
 [[noreturn]] void throwUnreadable(unsigned int glyph) {
     throw FontLoaderException(fmt::format("the variable font is damaged: glyph {} cannot be read", glyph));
 }
@@ -47,30 +43,36 @@ public:
         constexpr std::uint64_t offsetFormatAt = 50;
         constexpr std::uint64_t glyphFormatAt = 52;
         const Table head = readTable(font, HB_TAG('h', 'e', 'a', 'd'));
-        const unsigned int offsetFormat = view(head).u16(offsetFormatAt).value_or(2);
-        if (offsetFormat > 1 || view(head).u16(glyphFormatAt).value_or(1) != 0) {
+        const unsigned int offsetFormat = viewBytes(head).u16(offsetFormatAt).value_or(2);
+        if (offsetFormat > 1 || viewBytes(head).u16(glyphFormatAt).value_or(1) != 0) {
             throw FontLoaderException("the variable font is damaged: its glyphs have an unknown format");
         }
         _isLong = offsetFormat == 1;
     }
 
-    /// Whether the glyph has an outline or parts.
-    bool hasContent(unsigned int glyph) const {
+    /// Where the glyph begins, if it has an outline or parts.
+    std::optional<std::uint64_t> findContent(unsigned int glyph) const {
         constexpr std::uint64_t headerBytes = 10;
         const std::optional<std::uint64_t> begin = getOffset(glyph);
         const std::optional<std::uint64_t> end = getOffset(std::uint64_t{glyph} + 1);
         if (!begin || !end || *begin > *end || *end > _glyf.size()) {
             throwUnreadable(glyph);
         }
-        return *begin + headerBytes <= *end && view(_glyf).u16(*begin).value_or(0) != 0;
+        const bool hasContent = *begin + headerBytes <= *end && viewBytes(_glyf).u16(*begin).value_or(0) != 0;
+        return hasContent ? begin : std::nullopt;
+    }
+
+    bool isComposite(std::uint64_t begin) const {
+        constexpr unsigned int negative = 0x8000; // the sign of the number of contours
+        return (viewBytes(_glyf).u16(begin).value_or(0) & negative) != 0;
     }
 
 private:
     std::optional<std::uint64_t> getOffset(std::uint64_t glyph) const {
         if (_isLong) {
-            return view(_loca).u32(4 * glyph);
+            return viewBytes(_loca).u32(4 * glyph);
         }
-        const std::optional<unsigned int> half = view(_loca).u16(2 * glyph);
+        const std::optional<unsigned int> half = viewBytes(_loca).u16(2 * glyph);
         return half ? std::optional<std::uint64_t>(std::uint64_t{2} * *half) : std::nullopt;
     }
 
@@ -85,24 +87,30 @@ bool isEmpty(const hb_glyph_extents_t& extents) {
 
 } // namespace
 
-void checkGlyphs(hb_face_t* font, const AxisValues& values) {
+EmptyComposites checkGlyphs(hb_face_t* font, const AxisValues& values, const GlyfReader& reader) {
     const GlyphHeaders headers(font);
     const HarfBuzzFacePtr outlines = keepOutlines(font);
     const FontPtr varied = makeVariedFont(outlines.get(), values);
     const unsigned int count = hb_face_get_glyph_count(font);
+    EmptyComposites empty;
     for (unsigned int glyph = 0; glyph < count; ++glyph) {
-        hb_glyph_extents_t extents{};
-        if (!headers.hasContent(glyph)) {
+        const std::optional<std::uint64_t> begin = headers.findContent(glyph);
+        if (!begin) {
             continue;
         }
+        hb_glyph_extents_t extents{};
         if (!hb_font_get_glyph_extents(varied.get(), glyph, &extents)) {
             throwUnreadable(glyph);
         }
-        if (isEmpty(extents)) {
-            throw FontLoaderException(
-                fmt::format("glyph {} of the variable font has an outline without points", glyph));
+        if (isEmpty(extents) && headers.isComposite(*begin)) {
+            if (reader.hasPoints(glyph)) {
+                throw FontLoaderException(
+                    fmt::format("the parts of glyph {} of the variable font have no extent", glyph));
+            }
+            empty.push_back({glyph, *begin});
         }
     }
+    return empty;
 }
 
 } // namespace Vell::FontLoaders::Internal

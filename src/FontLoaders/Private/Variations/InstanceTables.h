@@ -1,5 +1,6 @@
 #pragma once
 
+#include <FontLoaders/Private/FreeTypeBounds/SfntTables.h>
 #include <FontLoaders/Private/Variations/AxisValues.h>
 
 #include <hb-ot.h>
@@ -23,6 +24,10 @@ using Table = std::vector<char>;
 
 /// Empty if the font lacks the table.
 Table readTable(hb_face_t* face, hb_tag_t tag);
+
+inline BigEndianBytes viewBytes(const Table& table) {
+    return {reinterpret_cast<const unsigned char*>(table.data()), table.size()};
+}
 
 /// Replaces a table of a face that HarfBuzz is building. Does nothing if the new one is empty.
 void setTable(hb_face_t* instance, hb_tag_t tag, const Table& table);

@@ -1,11 +1,12 @@
-#include <FontEngine/Color/Private/FE_PictureBounds.h>
+#include <FontEngine/Private/FE_PictureBounds.h>
 
-#include <FontEngine/Color/Private/FE_FontTable.h>
+#include <FontEngine/Private/FE_FontTable.h>
+#include <FontEngine/Private/FE_PngBounds.h>
 
 #include FT_TRUETYPE_TAGS_H
 
-#include <algorithm>
 #include <cstddef>
+#include <initializer_list>
 #include <optional>
 
 namespace Vell::FontEngine::Internal {
@@ -16,10 +17,24 @@ constexpr std::uint32_t makeTag(char a, char b, char c, char d) {
     return static_cast<std::uint32_t>(FT_MAKE_TAG(a, b, c, d));
 }
 
-/// What is known about a bitmap.
-enum class Verdict { Absent, Bounded, Refused };
+/// Opens the first of the tables that the font has.
+FontTable openFirst(FT_Face face, std::initializer_list<FT_ULong> tags) {
+    for (const FT_ULong tag : tags) {
+        FontTable table(face, tag);
+        if (table.getSize() != 0) {
+            return table;
+        }
+    }
+    return FontTable(face, *tags.begin());
+}
 
-/// Where a range of glyphs is described in CBLC, and which of them is wanted.
+/// Where the ranges of glyphs of a strike are described.
+struct RangeList {
+    std::size_t offset;
+    std::uint32_t count;
+};
+
+/// Where a range of glyphs is described, and which of them is wanted.
 struct GlyphRange {
     std::size_t offset;
     unsigned int glyphIndex;
@@ -35,52 +50,50 @@ struct Span {
 /// it looks at all of them.
 class PictureSearch {
 public:
-    PictureSearch(FT_Face face, const ColorStrike& strike, unsigned int glyphIndex)
-        : _strike(strike)
-        , _glyphIndex(glyphIndex)
+    PictureSearch(FT_Face face, const PictureRequest& request)
+        : _request(request)
         , _sbix(face, TTAG_sbix)
-        , _cblc(face, TTAG_CBLC)
-        , _cbdt(face, TTAG_CBDT) {}
+        , _index(openFirst(face, {TTAG_CBLC, TTAG_EBLC, TTAG_bloc}))
+        , _data(openFirst(face, {TTAG_CBDT, TTAG_EBDT, TTAG_bdat}))
+        , _bounds(request.maxPixels) {}
 
-    bool isBounded() {
+    PictureVerdict getVerdict() {
         checkSbix();
-        checkCblc();
-        return _verdict == Verdict::Bounded && !isExhausted();
+        checkStrikes();
+        return _reader.isExhausted() ? PictureVerdict::Refused : _verdict;
     }
 
 private:
-    /// A table of hundreds of kilobytes can be searched for hours, if it refers to itself often enough.
-    static constexpr int maxReads = 100'000;
-
-    bool isExhausted() const { return _reads > maxReads; }
+    static constexpr int maxParts = 256; // accented letters have two
 
     std::optional<TableFields> read(const FontTable& table, std::size_t offset, std::size_t size) {
-        ++_reads;
-        return isExhausted() ? std::nullopt : table.read(offset, size);
+        return _reader.read(table, offset, size);
     }
 
-    void note(bool isBoundedFile) {
-        const bool isRefused = _verdict == Verdict::Refused || !isBoundedFile;
-        _verdict = isRefused ? Verdict::Refused : Verdict::Bounded;
+    void note(bool isBounded) {
+        const bool isRefused = _verdict == PictureVerdict::Refused || !isBounded;
+        _verdict = isRefused ? PictureVerdict::Refused : PictureVerdict::Bounded;
     }
 
     void checkSbix();
     void checkSbixGlyph(std::size_t strikeAt);
-    void checkCblc();
-    void checkRanges(std::size_t arrayAt, std::uint32_t count);
-    void checkRange(const GlyphRange& range);
+    void checkStrikes();
+    void checkRanges(const RangeList& ranges, unsigned int glyphIndex);
+    void checkRange(const RangeList& ranges, const GlyphRange& range);
+    void checkPng(std::size_t at);
+    void checkParts(const RangeList& ranges, std::size_t at);
     std::optional<Span> findInRange(const GlyphRange& range, unsigned int indexFormat);
     std::optional<Span> findInSparseOffsets(const GlyphRange& range);
     std::optional<Span> findInSparseGlyphs(const GlyphRange& range);
-    bool isBoundedPng(const FontTable& table, std::size_t begin, std::size_t size);
 
-    const ColorStrike& _strike;
-    unsigned int _glyphIndex;
+    const PictureRequest& _request;
     FontTable _sbix;
-    FontTable _cblc;
-    FontTable _cbdt;
-    Verdict _verdict = Verdict::Absent;
-    int _reads = 0;
+    FontTable _index;
+    FontTable _data;
+    BoundedReader _reader;
+    PngBounds _bounds;
+    PictureVerdict _verdict = PictureVerdict::Absent;
+    int _partCount = 0;
 };
 
 void PictureSearch::checkSbix() {
@@ -93,7 +106,7 @@ void PictureSearch::checkSbix() {
         }
         const std::size_t strikeAt = offset->u32();
         auto ppem = read(_sbix, strikeAt, 2);
-        if (ppem && static_cast<float>(ppem->u16()) == _strike.ppemY) {
+        if (ppem && ppem->u16() == _request.ppemY) {
             checkSbixGlyph(strikeAt);
         }
     }
@@ -102,7 +115,7 @@ void PictureSearch::checkSbix() {
 void PictureSearch::checkSbixGlyph(std::size_t strikeAt) {
     constexpr int maxDuplicates = 8; // FreeType follows four
     constexpr std::size_t headerBytes = 8;
-    unsigned int glyph = _glyphIndex;
+    unsigned int glyph = _request.glyphIndex;
     for (int i = 0; i != maxDuplicates; ++i) {
         auto offsets = read(_sbix, strikeAt + 4 + 4 * std::size_t{glyph}, 8);
         const std::size_t begin = offsets ? offsets->u32() : 0;
@@ -114,7 +127,7 @@ void PictureSearch::checkSbixGlyph(std::size_t strikeAt) {
         const std::uint32_t type = header->u32();
         if (type != makeTag('d', 'u', 'p', 'e')) {
             note(type != makeTag('p', 'n', 'g', ' ') ||
-                 isBoundedPng(_sbix, strikeAt + begin + headerBytes, end - begin - headerBytes));
+                 _bounds.admits(_reader, _sbix, strikeAt + begin + headerBytes, end - begin - headerBytes));
             return;
         }
         auto original = read(_sbix, strikeAt + begin + headerBytes, 2);
@@ -122,44 +135,47 @@ void PictureSearch::checkSbixGlyph(std::size_t strikeAt) {
     }
 }
 
-void PictureSearch::checkCblc() {
+void PictureSearch::checkStrikes() {
     constexpr std::size_t recordBytes = 48;
     constexpr std::size_t ppemAt = 44;
-    auto header = read(_cblc, 4, 4);
+    auto header = read(_index, 4, 4);
     const std::uint32_t strikeCount = header ? header->u32() : 0;
     for (std::uint32_t i = 0; i < strikeCount; ++i) {
         const std::size_t recordAt = 8 + recordBytes * i;
-        auto ppem = read(_cblc, recordAt + ppemAt, 2);
-        auto ranges = read(_cblc, recordAt, 12);
+        auto ppem = read(_index, recordAt + ppemAt, 2);
+        auto ranges = read(_index, recordAt, 12);
         if (!ppem || !ranges) {
             return;
         }
-        const auto ppemX = static_cast<float>(ppem->u8());
-        const auto ppemY = static_cast<float>(ppem->u8());
-        if (ppemX == _strike.ppemX && ppemY == _strike.ppemY) {
-            const std::size_t arrayAt = ranges->u32();
+        const bool isRequested = ppem->u8() == _request.ppemX && ppem->u8() == _request.ppemY;
+        if (isRequested) {
+            const std::size_t listAt = ranges->u32();
             ranges->u32(); // their size in bytes
-            checkRanges(arrayAt, ranges->u32());
+            checkRanges({listAt, ranges->u32()}, _request.glyphIndex);
         }
     }
 }
 
-void PictureSearch::checkRanges(std::size_t arrayAt, std::uint32_t count) {
-    for (std::uint32_t i = 0; i < count; ++i) {
-        auto range = read(_cblc, arrayAt + 8 * std::size_t{i}, 8);
+void PictureSearch::checkRanges(const RangeList& ranges, unsigned int glyphIndex) {
+    if (++_partCount > maxParts) {
+        note(false);
+        return;
+    }
+    for (std::uint32_t i = 0; i < ranges.count; ++i) {
+        auto range = read(_index, ranges.offset + 8 * std::size_t{i}, 8);
         if (!range) {
             return;
         }
         const unsigned int first = range->u16();
         const unsigned int last = range->u16();
-        if (first <= _glyphIndex && _glyphIndex <= last) {
-            checkRange({arrayAt + range->u32(), _glyphIndex, first});
+        if (first <= glyphIndex && glyphIndex <= last) {
+            checkRange(ranges, {ranges.offset + range->u32(), glyphIndex, first});
         }
     }
 }
 
-void PictureSearch::checkRange(const GlyphRange& range) {
-    auto header = read(_cblc, range.offset, 8);
+void PictureSearch::checkRange(const RangeList& ranges, const GlyphRange& range) {
+    auto header = read(_index, range.offset, 8);
     const unsigned int indexFormat = header ? header->u16() : 0;
     const unsigned int imageFormat = header ? header->u16() : 0;
     const std::size_t dataAt = header ? header->u32() : 0;
@@ -167,14 +183,46 @@ void PictureSearch::checkRange(const GlyphRange& range) {
     if (!span || span->end <= span->begin) {
         return;
     }
-    if (imageFormat < 17 || imageFormat > 19) {
-        note(true); // no PNG
-        return;
+    constexpr std::size_t smallMetrics = 5;
+    constexpr std::size_t largeMetrics = 8;
+    const std::size_t at = dataAt + span->begin;
+    switch (imageFormat) {
+    case 8:
+        checkParts(ranges, at + smallMetrics + 1);
+        break;
+    case 9:
+        checkParts(ranges, at + largeMetrics);
+        break;
+    case 17:
+        checkPng(at + smallMetrics);
+        break;
+    case 18:
+        checkPng(at + largeMetrics);
+        break;
+    case 19:
+        checkPng(at);
+        break;
+    default:
+        note(true); // rows of pixels
     }
-    const std::size_t metricsBytes = imageFormat == 17 ? 5 : imageFormat == 18 ? 8 : 0;
-    const std::size_t sizeAt = dataAt + span->begin + metricsBytes;
-    if (auto size = read(_cbdt, sizeAt, 4)) {
-        note(isBoundedPng(_cbdt, sizeAt + 4, size->u32()));
+}
+
+void PictureSearch::checkPng(std::size_t at) {
+    if (auto size = read(_data, at, 4)) {
+        note(_bounds.admits(_reader, _data, at + 4, size->u32()));
+    }
+}
+
+void PictureSearch::checkParts(const RangeList& ranges, std::size_t at) {
+    note(true);
+    auto header = read(_data, at, 2);
+    const unsigned int count = header ? header->u16() : 0;
+    for (unsigned int i = 0; i < count && _verdict != PictureVerdict::Refused; ++i) {
+        auto part = read(_data, at + 2 + 4 * std::size_t{i}, 4);
+        if (!part) {
+            return;
+        }
+        checkRanges(ranges, part->u16());
     }
 }
 
@@ -183,19 +231,19 @@ std::optional<Span> PictureSearch::findInRange(const GlyphRange& range, unsigned
     const std::size_t place = range.glyphIndex - range.first;
     switch (indexFormat) {
     case 1:
-        if (auto offsets = read(_cblc, range.offset + 8 + 4 * place, 8)) {
+        if (auto offsets = read(_index, range.offset + 8 + 4 * place, 8)) {
             const std::size_t begin = offsets->u32();
             return Span{begin, offsets->u32()};
         }
         return std::nullopt;
     case 2:
-        if (auto field = read(_cblc, range.offset + 8, 4)) {
+        if (auto field = read(_index, range.offset + 8, 4)) {
             const std::size_t size = field->u32();
             return Span{size * place, size * (place + 1)};
         }
         return std::nullopt;
     case 3:
-        if (auto offsets = read(_cblc, range.offset + 8 + 2 * place, 4)) {
+        if (auto offsets = read(_index, range.offset + 8 + 2 * place, 4)) {
             const std::size_t begin = offsets->u16();
             return Span{begin, offsets->u16()};
         }
@@ -203,6 +251,7 @@ std::optional<Span> PictureSearch::findInRange(const GlyphRange& range, unsigned
     case 4:
         return findInSparseOffsets(range);
     case 5:
+    case 19:
         return findInSparseGlyphs(range);
     default:
         return std::nullopt;
@@ -210,10 +259,10 @@ std::optional<Span> PictureSearch::findInRange(const GlyphRange& range, unsigned
 }
 
 std::optional<Span> PictureSearch::findInSparseOffsets(const GlyphRange& range) {
-    auto header = read(_cblc, range.offset + 8, 4);
+    auto header = read(_index, range.offset + 8, 4);
     const std::uint32_t count = header ? header->u32() : 0;
     for (std::uint32_t i = 0; i < count; ++i) {
-        auto pair = read(_cblc, range.offset + 12 + 4 * std::size_t{i}, 8);
+        auto pair = read(_index, range.offset + 12 + 4 * std::size_t{i}, 8);
         if (!pair) {
             return std::nullopt;
         }
@@ -227,12 +276,12 @@ std::optional<Span> PictureSearch::findInSparseOffsets(const GlyphRange& range) 
 }
 
 std::optional<Span> PictureSearch::findInSparseGlyphs(const GlyphRange& range) {
-    auto sizeField = read(_cblc, range.offset + 8, 4);
-    auto countField = read(_cblc, range.offset + 20, 4);
+    auto sizeField = read(_index, range.offset + 8, 4);
+    auto countField = read(_index, range.offset + 20, 4);
     const std::size_t size = sizeField ? sizeField->u32() : 0;
     const std::uint32_t count = countField ? countField->u32() : 0;
     for (std::uint32_t i = 0; i < count; ++i) {
-        auto glyph = read(_cblc, range.offset + 24 + 2 * std::size_t{i}, 2);
+        auto glyph = read(_index, range.offset + 24 + 2 * std::size_t{i}, 2);
         if (!glyph) {
             return std::nullopt;
         }
@@ -243,40 +292,10 @@ std::optional<Span> PictureSearch::findInSparseGlyphs(const GlyphRange& range) {
     return std::nullopt;
 }
 
-/// Follows the chunks of a file. One that is broken is bounded as well: it fails when it is decoded.
-bool PictureSearch::isBoundedPng(const FontTable& table, std::size_t begin, std::size_t size) {
-    constexpr std::size_t maxOtherBytes = std::size_t(64) << 10U;
-    constexpr std::uint32_t ancillaryBit = 0x20000000; // the first letter is a small one
-    const std::size_t end = std::min(begin + size, table.getSize());
-    std::size_t otherBytes = 0;
-    for (std::size_t at = begin + 8; at + 8 <= end;) {
-        auto chunk = read(table, at, 8);
-        if (!chunk) {
-            return false;
-        }
-        const std::size_t length = chunk->u32();
-        const std::uint32_t type = chunk->u32();
-        if (type == makeTag('I', 'H', 'D', 'R')) {
-            auto extent = read(table, at + 8, 8);
-            const std::uint64_t width = extent ? extent->u32() : 0;
-            const std::uint64_t rows = extent ? extent->u32() : 0;
-            if (width > maxStrikePixels || rows > maxStrikePixels || width * rows > maxStrikePixels) {
-                return false;
-            }
-        }
-        otherBytes += (type & ancillaryBit) != 0 ? length : 0;
-        if (otherBytes > maxOtherBytes) {
-            return false;
-        }
-        at += 12 + length; // its length, type and checksum
-    }
-    return true;
-}
-
 } // namespace
 
-bool isPictureBounded(FT_Face face, const ColorStrike& strike, unsigned int glyphIndex) {
-    return PictureSearch(face, strike, glyphIndex).isBounded();
+PictureVerdict checkPicture(FT_Face face, const PictureRequest& request) {
+    return PictureSearch(face, request).getVerdict();
 }
 
 } // namespace Vell::FontEngine::Internal

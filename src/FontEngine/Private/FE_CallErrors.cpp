@@ -1,4 +1,4 @@
-#include <FontEngine/Color/Private/FE_ColorErrors.h>
+#include <FontEngine/Private/FE_CallErrors.h>
 
 #include <FontLoaders/Public/Exceptions.h>
 
@@ -6,7 +6,7 @@
 
 namespace Vell::FontEngine::Internal {
 
-bool isColorCallDone(FT_Error error, const char* call) {
+bool isCallDone(FT_Error error, const char* call) {
     if (error == FT_Err_Out_Of_Memory) {
         throw FontLoaders::FreeTypeException(
             fmt::format("{}() failed: out of memory (error {})", call, error));

@@ -1,6 +1,6 @@
-#include <FontEngine/Color/Private/FE_FontTable.h>
+#include <FontEngine/Private/FE_FontTable.h>
 
-#include <FontEngine/Color/Private/FE_ColorErrors.h>
+#include <FontEngine/Private/FE_CallErrors.h>
 
 #include FT_TRUETYPE_TABLES_H
 
@@ -18,7 +18,7 @@ constexpr std::size_t pageSize = 4096;
 FontTable::FontTable(FT_Face face, FT_ULong tag)
     : _face(face)
     , _tag(tag) {
-    if (!isColorCallDone(FT_Load_Sfnt_Table(face, tag, 0, nullptr, &_size), "FT_Load_Sfnt_Table")) {
+    if (!isCallDone(FT_Load_Sfnt_Table(face, tag, 0, nullptr, &_size), "FT_Load_Sfnt_Table")) {
         _size = 0;
     }
 }
@@ -29,9 +29,8 @@ const FontTable::Page& FontTable::getPage(std::size_t index) const {
         const std::size_t offset = index * pageSize;
         FT_ULong length = std::min<std::size_t>(pageSize + TableFields::maxSize, _size - offset);
         Page page(length);
-        if (isColorCallDone(
-                FT_Load_Sfnt_Table(_face, _tag, static_cast<FT_Long>(offset), page.data(), &length),
-                "FT_Load_Sfnt_Table")) {
+        if (isCallDone(FT_Load_Sfnt_Table(_face, _tag, static_cast<FT_Long>(offset), page.data(), &length),
+                       "FT_Load_Sfnt_Table")) {
             entry->second = std::move(page);
         }
     }

@@ -7,6 +7,6 @@ namespace Vell::FontEngine::Internal {
 
 /// Whether a call of FreeType has succeeded. What fails because of the font makes a glyph absent; what fails
 /// for lack of memory is no property of the font, so this throws FreeTypeException.
-bool isColorCallDone(FT_Error error, const char* call);
+bool isCallDone(FT_Error error, const char* call);
 
 } // namespace Vell::FontEngine::Internal
