@@ -39,11 +39,11 @@ hb_language_t makeLanguage(const std::string& tag) {
     return language;
 }
 
-std::shared_ptr<const TextLook> makeLook(const FontEngine::FontFactory& factory, const TextStyle& style,
-                                         const NNPtr<const Gfx::FontInfo>& fontInfo) {
-    auto look = std::make_shared<TextLook>();
-    look->styles.push_back(style);
-    look->fonts.push_back(
+TextLook makeLook(const FontEngine::FontFactory& factory, const TextStyle& style,
+                  const NNPtr<const Gfx::FontInfo>& fontInfo) {
+    TextLook look;
+    look.styles.push_back(style);
+    look.fonts.push_back(
         {fontInfo->getFontFaceInfo(), factory.getFont(fontInfo), style.font->getLetterSpacing()});
     return look;
 }
@@ -55,9 +55,13 @@ bool isPartial(const TextFeature& feature) {
 } // namespace
 
 PreparedStyle::PreparedStyle(const FontEngine::FontFactory& factory, const TextStyle& style)
-    : resetCount(factory.getResetCount())
-    , fontInfo(style.font->getFontInfo())
-    , look(makeLook(factory, style, fontInfo))
+    : PreparedStyle(factory, style, factory.getResetCount(), style.font->getFontInfo()) {}
+
+PreparedStyle::PreparedStyle(const FontEngine::FontFactory& factory, const TextStyle& style,
+                             std::uint64_t resetsBefore, const NNPtr<const Gfx::FontInfo>& styleInfo)
+    : TextLook(makeLook(factory, style, styleInfo))
+    , resetCount(resetsBefore)
+    , fontInfo(styleInfo)
     , drawnCharacters(getFace().getBasicMetrics().getCharMap())
     , language(makeLanguage(style.language))
     , hasPartialFeatures(std::any_of(style.features.begin(), style.features.end(), isPartial)) {}

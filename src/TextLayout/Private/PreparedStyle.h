@@ -15,13 +15,14 @@
 
 namespace Vell::TextLayout {
 
-/// What shaping finds out about a style once for all texts in it. The lock of the caches guards what changes.
-struct PreparedStyle {
+/// The look of the texts in one style, with its own font, and what shaping finds out about it once for all of
+/// them. Texts that share the look keep all of it alive. The lock of the caches guards what changes.
+struct PreparedStyle : TextLook {
     /// Throws TextLayoutException if the language is no well-formed BCP 47 tag, and what the factory throws.
     PreparedStyle(const FontEngine::FontFactory& factory, const TextStyle& style);
 
-    const TextStyle& getStyle() const { return look->styles.front(); }
-    const RunFont& getOwnFont() const { return look->fonts.front(); }
+    const TextStyle& getStyle() const { return styles.front(); }
+    const RunFont& getOwnFont() const { return fonts.front(); }
     const FontEngine::FontFace& getFace() const { return *getOwnFont().font.getFace(); }
 
     /// Whether texts in `style` may share the look.
@@ -32,12 +33,16 @@ struct PreparedStyle {
 
     const std::uint64_t resetCount; ///< of the factory
     const NNPtr<const Gfx::FontInfo> fontInfo;
-    const std::shared_ptr<const TextLook> look; ///< the style and its own font
-    DrawnCharacters drawnCharacters;            ///< of its own font
+    DrawnCharacters drawnCharacters; ///< of its own font
     const hb_language_t language;
     const bool hasPartialFeatures;            ///< some are not for whole texts
     PlanTable plans;                          ///< if all features are for whole texts
     std::shared_ptr<FallbackAnswers> answers; ///< null until they are needed
+
+private:
+    /// The resets are counted before the factory makes the font, which may be reset meanwhile.
+    PreparedStyle(const FontEngine::FontFactory& factory, const TextStyle& style, std::uint64_t resetsBefore,
+                  const NNPtr<const Gfx::FontInfo>& styleInfo);
 };
 
 /// What is known of a style that a text has.

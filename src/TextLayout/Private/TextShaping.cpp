@@ -33,7 +33,7 @@ public:
     explicit Shaping(const Input& input)
         : _input(input)
         , _clusterStarts(input.analysis.clusterStarts)
-        , _fonts(*input.styles.front().prepared->look)
+        , _fonts(*input.styles.front().prepared)
         , _glyphs(takeSpare(input.source.caches, input.text.size()))
         , _runShaper({input.source.caches, input.source.lock, input.text, input.analysis.isWellFormed,
                       _clusterStarts, _glyphs}) {
@@ -67,12 +67,10 @@ public:
         takeGlyphs(parts.glyphs);
     }
 
-    /// The look of a prepared style keeps that alive, which takes less time than to count references to both.
     std::shared_ptr<const TextLook> takeLook() {
         StyleInUse& style = _input.styles.front();
         if (_input.groups.getStyleCount() == 1 && style.isExact && _fonts.isShared()) {
-            const TextLook* const look = style.prepared->look.get();
-            return {std::move(style.prepared), look};
+            return std::move(style.prepared);
         }
         return std::make_shared<const TextLook>(TextLook{_input.groups.copyStyles(), _fonts.take()});
     }

@@ -96,7 +96,8 @@ struct TextLook {
 };
 
 /// What a ShapedText holds. Everything that refers to bytes or glyphs must be in range; nothing is checked.
-struct ShapedTextParts {
+struct ShapedTextParts { // NOLINT(bugprone-exception-escape): short vectors move into equal room, without
+                         // throwing
     std::string text = {};
     std::vector<TextStyle> styles = {};
     std::vector<RunFont> fonts = {};
