@@ -8,9 +8,11 @@ if(FONTENGINE_CCACHE AND NOT DEFINED CMAKE_CXX_COMPILER_LAUNCHER)
   set(CMAKE_CXX_COMPILER_LAUNCHER "${FONTENGINE_CCACHE}")
 endif()
 if("${CMAKE_CXX_COMPILER_LAUNCHER}" MATCHES "ccache$")
-  # ccache caches precompiled headers only with these settings.
+  # ccache caches precompiled headers only with this sloppiness. CCACHE_DEPEND spares the preprocessor's run of its own
+  # that a source costs which is not cached yet.
   list(PREPEND CMAKE_CXX_COMPILER_LAUNCHER
-    "${CMAKE_COMMAND}" -E env CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime)
+    "${CMAKE_COMMAND}" -E env CCACHE_DEPEND=1
+    CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime)
   if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     target_compile_options(fontengine_flags INTERFACE -fpch-preprocess)
   else()

@@ -14,8 +14,6 @@ using Testing::ByteWriter;
 
 namespace {
 
-constexpr unsigned int oneFold = 0x4000;
-
 /// Writes a script: the scene, then its operations.
 class ScriptWriter {
 public:

@@ -17,15 +17,17 @@ struct Seed {
     Bytes bytes;
 };
 
+constexpr unsigned int oneFold = 1 << 14; ///< the factor 1 in the units of ByteReader::takeFactor
+
 /// How glyphs are requested from a font seed: the fields of FontScript as bytes. The first byte of
-/// the size is its integer part; factors are in units of 1/16384.
+/// the size is its integer part.
 struct FontSteering {
     unsigned int flags = 0;
     unsigned int renderMode = 0; ///< 0 grey, 1 LCD, 2 light, 3 mono, 4 vertical LCD
     unsigned int size = 16 << 8;
-    unsigned int scaleX = 1 << 14;
-    unsigned int scaleY = 1 << 14;
-    unsigned int ratio = 1 << 14;
+    unsigned int scaleX = oneFold;
+    unsigned int scaleY = oneFold;
+    unsigned int ratio = oneFold;
     unsigned int offset = 0;
     unsigned int character = 0; ///< 0 a letter, 1 an underscore
     unsigned int glyphs[2] = {1, 2};

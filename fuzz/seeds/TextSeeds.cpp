@@ -23,7 +23,6 @@ Seed makeSeed(std::string name, unsigned int flags, const Measures& measures, co
 }
 
 constexpr unsigned int one = 0x0100;
-constexpr unsigned int oneFold = 0x4000;
 
 Measures makeUsual() {
     return {12 * one, 0, 50 * one, 0, 3 * one, 4 * one, oneFold, oneFold, oneFold};

@@ -14,7 +14,7 @@ using Testing::FontBuilder;
 
 namespace {
 
-constexpr unsigned int glyphCount = 3;
+constexpr unsigned int variedGlyphs = 3;
 
 /// One axis, the weight, and one instance.
 Bytes makeFvar() {
@@ -74,15 +74,15 @@ Bytes makeGvar() {
     for (const unsigned int field : {1U, 0U, 1U, 0U}) {
         writer.addU16(field);
     }
-    constexpr std::uint32_t dataAt = 20 + 4 * (glyphCount + 1);
+    constexpr std::uint32_t dataAt = 20 + 4 * (variedGlyphs + 1);
     writer.addU32(dataAt); // no shared tuples
-    writer.addU16(glyphCount);
+    writer.addU16(variedGlyphs);
     writer.addU16(1); // long offsets
     writer.addU32(dataAt);
-    for (std::size_t glyph = 0; glyph <= glyphCount; ++glyph) {
+    for (std::size_t glyph = 0; glyph <= variedGlyphs; ++glyph) {
         writer.addU32(static_cast<std::uint32_t>(glyph * deltas.size()));
     }
-    for (unsigned int glyph = 0; glyph < glyphCount; ++glyph) {
+    for (unsigned int glyph = 0; glyph < variedGlyphs; ++glyph) {
         writer.addBytes(deltas);
     }
     return writer.getBytes();
@@ -90,7 +90,7 @@ Bytes makeGvar() {
 
 Bytes makeCff2File() {
     FontBuilder font = makeTwoBoxFont();
-    font.setTable("CFF2", Testing::makeCff2Table(glyphCount)).setTable("fvar", makeFvar());
+    font.setTable("CFF2", Testing::makeCff2Table(variedGlyphs)).setTable("fvar", makeFvar());
     return signAsCff(font.omitTable("glyf").omitTable("loca").build());
 }
 

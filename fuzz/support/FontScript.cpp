@@ -16,7 +16,7 @@ constexpr FT_Render_Mode renderModes[] = {FT_RENDER_MODE_NORMAL, FT_RENDER_MODE_
 // The engine joins underscores, and hints the others differently in some families.
 constexpr unsigned int characters[] = {'A', '_', 'r', '*', '0', 0x416};
 
-cinder::Vec2<float> takeScale(ByteReader& reader) {
+cinder::Vec2<float> takeFactorPair(ByteReader& reader) {
     const float x = reader.takeFactor();
     const float y = reader.takeFactor();
     return {x, y};
@@ -33,7 +33,7 @@ FontScript::FontScript(ByteReader& reader) {
     position = positions[flags >> 4 & 3U];
     renderMode = renderModes[reader.takeU8() % std::size(renderModes)];
     fontSize = reader.takeMeasure();
-    scale = takeScale(reader);
+    scale = takeFactorPair(reader);
     devicePixelRatio = reader.takeFactor();
     offset = reader.takeU8();
     character = characters[reader.takeU8() % std::size(characters)];

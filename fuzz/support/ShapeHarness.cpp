@@ -45,7 +45,7 @@ FontBuilder makeShapedFont() {
     return font;
 }
 
-Bytes makeFallbackFont() {
+Bytes makeEmojiFallbackFont() {
     FontBuilder font("Test Fallback");
     font.map(0x3A9, font.addGlyph(makeBoxGlyph(700, 100, 0, 600, 700)));
     font.map(0x1F600, font.addGlyph(makeBoxGlyph(1000, 0, 0, 1000, 1000)));
@@ -63,7 +63,7 @@ public:
 
 NNPtr<const FontEngine::FontFactory> makeFactory(const ShapeScript& script) {
     static const FontBuilder shapedFont = makeShapedFont();
-    static const auto fallbackFont = std::make_shared<const Bytes>(makeFallbackFont());
+    static const auto fallbackFont = std::make_shared<const Bytes>(makeEmojiFallbackFont());
     FontBuilder font = shapedFont;
     for (const FuzzedTable& table : script.tables) {
         font.setTable(table.tag, table.content);

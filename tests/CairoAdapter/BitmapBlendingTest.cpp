@@ -16,7 +16,7 @@ using Internal::BitmapView;
 using Internal::PixelBox;
 using Internal::PixelTarget;
 
-constexpr std::uint32_t color = 0xC0204060;
+constexpr std::uint32_t tint = 0xC0204060;
 
 /// A picture with a frame around it, whose pixels must not change.
 struct Picture {
@@ -98,7 +98,7 @@ TEST(BitmapBlending, ChangesOnlyPixelsWithinTheClip) {
             for (const PixelBox& clip : listClips()) {
                 ASSERT_NO_FATAL_FAILURE(expectAllToClip(
                     clip, [&](const Internal::PixelOperations& operations, const PixelTarget& target) {
-                        blendBitmap(operations, target, glyph.view, 2, 3, color);
+                        blendBitmap(operations, target, glyph.view, 2, 3, tint);
                     }));
             }
         }
@@ -113,8 +113,8 @@ TEST(BitmapBlending, ClipsDisplacedBitmapsTheSame) {
             for (const PixelBox& clip : listClips()) {
                 ASSERT_NO_FATAL_FAILURE(expectAllToClip(
                     clip, [&](const Internal::PixelOperations& operations, const PixelTarget& target) {
-                        blendDisplacedBitmap(operations, target, glyph.view, {2, 3, 41, 0}, color);
-                        blendDisplacedBitmap(operations, target, glyph.view, {1, 4, 99, 17}, color);
+                        blendDisplacedBitmap(operations, target, glyph.view, {2, 3, 41, 0}, tint);
+                        blendDisplacedBitmap(operations, target, glyph.view, {1, 4, 99, 17}, tint);
                     }));
             }
         }
@@ -127,7 +127,7 @@ TEST(BitmapBlending, LeavesPixelsUnderEmptyRowsUnchanged) {
         for (const int width : {1, 4, 7, 8, 13, 18}) {
             Picture picture;
             blendBitmap(operations, picture.makeTarget(everything), {nothing.data(), width, width, 9, 1}, 2,
-                        3, color);
+                        3, tint);
             EXPECT_EQ(picture.words, Picture().words) << operations.name << ", " << width;
         }
     }

@@ -22,7 +22,7 @@ inline std::uint32_t readPixel(cairo_surface_t* surface, int x, int y) {
 }
 
 /// Reads a picture back, with 32 bits per pixel even if it is grey.
-inline CairoAdapter::SurfacePtr readPng(const std::string& bytes) {
+inline CairoAdapter::SurfacePtr decodePng(const std::string& bytes) {
     std::string rest = bytes;
     const cairo_read_func_t read = [](void* source, unsigned char* data, unsigned int length) {
         auto& text = *static_cast<std::string*>(source);

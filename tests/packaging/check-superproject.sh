@@ -16,7 +16,7 @@ echo "== a client by add_subdirectory, $kind"
 [ "$kind" = shared ] && is_shared=ON || is_shared=OFF
 # The shared libraries do without what only variable fonts need; the static ones have everything.
 [ "$kind" = shared ] && has_variable_fonts=OFF || has_variable_fonts=ON
-cmake -S "$consumer" -B "$scratch/super" -G Ninja -DCMAKE_CXX_COMPILER="$compiler" -DCMAKE_CXX_FLAGS=-O0 -DCMAKE_UNITY_BUILD=ON -DCMAKE_UNITY_BUILD_BATCH_SIZE=12 \
+cmake -S "$consumer" -B "$scratch/super" -G Ninja -DCMAKE_CXX_COMPILER="$compiler" -DCMAKE_CXX_FLAGS=-O0 -DCMAKE_UNITY_BUILD=ON -DCMAKE_UNITY_BUILD_BATCH_SIZE=24 \
   -DBUILD_SHARED_LIBS=$is_shared -DFONTENGINE_BUILD_VARIABLE_FONTS=$has_variable_fonts -DCONSUMER_SUBDIRECTORY="$root"
 cmake --build "$scratch/super" -j2
 "$scratch/super/consumer"

@@ -21,9 +21,9 @@ constexpr int height = 100;
 constexpr int baseLine = 80;
 
 /// A picture of a line of 100 pixels that starts at the left edge.
-class Picture {
+class PaintedPicture {
 public:
-    Picture(const TextFont& font, const std::string& text, const TextPaint& paint)
+    PaintedPicture(const TextFont& font, const std::string& text, const TextPaint& paint)
         : _surface(CairoAdapter::makeImageSurface(width, height)) {
         CairoAdapter::CairoPainter painter(_surface.get());
         painter.translate({0.0F, static_cast<float>(baseLine)});
@@ -53,8 +53,8 @@ TEST(TextPaint, DrawsFallbackCharactersAtOnePlaceWithBothPainters) {
     const std::string expected = ".####..#######..####....................";
     const TextPaint raster{PainterKind::Raster, black, white, 1.0F};
     const TextPaint vector{PainterKind::Vector, black, white, 1.0F};
-    EXPECT_EQ(Picture(font, "AαA", raster).describeRow(baseLine - 10), expected);
-    EXPECT_EQ(Picture(font, "AαA", vector).describeRow(baseLine - 10), expected);
+    EXPECT_EQ(PaintedPicture(font, "AαA", raster).describeRow(baseLine - 10), expected);
+    EXPECT_EQ(PaintedPicture(font, "AαA", vector).describeRow(baseLine - 10), expected);
 }
 
 TEST(TextPaint, AddsLetterSpacingToFallbackCharactersAsWell) {
@@ -62,7 +62,7 @@ TEST(TextPaint, AddsLetterSpacingToFallbackCharactersAsWell) {
     const TextFont font = makeTestFont(factory, 100.0F, 20.0F);
     const std::string expected = ".####....#######....####................";
     for (const PainterKind kind : {PainterKind::Raster, PainterKind::Vector}) {
-        const Picture picture(font, "AαA", {kind, black, white, 1.0F});
+        const PaintedPicture picture(font, "AαA", {kind, black, white, 1.0F});
         EXPECT_EQ(picture.describeRow(baseLine - 10), expected);
     }
 }
@@ -70,7 +70,7 @@ TEST(TextPaint, AddsLetterSpacingToFallbackCharactersAsWell) {
 TEST(TextPaint, JoinsUnderscores) {
     const FactoryPtr factory = makeTestFactory();
     for (const PainterKind kind : {PainterKind::Raster, PainterKind::Vector}) {
-        const Picture picture(makeTestFont(factory, 100.0F), "___", {kind, black, white, 1.0F});
+        const PaintedPicture picture(makeTestFont(factory, 100.0F), "___", {kind, black, white, 1.0F});
         for (int x = 2; x < 178; ++x) {
             EXPECT_GT(picture.getAlpha(x, baseLine + 5), 250U) << x;
         }
@@ -80,21 +80,21 @@ TEST(TextPaint, JoinsUnderscores) {
 TEST(TextPaint, ShowsLightUnderscoresOnDarkGround) {
     const FactoryPtr factory = makeTestFactory();
     const TextPaint paint{PainterKind::Raster, white, black, 1.0F};
-    const Picture picture(makeTestFont(factory, 100.0F), "_", paint);
+    const PaintedPicture picture(makeTestFont(factory, 100.0F), "_", paint);
     EXPECT_EQ(picture.getPixel(30, baseLine + 5), 0xFFFFFFFFU);
 }
 
 TEST(TextPaint, KeepsUnderscoresAsTranslucentAsTheirColor) {
     const FactoryPtr factory = makeTestFactory();
     const TextPaint paint{PainterKind::Raster, Color(255, 0, 0, 128), white, 1.0F};
-    const Picture picture(makeTestFont(factory, 100.0F), "_", paint);
+    const PaintedPicture picture(makeTestFont(factory, 100.0F), "_", paint);
     EXPECT_EQ(picture.getAlpha(30, baseLine + 5), 128U);
 }
 
 TEST(TextPaint, UsesTheColoredImagesOfUnderscoresOnWhite) {
     const FactoryPtr factory = makeTestFactory();
     const TextPaint paint{PainterKind::Raster, Color(200, 0, 0, 255), white, 1.0F};
-    const Picture picture(makeTestFont(factory, 100.0F), "_", paint);
+    const PaintedPicture picture(makeTestFont(factory, 100.0F), "_", paint);
     const std::uint32_t pixel = picture.getPixel(30, baseLine + 5);
     EXPECT_NEAR(static_cast<double>(pixel >> 16 & 0xFF), 200.0, 2.0);
     EXPECT_EQ(pixel >> 24, 255U);

@@ -45,7 +45,7 @@ public:
 
     /// The middle of a cell.
     std::uint32_t readCell(std::size_t sheet, int column, int row) const {
-        const auto surface = readPng(readDataUri(table.sheets[sheet]));
+        const auto surface = decodePng(readDataUri(table.sheets[sheet]));
         const int side = cairo_image_surface_get_width(surface.get()) / GlyphTable::columns;
         return readPixel(surface.get(), side * column + side / 2, side * row + side / 2) & 0xFFFFFFU;
     }

@@ -34,7 +34,7 @@ TEST(Picture, HasInkInBlackOnWhiteAtThePixelRatio) {
         drawInk(4, 2, 2, [](CairoPainter& painter) { fillLeftHalf(painter, Color(200, 0, 0, 255)); });
     EXPECT_EQ(picture.width, 4);
     EXPECT_EQ(picture.height, 2);
-    const auto surface = readPng(picture.png);
+    const auto surface = decodePng(picture.png);
     EXPECT_EQ(cairo_image_surface_get_width(surface.get()), 8);
     EXPECT_EQ(cairo_image_surface_get_height(surface.get()), 4);
     EXPECT_EQ(readPixel(surface.get(), 3, 3) & rgb, 0x000000U);
@@ -46,7 +46,7 @@ TEST(Picture, RoundsCoverageToSixteenLevels) {
         const Color color(0, 0, 0, static_cast<unsigned char>(alpha));
         const Picture picture =
             drawInk(4, 2, 1, [&](CairoPainter& painter) { fillLeftHalf(painter, color); });
-        const std::uint32_t blue = readPixel(readPng(picture.png).get(), 0, 0) & 0xFFU;
+        const std::uint32_t blue = readPixel(decodePng(picture.png).get(), 0, 0) & 0xFFU;
         EXPECT_EQ(blue % 17, 0U);
         EXPECT_NEAR(static_cast<double>(blue), 255.0 - alpha, 8.0);
     }
@@ -55,7 +55,7 @@ TEST(Picture, RoundsCoverageToSixteenLevels) {
 TEST(Picture, KeepsColoursOnWhite) {
     const Picture picture =
         drawInColor(4, 2, 1, [](CairoPainter& painter) { fillLeftHalf(painter, Color(200, 100, 0, 255)); });
-    const auto surface = readPng(picture.png);
+    const auto surface = decodePng(picture.png);
     EXPECT_EQ(readPixel(surface.get(), 1, 1) & rgb, 0xC86400U);
     EXPECT_EQ(readPixel(surface.get(), 2, 1) & rgb, 0xFFFFFFU);
 }

@@ -31,7 +31,7 @@ struct Size {
 Size measure(const std::string& html) {
     const std::string start = " src=\"";
     const std::size_t first = html.find(start) + start.size();
-    const auto picture = readPng(readDataUri(html.substr(first, html.find('"', first) - first)));
+    const auto picture = decodePng(readDataUri(html.substr(first, html.find('"', first) - first)));
     return {cairo_image_surface_get_width(picture.get()), cairo_image_surface_get_height(picture.get())};
 }
 

@@ -81,7 +81,7 @@ TEST_F(SpecimenPage, NeedsNothingBesideItself) {
     const std::vector<std::string> pictures = findPictures(page);
     EXPECT_GT(pictures.size(), 40U);
     for (const std::string& picture : pictures) {
-        EXPECT_NE(readPng(readDataUri(picture)), nullptr);
+        EXPECT_NE(decodePng(readDataUri(picture)), nullptr);
     }
     EXPECT_EQ(count(page, "<img "), count(page, " alt=\""));
 }
@@ -104,7 +104,7 @@ TEST_F(SpecimenPage, ColoursLettersForLcd) {
     const std::vector<std::string> pictures = findPictures(makeRenderingSection(open(makeFont())));
     ASSERT_EQ(pictures.size(), 2U);
     const auto isGrey = [](const std::string& address) {
-        const auto surface = readPng(readDataUri(address));
+        const auto surface = decodePng(readDataUri(address));
         bool areAllGrey = true;
         for (int y = 0; y < cairo_image_surface_get_height(surface.get()); ++y) {
             for (int x = 0; x < cairo_image_surface_get_width(surface.get()); ++x) {
@@ -217,7 +217,7 @@ TEST_F(SpecimenPage, BreaksSamplesIntoLinesThatFitAPhone) {
     const std::string fallback = makeFallbackSection(FontSource("DejaVu Serif"));
     for (const std::string& picture : findPictures(fallback)) {
         constexpr int pixelRatio = 2;
-        EXPECT_LE(cairo_image_surface_get_width(readPng(readDataUri(picture)).get()), 288 * pixelRatio);
+        EXPECT_LE(cairo_image_surface_get_width(decodePng(readDataUri(picture)).get()), 288 * pixelRatio);
     }
 }
 
@@ -231,7 +231,7 @@ TEST_F(SpecimenPage, ShowsColours) {
     const FontSource source = open(Vell::Testing::makeLayeredFont("Colors"));
     const std::string waterfall = makeWaterfallSection(source);
     EXPECT_THAT(waterfall, HasSubstr("<img class=\"color\""));
-    const auto picture = readPng(readDataUri(findPictures(waterfall).back()));
+    const auto picture = decodePng(readDataUri(findPictures(waterfall).back()));
     std::set<std::uint32_t> colors;
     for (int x = 0; x < cairo_image_surface_get_width(picture.get()); ++x) {
         colors.insert(readPixel(picture.get(), x, cairo_image_surface_get_height(picture.get()) / 2) &

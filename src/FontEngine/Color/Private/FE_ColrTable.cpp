@@ -4,14 +4,8 @@
 
 namespace Vell::FontEngine::Internal {
 
-namespace {
-
-constexpr FT_ULong colrTag = FT_MAKE_TAG('C', 'O', 'L', 'R');
-
-} // namespace
-
 ColrTable::ColrTable(FT_Face face)
-    : _table(face, colrTag) {
+    : _table(face, FT_MAKE_TAG('C', 'O', 'L', 'R')) {
     constexpr std::size_t sizeOfVersion0 = 14;
     constexpr std::size_t sizeOfVersion1 = 34;
     std::optional<TableFields> header = _table.read(0, sizeOfVersion0);

@@ -7,16 +7,16 @@ namespace Vell::FontLoaders::Internal {
 namespace {
 
 constexpr FaceStyle regular = {false, false};
-constexpr FaceStyle bold = {true, false};
-constexpr FaceStyle italic = {false, true};
+constexpr FaceStyle boldStyle = {true, false};
+constexpr FaceStyle italicStyle = {false, true};
 constexpr FaceStyle boldItalic = {true, true};
 
 /// All styles, in the order in which a font factory tries them for `wanted`, some of them twice.
 std::vector<FaceStyle> listStyles(const FaceStyle& wanted) {
     if (wanted == boldItalic) {
-        return {boldItalic, bold, regular, italic};
+        return {boldItalic, boldStyle, regular, italicStyle};
     }
-    return {wanted, regular, bold, italic, boldItalic};
+    return {wanted, regular, boldStyle, italicStyle, boldItalic};
 }
 
 } // namespace

@@ -93,7 +93,8 @@ FontBytes InstalledFonts::loadVariedStyle(const Faces* faces, bool bold, bool it
         try {
             const FontBytes source = _files.load(face->file, face->index);
             const MissingStyle missing{bold && !style.bold, italic && !style.italic};
-            const auto settings = source ? addStyle(readVariations(source).axes, {}, missing) : std::nullopt;
+            const auto settings =
+                source ? addStyle(FontLoaders::readVariations(source).axes, {}, missing) : std::nullopt;
             if (settings) {
                 return _files.loadInstance(face->file, face->index, *settings);
             }
@@ -118,7 +119,7 @@ FontBytes InstalledFonts::loadNamedInstance(const std::string& name, bool bold, 
     if (!source || (place->instance == 0 && italic == place->isItalic)) {
         return source;
     }
-    const FontVariations variations = readVariations(source);
+    const FontVariations variations = FontLoaders::readVariations(source);
     const auto settings = addStyle(variations.axes, listSettings(variations, place->instance),
                                    {false, italic && !place->isItalic});
     return settings ? _files.loadInstance(place->file, place->index, *settings) : nullptr;
