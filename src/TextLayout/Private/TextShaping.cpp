@@ -263,8 +263,8 @@ private:
     boost::container::small_vector<Group, 1> _fontGroups;
     boost::container::small_vector<ShapedRun, 32> _runs; // in logical order
     std::size_t _span = 0;                               // of the part that is being shaped
-    std::uint32_t _endOfOwn =
-        0; // up to where the own font of the group at work is known to draw all clusters
+    // Up to there, the own font of the group at work is known to draw all clusters.
+    std::uint32_t _endOfOwn = 0;
 };
 
 } // namespace
