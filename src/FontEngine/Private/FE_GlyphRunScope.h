@@ -21,6 +21,9 @@ public:
         }
     }
 
+    /// Whether there is somebody to notify.
+    bool hasRunPainter() const { return _painter != nullptr; }
+
 private:
     BitmapGlyphRunPainter* _painter;
 };

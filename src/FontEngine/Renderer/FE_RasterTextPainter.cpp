@@ -108,9 +108,8 @@ void RasterTextPainter::drawGlyphRun(const BitmapGlyphRun& run, const Font& font
     if (run.getGlyphs().empty()) {
         return;
     }
-    const bool hasRunPainter = _glyphPainter.getRunPainter() != nullptr;
     const Internal::GlyphRunScope scope(_glyphPainter);
-    RunImages images(font, color, /*keepsFactory=*/hasRunPainter);
+    RunImages images(font, color, /*keepsFactory=*/scope.hasRunPainter());
     BitmapGlyphImage view; // one for all glyphs
     for (const BitmapGlyph& glyph : run.getGlyphs()) {
         const FT_Bitmap& bitmap = glyph.getData()->bitmap;

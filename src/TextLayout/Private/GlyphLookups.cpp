@@ -41,6 +41,35 @@ void getAdvances(hb_font_t* /*font*/, void* lookups, unsigned int count, const h
     }
 }
 
+/// Null if memory is short, which AllocationWatch notices: HarfBuzz calls this.
+template <class Value, std::size_t codeCount, class Ask>
+const typename LazyPages<Value, codeCount>::Page* makePage(LazyPages<Value, codeCount>& pages,
+                                                           std::size_t number, const Ask& ask) {
+    using Page = typename LazyPages<Value, codeCount>::Page;
+    std::unique_ptr<Page> made(new (std::nothrow) Page());
+    if (!made) {
+        return nullptr;
+    }
+    auto code = static_cast<hb_codepoint_t>(number * made->size());
+    for (Value& value : *made) {
+        value = static_cast<Value>(ask(code++));
+    }
+    return &pages.put(number, std::move(made));
+}
+
+/// The answer from its page, which is made if need be. `ask` gives the answers, also those without a page.
+template <class Value, std::size_t codeCount, class Ask>
+auto find(LazyPages<Value, codeCount>& pages, hb_codepoint_t code, const Ask& ask) -> decltype(ask(code)) {
+    constexpr std::size_t pageSize = LazyPages<Value, codeCount>::pageSize;
+    if (code < codeCount) {
+        const auto* const known = pages.find(code / pageSize);
+        if (const auto* const page = known != nullptr ? known : makePage(pages, code / pageSize, ask)) {
+            return (*page)[code % pageSize];
+        }
+    }
+    return ask(code);
+}
+
 HarfBuzzPtr<hb_font_funcs_t> makeFunctions() {
     HarfBuzzPtr<hb_font_funcs_t> functions(hb_font_funcs_create());
     if (functions.get() == hb_font_funcs_get_empty()) {
@@ -71,55 +100,15 @@ HarfBuzzPtr<hb_font_t> GlyphLookups::makeFont() {
 }
 
 hb_codepoint_t GlyphLookups::findGlyph(hb_codepoint_t character) {
-    if (character < characterCount) {
-        const std::size_t number = character / Glyphs::pageSize;
-        const Glyphs::Page* const known = _glyphs.find(number);
-        if (const Glyphs::Page* const page = known != nullptr ? known : makeGlyphs(number)) {
-            return (*page)[character % Glyphs::pageSize];
-        }
-    }
-    return askForGlyph(character);
+    return find(_glyphs, character, [this](hb_codepoint_t asked) {
+        hb_codepoint_t glyph = 0;
+        return hb_font_get_nominal_glyph(_font, asked, &glyph) != 0 ? glyph : 0;
+    });
 }
 
 hb_position_t GlyphLookups::getAdvance(hb_codepoint_t glyph) {
-    if (glyph < glyphCount) {
-        const std::size_t number = glyph / Advances::pageSize;
-        const Advances::Page* const known = _advances.find(number);
-        if (const Advances::Page* const page = known != nullptr ? known : makeAdvances(number)) {
-            return (*page)[glyph % Advances::pageSize];
-        }
-    }
-    return hb_font_get_glyph_h_advance(_font, glyph);
-}
-
-/// Null if memory is short, which AllocationWatch notices: HarfBuzz calls this.
-const GlyphLookups::Glyphs::Page* GlyphLookups::makeGlyphs(std::size_t page) {
-    std::unique_ptr<Glyphs::Page> made(new (std::nothrow) Glyphs::Page());
-    if (!made) {
-        return nullptr;
-    }
-    auto character = static_cast<hb_codepoint_t>(page * Glyphs::pageSize);
-    for (std::uint16_t& glyph : *made) {
-        glyph = static_cast<std::uint16_t>(askForGlyph(character++));
-    }
-    return &_glyphs.put(page, std::move(made));
-}
-
-const GlyphLookups::Advances::Page* GlyphLookups::makeAdvances(std::size_t page) {
-    std::unique_ptr<Advances::Page> made(new (std::nothrow) Advances::Page());
-    if (!made) {
-        return nullptr;
-    }
-    auto glyph = static_cast<hb_codepoint_t>(page * Advances::pageSize);
-    for (hb_position_t& advance : *made) {
-        advance = hb_font_get_glyph_h_advance(_font, glyph++);
-    }
-    return &_advances.put(page, std::move(made));
-}
-
-hb_codepoint_t GlyphLookups::askForGlyph(hb_codepoint_t character) const {
-    hb_codepoint_t glyph = 0;
-    return hb_font_get_nominal_glyph(_font, character, &glyph) != 0 ? glyph : 0;
+    return find(_advances, glyph,
+                [this](hb_codepoint_t asked) { return hb_font_get_glyph_h_advance(_font, asked); });
 }
 
 } // namespace Vell::TextLayout

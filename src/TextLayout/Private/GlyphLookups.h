@@ -5,6 +5,7 @@
 
 #include <hb.h>
 
+#include <cstddef>
 #include <cstdint>
 
 namespace Vell::TextLayout {
@@ -34,10 +35,6 @@ private:
     static constexpr std::size_t glyphCount = 0x10000;
     using Glyphs = LazyPages<std::uint16_t, characterCount>;
     using Advances = LazyPages<hb_position_t, glyphCount>;
-
-    const Glyphs::Page* makeGlyphs(std::size_t page);
-    const Advances::Page* makeAdvances(std::size_t page);
-    hb_codepoint_t askForGlyph(hb_codepoint_t character) const;
 
     hb_font_t* _font;
     Glyphs _glyphs;

@@ -100,15 +100,26 @@ public:
     void drawGlyph(const BitmapGlyphImage& image, const cinder::Vec2<float>& position) override {
         PlainRecorder::drawGlyph(image, position);
     }
-    BitmapGlyphRunPainter* getRunPainter() override { return this; }
+    BitmapGlyphRunPainter* getRunPainter() override {
+        ++requestCount;
+        return this;
+    }
     void beginGlyphRun() override { calls.emplace_back("begin"); }
     void endGlyphRun() noexcept override { calls.emplace_back("end"); }
+
+    int requestCount = 0;
 };
 
 TEST(GlyphRunPainter, IsFoundThroughAnyBaseThatReturnsIt) {
     DoubleBaseRecorder recorder;
     draw("A", static_cast<PlainRecorder&>(recorder));
     EXPECT_THAT(recorder.calls, ElementsAre("begin", "glyph", "end"));
+}
+
+TEST(GlyphRunPainter, IsAskedForOncePerRun) {
+    DoubleBaseRecorder recorder;
+    draw("A_x_", static_cast<PlainRecorder&>(recorder));
+    EXPECT_EQ(recorder.requestCount, 1);
 }
 
 TEST(GlyphRunPainter, IsNotRequiredOfPlainPainters) {
