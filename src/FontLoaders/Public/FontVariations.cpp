@@ -38,9 +38,9 @@ float parseValue(std::string_view text) {
 }
 
 AxisSetting parseSetting(std::string_view text) {
-    const std::size_t equals = text.find('=');
+    const auto equals = static_cast<std::size_t>(std::find(text.begin(), text.end(), '=') - text.begin());
     const std::string_view tag = text.substr(0, equals);
-    if (!isTag(tag) || equals == std::string_view::npos) {
+    if (!isTag(tag) || equals == text.size()) {
         throw FontLoaderException(fmt::format("the setting \"{}\" is not of the form AXIS=VALUE", text));
     }
     const float value = parseValue(text.substr(equals + 1));
